@@ -1,0 +1,5 @@
+# GoogleTest from Debian's source package, built with the same compiler as the tests.
+set(INSTALL_GTEST OFF)
+set(gtest_force_shared_crt ON)
+add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
+include(GoogleTest)

@@ -1,0 +1,32 @@
+// The attached mouse as the resident service publishes it.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace kvn::model {
+
+inline constexpr int kMaxButtonCount = 7;
+
+// The picture's base name, in characters without the final zero.
+inline constexpr std::size_t kMaxMouseImageLength = 255;
+
+struct DeviceRecord {
+    std::uint32_t hasTilt = 0;     // 0 or 1
+    std::int32_t buttonCount = 0;  // 0 to kMaxButtonCount
+    std::uint32_t vid = 0;
+    std::uint32_t pid = 0;
+    std::wstring mouseImage;
+    std::uint32_t mouseFlag = 0;
+
+    bool HasTiltWheel() const { return hasTilt == 1; }
+    // Bit 0 of the flags: the model has no flying scroll.
+    bool LacksFlyingScroll() const { return (mouseFlag & 1U) != 0; }
+};
+
+// Whether the capabilities lie in their ranges.
+inline bool IsPlausible(const DeviceRecord& device) {
+    return device.hasTilt <= 1 && device.buttonCount >= 0 && device.buttonCount <= kMaxButtonCount;
+}
+
+}  // namespace kvn::model

@@ -1,0 +1,42 @@
+#include "model/function_catalogue.h"
+
+#include <algorithm>
+
+namespace kvn::model {
+namespace {
+
+// The one version that has charms, and no Flip3D.
+constexpr OsVersion kWindows8{6, 2};
+
+bool IsCharmFunction(FunctionCode code) {
+    return code >= kFirstCharmFunction && code <= kLastCharmFunction;
+}
+
+// The row as it is offered on this version of Windows, or nothing when it is not.
+std::optional<CatalogueRow> OfferedRow(const CatalogueRow& row, OsVersion os) {
+    if (row.code == kFunctionFlip3D && os.major == 5) return CatalogueRow{IDS_FUNCTION_WINDOWS_TAB, row.code};
+    if (row.code == kFunctionFlip3D && os == kWindows8) return std::nullopt;
+    if (IsCharmFunction(row.code) && os != kWindows8) return std::nullopt;
+    return row;
+}
+
+}  // namespace
+
+std::optional<unsigned> TextIdOf(FunctionCode code) {
+    const auto row = std::find_if(kFunctionCatalogue.begin(), kFunctionCatalogue.end(),
+                                  [code](const CatalogueRow& candidate) { return candidate.code == code; });
+    if (row == kFunctionCatalogue.end()) return std::nullopt;
+    return row->textId;
+}
+
+std::vector<CatalogueRow> FunctionsForSlot(OsVersion os, bool slotIsOnMouse) {
+    std::vector<CatalogueRow> offered;
+    for (const CatalogueRow& row : kFunctionCatalogue) {
+        if (row.code == kFunctionNone) continue;
+        if (!slotIsOnMouse && (row.code == kFunctionGesture || row.code == kFunctionShift)) continue;
+        if (const auto shown = OfferedRow(row, os)) offered.push_back(*shown);
+    }
+    return offered;
+}
+
+}  // namespace kvn::model

@@ -1,0 +1,28 @@
+#include "model/key_names.h"
+
+#include <algorithm>
+
+namespace kvn::model {
+namespace {
+
+constexpr std::array<KeyCode, 3> kShiftKeys{16, 160, 161};
+
+}  // namespace
+
+const wchar_t* KeyNameOf(KeyCode code) {
+    const auto row = std::find_if(KeyNameTable.begin(), KeyNameTable.end(),
+                                  [code](const KeyNameRow& candidate) { return candidate.code == code; });
+    return row == KeyNameTable.end() ? nullptr : row->name;
+}
+
+KeyCode KeyCodeOf(std::wstring_view name) {
+    const auto row = std::find_if(KeyNameTable.begin(), KeyNameTable.end(),
+                                  [name](const KeyNameRow& candidate) { return candidate.name == name; });
+    return row == KeyNameTable.end() ? kNoKey : row->code;
+}
+
+bool IsShiftKey(KeyCode code) {
+    return std::find(kShiftKeys.begin(), kShiftKeys.end(), code) != kShiftKeys.end();
+}
+
+}  // namespace kvn::model

@@ -1,0 +1,35 @@
+// The code page of the profile file: that of a C-library locale.
+#pragma once
+
+#include <clocale>
+#include <string>
+#include <string_view>
+
+#include "model/text_codec.h"
+#include "platform/unique_resource.h"
+
+namespace kvn::model {
+
+struct LocaleTraits {
+    using Handle = _locale_t;
+    static constexpr Handle kEmpty = nullptr;
+    static void Close(Handle locale) { _free_locale(locale); }
+};
+
+// Converts through a locale object of its own: the host process's locale is never touched.
+class LocaleCodec final : public TextCodec {
+public:
+    // A locale by its name in the C library; an empty or unknown name means the user's default.
+    explicit LocaleCodec(const char* localeName);
+
+    // The locale that the host program names in its own string 1007; normally it has none.
+    static LocaleCodec OfHostProgram();
+
+    std::optional<std::string> Encode(std::wstring_view text) const override;
+    std::wstring Decode(std::string_view bytes) const override;
+
+private:
+    platform::UniqueResource<LocaleTraits> locale;
+};
+
+}  // namespace kvn::model

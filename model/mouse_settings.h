@@ -1,0 +1,33 @@
+// Everything that is edited while the page is open: one plain record that the panel owns and panes and dialogs borrow.
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include "model/device_record.h"
+#include "model/function_catalogue.h"
+#include "model/profile.h"
+
+namespace kvn::model {
+
+struct MouseSettings {
+    OsVersion os;  // as the host program sees it
+    DeviceRecord device;
+
+    ProfileSet profiles;  // never empty once a model is loaded
+    std::size_t selectedProfile = 0;
+    std::wstring profileFilePath;
+    // The file at the path holds something that could not be read and still stands there.
+    bool profileFileIsUnreadable = false;
+
+    SettingValues initialValues;       // behind "Return to initial values"
+    ProfileSettings registrySettings;  // what the model's registry values hold, as last read or written
+
+    ProfileSettings& Selected() { return profiles[selectedProfile].settings; }
+    const ProfileSettings& Selected() const { return profiles[selectedProfile].settings; }
+
+    // Whether the slot is one of the model's buttons; the others offer fewer functions.
+    bool IsOnMouse(ButtonSlot slot) const { return static_cast<int>(slot) < device.buttonCount; }
+};
+
+}  // namespace kvn::model

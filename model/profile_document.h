@@ -1,0 +1,29 @@
+// The profile file's document: a model's profiles as XML, and back. Text goes through a code page (text_codec.h).
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "model/profile.h"
+#include "model/text_codec.h"
+
+class TiXmlDocument;
+
+namespace kvn::model {
+
+// A text that is read keeps at most so many characters.
+inline constexpr std::size_t kMaxTextLength = 1024;
+
+struct DocumentContext {
+    const TextCodec& codec;
+    std::wstring arbitraryKeyText;  // the heading that a key combination's text may carry
+};
+
+// The profiles of a document, in its order. A field whose element is missing has freshRecord's value; a number out of
+// its range is kAbnormalValue. Empty when the document is broken or holds no profile.
+ProfileSet ParseProfileDocument(std::string document, const ProfileRecord& freshRecord, const DocumentContext& context);
+
+// Fills an empty document with the profiles. The set must not be empty; vid, pid and selection are the first record's.
+void BuildProfileDocument(const ProfileSet& profiles, const TextCodec& codec, TiXmlDocument& document);
+
+}  // namespace kvn::model

@@ -1,0 +1,22 @@
+// The profile file on disk. Paths are wide, so a folder name may hold any character.
+#pragma once
+
+#include <string>
+
+#include "model/profile.h"
+
+namespace kvn::model {
+
+// Replaces the list by the profiles of the file and returns their number; 0, and an empty list, when the file is
+// missing, unreadable, broken or without profiles. The file is not changed.
+std::size_t LoadProfileFile(const std::wstring& path, ProfileSet& list);
+
+// Writes the list, which must not be empty, over the file. True: the file is the new one, whole and flushed to disk.
+// False: the file is what it was.
+bool SaveProfileFile(const std::wstring& path, const ProfileSet& list);
+
+// Renames a file that cannot be read, so that another can take its place and nothing in it is lost: the first free one
+// of "name.broken-1.xml", "name.broken-2.xml" and so on. True when nothing stands at the path any longer.
+bool SetAsideProfileFile(const std::wstring& path);
+
+}  // namespace kvn::model

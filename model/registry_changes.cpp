@@ -1,0 +1,88 @@
+#include "model/registry_changes.h"
+
+#include <array>
+#include <span>
+
+namespace kvn::model {
+namespace {
+
+constexpr wchar_t kFieldSeparator = L'\t';
+
+// An apply writes the numbers in two runs, with the arbitrary keys between them.
+constexpr std::array kNumbersBeforeKeys{SettingField::Left,     SettingField::Right,
+                                        SettingField::Center,   SettingField::Button4,
+                                        SettingField::Button5,  SettingField::HorizontalScrollSpeed,
+                                        SettingField::TiltLeft, SettingField::TiltRight};
+constexpr std::array kNumbersAfterKeys{SettingField::FlyingScrollSpeed, SettingField::FlyingRevolutionSpeed,
+                                       SettingField::FlyingRevolutionCount};
+
+// A new default profile writes them in an order of its own.
+constexpr std::array kNumbersOfNewProfile{SettingField::Left,
+                                          SettingField::Right,
+                                          SettingField::Center,
+                                          SettingField::Button4,
+                                          SettingField::Button5,
+                                          SettingField::TiltLeft,
+                                          SettingField::TiltRight,
+                                          SettingField::HorizontalScrollSpeed,
+                                          SettingField::FlyingScrollSpeed,
+                                          SettingField::FlyingRevolutionSpeed,
+                                          SettingField::FlyingRevolutionCount};
+
+void AppendChangedNumbers(std::span<const SettingField> fields, const ProfileSettings& before,
+                          const ProfileSettings& after, std::vector<RegistryWrite>& writes) {
+    for (const SettingField field : fields) {
+        if (before[field] != after[field]) writes.push_back({RowOf(field).registryValue, after[field], {}});
+    }
+}
+
+void AppendChangedKeys(const ProfileSettings& before, const ProfileSettings& after,
+                       std::vector<RegistryWrite>& writes) {
+    for (const ButtonSlotRow& row : kButtonSlots) {
+        std::wstring text = EtcKeyToText(after.etcKeys[row.slot]);
+        if (text != EtcKeyToText(before.etcKeys[row.slot])) writes.push_back({row.etcKeyValue, 0, std::move(text)});
+    }
+}
+
+}  // namespace
+
+std::vector<RegistryWrite> ChangedValues(const ProfileSettings& before, const ProfileSettings& after) {
+    std::vector<RegistryWrite> writes;
+    AppendChangedNumbers(kNumbersBeforeKeys, before, after, writes);
+    AppendChangedKeys(before, after, writes);
+    AppendChangedNumbers(kNumbersAfterKeys, before, after, writes);
+    if (before.gestures != after.gestures) {
+        writes.push_back({RegistryValue::Gesture, 0, GesturesToMultiString(after.gestures)});
+    }
+    if (before.applications != after.applications) {
+        writes.push_back({RegistryValue::ProfileApp, 0, ApplicationsToMultiString(after.applications)});
+    }
+    return writes;
+}
+
+std::vector<RegistryWrite> AllNumbers(const SettingValues& values) {
+    std::vector<RegistryWrite> writes;
+    for (const SettingField field : kNumbersOfNewProfile) {
+        writes.push_back({RowOf(field).registryValue, values[field], {}});
+    }
+    return writes;
+}
+
+std::wstring ApplicationsToMultiString(const std::vector<ApplicationEntry>& applications) {
+    std::wstring block;
+    for (const ApplicationEntry& entry : applications) {
+        block += entry.name + kFieldSeparator + entry.path + L'\0';
+    }
+    return block + L'\0';
+}
+
+std::wstring GesturesToMultiString(const std::vector<GestureEntry>& gestures) {
+    std::wstring block;
+    for (const GestureEntry& entry : gestures) {
+        block += entry.stroke + kFieldSeparator + std::to_wstring(entry.function) + kFieldSeparator + entry.memo +
+                 kFieldSeparator + EtcKeyToText(entry.etcKey) + L'\0';
+    }
+    return block + L'\0';
+}
+
+}  // namespace kvn::model

@@ -1,0 +1,113 @@
+#include "model/registry_records.h"
+
+#include <array>
+#include <cwchar>
+
+#include "platform/unique_resource.h"
+
+namespace kvn::model {
+namespace {
+
+using platform::UniqueRegistryKey;
+
+constexpr int kReadAttempts = 10;
+constexpr DWORD kReadRetryMilliseconds = 50;
+
+bool ReadOnce(RegistryValue value, void* buffer, DWORD bufferBytes) {
+    UniqueRegistryKey key;
+    if (RegOpenKeyExW(HKEY_CURRENT_USER, kBaseKey, 0, KEY_ALL_ACCESS, key.Receive()) != ERROR_SUCCESS) return false;
+    return RegQueryValueExW(key.Get(), RowOf(value).name, nullptr, nullptr, static_cast<BYTE*>(buffer), &bufferBytes) ==
+           ERROR_SUCCESS;
+}
+
+bool SetModelValue(std::uint32_t vid, std::uint32_t pid, RegistryValue value, const void* data, DWORD lengthInBytes) {
+    UniqueRegistryKey key;
+    if (RegCreateKeyExW(HKEY_CURRENT_USER, ModelKey(vid, pid).c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE,
+                        KEY_ALL_ACCESS, nullptr, key.Receive(), nullptr) != ERROR_SUCCESS) {
+        return false;
+    }
+    const RegistryValueRow& row = RowOf(value);
+    return RegSetValueExW(key.Get(), row.name, 0, static_cast<DWORD>(row.type), static_cast<const BYTE*>(data),
+                          lengthInBytes) == ERROR_SUCCESS;
+}
+
+// Windows appends the final zero to a REG_SZ that comes without one if a zero follows in memory: so none does.
+bool SetUnterminatedText(std::uint32_t vid, std::uint32_t pid, RegistryValue value, const wchar_t* text) {
+    std::wstring guarded = text;
+    const auto lengthInBytes = static_cast<DWORD>(guarded.size() * sizeof(wchar_t));
+    guarded += L'\xFFFF';
+    return SetModelValue(vid, pid, value, guarded.c_str(), lengthInBytes);
+}
+
+template <typename Number>
+bool ReadNumber(RegistryValue value, Number& number) {
+    static_assert(sizeof number == sizeof(DWORD));
+    return !ReadCurrentDeviceValue(value, &number, sizeof number);
+}
+
+bool ReadMouseImage(std::wstring& mouseImage) {
+    std::array<wchar_t, kMaxMouseImageLength + 1> text{};
+    if (ReadCurrentDeviceValue(RegistryValue::MouseImage, text.data(), sizeof text)) return false;
+    // A text in the registry need not end with a zero.
+    text.back() = L'\0';
+    mouseImage = text.data();
+    return true;
+}
+
+}  // namespace
+
+bool ReadCurrentDeviceValue(RegistryValue value, void* buffer, DWORD bufferBytes) {
+    for (int attempt = 0; attempt < kReadAttempts; ++attempt) {
+        if (ReadOnce(value, buffer, bufferBytes)) return false;
+        Sleep(kReadRetryMilliseconds);
+    }
+    return true;
+}
+
+bool WriteModelValue(std::uint32_t vid, std::uint32_t pid, RegistryValue value, const void* data, DWORD lengthInBytes) {
+    if (lengthInBytes != 0) return !SetModelValue(vid, pid, value, data, lengthInBytes);
+    if (RowOf(value).type == RegistryType::Dword) return !SetModelValue(vid, pid, value, data, sizeof(DWORD));
+    if (RowOf(value).type != RegistryType::String) return true;
+    return !SetUnterminatedText(vid, pid, value, static_cast<const wchar_t*>(data));
+}
+
+bool WriteModelValue(std::uint32_t vid, std::uint32_t pid, const RegistryWrite& write) {
+    if (RowOf(write.value).type == RegistryType::Dword) return WriteModelValue(vid, pid, write.value, &write.number, 0);
+    const bool isList = RowOf(write.value).type == RegistryType::MultiString;
+    const auto lengthInBytes = isList ? static_cast<DWORD>(write.text.size() * sizeof(wchar_t)) : 0;
+    return WriteModelValue(vid, pid, write.value, write.text.c_str(), lengthInBytes);
+}
+
+bool ReadDefaultCenterBinding(FunctionCode& code) {
+    UniqueRegistryKey key;
+    if (RegOpenKeyExW(HKEY_LOCAL_MACHINE, kDefaultBindKey, 0, KEY_READ, key.Receive()) != ERROR_SUCCESS) return false;
+    FunctionCode stored = code;
+    DWORD type = REG_NONE;
+    DWORD size = sizeof stored;
+    if (RegQueryValueExW(key.Get(), kDefaultCenterValue, nullptr, &type, reinterpret_cast<BYTE*>(&stored), &size) !=
+            ERROR_SUCCESS ||
+        type != REG_DWORD || size != sizeof stored) {
+        return false;
+    }
+    code = stored;
+    return true;
+}
+
+ProfileRecord NewProfileRecord() {
+    ProfileRecord record = DefaultProfileRecord();
+    FunctionCode center = record.settings[SettingField::Center];
+    if (ReadDefaultCenterBinding(center) && center != kUnsetValue) record.settings[SettingField::Center] = center;
+    return record;
+}
+
+std::optional<DeviceRecord> ReadCurrentDevice() {
+    DeviceRecord device;
+    const bool read = ReadNumber(RegistryValue::HasTilt, device.hasTilt) &&
+                      ReadNumber(RegistryValue::ButtonCount, device.buttonCount) &&
+                      ReadNumber(RegistryValue::Vid, device.vid) && ReadNumber(RegistryValue::Pid, device.pid) &&
+                      ReadMouseImage(device.mouseImage) && ReadNumber(RegistryValue::MouseFlag, device.mouseFlag);
+    if (!read || !IsPlausible(device)) return std::nullopt;
+    return device;
+}
+
+}  // namespace kvn::model

@@ -1,0 +1,31 @@
+// The private protocol between the page and the resident service that drives the mouse: the window it is found by, the
+// messages, and the record that it may send.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace kvn::model {
+
+// The title of the service's top-level window; its class is not relied upon. The service's program file begins with the
+// same word, which is how the page finds the service's folder.
+inline constexpr wchar_t kServiceName[] = L"KvnMouseApl";
+
+// Private window messages to the service. Every wParam is 0.
+enum class ServiceMessage : std::uint32_t {
+    SettingsChanged = 0x8002,   // posted after a successful apply
+    Probe = 0x8003,             // sent; a reply of kProbeRefused means "not available"
+    GestureEditBegin = 0x8005,  // sent when the gesture editor opens
+    GestureEditEnd = 0x8006,    // posted when the gesture editor is destroyed
+    IsButtonHeld = 0x8007,      // sent; lParam is one ServiceButton; a reply of 0 means "not held"
+};
+
+inline constexpr std::intptr_t kProbeRefused = -1;
+
+// Button masks of IsButtonHeld.
+enum class ServiceButton : std::uint32_t { Left = 1, Right = 2, Center = 4, Button4 = 8, Button5 = 16 };
+
+// WM_COPYDATA from the service: the initial settings as signed 32-bit values in the order of SettingField (profile.h).
+inline constexpr std::size_t kInitialSettingsBytes = 11 * sizeof(std::int32_t);
+
+}  // namespace kvn::model

@@ -1,0 +1,106 @@
+#include "model/settings_store.h"
+
+#include <shlobj.h>
+#include <shlwapi.h>
+#include <windows.h>
+
+#include <array>
+
+#include "model/profile_file.h"
+#include "model/registry_records.h"
+#include "platform/module.h"
+#include "platform/texts.h"
+#include "platform/unique_resource.h"
+#include "resources/resource.h"
+
+namespace kvn::model {
+namespace {
+
+OsVersion ReadOsVersion() {
+    OSVERSIONINFOW version{};
+    version.dwOSVersionInfoSize = sizeof version;
+    GetVersionExW(&version);
+    return {version.dwMajorVersion, version.dwMinorVersion};
+}
+
+// The user's roaming application-data folder; empty when the shell does not know it.
+std::wstring ApplicationDataFolder() {
+    platform::UniqueTaskMemory<ITEMIDLIST> list;
+    std::array<wchar_t, MAX_PATH> path{};
+    if (FAILED(SHGetSpecialFolderLocation(nullptr, CSIDL_APPDATA, list.Receive()))) return {};
+    if (!SHGetPathFromIDListW(list.Get(), path.data())) return {};
+    return path.data();
+}
+
+// The folder of the profile files, made when it is missing.
+std::wstring SettingsFolder() {
+    std::wstring folder = ApplicationDataFolder() + platform::LoadText(platform::ThisModule(), IDS_SETTINGS_FOLDER);
+    if (!PathFileExistsW(folder.c_str())) SHCreateDirectory(nullptr, folder.c_str());
+    return folder;
+}
+
+std::size_t IndexWithin(const ProfileSet& profiles, std::int32_t stored) {
+    const auto index = static_cast<std::size_t>(stored);
+    return stored >= 0 && index < profiles.size() ? index : 0;
+}
+
+void MakeDefaultProfile(MouseSettings& settings) {
+    ProfileRecord record = NewProfileRecord();
+    record.name = platform::LoadText(platform::ThisModule(), IDS_DEFAULT_PROFILE_NAME);
+    settings.profiles.assign(1, record);
+    settings.selectedProfile = 0;
+}
+
+// Puts the numbers of a new default profile into the registry, where the service looks for them. The number of
+// revolutions is written as it stands, since kUnsetValue is a meaning of its own there.
+void PublishNewProfile(MouseSettings& settings) {
+    SettingValues& values = settings.registrySettings.values;
+    for (const SettingFieldRow& row : kSettingFields) {
+        if (!row.mayBeUnset && values[row.field] == kUnsetValue) values[row.field] = settings.initialValues[row.field];
+    }
+    for (const RegistryWrite& write : AllNumbers(values)) {
+        WriteModelValue(settings.device.vid, settings.device.pid, write);
+    }
+}
+
+}  // namespace
+
+bool LoadModel(MouseSettings& settings) {
+    settings.os = ReadOsVersion();
+    settings.profileFilePath = SettingsFolder() + ModelName(settings.device.vid, settings.device.pid) + L".xml";
+    settings.profileFileIsUnreadable = false;
+
+    if (LoadProfileFile(settings.profileFilePath, settings.profiles) > 0) {
+        settings.selectedProfile = IndexWithin(settings.profiles, settings.profiles.front().selectedIndex);
+        settings.registrySettings = CheckedCopy(settings.Selected());
+        return true;
+    }
+    MakeDefaultProfile(settings);
+    settings.profileFileIsUnreadable = true;
+    const bool saved = SaveProfiles(settings);
+    settings.registrySettings = CheckedCopy(settings.Selected());
+    PublishNewProfile(settings);
+    return saved;
+}
+
+bool WriteRegistryValues(MouseSettings& settings) {
+    bool written = true;
+    for (const RegistryWrite& write : ChangedValues(settings.registrySettings, settings.Selected())) {
+        if (WriteModelValue(settings.device.vid, settings.device.pid, write)) written = false;
+    }
+    if (written) settings.registrySettings = settings.Selected();
+    return written;
+}
+
+bool SaveProfiles(MouseSettings& settings) {
+    if (settings.profileFileIsUnreadable && !SetAsideProfileFile(settings.profileFilePath)) return false;
+    settings.profileFileIsUnreadable = false;
+
+    ProfileRecord& first = settings.profiles.front();
+    first.vid = static_cast<std::uint16_t>(settings.device.vid);
+    first.pid = static_cast<std::uint16_t>(settings.device.pid);
+    first.selectedIndex = static_cast<std::int32_t>(settings.selectedProfile);
+    return SaveProfileFile(settings.profileFilePath, settings.profiles);
+}
+
+}  // namespace kvn::model

@@ -1,0 +1,20 @@
+// Loads the attached mouse's settings from disk and writes changes to registry and disk.
+#pragma once
+
+#include "model/mouse_settings.h"
+
+namespace kvn::model {
+
+// Loads the profiles of the model in settings.device, or makes a default profile and writes it at once; a file that
+// cannot be read is set aside first. settings.initialValues must be there already. False when the file could not be
+// read or written; the settings hold at least one profile in any case.
+bool LoadModel(MouseSettings& settings);
+
+// Writes the registry values in which the selected profile differs from settings.registrySettings, all of them even
+// when one fails, and then remembers them as written. False when one failed; nothing is remembered then.
+bool WriteRegistryValues(MouseSettings& settings);
+
+// Writes the profile file with the device's ids and the selection. False: the file is what it was.
+bool SaveProfiles(MouseSettings& settings);
+
+}  // namespace kvn::model

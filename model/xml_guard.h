@@ -1,0 +1,24 @@
+// What stands between a file's bytes and TinyXML: TinyXML recurses with every nested element, searches an element's
+// attributes one by one, and drops a text of white space only. Here a document that would hurt it is turned away, and
+// one that is fine is changed so that nothing in it gets lost.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+
+namespace kvn::model {
+
+// A profile file with every list full is a tenth of these.
+inline constexpr std::size_t kMaxXmlBytes = std::size_t{32} * 1024 * 1024;
+inline constexpr std::size_t kMaxXmlElements = 1'000'000;
+inline constexpr std::size_t kMaxXmlDepth = 64;
+// Bounds the number of attributes, of which a profile file has none.
+inline constexpr std::size_t kMaxXmlTagBytes = 4096;
+
+// The document as TinyXML may parse it: line ends are single line feeds, and a text of white space only between a start
+// tag and its end tag is in a CDATA section. Nothing when it is empty, too large, too deep, or holds a zero or a tag
+// without end.
+std::optional<std::string> PrepareXml(std::string document);
+
+}  // namespace kvn::model

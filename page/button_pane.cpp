@@ -1,0 +1,267 @@
+#include "page/button_pane.h"
+
+#include <commctrl.h>
+
+#include <span>
+
+#include "gestures/arbitrary_key_dialog.h"
+#include "page/property_page.h"
+#include "platform/boundary.h"
+#include "platform/combo_box.h"
+#include "platform/subclass.h"
+#include "platform/texts.h"
+#include "resources/resource.h"
+
+namespace kvn::page {
+namespace {
+
+using model::ButtonSlot;
+using model::SettingField;
+
+constexpr int kMaxRevolutionCount = 5;
+
+struct ChooserRow {
+    ButtonSlot slot;
+    int control;
+};
+constexpr std::array<ChooserRow, model::kButtonSlotCount> kChoosers{{
+    {ButtonSlot::Left, IDC_PANE_LEFT},
+    {ButtonSlot::Right, IDC_PANE_RIGHT},
+    {ButtonSlot::Center, IDC_PANE_CENTER},
+    {ButtonSlot::Button4, IDC_PANE_BUTTON4},
+    {ButtonSlot::Button5, IDC_PANE_BUTTON5},
+    {ButtonSlot::TiltLeft, IDC_PANE_TILT_LEFT},
+    {ButtonSlot::TiltRight, IDC_PANE_TILT_RIGHT},
+}};
+
+struct TrackbarRow {
+    SettingField field;
+    int control;
+    int maximum;  // the minimum is 1
+};
+constexpr std::array<TrackbarRow, 3> kTrackbars{{
+    {SettingField::HorizontalScrollSpeed, IDC_PANE_HORIZONTAL_SPEED, 8},
+    {SettingField::FlyingScrollSpeed, IDC_PANE_FLYING_SPEED, 10},
+    {SettingField::FlyingRevolutionSpeed, IDC_PANE_REVOLUTION_SPEED, 10},
+}};
+
+constexpr std::array kHorizontalScrollControls{IDC_PANE_HORIZONTAL_SPEED, IDC_PANE_HORIZONTAL_SLOW,
+                                               IDC_PANE_HORIZONTAL_FAST,  IDC_PANE_HORIZONTAL_GROUP,
+                                               IDC_PANE_TILT_LEFT,        IDC_PANE_TILT_RIGHT};
+constexpr std::array kFlyingScrollControls{
+    IDC_PANE_FLYING_GROUP,          IDC_PANE_REVOLUTION_COUNT_LABEL, IDC_PANE_REVOLUTION_COUNT,
+    IDC_PANE_REVOLUTION_SPEED,      IDC_PANE_FLYING_SPEED,           IDC_PANE_REVOLUTION_SPEED_SLOW,
+    IDC_PANE_REVOLUTION_SPEED_FAST, IDC_PANE_FLYING_SPEED_SLOW,      IDC_PANE_FLYING_SPEED_FAST};
+// What has no meaning while the number of revolutions is "Invalid".
+constexpr std::array kFlyingSpeedControls{IDC_PANE_FLYING_SPEED,           IDC_PANE_REVOLUTION_SPEED,
+                                          IDC_PANE_REVOLUTION_SPEED_LABEL, IDC_PANE_FLYING_SPEED_LABEL,
+                                          IDC_PANE_REVOLUTION_SPEED_SLOW,  IDC_PANE_REVOLUTION_SPEED_FAST,
+                                          IDC_PANE_FLYING_SPEED_SLOW,      IDC_PANE_FLYING_SPEED_FAST};
+constexpr std::array kButtonControls{IDC_PANE_LEFT, IDC_PANE_RIGHT, IDC_PANE_CENTER, IDC_PANE_BUTTON4,
+                                     IDC_PANE_BUTTON5};
+
+bool IsTilt(ButtonSlot slot) {
+    return slot == ButtonSlot::TiltLeft || slot == ButtonSlot::TiltRight;
+}
+
+// The pane's own dialog procedure: everything is done by its subclass.
+INT_PTR CALLBACK IgnoreMessage(HWND /*dialog*/, UINT /*message*/, WPARAM /*wParam*/, LPARAM /*lParam*/) {
+    return FALSE;
+}
+
+}  // namespace
+
+ButtonPane::ButtonPane(model::MouseSettings& mouseSettings, const platform::MessageBoxes& messageBoxes,
+                       IButtonPaneOwner& paneOwner)
+    : settings(mouseSettings), boxes(messageBoxes), owner(paneOwner) {}
+
+HWND ButtonPane::Create(HINSTANCE module, HWND page) {
+    resources = module;
+    pane = CreateDialogParamW(module, MAKEINTRESOURCEW(IDD_BUTTON_PANE), page, IgnoreMessage, 0);
+    return pane;
+}
+
+void ButtonPane::SetUp() {
+    if (pane == nullptr) return;
+    const auto onMouse = model::FunctionsForSlot(settings.os, true);
+    const auto notOnMouse = model::FunctionsForSlot(settings.os, false);
+    for (const ChooserRow& row : kChoosers) {
+        SlotChooser& chooser = choosers[static_cast<std::size_t>(row.slot)];
+        chooser.SetUp(*this, row.slot, Control(row.control), resources,
+                      settings.IsOnMouse(row.slot) ? onMouse : notOnMouse);
+    }
+    for (const TrackbarRow& row : kTrackbars) {
+        SendMessageW(Control(row.control), TBM_SETRANGE, TRUE, MAKELPARAM(1, row.maximum));
+    }
+    const HWND revolutions = Control(IDC_PANE_REVOLUTION_COUNT);
+    platform::AddComboItem(revolutions, platform::LoadText(resources, IDS_REVOLUTIONS_INVALID), model::kUnsetValue);
+    for (int count = 1; count <= kMaxRevolutionCount; ++count) {
+        platform::AddComboItem(revolutions, std::to_wstring(count), count);
+    }
+    previousProcedure = platform::Subclass(pane, PaneProcedure, this);
+}
+
+void ButtonPane::Fill(const model::ProfileSettings& shown) {
+    if (pane == nullptr) return;
+    for (const SlotChooser& chooser : choosers) {
+        const ButtonSlot slot = chooser.Slot();
+        const model::FunctionCode function = shown.FunctionOf(slot);
+        model::EtcKey keys;
+        if (function == model::kFunctionArbitraryKey) keys = shown.etcKeys[slot];
+        if (!settings.IsOnMouse(slot)) keys = model::WithoutShiftKeys(keys);
+        chooser.ShowArbitraryKeys(keys);
+        chooser.Select(function);
+    }
+    for (const TrackbarRow& row : kTrackbars) {
+        SendMessageW(Control(row.control), TBM_SETPOS, TRUE, shown[row.field]);
+    }
+    FillRevolutionCount(shown[SettingField::FlyingRevolutionCount]);
+}
+
+void ButtonPane::FillRevolutionCount(std::int32_t count) {
+    const bool isValid = count >= 1 && !settings.device.LacksFlyingScroll();
+    SendMessageW(Control(IDC_PANE_REVOLUTION_COUNT), CB_SETCURSEL, isValid ? static_cast<WPARAM>(count) : 0, 0);
+    EnableFlyingSpeeds(isValid);
+}
+
+void ButtonPane::DisableMissingCapabilities() {
+    const auto disable = [this](std::span<const int> controls) {
+        for (const int control : controls) Enable(control, false);
+    };
+    if (!settings.device.HasTiltWheel()) disable(kHorizontalScrollControls);
+    if (settings.device.LacksFlyingScroll()) disable(kFlyingScrollControls);
+    for (std::size_t i = 0; i < kButtonControls.size(); ++i) {
+        if (settings.device.buttonCount < static_cast<int>(i) + 1) Enable(kButtonControls[i], false);
+    }
+}
+
+model::ProfileSettings ButtonPane::Read(const model::ProfileSettings& base) const {
+    model::ProfileSettings read = base;
+    if (pane == nullptr) return read;
+    for (const SlotChooser& chooser : choosers) {
+        if (const auto function = chooser.Selected()) read[RowOf(chooser.Slot()).field] = *function;
+    }
+    for (const TrackbarRow& row : kTrackbars) {
+        read[row.field] = static_cast<std::int32_t>(SendMessageW(Control(row.control), TBM_GETPOS, 0, 0));
+    }
+    if (const auto count = platform::SelectedComboData(Control(IDC_PANE_REVOLUTION_COUNT))) {
+        read[SettingField::FlyingRevolutionCount] = *count;
+    }
+    return read;
+}
+
+void ButtonPane::LoadPictures(const std::wstring& folder) {
+    if (pane == nullptr) return;
+    const HWND target = Control(IDC_PANE_PICTURE);
+    const model::DeviceRecord& device = settings.device;
+    const int count = (device.HasTiltWheel() ? model::kMaxButtonCount : device.buttonCount) + 1;
+    for (int k = 0; k < count; ++k) {
+        const std::wstring mark = k == 0 ? std::wstring() : L"_" + std::to_wstring(k);
+        pictures.emplace_back(target, folder + device.mouseImage + mark + L".png");
+    }
+    ShowPicture(std::nullopt);
+    InvalidateRect(pane, nullptr, TRUE);
+}
+
+void ButtonPane::ShowPicture(std::optional<ButtonSlot> marked) const {
+    const std::size_t index = marked ? static_cast<std::size_t>(*marked) + 1 : 0;
+    if (index < pictures.size() && IsWindow(Control(IDC_PANE_PICTURE))) pictures[index].Draw();
+}
+
+LRESULT CALLBACK ButtonPane::PaneProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    ButtonPane& self = *platform::ObjectOf<ButtonPane>(window);
+    return platform::AtBoundary<LRESULT>(0, [&] { return self.HandleMessage(message, wParam, lParam); });
+}
+
+LRESULT ButtonPane::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    bool changes = false;
+    if (message == WM_COMMAND) {
+        OnCommand(LOWORD(wParam), HIWORD(wParam));
+        changes = owner.IsChangingCommand(pane, wParam, lParam);
+    } else if (message == WM_HSCROLL) {
+        changes = owner.IsChangingScroll(reinterpret_cast<HWND>(lParam));
+    } else if (message == WM_DESTROY) {
+        ClearPicture(Control(IDC_PANE_PICTURE));
+    }
+    if (changes) MarkPageChanged(GetParent(pane));
+    return CallWindowProcW(previousProcedure, pane, message, wParam, lParam);
+}
+
+void ButtonPane::OnCommand(UINT control, UINT notification) {
+    if (control == IDC_PANE_HELP) return owner.OnHelp();
+    if (control == IDC_PANE_RESET) return owner.OnReset();
+    if (control == IDC_PANE_REVOLUTION_COUNT && notification == CBN_SELCHANGE) return OnRevolutionCountChosen();
+    for (const ChooserRow& row : kChoosers) {
+        if (control == static_cast<UINT>(row.control)) {
+            OnChooserNotification(choosers[static_cast<std::size_t>(row.slot)], notification);
+        }
+    }
+}
+
+void ButtonPane::OnChooserNotification(SlotChooser& chooser, UINT notification) {
+    switch (notification) {
+        case CBN_SETFOCUS:
+            earlierChoice = chooser.SelectedIndex();
+            break;
+        case CBN_KILLFOCUS:
+            earlierChoice = 0;
+            break;
+        case CBN_SELENDOK:
+            OnChoiceConfirmed(chooser);
+            earlierChoice = chooser.SelectedIndex();
+            break;
+        default:
+            break;
+    }
+}
+
+void ButtonPane::OnChoiceConfirmed(SlotChooser& changed) {
+    // A message box takes the focus from the chooser, which clears the remembered choice.
+    const int choiceBefore = earlierChoice;
+    int gestureCount = 0;
+    for (const SlotChooser& chooser : choosers) gestureCount += chooser.Selected() == model::kFunctionGesture ? 1 : 0;
+
+    KeepOneLeftClick(changed, gestureCount);
+    if (gestureCount >= 2) {
+        boxes.Show(pane, IDS_GESTURE_SLOT_TAKEN, MB_OK | MB_ICONEXCLAMATION);
+        changed.SelectIndex(choiceBefore);
+    }
+    if (changed.Selected() == model::kFunctionArbitraryKey) RegisterArbitraryKey(changed);
+}
+
+void ButtonPane::KeepOneLeftClick(SlotChooser& changed, int& gestureCount) const {
+    for (const SlotChooser& chooser : choosers) {
+        if (chooser.Selected() == model::kFunctionLeftClick) return;
+    }
+    const auto leftClick = changed.IndexOfLeftClick();
+    if (!leftClick) return;
+    boxes.Show(pane, IDS_LEFT_CLICK_MISSING, MB_OK | MB_ICONEXCLAMATION);
+    changed.SelectIndex(*leftClick);
+    --gestureCount;
+}
+
+void ButtonPane::RegisterArbitraryKey(SlotChooser& chooser) {
+    const ButtonSlot slot = chooser.Slot();
+    gestures::KeyCaptureRecord capture;
+    capture.keys = settings.Selected().etcKeys[slot];
+    capture.origin = chooser.Window();
+    capture.excludeShift = IsTilt(slot) ? 1 : 0;
+    if (!gestures::RunArbitraryKeyDialog(resources, capture)) return;
+    settings.Selected().etcKeys[slot] = capture.keys;
+    chooser.ShowArbitraryKeys(capture.keys);
+}
+
+void ButtonPane::OnRevolutionCountChosen() {
+    const auto count = platform::SelectedComboData(Control(IDC_PANE_REVOLUTION_COUNT));
+    if (count && !settings.device.LacksFlyingScroll()) EnableFlyingSpeeds(*count >= 1);
+}
+
+void ButtonPane::EnableFlyingSpeeds(bool enable) const {
+    for (const int control : kFlyingSpeedControls) Enable(control, enable);
+}
+
+void ButtonPane::Enable(int control, bool enable) const {
+    EnableWindow(Control(control), enable ? TRUE : FALSE);
+}
+
+}  // namespace kvn::page

@@ -1,0 +1,90 @@
+// The pane "Allocate button function": the mouse picture, a chooser per mouse control, and the scroll settings.
+#pragma once
+
+#include <windows.h>
+
+#include <array>
+#include <optional>
+#include <vector>
+
+#include "model/mouse_settings.h"
+#include "page/mouse_picture.h"
+#include "page/slot_chooser.h"
+#include "platform/message_box.h"
+
+namespace kvn::page {
+
+// What the pane asks of its page.
+class IButtonPaneOwner {
+public:
+    virtual void OnHelp() = 0;
+    virtual void OnReset() = 0;
+    // Whether a command or a scroll in the pane changes the settings.
+    virtual bool IsChangingCommand(HWND pane, WPARAM wParam, LPARAM lParam) = 0;
+    virtual bool IsChangingScroll(HWND trackbar) = 0;
+
+protected:
+    ~IButtonPaneOwner() = default;
+};
+
+class ButtonPane {
+public:
+    ButtonPane(model::MouseSettings& mouseSettings, const platform::MessageBoxes& messageBoxes,
+               IButtonPaneOwner& paneOwner);
+    ButtonPane(const ButtonPane&) = delete;
+    ButtonPane& operator=(const ButtonPane&) = delete;
+
+    // Makes the pane's window as a hidden child of the page; null when it cannot.
+    HWND Create(HINSTANCE module, HWND page);
+
+    // Gives every control its choices and ranges and takes over the messages of the pane and its choosers.
+    void SetUp();
+
+    // Shows the settings. Those of the profile stay as they are.
+    void Fill(const model::ProfileSettings& shown);
+
+    // Disables what this mouse does not have.
+    void DisableMissingCapabilities();
+
+    // The settings as the user sees them: the numbers that a control shows, everything else as in `base`. A chooser
+    // without a selection holds a code that it does not offer and keeps it.
+    model::ProfileSettings Read(const model::ProfileSettings& base) const;
+
+    // Loads the pictures of the mouse from the folder and draws the plain one.
+    void LoadPictures(const std::wstring& folder);
+
+    // Draws the picture with the slot's control marked, or the plain one.
+    void ShowPicture(std::optional<model::ButtonSlot> marked) const;
+
+private:
+    static LRESULT CALLBACK PaneProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    void OnCommand(UINT control, UINT notification);
+    void OnChooserNotification(SlotChooser& chooser, UINT notification);
+
+    // The rules that keep one "Left click" and at most one "Gesture function", and the key dialog of "Arbitrary key".
+    void OnChoiceConfirmed(SlotChooser& changed);
+    void KeepOneLeftClick(SlotChooser& changed, int& gestureCount) const;
+    void RegisterArbitraryKey(SlotChooser& chooser);
+
+    void FillRevolutionCount(std::int32_t count);
+    void OnRevolutionCountChosen();
+    void EnableFlyingSpeeds(bool enable) const;
+    void Enable(int control, bool enable) const;
+    HWND Control(int control) const { return GetDlgItem(pane, control); }
+
+    model::MouseSettings& settings;
+    const platform::MessageBoxes& boxes;
+    IButtonPaneOwner& owner;
+
+    HINSTANCE resources = nullptr;
+    HWND pane = nullptr;
+    WNDPROC previousProcedure = nullptr;
+    std::array<SlotChooser, model::kButtonSlotCount> choosers;
+    // Index 0 is the plain mouse, index k the mouse with its k-th control marked.
+    std::vector<MousePicture> pictures;
+    // The choice that a chooser had when the focus came to it or its choice was last confirmed.
+    int earlierChoice = 0;
+};
+
+}  // namespace kvn::page

@@ -1,0 +1,251 @@
+#include "page/korven_panel.h"
+
+#include <commctrl.h>
+#include <shellapi.h>
+
+#include <algorithm>
+#include <array>
+#include <iterator>
+
+#include "model/registry_records.h"
+#include "model/settings_store.h"
+#include "page/service_folder.h"
+#include "platform/module.h"
+#include "platform/service_window.h"
+#include "platform/texts.h"
+#include "resources/resource.h"
+
+namespace kvn::page {
+namespace {
+
+constexpr wchar_t kHelpFile[] = L"KvnUtilHelp.htm";
+constexpr wchar_t kPictureFolder[] = L"MouseImage\\";
+constexpr COLORREF kWarningColour = RGB(255, 0, 0);
+constexpr INT_PTR kLastShellExecuteError = 32;
+
+enum Tab { kButtonTab, kGestureTab };
+constexpr std::array<UINT, 2> kTabTitles{IDS_TAB_BUTTONS, IDS_TAB_GESTURES};
+
+// Combo-box notifications that come with a change; the others only tell of the focus or of a list that was left.
+constexpr std::array<UINT, 7> kChangingNotifications{CBN_SELCHANGE, CBN_DBLCLK,  CBN_EDITCHANGE, CBN_EDITUPDATE,
+                                                     CBN_DROPDOWN,  CBN_CLOSEUP, CBN_SELENDOK};
+
+bool IsComboBox(HWND window) {
+    std::array<wchar_t, 16> className{};
+    GetClassNameW(window, className.data(), static_cast<int>(className.size()));
+    return lstrcmpiW(className.data(), WC_COMBOBOXW) == 0;
+}
+
+// The gesture pane's dialog procedure.
+INT_PTR CALLBACK GesturePaneProcedure(HWND /*pane*/, UINT /*message*/, WPARAM /*wParam*/, LPARAM /*lParam*/) {
+    return FALSE;
+}
+
+}  // namespace
+
+const KorvenPanel::CommandRow KorvenPanel::kCommands[] = {
+    {IDC_PANE_HELP, &KorvenPanel::OnHelpCommand},
+    {IDC_PANE_RESET, &KorvenPanel::OnResetCommand},
+    {IDC_PAGE_PROFILE, &KorvenPanel::OnProfileCommand},
+};
+
+KorvenPanel::KorvenPanel() : boxes(platform::ThisModule(), IDS_CAPTION), buttonPane(settings, boxes, *this) {
+    InitializeCriticalSection(&lock);
+}
+
+KorvenPanel::~KorvenPanel() {
+    DeleteCriticalSection(&lock);
+}
+
+bool KorvenPanel::CanAddPage(LPFNADDPROPSHEETPAGE /*addPage*/, LPARAM /*parameter*/) {
+    return platform::IsServiceAvailable();
+}
+
+void KorvenPanel::OnInitDialog(HINSTANCE module, HWND page) {
+    pageWindow = page;
+    ReadDevice();
+    LoadProfiles();
+    CreatePanes(module);
+    FillProfileCombo();
+    RepairProfiles();
+    buttonPane.Fill(settings.Selected());
+    buttonPane.DisableMissingCapabilities();
+    FindServiceFiles();
+}
+
+void KorvenPanel::ReadDevice() {
+    if (auto device = model::ReadCurrentDevice()) {
+        settings.device = std::move(*device);
+    } else {
+        boxes.Show(pageWindow, IDS_DEVICE_FAILED, MB_OK | MB_ICONEXCLAMATION);
+    }
+}
+
+void KorvenPanel::LoadProfiles() {
+    settings.initialValues = model::InitialValuesOf(model::NewProfileRecord());
+    if (!model::LoadModel(settings)) boxes.Show(pageWindow, IDS_SETTINGS_FAILED, MB_OK | MB_ICONEXCLAMATION);
+}
+
+void KorvenPanel::CreatePanes(HINSTANCE module) {
+    const HWND tab = Control(IDC_PAGE_TAB);
+    for (std::size_t i = 0; i < kTabTitles.size(); ++i) {
+        std::wstring title = platform::LoadText(module, kTabTitles[i]);
+        TCITEMW item{};
+        item.mask = TCIF_TEXT;
+        item.pszText = title.data();
+        SendMessageW(tab, TCM_INSERTITEMW, i, reinterpret_cast<LPARAM>(&item));
+    }
+    buttonPaneWindow = buttonPane.Create(module, pageWindow);
+    gesturePaneWindow =
+        CreateDialogParamW(module, MAKEINTRESOURCEW(IDD_GESTURE_PANE), pageWindow, GesturePaneProcedure, 0);
+    PlacePane(buttonPaneWindow, Control(IDC_PAGE_EDIT_PROFILE));
+    PlacePane(gesturePaneWindow, buttonPaneWindow);
+    ShowWindow(buttonPaneWindow, SW_SHOW);
+    buttonPane.SetUp();
+}
+
+// Lays the pane onto the tab control's display area, above it and directly after `previous` in the tab order.
+void KorvenPanel::PlacePane(HWND pane, HWND previous) const {
+    const HWND tab = Control(IDC_PAGE_TAB);
+    RECT area{};
+    GetClientRect(tab, &area);
+    SendMessageW(tab, TCM_ADJUSTRECT, FALSE, reinterpret_cast<LPARAM>(&area));
+    MapWindowPoints(tab, pageWindow, reinterpret_cast<POINT*>(&area), 2);
+    SetWindowPos(pane, previous, area.left, area.top, area.right - area.left, area.bottom - area.top, SWP_NOACTIVATE);
+}
+
+void KorvenPanel::FillProfileCombo() const {
+    const HWND combo = Control(IDC_PAGE_PROFILE);
+    for (const model::ProfileRecord& profile : settings.profiles) {
+        SendMessageW(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(profile.name.c_str()));
+    }
+    SendMessageW(combo, CB_SETCURSEL, settings.selectedProfile, 0);
+}
+
+void KorvenPanel::RepairProfiles() {
+    const auto repaired = model::RepairAbnormalValues(settings.profiles, settings.initialValues);
+    if (repaired.empty()) return;
+    std::wstring message = platform::LoadText(platform::ThisModule(), IDS_ABNORMAL_VALUES) + L'\n';
+    for (const model::AbnormalValue& value : repaired) {
+        message += settings.profiles[value.profile].name;
+        message += platform::LoadText(platform::ThisModule(), RowOf(value.field).labelId) + L'\n';
+    }
+    boxes.ShowText(pageWindow, message, MB_OK | MB_ICONEXCLAMATION);
+}
+
+void KorvenPanel::FindServiceFiles() {
+    const std::wstring folder = ServiceFolder();
+    if (!folder.empty()) helpFile = folder + kHelpFile;
+    buttonPane.LoadPictures(folder.empty() ? folder : folder + kPictureFolder);
+}
+
+bool KorvenPanel::OnApply(HINSTANCE /*module*/, HWND page) {
+    if (settings.profiles.empty()) return true;
+    StorePane();
+    if (SaveSettings()) {
+        platform::NotifySettingsChanged();
+        return true;
+    }
+    boxes.Show(page, IDS_SETTINGS_FAILED, MB_OK | MB_ICONEXCLAMATION);
+    return false;
+}
+
+void KorvenPanel::StorePane() {
+    model::ProfileSettings& selected = settings.Selected();
+    selected = model::CheckedCopy(buttonPane.Read(selected));
+}
+
+bool KorvenPanel::SaveSettings() {
+    return model::WriteRegistryValues(settings) && model::SaveProfiles(settings);
+}
+
+bool KorvenPanel::OnHScroll(HWND trackbar) {
+    return IsChangingControl(static_cast<UINT>(GetDlgCtrlID(trackbar)));
+}
+
+bool KorvenPanel::IsChangingControl(UINT controlId) {
+    if (controlId == IDC_PANE_HELP) return false;
+    if (controlId == IDC_PANE_RESET) return !resetDeclined;
+    return true;
+}
+
+bool KorvenPanel::OnCommandChanged(HWND window, WPARAM wParam, LPARAM /*lParam*/) {
+    const UINT control = LOWORD(wParam);
+    const UINT notification = HIWORD(wParam);
+    const HWND sender = GetDlgItem(window, static_cast<int>(control));
+    const bool isQuiet = sender != nullptr && IsComboBox(sender) &&
+                         std::find(kChangingNotifications.begin(), kChangingNotifications.end(), notification) ==
+                             kChangingNotifications.end();
+    return !isQuiet && IsChangingControl(control);
+}
+
+void KorvenPanel::OnCommand(WPARAM wParam, LPARAM /*lParam*/, HWND /*page*/) {
+    const auto row = std::find_if(std::begin(kCommands), std::end(kCommands),
+                                  [&](const CommandRow& command) { return command.control == LOWORD(wParam); });
+    if (row != std::end(kCommands)) (this->*row->handler)(HIWORD(wParam));
+}
+
+void KorvenPanel::OnProfileCommand(UINT notification) {
+    if (notification != CBN_SELCHANGE) return;
+    const LRESULT chosen = SendMessageW(Control(IDC_PAGE_PROFILE), CB_GETCURSEL, 0, 0);
+    if (chosen < 0 || static_cast<std::size_t>(chosen) >= settings.profiles.size()) return;
+    StorePane();
+    settings.selectedProfile = static_cast<std::size_t>(chosen);
+    buttonPane.Fill(model::CheckedCopy(settings.Selected()));
+}
+
+void KorvenPanel::OnHelpCommand(UINT /*notification*/) {
+    OnHelp();
+}
+
+void KorvenPanel::OnResetCommand(UINT /*notification*/) {
+    OnReset();
+}
+
+void KorvenPanel::OnHelp() {
+    if (helpFile.empty()) return;
+    const auto result =
+        reinterpret_cast<INT_PTR>(ShellExecuteW(nullptr, L"open", helpFile.c_str(), nullptr, nullptr, SW_SHOWNORMAL));
+    if (result <= kLastShellExecuteError) boxes.Show(pageWindow, IDS_HELP_FAILED, MB_OK | MB_ICONEXCLAMATION);
+}
+
+void KorvenPanel::OnReset() {
+    resetDeclined = boxes.Show(pageWindow, IDS_CONFIRM_RESET, MB_OKCANCEL | MB_ICONINFORMATION) != IDOK;
+    if (resetDeclined) return;
+    model::ProfileSettings initial;
+    initial.values = settings.initialValues;
+    buttonPane.Fill(initial);
+}
+
+bool KorvenPanel::IsChangingCommand(HWND pane, WPARAM wParam, LPARAM lParam) {
+    return OnCommandChanged(pane, wParam, lParam);
+}
+
+bool KorvenPanel::IsChangingScroll(HWND trackbar) {
+    return OnHScroll(trackbar);
+}
+
+void KorvenPanel::OnCopyData(HWND sender, const COPYDATASTRUCT* data) {
+    if (sender == nullptr || sender != platform::FindService()) return;
+    if (data == nullptr || data->lpData == nullptr) return;
+    const std::span bytes(static_cast<const std::byte*>(data->lpData), data->cbData);
+    if (const auto values = model::InitialValuesFromRecord(bytes)) settings.initialValues = *values;
+}
+
+void KorvenPanel::OnPaint(HWND /*page*/) {}
+
+HBRUSH KorvenPanel::OnCtlColorStatic(HDC deviceContext, HWND control) {
+    if (GetDlgCtrlID(control) != IDC_PAGE_WARNING_TEXT) return nullptr;
+    SetBkMode(deviceContext, TRANSPARENT);
+    SetTextColor(deviceContext, kWarningColour);
+    return static_cast<HBRUSH>(GetStockObject(NULL_BRUSH));
+}
+
+void KorvenPanel::OnTabChanged(HWND /*page*/, WPARAM /*wParam*/, const NMHDR* /*header*/) {
+    const LRESULT tab = SendMessageW(Control(IDC_PAGE_TAB), TCM_GETCURSEL, 0, 0);
+    if (tab != kButtonTab && tab != kGestureTab) return;
+    ShowWindow(buttonPaneWindow, tab == kButtonTab ? SW_SHOW : SW_HIDE);
+    ShowWindow(gesturePaneWindow, tab == kGestureTab ? SW_SHOW : SW_HIDE);
+}
+
+}  // namespace kvn::page

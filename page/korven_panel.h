@@ -1,0 +1,79 @@
+// The panel behind the property page: it owns what is edited, and conducts start-up, apply, reset and help.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+#include "model/mouse_settings.h"
+#include "page/button_pane.h"
+#include "page/property_panel.h"
+#include "platform/message_box.h"
+
+namespace kvn::page {
+
+class KorvenPanel final : public IPropertyPanel, private IButtonPaneOwner {
+public:
+    KorvenPanel();
+    ~KorvenPanel() override;
+    KorvenPanel(const KorvenPanel&) = delete;
+    KorvenPanel& operator=(const KorvenPanel&) = delete;
+
+    bool CanAddPage(LPFNADDPROPSHEETPAGE addPage, LPARAM parameter) override;
+    void OnInitDialog(HINSTANCE module, HWND page) override;
+    bool OnApply(HINSTANCE module, HWND page) override;
+    bool OnHScroll(HWND trackbar) override;
+    bool IsChangingControl(UINT controlId) override;
+    bool OnCommandChanged(HWND window, WPARAM wParam, LPARAM lParam) override;
+    void OnCommand(WPARAM wParam, LPARAM lParam, HWND page) override;
+    void OnCopyData(HWND sender, const COPYDATASTRUCT* data) override;
+    void OnPaint(HWND page) override;
+    HBRUSH OnCtlColorStatic(HDC deviceContext, HWND control) override;
+    void OnTabChanged(HWND page, WPARAM wParam, const NMHDR* header) override;
+
+private:
+    using CommandHandler = void (KorvenPanel::*)(UINT notification);
+    struct CommandRow {
+        UINT control;
+        CommandHandler handler;
+    };
+    static const CommandRow kCommands[];
+
+    // IButtonPaneOwner
+    void OnHelp() override;
+    void OnReset() override;
+    bool IsChangingCommand(HWND pane, WPARAM wParam, LPARAM lParam) override;
+    bool IsChangingScroll(HWND trackbar) override;
+
+    void OnProfileCommand(UINT notification);
+    void OnHelpCommand(UINT notification);
+    void OnResetCommand(UINT notification);
+
+    // Start-up, in this order.
+    void ReadDevice();
+    void LoadProfiles();
+    void CreatePanes(HINSTANCE module);
+    void FillProfileCombo() const;
+    void RepairProfiles();
+    void FindServiceFiles();
+
+    void PlacePane(HWND pane, HWND previous) const;
+    // Puts what the button pane shows into the selected profile.
+    void StorePane();
+    bool SaveSettings();
+    HWND Control(int control) const { return GetDlgItem(pageWindow, control); }
+
+    // Held from construction to destruction; everything runs on the sheet's one thread.
+    CRITICAL_SECTION lock;
+    model::MouseSettings settings;
+    platform::MessageBoxes boxes;
+    ButtonPane buttonPane;
+
+    HWND pageWindow = nullptr;
+    HWND buttonPaneWindow = nullptr;
+    HWND gesturePaneWindow = nullptr;
+    std::wstring helpFile;       // empty when the service's folder is not known
+    bool resetDeclined = false;  // the user's answer the last time that a reset was asked for
+};
+
+}  // namespace kvn::page

@@ -1,0 +1,43 @@
+#include "page/module_state.h"
+
+#include <new>
+
+#include "page/korven_panel.h"
+
+namespace kvn::page {
+namespace {
+
+ULONG serverReferences = 0;
+std::unique_ptr<IPropertyPanel> currentPanel;
+
+}  // namespace
+
+void AddServerReference() {
+    ++serverReferences;
+}
+void ReleaseServerReference() {
+    --serverReferences;
+}
+bool HasServerReferences() {
+    return serverReferences != 0;
+}
+
+void MakeCurrentPanel() noexcept {
+    try {
+        currentPanel = std::make_unique<KorvenPanel>();
+    } catch (...) {
+        currentPanel.reset();
+    }
+}
+
+IPropertyPanel* CurrentPanel() noexcept {
+    if (!currentPanel) MakeCurrentPanel();
+    return currentPanel.get();
+}
+
+std::unique_ptr<IPropertyPanel> TakeCurrentPanel() noexcept {
+    CurrentPanel();
+    return std::move(currentPanel);
+}
+
+}  // namespace kvn::page

@@ -1,0 +1,102 @@
+#include "page/property_page.h"
+
+#include <commctrl.h>
+
+#include "page/module_state.h"
+#include "platform/boundary.h"
+#include "platform/module.h"
+#include "platform/subclass.h"
+#include "resources/resource.h"
+
+namespace kvn::page {
+namespace {
+
+#define KVN_WIDE_NAME_OF(name) L## #name
+#define KVN_WIDE_NAME(name) KVN_WIDE_NAME_OF(name)
+constexpr wchar_t kTemplateName[] = KVN_WIDE_NAME(IDD_PROPERTY_PAGE_NAME);
+
+static_assert(sizeof(void*) == 8, "the module is for 64-bit Windows only");
+// The structure of Windows Vista and later without the bitmap of its last member, which comctl32 5 does not know.
+static_assert(sizeof(PROPSHEETPAGEW_V2) == 88);
+
+void OnInitDialog(HWND page, LPARAM sheetPage) {
+    SetWindowLongPtrW(page, DWLP_USER, sheetPage);
+    IPropertyPanel* panel = TakeCurrentPanel().release();
+    SetWindowLongPtrW(page, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(panel));
+    if (panel != nullptr) panel->OnInitDialog(platform::ThisModule(), page);
+}
+
+void OnNotify(IPropertyPanel& panel, HWND page, WPARAM wParam, const NMHDR* header) {
+    if (header->code == TCN_SELCHANGE) panel.OnTabChanged(page, wParam, header);
+    if (header->code != PSN_APPLY) return;
+    // An apply that breaks off has failed too: the sheet must not close over unsaved settings.
+    const bool applied = platform::AtBoundary(false, [&] { return panel.OnApply(platform::ThisModule(), page); });
+    if (!applied) SetWindowLongPtrW(page, DWLP_MSGRESULT, PSNRET_INVALID_NOCHANGEPAGE);
+}
+
+void OnCommand(IPropertyPanel& panel, HWND page, WPARAM wParam, LPARAM lParam) {
+    panel.OnCommand(wParam, lParam, page);
+    if (panel.OnCommandChanged(page, wParam, lParam)) MarkPageChanged(page);
+}
+
+// The messages between the page's first and its last.
+INT_PTR ForwardToPanel(IPropertyPanel& panel, HWND page, UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+        case WM_PAINT:
+            panel.OnPaint(page);
+            return FALSE;
+        case WM_COPYDATA:
+            panel.OnCopyData(reinterpret_cast<HWND>(wParam), reinterpret_cast<const COPYDATASTRUCT*>(lParam));
+            return TRUE;
+        case WM_NOTIFY:
+            OnNotify(panel, page, wParam, reinterpret_cast<const NMHDR*>(lParam));
+            return TRUE;
+        case WM_NCDESTROY:
+            SetWindowLongPtrW(page, GWLP_USERDATA, 0);
+            delete &panel;
+            return TRUE;
+        case WM_COMMAND:
+            OnCommand(panel, page, wParam, lParam);
+            return TRUE;
+        case WM_HSCROLL:
+            if (panel.OnHScroll(reinterpret_cast<HWND>(lParam))) MarkPageChanged(page);
+            return TRUE;
+        case WM_CTLCOLORSTATIC:
+            return reinterpret_cast<INT_PTR>(
+                panel.OnCtlColorStatic(reinterpret_cast<HDC>(wParam), reinterpret_cast<HWND>(lParam)));
+        default:
+            return FALSE;
+    }
+}
+
+INT_PTR HandleMessage(HWND page, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_CREATE) return TRUE;
+    if (message == WM_INITDIALOG) {
+        OnInitDialog(page, lParam);
+        return TRUE;
+    }
+    // A page is bound to its own panel from its first message to its last, however many pages there are.
+    auto* panel = platform::ObjectOf<IPropertyPanel>(page);
+    return panel == nullptr ? FALSE : ForwardToPanel(*panel, page, message, wParam, lParam);
+}
+
+INT_PTR CALLBACK PageProcedure(HWND page, UINT message, WPARAM wParam, LPARAM lParam) {
+    return platform::AtBoundary<INT_PTR>(FALSE, [&] { return HandleMessage(page, message, wParam, lParam); });
+}
+
+}  // namespace
+
+HPROPSHEETPAGE CreatePage() {
+    PROPSHEETPAGEW_V2 page{};
+    page.dwSize = sizeof page;
+    page.hInstance = platform::ThisModule();
+    page.pszTemplate = kTemplateName;
+    page.pfnDlgProc = PageProcedure;
+    return CreatePropertySheetPageW(reinterpret_cast<LPCPROPSHEETPAGEW>(&page));
+}
+
+void MarkPageChanged(HWND page) {
+    SendMessageW(GetParent(page), PSM_CHANGED, reinterpret_cast<WPARAM>(page), 0);
+}
+
+}  // namespace kvn::page

@@ -1,0 +1,12 @@
+// Where the resident service is installed: its help page and mouse pictures lie beside its program.
+#pragma once
+
+#include <string>
+
+namespace kvn::page {
+
+// The folder of the running service's program, ending with a backslash: its path up to the first "KvnMouseApl". Empty
+// when the service does not run, its process cannot be opened or its path holds no such word.
+std::wstring ServiceFolder();
+
+}  // namespace kvn::page

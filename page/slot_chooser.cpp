@@ -1,0 +1,79 @@
+#include "page/slot_chooser.h"
+
+#include <limits>
+
+#include "page/button_pane.h"
+#include "platform/boundary.h"
+#include "platform/combo_box.h"
+#include "platform/subclass.h"
+#include "platform/texts.h"
+
+namespace kvn::page {
+namespace {
+
+constexpr int kAllEntries = std::numeric_limits<int>::max();
+// "Left click" is looked for so far, which is past the longest list.
+constexpr int kLeftClickSearchCount = 54;
+
+}  // namespace
+
+void SlotChooser::SetUp(ButtonPane& buttonPane, model::ButtonSlot buttonSlot, HWND comboBox, HINSTANCE module,
+                        const std::vector<model::CatalogueRow>& functions) {
+    pane = &buttonPane;
+    slot = buttonSlot;
+    combo = comboBox;
+    for (const model::CatalogueRow& row : functions) {
+        platform::AddComboItem(combo, platform::LoadText(module, row.textId), row.code);
+    }
+    arbitraryKeyText = platform::LoadText(module, IDS_FUNCTION_ARBITRARY_KEY);
+    previousProcedure = platform::Subclass(combo, ComboProcedure, this);
+}
+
+void SlotChooser::Select(model::FunctionCode function) const {
+    platform::SelectComboData(combo, function);
+}
+
+void SlotChooser::ShowArbitraryKeys(const model::EtcKey& keys) const {
+    const auto index = platform::FindComboData(combo, model::kFunctionArbitraryKey, kAllEntries);
+    if (index) platform::ReplaceComboText(combo, *index, model::ArbitraryKeyLabel(arbitraryKeyText, keys));
+}
+
+std::optional<model::FunctionCode> SlotChooser::Selected() const {
+    return platform::SelectedComboData(combo);
+}
+
+int SlotChooser::SelectedIndex() const {
+    return static_cast<int>(SendMessageW(combo, CB_GETCURSEL, 0, 0));
+}
+
+void SlotChooser::SelectIndex(int index) const {
+    SendMessageW(combo, CB_SETCURSEL, static_cast<WPARAM>(index), 0);
+}
+
+std::optional<int> SlotChooser::IndexOfLeftClick() const {
+    return platform::FindComboData(combo, model::kFunctionLeftClick, kLeftClickSearchCount);
+}
+
+LRESULT CALLBACK SlotChooser::ComboProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    return platform::AtBoundary<LRESULT>(0, [&]() -> LRESULT {
+        const SlotChooser& chooser = *platform::ObjectOf<SlotChooser>(window);
+        switch (message) {
+            case WM_SETFOCUS:
+                chooser.pane->ShowPicture(chooser.slot);
+                break;
+            case WM_KILLFOCUS:
+                chooser.pane->ShowPicture(std::nullopt);
+                break;
+            case WM_DESTROY:
+            case WM_NCDESTROY:
+                // The sheet's host has always been told so that the page goes down.
+                PostQuitMessage(0);
+                return 0;
+            default:
+                break;
+        }
+        return CallWindowProcW(chooser.previousProcedure, window, message, wParam, lParam);
+    });
+}
+
+}  // namespace kvn::page

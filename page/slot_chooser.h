@@ -1,0 +1,53 @@
+// The combo box in which the function of one mouse control is chosen.
+#pragma once
+
+#include <windows.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "model/function_catalogue.h"
+#include "model/profile.h"
+
+namespace kvn::page {
+
+class ButtonPane;
+
+class SlotChooser {
+public:
+    SlotChooser() = default;
+    SlotChooser(const SlotChooser&) = delete;
+    SlotChooser& operator=(const SlotChooser&) = delete;
+
+    // Takes the combo box over and offers it these functions.
+    void SetUp(ButtonPane& buttonPane, model::ButtonSlot buttonSlot, HWND comboBox, HINSTANCE module,
+               const std::vector<model::CatalogueRow>& functions);
+
+    // Selects the function; none when it is not offered.
+    void Select(model::FunctionCode function) const;
+
+    // The keys that "Arbitrary key" shows in brackets; its text alone when there are none.
+    void ShowArbitraryKeys(const model::EtcKey& keys) const;
+
+    std::optional<model::FunctionCode> Selected() const;
+    int SelectedIndex() const;
+    void SelectIndex(int index) const;
+
+    // The index of "Left click", if it is offered.
+    std::optional<int> IndexOfLeftClick() const;
+
+    model::ButtonSlot Slot() const { return slot; }
+    HWND Window() const { return combo; }
+
+private:
+    static LRESULT CALLBACK ComboProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+    ButtonPane* pane = nullptr;
+    model::ButtonSlot slot{};
+    HWND combo = nullptr;
+    WNDPROC previousProcedure = nullptr;
+    std::wstring arbitraryKeyText;
+};
+
+}  // namespace kvn::page

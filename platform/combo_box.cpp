@@ -1,0 +1,48 @@
+#include "platform/combo_box.h"
+
+#include <algorithm>
+
+namespace kvn::platform {
+namespace {
+
+int Send(HWND combo, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
+    return static_cast<int>(SendMessageW(combo, message, wParam, lParam));
+}
+
+}  // namespace
+
+void AddComboItem(HWND combo, const std::wstring& text, int data) {
+    const int index = Send(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str()));
+    if (index >= 0) Send(combo, CB_SETITEMDATA, static_cast<WPARAM>(index), data);
+}
+
+std::optional<int> SelectedComboData(HWND combo) {
+    const int index = Send(combo, CB_GETCURSEL);
+    if (index < 0) return std::nullopt;
+    return Send(combo, CB_GETITEMDATA, static_cast<WPARAM>(index));
+}
+
+std::optional<int> FindComboData(HWND combo, int data, int maxCount) {
+    const int count = std::min(Send(combo, CB_GETCOUNT), maxCount);
+    for (int index = 0; index < count; ++index) {
+        if (Send(combo, CB_GETITEMDATA, static_cast<WPARAM>(index)) == data) return index;
+    }
+    return std::nullopt;
+}
+
+void SelectComboData(HWND combo, int data) {
+    const auto index = FindComboData(combo, data, Send(combo, CB_GETCOUNT));
+    Send(combo, CB_SETCURSEL, index ? static_cast<WPARAM>(*index) : static_cast<WPARAM>(-1));
+}
+
+void ReplaceComboText(HWND combo, int index, const std::wstring& text) {
+    const auto position = static_cast<WPARAM>(index);
+    const bool wasSelected = Send(combo, CB_GETCURSEL) == index;
+    const int data = Send(combo, CB_GETITEMDATA, position);
+    Send(combo, CB_DELETESTRING, position);
+    Send(combo, CB_INSERTSTRING, position, reinterpret_cast<LPARAM>(text.c_str()));
+    Send(combo, CB_SETITEMDATA, position, data);
+    if (wasSelected) Send(combo, CB_SETCURSEL, position);
+}
+
+}  // namespace kvn::platform

@@ -1,0 +1,26 @@
+// Combo boxes whose entries carry a number.
+#pragma once
+
+#include <windows.h>
+
+#include <optional>
+#include <string>
+
+namespace kvn::platform {
+
+// Appends an entry.
+void AddComboItem(HWND combo, const std::wstring& text, int data);
+
+// The number of the selected entry; nothing when none is selected.
+std::optional<int> SelectedComboData(HWND combo);
+
+// The index of the first entry with this number among the first maxCount ones.
+std::optional<int> FindComboData(HWND combo, int data, int maxCount);
+
+// Selects the entry with this number, or none when there is no such entry.
+void SelectComboData(HWND combo, int data);
+
+// Gives the entry at this index another text. The selection stays on it if it was there.
+void ReplaceComboText(HWND combo, int index, const std::wstring& text);
+
+}  // namespace kvn::platform

@@ -1,0 +1,21 @@
+// Subclassing a window: its procedure is replaced, its user data points to the object that handles its messages.
+#pragma once
+
+#include <windows.h>
+
+namespace kvn::platform {
+
+// Replaces the window's procedure and sets its user data; returns the previous procedure, to which every message that
+// is not handled goes by CallWindowProcW.
+inline WNDPROC Subclass(HWND window, WNDPROC procedure, void* object) {
+    SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(object));
+    return reinterpret_cast<WNDPROC>(SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(procedure)));
+}
+
+// The object in the window's user data; null when there is none.
+template <typename Object>
+Object* ObjectOf(HWND window) {
+    return reinterpret_cast<Object*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+}
+
+}  // namespace kvn::platform

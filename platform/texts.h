@@ -1,0 +1,13 @@
+// Texts of a module's string table.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+namespace kvn::platform {
+
+// The text with this number, of any length; empty when the module has none.
+std::wstring LoadText(HINSTANCE module, UINT textId);
+
+}  // namespace kvn::platform

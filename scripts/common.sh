@@ -1,0 +1,58 @@
+# shellcheck shell=bash
+# What every script shares: where the tree is, and how a Debian package or a Wine prefix is made ready.
+# Meant to be sourced, with `set -euo pipefail` already in force.
+
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+build=$root/build
+# shellcheck disable=SC2034  # for the scripts that source this file
+jobs=$(nproc)
+
+# Installs the named Debian packages that are missing, and nothing when all are there.
+install_packages() {
+    local missing=() package
+    for package in "$@"; do
+        dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q '^install ok installed' || missing+=("$package")
+    done
+    [ ${#missing[@]} -eq 0 ] && return
+    echo "Installing: ${missing[*]}"
+    local as_root=()
+    [ "$(id -u)" -eq 0 ] || as_root=(sudo)
+    # A package index may not have been read on a new machine, or may be older than the archive.
+    "${as_root[@]}" apt-get update -qq
+    DEBIAN_FRONTEND=noninteractive "${as_root[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}" >"${TMPDIR:-/tmp}/apt-install.log" 2>&1 ||
+        { tail -20 "${TMPDIR:-/tmp}/apt-install.log"; return 1; }
+}
+
+# The name by which programs under Wine know a file of this machine; $1 is its full path.
+windows_path() {
+    printf '%s' "Z:${1//\//\\}"
+}
+
+# Sets the environment in which Wine runs for this tree: a prefix and a home of its own below build/, no debugger, no
+# browser or .NET engine. $1 names the prefix, so that jobs beside each other keep apart.
+use_wine_prefix() {
+    export WINEPREFIX=$build/wine/$1/prefix HOME=$build/wine/$1/home WINEARCH=win64
+    export WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d;winedbg.exe=d"
+    export LC_ALL=C.UTF-8
+    mkdir -p "$HOME"
+}
+
+# Makes the prefix of use_wine_prefix when it is new. $1 is its graphics: `null` needs no display at all, `x11` draws on
+# $DISPLAY and does not wait for a window manager.
+prepare_wine_prefix() {
+    local ready=$WINEPREFIX/ready-for-$1
+    if [ ! -e "$ready" ]; then
+        rm -rf "$WINEPREFIX"
+        mkdir -p "$(dirname "$WINEPREFIX")"
+        env -u DISPLAY wineboot -i >"$WINEPREFIX.log" 2>&1 || { cat "$WINEPREFIX.log"; return 1; }
+        wineserver -w
+        if [ "$1" = null ]; then
+            wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f >/dev/null
+        else
+            wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f >/dev/null
+        fi
+        wineserver -w
+        touch "$ready"
+    fi
+    wineserver -p || [ $? -eq 2 ]  # 2: it is running already
+}
