@@ -1,0 +1,84 @@
+#include "tools/control_panel/options.h"
+
+#include <windows.h>
+
+#include <cwchar>
+
+#include "tools/control_panel/host_error.h"
+
+namespace kvn::control_panel {
+namespace {
+
+constexpr wchar_t kUsage[] =
+    L"\nUsage: control_panel [--dll FILE] [--tab INDEX] [--focus CONTROL_ID] [--screenshot FILE.png]"
+    L"\n       control_panel --register FILE"
+    L"\n       control_panel --unregister";
+
+[[noreturn]] void RefuseUsage(const std::wstring& text) {
+    throw HostError{text + kUsage, kExitUsage};
+}
+
+std::wstring FullPath(const std::wstring& path) {
+    std::wstring full(path.size() + MAX_PATH, L'\0');
+    DWORD length = GetFullPathNameW(path.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr);
+    if (length > full.size()) {
+        full.resize(length);
+        length = GetFullPathNameW(path.c_str(), length, full.data(), nullptr);
+    }
+    if (length == 0 || length > full.size()) RefuseUsage(L"\"" + path + L"\" is no file name.");
+    full.resize(length);
+    return full;
+}
+
+int Number(const std::wstring& text) {
+    wchar_t* end = nullptr;
+    const long number = std::wcstol(text.c_str(), &end, 10);
+    if (text.empty() || *end != L'\0' || number < 0 || number > 0xFFFF) {
+        RefuseUsage(L"\"" + text + L"\" is no number from 0 to 65535.");
+    }
+    return static_cast<int>(number);
+}
+
+struct OptionRow {
+    const wchar_t* name;
+    bool takesValue;
+    void (*apply)(Options& options, const std::wstring& value);
+};
+
+constexpr OptionRow kOptions[] = {
+    {L"--dll", true, [](Options& options, const std::wstring& value) { options.dll = FullPath(value); }},
+    {L"--register", true,
+     [](Options& options, const std::wstring& value) {
+         options.action = Action::Register;
+         options.dll = FullPath(value);
+     }},
+    {L"--unregister", false, [](Options& options, const std::wstring&) { options.action = Action::Unregister; }},
+    {L"--screenshot", true, [](Options& options, const std::wstring& value) { options.screenshot = FullPath(value); }},
+    {L"--tab", true, [](Options& options, const std::wstring& value) { options.tab = Number(value); }},
+    {L"--focus", true, [](Options& options, const std::wstring& value) { options.focus = Number(value); }},
+};
+
+const OptionRow& FindOption(const std::wstring& name) {
+    for (const OptionRow& row : kOptions) {
+        if (name == row.name) return row;
+    }
+    RefuseUsage(L"Unknown option \"" + name + L"\".");
+}
+
+}  // namespace
+
+Options ParseOptions(const std::vector<std::wstring>& arguments) {
+    Options options;
+    for (auto argument = arguments.begin(); argument != arguments.end(); ++argument) {
+        const OptionRow& row = FindOption(*argument);
+        std::wstring value;
+        if (row.takesValue) {
+            if (++argument == arguments.end()) RefuseUsage(std::wstring(row.name) + L" needs a value.");
+            value = *argument;
+        }
+        row.apply(options, value);
+    }
+    return options;
+}
+
+}  // namespace kvn::control_panel

@@ -1,0 +1,36 @@
+// One property-sheet handler, loaded and ready to be asked for its pages.
+#pragma once
+
+#include <windows.h>
+
+#include <shlobj.h>
+
+#include <string>
+#include <vector>
+
+#include "tools/control_panel/handlers.h"
+#include "tools/control_panel/owned.h"
+
+namespace kvn::control_panel {
+
+// As COM does it: a DLL that still has objects stays loaded.
+void FreeUnusedLibrary(HMODULE module);
+using Library = Owned<HMODULE, &FreeUnusedLibrary>;
+
+class PageProvider {
+public:
+    // Both throw HostError when the class cannot be made in this thread's apartment or serves no property pages.
+    static PageProvider FromHandler(const Handler& handler);
+    static PageProvider FromLibrary(const std::wstring& dll);
+
+    // Appends the pages that the handler offers, which may be none. Throws HostError when the handler fails.
+    void AddPagesTo(std::vector<Page>& pages) const;
+
+private:
+    PageProvider() = default;
+
+    Library library;  // empty when COM keeps the DLL; goes after the object that lives in it
+    ComPtr<IShellPropSheetExt> extension;
+};
+
+}  // namespace kvn::control_panel

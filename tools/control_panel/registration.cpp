@@ -1,0 +1,36 @@
+#include "tools/control_panel/registration.h"
+
+#include "tools/control_panel/handlers.h"
+#include "tools/control_panel/host_error.h"
+#include "tools/control_panel/registry_text.h"
+
+namespace kvn::control_panel {
+namespace {
+
+std::wstring HandlerKey() {
+    return std::wstring(kHandlersKey) + L"\\KvnMouseUtil";
+}
+
+std::wstring ClassKey() {
+    return L"CLSID\\" + ToText(kPageClassId);
+}
+
+}  // namespace
+
+void RegisterPage(const std::wstring& dll) {
+    if (GetFileAttributesW(dll.c_str()) == INVALID_FILE_ATTRIBUTES) {
+        throw HostError{dll + L" is not there: " + DescribeError(GetLastError()) + L"."};
+    }
+    const std::wstring server = ServerKey(kPageClassId);
+    WriteRegistryText(HKEY_CLASSES_ROOT, ClassKey(), nullptr, L"KORVEN mouse settings page");
+    WriteRegistryText(HKEY_CLASSES_ROOT, server, nullptr, dll);
+    WriteRegistryText(HKEY_CLASSES_ROOT, server, L"ThreadingModel", L"Apartment");
+    WriteRegistryText(HKEY_LOCAL_MACHINE, HandlerKey(), nullptr, ToText(kPageClassId));
+}
+
+void UnregisterPage() {
+    DeleteRegistryTree(HKEY_LOCAL_MACHINE, HandlerKey());
+    DeleteRegistryTree(HKEY_CLASSES_ROOT, ClassKey());
+}
+
+}  // namespace kvn::control_panel

@@ -1,0 +1,117 @@
+#include "tools/control_panel/sheet_driver.h"
+
+#include <windows.h>
+
+#include <commctrl.h>
+#include <prsht.h>
+
+#include <exception>
+
+#include "resources/resource.h"
+#include "tools/control_panel/host_error.h"
+#include "tools/control_panel/sheet.h"
+#include "tools/control_panel/window_search.h"
+
+namespace kvn::control_panel {
+namespace {
+
+constexpr UINT kTickMilliseconds = 100;
+constexpr unsigned kTickLimit = 300;  // half a minute, for a sheet that does not open or never stops changing
+
+SheetDriver* activeDriver = nullptr;  // a timer without a window has no other way to carry it
+
+// Any of these ends a message box, whatever its buttons are; the page's own dialogs know IDCANCEL.
+constexpr WPARAM kRefusals[] = {IDCANCEL, IDNO, IDOK};
+
+void SelectTab(HWND page, int index) {
+    const HWND tabs = GetDlgItem(page, IDC_PAGE_TAB);
+    if (!tabs || index >= TabCtrl_GetItemCount(tabs)) {
+        throw HostError{L"The page has no tab " + std::to_wstring(index) + L"."};
+    }
+    // Unlike TCM_SETCURSEL this tells the page, as a click does.
+    TabCtrl_SetCurFocus(tabs, index);
+}
+
+void FocusControl(HWND sheet, HWND page, int id) {
+    const HWND control = FindVisibleControl(page, id);
+    if (!control) throw HostError{L"The page shows no control " + std::to_wstring(id) + L"."};
+    SendMessageW(sheet, WM_CHANGEUISTATE, MAKEWPARAM(UIS_CLEAR, UISF_HIDEFOCUS), 0);
+    SendMessageW(sheet, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(control), TRUE);
+}
+
+}  // namespace
+
+SheetDriver::SheetDriver(const Options& wanted) : options(wanted) {
+    activeDriver = this;
+    timer = SetTimer(nullptr, 0, kTickMilliseconds, &OnTimer);
+}
+
+SheetDriver::~SheetDriver() {
+    KillTimer(nullptr, timer);
+    activeDriver = nullptr;
+}
+
+void SheetDriver::CheckOutcome() const {
+    if (failure) throw HostError{*failure};
+    if (!options.screenshot.empty() && !isClosing) throw HostError{L"The sheet closed before its picture was taken."};
+}
+
+void CALLBACK SheetDriver::OnTimer(HWND, UINT, UINT_PTR, DWORD) {
+    SheetDriver& driver = *activeDriver;
+    try {
+        driver.OnTick();
+    } catch (const HostError& error) {
+        driver.failure = error.text;
+        driver.isClosing = true;
+    } catch (const std::exception&) {
+        driver.failure = L"Out of memory.";
+        driver.isClosing = true;
+    }
+}
+
+void SheetDriver::OnTick() {
+    if (isClosing) return Close();
+    if (!options.screenshot.empty()) {
+        if (++ticks > kTickLimit) throw HostError{L"The sheet did not come to rest."};
+        if (const HWND dialog = FindDialogAbove(kSheetTitle)) {
+            throw HostError{L"A dialog stands above the sheet: " + DescribeDialog(dialog) + L"."};
+        }
+    }
+    const HWND sheet = FindSheet(kSheetTitle);
+    const HWND page = sheet ? PropSheet_GetCurrentPageHwnd(sheet) : nullptr;
+    if (!page || !IsWindowVisible(page)) return;
+    if (!isPrepared) return Prepare(sheet, page);
+    if (!options.screenshot.empty()) TakePicture(sheet);
+}
+
+void SheetDriver::Prepare(HWND sheet, HWND page) {
+    isPrepared = true;
+    SetForegroundWindow(sheet);
+    // Wine leaves the title of a dialog that is active from its first moment painted as that of an inactive one.
+    if (GetForegroundWindow() == sheet) SendMessageW(sheet, WM_NCACTIVATE, TRUE, 0);
+    if (options.tab) SelectTab(page, *options.tab);
+    if (options.focus) FocusControl(sheet, page, *options.focus);
+}
+
+// Two equal copies in a row: nothing is being painted any more.
+void SheetDriver::TakePicture(HWND sheet) {
+    RECT rectangle{};
+    GetWindowRect(sheet, &rectangle);
+    Picture picture = CopyScreen(rectangle);
+    if (picture == lastPicture) {
+        SavePng(picture, options.screenshot);
+        isClosing = true;
+    }
+    lastPicture = std::move(picture);
+}
+
+// Repeated at each tick until the sheet's modal loop has ended: a dialog above the sheet has to go first.
+void SheetDriver::Close() {
+    if (const HWND dialog = FindDialogAbove(kSheetTitle)) {
+        for (const WPARAM button : kRefusals) PostMessageW(dialog, WM_COMMAND, button, 0);
+    } else if (const HWND sheet = FindSheet(kSheetTitle)) {
+        PropSheet_PressButton(sheet, PSBTN_CANCEL);
+    }
+}
+
+}  // namespace kvn::control_panel

@@ -1,0 +1,19 @@
+// The attached mouse as the service publishes it in the registry for the page.
+#pragma once
+
+#include <string>
+
+#include "model/device_record.h"
+
+namespace kvn::service {
+
+// False when a value could not be written.
+bool PublishMouse(const model::DeviceRecord& mouse);
+
+// Values that are not there count as removed.
+void RemovePublishedMouse();
+
+// One line for the log.
+std::wstring Describe(const model::DeviceRecord& mouse);
+
+}  // namespace kvn::service

@@ -1,0 +1,35 @@
+// The service's log: one line for each event, in a file and in a window.
+#pragma once
+
+#include <windows.h>
+
+#include <chrono>
+#include <string>
+#include <string_view>
+
+#include "platform/unique_resource.h"
+
+namespace kvn::service {
+
+class ServiceLog {
+public:
+    // Appends to the file `path`; an empty name means no file. Others may read, rename and append to it meanwhile.
+    explicit ServiceLog(const std::wstring& path);
+
+    // False when there was to be a file and it could not be opened.
+    bool IsReady() const { return !wantsFile || file; }
+
+    // From now on lines are shown in this multi-line edit control too; null stops that. The control is borrowed.
+    void ShowIn(HWND control) { view = control; }
+
+    // Adds a line that begins with the milliseconds since the log was made and with the local time.
+    void Write(std::wstring_view text);
+
+private:
+    std::chrono::steady_clock::time_point start = std::chrono::steady_clock::now();
+    bool wantsFile;
+    platform::UniqueFile file;
+    HWND view = nullptr;
+};
+
+}  // namespace kvn::service

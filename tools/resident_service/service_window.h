@@ -1,0 +1,50 @@
+// The top-level window that the page knows the service by: it answers the page's messages and logs them.
+#pragma once
+
+#include <windows.h>
+
+#include <cstddef>
+
+#include "platform/unique_resource.h"
+#include "tools/resident_service/options.h"
+#include "tools/resident_service/service_log.h"
+
+namespace kvn::service {
+
+struct FontTraits {
+    using Handle = HFONT;
+    static constexpr Handle kEmpty = nullptr;
+    static void Close(Handle font) { DeleteObject(font); }
+};
+using UniqueFont = platform::UniqueResource<FontTraits>;
+
+class ServiceWindow {
+public:
+    // Both are borrowed and must outlive the window.
+    ServiceWindow(const Options& chosen, ServiceLog& lines) : options(chosen), log(lines) {}
+    ~ServiceWindow();
+    ServiceWindow(const ServiceWindow&) = delete;
+    ServiceWindow& operator=(const ServiceWindow&) = delete;
+
+    // Makes the window, hidden or shown as the options say. Its end posts WM_QUIT.
+    bool Create(HINSTANCE instance);
+
+private:
+    static LRESULT CALLBACK WindowProcedure(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
+
+    LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    bool OnCreate();
+    void OnDestroy();
+    LRESULT OnServiceMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT OnCopyData(const COPYDATASTRUCT* data);
+    LRESULT NextHeldReply(LPARAM button);
+
+    const Options& options;
+    ServiceLog& log;
+    HWND window = nullptr;
+    HWND view = nullptr;
+    UniqueFont font;
+    std::size_t heldRepliesGiven = 0;
+};
+
+}  // namespace kvn::service

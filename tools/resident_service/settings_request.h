@@ -1,0 +1,30 @@
+// What a second start of the program asks of the running service, and how the running one carries it out.
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace kvn::service {
+
+// The answers to a request; 0 is what a window that does not know requests would say.
+enum class SettingsReply : LRESULT { NotUnderstood = 0, Delivered = 1, NoPage = 2, PageDidNotAnswer = 3 };
+
+// "Send these initial settings to the page". It travels in a WM_COPYDATA message to the service's window.
+struct SettingsRequest {
+    std::uint64_t page = 0;  // window handle; 0: look for it
+    std::vector<std::int32_t> settings;
+};
+
+// In the second process. Waits until the service has sent the settings, or gives up after some seconds.
+SettingsReply AskToSendSettings(HWND service, const SettingsRequest& request);
+
+// In the service: a request out of a WM_COPYDATA message; nothing when the message is something else.
+std::optional<SettingsRequest> ReadRequest(const COPYDATASTRUCT* message);
+
+// In the service: sends the settings to the page as a WM_COPYDATA message whose sender is `service`.
+SettingsReply SendSettings(HWND service, const SettingsRequest& request);
+
+}  // namespace kvn::service
