@@ -49,7 +49,7 @@ std::optional<std::string> LocaleCodec::Encode(std::wstring_view text) const {
 }
 
 std::wstring LocaleCodec::Decode(std::string_view bytes) const {
-    if (std::all_of(bytes.begin(), bytes.end(), IsAsciiByte)) return std::wstring(bytes.begin(), bytes.end());
+    if (std::all_of(bytes.begin(), bytes.end(), IsAsciiByte)) return {bytes.begin(), bytes.end()};
 
     const std::string terminated(bytes);
     std::wstring text(bytes.size(), L'\0');

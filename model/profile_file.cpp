@@ -23,7 +23,7 @@ namespace kvn::model {
 namespace {
 
 constexpr wchar_t kUnfinishedSuffix[] = L".saving";
-constexpr std::size_t kWriteBufferBytes = 64 * 1024;
+constexpr std::size_t kWriteBufferBytes = std::size_t{64} * 1024;
 // A virus scanner or an indexer may hold a new file open for a moment.
 constexpr int kReplaceAttempts = 10;
 constexpr DWORD kReplaceRetryMilliseconds = 20;
@@ -49,12 +49,12 @@ class UnfinishedFile {
 public:
     explicit UnfinishedFile(const std::wstring& finalPath)
         : target(finalPath), path(finalPath + kUnfinishedSuffix), stream(_wfsopen(path.c_str(), L"w", _SH_DENYRW)) {
-        if (stream) std::setvbuf(stream, nullptr, _IOFBF, kWriteBufferBytes);
+        if (stream) static_cast<void>(std::setvbuf(stream, nullptr, _IOFBF, kWriteBufferBytes));
     }
     UnfinishedFile(const UnfinishedFile&) = delete;
     UnfinishedFile& operator=(const UnfinishedFile&) = delete;
     ~UnfinishedFile() {
-        if (stream) std::fclose(stream);
+        if (stream) static_cast<void>(std::fclose(stream));
         if (!finished) DeleteFileW(path.c_str());
     }
 

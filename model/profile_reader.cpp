@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <optional>
+#include <utility>
 
 #include "model/profile_document.h"
 #include "model/profile_elements.h"
@@ -35,8 +36,8 @@ std::optional<std::int32_t> NumberOf(const TiXmlElement& element) {
 
 class ProfileReader {
 public:
-    ProfileReader(const ProfileRecord& freshRecord, const DocumentContext& documentContext)
-        : pattern(freshRecord), context(documentContext) {}
+    ProfileReader(ProfileRecord freshRecord, const DocumentContext& documentContext)
+        : pattern(std::move(freshRecord)), context(documentContext) {}
 
     ProfileSet Read(const TiXmlElement& root) {
         ProfileSet profiles;

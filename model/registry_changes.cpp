@@ -62,6 +62,7 @@ std::vector<RegistryWrite> ChangedValues(const ProfileSettings& before, const Pr
 
 std::vector<RegistryWrite> AllNumbers(const SettingValues& values) {
     std::vector<RegistryWrite> writes;
+    writes.reserve(kNumbersOfNewProfile.size());
     for (const SettingField field : kNumbersOfNewProfile) {
         writes.push_back({RowOf(field).registryValue, values[field], {}});
     }

@@ -19,6 +19,7 @@ using model::ButtonSlot;
 using model::SettingField;
 
 constexpr int kMaxRevolutionCount = 5;
+constexpr wchar_t kPictureExtension[] = L".png";
 
 struct ChooserRow {
     ButtonSlot slot;
@@ -155,15 +156,16 @@ void ButtonPane::LoadPictures(const std::wstring& folder) {
     const HWND target = Control(IDC_PANE_PICTURE);
     const model::DeviceRecord& device = settings.device;
     const int count = (device.HasTiltWheel() ? model::kMaxButtonCount : device.buttonCount) + 1;
-    for (int k = 0; k < count; ++k) {
-        const std::wstring mark = k == 0 ? std::wstring() : L"_" + std::to_wstring(k);
-        pictures.emplace_back(target, folder + device.mouseImage + mark + L".png");
+    const std::wstring stem = folder + device.mouseImage;
+    pictures.emplace_back(target, stem + kPictureExtension);
+    for (int k = 1; k < count; ++k) {
+        pictures.emplace_back(target, (stem + L'_').append(std::to_wstring(k)).append(kPictureExtension));
     }
     ShowPicture(std::nullopt);
     InvalidateRect(pane, nullptr, TRUE);
 }
 
-void ButtonPane::ShowPicture(std::optional<ButtonSlot> marked) const {
+void ButtonPane::ShowPicture(std::optional<ButtonSlot> marked) {
     const std::size_t index = marked ? static_cast<std::size_t>(*marked) + 1 : 0;
     if (index < pictures.size() && IsWindow(Control(IDC_PANE_PICTURE))) pictures[index].Draw();
 }

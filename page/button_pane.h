@@ -54,7 +54,7 @@ public:
     void LoadPictures(const std::wstring& folder);
 
     // Draws the picture with the slot's control marked, or the plain one.
-    void ShowPicture(std::optional<model::ButtonSlot> marked) const;
+    void ShowPicture(std::optional<model::ButtonSlot> marked);
 
 private:
     static LRESULT CALLBACK PaneProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);

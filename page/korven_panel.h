@@ -64,7 +64,7 @@ private:
     HWND Control(int control) const { return GetDlgItem(pageWindow, control); }
 
     // Held from construction to destruction; everything runs on the sheet's one thread.
-    CRITICAL_SECTION lock;
+    CRITICAL_SECTION lock{};
     model::MouseSettings settings;
     platform::MessageBoxes boxes;
     ButtonPane buttonPane;

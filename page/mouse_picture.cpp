@@ -3,10 +3,11 @@
 #include <objidl.h>
 
 #include <algorithm>
+#include <utility>
 // GDI+'s headers use min and max unqualified.
 namespace Gdiplus {
-using std::max;
-using std::min;
+using std::max;  // NOLINT(misc-unused-using-decls)
+using std::min;  // NOLINT(misc-unused-using-decls)
 }  // namespace Gdiplus
 #include <gdiplus.h>
 
@@ -56,19 +57,23 @@ void GdiplusImageTraits::Close(Handle image) {
     gdi::GdipDisposeImage(image);
 }
 
-MousePicture::MousePicture(HWND targetControl, const std::wstring& file) : target(targetControl) {
+MousePicture::MousePicture(HWND targetControl, std::wstring imageFile)
+    : target(targetControl), file(std::move(imageFile)) {
     const Gdiplus::GdiplusStartupInput input;
-    if (Gdiplus::GdiplusStartup(gdiplus.Receive(), &input, nullptr) != Gdiplus::Ok) {
-        gdiplus.Release();
-        return;
-    }
-    if (gdi::GdipLoadImageFromFile(file.c_str(), image.Receive()) != Gdiplus::Ok) image.Release();
+    if (Gdiplus::GdiplusStartup(gdiplus.Receive(), &input, nullptr) != Gdiplus::Ok) gdiplus.Release();
 }
 
-void MousePicture::Draw() const {
+void MousePicture::Draw() {
+    Load();
     RECT area{};
     if (!gdiplus || !GetClientRect(target, &area) || IsRectEmpty(&area)) return;
     if (platform::UniqueBitmap bitmap = Render(area.right, area.bottom)) ReplaceBitmap(target, std::move(bitmap));
+}
+
+void MousePicture::Load() {
+    if (isLoaded || !gdiplus) return;
+    isLoaded = true;
+    if (gdi::GdipLoadImageFromFile(file.c_str(), image.Receive()) != Gdiplus::Ok) image.Release();
 }
 
 platform::UniqueBitmap MousePicture::Render(int width, int height) const {

@@ -26,19 +26,23 @@ struct GdiplusImageTraits {
     static void Close(Handle image);
 };
 
-// Starts GDI+ for itself and loads the picture; a file that cannot be loaded leaves the picture empty.
+// Starts GDI+ for itself. A file that cannot be loaded leaves the picture empty.
 class MousePicture {
 public:
-    MousePicture(HWND targetControl, const std::wstring& file);
+    MousePicture(HWND targetControl, std::wstring imageFile);
 
     // Draws the picture, stretched over the control's whole area, on the colour of dialogs; that colour alone when the
     // picture is empty. The control's bitmap before it is deleted.
-    void Draw() const;
+    void Draw();
 
 private:
+    // Most pictures of a page are never looked at: each is loaded when it is drawn for the first time.
+    void Load();
     platform::UniqueBitmap Render(int width, int height) const;
 
     HWND target;
+    std::wstring file;
+    bool isLoaded = false;
     // In this order: the image must go before GDI+ shuts down.
     platform::UniqueResource<GdiplusTraits> gdiplus;
     platform::UniqueResource<GdiplusImageTraits> image;

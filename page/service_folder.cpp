@@ -23,9 +23,10 @@ platform::UniqueKernelObject OpenServiceProcess() {
 
 std::wstring ProgramOf(HANDLE process) {
     HMODULE program = nullptr;
+    constexpr DWORD kRoomForOne = sizeof(HMODULE);
     DWORD bytesNeeded = 0;
     std::array<wchar_t, kMaxModulePath + 1> path{};
-    if (!EnumProcessModules(process, &program, sizeof program, &bytesNeeded)) return {};
+    if (!EnumProcessModules(process, &program, kRoomForOne, &bytesNeeded)) return {};
     GetModuleFileNameExW(process, program, path.data(), static_cast<DWORD>(kMaxModulePath));
     return path.data();
 }
