@@ -46,6 +46,8 @@ prepare_wine_prefix() {
         mkdir -p "$(dirname "$WINEPREFIX")"
         env -u DISPLAY wineboot -i >"$WINEPREFIX.log" 2>&1 || { cat "$WINEPREFIX.log"; return 1; }
         wineserver -w
+        # Dialogs look as on Windows only in Windows' own metrics, which Wine's Tahoma has.
+        cp /usr/share/wine/fonts/{tahoma,tahomabd,marlett}.ttf "$WINEPREFIX/drive_c/windows/Fonts/"
         if [ "$1" = null ]; then
             wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f >/dev/null
         else
