@@ -10,8 +10,9 @@
 
 #include "bench/benches.h"
 #include "bench/stopwatch.h"
-#include "model/registry_values.h"
+#include "page/server_class.h"
 #include "platform/service_window.h"
+#include "platform/subclass.h"
 #include "platform/unique_resource.h"
 #include "resources/resource.h"
 
@@ -20,7 +21,6 @@ namespace {
 
 constexpr int kRounds = 25;
 constexpr double kLimit = 1.5;
-constexpr CLSID kClassId = {0xB7C1D9A4, 0x3E52, 0x4F0B, {0x9C, 0x86, 0x2D, 0x7A, 0x51, 0xE8, 0xF0, 0x43}};
 constexpr DWORD kServiceStartMilliseconds = 10'000;
 
 HMODULE pageModule = nullptr;
@@ -67,17 +67,14 @@ HPROPSHEETPAGE OurPage() {
     IClassFactory* factory = nullptr;
     IShellPropSheetExt* extension = nullptr;
     HPROPSHEETPAGE page = nullptr;
-    if (FAILED(getClassObject(kClassId, IID_IClassFactory, reinterpret_cast<void**>(&factory)))) return nullptr;
+    if (FAILED(getClassObject(page::kServerClassId, IID_IClassFactory, reinterpret_cast<void**>(&factory))))
+        return nullptr;
     if (SUCCEEDED(factory->CreateInstance(nullptr, IID_IShellPropSheetExt, reinterpret_cast<void**>(&extension)))) {
         extension->AddPages(TakePage, reinterpret_cast<LPARAM>(&page));
         extension->Release();
     }
     factory->Release();
     return page;
-}
-
-INT_PTR CALLBACK IgnoreMessage(HWND /*dialog*/, UINT /*message*/, WPARAM /*wParam*/, LPARAM /*lParam*/) {
-    return FALSE;
 }
 
 // The windows of the page without anything in them: the same templates, two tabs, the panes in their places.
@@ -95,7 +92,7 @@ INT_PTR CALLBACK EmptyPageProcedure(HWND page, UINT message, WPARAM /*wParam*/, 
     SendMessageW(tab, TCM_ADJUSTRECT, FALSE, reinterpret_cast<LPARAM>(&area));
     MapWindowPoints(tab, page, reinterpret_cast<POINT*>(&area), 2);
     for (const int pane : {IDD_GESTURE_PANE, IDD_BUTTON_PANE}) {
-        const HWND window = CreateDialogParamW(pageModule, MAKEINTRESOURCEW(pane), page, IgnoreMessage, 0);
+        const HWND window = CreateDialogParamW(pageModule, MAKEINTRESOURCEW(pane), page, platform::IgnoreMessage, 0);
         SetWindowPos(window, HWND_TOP, area.left, area.top, area.right - area.left, area.bottom - area.top, 0);
         if (pane == IDD_BUTTON_PANE) ShowWindow(window, SW_SHOW);
     }

@@ -14,6 +14,7 @@ constexpr int kItems = 100;
 constexpr int kRounds = 15;
 constexpr double kLimit = 1.5;
 constexpr wchar_t kFile[] = L"bench-profiles.xml";
+constexpr char kNarrowFile[] = "bench-profiles.xml";
 constexpr char kReferenceFile[] = "bench-reference.xml";
 
 model::ProfileSet LargestProfileSet() {
@@ -35,8 +36,7 @@ void BenchProfileFile() {
     const model::ProfileSet profiles = LargestProfileSet();
     model::SaveProfileFile(kFile, profiles);
     TiXmlDocument reference;
-    const std::string narrow = "bench-profiles.xml";
-    reference.LoadFile(narrow.c_str(), TIXML_ENCODING_LEGACY);
+    reference.LoadFile(kNarrowFile, TIXML_ENCODING_LEGACY);
 
     Print(Compare(
         "load 100 x 100 x 100", "TinyXML alone, parsing the same file", kLimit, kRounds,
@@ -49,7 +49,7 @@ void BenchProfileFile() {
         [&] {
             return Measure([&] {
                 TiXmlDocument parsed;
-                parsed.LoadFile(narrow.c_str(), TIXML_ENCODING_LEGACY);
+                parsed.LoadFile(kNarrowFile, TIXML_ENCODING_LEGACY);
             });
         }));
     Print(Compare(

@@ -1,12 +1,11 @@
-# kvn_flags: what every translation unit of our own is compiled with. kvn_includes: the tree's root, from which every
-# include is written.
+# kvn_flags: what every translation unit of our own is compiled with. Includes are written from the tree's root.
 add_library(kvn_flags INTERFACE)
 target_include_directories(kvn_flags INTERFACE ${CMAKE_SOURCE_DIR})
 target_compile_options(kvn_flags INTERFACE
   -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wold-style-cast -Werror)
 
 if(WIN32)
-  # Windows Vista's interfaces are the oldest that the module calls.
+  # The module calls nothing newer than Windows Vista.
   target_compile_definitions(kvn_flags INTERFACE UNICODE _UNICODE WIN32_LEAN_AND_MEAN NOMINMAX _WIN32_WINNT=0x0600)
   add_compile_options(-ffunction-sections -fdata-sections)
   add_link_options(-Wl,--gc-sections -Wl,--high-entropy-va -Wl,--nxcompat -Wl,--dynamicbase)

@@ -91,7 +91,7 @@ LRESULT CALLBACK FieldProcedure(HWND field, UINT message, WPARAM wParam, LPARAM 
 }
 
 // Fills one combo box with the keys that may be chosen and shows the given one.
-void FillInput(HWND combo, KeyCode current) {
+void FillInput(HWND combo, HWND field, KeyCode current) {
     const KeyNameRow* match = nullptr;
     for (const KeyNameRow& row : model::KeyNameTable) {
         if (IsExcluded(row.code)) continue;
@@ -102,7 +102,7 @@ void FillInput(HWND combo, KeyCode current) {
     if (match->listed) {
         platform::SelectComboData(combo, match->code);
     } else {
-        SetWindowTextW(EditFieldOf(combo), match->name);
+        SetWindowTextW(field, match->name);
     }
 }
 
@@ -110,8 +110,10 @@ BOOL OnInitDialog(HWND dialog) {
     WINNLSEnableIME(dialog, FALSE);
     for (std::size_t i = 0; i < kInputs.size(); ++i) {
         const HWND combo = GetDlgItem(dialog, kInputs[i]);
-        FillInput(combo, openRecord->keys.codes[i]);
-        previousFieldProcedure = platform::Subclass(EditFieldOf(combo), FieldProcedure, openRecord);
+        const HWND field = EditFieldOf(combo);
+        if (field == nullptr) continue;
+        FillInput(combo, field, openRecord->keys.codes[i]);
+        previousFieldProcedure = platform::Subclass(field, FieldProcedure, openRecord);
     }
     SetFocus(GetDlgItem(dialog, kInputs[0]));
     return FALSE;

@@ -3,6 +3,8 @@
 
 #include <windows.h>
 
+#include <cstdint>
+
 #include "model/etc_key.h"
 
 namespace kvn::gestures {

@@ -13,7 +13,7 @@ inline constexpr std::size_t kMaxMouseImageLength = 255;
 
 struct DeviceRecord {
     std::uint32_t hasTilt = 0;     // 0 or 1
-    std::int32_t buttonCount = 0;  // 0 to kMaxButtonCount
+    std::int32_t buttonCount = 0;  // 0 to kMaxButtonCount; a tilt to one side counts as a button
     std::uint32_t vid = 0;
     std::uint32_t pid = 0;
     std::wstring mouseImage;

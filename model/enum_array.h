@@ -16,4 +16,13 @@ struct EnumArray {
     friend bool operator==(const EnumArray&, const EnumArray&) = default;
 };
 
+// Whether every row of a table stands at the index that its enumerator names, which `key` tells of a row.
+template <typename Table, typename Key>
+constexpr bool IsInEnumOrder(const Table& table, Key key) {
+    for (std::size_t index = 0; index < table.size(); ++index) {
+        if (static_cast<std::size_t>(key(table[index])) != index) return false;
+    }
+    return true;
+}
+
 }  // namespace kvn::model

@@ -39,20 +39,20 @@ std::optional<std::string> LocaleCodec::Encode(std::wstring_view text) const {
     if (text.find(L'\0') != std::wstring_view::npos) return std::nullopt;
 
     const std::wstring terminated(text);
-    std::string bytes(text.size() * kMaxBytesPerCharacter, '\0');
-    const std::size_t length = _wcstombs_l(bytes.data(), terminated.c_str(), bytes.size(), locale.Get());
+    std::string encoded(text.size() * kMaxBytesPerCharacter, '\0');
+    const std::size_t length = _wcstombs_l(encoded.data(), terminated.c_str(), encoded.size(), locale.Get());
     if (length == kFailed) return std::nullopt;
-    bytes.resize(length);
+    encoded.resize(length);
     // A C library may pass off a similar character as the one that the code page lacks.
-    if (Decode(bytes) != text) return std::nullopt;
-    return bytes;
+    if (Decode(encoded) != text) return std::nullopt;
+    return encoded;
 }
 
 std::wstring LocaleCodec::Decode(std::string_view bytes) const {
-    if (std::all_of(bytes.begin(), bytes.end(), IsAsciiByte)) return {bytes.begin(), bytes.end()};
+    std::wstring text(bytes.begin(), bytes.end());
+    if (std::all_of(bytes.begin(), bytes.end(), IsAsciiByte)) return text;
 
     const std::string terminated(bytes);
-    std::wstring text(bytes.size(), L'\0');
     const std::size_t length = _mbstowcs_l(text.data(), terminated.c_str(), text.size(), locale.Get());
     if (length != kFailed) {
         text.resize(length);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <clocale>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -9,12 +10,6 @@
 #include "platform/unique_resource.h"
 
 namespace kvn::model {
-
-struct LocaleTraits {
-    using Handle = _locale_t;
-    static constexpr Handle kEmpty = nullptr;
-    static void Close(Handle locale) { _free_locale(locale); }
-};
 
 // Converts through a locale object of its own: the host process's locale is never touched.
 class LocaleCodec final : public TextCodec {
@@ -29,7 +24,7 @@ public:
     std::wstring Decode(std::string_view bytes) const override;
 
 private:
-    platform::UniqueResource<LocaleTraits> locale;
+    platform::Owned<_locale_t, &_free_locale> locale;
 };
 
 }  // namespace kvn::model

@@ -17,11 +17,12 @@ struct MouseSettings {
     ProfileSet profiles;  // never empty once a model is loaded
     std::size_t selectedProfile = 0;
     std::wstring profileFilePath;
-    // The file at the path holds something that could not be read and still stands there.
-    bool profileFileIsUnreadable = false;
+    // Nothing was read from the file: whatever stands at the path is renamed before it is written.
+    bool setFileAsideBeforeSaving = false;
 
-    SettingValues initialValues;       // behind "Return to initial values"
-    ProfileSettings registrySettings;  // what the model's registry values hold, as last read or written
+    SettingValues initialValues;  // behind "Return to initial values"
+    // What the model's registry values are taken to hold: the selected profile as loaded, later what was written.
+    ProfileSettings registrySettings;
 
     ProfileSettings& Selected() { return profiles[selectedProfile].settings; }
     const ProfileSettings& Selected() const { return profiles[selectedProfile].settings; }

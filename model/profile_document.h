@@ -1,4 +1,5 @@
-// The profile file's document: a model's profiles as XML, and back. Text goes through a code page (text_codec.h).
+// The profile file's document: a model's profiles as XML (profile_writer.cpp), and back (profile_reader.cpp). Text goes
+// through a code page (text_codec.h).
 #pragma once
 
 #include <string>
@@ -19,8 +20,9 @@ struct DocumentContext {
     std::wstring arbitraryKeyText;  // the heading that a key combination's text may carry
 };
 
-// The profiles of a document, in its order. A field whose element is missing has freshRecord's value; a number out of
-// its range is kAbnormalValue. Empty when the document is broken or holds no profile.
+// The profiles of a document, in its order. A field whose element is missing has freshRecord's value; a setting out of
+// its range, or a number that is none, is kAbnormalValue. A gesture's function is taken as it stands. Empty when the
+// document is broken or holds no profile.
 ProfileSet ParseProfileDocument(std::string document, const ProfileRecord& freshRecord, const DocumentContext& context);
 
 // Fills an empty document with the profiles. The set must not be empty; vid, pid and selection are the first record's.

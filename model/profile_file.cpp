@@ -6,9 +6,10 @@
 #include <tinyxml.h>
 #include <windows.h>
 
+#include <cstdint>
 #include <cstdio>
-#include <memory>
 #include <optional>
+#include <utility>
 
 #include "model/locale_codec.h"
 #include "model/profile_document.h"
@@ -24,15 +25,37 @@ namespace {
 
 constexpr wchar_t kUnfinishedSuffix[] = L".saving";
 constexpr std::size_t kWriteBufferBytes = std::size_t{64} * 1024;
-// A virus scanner or an indexer may hold a new file open for a moment.
-constexpr int kReplaceAttempts = 10;
-constexpr DWORD kReplaceRetryMilliseconds = 20;
 constexpr int kMaxBrokenFiles = 1000;
 
+// A virus scanner or an indexer may hold a file for a moment: so long is waited for it.
+constexpr int kSharingAttempts = 10;
+constexpr DWORD kSharingRetryMilliseconds = 20;
+
+// Tries again while another program holds the file; the result of the last try.
+template <typename Try>
+bool TryWhileShared(const Try& tryOnce) {
+    for (int attempt = 1; !tryOnce(); ++attempt) {
+        const DWORD error = GetLastError();
+        const bool isHeld = error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION ||
+                            error == ERROR_ACCESS_DENIED;  // what a rename over a held file says
+        if (!isHeld || attempt == kSharingAttempts) return false;
+        Sleep(kSharingRetryMilliseconds);
+    }
+    return true;
+}
+
+platform::UniqueFile OpenToRead(const std::wstring& path) {
+    HANDLE file = INVALID_HANDLE_VALUE;
+    TryWhileShared([&] {
+        file = CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                           OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+        return file != INVALID_HANDLE_VALUE;
+    });
+    return platform::UniqueFile(file);
+}
+
 std::optional<std::string> ReadWholeFile(const std::wstring& path) {
-    const platform::UniqueFile file(CreateFileW(path.c_str(), GENERIC_READ,
-                                                FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                                OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    const platform::UniqueFile file = OpenToRead(path);
     LARGE_INTEGER size{};
     if (!file || !GetFileSizeEx(file.Get(), &size)) return std::nullopt;
     if (size.QuadPart > static_cast<LONGLONG>(kMaxXmlBytes)) return std::nullopt;
@@ -61,22 +84,19 @@ public:
     // Null when the file could not be opened.
     FILE* Stream() const { return stream; }
 
-    // Flushes and closes the file and puts it in the target's place.
+    // Flushes and closes the file and puts it in the target's place; false when it is too large to be read back.
     bool Finish() {
         const bool flushed = std::fflush(stream) == 0 && std::ferror(stream) == 0 && _commit(_fileno(stream)) == 0;
+        const bool isReadable = _filelengthi64(_fileno(stream)) <= static_cast<std::int64_t>(kMaxXmlBytes);
         const bool closed = std::fclose(std::exchange(stream, nullptr)) == 0;
-        finished = flushed && closed && ReplaceTarget();
+        finished = flushed && isReadable && closed && ReplaceTarget();
         return finished;
     }
 
 private:
     bool ReplaceTarget() const {
         constexpr DWORD kFlags = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
-        for (int attempt = 1; !MoveFileExW(path.c_str(), target.c_str(), kFlags); ++attempt) {
-            if (attempt == kReplaceAttempts) return false;
-            Sleep(kReplaceRetryMilliseconds);
-        }
-        return true;
+        return TryWhileShared([this] { return MoveFileExW(path.c_str(), target.c_str(), kFlags) != FALSE; });
     }
 
     const std::wstring& target;
@@ -106,11 +126,15 @@ bool SaveProfileFile(const std::wstring& path, const ProfileSet& list) {
 
 bool SetAsideProfileFile(const std::wstring& path) {
     if (!PathFileExistsW(path.c_str())) return true;
+    // The file may have been in use when it was loaded, and be as good as ever.
+    ProfileSet readable;
+    if (LoadProfileFile(path, readable) > 0) return false;
     const std::wstring stem = path.substr(0, path.rfind(L'.'));
     for (int number = 1; number <= kMaxBrokenFiles; ++number) {
         const std::wstring aside = stem + L".broken-" + std::to_wstring(number) + L".xml";
-        if (MoveFileExW(path.c_str(), aside.c_str(), MOVEFILE_WRITE_THROUGH)) return true;
-        if (GetLastError() != ERROR_ALREADY_EXISTS && GetLastError() != ERROR_FILE_EXISTS) return false;
+        if (PathFileExistsW(aside.c_str())) continue;
+        return TryWhileShared(
+            [&] { return MoveFileExW(path.c_str(), aside.c_str(), MOVEFILE_WRITE_THROUGH) != FALSE; });
     }
     return false;
 }

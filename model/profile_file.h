@@ -15,8 +15,9 @@ std::size_t LoadProfileFile(const std::wstring& path, ProfileSet& list);
 // False: the file is what it was.
 bool SaveProfileFile(const std::wstring& path, const ProfileSet& list);
 
-// Renames a file that cannot be read, so that another can take its place and nothing in it is lost: the first free one
-// of "name.broken-1.xml", "name.broken-2.xml" and so on. True when nothing stands at the path any longer.
+// Renames a file of which nothing can be read, so that another can take its place and nothing in it is lost: to the
+// first free one of "name.broken-1.xml", "name.broken-2.xml" and so on. True when nothing stands at the path any
+// longer; false when another program has the file open, or when it holds profiles after all.
 bool SetAsideProfileFile(const std::wstring& path);
 
 }  // namespace kvn::model

@@ -1,5 +1,6 @@
 #include "model/registry_changes.h"
 
+#include <algorithm>
 #include <array>
 #include <span>
 
@@ -28,6 +29,14 @@ constexpr std::array kNumbersOfNewProfile{SettingField::Left,
                                           SettingField::FlyingScrollSpeed,
                                           SettingField::FlyingRevolutionSpeed,
                                           SettingField::FlyingRevolutionCount};
+
+// A text as one field of a list's entry: what would end the field or the entry early is kept out. The profile file has
+// the text as it is.
+std::wstring FieldText(const std::wstring& text) {
+    std::wstring field = text.substr(0, text.find(L'\0'));
+    std::replace(field.begin(), field.end(), kFieldSeparator, L' ');
+    return field;
+}
 
 void AppendChangedNumbers(std::span<const SettingField> fields, const ProfileSettings& before,
                           const ProfileSettings& after, std::vector<RegistryWrite>& writes) {
@@ -72,7 +81,7 @@ std::vector<RegistryWrite> AllNumbers(const SettingValues& values) {
 std::wstring ApplicationsToMultiString(const std::vector<ApplicationEntry>& applications) {
     std::wstring block;
     for (const ApplicationEntry& entry : applications) {
-        block += entry.name + kFieldSeparator + entry.path + L'\0';
+        block += FieldText(entry.name) + kFieldSeparator + FieldText(entry.path) + L'\0';
     }
     return block + L'\0';
 }
@@ -80,8 +89,8 @@ std::wstring ApplicationsToMultiString(const std::vector<ApplicationEntry>& appl
 std::wstring GesturesToMultiString(const std::vector<GestureEntry>& gestures) {
     std::wstring block;
     for (const GestureEntry& entry : gestures) {
-        block += entry.stroke + kFieldSeparator + std::to_wstring(entry.function) + kFieldSeparator + entry.memo +
-                 kFieldSeparator + EtcKeyToText(entry.etcKey) + L'\0';
+        block += FieldText(entry.stroke) + kFieldSeparator + std::to_wstring(entry.function) + kFieldSeparator +
+                 FieldText(entry.memo) + kFieldSeparator + EtcKeyToText(entry.etcKey) + L'\0';
     }
     return block + L'\0';
 }

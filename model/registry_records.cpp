@@ -1,7 +1,6 @@
 #include "model/registry_records.h"
 
 #include <array>
-#include <cwchar>
 
 #include "platform/unique_resource.h"
 

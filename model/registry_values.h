@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <string>
 
+#include "model/enum_array.h"
+
 namespace kvn::model {
 
 // Below HKEY_CURRENT_USER: what the service publishes about the attached mouse, and the per-model keys.
@@ -50,40 +52,43 @@ enum class RegistryValue : std::size_t {
 };
 
 struct RegistryValueRow {
+    RegistryValue value;
     const wchar_t* name;
     RegistryType type;
 };
 
 inline constexpr std::array<RegistryValueRow, 28> kRegistryValues{{
-    {L"VID", RegistryType::Dword},
-    {L"PID", RegistryType::Dword},
-    {L"MI", RegistryType::Dword},
-    {L"ProfileName", RegistryType::String},
-    {L"HasTilt", RegistryType::Dword},
-    {L"ButtonCount", RegistryType::Dword},
-    {L"BindKeyLeft", RegistryType::Dword},
-    {L"BindKeyRight", RegistryType::Dword},
-    {L"BindKeyCenter", RegistryType::Dword},
-    {L"BindKeyMinus", RegistryType::Dword},
-    {L"BindKeyPlus", RegistryType::Dword},
-    {L"HolizonScroll", RegistryType::Dword},
-    {L"MouseImage", RegistryType::String},
-    {L"BindKeyTiltLeft", RegistryType::Dword},
-    {L"BindKeyTiltRight", RegistryType::Dword},
-    {L"BindKeyHSpeed", RegistryType::Dword},
-    {L"BindKeyHLotate", RegistryType::Dword},
-    {L"BindKeyHCount", RegistryType::Dword},
-    {L"ProfileApp", RegistryType::MultiString},
-    {L"Gesture", RegistryType::MultiString},
-    {L"BindKeyLeft_etcKey", RegistryType::String},
-    {L"BindKeyRight_etcKey", RegistryType::String},
-    {L"BindKeyCenter_etcKey", RegistryType::String},
-    {L"BindKeyMinus_etcKey", RegistryType::String},
-    {L"BindKeyPlus_etcKey", RegistryType::String},
-    {L"BindKeyTiltLeft_etcKey", RegistryType::String},
-    {L"BindKeyTiltRight_etcKey", RegistryType::String},
-    {L"MouseFlag", RegistryType::Dword},
+    {RegistryValue::Vid, L"VID", RegistryType::Dword},
+    {RegistryValue::Pid, L"PID", RegistryType::Dword},
+    {RegistryValue::Mi, L"MI", RegistryType::Dword},
+    {RegistryValue::ProfileName, L"ProfileName", RegistryType::String},
+    {RegistryValue::HasTilt, L"HasTilt", RegistryType::Dword},
+    {RegistryValue::ButtonCount, L"ButtonCount", RegistryType::Dword},
+    {RegistryValue::Left, L"BindKeyLeft", RegistryType::Dword},
+    {RegistryValue::Right, L"BindKeyRight", RegistryType::Dword},
+    {RegistryValue::Center, L"BindKeyCenter", RegistryType::Dword},
+    {RegistryValue::Button4, L"BindKeyMinus", RegistryType::Dword},
+    {RegistryValue::Button5, L"BindKeyPlus", RegistryType::Dword},
+    {RegistryValue::HorizontalScrollSpeed, L"HolizonScroll", RegistryType::Dword},
+    {RegistryValue::MouseImage, L"MouseImage", RegistryType::String},
+    {RegistryValue::TiltLeft, L"BindKeyTiltLeft", RegistryType::Dword},
+    {RegistryValue::TiltRight, L"BindKeyTiltRight", RegistryType::Dword},
+    {RegistryValue::FlyingScrollSpeed, L"BindKeyHSpeed", RegistryType::Dword},
+    {RegistryValue::FlyingRevolutionSpeed, L"BindKeyHLotate", RegistryType::Dword},
+    {RegistryValue::FlyingRevolutionCount, L"BindKeyHCount", RegistryType::Dword},
+    {RegistryValue::ProfileApp, L"ProfileApp", RegistryType::MultiString},
+    {RegistryValue::Gesture, L"Gesture", RegistryType::MultiString},
+    {RegistryValue::LeftEtcKey, L"BindKeyLeft_etcKey", RegistryType::String},
+    {RegistryValue::RightEtcKey, L"BindKeyRight_etcKey", RegistryType::String},
+    {RegistryValue::CenterEtcKey, L"BindKeyCenter_etcKey", RegistryType::String},
+    {RegistryValue::Button4EtcKey, L"BindKeyMinus_etcKey", RegistryType::String},
+    {RegistryValue::Button5EtcKey, L"BindKeyPlus_etcKey", RegistryType::String},
+    {RegistryValue::TiltLeftEtcKey, L"BindKeyTiltLeft_etcKey", RegistryType::String},
+    {RegistryValue::TiltRightEtcKey, L"BindKeyTiltRight_etcKey", RegistryType::String},
+    {RegistryValue::MouseFlag, L"MouseFlag", RegistryType::Dword},
 }};
+
+static_assert(IsInEnumOrder(kRegistryValues, [](const RegistryValueRow& row) { return row.value; }));
 
 constexpr const RegistryValueRow& RowOf(RegistryValue value) {
     return kRegistryValues[static_cast<std::size_t>(value)];

@@ -65,6 +65,8 @@ inline constexpr std::array<SettingFieldRow, kSettingFieldCount> kSettingFields{
      IDS_REVOLUTION_COUNT},
 }};
 
+static_assert(IsInEnumOrder(kSettingFields, [](const SettingFieldRow& row) { return row.field; }));
+
 constexpr const SettingFieldRow& RowOf(SettingField field) {
     return kSettingFields[static_cast<std::size_t>(field)];
 }
@@ -91,6 +93,8 @@ inline constexpr std::array<ButtonSlotRow, kButtonSlotCount> kButtonSlots{{
     {ButtonSlot::TiltLeft, SettingField::TiltLeft, "tiltleft_etcKey", RegistryValue::TiltLeftEtcKey},
     {ButtonSlot::TiltRight, SettingField::TiltRight, "tiltright_etcKey", RegistryValue::TiltRightEtcKey},
 }};
+
+static_assert(IsInEnumOrder(kButtonSlots, [](const ButtonSlotRow& row) { return row.slot; }));
 
 constexpr const ButtonSlotRow& RowOf(ButtonSlot slot) {
     return kButtonSlots[static_cast<std::size_t>(slot)];

@@ -51,15 +51,18 @@ void MakeDefaultProfile(MouseSettings& settings) {
     settings.selectedProfile = 0;
 }
 
-// Puts the numbers of a new default profile into the registry, where the service looks for them. The number of
-// revolutions is written as it stands, since kUnsetValue is a meaning of its own there.
+// Puts the numbers of a new default profile into the registry, where the service looks for them; initial values stand
+// in for those that are no values. A number that could not be written is noted as such: the next apply writes it.
 void PublishNewProfile(MouseSettings& settings) {
     SettingValues& values = settings.registrySettings.values;
     for (const SettingFieldRow& row : kSettingFields) {
-        if (!row.mayBeUnset && values[row.field] == kUnsetValue) values[row.field] = settings.initialValues[row.field];
+        if (values[row.field] == kAbnormalValue) values[row.field] = settings.initialValues[row.field];
     }
     for (const RegistryWrite& write : AllNumbers(values)) {
-        WriteModelValue(settings.device.vid, settings.device.pid, write);
+        if (!WriteModelValue(settings.device.vid, settings.device.pid, write)) continue;
+        for (const SettingFieldRow& row : kSettingFields) {
+            if (row.registryValue == write.value) values[row.field] = kAbnormalValue;
+        }
     }
 }
 
@@ -68,7 +71,7 @@ void PublishNewProfile(MouseSettings& settings) {
 bool LoadModel(MouseSettings& settings) {
     settings.os = ReadOsVersion();
     settings.profileFilePath = SettingsFolder() + ModelName(settings.device.vid, settings.device.pid) + L".xml";
-    settings.profileFileIsUnreadable = false;
+    settings.setFileAsideBeforeSaving = false;
 
     if (LoadProfileFile(settings.profileFilePath, settings.profiles) > 0) {
         settings.selectedProfile = IndexWithin(settings.profiles, settings.profiles.front().selectedIndex);
@@ -76,10 +79,11 @@ bool LoadModel(MouseSettings& settings) {
         return true;
     }
     MakeDefaultProfile(settings);
-    settings.profileFileIsUnreadable = true;
-    const bool saved = SaveProfiles(settings);
+    settings.setFileAsideBeforeSaving = true;
     settings.registrySettings = CheckedCopy(settings.Selected());
-    PublishNewProfile(settings);
+    const bool saved = SaveProfiles(settings);
+    // A file that could not even be set aside is in use: what is in it, and in the registry, stays the user's.
+    if (!settings.setFileAsideBeforeSaving) PublishNewProfile(settings);
     return saved;
 }
 
@@ -93,8 +97,8 @@ bool WriteRegistryValues(MouseSettings& settings) {
 }
 
 bool SaveProfiles(MouseSettings& settings) {
-    if (settings.profileFileIsUnreadable && !SetAsideProfileFile(settings.profileFilePath)) return false;
-    settings.profileFileIsUnreadable = false;
+    if (settings.setFileAsideBeforeSaving && !SetAsideProfileFile(settings.profileFilePath)) return false;
+    settings.setFileAsideBeforeSaving = false;
 
     ProfileRecord& first = settings.profiles.front();
     first.vid = static_cast<std::uint16_t>(settings.device.vid);

@@ -21,11 +21,12 @@ public:
 };
 
 // The escaped form: characters that the code page lacks, control characters, ">" and an "&" before "#" are written as
-// XML character references (&#x416;), which a reader that knows no escapes shows as they stand. The profile file marks
-// an escaped text by a CDATA section: no other text is in one, so a text that only looks escaped is never mistaken.
+// XML character references in lower-case hexadecimal (&#x416;), which a reader that knows no escapes shows as they
+// stand. The profile file marks an escaped text by a CDATA section: no other text is in one, so a text that only looks
+// escaped is never mistaken.
 std::string EncodeEscaped(std::wstring_view text, const TextCodec& codec);
 
-// The text of which this is the escaped form, once decoded. What is no well-formed reference stays as it is.
+// The text of which this is the escaped form, once decoded. An ill-formed reference stays as it is.
 std::wstring Unescape(std::wstring_view escaped);
 
 }  // namespace kvn::model

@@ -1,5 +1,6 @@
 #include "model/xml_guard.h"
 
+#include <algorithm>
 #include <array>
 #include <cctype>
 #include <string_view>
@@ -17,6 +18,22 @@ struct FlatConstruct {
     std::string_view end;
 };
 constexpr std::array<FlatConstruct, 3> kFlatConstructs{{{"<!--", "-->"}, {kCdataStart, kCdataEnd}, {"<!", ">"}}};
+
+// White-space characters as TinyXML writes them into a text; a blank stands for itself.
+struct BlankReference {
+    std::string_view reference;
+    char character;
+};
+constexpr std::array<BlankReference, 5> kBlankReferences{
+    {{"&#x09;", '\t'}, {"&#x0A;", '\n'}, {"&#x0B;", '\v'}, {"&#x0C;", '\f'}, {"&#x0D;", '\r'}}};
+
+// The reference that stands at the beginning of the text, or null.
+const BlankReference* BlankReferenceAt(std::string_view text) {
+    for (const BlankReference& row : kBlankReferences) {
+        if (text.starts_with(row.reference)) return &row;
+    }
+    return nullptr;
+}
 
 // Where a text of white space only stands in the document.
 struct BlankText {
@@ -46,17 +63,30 @@ bool StartsName(char character) {
     return byte >= 127 || std::isalpha(byte) != 0 || byte == '_';
 }
 
+// Whether every character reference is digits up to its ";": TinyXML takes the next ";" for its end, past any tags.
+bool HasWholeReferences(std::string_view text) {
+    for (std::size_t at = text.find("&#"); at != std::string_view::npos; at = text.find("&#", at)) {
+        at += text.substr(at).starts_with("&#x") ? 3 : 2;
+        at = text.find_first_not_of("0123456789abcdefABCDEF", at);
+        if (at == std::string_view::npos || text[at] != ';') return false;
+    }
+    return true;
+}
+
 // One pass over a document's tags, keeping count of what TinyXML would nest. It may count more than TinyXML, never
 // less.
 class StructureCheck {
 public:
-    explicit StructureCheck(std::string_view checkedDocument) : document(checkedDocument) {}
+    // The declaration is blanked out in the document.
+    explicit StructureCheck(std::string& checkedDocument) : bytes(checkedDocument), document(checkedDocument) {}
 
     // False when the document must not be parsed.
     bool Run() {
         while (true) {
-            position = document.find('<', position);
-            if (position == std::string_view::npos) return true;
+            const std::size_t next = std::min(document.find('<', position), document.size());
+            if (!HasWholeReferences(document.substr(position, next - position))) return false;
+            position = next;
+            if (position == document.size()) return true;
             if (!PassConstruct()) return false;
         }
     }
@@ -69,15 +99,26 @@ private:
     // Passes whatever begins at the current "<".
     bool PassConstruct() {
         const std::string_view rest = Rest();
-        for (const FlatConstruct& construct : kFlatConstructs) {
-            if (rest.starts_with(construct.start)) return PassTo(construct.end, construct.start.size());
-        }
-        if (rest.starts_with("<?")) return depth == 0 && PassTo(">", 2);
         if (rest.starts_with("</")) {
             if (depth > 0) --depth;
             return PassTo(">", 2);
         }
-        return PassStartTag();
+        if (++constructs > kMaxXmlElements) return false;
+        for (const FlatConstruct& construct : kFlatConstructs) {
+            if (rest.starts_with(construct.start)) return PassTo(construct.end, construct.start.size());
+        }
+        if (rest.starts_with("<?")) return depth == 0 && BlankDeclaration();
+        if (rest.size() > 1 && StartsName(rest[1])) return PassStartTag();
+        // Of no interest to TinyXML, which looks for nothing but its end.
+        return PassTo(">", 1);
+    }
+
+    // TinyXML may read a quoted value past the end of the declaration, so it must not meet any.
+    bool BlankDeclaration() {
+        const std::size_t begin = position;
+        if (!PassTo(">", 2)) return false;
+        bytes.replace(begin, position - begin, position - begin, ' ');
+        return true;
     }
 
     bool PassTo(std::string_view end, std::size_t after) {
@@ -90,23 +131,23 @@ private:
     bool PassStartTag() {
         const std::size_t begin = position;
         const std::size_t end = FindTagEnd(begin + 1);
-        if (end == std::string_view::npos) return false;
+        if (end == std::string_view::npos || !HasWholeReferences(document.substr(begin, end - begin))) return false;
         position = end + 1;
-        if (!StartsName(document[begin + 1])) return true;
-        if (++elements > kMaxXmlElements) return false;
         if (document[end - 1] == '/') return true;
         NoteBlankText();
         return ++depth <= kMaxXmlDepth;
     }
 
-    // The ">" that ends the tag, past quoted attribute values; npos when it has none within the limit.
+    // The ">" that ends the tag, past quoted attribute values; npos when it has none within the limit or a "<" comes
+    // first.
     std::size_t FindTagEnd(std::size_t from) const {
         const std::string_view tag = document.substr(from, kMaxXmlTagBytes);
-        std::size_t at = tag.find_first_of("\"'>");
+        std::size_t at = tag.find_first_of("\"'<>");
         while (at != std::string_view::npos && tag[at] != '>') {
+            if (tag[at] == '<') return std::string_view::npos;
             const std::size_t closing = tag.find(tag[at], at + 1);
             if (closing == std::string_view::npos) return closing;
-            at = tag.find_first_of("\"'>", closing + 1);
+            at = tag.find_first_of("\"'<>", closing + 1);
         }
         return at == std::string_view::npos ? at : from + at;
     }
@@ -122,31 +163,25 @@ private:
     std::size_t BlankLengthAt(std::size_t at) const {
         if (at >= document.size()) return 0;
         if (IsBlank(document[at])) return 1;
-        for (const std::string_view reference : {"&#x09;", "&#x0A;", "&#x0B;", "&#x0C;", "&#x0D;"}) {
-            if (document.substr(at).starts_with(reference)) return reference.size();
-        }
-        return 0;
+        const BlankReference* reference = BlankReferenceAt(document.substr(at));
+        return reference == nullptr ? 0 : reference->reference.size();
     }
 
-    std::string_view document;
+    std::string& bytes;
+    std::string_view document;  // the same bytes
     std::size_t position = 0;
     std::size_t depth = 0;
-    std::size_t elements = 0;
+    std::size_t constructs = 0;
     std::vector<BlankText> blankTexts;
 };
 
 // The characters of a text of white space, references resolved.
 std::string BlankCharacters(std::string_view text) {
     std::string characters;
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        if (text[at] != '&') {
-            characters += text[at];
-            continue;
-        }
-        constexpr std::size_t kReferenceLength = 6;
-        const char digit = text[at + 4];
-        characters += static_cast<char>(digit == '9' ? '\t' : digit - 'A' + '\n');
-        at += kReferenceLength - 1;
+    while (!text.empty()) {
+        const BlankReference* reference = BlankReferenceAt(text);
+        characters += reference == nullptr ? text.front() : reference->character;
+        text.remove_prefix(reference == nullptr ? 1 : reference->reference.size());
     }
     return characters;
 }

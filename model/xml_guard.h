@@ -11,14 +11,15 @@ namespace kvn::model {
 
 // A profile file with every list full is a tenth of these.
 inline constexpr std::size_t kMaxXmlBytes = std::size_t{32} * 1024 * 1024;
+// Elements, comments and whatever else begins with "<", end tags aside.
 inline constexpr std::size_t kMaxXmlElements = 1'000'000;
 inline constexpr std::size_t kMaxXmlDepth = 64;
 // Bounds the number of attributes, of which a profile file has none.
 inline constexpr std::size_t kMaxXmlTagBytes = 4096;
 
-// The document as TinyXML may parse it: line ends are single line feeds, and a text of white space only between a start
-// tag and its end tag is in a CDATA section. Nothing when it is empty, too large, too deep, or holds a zero or a tag
-// without end.
+// The document as TinyXML may parse it: line ends are single line feeds, a text of white space only between a start tag
+// and its end tag is in a CDATA section, and blanks stand for the declaration, which nobody reads. Nothing when it is
+// empty, too large, too deep, or holds a zero, a tag without end or a character reference that is not one.
 std::optional<std::string> PrepareXml(std::string document);
 
 }  // namespace kvn::model

@@ -65,11 +65,6 @@ bool IsTilt(ButtonSlot slot) {
     return slot == ButtonSlot::TiltLeft || slot == ButtonSlot::TiltRight;
 }
 
-// The pane's own dialog procedure: everything is done by its subclass.
-INT_PTR CALLBACK IgnoreMessage(HWND /*dialog*/, UINT /*message*/, WPARAM /*wParam*/, LPARAM /*lParam*/) {
-    return FALSE;
-}
-
 }  // namespace
 
 ButtonPane::ButtonPane(model::MouseSettings& mouseSettings, const platform::MessageBoxes& messageBoxes,
@@ -78,7 +73,7 @@ ButtonPane::ButtonPane(model::MouseSettings& mouseSettings, const platform::Mess
 
 HWND ButtonPane::Create(HINSTANCE module, HWND page) {
     resources = module;
-    pane = CreateDialogParamW(module, MAKEINTRESOURCEW(IDD_BUTTON_PANE), page, IgnoreMessage, 0);
+    pane = CreateDialogParamW(module, MAKEINTRESOURCEW(IDD_BUTTON_PANE), page, platform::IgnoreMessage, 0);
     return pane;
 }
 
@@ -155,6 +150,7 @@ void ButtonPane::LoadPictures(const std::wstring& folder) {
     if (pane == nullptr) return;
     const HWND target = Control(IDC_PANE_PICTURE);
     const model::DeviceRecord& device = settings.device;
+    // The pictures of the tilts exist whatever the button count says.
     const int count = (device.HasTiltWheel() ? model::kMaxButtonCount : device.buttonCount) + 1;
     const std::wstring stem = folder + device.mouseImage;
     pictures.emplace_back(target, stem + kPictureExtension);
@@ -203,14 +199,14 @@ void ButtonPane::OnCommand(UINT control, UINT notification) {
 void ButtonPane::OnChooserNotification(SlotChooser& chooser, UINT notification) {
     switch (notification) {
         case CBN_SETFOCUS:
-            earlierChoice = chooser.SelectedIndex();
+            earlierIndex = chooser.SelectedIndex();
             break;
         case CBN_KILLFOCUS:
-            earlierChoice = 0;
+            earlierIndex = 0;
             break;
         case CBN_SELENDOK:
             OnChoiceConfirmed(chooser);
-            earlierChoice = chooser.SelectedIndex();
+            earlierIndex = chooser.SelectedIndex();
             break;
         default:
             break;
@@ -219,27 +215,28 @@ void ButtonPane::OnChooserNotification(SlotChooser& chooser, UINT notification) 
 
 void ButtonPane::OnChoiceConfirmed(SlotChooser& changed) {
     // A message box takes the focus from the chooser, which clears the remembered choice.
-    const int choiceBefore = earlierChoice;
+    const int indexBefore = earlierIndex;
     int gestureCount = 0;
     for (const SlotChooser& chooser : choosers) gestureCount += chooser.Selected() == model::kFunctionGesture ? 1 : 0;
 
-    KeepOneLeftClick(changed, gestureCount);
+    // Putting "Left click" back counts as one gesture function less, whatever it has replaced.
+    if (PutBackLeftClick(changed)) --gestureCount;
     if (gestureCount >= 2) {
         boxes.Show(pane, IDS_GESTURE_SLOT_TAKEN, MB_OK | MB_ICONEXCLAMATION);
-        changed.SelectIndex(choiceBefore);
+        changed.SelectIndex(indexBefore);
     }
     if (changed.Selected() == model::kFunctionArbitraryKey) RegisterArbitraryKey(changed);
 }
 
-void ButtonPane::KeepOneLeftClick(SlotChooser& changed, int& gestureCount) const {
+bool ButtonPane::PutBackLeftClick(const SlotChooser& changed) const {
     for (const SlotChooser& chooser : choosers) {
-        if (chooser.Selected() == model::kFunctionLeftClick) return;
+        if (chooser.Selected() == model::kFunctionLeftClick) return false;
     }
     const auto leftClick = changed.IndexOfLeftClick();
-    if (!leftClick) return;
+    if (!leftClick) return false;
     boxes.Show(pane, IDS_LEFT_CLICK_MISSING, MB_OK | MB_ICONEXCLAMATION);
     changed.SelectIndex(*leftClick);
-    --gestureCount;
+    return true;
 }
 
 void ButtonPane::RegisterArbitraryKey(SlotChooser& chooser) {

@@ -64,7 +64,8 @@ private:
 
     // The rules that keep one "Left click" and at most one "Gesture function", and the key dialog of "Arbitrary key".
     void OnChoiceConfirmed(SlotChooser& changed);
-    void KeepOneLeftClick(SlotChooser& changed, int& gestureCount) const;
+    // When no chooser holds "Left click" any longer, tells the user and gives it to the changed one. True when it did.
+    bool PutBackLeftClick(const SlotChooser& changed) const;
     void RegisterArbitraryKey(SlotChooser& chooser);
 
     void FillRevolutionCount(std::int32_t count);
@@ -83,8 +84,8 @@ private:
     std::array<SlotChooser, model::kButtonSlotCount> choosers;
     // Index 0 is the plain mouse, index k the mouse with its k-th control marked.
     std::vector<MousePicture> pictures;
-    // The choice that a chooser had when the focus came to it or its choice was last confirmed.
-    int earlierChoice = 0;
+    // The index that a chooser had selected when the focus came to it or its choice was last confirmed.
+    int earlierIndex = 0;
 };
 
 }  // namespace kvn::page

@@ -8,19 +8,12 @@
 #include "page/class_factory.h"
 #include "page/module_state.h"
 #include "page/registration.h"
-
-namespace {
-
-// The class that this server makes, and that an installer registers as a property-sheet handler of the Mouse control
-// panel.
-constexpr CLSID kServerClassId = {0xB7C1D9A4, 0x3E52, 0x4F0B, {0x9C, 0x86, 0x2D, 0x7A, 0x51, 0xE8, 0xF0, 0x43}};
-
-}  // namespace
+#include "page/server_class.h"
 
 STDAPI DllGetClassObject(REFCLSID classId, REFIID interfaceId, void** object) {
     if (object == nullptr) return E_POINTER;
     *object = nullptr;
-    if (classId != kServerClassId) return CLASS_E_CLASSNOTAVAILABLE;
+    if (classId != kvn::page::kServerClassId) return CLASS_E_CLASSNOTAVAILABLE;
     if (interfaceId != IID_IUnknown && interfaceId != IID_IClassFactory) return E_NOINTERFACE;
     auto* factory = new (std::nothrow) kvn::page::CClassFactory;
     if (factory == nullptr) return E_OUTOFMEMORY;
@@ -38,7 +31,8 @@ STDAPI DllRegisterServer() {
 }
 
 STDAPI DllUnregisterServer() {
-    return kvn::page::RemoveRegistration();
+    kvn::page::RemoveRegistration();
+    return S_OK;
 }
 
 extern "C" LONG APIENTRY CPlApplet(HWND /*window*/, UINT /*message*/, LPARAM /*first*/, LPARAM /*second*/) {

@@ -6,12 +6,14 @@
 #include <algorithm>
 #include <array>
 #include <iterator>
+#include <span>
 
 #include "model/registry_records.h"
 #include "model/settings_store.h"
 #include "page/service_folder.h"
 #include "platform/module.h"
 #include "platform/service_window.h"
+#include "platform/subclass.h"
 #include "platform/texts.h"
 #include "resources/resource.h"
 
@@ -36,11 +38,6 @@ bool IsComboBox(HWND window) {
     return lstrcmpiW(className.data(), WC_COMBOBOXW) == 0;
 }
 
-// The gesture pane's dialog procedure.
-INT_PTR CALLBACK GesturePaneProcedure(HWND /*pane*/, UINT /*message*/, WPARAM /*wParam*/, LPARAM /*lParam*/) {
-    return FALSE;
-}
-
 }  // namespace
 
 const KorvenPanel::CommandRow KorvenPanel::kCommands[] = {
@@ -63,6 +60,8 @@ bool KorvenPanel::CanAddPage(LPFNADDPROPSHEETPAGE /*addPage*/, LPARAM /*paramete
 
 void KorvenPanel::OnInitDialog(HINSTANCE module, HWND page) {
     pageWindow = page;
+    // Before any message box: while one is open the service may send its own.
+    settings.initialValues = model::InitialValuesOf(model::NewProfileRecord());
     ReadDevice();
     LoadProfiles();
     CreatePanes(module);
@@ -82,7 +81,6 @@ void KorvenPanel::ReadDevice() {
 }
 
 void KorvenPanel::LoadProfiles() {
-    settings.initialValues = model::InitialValuesOf(model::NewProfileRecord());
     if (!model::LoadModel(settings)) boxes.Show(pageWindow, IDS_SETTINGS_FAILED, MB_OK | MB_ICONEXCLAMATION);
 }
 
@@ -97,7 +95,7 @@ void KorvenPanel::CreatePanes(HINSTANCE module) {
     }
     buttonPaneWindow = buttonPane.Create(module, pageWindow);
     gesturePaneWindow =
-        CreateDialogParamW(module, MAKEINTRESOURCEW(IDD_GESTURE_PANE), pageWindow, GesturePaneProcedure, 0);
+        CreateDialogParamW(module, MAKEINTRESOURCEW(IDD_GESTURE_PANE), pageWindow, platform::IgnoreMessage, 0);
     PlacePane(buttonPaneWindow, Control(IDC_PAGE_EDIT_PROFILE));
     PlacePane(gesturePaneWindow, buttonPaneWindow);
     ShowWindow(buttonPaneWindow, SW_SHOW);
@@ -135,8 +133,9 @@ void KorvenPanel::RepairProfiles() {
 
 void KorvenPanel::FindServiceFiles() {
     const std::wstring folder = ServiceFolder();
-    if (!folder.empty()) helpFile = folder + kHelpFile;
-    buttonPane.LoadPictures(folder.empty() ? folder : folder + kPictureFolder);
+    if (folder.empty()) return;
+    helpFile = folder + kHelpFile;
+    buttonPane.LoadPictures(folder + kPictureFolder);
 }
 
 bool KorvenPanel::OnApply(HINSTANCE /*module*/, HWND page) {

@@ -63,7 +63,7 @@ private:
     bool SaveSettings();
     HWND Control(int control) const { return GetDlgItem(pageWindow, control); }
 
-    // Held from construction to destruction; everything runs on the sheet's one thread.
+    // Exists as long as the panel; nothing enters it, since everything runs on the sheet's one thread.
     CRITICAL_SECTION lock{};
     model::MouseSettings settings;
     platform::MessageBoxes boxes;

@@ -1,7 +1,5 @@
 #include "page/module_state.h"
 
-#include <new>
-
 #include "page/korven_panel.h"
 
 namespace kvn::page {

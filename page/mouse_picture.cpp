@@ -2,14 +2,9 @@
 
 #include <objidl.h>
 
-#include <algorithm>
-#include <utility>
-// GDI+'s headers use min and max unqualified.
-namespace Gdiplus {
-using std::max;  // NOLINT(misc-unused-using-decls)
-using std::min;  // NOLINT(misc-unused-using-decls)
-}  // namespace Gdiplus
 #include <gdiplus.h>
+
+#include <utility>
 
 namespace kvn::page {
 namespace {
@@ -18,17 +13,12 @@ namespace gdi = Gdiplus::DllExports;
 
 constexpr Gdiplus::ARGB kOpaqueBlack = 0xFF000000;
 
-struct GraphicsTraits {
-    using Handle = Gdiplus::GpGraphics*;
-    static constexpr Handle kEmpty = nullptr;
-    static void Close(Handle graphics) { gdi::GdipDeleteGraphics(graphics); }
-};
-
-struct GdiplusBitmapTraits {
-    using Handle = Gdiplus::GpBitmap*;
-    static constexpr Handle kEmpty = nullptr;
-    static void Close(Handle bitmap) { gdi::GdipDisposeImage(bitmap); }
-};
+void DeleteGraphics(Gdiplus::GpGraphics* graphics) {
+    gdi::GdipDeleteGraphics(graphics);
+}
+void DisposeBitmap(Gdiplus::GpBitmap* bitmap) {
+    gdi::GdipDisposeImage(bitmap);
+}
 
 Gdiplus::ARGB DialogColour() {
     const COLORREF colour = GetSysColor(COLOR_BTNFACE);
@@ -49,11 +39,11 @@ void ReplaceBitmap(HWND control, platform::UniqueBitmap bitmap) {
 
 }  // namespace
 
-void GdiplusTraits::Close(Handle token) {
+void ShutDownGdiplus(ULONG_PTR token) {
     Gdiplus::GdiplusShutdown(token);
 }
 
-void GdiplusImageTraits::Close(Handle image) {
+void DisposeImage(Gdiplus::GpImage* image) {
     gdi::GdipDisposeImage(image);
 }
 
@@ -77,13 +67,13 @@ void MousePicture::Load() {
 }
 
 platform::UniqueBitmap MousePicture::Render(int width, int height) const {
-    platform::UniqueResource<GdiplusBitmapTraits> canvas;
+    platform::Owned<Gdiplus::GpBitmap*, &DisposeBitmap> canvas;
     if (gdi::GdipCreateBitmapFromScan0(width, height, 0, PixelFormat32bppARGB, nullptr, canvas.Receive()) !=
         Gdiplus::Ok) {
         return {};
     }
     {
-        platform::UniqueResource<GraphicsTraits> graphics;
+        platform::Owned<Gdiplus::GpGraphics*, &DeleteGraphics> graphics;
         if (gdi::GdipGetImageGraphicsContext(canvas.Get(), graphics.Receive()) != Gdiplus::Ok) return {};
         gdi::GdipGraphicsClear(graphics.Get(), DialogColour());
         if (image) {

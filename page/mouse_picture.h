@@ -7,24 +7,15 @@
 
 #include "platform/unique_resource.h"
 
-// The flat interface's own handle types; its headers are heavy.
+// GDI+'s headers are heavy: its own type of an image handle is enough here.
 namespace Gdiplus {
 class GpImage;
 }
 
 namespace kvn::page {
 
-struct GdiplusTraits {
-    using Handle = ULONG_PTR;
-    static constexpr Handle kEmpty = 0;
-    static void Close(Handle token);
-};
-
-struct GdiplusImageTraits {
-    using Handle = Gdiplus::GpImage*;
-    static constexpr Handle kEmpty = nullptr;
-    static void Close(Handle image);
-};
+void ShutDownGdiplus(ULONG_PTR token);
+void DisposeImage(Gdiplus::GpImage* image);
 
 // Starts GDI+ for itself. A file that cannot be loaded leaves the picture empty.
 class MousePicture {
@@ -44,8 +35,8 @@ private:
     std::wstring file;
     bool isLoaded = false;
     // In this order: the image must go before GDI+ shuts down.
-    platform::UniqueResource<GdiplusTraits> gdiplus;
-    platform::UniqueResource<GdiplusImageTraits> image;
+    platform::Owned<ULONG_PTR, &ShutDownGdiplus> gdiplus;
+    platform::Owned<Gdiplus::GpImage*, &DisposeImage> image;
 };
 
 // Takes the bitmap that Draw left in the control and deletes it.

@@ -16,7 +16,7 @@ namespace {
 constexpr wchar_t kTemplateName[] = KVN_WIDE_NAME(IDD_PROPERTY_PAGE_NAME);
 
 static_assert(sizeof(void*) == 8, "the module is for 64-bit Windows only");
-// The structure of Windows Vista and later without the bitmap of its last member, which comctl32 5 does not know.
+// The structure without the activation context and the header bitmap that later versions append.
 static_assert(sizeof(PROPSHEETPAGEW_V2) == 88);
 
 void OnInitDialog(HWND page, LPARAM sheetPage) {
@@ -39,7 +39,7 @@ void OnCommand(IPropertyPanel& panel, HWND page, WPARAM wParam, LPARAM lParam) {
     if (panel.OnCommandChanged(page, wParam, lParam)) MarkPageChanged(page);
 }
 
-// The messages between the page's first and its last.
+// The messages after WM_INITDIALOG.
 INT_PTR ForwardToPanel(IPropertyPanel& panel, HWND page, UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_PAINT:

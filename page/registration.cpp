@@ -3,7 +3,6 @@
 #include <olectl.h>
 
 #include <array>
-#include <iterator>
 #include <string_view>
 
 #include "platform/unique_resource.h"
@@ -14,8 +13,9 @@ namespace {
 constexpr wchar_t kHandlerKey[] =
     L"Software\\Microsoft\\Windows\\CurrentVersion\\Controls Folder\\Display\\shellex\\PropertySheetHandlers\\"
     L"Control Panel Extention Sample";
-constexpr wchar_t kClassKey[] = L"CLSID\\{3BF82320-3F22-11d0-90FD-0040C757956E}";
-constexpr wchar_t kServerKey[] = L"CLSID\\{3BF82320-3F22-11d0-90FD-0040C757956E}\\InProcServer32";
+#define KVN_GENERIC_CLASS L"{3BF82320-3F22-11d0-90FD-0040C757956E}"
+constexpr wchar_t kClassKey[] = L"CLSID\\" KVN_GENERIC_CLASS;
+constexpr wchar_t kServerKey[] = L"CLSID\\" KVN_GENERIC_CLASS L"\\InProcServer32";
 
 struct RegistrationEntry {
     HKEY root;
@@ -25,18 +25,10 @@ struct RegistrationEntry {
 };
 
 const std::array<RegistrationEntry, 3> kEntries{{
-    {HKEY_LOCAL_MACHINE, kHandlerKey, nullptr, L"{3BF82320-3F22-11d0-90FD-0040C757956E}"},
+    {HKEY_LOCAL_MACHINE, kHandlerKey, nullptr, KVN_GENERIC_CLASS},
     {HKEY_CLASSES_ROOT, kServerKey, nullptr, L"PANEL.CPL"},
     {HKEY_CLASSES_ROOT, kServerKey, L"ThreadingModel", L"Apartment"},
 }};
-
-// The keys that the entries make, a key below another before it.
-struct RegistrationKey {
-    HKEY root;
-    const wchar_t* key;
-};
-const std::array<RegistrationKey, 3> kKeys{
-    {{HKEY_LOCAL_MACHINE, kHandlerKey}, {HKEY_CLASSES_ROOT, kServerKey}, {HKEY_CLASSES_ROOT, kClassKey}}};
 
 bool Write(const RegistrationEntry& entry) {
     platform::UniqueRegistryKey key;
@@ -49,6 +41,16 @@ bool Write(const RegistrationEntry& entry) {
                           bytes) == ERROR_SUCCESS;
 }
 
+bool IsEmptyKey(HKEY root, const wchar_t* path) {
+    platform::UniqueRegistryKey key;
+    DWORD subkeys = 0;
+    DWORD values = 0;
+    return RegOpenKeyExW(root, path, 0, KEY_READ, key.Receive()) == ERROR_SUCCESS &&
+           RegQueryInfoKeyW(key.Get(), nullptr, nullptr, nullptr, &subkeys, nullptr, nullptr, &values, nullptr, nullptr,
+                            nullptr, nullptr) == ERROR_SUCCESS &&
+           subkeys == 0 && values == 0;
+}
+
 }  // namespace
 
 HRESULT WriteRegistration() {
@@ -58,13 +60,10 @@ HRESULT WriteRegistration() {
     return S_OK;
 }
 
-HRESULT RemoveRegistration() {
-    bool removed = true;
-    for (const RegistrationKey& entry : kKeys) {
-        const LSTATUS status = RegDeleteKeyW(entry.root, entry.key);
-        if (status != ERROR_SUCCESS && status != ERROR_FILE_NOT_FOUND) removed = false;
-    }
-    return removed ? S_OK : SELFREG_E_CLASS;
+void RemoveRegistration() {
+    RegDeleteKeyW(HKEY_LOCAL_MACHINE, kHandlerKey);
+    RegDeleteKeyW(HKEY_CLASSES_ROOT, kServerKey);
+    if (IsEmptyKey(HKEY_CLASSES_ROOT, kClassKey)) RegDeleteKeyW(HKEY_CLASSES_ROOT, kClassKey);
 }
 
 }  // namespace kvn::page

@@ -9,7 +9,7 @@ namespace kvn::page {
 // S_OK, or SELFREG_E_CLASS when a key or value could not be written.
 HRESULT WriteRegistration();
 
-// Removes what WriteRegistration wrote. S_OK, or SELFREG_E_CLASS when something that was there could not be removed.
-HRESULT RemoveRegistration();
+// Removes what WriteRegistration wrote, and the class's key when nothing else is in it.
+void RemoveRegistration();
 
 }  // namespace kvn::page

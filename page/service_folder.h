@@ -5,7 +5,7 @@
 
 namespace kvn::page {
 
-// The folder of the running service's program, ending with a backslash: its path up to the first "KvnMouseApl". Empty
+// The path of the running service's program up to its first "KvnMouseApl": its folder, ending with a backslash. Empty
 // when the service does not run, its process cannot be opened or its path holds no such word.
 std::wstring ServiceFolder();
 

@@ -1,10 +1,24 @@
 #include "platform/service_window.h"
 
+#include <algorithm>
+
 namespace kvn::platform {
 namespace {
 
-constexpr UINT NumberOf(ServiceMessage message) {
-    return static_cast<UINT>(message);
+// The service's answer; 0 without a service.
+LRESULT Send(ServiceMessage message, LPARAM lParam = 0) {
+    const HWND service = FindService();
+    return service == nullptr ? 0 : SendMessageW(service, static_cast<UINT>(message), 0, lParam);
+}
+
+void Post(ServiceMessage message) {
+    if (const HWND service = FindService()) PostMessageW(service, static_cast<UINT>(message), 0, 0);
+}
+
+bool IsButtonHeld(ServiceButton button) {
+    if (Send(ServiceMessage::IsButtonHeld, static_cast<LPARAM>(button)) == 0) return false;
+    OutputDebugStringW(L"Key ON\n");
+    return true;
 }
 
 }  // namespace
@@ -14,12 +28,23 @@ HWND FindService() {
 }
 
 bool IsServiceAvailable() {
-    const HWND service = FindService();
-    return service != nullptr && SendMessageW(service, NumberOf(ServiceMessage::Probe), 0, 0) != kProbeRefused;
+    return FindService() != nullptr && Send(ServiceMessage::Probe) != kProbeRefused;
 }
 
 void NotifySettingsChanged() {
-    if (const HWND service = FindService()) PostMessageW(service, NumberOf(ServiceMessage::SettingsChanged), 0, 0);
+    Post(ServiceMessage::SettingsChanged);
+}
+
+void NotifyGestureEditBegin() {
+    Send(ServiceMessage::GestureEditBegin);
+}
+
+void NotifyGestureEditEnd() {
+    Post(ServiceMessage::GestureEditEnd);
+}
+
+bool AreButtonsHeld(std::span<const ServiceButton> buttons) {
+    return !buttons.empty() && std::all_of(buttons.begin(), buttons.end(), IsButtonHeld);
 }
 
 }  // namespace kvn::platform

@@ -18,4 +18,12 @@ bool IsServiceAvailable();
 // Tells the service that the settings have been written. Does not wait.
 void NotifySettingsChanged();
 
+// Tells the service that the gesture editor opens, and waits until it knows; and that the editor has closed.
+void NotifyGestureEditBegin();
+void NotifyGestureEditEnd();
+
+// Whether the service sees every one of these buttons held. They are asked for in turn, and the first one that is not
+// held ends the query. False without buttons or without a service.
+bool AreButtonsHeld(std::span<const ServiceButton> buttons);
+
 }  // namespace kvn::platform

@@ -18,4 +18,9 @@ Object* ObjectOf(HWND window) {
     return reinterpret_cast<Object*>(GetWindowLongPtrW(window, GWLP_USERDATA));
 }
 
+// The procedure of a dialog whose messages are all handled by its subclass, or by nobody.
+inline INT_PTR CALLBACK IgnoreMessage(HWND /*dialog*/, UINT /*message*/, WPARAM /*wParam*/, LPARAM /*lParam*/) {
+    return FALSE;
+}
+
 }  // namespace kvn::platform

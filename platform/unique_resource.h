@@ -45,47 +45,34 @@ private:
     Handle handle = Traits::kEmpty;
 };
 
-struct RegistryKeyTraits {
-    using Handle = HKEY;
-    static constexpr Handle kEmpty = nullptr;
-    static void Close(Handle key) { RegCloseKey(key); }
+template <typename Resource, auto kGiveBack>
+struct GiveBackTraits {
+    using Handle = Resource;
+    static constexpr Handle kEmpty{};
+    static void Close(Handle handle) { kGiveBack(handle); }
 };
-using UniqueRegistryKey = UniqueResource<RegistryKeyTraits>;
 
+// Owns a handle whose empty value is null or 0 and that this function takes back.
+template <typename Resource, auto kGiveBack>
+using Owned = UniqueResource<GiveBackTraits<Resource, kGiveBack>>;
+
+using UniqueRegistryKey = Owned<HKEY, &RegCloseKey>;
 // A kernel object whose creator answers null on failure (a process, a thread, an event).
-struct KernelObjectTraits {
-    using Handle = HANDLE;
-    static constexpr Handle kEmpty = nullptr;
-    static void Close(Handle object) { CloseHandle(object); }
-};
-using UniqueKernelObject = UniqueResource<KernelObjectTraits>;
+using UniqueKernelObject = Owned<HANDLE, &CloseHandle>;
+using UniqueBitmap = Owned<HBITMAP, &DeleteObject>;
+// Memory of the COM task allocator.
+template <typename T>
+using UniqueTaskMemory = Owned<T*, &CoTaskMemFree>;
 
 // A file, whose opener answers INVALID_HANDLE_VALUE on failure.
 class UniqueFile {
 public:
-    explicit UniqueFile(HANDLE owned) : file(owned == INVALID_HANDLE_VALUE ? nullptr : owned) {}
+    explicit UniqueFile(HANDLE opened) : file(opened == INVALID_HANDLE_VALUE ? nullptr : opened) {}
     explicit operator bool() const { return static_cast<bool>(file); }
     HANDLE Get() const { return file.Get(); }
 
 private:
     UniqueKernelObject file;
 };
-
-struct BitmapTraits {
-    using Handle = HBITMAP;
-    static constexpr Handle kEmpty = nullptr;
-    static void Close(Handle bitmap) { DeleteObject(bitmap); }
-};
-using UniqueBitmap = UniqueResource<BitmapTraits>;
-
-// Memory of the COM task allocator.
-template <typename T>
-struct TaskMemoryTraits {
-    using Handle = T*;
-    static constexpr Handle kEmpty = nullptr;
-    static void Close(Handle memory) { CoTaskMemFree(memory); }
-};
-template <typename T>
-using UniqueTaskMemory = UniqueResource<TaskMemoryTraits<T>>;
 
 }  // namespace kvn::platform

@@ -7,6 +7,22 @@ build=$root/build
 # shellcheck disable=SC2034  # for the scripts that source this file
 jobs=$(nproc)
 
+# The folders that hold the product's code, for the checks that walk them.
+# shellcheck disable=SC2034  # used by those who source this
+product_folders=(model platform gestures page)
+
+# Runs a command with the rights to install packages.
+as_root() {
+    if [ "$(id -u)" -eq 0 ]; then
+        "$@"
+    elif command -v sudo >/dev/null; then
+        sudo "$@"
+    else
+        echo "Installing packages needs root or sudo: $*" >&2
+        return 1
+    fi
+}
+
 # Installs the named Debian packages that are missing, and nothing when all are there.
 install_packages() {
     local missing=() package
@@ -15,17 +31,12 @@ install_packages() {
     done
     [ ${#missing[@]} -eq 0 ] && return
     echo "Installing: ${missing[*]}"
-    local as_root=()
-    [ "$(id -u)" -eq 0 ] || as_root=(sudo)
     # A package index may not have been read on a new machine, or may be older than the archive.
-    "${as_root[@]}" apt-get update -qq
-    DEBIAN_FRONTEND=noninteractive "${as_root[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}" >"${TMPDIR:-/tmp}/apt-install.log" 2>&1 ||
-        { tail -20 "${TMPDIR:-/tmp}/apt-install.log"; return 1; }
-}
-
-# The name by which programs under Wine know a file of this machine; $1 is its full path.
-windows_path() {
-    printf '%s' "Z:${1//\//\\}"
+    as_root apt-get update -qq
+    mkdir -p "$build"
+    local log=$build/install-packages.log
+    as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" \
+        >"$log" 2>&1 || { tail -n 20 "$log"; return 1; }
 }
 
 # Sets the environment in which Wine runs for this tree: a prefix and a home of its own below build/, no debugger, no
@@ -40,7 +51,9 @@ use_wine_prefix() {
 # Makes the prefix of use_wine_prefix when it is new. $1 is its graphics: `null` needs no display at all, `x11` draws on
 # $DISPLAY and does not wait for a window manager.
 prepare_wine_prefix() {
-    local ready=$WINEPREFIX/ready-for-$1
+    local recipe=2  # to be counted up when a prefix is made in another way
+    local ready=$WINEPREFIX/ready-for-$1-$recipe
+    wineserver -k || true  # what a run that was killed has left
     if [ ! -e "$ready" ]; then
         rm -rf "$WINEPREFIX"
         mkdir -p "$(dirname "$WINEPREFIX")"

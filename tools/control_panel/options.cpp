@@ -69,12 +69,13 @@ const OptionRow& FindOption(const std::wstring& name) {
 
 Options ParseOptions(const std::vector<std::wstring>& arguments) {
     Options options;
-    for (auto argument = arguments.begin(); argument != arguments.end(); ++argument) {
-        const OptionRow& row = FindOption(*argument);
+    std::size_t next = 0;
+    while (next < arguments.size()) {
+        const OptionRow& row = FindOption(arguments[next++]);
         std::wstring value;
         if (row.takesValue) {
-            if (++argument == arguments.end()) RefuseUsage(std::wstring(row.name) + L" needs a value.");
-            value = *argument;
+            if (next == arguments.size()) RefuseUsage(std::wstring(row.name) + L" needs a value.");
+            value = arguments[next++];
         }
         row.apply(options, value);
     }

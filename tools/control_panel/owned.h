@@ -10,15 +10,7 @@
 
 namespace kvn::control_panel {
 
-template <typename Resource, auto giveBack>
-struct OwnedTraits {
-    using Handle = Resource;
-    static constexpr Handle kEmpty = nullptr;
-    static void Close(Handle handle) { giveBack(handle); }
-};
-
-template <typename Resource, auto giveBack>
-using Owned = platform::UniqueResource<OwnedTraits<Resource, giveBack>>;
+using platform::Owned;
 
 inline void ReleaseScreenDc(HDC dc) {
     ReleaseDC(nullptr, dc);

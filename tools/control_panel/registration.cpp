@@ -1,5 +1,6 @@
 #include "tools/control_panel/registration.h"
 
+#include "page/server_class.h"
 #include "tools/control_panel/handlers.h"
 #include "tools/control_panel/host_error.h"
 #include "tools/control_panel/registry_text.h"
@@ -12,7 +13,7 @@ std::wstring HandlerKey() {
 }
 
 std::wstring ClassKey() {
-    return L"CLSID\\" + ToText(kPageClassId);
+    return L"CLSID\\" + ToText(page::kServerClassId);
 }
 
 }  // namespace
@@ -21,11 +22,11 @@ void RegisterPage(const std::wstring& dll) {
     if (GetFileAttributesW(dll.c_str()) == INVALID_FILE_ATTRIBUTES) {
         throw HostError{dll + L" is not there: " + DescribeError(GetLastError()) + L"."};
     }
-    const std::wstring server = ServerKey(kPageClassId);
+    const std::wstring server = ServerKey(page::kServerClassId);
     WriteRegistryText(HKEY_CLASSES_ROOT, ClassKey(), nullptr, L"KORVEN mouse settings page");
     WriteRegistryText(HKEY_CLASSES_ROOT, server, nullptr, dll);
     WriteRegistryText(HKEY_CLASSES_ROOT, server, L"ThreadingModel", L"Apartment");
-    WriteRegistryText(HKEY_LOCAL_MACHINE, HandlerKey(), nullptr, ToText(kPageClassId));
+    WriteRegistryText(HKEY_LOCAL_MACHINE, HandlerKey(), nullptr, ToText(page::kServerClassId));
 }
 
 void UnregisterPage() {

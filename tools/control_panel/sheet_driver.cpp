@@ -41,9 +41,9 @@ void FocusControl(HWND sheet, HWND page, int id) {
 
 }  // namespace
 
-SheetDriver::SheetDriver(const Options& wanted) : options(wanted) {
+SheetDriver::SheetDriver(const Options& wanted)
+    : options(wanted), timer(SetTimer(nullptr, 0, kTickMilliseconds, &OnTimer)) {
     activeDriver = this;
-    timer = SetTimer(nullptr, 0, kTickMilliseconds, &OnTimer);
 }
 
 SheetDriver::~SheetDriver() {

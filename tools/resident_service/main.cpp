@@ -5,7 +5,6 @@
 #include <shellapi.h>
 
 #include <exception>
-#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -25,17 +24,13 @@ namespace {
 // Exit codes: 0 done, 1 failed, 2 wrong options, 3 the wrong number of services runs already.
 enum ExitCode : int { kDone = 0, kFailed = 1, kWrongOptions = 2, kWrongService = 3 };
 
-constexpr DWORD kPatienceWithQuitting = 5'000;
-
-struct LocalMemory {
-    void operator()(void* memory) const { LocalFree(memory); }
-};
+constexpr DWORD kQuitTimeoutMilliseconds = 5'000;
 
 std::vector<std::wstring> Arguments() {
     int count = 0;
-    const std::unique_ptr<wchar_t*, LocalMemory> words{CommandLineToArgvW(GetCommandLineW(), &count)};
+    const platform::Owned<wchar_t**, &LocalFree> words{CommandLineToArgvW(GetCommandLineW(), &count)};
     if (!words || count < 1) return {};
-    return {words.get() + 1, words.get() + count};
+    return {words.Get() + 1, words.Get() + count};
 }
 
 ExitCode Complain(const std::wstring& text, ExitCode code) {
@@ -117,6 +112,8 @@ ExitCode SendSettingsThroughService(const Options& options) {
         case SettingsReply::PageDidNotAnswer:
             return Complain(L"the page does not answer", kFailed);
         case SettingsReply::NotUnderstood:
+            return Complain(L"the service does not understand", kFailed);
+        case SettingsReply::ServiceDidNotAnswer:
             break;
     }
     return Complain(L"the service does not answer", kFailed);
@@ -130,7 +127,7 @@ ExitCode QuitService() {
     const platform::UniqueKernelObject process{OpenProcess(SYNCHRONIZE, FALSE, processId)};
     PostMessageW(service, WM_CLOSE, 0, 0);
     // Its log and its published values are settled only when it has gone.
-    if (process && WaitForSingleObject(process.Get(), kPatienceWithQuitting) == WAIT_OBJECT_0) return kDone;
+    if (process && WaitForSingleObject(process.Get(), kQuitTimeoutMilliseconds) == WAIT_OBJECT_0) return kDone;
     return Complain(L"the service does not end", kFailed);
 }
 

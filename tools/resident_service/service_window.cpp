@@ -69,6 +69,7 @@ const wchar_t* Describe(SettingsReply reply) {
         case SettingsReply::PageDidNotAnswer:
             return L"it does not answer";
         case SettingsReply::NotUnderstood:
+        case SettingsReply::ServiceDidNotAnswer:
             break;
     }
     return L"not understood";

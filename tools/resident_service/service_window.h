@@ -11,12 +11,7 @@
 
 namespace kvn::service {
 
-struct FontTraits {
-    using Handle = HFONT;
-    static constexpr Handle kEmpty = nullptr;
-    static void Close(Handle font) { DeleteObject(font); }
-};
-using UniqueFont = platform::UniqueResource<FontTraits>;
+using UniqueFont = platform::Owned<HFONT, &DeleteObject>;
 
 class ServiceWindow {
 public:

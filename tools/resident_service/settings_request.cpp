@@ -11,7 +11,9 @@ namespace {
 // Tells requests from any other WM_COPYDATA message.
 constexpr ULONG_PTR kRequestMark = 0x4B76'6E53;
 // The page may show a message box of its own, but its thread goes on answering.
-constexpr UINT kPatience = 5'000;
+constexpr UINT kPageTimeoutMilliseconds = 5'000;
+// The service waits for the page meanwhile.
+constexpr UINT kServiceTimeoutMilliseconds = 8'000;
 
 // The page is the dialog that owns these controls, whatever sheet and process it stands in.
 bool IsPage(HWND window) {
@@ -36,10 +38,10 @@ HWND FindPage() {
     return page;
 }
 
-std::optional<LRESULT> SendCopyData(HWND receiver, HWND sender, COPYDATASTRUCT message) {
+std::optional<LRESULT> SendCopyData(HWND receiver, HWND sender, COPYDATASTRUCT message, UINT timeoutMilliseconds) {
     DWORD_PTR reply = 0;
     if (SendMessageTimeoutW(receiver, WM_COPYDATA, reinterpret_cast<WPARAM>(sender), reinterpret_cast<LPARAM>(&message),
-                            SMTO_NORMAL, kPatience, &reply) == 0) {
+                            SMTO_NORMAL, timeoutMilliseconds, &reply) == 0) {
         return std::nullopt;
     }
     return static_cast<LRESULT>(reply);
@@ -51,8 +53,9 @@ SettingsReply AskToSendSettings(HWND service, const SettingsRequest& request) {
     std::vector<std::byte> data(sizeof(request.page) + request.settings.size() * sizeof(std::int32_t));
     std::memcpy(data.data(), &request.page, sizeof(request.page));
     std::memcpy(data.data() + sizeof(request.page), request.settings.data(), data.size() - sizeof(request.page));
-    const auto reply = SendCopyData(service, nullptr, {kRequestMark, static_cast<DWORD>(data.size()), data.data()});
-    return static_cast<SettingsReply>(reply.value_or(static_cast<LRESULT>(SettingsReply::NotUnderstood)));
+    const auto reply = SendCopyData(service, nullptr, {kRequestMark, static_cast<DWORD>(data.size()), data.data()},
+                                    kServiceTimeoutMilliseconds);
+    return static_cast<SettingsReply>(reply.value_or(static_cast<LRESULT>(SettingsReply::ServiceDidNotAnswer)));
 }
 
 std::optional<SettingsRequest> ReadRequest(const COPYDATASTRUCT* message) {
@@ -74,8 +77,9 @@ SettingsReply SendSettings(HWND service, const SettingsRequest& request) {
     if (!IsWindow(page)) return SettingsReply::NoPage;
     std::vector<std::int32_t> settings = request.settings;
     const DWORD bytes = static_cast<DWORD>(settings.size() * sizeof(std::int32_t));
-    return SendCopyData(page, service, {0, bytes, settings.data()}) ? SettingsReply::Delivered
-                                                                    : SettingsReply::PageDidNotAnswer;
+    return SendCopyData(page, service, {0, bytes, settings.data()}, kPageTimeoutMilliseconds)
+               ? SettingsReply::Delivered
+               : SettingsReply::PageDidNotAnswer;
 }
 
 }  // namespace kvn::service

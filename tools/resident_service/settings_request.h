@@ -10,7 +10,13 @@
 namespace kvn::service {
 
 // The answers to a request; 0 is what a window that does not know requests would say.
-enum class SettingsReply : LRESULT { NotUnderstood = 0, Delivered = 1, NoPage = 2, PageDidNotAnswer = 3 };
+enum class SettingsReply : LRESULT {
+    NotUnderstood = 0,
+    Delivered = 1,
+    NoPage = 2,
+    PageDidNotAnswer = 3,
+    ServiceDidNotAnswer = 4
+};
 
 // "Send these initial settings to the page". It travels in a WM_COPYDATA message to the service's window.
 struct SettingsRequest {
