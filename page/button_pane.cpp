@@ -83,8 +83,11 @@ void ButtonPane::SetUp() {
     const auto notOnMouse = model::FunctionsForSlot(settings.os, false);
     for (const ChooserRow& row : kChoosers) {
         SlotChooser& chooser = choosers[static_cast<std::size_t>(row.slot)];
-        chooser.SetUp(*this, row.slot, Control(row.control), resources,
-                      settings.IsOnMouse(row.slot) ? onMouse : notOnMouse);
+        const auto showPicture = [this, slot = row.slot](bool hasFocus) {
+            ShowPicture(hasFocus ? std::optional(slot) : std::nullopt);
+        };
+        chooser.SetUp(row.slot, Control(row.control), resources, settings.IsOnMouse(row.slot) ? onMouse : notOnMouse,
+                      showPicture);
     }
     for (const TrackbarRow& row : kTrackbars) {
         SendMessageW(Control(row.control), TBM_SETRANGE, TRUE, MAKELPARAM(1, row.maximum));

@@ -1,8 +1,8 @@
 #include "page/slot_chooser.h"
 
 #include <limits>
+#include <utility>
 
-#include "page/button_pane.h"
 #include "platform/boundary.h"
 #include "platform/combo_box.h"
 #include "platform/subclass.h"
@@ -17,9 +17,9 @@ constexpr int kLeftClickSearchCount = 54;
 
 }  // namespace
 
-void SlotChooser::SetUp(ButtonPane& buttonPane, model::ButtonSlot buttonSlot, HWND comboBox, HINSTANCE module,
-                        const std::vector<model::CatalogueRow>& functions) {
-    pane = &buttonPane;
+void SlotChooser::SetUp(model::ButtonSlot buttonSlot, HWND comboBox, HINSTANCE module,
+                        const std::vector<model::CatalogueRow>& functions, FocusListener focusListener) {
+    onFocusChanged = std::move(focusListener);
     slot = buttonSlot;
     combo = comboBox;
     for (const model::CatalogueRow& row : functions) {
@@ -59,10 +59,10 @@ LRESULT CALLBACK SlotChooser::ComboProcedure(HWND window, UINT message, WPARAM w
         const SlotChooser& chooser = *platform::ObjectOf<SlotChooser>(window);
         switch (message) {
             case WM_SETFOCUS:
-                chooser.pane->ShowPicture(chooser.slot);
+                chooser.onFocusChanged(true);
                 break;
             case WM_KILLFOCUS:
-                chooser.pane->ShowPicture(std::nullopt);
+                chooser.onFocusChanged(false);
                 break;
             case WM_DESTROY:
             case WM_NCDESTROY:

@@ -3,6 +3,7 @@
 
 #include <windows.h>
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -12,17 +13,18 @@
 
 namespace kvn::page {
 
-class ButtonPane;
-
 class SlotChooser {
 public:
+    // Told when the keyboard focus comes to the chooser (true) and when it leaves.
+    using FocusListener = std::function<void(bool hasFocus)>;
+
     SlotChooser() = default;
     SlotChooser(const SlotChooser&) = delete;
     SlotChooser& operator=(const SlotChooser&) = delete;
 
     // Takes the combo box over and offers it these functions.
-    void SetUp(ButtonPane& buttonPane, model::ButtonSlot buttonSlot, HWND comboBox, HINSTANCE module,
-               const std::vector<model::CatalogueRow>& functions);
+    void SetUp(model::ButtonSlot buttonSlot, HWND comboBox, HINSTANCE module,
+               const std::vector<model::CatalogueRow>& functions, FocusListener focusListener);
 
     // Selects the function; none when it is not offered.
     void Select(model::FunctionCode function) const;
@@ -43,11 +45,11 @@ public:
 private:
     static LRESULT CALLBACK ComboProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
-    ButtonPane* pane = nullptr;
     model::ButtonSlot slot{};
     HWND combo = nullptr;
     WNDPROC previousProcedure = nullptr;
     std::wstring arbitraryKeyText;
+    FocusListener onFocusChanged;
 };
 
 }  // namespace kvn::page
