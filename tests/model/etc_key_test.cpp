@@ -1,0 +1,136 @@
+#include "model/etc_key.h"
+
+#include <gtest/gtest.h>
+
+namespace kvn::model {
+namespace {
+
+constexpr wchar_t kHeading[] = L"Arbitrary key";
+constexpr KeyCode kCtrl = 17;
+constexpr KeyCode kAlt = 18;
+constexpr KeyCode kLeftCtrl = 162;
+constexpr KeyCode kV = 86;
+
+EtcKey Keys(KeyCode first = kNoKey, KeyCode second = kNoKey, KeyCode third = kNoKey) {
+    return {{first, second, third}};
+}
+
+EtcKey FromText(std::wstring_view text) {
+    return TextToEtcKey(text, kHeading);
+}
+
+TEST(EtcKey, AFreshOneHasNoKeys) {
+    EXPECT_EQ(EtcKey(), Keys(-2, -2, -2));
+}
+
+TEST(EtcKeyToText, NoKeysGiveTheEmptyText) {
+    EXPECT_EQ(EtcKeyToText(Keys()), L"");
+}
+
+TEST(EtcKeyToText, NamesAreJoinedByPlus) {
+    EXPECT_EQ(EtcKeyToText(Keys(kLeftCtrl, kV)), L"Left Ctrl+V");
+    EXPECT_EQ(EtcKeyToText(Keys(kCtrl, kAlt, 46)), L"Ctrl+Alt+Delete");
+    EXPECT_EQ(EtcKeyToText(Keys(112)), L"F1");
+}
+
+TEST(EtcKeyToText, AGapGivesOnePlusOnly) {
+    EXPECT_EQ(EtcKeyToText(Keys(kCtrl, kNoKey, kAlt)), L"Ctrl+Alt");
+    EXPECT_EQ(EtcKeyToText(Keys(kNoKey, kNoKey, kAlt)), L"Alt");
+}
+
+TEST(EtcKeyToText, ThePromptAndUnknownCodesAreLeftOut) {
+    EXPECT_EQ(EtcKeyToText(Keys(0, kCtrl, 0)), L"Ctrl");
+    EXPECT_EQ(EtcKeyToText(Keys(1, kCtrl, 255)), L"Ctrl");
+    EXPECT_EQ(EtcKeyToText(Keys(-1, 0x7FFFFFFF, 0)), L"");
+}
+
+TEST(TextToEtcKey, TheEmptyTextGivesNoKeys) {
+    EXPECT_EQ(FromText(L""), Keys());
+}
+
+TEST(TextToEtcKey, ReadsUpToThreeNames) {
+    EXPECT_EQ(FromText(L"F1"), Keys(112));
+    EXPECT_EQ(FromText(L"Left Ctrl+V"), Keys(kLeftCtrl, kV));
+    EXPECT_EQ(FromText(L"Ctrl+Alt+Delete"), Keys(kCtrl, kAlt, 46));
+    EXPECT_EQ(FromText(L"Ctrl+Alt+Delete+V"), Keys(kCtrl, kAlt, 46));
+}
+
+TEST(TextToEtcKey, AnUnknownNameLeavesItsPlaceUnused) {
+    const EtcKey keys = FromText(L"Ctrl+Hyper+Alt");
+    EXPECT_EQ(keys, Keys(kCtrl, kNoKey, kAlt));
+    EXPECT_EQ(EtcKeyToText(keys), L"Ctrl+Alt");
+}
+
+TEST(TextToEtcKey, NamesAreCaseSensitiveAndWhole) {
+    EXPECT_EQ(FromText(L"ctrl+Alt"), Keys(kNoKey, kAlt));
+    EXPECT_EQ(FromText(L"Ctrl + Alt"), Keys());
+    EXPECT_EQ(FromText(L" Ctrl"), Keys());
+}
+
+TEST(TextToEtcKey, EmptyPiecesTakeAPlace) {
+    EXPECT_EQ(FromText(L"+Ctrl"), Keys(kNoKey, kCtrl));
+    EXPECT_EQ(FromText(L"Ctrl++Alt"), Keys(kCtrl, kNoKey, kAlt));
+    EXPECT_EQ(FromText(L"Ctrl+"), Keys(kCtrl));
+    EXPECT_EQ(FromText(L"+++"), Keys());
+}
+
+TEST(TextToEtcKey, ReadsTheFormWithAHeading) {
+    EXPECT_EQ(FromText(L"Arbitrary key[Left Ctrl+V]"), Keys(kLeftCtrl, kV));
+    EXPECT_EQ(FromText(L"[Arbitrary key][[Left Ctrl+V"), Keys(kLeftCtrl, kV));
+    EXPECT_EQ(FromText(L"My Arbitrary key here[V]"), Keys(kV));
+}
+
+TEST(TextToEtcKey, AHeadingAloneGivesNoKeys) {
+    EXPECT_EQ(FromText(L"Arbitrary key"), Keys());
+    EXPECT_EQ(FromText(L"Arbitrary key[]"), Keys());
+    EXPECT_EQ(FromText(L"[]"), Keys());
+}
+
+TEST(TextToEtcKey, WithoutTheHeadingTheFirstTokenCounts) {
+    EXPECT_EQ(FromText(L"[[V]Ctrl"), Keys(kV));
+    EXPECT_EQ(FromText(L"V[Ctrl]"), Keys(kV));
+    EXPECT_EQ(FromText(L"arbitrary key[V]"), Keys());
+}
+
+TEST(TextToEtcKey, AfterTheHeadingOnlyTheNextTokenCounts) {
+    EXPECT_EQ(FromText(L"Arbitrary key[V][Ctrl]"), Keys(kV));
+    EXPECT_EQ(FromText(L"Arbitrary key[Arbitrary key][V]"), Keys());
+}
+
+TEST(TextToEtcKey, AMissingHeadingTextIsNoHeading) {
+    EXPECT_EQ(TextToEtcKey(L"V[Ctrl]", L""), Keys(kV));
+}
+
+TEST(TextToEtcKey, ThePromptIsReadAsItsCode) {
+    EXPECT_EQ(FromText(L"Enter key+V"), Keys(0, kV));
+}
+
+TEST(TextToEtcKey, ReadsEveryKeyBackButThoseWhoseNamesSeparate) {
+    for (const KeyNameRow& row : KeyNameTable) {
+        if (row.code == kPromptKey) continue;
+        const bool separates = row.code == 107 || row.code == 219 || row.code == 221;
+        const EtcKey keys = Keys(row.code, kAlt);
+        EXPECT_EQ(EtcKeyToText(keys), std::wstring(row.name) + L"+Alt");
+        EXPECT_EQ(FromText(EtcKeyToText(keys)) == keys, !separates) << row.code;
+    }
+}
+
+TEST(ArbitraryKeyLabel, ShowsTheKeysInBrackets) {
+    EXPECT_EQ(ArbitraryKeyLabel(kHeading, Keys(kLeftCtrl, kV)), L"Arbitrary key[Left Ctrl+V]");
+    EXPECT_EQ(ArbitraryKeyLabel(kHeading, Keys()), L"Arbitrary key");
+    EXPECT_EQ(ArbitraryKeyLabel(kHeading, Keys(0, 1, -1)), L"Arbitrary key");
+}
+
+TEST(ArbitraryKeyLabel, CanBeReadBack) {
+    const EtcKey keys = Keys(kCtrl, kAlt, 46);
+    EXPECT_EQ(FromText(ArbitraryKeyLabel(kHeading, keys)), keys);
+}
+
+TEST(WithoutShiftKeys, TakesEveryShiftKeyAway) {
+    EXPECT_EQ(WithoutShiftKeys(Keys(16, 160, 161)), Keys());
+    EXPECT_EQ(WithoutShiftKeys(Keys(kCtrl, 160, kV)), Keys(kCtrl, kNoKey, kV));
+    EXPECT_EQ(WithoutShiftKeys(Keys(kCtrl, kAlt, kV)), Keys(kCtrl, kAlt, kV));
+}
+
+}  // namespace
+}  // namespace kvn::model

@@ -1,0 +1,229 @@
+// Documents that nobody wrote in good faith: whatever they are, reading ends soon, in one piece, with checked values.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <random>
+#include <string>
+#include <string_view>
+
+#include "model/profile_document.h"
+#include "tests/model/printed_document.h"
+#include "tests/model/profile_generator.h"
+#include "tests/model/test_codecs.h"
+
+namespace kvn::model {
+namespace {
+
+const test::LatinCodec kLatin;
+const test::DoubleByteCodec kDoubleByte;
+
+std::string Repeated(std::string_view text, std::size_t times) {
+    std::string repeated;
+    repeated.reserve(text.size() * times);
+    for (std::size_t time = 0; time < times; ++time) repeated += text;
+    return repeated;
+}
+
+void ExpectCheckedText(const std::wstring& text) {
+    ASSERT_LE(text.size(), kMaxTextLength);
+}
+
+void ExpectCheckedKeys(const EtcKey& keys) {
+    for (const KeyCode code : keys.codes) ASSERT_TRUE(code == kNoKey || KeyNameOf(code) != nullptr) << code;
+}
+
+void ExpectCheckedProfiles(const ProfileSet& profiles) {
+    for (const ProfileRecord& record : profiles) {
+        ExpectCheckedText(record.name);
+        ASSERT_EQ(CheckedSettings(record.settings.values), record.settings.values);
+        for (const EtcKey& keys : record.settings.etcKeys.items) ExpectCheckedKeys(keys);
+        for (const ApplicationEntry& entry : record.settings.applications) {
+            ExpectCheckedText(entry.name);
+            ExpectCheckedText(entry.path);
+        }
+        for (const GestureEntry& entry : record.settings.gestures) {
+            ExpectCheckedText(entry.stroke);
+            ExpectCheckedText(entry.memo);
+            ExpectCheckedKeys(entry.etcKey);
+        }
+    }
+}
+
+bool IsRefused(const std::string& document) {
+    return test::Parsed(document, kLatin).empty();
+}
+
+// Turns a good document into a bad one.
+class Mutator {
+public:
+    explicit Mutator(std::uint32_t seed) : random(seed) {}
+
+    std::string Mutated(std::string document, const std::string& other) {
+        const std::size_t count = 1 + Below(4);
+        for (std::size_t change = 0; change < count; ++change) Change(document, other);
+        return document;
+    }
+
+private:
+    static constexpr std::array<std::string_view, 28> kPieces{
+        "<",     ">",  "</",         "/>",        "&",          "&#x",       "&#x41;",
+        ";",     "\"", "'",          "<!--",      "-->",        "]]>",       "<!",
+        "<?xml", "?>", "<a>",        "</a>",      "<![CDATA[",  "\r\n",      "<1",
+        "=",     "-",  "9999999999", "<profile>", "</profile>", "<data a='", "<Gesture><Key>"};
+
+    void Change(std::string& document, const std::string& other) {
+        const std::size_t at = Below(document.size() + 1);
+        const std::size_t length = Below(std::min<std::size_t>(document.size() - at, 200) + 1);
+        switch (Below(8)) {
+            case 0:
+                document.resize(at);
+                break;
+            case 1:
+                document.erase(at, length);
+                break;
+            case 2:
+                document.insert(at, document.substr(at, length));
+                break;
+            case 3:
+                document.replace(at, length, other, Below(other.size()), Below(200));
+                break;
+            case 4:
+                document.insert(at, kPieces[Below(kPieces.size())]);
+                break;
+            case 5:
+                document.insert(at, Repeated(kPieces[Below(kPieces.size())], Below(300)));
+                break;
+            case 6:
+                document.insert(at, 1, static_cast<char>(random()));
+                break;
+            default:
+                if (at < document.size()) document[at] = static_cast<char>(document[at] ^ (1U << Below(8)));
+        }
+    }
+
+    std::size_t Below(std::size_t limit) { return limit == 0 ? 0 : random() % limit; }
+
+    std::mt19937 random;
+};
+
+TEST(HostileDocument, MutatedDocumentsGiveCheckedProfilesOrNone) {
+    std::size_t readable = 0;
+    for (std::uint32_t seed = 1; seed <= 60; ++seed) {
+        SCOPED_TRACE("seed " + std::to_string(seed));
+        test::ProfileGenerator generator(seed, L"\xE9\x4E02\x4E03");
+        const std::string document = test::Written(generator.Profiles(), kDoubleByte);
+        const std::string other = test::Written(generator.Profiles(), kLatin);
+        Mutator mutator(seed);
+        for (int round = 0; round < 100; ++round) {
+            const std::string mutated = mutator.Mutated(document, other);
+            for (const TextCodec* codec : std::initializer_list<const TextCodec*>{&kLatin, &kDoubleByte}) {
+                const ProfileSet profiles = test::Parsed(mutated, *codec);
+                ExpectCheckedProfiles(profiles);
+                ASSERT_FALSE(HasFatalFailure()) << mutated;
+                readable += profiles.empty() ? 0 : 1;
+            }
+        }
+    }
+    // Some survive their mutation: more than the way into the refusal is tested.
+    EXPECT_GT(readable, 1000U);
+}
+
+TEST(HostileDocument, EveryTruncationIsRefused) {
+    const ProfileSet profiles = test::ProfileGenerator(3, L"\xE9").Profiles();
+    const std::string document = test::Written(profiles, kLatin);
+    const std::size_t end = document.rfind('>');
+    for (std::size_t length = 0; length < end; ++length) ASSERT_TRUE(IsRefused(document.substr(0, length))) << length;
+    EXPECT_EQ(test::Parsed(document.substr(0, end + 1), kLatin), profiles);
+}
+
+TEST(HostileDocument, AZeroAnywhereIsRefused) {
+    const std::string document = "<data><profile><profname>a</profname></profile></data>";
+    for (std::size_t at = 0; at <= document.size(); ++at) {
+        std::string hostile = document;
+        hostile.insert(at, 1, '\0');
+        EXPECT_TRUE(IsRefused(hostile)) << at;
+    }
+}
+
+TEST(HostileDocument, DeepNestingIsRefused) {
+    for (const std::string tag : {"<a>", "<profile>", "<a b='c'>", "<a>x", "<a>\n", "<a><b/>", "<a><!-- -->"}) {
+        EXPECT_TRUE(IsRefused(Repeated(tag, 100'000))) << tag;
+        EXPECT_TRUE(IsRefused("<data><profile/>" + Repeated(tag, 100'000))) << tag;
+    }
+    EXPECT_TRUE(IsRefused(Repeated("<a>", 100'000) + Repeated("</a>", 100'000)));
+}
+
+// TinyXML reads some quoted values past a ">", some ">" in spite of quotes, and takes the next ";" for a reference's
+// end.
+TEST(HostileDocument, DeepNestingBehindQuotesIsRefused) {
+    const std::string deep = Repeated("<a>", 100'000);
+    EXPECT_TRUE(IsRefused("<?xml version=\"><!--\" ?>" + deep + "-->"));
+    EXPECT_TRUE(IsRefused("<?xml version='><![CDATA[' ?>" + deep + "]]>"));
+    EXPECT_TRUE(IsRefused("<?xml a=\" version=\"><!--\" ?>" + deep + "-->"));
+    EXPECT_TRUE(IsRefused("<?XML encoding=\"?><a b='\"?>" + deep + "'></a>"));
+    EXPECT_TRUE(IsRefused("<data>" + Repeated("<1 \">" + Repeated("<a>", 1000) + "\">", 100) + "</data>"));
+    EXPECT_TRUE(IsRefused("<data>" + Repeated("< '>" + Repeated("<a>", 1000) + "'>", 100) + "</data>"));
+}
+
+TEST(HostileDocument, DeepNestingBehindAReferenceIsRefused) {
+    const std::string deep = Repeated("<a>", 100'000);
+    EXPECT_TRUE(IsRefused("<data>&#x<!--x41;" + deep + "--></data>"));
+    EXPECT_TRUE(IsRefused("<data>&#<![CDATA[#65;" + deep + "]]></data>"));
+    EXPECT_TRUE(IsRefused("<data a=\"&#x\"><!--x41;\">" + deep + "--></data>"));
+    EXPECT_TRUE(IsRefused("<?xml version=\"&#x\"?><!--x41;\"?>" + deep + "-->"));
+}
+
+TEST(HostileDocument, FloodsOfAttributesAreRefused) {
+    std::string attributes;
+    for (int number = 0; number < 100'000; ++number) attributes += " a" + std::to_string(number) + "='x'";
+    EXPECT_TRUE(IsRefused("<data" + attributes + "><profile/></data>"));
+    EXPECT_TRUE(IsRefused("<data" + Repeated(" a", 100'000) + "><profile/></data>"));
+}
+
+TEST(HostileDocument, AnUnterminatedQuoteIsRefused) {
+    const std::string rest(1'000'000, 'x');
+    EXPECT_TRUE(IsRefused("<data a=\"" + rest));
+    EXPECT_TRUE(IsRefused("<data a='" + rest + "><profile/></data>"));
+    EXPECT_TRUE(IsRefused("<data><profile a=\"></profile></data>"));
+    EXPECT_TRUE(IsRefused("<data a=x\"y\"><profile/></data>"));
+}
+
+TEST(HostileDocument, OverlongReferencesEndSoon) {
+    const std::string digits(1'000'000, '1');
+    for (const std::string& text : {"&#x" + digits + ";", "&#" + digits + ";", "&#x" + digits, Repeated("&#x", 300'000),
+                                    Repeated("&#x41", 200'000) + ";", Repeated("&", 1'000'000)}) {
+        ExpectCheckedProfiles(
+            test::Parsed("<data><profile><profname>" + text + "</profname></profile></data>", kLatin));
+        ExpectCheckedProfiles(
+            test::Parsed("<data><profile><profname><![CDATA[" + text + "]]></profname></profile></data>", kLatin));
+    }
+}
+
+TEST(HostileDocument, OneOf50MegabytesIsRefused) {
+    constexpr std::size_t kBytes = std::size_t{50} * 1024 * 1024;
+    EXPECT_TRUE(IsRefused("<data><profile/></data>" + std::string(kBytes, ' ')));
+    EXPECT_TRUE(IsRefused(std::string(kBytes, '<')));
+}
+
+TEST(HostileDocument, AHugeTextIsCut) {
+    const std::string text(8'000'000, 'x');
+    const ProfileSet profiles = test::Parsed(
+        "<data><profile><profname>" + text + "</profname><lbutton>1" + text + "</lbutton></profile></data>", kLatin);
+    ASSERT_EQ(profiles.size(), 1U);
+    EXPECT_EQ(profiles[0].name, std::wstring(kMaxTextLength, L'x'));
+    EXPECT_EQ(profiles[0].settings[SettingField::Left], 1);
+}
+
+TEST(HostileDocument, BytesWithoutStructureAreRefused) {
+    std::mt19937 random(7);
+    for (int round = 0; round < 2000; ++round) {
+        std::string bytes(random() % 300, '\0');
+        for (char& byte : bytes) byte = static_cast<char>(random());
+        ExpectCheckedProfiles(test::Parsed(bytes, kLatin));
+        ExpectCheckedProfiles(test::Parsed(bytes, kDoubleByte));
+    }
+}
+
+}  // namespace
+}  // namespace kvn::model

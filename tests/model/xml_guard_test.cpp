@@ -1,0 +1,196 @@
+#include "model/xml_guard.h"
+
+#include <gtest/gtest.h>
+#include <tinyxml.h>
+
+#include <algorithm>
+#include <array>
+#include <random>
+#include <string>
+#include <string_view>
+
+namespace kvn::model {
+namespace {
+
+std::string Repeated(std::string_view text, std::size_t times) {
+    std::string repeated;
+    repeated.reserve(text.size() * times);
+    for (std::size_t time = 0; time < times; ++time) repeated += text;
+    return repeated;
+}
+
+std::string Nested(std::size_t depth) {
+    return Repeated("<a>", depth) + "x" + Repeated("</a>", depth);
+}
+
+std::size_t DepthOf(const TiXmlNode& node) {
+    std::size_t deepest = 0;
+    for (const TiXmlNode* child = node.FirstChild(); child; child = child->NextSibling()) {
+        deepest = std::max(deepest, DepthOf(*child) + (child->ToElement() ? 1 : 0));
+    }
+    return deepest;
+}
+
+// Pieces of markup in any order: most of them mislead a parser about where tags end.
+std::string MarkupSoup(std::mt19937& random) {
+    static const std::string kDeep = Repeated("<a>", 40);
+    static const std::array<std::string_view, 28> kPieces{
+        kDeep, kDeep, kDeep, kDeep, "</a>", "<a>", "<a b=", "<!--", "-->", "<![CDATA[", "]]>",  "<!", "<1 ",  "<",
+        ">",   ">",   ">",   "\"",  "\"",   "'",   "'",     "=",    "/>",  "&#x",       "x41;", "&#", "#65;", "x "};
+    static const std::array<std::string_view, 4> kStarts{"", "<a>", "<?xml ", "<?xml version="};
+    std::string soup(kStarts[random() % kStarts.size()]);
+    for (std::size_t pieces = 2 + random() % 14; pieces > 0; --pieces) soup += kPieces[random() % kPieces.size()];
+    return soup;
+}
+
+TEST(PrepareXml, LetsTinyXmlNestNoDeeperThanAllowed) {
+    TiXmlBase::SetCondenseWhiteSpace(false);
+    std::mt19937 random(11);
+    std::size_t deepDocuments = 0;
+    for (int round = 0; round < 100'000; ++round) {
+        const std::string soup = MarkupSoup(random);
+        const auto prepared = PrepareXml(soup);
+        if (!prepared) continue;
+        TiXmlDocument document;
+        document.Parse(prepared->c_str(), nullptr, TIXML_ENCODING_LEGACY);
+        const std::size_t depth = DepthOf(document);
+        ASSERT_LE(depth, kMaxXmlDepth) << soup;
+        deepDocuments += depth >= 40 ? 1 : 0;
+    }
+    EXPECT_GT(deepDocuments, 1000U);
+}
+
+TEST(PrepareXml, LeavesAnOrdinaryDocumentAsItIs) {
+    const std::string document =
+        "<data>\n    <name a=\"1>2\" b='>'>x &lt; y</name>\n    <!-- <a> -->\n    <empty />\n</data>\n";
+    EXPECT_EQ(PrepareXml(document), document);
+}
+
+TEST(PrepareXml, MakesEveryLineEndASingleLineFeed) {
+    EXPECT_EQ(PrepareXml("<a>x\r\ny\rz\nw\r\r\n\n</a>\r\n"), "<a>x\ny\nz\nw\n\n\n</a>\n");
+    EXPECT_EQ(PrepareXml("<a>x</a>\r"), "<a>x</a>\n");
+}
+
+TEST(PrepareXml, PutsATextOfWhiteSpaceOnlyInASection) {
+    EXPECT_EQ(PrepareXml("<a> </a>"), "<a><![CDATA[ ]]></a>");
+    EXPECT_EQ(PrepareXml("<a>  \t\n</a>"), "<a><![CDATA[  \t\n]]></a>");
+    EXPECT_EQ(PrepareXml("<a>x</a><b> </b><c>y</c><d>  </d>"),
+              "<a>x</a><b><![CDATA[ ]]></b><c>y</c><d><![CDATA[  ]]></d>");
+}
+
+TEST(PrepareXml, ResolvesTheReferencesOfAWhiteText) {
+    EXPECT_EQ(PrepareXml("<a>&#x09;&#x0A; &#x0B;&#x0C;&#x0D;</a>"), "<a><![CDATA[\t\n \v\f\r]]></a>");
+}
+
+TEST(PrepareXml, LeavesOtherTextsAlone) {
+    for (const char* document : {"<a></a>", "<a>x</a>", "<a> x</a>", "<a>x </a>", "<a> <b/></a>", "<a> <!-- --></a>",
+                                 "<a>&#x41;</a>", "<a> &#x20;</a>", "<a/> <b/>"}) {
+        EXPECT_EQ(PrepareXml(document), document);
+    }
+}
+
+TEST(PrepareXml, RefusesAnEmptyDocument) {
+    EXPECT_FALSE(PrepareXml(""));
+}
+
+TEST(PrepareXml, RefusesAZero) {
+    EXPECT_FALSE(PrepareXml(std::string("<a>\0</a>", 8)));
+    EXPECT_FALSE(PrepareXml(std::string("<a></a>\0", 8)));
+    EXPECT_FALSE(PrepareXml(std::string("\0", 1)));
+}
+
+TEST(PrepareXml, RefusesADocumentThatIsTooLarge) {
+    std::string document = "<a>";
+    document.resize(kMaxXmlBytes - 4, 'x');
+    document += "</a>";
+    EXPECT_TRUE(PrepareXml(document));
+    EXPECT_FALSE(PrepareXml(document + "\n"));
+    EXPECT_FALSE(PrepareXml(std::string(std::size_t{50} * 1024 * 1024, '<')));
+}
+
+TEST(PrepareXml, RefusesWhatIsNestedTooDeeply) {
+    EXPECT_TRUE(PrepareXml(Nested(kMaxXmlDepth)));
+    EXPECT_FALSE(PrepareXml(Nested(kMaxXmlDepth + 1)));
+    EXPECT_FALSE(PrepareXml(Nested(100'000)));
+    EXPECT_FALSE(PrepareXml(Repeated("<a>", 100'000)));
+    EXPECT_FALSE(PrepareXml(Repeated("<a b='c'>", 100'000)));
+    EXPECT_FALSE(PrepareXml(Repeated("<_\n>", 100'000)));
+    EXPECT_FALSE(PrepareXml(Repeated("<\xE9>", 100'000)));
+}
+
+TEST(PrepareXml, AllowsAsManySiblingsAsThereAre) {
+    EXPECT_TRUE(PrepareXml("<a>" + Repeated("<b>x</b>", 100'000) + "</a>"));
+    EXPECT_TRUE(PrepareXml("<a>" + Repeated("<b/>", 100'000) + "</a>"));
+    EXPECT_TRUE(PrepareXml("<a>" + Repeated("<b c='/>' />", 100'000) + "</a>"));
+}
+
+TEST(PrepareXml, EndTagsWithoutAStartDoNotMakeRoomForDeeperNesting) {
+    EXPECT_FALSE(PrepareXml(Repeated("</a>", 1000) + Nested(kMaxXmlDepth + 1)));
+}
+
+TEST(PrepareXml, DoesNotCountWhatCommentsAndSectionsHold) {
+    EXPECT_TRUE(PrepareXml("<a><!--" + Repeated("<b>", 1000) + "--></a>"));
+    EXPECT_TRUE(PrepareXml("<a><![CDATA[" + Repeated("<b>", 1000) + "]]></a>"));
+    EXPECT_TRUE(PrepareXml("<a b='" + Repeated("<b>", 1000) + "'></a>"));
+}
+
+TEST(PrepareXml, CountsWhatOnlySeemsToBeInsideOfAComment) {
+    const std::string deep = Nested(100);
+    EXPECT_FALSE(PrepareXml("<a b='<!--'>" + deep + "</a><!-- -->"));
+    EXPECT_FALSE(PrepareXml("<![CDATA[<!--]]>" + deep + "<!-- -->"));
+    EXPECT_FALSE(PrepareXml("<!DOCTYPE \"<!--\">" + deep + "<!-- -->"));
+    EXPECT_FALSE(PrepareXml("<!-- <![CDATA[ -->" + deep + "<!-- ]]> -->"));
+}
+
+// For TinyXML a tag without a name ends at the first ">", whatever quotes are in it.
+TEST(PrepareXml, CountsWhatOnlySeemsToBeQuotedInATagWithoutAName) {
+    for (const std::string start : {"<1 \">", "< \">", "<- '>", "<=\">", "<1 a=\">"}) {
+        const std::string quote = start.find('"') != std::string::npos ? "\"" : "'";
+        EXPECT_FALSE(PrepareXml("<a>" + start + Repeated("<a>", 100) + quote + '>')) << start;
+    }
+}
+
+TEST(PrepareXml, RefusesACharacterReferenceThatIsNotOne) {
+    for (const char* document :
+         {"<a>&#</a>;", "<a>&#x41</a>", "<a>&#x</a>x41;", "<a>&#x<!--x41;--></a>", "<a>&#<![CDATA[#65;]]></a>",
+          "<a b=\"&#x\">x41;\"></a>", "<a>&#xg;</a>", "<a>&#X41;</a>", "<a/>&#", "&#x<a/>x41;"}) {
+        EXPECT_FALSE(PrepareXml(document)) << document;
+    }
+    for (const char* document : {"<a>&#x41;&#65; &;&amp;</a>", "<a b='&#x41;'>x</a>", "<a>x<!-- &# --></a>",
+                                 "<a><![CDATA[&#x]]></a>", "<a>x&#x41;</a>&#65;"}) {
+        EXPECT_EQ(PrepareXml(document), document);
+    }
+}
+
+TEST(PrepareXml, BlanksTheDeclarationOut) {
+    EXPECT_EQ(PrepareXml("<?xml version=\"1.0\"?>\n<a>x</a>"), std::string(21, ' ') + "\n<a>x</a>");
+    EXPECT_EQ(PrepareXml("<?a b?><?c?><a>x</a>"), std::string(12, ' ') + "<a>x</a>");
+}
+
+TEST(PrepareXml, RefusesATagWithoutEnd) {
+    for (const char* document : {"<", "<a", "<a b=\"", "<a b=\"x", "<a b='x\">", "</", "</a", "<!", "<!--", "<!-- >",
+                                 "<![CDATA[", "<![CDATA[]>", "<?", "<?xml", "<a><", "<a></a><b"}) {
+        EXPECT_FALSE(PrepareXml(document)) << document;
+    }
+}
+
+TEST(PrepareXml, RefusesATagThatIsTooLong) {
+    EXPECT_FALSE(PrepareXml("<a" + Repeated(" b='c'", 100'000) + "></a>"));
+    EXPECT_FALSE(PrepareXml("<a b='" + std::string(kMaxXmlTagBytes, 'x') + "'></a>"));
+    EXPECT_FALSE(PrepareXml("<a b='" + std::string(1'000'000, 'x')));
+    EXPECT_TRUE(PrepareXml("<a b='" + std::string(kMaxXmlTagBytes - 100, 'x') + "'></a>"));
+}
+
+TEST(PrepareXml, RefusesTooManyConstructsOfEveryKind) {
+    for (const std::string construct : {"<b/>", "<b></b>", "<1>", "<!>", "<!---->", "<![CDATA[]]>"}) {
+        EXPECT_TRUE(PrepareXml("<a>" + Repeated(construct, kMaxXmlElements / 2) + "</a>")) << construct;
+        EXPECT_FALSE(PrepareXml("<a>" + Repeated(construct, kMaxXmlElements + 1) + "</a>")) << construct;
+    }
+}
+
+TEST(PrepareXml, RefusesAnInstructionInsideOfAnElement) {
+    EXPECT_FALSE(PrepareXml("<a><?xml version=\"1.0\"?></a>"));
+}
+
+}  // namespace
+}  // namespace kvn::model
