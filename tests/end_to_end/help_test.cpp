@@ -1,0 +1,68 @@
+// "Help".
+#include <string_view>
+
+#include "resources/resource.h"
+#include "tests/end_to_end/help_opening.h"
+#include "tests/end_to_end/input.h"
+#include "tests/end_to_end/stored_state.h"
+#include "tests/end_to_end/text.h"
+#include "tests/end_to_end/waiting.h"
+#include "tests/end_to_end/windows_of_process.h"
+#include "tests/end_to_end/world.h"
+
+namespace kvn::end_to_end {
+namespace {
+
+constexpr wchar_t kBrowserClass[] = L"KvnEndToEndBrowser";
+
+std::wstring Widen(const char* ascii) {
+    return {ascii, ascii + std::string_view(ascii).size()};
+}
+
+class Help : public EndToEndTest {
+protected:
+    // This program as the browser for .htm files, which notes what it is asked to open.
+    std::wstring BrowserCommand() const {
+        return L'"' + ProgramFolder() + L"end_to_end_tests.exe\" " + Widen(kRecordOpening) + L" \"" + Record() +
+               L"\" \"%1\"";
+    }
+    std::wstring Record() const { return Scratch() + L"opened"; }
+};
+
+TEST_F(Help, OpensThePageBesideTheServiceAndIsNoChange) {
+    const TemporaryText association(HKEY_CLASSES_ROOT, L".htm", L"", kBrowserClass);
+    const TemporaryText command(HKEY_CLASSES_ROOT, std::wstring(kBrowserClass) + L"\\shell\\open\\command", L"",
+                                BrowserCommand());
+    const Sheet sheet = OpenSheetWithService();
+    sheet.Click(IDC_PANE_HELP);
+
+    WaitFor("the help page to be opened", [&] { return Exists(Record()) && !ReadFileBytes(Record()).empty(); });
+    EXPECT_EQ(ReadFileBytes(Record()), Narrow(ProgramFolder() + L"service\\KvnUtilHelp.htm"));
+    // A key is handled after all that came with the click.
+    EXPECT_EQ(sheet.MoveFocus(1), IDC_PAGE_TAB);
+    EXPECT_FALSE(sheet.CanApply());
+    sheet.Close(IDCANCEL);
+    EXPECT_EQ(HostExitCode(), 0U);
+    RegDeleteTreeW(HKEY_CLASSES_ROOT, kBrowserClass);
+}
+
+TEST_F(Help, MissingPageIsReportedOnceAndIsNoChange) {
+    // A copy of the service has no help page beside it.
+    const std::wstring program = Scratch() + L"KvnMouseApl.exe";
+    ASSERT_TRUE(CopyFileW(ServiceProgram().c_str(), program.c_str(), TRUE));
+    StartService({}, program);
+    const Sheet sheet = OpenSheet();
+    sheet.Click(IDC_PANE_HELP);
+    EXPECT_EQ(AnswerMessage(sheet.ProcessId(), IDOK), L"The help file could not be opened.");
+
+    // A key is handled after all that came with the click.
+    WaitFor("the focus back on the button", [&] { return sheet.Focused() == IDC_PANE_HELP; });
+    EXPECT_EQ(sheet.MoveFocus(1), IDC_PAGE_TAB);
+    EXPECT_TRUE(IsWindowEnabled(sheet.Window())) << "a second message";
+    EXPECT_FALSE(sheet.CanApply());
+    sheet.Close(IDCANCEL);
+    EXPECT_EQ(HostExitCode(), 0U);
+}
+
+}  // namespace
+}  // namespace kvn::end_to_end

@@ -1,0 +1,64 @@
+#include "tests/end_to_end/input.h"
+
+#include <algorithm>
+#include <array>
+#include <iterator>
+
+#include "tests/end_to_end/waiting.h"
+
+namespace kvn::end_to_end {
+namespace {
+
+// Keys whose scan code has the prefix that tells them from their twins; without it a right modifier becomes the left.
+constexpr std::array<WORD, 18> kExtendedKeys{VK_RSHIFT, VK_RCONTROL, VK_RMENU,  VK_LWIN,   VK_RWIN,   VK_APPS,
+                                             VK_UP,     VK_DOWN,     VK_LEFT,   VK_RIGHT,  VK_HOME,   VK_END,
+                                             VK_PRIOR,  VK_NEXT,     VK_INSERT, VK_DELETE, VK_DIVIDE, VK_NUMLOCK};
+
+void Inject(INPUT input) {
+    if (SendInput(1, &input, sizeof input) != 1) throw StoryError("the system takes no input");
+}
+
+void InjectKey(WORD key, DWORD flags) {
+    INPUT input{};
+    input.type = INPUT_KEYBOARD;
+    input.ki.wVk = key;
+    input.ki.wScan = static_cast<WORD>(MapVirtualKeyW(key, MAPVK_VK_TO_VSC));
+    const bool isExtended = std::find(kExtendedKeys.begin(), kExtendedKeys.end(), key) != kExtendedKeys.end();
+    input.ki.dwFlags = flags | (isExtended ? static_cast<DWORD>(KEYEVENTF_EXTENDEDKEY) : 0);
+    Inject(input);
+}
+
+void InjectMouse(DWORD flags) {
+    INPUT input{};
+    input.type = INPUT_MOUSE;
+    input.mi.dwFlags = flags;
+    Inject(input);
+}
+
+}  // namespace
+
+void ClickAt(POINT point) {
+    if (!SetCursorPos(point.x, point.y)) throw StoryError("the cursor cannot be moved");
+    InjectMouse(MOUSEEVENTF_LEFTDOWN);
+    InjectMouse(MOUSEEVENTF_LEFTUP);
+}
+
+void HoldKey(WORD key) {
+    InjectKey(key, 0);
+}
+
+void LetGoOfKey(WORD key) {
+    InjectKey(key, KEYEVENTF_KEYUP);
+}
+
+void PressKey(WORD key) {
+    HoldKey(key);
+    LetGoOfKey(key);
+}
+
+void PressTogether(std::initializer_list<WORD> keys) {
+    for (const WORD key : keys) HoldKey(key);
+    for (auto key = std::rbegin(keys); key != std::rend(keys); ++key) LetGoOfKey(*key);
+}
+
+}  // namespace kvn::end_to_end

@@ -1,0 +1,102 @@
+// The page without a mouse.
+#include <array>
+
+#include "resources/resource.h"
+#include "tests/end_to_end/input.h"
+#include "tests/end_to_end/profile_text.h"
+#include "tests/end_to_end/stored_state.h"
+#include "tests/end_to_end/waiting.h"
+#include "tests/end_to_end/windows_of_process.h"
+#include "tests/end_to_end/world.h"
+
+namespace kvn::end_to_end {
+namespace {
+
+constexpr int kSheetTabs = 0x3020;
+
+// From the page's tab control around the sheet and back to it; in the button pane row by row, as the eye reads. Apply
+// is disabled and left out.
+constexpr std::array kRing{IDOK,
+                           IDCANCEL,
+                           kSheetTabs,
+                           IDC_PAGE_PROFILE,
+                           IDC_PAGE_EDIT_PROFILE,
+                           IDC_PANE_LEFT,
+                           IDC_PANE_CENTER,
+                           IDC_PANE_RIGHT,
+                           IDC_PANE_TILT_LEFT,
+                           IDC_PANE_TILT_RIGHT,
+                           IDC_PANE_BUTTON5,
+                           IDC_PANE_BUTTON4,
+                           IDC_PANE_HORIZONTAL_SPEED,
+                           IDC_PANE_REVOLUTION_COUNT,
+                           IDC_PANE_REVOLUTION_SPEED,
+                           IDC_PANE_FLYING_SPEED,
+                           IDC_PANE_RESET,
+                           IDC_PANE_HELP,
+                           IDC_PAGE_TAB};
+
+class Keyboard : public EndToEndTest {
+protected:
+    void SetUp() override {
+        EndToEndTest::SetUp();
+        WriteFileBytes(ProfileFile(), ProfileFileText({{}}));
+    }
+};
+
+TEST_F(Keyboard, TabVisitsEveryControlOfPageAndPaneAndShiftTabGoesBack) {
+    const Sheet sheet = OpenSheetWithService();
+    for (const int control : kRing) EXPECT_EQ(sheet.MoveFocus(1), control);
+    ASSERT_EQ(sheet.Focused(), IDC_PAGE_TAB);
+    for (std::size_t i = kRing.size(); i-- > 0;) {
+        EXPECT_EQ(sheet.MoveFocus(-1), i == 0 ? IDC_PAGE_TAB : kRing[i - 1]);
+    }
+    EXPECT_FALSE(sheet.CanApply()) << "moving the focus is no change";
+    sheet.Close(IDCANCEL);
+    EXPECT_EQ(HostExitCode(), 0U);
+}
+
+TEST_F(Keyboard, ArrowKeyChangesAClosedChooser) {
+    const Sheet sheet = OpenSheetWithService();
+    sheet.MoveFocusTo(IDC_PANE_CENTER);
+    EXPECT_FALSE(sheet.CanApply());
+    PressKey(VK_UP);
+    WaitFor("the chooser to change", [&] { return sheet.Chosen(IDC_PANE_CENTER) == 8; });
+    WaitFor("Apply", [&] { return sheet.CanApply(); });
+    PressKey(VK_RETURN);
+    EXPECT_EQ(HostExitCode(), 0U);
+    EXPECT_EQ(ModelValues(), (RegistryValues{{"BindKeyCenter", "8"}}));
+}
+
+TEST_F(Keyboard, ListOpenedByKeysIsChosenFromAndOkIsReachedByTab) {
+    const Sheet sheet = OpenSheetWithService();
+    sheet.MoveFocusTo(IDC_PANE_CENTER);
+    const HWND chooser = sheet.Control(IDC_PANE_CENTER);
+    PressTogether({VK_LMENU, VK_DOWN});
+    WaitFor("the list to open", [&] { return Send(chooser, CB_GETDROPPEDSTATE) != 0; });
+    PressKey(VK_HOME);
+    PressKey(VK_DOWN);
+    PressKey(VK_RETURN);
+    WaitFor("the list to close", [&] { return Send(chooser, CB_GETDROPPEDSTATE) == 0; });
+    EXPECT_EQ(sheet.Chosen(IDC_PANE_CENTER), 2);
+    EXPECT_EQ(sheet.Focused(), IDC_PANE_CENTER);
+
+    sheet.MoveFocusTo(IDOK);
+    PressKey(VK_SPACE);
+    EXPECT_EQ(HostExitCode(), 0U);
+    EXPECT_EQ(ModelValues(), (RegistryValues{{"BindKeyCenter", "2"}}));
+    EXPECT_EQ(ReadFileBytes(ProfileFile()), ProfileFileText({{"Default", {{"tbutton", "2"}}}}));
+}
+
+TEST_F(Keyboard, EscapeCancels) {
+    const Sheet sheet = OpenSheetWithService();
+    sheet.MoveFocusTo(IDC_PANE_RIGHT);
+    PressKey(VK_DOWN);
+    WaitFor("the chooser to change", [&] { return sheet.Chosen(IDC_PANE_RIGHT) == 3; });
+    PressKey(VK_ESCAPE);
+    EXPECT_EQ(HostExitCode(), 0U);
+    EXPECT_EQ(ModelValues(), RegistryValues());
+}
+
+}  // namespace
+}  // namespace kvn::end_to_end

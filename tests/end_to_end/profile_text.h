@@ -1,0 +1,18 @@
+// The text of a profile file, as the page is to write it and as a test puts it into the settings folder.
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace kvn::end_to_end {
+
+struct ProfileText {
+    std::string name = "Default";
+    std::map<std::string, std::string> elements;  // those that differ from a new profile's
+};
+
+// The file of the sample mouse.
+std::string ProfileFileText(const std::vector<ProfileText>& profiles, int selected = 0);
+
+}  // namespace kvn::end_to_end

@@ -1,0 +1,194 @@
+#include "tests/end_to_end/sheet_driver.h"
+
+#include <commctrl.h>
+#include <prsht.h>
+
+#include <array>
+
+#include "resources/resource.h"
+#include "tests/end_to_end/input.h"
+#include "tests/end_to_end/text.h"
+#include "tests/end_to_end/waiting.h"
+#include "tests/end_to_end/windows_of_process.h"
+
+namespace kvn::end_to_end {
+namespace {
+
+constexpr wchar_t kSheetTitle[] = L"Mouse Properties";
+constexpr wchar_t kDialogClass[] = L"#32770";
+constexpr wchar_t kListClass[] = L"ComboLBox";
+constexpr int kMessageText = 0xFFFF;  // the id that a message box gives its text
+
+HWND FindDialog(DWORD processId, const std::wstring& title) {
+    return FindTopLevel(processId, [&](HWND window) {
+        return IsWindowVisible(window) && ClassOf(window) == kDialogClass && TitleOf(window) == title;
+    });
+}
+
+// A click waits its turn in the queue of the window's thread; the focus shows that it is over for the window.
+void ClickAndFocus(HWND control) {
+    Click(control);
+    WaitFor("the focus on " + Describe(control), [=] { return FocusOf(control) == control; });
+}
+
+}  // namespace
+
+Dialog::Dialog(DWORD processId, const std::wstring& title)
+    : dialog(WaitFor("the dialog \"" + Narrow(title) + "\"",
+                     [&] {
+                         const HWND found = FindDialog(processId, title);
+                         return found != nullptr && GetForegroundWindow() == found ? found : nullptr;
+                     })),
+      owner(GetWindow(dialog, GW_OWNER)) {}
+
+HWND Dialog::Control(int id) const {
+    const HWND control = GetDlgItem(dialog, id);
+    if (control == nullptr) throw StoryError(Describe(dialog) + " has no control " + std::to_string(id));
+    return control;
+}
+
+void Dialog::Click(int id) const {
+    end_to_end::Click(Control(id));
+}
+
+void Dialog::WaitUntilClosed() const {
+    WaitFor("the end of a dialog", [this] { return !IsWindow(dialog); });
+    if (owner != nullptr) WaitFor("the window below a dialog", [this] { return IsWindowEnabled(owner) != FALSE; });
+}
+
+std::wstring Dialog::Message() const {
+    return TextOf(Control(kMessageText));
+}
+
+std::wstring AnswerMessage(DWORD processId, int button) {
+    const Dialog box(processId, kMessageTitle);
+    const std::wstring message = box.Message();
+    box.Click(button);
+    box.WaitUntilClosed();
+    return message;
+}
+
+Sheet::Sheet(DWORD hostProcessId)
+    : processId(hostProcessId),
+      sheet(WaitFor("the sheet", [&] { return FindDialog(hostProcessId, kSheetTitle); })),
+      page(WaitFor("the page", [this] { return reinterpret_cast<HWND>(Send(sheet, PSM_GETCURRENTPAGEHWND)); })),
+      buttonPane(PaneWith(IDC_PANE_RESET)),
+      gesturePane(PaneWith(IDC_GESTURES_LIST)) {
+    WaitFor("the focus on the page's tabs", [this] { return Focused() == IDC_PAGE_TAB; });
+    SetForegroundWindow(sheet);
+    WaitFor("the sheet in the foreground", [this] { return GetForegroundWindow() == sheet; });
+}
+
+HWND Sheet::PaneWith(int id) const {
+    for (HWND child = GetWindow(page, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT)) {
+        if (ClassOf(child) == kDialogClass && GetDlgItem(child, id) != nullptr) return child;
+    }
+    throw StoryError("the page has no pane with the control " + std::to_string(id));
+}
+
+HWND Sheet::Control(int id) const {
+    for (const HWND parent : {page, buttonPane, sheet}) {
+        if (const HWND control = GetDlgItem(parent, id)) return control;
+    }
+    throw StoryError("the sheet has no control " + std::to_string(id));
+}
+
+int Sheet::Focused() const {
+    const HWND focus = FocusOf(sheet);
+    return focus == nullptr ? 0 : GetDlgCtrlID(focus);
+}
+
+void Sheet::Click(int id) const {
+    end_to_end::Click(Control(id));
+}
+
+void Sheet::Close(int button) const {
+    Click(button);
+    WaitFor("the end of the sheet", [this] { return !IsWindow(sheet); });
+}
+
+void Sheet::Apply() const {
+    if (!CanApply()) throw StoryError("Apply is disabled");
+    Click(kApplyButton);
+    WaitFor("Apply to be done", [this] { return !CanApply(); });
+}
+
+int Sheet::MoveFocus(int direction) const {
+    const HWND before = FocusOf(sheet);
+    if (direction > 0) {
+        PressKey(VK_TAB);
+    } else {
+        PressTogether({VK_LSHIFT, VK_TAB});
+    }
+    WaitFor("the focus to leave " + Describe(before), [&] {
+        const HWND now = FocusOf(sheet);
+        return now != nullptr && now != before;
+    });
+    return Focused();
+}
+
+void Sheet::MoveFocusTo(int id) const {
+    constexpr int kLongestWay = 40;
+    for (int step = 0; Focused() != id; ++step) {
+        if (step == kLongestWay) throw StoryError("Tab does not lead to control " + std::to_string(id));
+        MoveFocus(1);
+    }
+}
+
+std::optional<int> Sheet::Chosen(int combo) const {
+    const LRESULT index = Send(Control(combo), CB_GETCURSEL);
+    if (index == CB_ERR) return std::nullopt;
+    return static_cast<int>(Send(Control(combo), CB_GETITEMDATA, static_cast<WPARAM>(index)));
+}
+
+std::wstring Sheet::ChosenText(int combo) const {
+    const LRESULT index = Send(Control(combo), CB_GETCURSEL);
+    if (index == CB_ERR) return {};
+    std::array<wchar_t, 256> text{};
+    Send(Control(combo), CB_GETLBTEXT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(text.data()));
+    return text.data();
+}
+
+int Sheet::EntryCount(int combo) const {
+    return static_cast<int>(Send(Control(combo), CB_GETCOUNT));
+}
+
+HWND Sheet::OpenList(int combo) const {
+    ClickAndFocus(Control(combo));
+    return WaitFor("the list of control " + std::to_string(combo), [this] {
+        return FindTopLevel(processId,
+                            [](HWND window) { return IsWindowVisible(window) && ClassOf(window) == kListClass; });
+    });
+}
+
+void Sheet::ChooseByMouse(int combo, int data) const {
+    for (int index = 0; index < EntryCount(combo); ++index) {
+        if (Send(Control(combo), CB_GETITEMDATA, static_cast<WPARAM>(index)) != data) continue;
+        return ChooseEntryByMouse(combo, index);
+    }
+    throw StoryError("control " + std::to_string(combo) + " does not offer " + std::to_string(data));
+}
+
+void Sheet::ChooseEntryByMouse(int combo, int index) const {
+    const HWND list = OpenList(combo);
+    RECT visible{};
+    GetClientRect(list, &visible);
+    RECT entry{};
+    const auto measure = [&] {
+        Send(list, LB_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&entry));
+        return entry.top >= 0 && entry.bottom <= visible.bottom;
+    };
+    // Scrolled by a message: how far a turn of the wheel scrolls is the user's setting.
+    if (!measure()) Send(list, LB_SETTOPINDEX, static_cast<WPARAM>(index));
+    if (!measure()) throw StoryError("an entry of control " + std::to_string(combo) + " cannot be shown");
+    POINT middle{(entry.left + entry.right) / 2, (entry.top + entry.bottom) / 2};
+    MapWindowPoints(list, nullptr, &middle, 1);
+    ClickAt(middle);
+    WaitFor("the list to close", [=] { return !IsWindowVisible(list); });
+}
+
+int Sheet::Position(int trackbar) const {
+    return static_cast<int>(Send(Control(trackbar), TBM_GETPOS));
+}
+
+}  // namespace kvn::end_to_end

@@ -1,0 +1,32 @@
+// Ends a test that hangs: a call into a window that never answers returns once that window's process is dead.
+#pragma once
+
+#include <condition_variable>
+#include <mutex>
+#include <thread>
+
+#include "tests/end_to_end/process.h"
+
+namespace kvn::end_to_end {
+
+class Watchdog {
+public:
+    // The group is borrowed.
+    explicit Watchdog(const ProcessGroup& watched);
+    ~Watchdog();
+    Watchdog(const Watchdog&) = delete;
+    Watchdog& operator=(const Watchdog&) = delete;
+
+    bool HasBitten();
+
+private:
+    void Run(const ProcessGroup& watched);
+
+    std::mutex mutex;
+    std::condition_variable end;
+    bool isOver = false;
+    bool hasBitten = false;
+    std::thread thread;
+};
+
+}  // namespace kvn::end_to_end

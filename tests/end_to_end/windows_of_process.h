@@ -1,0 +1,35 @@
+// Windows of another process: finding them and reading them by messages. A window that does not answer fails the test.
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <string>
+
+namespace kvn::end_to_end {
+
+// Its class, title and id, for reports.
+std::string Describe(HWND window);
+
+// Throws StoryError when the window's thread does not answer within seconds.
+LRESULT Send(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
+
+std::wstring ClassOf(HWND window);
+// As the system knows it, cut after 79 characters: needs no answer from a window that may hang.
+std::wstring TitleOf(HWND window);
+// As the window itself says.
+std::wstring TextOf(HWND window);
+
+// Null when the process has no such top-level window. `isWanted` must not throw.
+HWND FindTopLevel(DWORD processId, const std::function<bool(HWND)>& isWanted);
+
+// The window that has the keyboard focus of this window's thread, or null.
+HWND FocusOf(HWND window);
+
+RECT ScreenRectangle(HWND window);
+void Click(HWND window);
+
+// What a common control writes through the lParam of this message. Such pointers are not carried across processes.
+RECT ReadRectangle(HWND window, UINT message, WPARAM wParam);
+
+}  // namespace kvn::end_to_end
