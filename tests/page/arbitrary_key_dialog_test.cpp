@@ -1,0 +1,300 @@
+// The dialog itself, opened without a page, with the module's resources.
+#include "gestures/arbitrary_key_dialog.h"
+
+#include <gtest/gtest.h>
+
+#include <future>
+
+#include "model/key_names.h"
+#include "resources/resource.h"
+#include "tests/support/combo_contents.h"
+#include "tests/support/key_dialog.h"
+#include "tests/support/module_under_test.h"
+#include "tests/support/real_input.h"
+#include "tests/support/waiting.h"
+#include "tests/support/window_search.h"
+
+namespace kvn::test {
+namespace {
+
+using Codes = std::array<model::KeyCode, 3>;
+
+constexpr int kInputs[] = {IDC_KEYS_INPUT1, IDC_KEYS_INPUT2, IDC_KEYS_INPUT3};
+
+class ArbitraryKeyDialogTest : public testing::Test {
+protected:
+    void Open(const Codes& keys = {-2, -2, -2}, std::uint32_t excludeShift = 0) {
+        record.keys.codes = keys;
+        record.excludeShift = excludeShift;
+        accepted =
+            std::async(std::launch::async, [this] { return gestures::RunArbitraryKeyDialog(module.Handle(), record); });
+        dialog = AwaitKeyDialog();
+    }
+
+    // Presses a button and waits for the dialog's end; its result.
+    bool Close(int button) {
+        PostMessageW(GetDlgItem(dialog, button), BM_CLICK, 0, 0);
+        return AwaitEnd();
+    }
+    bool AwaitEnd() {
+        if (accepted.wait_for(kPatience) != std::future_status::ready) {
+            throw NeverHappened("the end of the arbitrary-key dialog");
+        }
+        return accepted.get();
+    }
+
+    void TearDown() override {
+        if (accepted.valid()) PostMessageW(dialog, WM_COMMAND, IDC_KEYS_CANCEL, 0);
+    }
+
+    HWND Input(int number) const { return GetDlgItem(dialog, kInputs[number - 1]); }
+    HWND Field(int number) const {
+        COMBOBOXINFO info{};
+        info.cbSize = sizeof info;
+        GetComboBoxInfo(Input(number), &info);
+        return info.hwndItem;
+    }
+    std::wstring Shown(int number) const { return TextOf(Input(number)); }
+    void Enter(int number, const std::wstring& text) const { EnterKey(dialog, kInputs[number - 1], text); }
+
+    // What a real press of the key makes of a field that showed "?" before; a key that is ignored leaves that.
+    std::wstring PressInField(int number, WORD key) const {
+        BringToFront(dialog);
+        const HWND field = Field(number);
+        PostMessageW(dialog, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(Input(number)), TRUE);
+        Await("the focus in the field", [&] { return FocusOfDialog() == field; });
+        Enter(number, L"?");
+        HoldKey(key);
+        AwaitInputTaken(dialog);
+        LetKeyGo(key);
+        AwaitInputTaken(dialog);
+        return Shown(number);
+    }
+
+    HWND FocusOfDialog() const {
+        GUITHREADINFO info{};
+        info.cbSize = sizeof info;
+        GetGUIThreadInfo(GetWindowThreadProcessId(dialog, nullptr), &info);
+        return info.hwndFocus;
+    }
+
+    // Hands a key-down to the field as its own message, without a keyboard.
+    LRESULT SendKey(int number, WPARAM key, UINT message = WM_KEYDOWN) const {
+        return SendMessageW(Field(number), message, key, 0);
+    }
+
+    ModuleUnderTest module;
+    gestures::KeyCaptureRecord record;
+    std::future<bool> accepted;
+    HWND dialog = nullptr;
+};
+
+TEST_F(ArbitraryKeyDialogTest, IsTitledAndStartsInTheFirstField) {
+    Open();
+    EXPECT_EQ(L"Register arbitrary key", TextOf(dialog));
+    EXPECT_TRUE(ComesTrue([&] { return FocusOfDialog() == Field(1) || FocusOfDialog() == Input(1); }));
+    EXPECT_FALSE(Close(IDC_KEYS_CANCEL));
+}
+
+TEST_F(ArbitraryKeyDialogTest, ListsTheListedKeysInTheirOrder) {
+    Open();
+    std::vector<ComboEntry> expected;
+    for (const model::KeyNameRow& row : model::KeyNameTable) {
+        if (row.listed) expected.push_back({row.name, row.code});
+    }
+    EXPECT_EQ((ComboEntry{L"Enter key", 0}), expected.front());
+    for (const int number : {1, 2, 3}) EXPECT_TRUE(expected == EntriesOf(Input(number))) << number;
+}
+
+TEST_F(ArbitraryKeyDialogTest, ListsNoShiftKeyWhenTheyAreExcluded) {
+    Open({-2, -2, -2}, 1);
+    for (const int number : {1, 2, 3}) {
+        for (const int shift : {16, 160, 161}) EXPECT_EQ(-1, IndexOfData(Input(number), shift)) << number;
+        EXPECT_LE(0, IndexOfData(Input(number), 162));
+    }
+}
+
+TEST_F(ArbitraryKeyDialogTest, OnlyBitZeroExcludesTheShiftKeys) {
+    Open({-2, -2, -2}, 0xFFFFFFFE);
+    for (const int shift : {16, 160, 161}) EXPECT_LE(0, IndexOfData(Input(1), shift));
+    EXPECT_EQ(L"A", PressInField(1, 'A'));
+}
+
+TEST_F(ArbitraryKeyDialogTest, ShowsTheKeysThatItIsGiven) {
+    Open({162, -2, 65});
+    EXPECT_EQ(162, SelectedData(Input(1)));
+    EXPECT_EQ(L"Left Ctrl", Shown(1));
+    EXPECT_EQ(std::nullopt, SelectedData(Input(2)));
+    EXPECT_EQ(L"", Shown(2));
+    EXPECT_EQ(std::nullopt, SelectedData(Input(3)));
+    EXPECT_EQ(L"A", Shown(3));
+    EXPECT_TRUE(Close(IDC_KEYS_OK));
+    EXPECT_EQ((Codes{162, -2, 65}), record.keys.codes);
+}
+
+TEST_F(ArbitraryKeyDialogTest, ShowsNoExcludedOrUnknownKey) {
+    Open({160, 7, 16}, 1);
+    for (const int number : {1, 2, 3}) EXPECT_EQ(L"", Shown(number));
+    EXPECT_TRUE(Close(IDC_KEYS_OK));
+    EXPECT_EQ((Codes{-2, -2, -2}), record.keys.codes);
+}
+
+TEST_F(ArbitraryKeyDialogTest, PressedKeyIsShownByItsNameAndStored) {
+    Open();
+    EXPECT_EQ(L"A", PressInField(2, 'A'));
+    EXPECT_EQ(std::nullopt, SelectedData(Input(2)));
+    EXPECT_EQ(L"F12", PressInField(3, VK_F12));
+    EXPECT_TRUE(Close(IDC_KEYS_OK));
+    EXPECT_EQ((Codes{-2, 65, 123}), record.keys.codes);
+}
+
+TEST_F(ArbitraryKeyDialogTest, PressedKeyReplacesAndSelectsTheWholeText) {
+    Open();
+    PressInField(1, 'A');
+    EXPECT_EQ(L"Space", PressInField(1, VK_SPACE));
+    DWORD begin = 99;
+    DWORD end = 0;
+    SendMessageW(Field(1), EM_GETSEL, reinterpret_cast<WPARAM>(&begin), reinterpret_cast<LPARAM>(&end));
+    EXPECT_EQ(0U, begin);
+    EXPECT_EQ(5U, end);
+}
+
+TEST_F(ArbitraryKeyDialogTest, PressedModifiersAreShownWithTheirSide) {
+    struct Row {
+        WORD key;
+        const wchar_t* name;
+    };
+    Open();
+    for (const Row& row :
+         {Row{VK_LSHIFT, L"Left Shift"}, Row{VK_RSHIFT, L"Right Shift"}, Row{VK_LCONTROL, L"Left Ctrl"},
+          Row{VK_RCONTROL, L"Right Ctrl"}, Row{VK_LMENU, L"Left Alt"}, Row{VK_RMENU, L"Right Alt"}}) {
+        EXPECT_EQ(row.name, PressInField(1, row.key));
+    }
+}
+
+TEST_F(ArbitraryKeyDialogTest, ModifierWithoutASideIsPickedFromTheList) {
+    Open();
+    SendMessageW(Input(1), CB_SETCURSEL, static_cast<WPARAM>(IndexOfData(Input(1), 16)), 0);
+    EXPECT_EQ(L"Shift", Shown(1));
+    EXPECT_TRUE(Close(IDC_KEYS_OK));
+    EXPECT_EQ((Codes{16, -2, -2}), record.keys.codes);
+}
+
+TEST_F(ArbitraryKeyDialogTest, ExcludedShiftKeysAreIgnored) {
+    Open({-2, -2, -2}, 1);
+    EXPECT_EQ(L"?", PressInField(1, VK_LSHIFT));
+    EXPECT_EQ(L"?", PressInField(1, VK_RSHIFT));
+    EXPECT_EQ(L"Left Ctrl", PressInField(1, VK_LCONTROL));
+}
+
+TEST_F(ArbitraryKeyDialogTest, IgnoredAndUnknownKeysAreSwallowed) {
+    Open();
+    Enter(1, L"?");
+    EXPECT_EQ(1, SendKey(1, 0xF4));
+    EXPECT_EQ(L"?", Shown(1));
+    EXPECT_EQ(1, SendKey(1, 'B', WM_SYSKEYDOWN));
+    EXPECT_EQ(L"B", Shown(1));
+    EXPECT_EQ(1, SendKey(1, 7));
+    EXPECT_EQ(L"", Shown(1));
+}
+
+TEST_F(ArbitraryKeyDialogTest, UnknownKeyTakesTheNameOfAnotherThatIsDown) {
+    Open();
+    const DWORD own = GetCurrentThreadId();
+    const DWORD other = GetWindowThreadProcessId(dialog, nullptr);
+    AttachThreadInput(own, other, TRUE);
+    BYTE state[256]{};
+    state['Q'] = 0x80;
+    state[VK_F1] = 0x80;
+    state['B'] = 0x81;
+    SetKeyboardState(state);
+    SendKey(1, 7);
+    EXPECT_EQ(L"Q", Shown(1));
+    state['Q'] = 0x81;
+    state[VK_F1] = 0;
+    SetKeyboardState(state);
+    SendKey(1, 7);
+    EXPECT_EQ(L"", Shown(1));
+    state[6] = 0x80;
+    SetKeyboardState(state);
+    SendKey(1, 7);
+    EXPECT_EQ(L"", Shown(1)) << "the key that is down has no name either";
+    const BYTE released[256]{};
+    SetKeyboardState(const_cast<BYTE*>(released));
+    AttachThreadInput(own, other, FALSE);
+}
+
+TEST_F(ArbitraryKeyDialogTest, CharactersAreNeverTyped) {
+    Open();
+    Enter(1, L"");
+    EXPECT_EQ(1, SendMessageW(Field(1), WM_CHAR, 'x', 0));
+    EXPECT_EQ(L"", Shown(1));
+}
+
+TEST_F(ArbitraryKeyDialogTest, TextsThatAreNoNameStoreNoKey) {
+    Open({65, 66, 67});
+    Enter(1, L"left ctrl");
+    Enter(2, L"A ");
+    Enter(3, L"");
+    EXPECT_TRUE(Close(IDC_KEYS_OK));
+    EXPECT_EQ((Codes{-2, -2, -2}), record.keys.codes);
+}
+
+TEST_F(ArbitraryKeyDialogTest, LongTextStoresNoKey) {
+    Open();
+    Enter(1, std::wstring(5000, L'A'));
+    EXPECT_TRUE(Close(IDC_KEYS_OK));
+    EXPECT_EQ((Codes{-2, -2, -2}), record.keys.codes);
+}
+
+TEST_F(ArbitraryKeyDialogTest, PromptStoresZero) {
+    Open();
+    Enter(2, L"Enter key");
+    EXPECT_TRUE(Close(IDC_KEYS_OK));
+    EXPECT_EQ((Codes{-2, 0, -2}), record.keys.codes);
+}
+
+TEST_F(ArbitraryKeyDialogTest, ClearThenOkStoresThePrompt) {
+    Open({162, -2, 65});
+    SendMessageW(dialog, WM_COMMAND, IDC_KEYS_CLEAR, 0);
+    for (const int number : {1, 2, 3}) EXPECT_EQ(L"Enter key", Shown(number));
+    EXPECT_EQ((Codes{-2, -2, -2}), record.keys.codes);
+    EXPECT_TRUE(Close(IDC_KEYS_OK));
+    EXPECT_EQ((Codes{0, 0, 0}), record.keys.codes);
+}
+
+TEST_F(ArbitraryKeyDialogTest, CancelIsNotAccepted) {
+    Open({162, -2, 65});
+    Enter(1, L"B");
+    EXPECT_FALSE(Close(IDC_KEYS_CANCEL));
+    EXPECT_EQ((Codes{162, -2, 65}), record.keys.codes);
+}
+
+TEST_F(ArbitraryKeyDialogTest, ClosingTheWindowCancels) {
+    for (const WPARAM close : {WPARAM{SC_CLOSE}, WPARAM{SC_CLOSE | 3}}) {
+        Open({65, 66, 67});
+        PostMessageW(dialog, WM_SYSCOMMAND, close, 0);
+        EXPECT_FALSE(AwaitEnd());
+        EXPECT_EQ((Codes{65, 66, 67}), record.keys.codes);
+    }
+}
+
+TEST_F(ArbitraryKeyDialogTest, EscapeCancels) {
+    Open({65, 66, 67});
+    PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
+    EXPECT_FALSE(AwaitEnd());
+}
+
+TEST_F(ArbitraryKeyDialogTest, EachOpeningStartsAfresh) {
+    Open({65, -2, -2}, 1);
+    EXPECT_FALSE(Close(IDC_KEYS_CANCEL));
+    Open({-2, 160, -2}, 0);
+    EXPECT_EQ(L"", Shown(1));
+    EXPECT_EQ(L"Left Shift", Shown(2));
+    EXPECT_EQ(L"Left Shift", PressInField(3, VK_LSHIFT));
+    EXPECT_TRUE(Close(IDC_KEYS_OK));
+    EXPECT_EQ((Codes{-2, 160, 160}), record.keys.codes);
+}
+
+}  // namespace
+}  // namespace kvn::test

@@ -1,0 +1,252 @@
+// The button settings pane: what it shows, what it enables, and the rules that keep a valid assignment.
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <algorithm>
+
+#include "tests/page/page_test.h"
+
+namespace kvn::test {
+namespace {
+
+constexpr int kHorizontalControls[] = {1005, 1014, 1015, 1016};
+constexpr int kFlyingSpeedControls[] = {1008, 1023, 1050, 1051, 1024, 1025, 1021, 1022};
+
+class ButtonPaneTest : public PageTest {
+protected:
+    void ExpectEnabled(bool expected, std::initializer_list<int> controls) const {
+        for (const int control : controls) EXPECT_EQ(expected, IsEnabled(control)) << control;
+    }
+};
+
+TEST_F(ButtonPaneTest, ShowsTheStoredSettings) {
+    WriteProfiles({ProfileText("Default", {{"lbutton", "2"},
+                                           {"rbutton", "1"},
+                                           {"tbutton", "36"},
+                                           {"button4", "38"},
+                                           {"button5", "5"},
+                                           {"tiltleft", "6"},
+                                           {"tiltright", "7"},
+                                           {"scrolls", "8"},
+                                           {"hspeed", "10"},
+                                           {"hlotate", "1"},
+                                           {"hcount", "5"}})});
+    Open();
+    const int expected[] = {2, 1, 36, 38, 5, 6, 7};
+    for (int i = 0; i < 7; ++i) EXPECT_EQ(expected[i], Chosen(kSlotControls[i])) << i;
+    EXPECT_EQ(8, Position(IDC_PANE_HORIZONTAL_SPEED));
+    EXPECT_EQ(10, Position(IDC_PANE_FLYING_SPEED));
+    EXPECT_EQ(1, Position(IDC_PANE_REVOLUTION_SPEED));
+    EXPECT_EQ(5, Chosen(IDC_PANE_REVOLUTION_COUNT));
+    EXPECT_FALSE(session->IsApplyEnabled());
+}
+
+TEST_F(ButtonPaneTest, TrackbarsHaveTheirRanges) {
+    Open();
+    const auto range = [&](int control) {
+        const HWND trackbar = session->PaneControl(control);
+        return std::pair(SendMessageW(trackbar, TBM_GETRANGEMIN, 0, 0), SendMessageW(trackbar, TBM_GETRANGEMAX, 0, 0));
+    };
+    using Range = std::pair<LRESULT, LRESULT>;
+    EXPECT_EQ((Range{1, 8}), range(IDC_PANE_HORIZONTAL_SPEED));
+    EXPECT_EQ((Range{1, 10}), range(IDC_PANE_FLYING_SPEED));
+    EXPECT_EQ((Range{1, 10}), range(IDC_PANE_REVOLUTION_SPEED));
+}
+
+TEST_F(ButtonPaneTest, OffersInvalidAndOneToFiveRevolutions) {
+    Open();
+    const std::vector<ComboEntry> expected = {{L"Invalid", -2}, {L"1", 1}, {L"2", 2}, {L"3", 3}, {L"4", 4}, {L"5", 5}};
+    EXPECT_TRUE(expected == EntriesOf(session->PaneControl(IDC_PANE_REVOLUTION_COUNT)));
+}
+
+TEST_F(ButtonPaneTest, CapabilitiesDecideWhatIsEnabled) {
+    for (const DWORD hasTilt : {0UL, 1UL}) {
+        for (const DWORD flag : {0UL, 1UL, 2UL, 0xFFFFFFFFUL}) {
+            for (DWORD buttons = 0; buttons <= 7; ++buttons) {
+                if (buttons != 3 && (hasTilt == 0 || flag != 0)) continue;
+                SCOPED_TRACE(testing::Message() << hasTilt << " " << flag << " " << buttons);
+                mouse.hasTilt = hasTilt;
+                mouse.flag = flag;
+                mouse.buttonCount = buttons;
+                Open();
+                for (const int control : kHorizontalControls) EXPECT_EQ(hasTilt == 1, IsEnabled(control)) << control;
+                for (DWORD i = 0; i < 5; ++i) EXPECT_EQ(i < buttons, IsEnabled(kSlotControls[i])) << i;
+                ExpectEnabled(hasTilt == 1, {IDC_PANE_TILT_LEFT, IDC_PANE_TILT_RIGHT});
+                const bool flies = (flag & 1) == 0;
+                ExpectEnabled(flies, {1020, 1052, 1048});
+                for (const int control : kFlyingSpeedControls) EXPECT_EQ(flies, IsEnabled(control)) << control;
+                ExpectEnabled(true, {IDC_PANE_HELP, IDC_PANE_RESET});
+                Close();
+            }
+        }
+    }
+}
+
+TEST_F(ButtonPaneTest, InvalidRevolutionsDisableTheFlyingSpeeds) {
+    for (const char* count : {"-2", "0"}) {
+        WriteProfiles({ProfileText("Default", {{"hcount", count}})});
+        Open();
+        EXPECT_EQ(-2, Chosen(IDC_PANE_REVOLUTION_COUNT));
+        for (const int control : kFlyingSpeedControls) EXPECT_FALSE(IsEnabled(control)) << control;
+        ExpectEnabled(true, {1020, 1052, 1048});
+        for (int revolutions = 1; revolutions <= 5; ++revolutions) {
+            Choose(IDC_PANE_REVOLUTION_COUNT, -2);
+            for (const int control : kFlyingSpeedControls) EXPECT_FALSE(IsEnabled(control)) << control;
+            Choose(IDC_PANE_REVOLUTION_COUNT, revolutions);
+            for (const int control : kFlyingSpeedControls) EXPECT_TRUE(IsEnabled(control)) << control;
+        }
+        Close();
+    }
+}
+
+TEST_F(ButtonPaneTest, MouseWithoutFlyingScrollShowsInvalidRevolutions) {
+    mouse.flag = 1;
+    WriteProfiles({ProfileText("Default", {{"hcount", "3"}})});
+    Open();
+    EXPECT_EQ(-2, Chosen(IDC_PANE_REVOLUTION_COUNT));
+}
+
+TEST_F(ButtonPaneTest, SwitchingTheProfileEnablesByItsRevolutions) {
+    WriteProfiles({ProfileText("Default", {{"hcount", "-2"}}), ProfileText("Games", {{"hcount", "1"}})});
+    Open();
+    ChooseProfile(1);
+    for (const int control : kFlyingSpeedControls) EXPECT_TRUE(IsEnabled(control)) << control;
+    ChooseProfile(0);
+    for (const int control : kFlyingSpeedControls) EXPECT_FALSE(IsEnabled(control)) << control;
+}
+
+TEST_F(ButtonPaneTest, LastLeftClickComesBack) {
+    Open();
+    Choose(IDC_PANE_LEFT, 5);
+    const MessageBoxSeen seen = AnswerMessageBox("about the left click", IDOK);
+    ExpectWarning(seen, L"Left Click is not set.");
+    EXPECT_EQ(session->Sheet(), seen.owner);
+    EXPECT_TRUE(session->IsQuiet());
+    EXPECT_EQ(1, Chosen(IDC_PANE_LEFT));
+}
+
+TEST_F(ButtonPaneTest, LeftClickMayMoveToAnotherControl) {
+    Open();
+    Choose(IDC_PANE_TILT_RIGHT, 1);
+    Choose(IDC_PANE_LEFT, 5);
+    EXPECT_TRUE(session->IsQuiet());
+    EXPECT_EQ(5, Chosen(IDC_PANE_LEFT));
+    Choose(IDC_PANE_TILT_RIGHT, 5);
+    ExpectWarning(AnswerMessageBox("about the left click", IDOK), L"Left Click is not set.");
+    session->Settle();
+    EXPECT_EQ(1, Chosen(IDC_PANE_TILT_RIGHT));
+    EXPECT_EQ(5, Chosen(IDC_PANE_LEFT));
+}
+
+TEST_F(ButtonPaneTest, ProfileWithoutLeftClickGetsItAtTheNextChoice) {
+    WriteProfiles({ProfileText("Default", {{"lbutton", "5"}})});
+    Open();
+    Choose(IDC_PANE_BUTTON4, 20);
+    ExpectWarning(AnswerMessageBox("about the left click", IDOK), L"Left Click is not set.");
+    session->Settle();
+    EXPECT_EQ(1, Chosen(IDC_PANE_BUTTON4));
+}
+
+TEST_F(ButtonPaneTest, SecondGestureFunctionIsRefused) {
+    Open();
+    Choose(IDC_PANE_CENTER, 36);
+    EXPECT_TRUE(session->IsQuiet());
+    Choose(IDC_PANE_BUTTON4, 36);
+    const MessageBoxSeen seen = AnswerMessageBox("about the gesture", IDOK);
+    ExpectWarning(seen, L"Gesture is already registered.");
+    EXPECT_TRUE(session->IsQuiet());
+    EXPECT_EQ(3, Chosen(IDC_PANE_BUTTON4));
+    EXPECT_EQ(36, Chosen(IDC_PANE_CENTER));
+}
+
+TEST_F(ButtonPaneTest, RefusedGestureGivesBackTheLastConfirmedChoice) {
+    Open();
+    Choose(IDC_PANE_CENTER, 36);
+    Choose(IDC_PANE_BUTTON4, 20);
+    Choose(IDC_PANE_BUTTON4, 36);
+    AnswerMessageBox("about the gesture", IDOK);
+    session->Settle();
+    EXPECT_EQ(20, Chosen(IDC_PANE_BUTTON4));
+    Choose(IDC_PANE_BUTTON4, 36);
+    AnswerMessageBox("about the gesture", IDOK);
+    session->Settle();
+    EXPECT_EQ(20, Chosen(IDC_PANE_BUTTON4)) << "at the second refusal";
+}
+
+TEST_F(ButtonPaneTest, RestoredLeftClickIsNoSecondGesture) {
+    Open();
+    Choose(IDC_PANE_CENTER, 36);
+    Choose(IDC_PANE_LEFT, 36);
+    ExpectWarning(AnswerMessageBox("about the left click", IDOK), L"Left Click is not set.");
+    EXPECT_TRUE(session->IsQuiet());
+    EXPECT_EQ(1, Chosen(IDC_PANE_LEFT));
+    EXPECT_EQ(36, Chosen(IDC_PANE_CENTER));
+}
+
+TEST_F(ButtonPaneTest, RestoredLeftClickCountsForOneGestureLessWhateverItReplaced) {
+    WriteProfiles({ProfileText("Default", {{"rbutton", "36"}, {"tbutton", "36"}})});
+    Open();
+    Choose(IDC_PANE_LEFT, 5);
+    ExpectWarning(AnswerMessageBox("about the left click", IDOK), L"Left Click is not set.");
+    EXPECT_TRUE(session->IsQuiet());
+    Choose(IDC_PANE_BUTTON4, 20);
+    ExpectWarning(AnswerMessageBox("about the gesture", IDOK), L"Gesture is already registered.");
+    session->Settle();
+    EXPECT_EQ(3, Chosen(IDC_PANE_BUTTON4));
+}
+
+TEST_F(ButtonPaneTest, GestureMayMoveToAnotherControl) {
+    Open();
+    Choose(IDC_PANE_CENTER, 36);
+    Choose(IDC_PANE_CENTER, 9);
+    Choose(IDC_PANE_BUTTON5, 36);
+    EXPECT_TRUE(session->IsQuiet());
+    EXPECT_EQ(36, Chosen(IDC_PANE_BUTTON5));
+}
+
+TEST_F(ButtonPaneTest, TabReachesEveryControlInReadingOrder) {
+    Open();
+    BringToFront(session->Sheet());
+    SetFocusTo(session->PageControl(IDC_PAGE_PROFILE));
+    std::vector<int> visited;
+    HWND previous = session->Focus();
+    for (int steps = 0; steps < 40; ++steps) {
+        PressKey(VK_TAB);
+        const HWND next = Await("the next control's focus", [&] {
+            const HWND focus = session->Focus();
+            return focus == previous ? nullptr : focus;
+        });
+        if (next == session->PageControl(IDC_PAGE_PROFILE)) break;
+        if (IsChild(session->Page(), next)) visited.push_back(GetDlgCtrlID(next));
+        previous = next;
+    }
+    const std::vector<int> expected = {IDC_PAGE_EDIT_PROFILE,
+                                       IDC_PANE_LEFT,
+                                       IDC_PANE_CENTER,
+                                       IDC_PANE_RIGHT,
+                                       IDC_PANE_TILT_LEFT,
+                                       IDC_PANE_TILT_RIGHT,
+                                       IDC_PANE_BUTTON5,
+                                       IDC_PANE_BUTTON4,
+                                       IDC_PANE_HORIZONTAL_SPEED,
+                                       IDC_PANE_REVOLUTION_COUNT,
+                                       IDC_PANE_REVOLUTION_SPEED,
+                                       IDC_PANE_FLYING_SPEED,
+                                       IDC_PANE_RESET,
+                                       IDC_PANE_HELP,
+                                       IDC_PAGE_TAB};
+    EXPECT_EQ(expected, visited);
+}
+
+TEST_F(ButtonPaneTest, ArrowKeysMoveATrackbar) {
+    Open();
+    BringToFront(session->Sheet());
+    SetFocusTo(session->PaneControl(IDC_PANE_HORIZONTAL_SPEED));
+    PressKey(VK_RIGHT);
+    EXPECT_TRUE(ComesTrue([&] { return Position(IDC_PANE_HORIZONTAL_SPEED) == 5; }));
+    EXPECT_TRUE(session->IsApplyEnabled());
+}
+
+}  // namespace
+}  // namespace kvn::test

@@ -1,0 +1,97 @@
+// The module's exports and the server's count of references.
+#include <gtest/gtest.h>
+
+#include <shobjidl.h>
+
+#include "tests/support/module_under_test.h"
+
+namespace kvn::test {
+namespace {
+
+constexpr IID kUnknownInterface = {0x12345678, 0x1234, 0x1234, {1, 2, 3, 4, 5, 6, 7, 8}};
+
+class ExportsTest : public testing::Test {
+protected:
+    ModuleUnderTest module;
+};
+
+TEST_F(ExportsTest, CanUnloadRightAfterLoading) {
+    EXPECT_EQ(S_OK, module.CanUnloadNow());
+}
+
+TEST_F(ExportsTest, CannotUnloadWhileAnythingIsReferenced) {
+    void* factory = nullptr;
+    ASSERT_EQ(S_OK, module.GetClassObject(kServerClassId, IID_IClassFactory, &factory));
+    EXPECT_EQ(S_FALSE, module.CanUnloadNow());
+    auto* const classFactory = static_cast<IClassFactory*>(factory);
+
+    void* first = nullptr;
+    void* second = nullptr;
+    ASSERT_EQ(S_OK, classFactory->CreateInstance(nullptr, IID_IShellPropSheetExt, &first));
+    ASSERT_EQ(S_OK, classFactory->CreateInstance(nullptr, IID_IUnknown, &second));
+    EXPECT_EQ(0U, classFactory->Release());
+    EXPECT_EQ(S_FALSE, module.CanUnloadNow());
+    EXPECT_EQ(0U, static_cast<IUnknown*>(first)->Release());
+    EXPECT_EQ(S_FALSE, module.CanUnloadNow());
+    EXPECT_EQ(0U, static_cast<IUnknown*>(second)->Release());
+    EXPECT_EQ(S_OK, module.CanUnloadNow());
+}
+
+TEST_F(ExportsTest, EveryReferenceCountsForTheServer) {
+    const ComPointer<IClassFactory> factory = module.Factory();
+    EXPECT_EQ(2U, factory->AddRef());
+    EXPECT_EQ(3U, factory->AddRef());
+    EXPECT_EQ(2U, factory->Release());
+    EXPECT_EQ(S_FALSE, module.CanUnloadNow());
+    EXPECT_EQ(1U, factory->Release());
+    EXPECT_EQ(S_FALSE, module.CanUnloadNow());
+}
+
+TEST_F(ExportsTest, ClassObjectsAreOfTheOwnClassAndTwoInterfacesOnly) {
+    struct Row {
+        const char* what;
+        CLSID classId;
+        IID interfaceId;
+        HRESULT expected;
+    };
+    const Row rows[] = {
+        {"factory", kServerClassId, IID_IClassFactory, S_OK},
+        {"unknown", kServerClassId, IID_IUnknown, S_OK},
+        {"another class", IID_IUnknown, IID_IClassFactory, CLASS_E_CLASSNOTAVAILABLE},
+        {"another interface", kServerClassId, IID_IShellPropSheetExt, E_NOINTERFACE},
+        {"an interface that nobody knows", kServerClassId, kUnknownInterface, E_NOINTERFACE},
+        {"the class is looked at first", kUnknownInterface, kUnknownInterface, CLASS_E_CLASSNOTAVAILABLE},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.what);
+        void* object = &module;
+        EXPECT_EQ(row.expected, module.GetClassObject(row.classId, row.interfaceId, &object));
+        EXPECT_EQ(row.expected == S_OK, object != nullptr);
+        if (object != nullptr) {
+            EXPECT_EQ(S_FALSE, module.CanUnloadNow());
+            EXPECT_EQ(0U, static_cast<IUnknown*>(object)->Release());
+        }
+        EXPECT_EQ(S_OK, module.CanUnloadNow());
+    }
+}
+
+TEST_F(ExportsTest, EachClassObjectIsANewOne) {
+    const ComPointer<IClassFactory> first = module.Factory();
+    const ComPointer<IClassFactory> second = module.Factory();
+    EXPECT_NE(first.get(), second.get());
+}
+
+TEST_F(ExportsTest, MissingOutPointerIsRefused) {
+    EXPECT_EQ(E_POINTER, module.GetClassObject(kServerClassId, IID_IClassFactory, nullptr));
+    EXPECT_EQ(S_OK, module.CanUnloadNow());
+}
+
+TEST_F(ExportsTest, ControlPanelAppletAnswersNothing) {
+    for (UINT message = 0; message <= 20; ++message) {
+        EXPECT_EQ(0, module.ControlPanelApplet(nullptr, message, 0, 0)) << message;
+        EXPECT_EQ(0, module.ControlPanelApplet(reinterpret_cast<HWND>(1), message, -1, -1)) << message;
+    }
+}
+
+}  // namespace
+}  // namespace kvn::test

@@ -1,0 +1,190 @@
+// "Return to initial values", and the initial values that the service sends.
+#include <windows.h>
+
+#include <array>
+#include <cstdint>
+
+#include "tests/page/page_test.h"
+#include "tests/support/recorded_writes.h"
+
+namespace kvn::test {
+namespace {
+
+using InitialRecord = std::array<std::int32_t, 11>;
+
+// In the order of the profile file.
+constexpr InitialRecord kSent{2, 1, 10, 11, 12, 8, 13, 14, 9, 10, 5};
+
+class KorvenPanelResetTest : public PageTest {
+protected:
+    void SetUp() override {
+        WriteProfiles({ProfileText("Default", {{"rbutton", "20"},
+                                               {"tbutton", "21"},
+                                               {"scrolls", "7"},
+                                               {"hcount", "3"},
+                                               {"button4", "37"},
+                                               {"button4_etcKey", "Left Ctrl+A"}})});
+        Open();
+    }
+
+    MessageBoxSeen Reset(int answer) {
+        Click(IDC_PANE_RESET);
+        const MessageBoxSeen seen = AnswerMessageBox("about the reset", answer);
+        EXPECT_TRUE(session->IsQuiet());
+        return seen;
+    }
+
+    // The eleven numbers as the pane shows them, in the order of the file; -99 without a selection.
+    InitialRecord Shown() const {
+        const auto chosen = [this](int control) { return Chosen(control).value_or(-99); };
+        return {chosen(IDC_PANE_LEFT),
+                chosen(IDC_PANE_RIGHT),
+                chosen(IDC_PANE_CENTER),
+                chosen(IDC_PANE_BUTTON4),
+                chosen(IDC_PANE_BUTTON5),
+                Position(IDC_PANE_HORIZONTAL_SPEED),
+                chosen(IDC_PANE_TILT_LEFT),
+                chosen(IDC_PANE_TILT_RIGHT),
+                Position(IDC_PANE_FLYING_SPEED),
+                Position(IDC_PANE_REVOLUTION_SPEED),
+                chosen(IDC_PANE_REVOLUTION_COUNT)};
+    }
+
+    static constexpr InitialRecord kDefaults{1, 2, 9, 3, 4, 4, 33, 34, 5, 5, 2};
+};
+
+TEST_F(KorvenPanelResetTest, AsksFirst) {
+    const MessageBoxSeen seen = Reset(IDCANCEL);
+    EXPECT_EQ(kCaption, seen.caption);
+    EXPECT_EQ(L"Return current settings to initial values.", seen.text);
+    EXPECT_EQ(static_cast<UINT>(MB_ICONINFORMATION), seen.icon);
+    EXPECT_EQ((std::vector<int>{IDOK, IDCANCEL}), seen.buttons);
+    EXPECT_EQ(session->Sheet(), seen.owner);
+}
+
+TEST_F(KorvenPanelResetTest, DeclinedChangesNothing) {
+    const InitialRecord before = Shown();
+    Reset(IDCANCEL);
+    EXPECT_EQ(before, Shown());
+    EXPECT_FALSE(session->IsApplyEnabled());
+}
+
+TEST_F(KorvenPanelResetTest, DeclinedLeavesApplyEnabledIfItWas) {
+    MoveTrackbar(IDC_PANE_HORIZONTAL_SPEED, 2);
+    Reset(IDCANCEL);
+    EXPECT_TRUE(session->IsApplyEnabled());
+}
+
+TEST_F(KorvenPanelResetTest, AcceptedShowsTheDefaultsAndMarksAChange) {
+    Reset(IDOK);
+    EXPECT_EQ(kDefaults, Shown());
+    EXPECT_TRUE(session->IsApplyEnabled());
+}
+
+TEST_F(KorvenPanelResetTest, EachAnswerCountsForItself) {
+    Reset(IDCANCEL);
+    Reset(IDOK);
+    EXPECT_TRUE(session->IsApplyEnabled());
+    ApplySuccessfully();
+    EXPECT_FALSE(session->IsApplyEnabled());
+    Reset(IDCANCEL);
+    EXPECT_FALSE(session->IsApplyEnabled());
+}
+
+TEST_F(KorvenPanelResetTest, WritesNothingUntilApply) {
+    const std::string saved = ReadFileText(ProfilePath());
+    const RecordedWrites writes(module.Handle());
+    Reset(IDOK);
+    EXPECT_TRUE(writes.All().empty());
+    EXPECT_EQ(saved, ReadFileText(ProfilePath()));
+    EXPECT_EQ(1U, service->Calls().size());
+    ApplySuccessfully();
+    EXPECT_EQ((std::vector<std::wstring>{L"BindKeyRight", L"BindKeyCenter", L"BindKeyMinus", L"HolizonScroll",
+                                         L"BindKeyHCount"}),
+              writes.Names());
+    EXPECT_EQ("2", SavedElement("rbutton"));
+}
+
+TEST_F(KorvenPanelResetTest, ReachesThePageAsACommandToo) {
+    session->Start([page = session->Page()] { SendMessageW(page, WM_COMMAND, IDC_PANE_RESET, 0); });
+    AnswerMessageBox("about the reset", IDOK);
+    session->Settle();
+    EXPECT_EQ(kDefaults, Shown());
+    EXPECT_TRUE(session->IsApplyEnabled());
+}
+
+TEST_F(KorvenPanelResetTest, TakesTheInitialValuesThatTheServiceSent) {
+    service->SendData(session->Page(), kSent.data(), sizeof kSent);
+    EXPECT_EQ(20, Chosen(IDC_PANE_RIGHT)) << "the values show before they are asked for";
+    EXPECT_FALSE(session->IsApplyEnabled());
+    Reset(IDOK);
+    EXPECT_EQ(kSent, Shown());
+}
+
+TEST_F(KorvenPanelResetTest, LastRecordOfTheServiceCounts) {
+    InitialRecord last = kSent;
+    last[1] = 7;
+    service->SendData(session->Page(), kSent.data(), sizeof kSent);
+    service->SendData(session->Page(), last.data(), sizeof last);
+    Reset(IDOK);
+    EXPECT_EQ(last, Shown());
+}
+
+TEST_F(KorvenPanelResetTest, ShortRecordIsIgnored) {
+    for (const DWORD size : {0UL, 1UL, 4UL, 40UL, 43UL}) service->SendData(session->Page(), kSent.data(), size);
+    service->SendData(session->Page(), nullptr, 0);
+    Reset(IDOK);
+    EXPECT_EQ(kDefaults, Shown());
+}
+
+TEST_F(KorvenPanelResetTest, RestOfALongRecordIsIgnored) {
+    std::array<std::int32_t, 300> longer{};
+    longer.fill(3);
+    std::copy(kSent.begin(), kSent.end(), longer.begin());
+    service->SendData(session->Page(), longer.data(), sizeof longer);
+    Reset(IDOK);
+    EXPECT_EQ(kSent, Shown());
+}
+
+TEST_F(KorvenPanelResetTest, RecordOfAnotherSenderIsIgnored) {
+    COPYDATASTRUCT data{0, sizeof kSent, const_cast<std::int32_t*>(kSent.data())};
+    for (const HWND sender : {HWND{nullptr}, session->Sheet(), session->Page(), GetDesktopWindow()}) {
+        SendMessageW(session->Page(), WM_COPYDATA, reinterpret_cast<WPARAM>(sender), reinterpret_cast<LPARAM>(&data));
+    }
+    Reset(IDOK);
+    EXPECT_EQ(kDefaults, Shown());
+}
+
+TEST_F(KorvenPanelResetTest, RecordIsIgnoredWhenNoServiceRuns) {
+    service.reset();
+    COPYDATASTRUCT data{0, sizeof kSent, const_cast<std::int32_t*>(kSent.data())};
+    SendMessageW(session->Page(), WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&data));
+    Reset(IDOK);
+    EXPECT_EQ(kDefaults, Shown());
+}
+
+TEST_F(KorvenPanelResetTest, SentValuesOutOfRangeSelectNothing) {
+    InitialRecord sent = kSent;
+    sent[1] = 55;
+    sent[2] = -5;
+    sent[10] = -2;
+    service->SendData(session->Page(), sent.data(), sizeof sent);
+    Reset(IDOK);
+    EXPECT_EQ(std::nullopt, Chosen(IDC_PANE_RIGHT));
+    EXPECT_EQ(std::nullopt, Chosen(IDC_PANE_CENTER));
+    EXPECT_EQ(-2, Chosen(IDC_PANE_REVOLUTION_COUNT));
+    EXPECT_EQ(2, Chosen(IDC_PANE_LEFT));
+}
+
+TEST_F(KorvenPanelResetTest, LeavesTheKeysOfTheProfileAlone) {
+    EXPECT_EQ(L"Arbitrary key[Left Ctrl+A]", SelectedText(session->PaneControl(IDC_PANE_BUTTON4)));
+    Reset(IDOK);
+    const std::vector<ComboEntry> entries = EntriesOf(session->PaneControl(IDC_PANE_BUTTON4));
+    const auto index = static_cast<std::size_t>(IndexOfData(session->PaneControl(IDC_PANE_BUTTON4), 37));
+    EXPECT_EQ(L"Arbitrary key", entries[index].text);
+    ApplySuccessfully();
+    EXPECT_EQ("Left Ctrl+A", SavedElement("button4_etcKey"));
+}
+
+}  // namespace
+}  // namespace kvn::test

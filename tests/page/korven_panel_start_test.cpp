@@ -1,0 +1,285 @@
+// The panel's start-up: the attached mouse, its profiles, and what the user is told.
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <filesystem>
+
+#include "tests/page/page_test.h"
+#include "tests/support/recorded_writes.h"
+
+namespace kvn::test {
+namespace {
+
+constexpr wchar_t kDefaultBindKey[] = L"Software\\KORVEN\\MouseUtility\\DefaultBindKey";
+
+class KorvenPanelStartTest : public PageTest {
+protected:
+    std::vector<std::wstring> ProfileNames() const {
+        std::vector<std::wstring> names;
+        for (const ComboEntry& entry : EntriesOf(session->PageControl(IDC_PAGE_PROFILE))) names.push_back(entry.text);
+        return names;
+    }
+    int SelectedProfile() const {
+        return static_cast<int>(SendMessageW(session->PageControl(IDC_PAGE_PROFILE), CB_GETCURSEL, 0, 0));
+    }
+    MessageBoxSeen OpenPast(const std::string& box) {
+        Start();
+        MessageBoxSeen seen = AnswerMessageBox(box, IDOK);
+        session->AwaitOpen();
+        EXPECT_TRUE(session->IsQuiet());
+        return seen;
+    }
+    void ExpectNoButtons() const {
+        for (const int control : kSlotControls) EXPECT_FALSE(IsEnabled(control)) << control;
+        EXPECT_FALSE(IsEnabled(IDC_PANE_HORIZONTAL_SPEED));
+    }
+    // Failed reads wait between their attempts; here nobody has to.
+    struct CountedSleeps {
+        explicit CountedSleeps(HMODULE module)
+            : replaced(module, [this](DWORD milliseconds) { pauses.push_back(milliseconds); }) {}
+        std::vector<DWORD> pauses;
+        ReplacedImport<"Sleep", decltype(Sleep)> replaced;
+    };
+};
+
+TEST_F(KorvenPanelStartTest, FirstOpeningLeavesADefaultProfileOnDisk) {
+    Open();
+    ASSERT_TRUE(FileExists(ProfilePath()));
+    const std::string saved = ReadFileText(ProfilePath());
+    const std::vector<ProfileElement> expected = {
+        {"profname", "Default"}, {"lbutton", "1"}, {"rbutton", "2"},      {"tbutton", "9"},    {"button4", "3"},
+        {"button5", "4"},        {"scrolls", "4"}, {"tiltleft", "33"},    {"tiltright", "34"}, {"hspeed", "5"},
+        {"hlotate", "5"},        {"hcount", "2"},  {"lbutton_etcKey", ""}};
+    for (const ProfileElement& element : expected) {
+        EXPECT_EQ(element.second, ElementIn(saved, 0, element.first)) << element.first;
+    }
+    EXPECT_EQ("(none)", ElementIn(saved, 1, "profname"));
+    EXPECT_EQ("2748", ElementIn(saved, -1, "vid"));
+    EXPECT_EQ("161", ElementIn(saved, -1, "pid"));
+    EXPECT_EQ("0", ElementIn(saved, -1, "select_profile"));
+    EXPECT_EQ(std::vector<std::wstring>{L"Default"}, ProfileNames());
+    EXPECT_EQ(0, SelectedProfile());
+    EXPECT_TRUE(session->IsQuiet());
+}
+
+TEST_F(KorvenPanelStartTest, FirstOpeningWritesTheElevenNumbersInTheirOrder) {
+    const RecordedWrites writes(module.Handle());
+    Open();
+    const std::vector<std::pair<std::wstring, StoredValue>> expected = {
+        {L"BindKeyLeft", StoredNumber(1)},       {L"BindKeyRight", StoredNumber(2)},
+        {L"BindKeyCenter", StoredNumber(9)},     {L"BindKeyMinus", StoredNumber(3)},
+        {L"BindKeyPlus", StoredNumber(4)},       {L"BindKeyTiltLeft", StoredNumber(33)},
+        {L"BindKeyTiltRight", StoredNumber(34)}, {L"HolizonScroll", StoredNumber(4)},
+        {L"BindKeyHSpeed", StoredNumber(5)},     {L"BindKeyHLotate", StoredNumber(5)},
+        {L"BindKeyHCount", StoredNumber(2)}};
+    EXPECT_EQ(expected, writes.All());
+    EXPECT_EQ((std::map<std::wstring, StoredValue>(expected.begin(), expected.end())), ModelValues());
+}
+
+TEST_F(KorvenPanelStartTest, LaterOpeningsWriteNothing) {
+    Open();
+    Close();
+    const std::string saved = ReadFileText(ProfilePath());
+    ForgetModelValues();
+    const RecordedWrites writes(module.Handle());
+    Open();
+    EXPECT_TRUE(writes.All().empty());
+    EXPECT_TRUE(ModelValues().empty());
+    EXPECT_EQ(saved, ReadFileText(ProfilePath()));
+    EXPECT_EQ(1, Chosen(IDC_PANE_LEFT));
+}
+
+TEST_F(KorvenPanelStartTest, FileNameAndKeyNameTheModelInLowerCaseDigits) {
+    mouse.vid = 0xFFFE;
+    mouse.pid = 0xB;
+    Open();
+    EXPECT_TRUE(FileExists(user.SettingsFolder() + L"\\VIDfffePID000b.xml"));
+    EXPECT_FALSE(StoredValues(L"Software\\KORVEN\\MouseUtility\\VIDfffePID000b").empty());
+}
+
+TEST_F(KorvenPanelStartTest, SelectsTheProfileThatTheFileNames) {
+    WriteProfiles({ProfileText("Default"), ProfileText("Games", {{"rbutton", "20"}}), ProfileText("Work")}, 1);
+    Open();
+    EXPECT_EQ((std::vector<std::wstring>{L"Default", L"Games", L"Work"}), ProfileNames());
+    EXPECT_EQ(1, SelectedProfile());
+    EXPECT_EQ(20, Chosen(IDC_PANE_RIGHT));
+}
+
+TEST_F(KorvenPanelStartTest, SelectsTheDefaultProfileWhenTheFileNamesNone) {
+    for (const int selected : {3, -1, 2147483647}) {
+        WriteProfiles({ProfileText("Default"), ProfileText("Games", {{"rbutton", "20"}}), ProfileText("Work")},
+                      selected);
+        Open();
+        EXPECT_EQ(0, SelectedProfile()) << selected;
+        EXPECT_EQ(2, Chosen(IDC_PANE_RIGHT)) << selected;
+        Close();
+    }
+}
+
+TEST_F(KorvenPanelStartTest, BrokenFileIsSetAsideForADefaultProfile) {
+    WriteFileText(ProfilePath(), "<data><profile>");
+    Open();
+    EXPECT_EQ("Default", SavedElement("profname"));
+    EXPECT_EQ("<data><profile>", ReadFileText(user.SettingsFolder() + L"\\" + mouse.Name() + L".broken-1.xml"));
+    EXPECT_FALSE(ModelValues().empty());
+}
+
+TEST_F(KorvenPanelStartTest, TellsWhenTheDefaultProfileCannotBeSaved) {
+    WriteFileText(user.ApplicationData() + L"\\KORVEN", "in the folder's place");
+    ExpectWarning(OpenPast("Settings failed."), L"Settings failed.");
+    EXPECT_EQ(std::vector<std::wstring>{L"Default"}, ProfileNames());
+    EXPECT_EQ(1, Chosen(IDC_PANE_LEFT));
+}
+
+TEST_F(KorvenPanelStartTest, MissingDeviceValueMeansAMouseWithoutButtons) {
+    for (const wchar_t* value : {L"VID", L"PID", L"HasTilt", L"ButtonCount", L"MouseImage", L"MouseFlag"}) {
+        SCOPED_TRACE(testing::PrintToString(std::wstring(value)));
+        const CountedSleeps sleeps(module.Handle());
+        PublishMouse(mouse);
+        RemovePublished(value);
+        session.emplace(module);
+        ExpectWarning(AnswerMessageBox("Failed to obtain mouse settings.", IDOK), L"Failed to obtain mouse settings.");
+        session->AwaitOpen();
+        EXPECT_TRUE(session->IsQuiet());
+        EXPECT_EQ(std::vector<DWORD>(10, 50), sleeps.pauses);
+        ExpectNoButtons();
+        Close();
+    }
+}
+
+TEST_F(KorvenPanelStartTest, DeviceValueThatComesLateIsRead) {
+    PublishMouse(mouse);
+    RemovePublished(L"VID");
+    int pauses = 0;
+    const ReplacedImport<"Sleep", decltype(Sleep)> sleep(module.Handle(), [&](DWORD) {
+        if (++pauses == 9) SetPublishedNumber(L"VID", mouse.vid);
+    });
+    session.emplace(module).AwaitOpen();
+    EXPECT_TRUE(session->IsQuiet());
+    EXPECT_EQ(9, pauses);
+    EXPECT_TRUE(FileExists(ProfilePath()));
+}
+
+TEST_F(KorvenPanelStartTest, ImpossibleCapabilitiesMeanAMouseWithoutButtons) {
+    struct Row {
+        DWORD hasTilt;
+        DWORD buttonCount;
+    };
+    for (const Row& row : {Row{2, 5}, Row{0xFFFFFFFF, 5}, Row{1, 8}, Row{1, 0xFFFFFFFF}}) {
+        mouse.hasTilt = row.hasTilt;
+        mouse.buttonCount = row.buttonCount;
+        ExpectWarning(OpenPast("Failed to obtain mouse settings."), L"Failed to obtain mouse settings.");
+        ExpectNoButtons();
+        Close();
+    }
+}
+
+TEST_F(KorvenPanelStartTest, ExtremeCapabilitiesAreAccepted) {
+    for (const DWORD buttons : {0UL, 7UL}) {
+        mouse.buttonCount = buttons;
+        Open();
+        EXPECT_TRUE(session->IsQuiet());
+        EXPECT_EQ(buttons == 7, IsEnabled(IDC_PANE_LEFT));
+        Close();
+    }
+}
+
+TEST_F(KorvenPanelStartTest, AbnormalValuesAreReplacedAndListedByProfileAndField) {
+    const std::vector<ProfileElement> allWrong = {{"hcount", "-1"},   {"hlotate", "-2"},  {"hspeed", "55"},
+                                                  {"tiltright", "x"}, {"tiltleft", "-1"}, {"scrolls", "9"},
+                                                  {"button5", "99"},  {"button4", "-5"},  {"tbutton", "55"},
+                                                  {"rbutton", ""},    {"lbutton", "-1"}};
+    WriteProfiles({ProfileText("Default", {{"rbutton", "20"}, {"scrolls", "0"}}), ProfileText("Games", allWrong),
+                   ProfileText("Work")},
+                  1);
+    const MessageBoxSeen seen = OpenPast("about abnormal values");
+    ExpectWarning(seen,
+                  L"The following setting values are abnormal, and will be reset to the default values.\n"
+                  L"DefaultHorizontal scroll speed\n"
+                  L"GamesLeft click\n"
+                  L"GamesRight click\n"
+                  L"GamesWheel button\n"
+                  L"Games- button (Back button)\n"
+                  L"Games+button (Forward button)\n"
+                  L"GamesHorizontal scroll speed\n"
+                  L"GamesLeft tilt\n"
+                  L"GamesRight tilt\n"
+                  L"GamesScroll speed\n"
+                  L"GamesRevolution speed\n"
+                  L"GamesNumber of revolutions\n");
+    const int defaults[] = {1, 2, 9, 3, 4, 33, 34};
+    for (int i = 0; i < 7; ++i) EXPECT_EQ(defaults[i], Chosen(kSlotControls[i]));
+    EXPECT_EQ(4, Position(IDC_PANE_HORIZONTAL_SPEED));
+    EXPECT_EQ(5, Position(IDC_PANE_FLYING_SPEED));
+    EXPECT_EQ(5, Position(IDC_PANE_REVOLUTION_SPEED));
+    EXPECT_EQ(2, Chosen(IDC_PANE_REVOLUTION_COUNT));
+    ChooseProfile(0);
+    EXPECT_EQ(20, Chosen(IDC_PANE_RIGHT));
+    EXPECT_EQ(4, Position(IDC_PANE_HORIZONTAL_SPEED));
+}
+
+TEST_F(KorvenPanelStartTest, RepairedValuesReachTheRegistryWithTheNextApply) {
+    WriteProfiles({ProfileText("Default", {{"tiltleft", "77"}})});
+    OpenPast("about abnormal values");
+    ApplySuccessfully();
+    EXPECT_EQ((std::map<std::wstring, StoredValue>{{L"BindKeyTiltLeft", StoredNumber(33)}}), ModelValues());
+    EXPECT_EQ("33", SavedElement("tiltleft"));
+}
+
+TEST_F(KorvenPanelStartTest, MachineWideFunctionOfTheWheelButtonIsTheDefault) {
+    const SandboxedHive machine(HKEY_LOCAL_MACHINE);
+    const DWORD function = 12;
+    RegSetKeyValueW(HKEY_LOCAL_MACHINE, kDefaultBindKey, L"DefaultBindKey_Center", REG_DWORD, &function, 4);
+    Open();
+    EXPECT_EQ(12, Chosen(IDC_PANE_CENTER));
+    EXPECT_EQ("12", SavedElement("tbutton"));
+    EXPECT_EQ(StoredNumber(12), ModelValues()[L"BindKeyCenter"]);
+    Choose(IDC_PANE_CENTER, 20);
+    Click(IDC_PANE_RESET);
+    AnswerMessageBox("about the reset", IDOK);
+    session->Settle();
+    EXPECT_EQ(12, Chosen(IDC_PANE_CENTER));
+}
+
+TEST_F(KorvenPanelStartTest, UnsetOrMistypedMachineWideFunctionIsIgnored) {
+    const SandboxedHive machine(HKEY_LOCAL_MACHINE);
+    const DWORD unset = static_cast<DWORD>(-2);
+    RegSetKeyValueW(HKEY_LOCAL_MACHINE, kDefaultBindKey, L"DefaultBindKey_Center", REG_DWORD, &unset, 4);
+    Open();
+    EXPECT_EQ(9, Chosen(IDC_PANE_CENTER));
+    Close();
+    std::filesystem::remove(ProfilePath());
+    RegSetKeyValueW(HKEY_LOCAL_MACHINE, kDefaultBindKey, L"DefaultBindKey_Center", REG_SZ, L"5", 4);
+    Open();
+    EXPECT_EQ(9, Chosen(IDC_PANE_CENTER));
+}
+
+TEST_F(KorvenPanelStartTest, TabsAreTitledAndThePanesLieInsideThem) {
+    Open();
+    const HWND tab = session->PageControl(IDC_PAGE_TAB);
+    EXPECT_EQ(2, SendMessageW(tab, TCM_GETITEMCOUNT, 0, 0));
+    const wchar_t* expected[] = {L"Allocate button function", L"Allocate gesture function"};
+    for (int i = 0; i < 2; ++i) {
+        wchar_t title[64]{};
+        TCITEMW item{};
+        item.mask = TCIF_TEXT;
+        item.pszText = title;
+        item.cchTextMax = 64;
+        SendMessageW(tab, TCM_GETITEMW, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&item));
+        EXPECT_STREQ(expected[i], title);
+    }
+    RECT area{};
+    GetClientRect(tab, &area);
+    SendMessageW(tab, TCM_ADJUSTRECT, FALSE, reinterpret_cast<LPARAM>(&area));
+    MapWindowPoints(tab, nullptr, reinterpret_cast<POINT*>(&area), 2);
+    for (const HWND pane : {session->ButtonPane(), session->GesturePane()}) {
+        RECT place{};
+        GetWindowRect(pane, &place);
+        EXPECT_TRUE(EqualRect(&area, &place));
+        EXPECT_EQ(session->Page(), GetParent(pane));
+    }
+}
+
+}  // namespace
+}  // namespace kvn::test

@@ -1,0 +1,253 @@
+// The pictures of the mouse: which files are loaded, and what the picture control shows.
+#include <windows.h>
+
+#include <commctrl.h>
+#include <objidl.h>
+#include <psapi.h>
+
+#include <algorithm>
+#include <filesystem>
+// GDI+'s headers use min and max unqualified.
+namespace Gdiplus {
+using std::max;
+using std::min;
+}  // namespace Gdiplus
+#include <gdiplus.h>
+
+#include "tests/page/page_test.h"
+
+namespace kvn::test {
+namespace {
+
+namespace gdi = Gdiplus::DllExports;
+
+constexpr CLSID kPngEncoder = {0x557CF406, 0x1A04, 0x11D3, {0x9A, 0x73, 0x00, 0x00, 0xF8, 0x1E, 0xF3, 0x2E}};
+
+// A colour for each picture.
+constexpr COLORREF ColourOf(int picture) {
+    return RGB(picture * 30, 255 - picture * 30, 17);
+}
+
+Gdiplus::ARGB ToArgb(COLORREF colour) {
+    return Gdiplus::Color::MakeARGB(255, GetRValue(colour), GetGValue(colour), GetBValue(colour));
+}
+
+void WritePng(const std::filesystem::path& path, Gdiplus::ARGB colour) {
+    ULONG_PTR token = 0;
+    const Gdiplus::GdiplusStartupInput input;
+    Gdiplus::GdiplusStartup(&token, &input, nullptr);
+    Gdiplus::GpBitmap* bitmap = nullptr;
+    Gdiplus::GpGraphics* graphics = nullptr;
+    gdi::GdipCreateBitmapFromScan0(8, 8, 0, PixelFormat32bppARGB, nullptr, &bitmap);
+    gdi::GdipGetImageGraphicsContext(bitmap, &graphics);
+    gdi::GdipGraphicsClear(graphics, colour);
+    gdi::GdipDeleteGraphics(graphics);
+    gdi::GdipSaveImageToFile(bitmap, path.c_str(), &kPngEncoder, nullptr);
+    gdi::GdipDisposeImage(bitmap);
+    Gdiplus::GdiplusShutdown(token);
+}
+
+class MousePictureTest : public PageTest {
+protected:
+    MousePictureTest() { std::filesystem::create_directories(pictures); }
+
+    void WritePictures(const std::vector<int>& indices) const {
+        for (const int k : indices) WritePng(FileOf(k), ToArgb(ColourOf(k)));
+    }
+    std::filesystem::path FileOf(int picture) const {
+        return pictures / (mouse.image + (picture == 0 ? L"" : L"_" + std::to_wstring(picture)) + L".png");
+    }
+
+    // The colour in the middle of the shown bitmap; CLR_INVALID when there is none.
+    COLORREF ShownColour() const {
+        COLORREF colour = CLR_INVALID;
+        session->Run([&, control = session->PaneControl(IDC_PANE_PICTURE)] {
+            const auto bitmap = reinterpret_cast<HBITMAP>(SendMessageW(control, STM_GETIMAGE, IMAGE_BITMAP, 0));
+            BITMAP info{};
+            if (bitmap == nullptr || GetObjectW(bitmap, sizeof info, &info) == 0) return;
+            const HDC context = CreateCompatibleDC(nullptr);
+            const HGDIOBJ previous = SelectObject(context, bitmap);
+            colour = GetPixel(context, info.bmWidth / 2, info.bmHeight / 2);
+            SelectObject(context, previous);
+            DeleteDC(context);
+        });
+        return colour;
+    }
+
+    // Every file that is asked for when each control of the mouse is marked in turn, in order.
+    std::vector<std::wstring> LoadedFiles() {
+        std::vector<std::wstring> files;
+        const ReplacedImport<"GdipLoadImageFromFile", Gdiplus::GpStatus(const WCHAR*, Gdiplus::GpImage**)> load(
+            module.Handle(), [&](const WCHAR* file, Gdiplus::GpImage** image) {
+                files.emplace_back(file);
+                return gdi::GdipLoadImageFromFile(file, image);
+            });
+        Open();
+        // A chooser that is disabled cannot have the focus, but its picture belongs to the model all the same.
+        for (const int control : kSlotControls) SendMessageW(session->PaneControl(control), WM_SETFOCUS, 0, 0);
+        Close();
+        return files;
+    }
+    std::vector<std::wstring> FilesUpTo(int last) const {
+        std::vector<std::wstring> files;
+        for (int k = 0; k <= last; ++k) files.push_back(FileOf(k).wstring());
+        return files;
+    }
+
+    std::wstring serviceFolder = user.ApplicationData() + L"\\";
+    std::filesystem::path pictures = serviceFolder + L"MouseImage";
+    std::wstring program = serviceFolder + L"KvnMouseApl.exe";
+    ReplacedImport<"GetModuleFileNameExW", decltype(GetModuleFileNameExW)> fileName{
+        module.Handle(), [this](HANDLE, HMODULE, LPWSTR buffer, DWORD size) {
+            lstrcpynW(buffer, program.c_str(), static_cast<int>(size));
+            return static_cast<DWORD>(program.size());
+        }};
+};
+
+TEST_F(MousePictureTest, ModelWithTiltHasEightPictures) {
+    mouse.buttonCount = 3;
+    EXPECT_EQ(FilesUpTo(7), LoadedFiles());
+}
+
+TEST_F(MousePictureTest, ModelWithoutTiltHasOneMoreThanButtons) {
+    mouse.hasTilt = 0;
+    for (const DWORD buttons : {0UL, 3UL, 7UL}) {
+        mouse.buttonCount = buttons;
+        EXPECT_EQ(FilesUpTo(static_cast<int>(buttons)), LoadedFiles());
+    }
+}
+
+TEST_F(MousePictureTest, FilesAreNamedAfterTheModelsPicture) {
+    mouse.hasTilt = 0;
+    mouse.buttonCount = 1;
+    mouse.image = L"Mouse \u00E4 7";
+    EXPECT_EQ((std::vector<std::wstring>{serviceFolder + L"MouseImage\\Mouse \u00E4 7.png",
+                                         serviceFolder + L"MouseImage\\Mouse \u00E4 7_1.png"}),
+              LoadedFiles());
+}
+
+TEST_F(MousePictureTest, FocusMarksTheControlInThePicture) {
+    WritePictures({0, 1, 2, 3, 4, 5, 6, 7});
+    Open();
+    SetFocusTo(session->PageControl(IDC_PAGE_PROFILE));
+    EXPECT_EQ(ColourOf(0), ShownColour());
+    for (int slot = 0; slot < 7; ++slot) {
+        SetFocusTo(session->PaneControl(kSlotControls[slot]));
+        EXPECT_EQ(ColourOf(slot + 1), ShownColour()) << slot;
+    }
+    SetFocusTo(session->PaneControl(IDC_PANE_HELP));
+    EXPECT_EQ(ColourOf(0), ShownColour());
+}
+
+TEST_F(MousePictureTest, FillsThePictureControl) {
+    WritePictures({0});
+    Open();
+    const HWND control = session->PaneControl(IDC_PANE_PICTURE);
+    RECT area{};
+    GetClientRect(control, &area);
+    BITMAP info{};
+    session->Run([&] {
+        const LRESULT bitmap = SendMessageW(control, STM_GETIMAGE, IMAGE_BITMAP, 0);
+        GetObjectW(reinterpret_cast<HBITMAP>(bitmap), sizeof info, &info);
+    });
+    EXPECT_EQ(area.right, info.bmWidth);
+    EXPECT_EQ(area.bottom, info.bmHeight);
+    EXPECT_EQ(32, info.bmBitsPixel);
+}
+
+TEST_F(MousePictureTest, MissingPictureIsTheColourOfDialogs) {
+    WritePictures({0, 2});
+    Open();
+    SetFocusTo(session->PaneControl(IDC_PANE_LEFT));
+    EXPECT_EQ(GetSysColor(COLOR_BTNFACE), ShownColour());
+    SetFocusTo(session->PaneControl(IDC_PANE_RIGHT));
+    EXPECT_EQ(ColourOf(2), ShownColour());
+}
+
+TEST_F(MousePictureTest, TransparentPartsShowTheColourOfDialogs) {
+    WritePng(FileOf(0), Gdiplus::Color::MakeARGB(0, 255, 0, 0));
+    Open();
+    SetFocusTo(session->PageControl(IDC_PAGE_PROFILE));
+    EXPECT_EQ(GetSysColor(COLOR_BTNFACE), ShownColour());
+}
+
+TEST_F(MousePictureTest, BrokenPictureIsTheColourOfDialogs) {
+    WriteFileText(FileOf(0).wstring(), "no picture");
+    Open();
+    SetFocusTo(session->PageControl(IDC_PAGE_PROFILE));
+    EXPECT_EQ(GetSysColor(COLOR_BTNFACE), ShownColour());
+}
+
+TEST_F(MousePictureTest, EachFileIsLoadedOnce) {
+    std::vector<std::wstring> files;
+    const ReplacedImport<"GdipLoadImageFromFile", Gdiplus::GpStatus(const WCHAR*, Gdiplus::GpImage**)> load(
+        module.Handle(), [&](const WCHAR* file, Gdiplus::GpImage** image) {
+            files.emplace_back(file);
+            return gdi::GdipLoadImageFromFile(file, image);
+        });
+    WritePictures({0, 1});
+    Open();
+    for (int round = 0; round < 3; ++round) {
+        SetFocusTo(session->PaneControl(IDC_PANE_LEFT));
+        SetFocusTo(session->PaneControl(IDC_PANE_RIGHT));
+        SetFocusTo(session->PageControl(IDC_PAGE_PROFILE));
+    }
+    EXPECT_EQ(FilesUpTo(2), files);
+}
+
+TEST_F(MousePictureTest, UnknownServiceFolderShowsNoPictures) {
+    program = L"C:\\elsewhere.exe";
+    wchar_t before[MAX_PATH]{};
+    GetCurrentDirectoryW(MAX_PATH, before);
+    WritePng(user.ApplicationData() + L"\\" + mouse.image + L".png", ToArgb(ColourOf(3)));
+    SetCurrentDirectoryW(user.ApplicationData().c_str());
+    Open();
+    SetFocusTo(session->PageControl(IDC_PAGE_PROFILE));
+    EXPECT_EQ(CLR_INVALID, ShownColour());
+    SetCurrentDirectoryW(before);
+}
+
+TEST_F(MousePictureTest, EveryPictureStartsAndEndsGdiplus) {
+    int running = 0;
+    int started = 0;
+    const ReplacedImport<"GdiplusStartup", Gdiplus::Status(ULONG_PTR*, const Gdiplus::GdiplusStartupInput*,
+                                                           Gdiplus::GdiplusStartupOutput*)>
+        startup(module.Handle(), [&](ULONG_PTR* token, const Gdiplus::GdiplusStartupInput* input,
+                                     Gdiplus::GdiplusStartupOutput* output) {
+            ++running;
+            ++started;
+            return Gdiplus::GdiplusStartup(token, input, output);
+        });
+    const ReplacedImport<"GdiplusShutdown", void(ULONG_PTR)> shutdown(module.Handle(), [&](ULONG_PTR token) {
+        --running;
+        Gdiplus::GdiplusShutdown(token);
+    });
+    Open();
+    EXPECT_EQ(8, started);
+    EXPECT_EQ(8, running);
+    Close();
+    EXPECT_EQ(0, running);
+}
+
+TEST_F(MousePictureTest, BitmapsAreDeletedWhenTheyAreReplacedAndAtTheEnd) {
+    int made = 0;
+    int deleted = 0;
+    const ReplacedImport<"GdipCreateHBITMAPFromBitmap", Gdiplus::GpStatus(Gdiplus::GpBitmap*, HBITMAP*, Gdiplus::ARGB)>
+        make(module.Handle(), [&](Gdiplus::GpBitmap* bitmap, HBITMAP* handle, Gdiplus::ARGB background) {
+            ++made;
+            EXPECT_EQ(0xFF000000U, background);
+            return gdi::GdipCreateHBITMAPFromBitmap(bitmap, handle, background);
+        });
+    const ReplacedImport<"DeleteObject", decltype(DeleteObject)> destroy(module.Handle(), [&](HGDIOBJ object) {
+        ++deleted;
+        return DeleteObject(object);
+    });
+    Open();
+    for (const int control : kSlotControls) SetFocusTo(session->PaneControl(control));
+    EXPECT_GE(made, 8);
+    Close();
+    EXPECT_EQ(made, deleted);
+}
+
+}  // namespace
+}  // namespace kvn::test

@@ -1,0 +1,284 @@
+// The page's dialog procedure: what it forwards, and when it tells the sheet of a change.
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include "tests/page/page_test.h"
+#include "tests/support/window_search.h"
+
+namespace kvn::test {
+namespace {
+
+using platform::ServiceMessage;
+
+class PropertyPageTest : public PageTest {
+protected:
+    // What the page's dialog procedure itself answers.
+    INT_PTR AskProcedure(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
+        INT_PTR answer = -1;
+        session->Run([&, page = session->Page()] {
+            const auto procedure = reinterpret_cast<DLGPROC>(GetWindowLongPtrW(page, DWLP_DLGPROC));
+            answer = procedure(page, message, wParam, lParam);
+        });
+        return answer;
+    }
+
+    INT_PTR AskNotify(UINT code) const {
+        NMHDR header{session->Sheet(), 0, code};
+        return AskProcedure(WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&header));
+    }
+
+    void ReportFromPane(int control, WORD notification) const {
+        SendMessageW(session->ButtonPane(), WM_COMMAND, MAKEWPARAM(control, notification),
+                     reinterpret_cast<LPARAM>(session->PaneControl(control)));
+    }
+
+    void SelectTab(int index) const {
+        const HWND tab = session->PageControl(IDC_PAGE_TAB);
+        session->Run([=] { SendMessageW(tab, TCM_SETCURSEL, static_cast<WPARAM>(index), 0); });
+        AskNotify(TCN_SELCHANGE);
+    }
+
+    bool IsShown(HWND window) const { return (GetWindowLongW(window, GWL_STYLE) & WS_VISIBLE) != 0; }
+};
+
+TEST_F(PropertyPageTest, IsTitledAfterTheMouse) {
+    Open();
+    const HWND tab = reinterpret_cast<HWND>(SendMessageW(session->Sheet(), PSM_GETTABCONTROL, 0, 0));
+    wchar_t title[64]{};
+    TCITEMW item{};
+    item.mask = TCIF_TEXT;
+    item.pszText = title;
+    item.cchTextMax = 64;
+    SendMessageW(tab, TCM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+    EXPECT_STREQ(L"KORVEN Tarsel 3", title);
+}
+
+TEST_F(PropertyPageTest, KeepsTheSheetsDescriptionInItsUserData) {
+    Open();
+    const auto* described = reinterpret_cast<const PROPSHEETPAGEW*>(GetWindowLongPtrW(session->Page(), DWLP_USER));
+    ASSERT_NE(nullptr, described);
+    EXPECT_EQ(88U, described->dwSize);
+    EXPECT_EQ(module.Handle(), described->hInstance);
+}
+
+TEST_F(PropertyPageTest, AnswersEachMessageAsTheDialogManagerExpects) {
+    Open();
+    EXPECT_EQ(TRUE, AskProcedure(WM_CREATE));
+    EXPECT_EQ(FALSE, AskProcedure(WM_PAINT));
+    EXPECT_EQ(TRUE, AskProcedure(WM_COPYDATA));
+    EXPECT_EQ(TRUE, AskNotify(PSN_SETACTIVE));
+    EXPECT_EQ(TRUE, AskNotify(PSN_KILLACTIVE));
+    EXPECT_EQ(TRUE, AskNotify(PSN_RESET));
+    EXPECT_EQ(TRUE, AskNotify(TCN_SELCHANGE));
+    EXPECT_EQ(TRUE, AskNotify(PSN_APPLY));
+    EXPECT_EQ(TRUE, AskProcedure(WM_HSCROLL, 0, 0));
+    EXPECT_EQ(TRUE, AskProcedure(WM_COMMAND, MAKEWPARAM(IDC_PAGE_PROFILE, CBN_KILLFOCUS), 0));
+    for (const UINT message : {WM_SIZE, WM_LBUTTONDOWN, WM_KEYDOWN, WM_TIMER, WM_VSCROLL, WM_DESTROY, WM_APP}) {
+        EXPECT_EQ(FALSE, AskProcedure(message)) << message;
+    }
+}
+
+TEST_F(PropertyPageTest, FailedApplyAnswersNoChangePage) {
+    Open();
+    const ReplacedImport<"RegSetValueExW", decltype(RegSetValueExW)> failing(
+        module.Handle(), [](HKEY, LPCWSTR, DWORD, DWORD, const BYTE*, DWORD) { return ERROR_ACCESS_DENIED; });
+    Choose(IDC_PANE_RIGHT, 5);
+    INT_PTR answer = -1;
+    session->Start([&, page = session->Page()] {
+        SetWindowLongPtrW(page, DWLP_MSGRESULT, 0);
+        NMHDR header{GetParent(page), 0, PSN_APPLY};
+        const auto procedure = reinterpret_cast<DLGPROC>(GetWindowLongPtrW(page, DWLP_DLGPROC));
+        answer = procedure(page, WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&header));
+    });
+    AnswerMessageBox("Settings failed.", IDOK);
+    session->Settle();
+    EXPECT_EQ(TRUE, answer);
+    EXPECT_EQ(PSNRET_INVALID_NOCHANGEPAGE, GetWindowLongPtrW(session->Page(), DWLP_MSGRESULT));
+}
+
+TEST_F(PropertyPageTest, OnlyTheWarningTextIsRedAndTransparent) {
+    Open();
+    const HDC context = GetDC(nullptr);
+    SetBkMode(context, OPAQUE);
+    const HWND ordinary = session->PaneControl(IDC_PANE_HORIZONTAL_SLOW);
+    const auto paint = [&](HWND control) {
+        return AskProcedure(WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(context), reinterpret_cast<LPARAM>(control));
+    };
+    EXPECT_EQ(0, paint(ordinary));
+    EXPECT_EQ(OPAQUE, GetBkMode(context));
+    EXPECT_EQ(RGB(0, 0, 0), GetTextColor(context));
+
+    const HWND warning = session->PaneControl(IDC_PAGE_WARNING_TEXT);
+    EXPECT_EQ(reinterpret_cast<INT_PTR>(GetStockObject(NULL_BRUSH)), paint(warning));
+    EXPECT_EQ(TRANSPARENT, GetBkMode(context));
+    EXPECT_EQ(RGB(255, 0, 0), GetTextColor(context));
+    ReleaseDC(nullptr, context);
+}
+
+TEST_F(PropertyPageTest, TabsSwitchThePanes) {
+    Open();
+    EXPECT_TRUE(IsShown(session->ButtonPane()));
+    EXPECT_FALSE(IsShown(session->GesturePane()));
+    SelectTab(1);
+    EXPECT_FALSE(IsShown(session->ButtonPane()));
+    EXPECT_TRUE(IsShown(session->GesturePane()));
+    SelectTab(0);
+    EXPECT_TRUE(IsShown(session->ButtonPane()));
+    EXPECT_FALSE(IsShown(session->GesturePane()));
+}
+
+TEST_F(PropertyPageTest, NoSelectedTabLeavesThePanesAlone) {
+    Open();
+    SelectTab(1);
+    SelectTab(-1);
+    EXPECT_FALSE(IsShown(session->ButtonPane()));
+    EXPECT_TRUE(IsShown(session->GesturePane()));
+}
+
+TEST_F(PropertyPageTest, AnotherTabLeavesThePanesAlone) {
+    Open();
+    wchar_t title[] = L"Third";
+    TCITEMW item{};
+    item.mask = TCIF_TEXT;
+    item.pszText = title;
+    const HWND tab = session->PageControl(IDC_PAGE_TAB);
+    session->Run([&] { SendMessageW(tab, TCM_INSERTITEMW, 2, reinterpret_cast<LPARAM>(&item)); });
+    SelectTab(2);
+    EXPECT_TRUE(IsShown(session->ButtonPane()));
+    EXPECT_FALSE(IsShown(session->GesturePane()));
+}
+
+TEST_F(PropertyPageTest, ApplyIsDisabledUntilSomethingChanges) {
+    Open();
+    EXPECT_FALSE(session->IsApplyEnabled());
+}
+
+TEST_F(PropertyPageTest, ComboNotificationsMarkAChangeExceptFocusAndAbandonedLists) {
+    Open();
+    for (const int control : {IDC_PANE_RIGHT, IDC_PANE_TILT_LEFT, IDC_PANE_REVOLUTION_COUNT}) {
+        // CBN_SETFOCUS, CBN_KILLFOCUS, CBN_SELENDCANCEL and numbers beyond.
+        for (const WORD quiet : {WORD{3}, WORD{4}, WORD{10}, WORD{11}, WORD{0x7FFF}}) {
+            ReportFromPane(control, quiet);
+            EXPECT_FALSE(session->IsApplyEnabled()) << control << " " << quiet;
+        }
+        for (const WORD changing : {WORD{1}, WORD{2}, WORD{5}, WORD{6}, WORD{7}, WORD{8}, WORD{9}}) {
+            ReportFromPane(control, changing);
+            EXPECT_TRUE(session->IsApplyEnabled()) << control << " " << changing;
+            SendMessageW(session->Sheet(), PSM_UNCHANGED, reinterpret_cast<WPARAM>(session->Page()), 0);
+            ASSERT_FALSE(session->IsApplyEnabled());
+        }
+    }
+}
+
+TEST_F(PropertyPageTest, ProfileComboFollowsTheSameRule) {
+    Open();
+    const HWND combo = session->PageControl(IDC_PAGE_PROFILE);
+    const auto report = [&](WORD notification) {
+        SendMessageW(session->Page(), WM_COMMAND, MAKEWPARAM(IDC_PAGE_PROFILE, notification),
+                     reinterpret_cast<LPARAM>(combo));
+    };
+    for (const WORD quiet : {WORD{CBN_SETFOCUS}, WORD{CBN_KILLFOCUS}, WORD{CBN_SELENDCANCEL}}) report(quiet);
+    EXPECT_FALSE(session->IsApplyEnabled());
+    report(CBN_SELCHANGE);
+    EXPECT_TRUE(session->IsApplyEnabled());
+}
+
+TEST_F(PropertyPageTest, EveryTrackbarMarksAChange) {
+    Open();
+    for (const int control : {IDC_PANE_HORIZONTAL_SPEED, IDC_PANE_FLYING_SPEED, IDC_PANE_REVOLUTION_SPEED}) {
+        MoveTrackbar(control, 7);
+        EXPECT_TRUE(session->IsApplyEnabled()) << control;
+        SendMessageW(session->Sheet(), PSM_UNCHANGED, reinterpret_cast<WPARAM>(session->Page()), 0);
+    }
+}
+
+TEST_F(PropertyPageTest, HelpMarksNoChange) {
+    Open();
+    Click(IDC_PANE_HELP);
+    EXPECT_TRUE(session->IsQuiet());
+    EXPECT_FALSE(session->IsApplyEnabled());
+    SendMessageW(session->Page(), WM_COMMAND, IDC_PANE_HELP, 0);
+    EXPECT_FALSE(session->IsApplyEnabled());
+}
+
+TEST_F(PropertyPageTest, CommandsOfOtherControlsMarkAChange) {
+    Open();
+    SendMessageW(session->Page(), WM_COMMAND, 4711, 0);
+    EXPECT_TRUE(session->IsApplyEnabled());
+}
+
+TEST_F(PropertyPageTest, ScrollsOfThePageItselfMarkAChange) {
+    Open();
+    SendMessageW(session->Page(), WM_HSCROLL, 0, reinterpret_cast<LPARAM>(session->PaneControl(IDC_PANE_HELP)));
+    EXPECT_FALSE(session->IsApplyEnabled());
+    SendMessageW(session->Page(), WM_HSCROLL, 0, reinterpret_cast<LPARAM>(session->PaneControl(IDC_PANE_FLYING_SPEED)));
+    EXPECT_TRUE(session->IsApplyEnabled());
+}
+
+TEST_F(PropertyPageTest, TwoExtensionsGiveTwoPagesThatLiveTheirOwnLives) {
+    Start(2).AwaitOpen();
+    EXPECT_EQ(2U, session->PageCount());
+    SendMessageW(session->Sheet(), PSM_SETCURSEL, 1, 0);
+    session->Settle();
+    ASSERT_NE(nullptr, session->Page(1));
+    EXPECT_NE(session->Page(0), session->Page(1));
+    ASSERT_NE(nullptr, session->ButtonPane(1));
+    EXPECT_EQ(DataOf(GetDlgItem(session->ButtonPane(0), IDC_PANE_LEFT)),
+              DataOf(GetDlgItem(session->ButtonPane(1), IDC_PANE_LEFT)));
+
+    SendMessageW(session->Sheet(), PSM_SETCURSEL, 0, 0);
+    Choose(IDC_PANE_RIGHT, 12);
+    EXPECT_EQ(2, SelectedData(GetDlgItem(session->ButtonPane(1), IDC_PANE_RIGHT)));
+    Close();
+    EXPECT_EQ(S_OK, module.CanUnloadNow());
+}
+
+TEST_F(PropertyPageTest, AnExtensionThatIsAskedTwiceGivesTwoWorkingPages) {
+    Start(1, 2).AwaitOpen();
+    EXPECT_EQ((std::vector<HRESULT>{S_OK, S_OK}), session->AddPagesResults());
+    EXPECT_EQ(2U, session->PageCount());
+    SendMessageW(session->Sheet(), PSM_SETCURSEL, 1, 0);
+    session->Settle();
+    ASSERT_NE(nullptr, session->ButtonPane(1));
+    EXPECT_EQ(1, SelectedData(GetDlgItem(session->ButtonPane(1), IDC_PANE_LEFT)));
+    session->PressOk();
+    EXPECT_EQ(1, session->AwaitClosed());
+    EXPECT_TRUE(ComesTrue([&] { return service->CountOf(ServiceMessage::SettingsChanged) == 2; }));
+    EXPECT_EQ(S_OK, module.CanUnloadNow());
+}
+
+TEST_F(PropertyPageTest, AnInstanceThatIsMadeLaterLeavesTheOpenPageAlone) {
+    Open();
+    Choose(IDC_PANE_RIGHT, 12);
+    session->Run([&] {
+        void* object = nullptr;
+        const ComPointer<IClassFactory> factory = module.Factory();
+        ASSERT_EQ(S_OK, factory->CreateInstance(nullptr, IID_IUnknown, &object));
+        static_cast<IUnknown*>(object)->Release();
+    });
+    EXPECT_EQ(12, Chosen(IDC_PANE_RIGHT));
+    ApplySuccessfully();
+    EXPECT_EQ("12", SavedElement("rbutton"));
+    Close();
+    EXPECT_EQ(S_OK, module.CanUnloadNow());
+}
+
+TEST_F(PropertyPageTest, OkAppliesAndClosesAndCancelOnlyCloses) {
+    Open();
+    Choose(IDC_PANE_RIGHT, 12);
+    session->PressOk();
+    EXPECT_EQ(1, session->AwaitClosed());
+    EXPECT_EQ("12", SavedElement("rbutton"));
+    EXPECT_TRUE(ComesTrue([&] { return service->CountOf(ServiceMessage::SettingsChanged) == 1; }));
+
+    Open();
+    Choose(IDC_PANE_RIGHT, 13);
+    session->PressCancel();
+    EXPECT_EQ(0, session->AwaitClosed());
+    EXPECT_EQ("12", SavedElement("rbutton"));
+    EXPECT_EQ(1U, service->CountOf(ServiceMessage::SettingsChanged));
+}
+
+}  // namespace
+}  // namespace kvn::test

@@ -1,0 +1,134 @@
+// Where help page and pictures are looked for: beside the program of the service.
+#include <windows.h>
+
+#include <commctrl.h>
+#include <psapi.h>
+#include <shellapi.h>
+
+#include "tests/page/page_test.h"
+
+namespace kvn::test {
+namespace {
+
+struct OpenedDocument {
+    HWND owner;
+    std::wstring verb;
+    std::wstring file;
+    bool hasParameters;
+    bool hasFolder;
+    int show;
+};
+
+class ServiceFolderTest : public PageTest {
+protected:
+    // The path that the process of the service is said to have been started from.
+    std::wstring program = L"C:\\Program Files\\Korven\\KvnMouseApl.exe";
+    INT_PTR answer = 33;
+    std::vector<OpenedDocument> opened;
+
+    ReplacedImport<"GetModuleFileNameExW", decltype(GetModuleFileNameExW)> fileName{
+        module.Handle(), [this](HANDLE, HMODULE, LPWSTR buffer, DWORD size) {
+            lstrcpynW(buffer, program.c_str(), static_cast<int>(size));
+            return static_cast<DWORD>(program.size());
+        }};
+    ReplacedImport<"ShellExecuteW", decltype(ShellExecuteW)> execute{
+        module.Handle(), [this](HWND owner, LPCWSTR verb, LPCWSTR file, LPCWSTR parameters, LPCWSTR folder, INT show) {
+            opened.push_back({owner, verb, file, parameters != nullptr, folder != nullptr, show});
+            return reinterpret_cast<HINSTANCE>(answer);
+        }};
+
+    std::vector<std::wstring> HelpFilesOf(const std::wstring& path) {
+        program = path;
+        opened.clear();
+        Open();
+        Click(IDC_PANE_HELP);
+        EXPECT_TRUE(session->IsQuiet());
+        Close();
+        std::vector<std::wstring> files;
+        for (const OpenedDocument& document : opened) files.push_back(document.file);
+        return files;
+    }
+};
+
+TEST_F(ServiceFolderTest, HelpOpensThePageBesideTheService) {
+    Open();
+    Click(IDC_PANE_HELP);
+    ASSERT_EQ(1U, opened.size());
+    EXPECT_EQ(nullptr, opened[0].owner);
+    EXPECT_EQ(L"open", opened[0].verb);
+    EXPECT_EQ(L"C:\\Program Files\\Korven\\KvnUtilHelp.htm", opened[0].file);
+    EXPECT_FALSE(opened[0].hasParameters);
+    EXPECT_FALSE(opened[0].hasFolder);
+    EXPECT_EQ(SW_SHOWNORMAL, opened[0].show);
+    EXPECT_TRUE(session->IsQuiet());
+    EXPECT_FALSE(session->IsApplyEnabled());
+}
+
+TEST_F(ServiceFolderTest, HelpThatCannotBeOpenedIsReportedOnce) {
+    for (const INT_PTR error : {INT_PTR{0}, INT_PTR{2}, INT_PTR{31}, INT_PTR{32}}) {
+        answer = error;
+        Open();
+        Click(IDC_PANE_HELP);
+        ExpectWarning(AnswerMessageBox("about the help file", IDOK), L"The help file could not be opened.");
+        EXPECT_TRUE(session->IsQuiet());
+        EXPECT_FALSE(session->IsApplyEnabled());
+        Close();
+    }
+    EXPECT_EQ(4U, opened.size());
+}
+
+TEST_F(ServiceFolderTest, IsThePathUpToTheFirstNameOfTheService) {
+    using Files = std::vector<std::wstring>;
+    EXPECT_EQ((Files{L"C:\\KvnUtilHelp.htm"}), HelpFilesOf(L"C:\\KvnMouseApl\\bin\\KvnMouseApl.exe"));
+    EXPECT_EQ((Files{L"C:\\a\\KvnUtilHelp.htm"}), HelpFilesOf(L"C:\\a\\KvnMouseApl64.exe"));
+    EXPECT_EQ((Files{L"C:\\a\\MyKvnUtilHelp.htm"}), HelpFilesOf(L"C:\\a\\MyKvnMouseApl.exe"));
+}
+
+TEST_F(ServiceFolderTest, IsUnknownWithoutTheNameInThePath) {
+    EXPECT_TRUE(HelpFilesOf(L"C:\\Program Files\\Korven\\Service.exe").empty());
+    EXPECT_TRUE(HelpFilesOf(L"C:\\Korven\\kvnmouseapl.exe").empty());
+    EXPECT_TRUE(HelpFilesOf(L"").empty());
+}
+
+TEST_F(ServiceFolderTest, IsReadWithTheRightsItTakes) {
+    DWORD rights = 0;
+    DWORD process = 0;
+    const ReplacedImport<"OpenProcess", decltype(OpenProcess)> open(module.Handle(),
+                                                                    [&](DWORD access, BOOL inherit, DWORD processId) {
+                                                                        rights = access;
+                                                                        process = processId;
+                                                                        return OpenProcess(access, inherit, processId);
+                                                                    });
+    Open();
+    EXPECT_EQ(static_cast<DWORD>(PROCESS_QUERY_INFORMATION | PROCESS_VM_READ), rights);
+    EXPECT_EQ(GetCurrentProcessId(), process);
+}
+
+TEST_F(ServiceFolderTest, IsUnknownWhenTheProcessCannotBeOpened) {
+    const ReplacedImport<"OpenProcess", decltype(OpenProcess)> open(module.Handle(),
+                                                                    [](DWORD, BOOL, DWORD) { return HANDLE{}; });
+    EXPECT_TRUE(HelpFilesOf(program).empty());
+}
+
+TEST_F(ServiceFolderTest, IsUnknownWhenTheProcessHidesItsModules) {
+    const ReplacedImport<"EnumProcessModules", decltype(EnumProcessModules)> enumerate(
+        module.Handle(), [](HANDLE, HMODULE*, DWORD, LPDWORD) { return FALSE; });
+    EXPECT_TRUE(HelpFilesOf(program).empty());
+}
+
+// Without a stand-in for the path: this program's own has no such word in it.
+TEST_F(PageTest, HelpIsInertWhenTheServicesPathIsNotItsOwn) {
+    bool opened = false;
+    const ReplacedImport<"ShellExecuteW", decltype(ShellExecuteW)> execute(
+        module.Handle(), [&](HWND, LPCWSTR, LPCWSTR, LPCWSTR, LPCWSTR, INT) {
+            opened = true;
+            return HINSTANCE{};
+        });
+    Open();
+    Click(IDC_PANE_HELP);
+    EXPECT_TRUE(session->IsQuiet());
+    EXPECT_FALSE(opened);
+}
+
+}  // namespace
+}  // namespace kvn::test

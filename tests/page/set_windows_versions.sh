@@ -1,0 +1,9 @@
+#!/usr/bin/env bash
+# Tells Wine which Windows each copy of os_version_tests.exe is to find. Pairs of a program and a version as Wine's
+# configuration names it.
+set -euo pipefail
+
+while [ $# -gt 0 ]; do
+    timeout 60 wine reg add "HKCU\\Software\\Wine\\AppDefaults\\$1" /v Version /d "$2" /f >/dev/null
+    shift 2
+done

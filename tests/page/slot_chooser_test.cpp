@@ -1,0 +1,93 @@
+// What the choosers offer on the Windows version that the tests run on; os_version_test.cpp looks at the others.
+#include <windows.h>
+
+#include <algorithm>
+
+#include "tests/page/page_test.h"
+
+namespace kvn::test {
+namespace {
+
+class SlotChooserTest : public PageTest {
+protected:
+    bool Offers(int control, int code) const { return IndexOfData(session->PaneControl(control), code) >= 0; }
+};
+
+TEST_F(SlotChooserTest, OnlyControlsOfTheMouseOfferGestureAndShift) {
+    for (DWORD buttons = 0; buttons <= 7; ++buttons) {
+        mouse.buttonCount = buttons;
+        Open();
+        for (DWORD slot = 0; slot < 7; ++slot) {
+            EXPECT_EQ(slot < buttons, Offers(kSlotControls[slot], 36)) << buttons << " " << slot;
+            EXPECT_EQ(slot < buttons, Offers(kSlotControls[slot], 19)) << buttons << " " << slot;
+        }
+        Close();
+    }
+}
+
+TEST_F(SlotChooserTest, NeverOffersTheCodesWithoutARow) {
+    Open();
+    for (const int control : kSlotControls) {
+        for (const int code : {-2, -1, 0, 35, 46, 49, 50, 52, 55}) EXPECT_FALSE(Offers(control, code)) << code;
+    }
+}
+
+TEST_F(SlotChooserTest, AllSevenOfferTheSameOnAMouseWithSevenButtons) {
+    mouse.buttonCount = 7;
+    Open();
+    const std::vector<ComboEntry> first = EntriesOf(session->PaneControl(IDC_PANE_LEFT));
+    EXPECT_EQ((ComboEntry{L"Left click", 1}), first.front());
+    EXPECT_EQ((ComboEntry{L"Off", 38}), first.back());
+    for (const int control : kSlotControls) EXPECT_TRUE(first == EntriesOf(session->PaneControl(control))) << control;
+}
+
+TEST_F(SlotChooserTest, ArrowKeysChooseAndConfirm) {
+    Open();
+    BringToFront(session->Sheet());
+    SetFocusTo(session->PaneControl(IDC_PANE_RIGHT));
+    PressKey(VK_DOWN);
+    EXPECT_TRUE(ComesTrue([&] { return Chosen(IDC_PANE_RIGHT) == 3; }));
+    EXPECT_TRUE(session->IsApplyEnabled());
+    PressKey(VK_END);
+    EXPECT_TRUE(ComesTrue([&] { return Chosen(IDC_PANE_RIGHT) == 38; }));
+}
+
+TEST_F(SlotChooserTest, ArrowKeysKeepTheLastLeftClick) {
+    Open();
+    BringToFront(session->Sheet());
+    SetFocusTo(session->PaneControl(IDC_PANE_LEFT));
+    PressKey(VK_DOWN);
+    ExpectWarning(AnswerMessageBox("about the left click", IDOK), L"Left Click is not set.");
+    EXPECT_TRUE(session->IsQuiet());
+    EXPECT_EQ(1, Chosen(IDC_PANE_LEFT));
+}
+
+TEST_F(SlotChooserTest, ChoosingFromTheOpenListConfirms) {
+    Open();
+    BringToFront(session->Sheet());
+    const HWND combo = session->PaneControl(IDC_PANE_BUTTON4);
+    SetFocusTo(combo);
+    PressKey(VK_F4);
+    Await("the open list", [=] { return SendMessageW(combo, CB_GETDROPPEDSTATE, 0, 0); });
+    PressKey(VK_DOWN);
+    PressKey(VK_RETURN);
+    Await("the closed list", [=] { return SendMessageW(combo, CB_GETDROPPEDSTATE, 0, 0) == 0; });
+    EXPECT_TRUE(ComesTrue([&] { return Chosen(IDC_PANE_BUTTON4) == 4; }));
+    EXPECT_TRUE(session->IsApplyEnabled());
+}
+
+TEST_F(SlotChooserTest, TellsTheHostToQuitWhenThePageGoesDown) {
+    int quits = 0;
+    const ReplacedImport<"PostQuitMessage", decltype(PostQuitMessage)> quit(module.Handle(), [&](int code) {
+        EXPECT_EQ(0, code);
+        ++quits;
+    });
+    Open();
+    EXPECT_EQ(0, quits);
+    Close();
+    // At WM_DESTROY and at WM_NCDESTROY of each chooser.
+    EXPECT_EQ(14, quits);
+}
+
+}  // namespace
+}  // namespace kvn::test

@@ -1,0 +1,61 @@
+// A stand-in for the resident service: a window of its title, in a thread of its own, that records what it is told.
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <map>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+#include "platform/service_protocol.h"
+
+namespace kvn::test {
+
+struct ServiceCall {
+    UINT message;
+    WPARAM wParam;
+    LPARAM lParam;
+    bool wasSent;  // by SendMessage, so that the caller waited; false: posted
+
+    friend bool operator==(const ServiceCall&, const ServiceCall&) = default;
+};
+
+class FakeService {
+public:
+    FakeService();
+    FakeService(const FakeService&) = delete;
+    FakeService& operator=(const FakeService&) = delete;
+    ~FakeService();
+
+    HWND Window() const { return window; }
+
+    // What a message is answered with; 0 when nothing was set.
+    void ReplyTo(platform::ServiceMessage message, LRESULT reply);
+
+    // Runs in the service's thread when a message arrives, before it is recorded.
+    void WhenCalled(platform::ServiceMessage message, std::function<void()> reaction);
+
+    // Every private message so far, in the order of arrival.
+    std::vector<ServiceCall> Calls() const;
+    std::size_t CountOf(platform::ServiceMessage message) const;
+
+    // Hands the bytes to the window as the service does; returns when the window has taken them.
+    void SendData(HWND receiver, const void* bytes, DWORD size) const;
+
+private:
+    static LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    void Run();
+    LRESULT OnPrivateMessage(const ServiceCall& call);
+
+    mutable std::mutex mutex;
+    std::map<UINT, LRESULT> replies;
+    std::map<UINT, std::function<void()>> reactions;
+    std::vector<ServiceCall> calls;
+    HWND window = nullptr;
+    HANDLE ready;
+    std::thread thread;
+};
+
+}  // namespace kvn::test

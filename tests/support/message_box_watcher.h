@@ -1,0 +1,27 @@
+// Message boxes of this process: waits for one, reads it and answers it as a user would.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+#include <vector>
+
+namespace kvn::test {
+
+// The MessageBoxW style bits that a user sees.
+struct MessageBoxSeen {
+    std::wstring caption;
+    std::wstring text;
+    UINT icon = 0;             // MB_ICONEXCLAMATION, MB_ICONINFORMATION or another; 0 when there is none
+    std::vector<int> buttons;  // the buttons' ids from left to right
+    HWND owner = nullptr;
+};
+
+// The open message box; null when there is none.
+HWND OpenMessageBox();
+
+// Waits for a message box, presses one of its buttons and waits until it is gone. What the box said is the answer.
+// `expected` names the box in the failure of a test that waits in vain.
+MessageBoxSeen AnswerMessageBox(const std::string& expected, int button);
+
+}  // namespace kvn::test

@@ -1,0 +1,66 @@
+#include "tests/support/module_under_test.h"
+
+#include <stdexcept>
+
+namespace kvn::test {
+namespace {
+
+std::wstring PathBesideProgram(const wchar_t* file) {
+    wchar_t program[MAX_PATH]{};
+    GetModuleFileNameW(nullptr, program, MAX_PATH);
+    const std::wstring path = program;
+    return path.substr(0, path.rfind(L'\\') + 1) + file;
+}
+
+}  // namespace
+
+ModuleUnderTest::ModuleUnderTest() : module(LoadLibraryW(PathBesideProgram(L"KvnMouseUtil.dll").c_str())) {
+    if (module == nullptr) throw std::runtime_error("KvnMouseUtil.dll is not beside the test program");
+}
+
+ModuleUnderTest::~ModuleUnderTest() {
+    FreeLibrary(module);
+}
+
+template <typename Function>
+Function* ModuleUnderTest::Export(const char* name) const {
+    const FARPROC address = GetProcAddress(module, name);
+    if (address == nullptr) throw std::runtime_error(std::string("the module does not export ") + name);
+    return reinterpret_cast<Function*>(reinterpret_cast<void*>(address));
+}
+
+HRESULT ModuleUnderTest::GetClassObject(REFCLSID classId, REFIID interfaceId, void** object) const {
+    return Export<HRESULT WINAPI(REFCLSID, REFIID, void**)>("DllGetClassObject")(classId, interfaceId, object);
+}
+
+HRESULT ModuleUnderTest::CanUnloadNow() const {
+    return Export<HRESULT WINAPI()>("DllCanUnloadNow")();
+}
+
+HRESULT ModuleUnderTest::RegisterServer() const {
+    return Export<HRESULT WINAPI()>("DllRegisterServer")();
+}
+
+HRESULT ModuleUnderTest::UnregisterServer() const {
+    return Export<HRESULT WINAPI()>("DllUnregisterServer")();
+}
+
+LONG ModuleUnderTest::ControlPanelApplet(HWND window, UINT message, LPARAM first, LPARAM second) const {
+    return Export<LONG WINAPI(HWND, UINT, LPARAM, LPARAM)>("CPlApplet")(window, message, first, second);
+}
+
+ComPointer<IClassFactory> ModuleUnderTest::Factory() const {
+    void* factory = nullptr;
+    if (GetClassObject(kServerClassId, IID_IClassFactory, &factory) != S_OK) {
+        throw std::runtime_error("the module gives no class factory");
+    }
+    return ComPointer<IClassFactory>(static_cast<IClassFactory*>(factory));
+}
+
+std::wstring ModuleUnderTest::Text(UINT id) const {
+    wchar_t text[1024]{};
+    LoadStringW(module, id, text, 1024);
+    return text;
+}
+
+}  // namespace kvn::test

@@ -1,0 +1,50 @@
+// KvnMouseUtil.dll as a host program uses it: loaded from beside the program, called through its exports.
+#pragma once
+
+#include <windows.h>
+
+#include <unknwn.h>
+#include <memory>
+#include <string>
+
+namespace kvn::test {
+
+// The class that the module serves.
+inline constexpr CLSID kServerClassId = {0xB7C1D9A4, 0x3E52, 0x4F0B, {0x9C, 0x86, 0x2D, 0x7A, 0x51, 0xE8, 0xF0, 0x43}};
+
+struct ReleaseObject {
+    void operator()(IUnknown* object) const { object->Release(); }
+};
+template <typename Interface>
+using ComPointer = std::unique_ptr<Interface, ReleaseObject>;
+
+// One loading of the module: each starts with fresh module-wide state.
+class ModuleUnderTest {
+public:
+    ModuleUnderTest();
+    ModuleUnderTest(const ModuleUnderTest&) = delete;
+    ModuleUnderTest& operator=(const ModuleUnderTest&) = delete;
+    ~ModuleUnderTest();
+
+    HMODULE Handle() const { return module; }
+
+    HRESULT GetClassObject(REFCLSID classId, REFIID interfaceId, void** object) const;
+    HRESULT CanUnloadNow() const;
+    HRESULT RegisterServer() const;
+    HRESULT UnregisterServer() const;
+    LONG ControlPanelApplet(HWND window, UINT message, LPARAM first, LPARAM second) const;
+
+    // The factory of the module's class; the test that asks needs one.
+    ComPointer<IClassFactory> Factory() const;
+
+    // A text of the module's string table.
+    std::wstring Text(UINT id) const;
+
+private:
+    template <typename Function>
+    Function* Export(const char* name) const;
+
+    HMODULE module;
+};
+
+}  // namespace kvn::test

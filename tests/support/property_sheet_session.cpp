@@ -1,0 +1,182 @@
+#include "tests/support/property_sheet_session.h"
+
+#include <objbase.h>
+#include <shobjidl.h>
+
+#include <cstdio>
+#include <memory>
+
+#include "resources/resource.h"
+#include "tests/support/message_box_watcher.h"
+#include "tests/support/waiting.h"
+#include "tests/support/window_search.h"
+
+namespace kvn::test {
+namespace {
+
+constexpr int kApplyButton = 0x3021;
+constexpr UINT kWorkMessage = WM_USER;
+
+thread_local PropertySheetSession* sessionOfThread = nullptr;
+
+HWND PaneWith(HWND page, int control) {
+    return FindChildWindow(page, [=](HWND child) { return GetDlgItem(child, control) != nullptr; });
+}
+
+}  // namespace
+
+PropertySheetSession::PropertySheetSession(const ModuleUnderTest& moduleUnderTest, int extensions, int pagesOfEach)
+    : module(moduleUnderTest),
+      ended(CreateEventW(nullptr, TRUE, FALSE, nullptr)),
+      thread([=, this] { RunThread(extensions, pagesOfEach); }) {}
+
+PropertySheetSession::~PropertySheetSession() {
+    const bool wasClosed = ComesTrue([this] {
+        if (HasEnded()) return true;
+        CancelEverything();
+        return WaitForSingleObject(ended, 50) == WAIT_OBJECT_0;
+    });
+    if (!wasClosed) {
+        std::fprintf(stderr, "The property sheet's thread hangs. Its dialogs:\n");
+        for (const HWND dialog : OpenDialogsOf(threadId)) std::fprintf(stderr, "  %ls\n", TitleOf(dialog).c_str());
+        std::fflush(stderr);
+        TerminateProcess(GetCurrentProcess(), 3);
+    }
+    thread.join();
+    CloseHandle(ended);
+}
+
+void PropertySheetSession::CancelEverything() const {
+    for (const HWND dialog : OpenDialogsOf(threadId)) {
+        if (!IsWindowEnabled(dialog)) continue;
+        if (dialog == sheet) {
+            PostMessageW(dialog, PSM_PRESSBUTTON, PSBTN_CANCEL, 0);
+        } else {
+            PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
+        }
+    }
+}
+
+void PropertySheetSession::RunThread(int extensions, int pagesOfEach) {
+    threadId = GetCurrentThreadId();
+    sessionOfThread = this;
+    WNDCLASSW windowClass{};
+    windowClass.lpfnWndProc = RunnerProcedure;
+    windowClass.hInstance = GetModuleHandleW(nullptr);
+    windowClass.lpszClassName = L"KvnSheetRunner";
+    RegisterClassW(&windowClass);
+    runner = CreateWindowExW(0, windowClass.lpszClassName, nullptr, 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
+                             windowClass.hInstance, nullptr);
+    CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+    {
+        const ComPointer<IClassFactory> factory = module.Factory();
+        std::vector<ComPointer<IShellPropSheetExt>> objects;
+        for (int i = 0; i < extensions; ++i) {
+            void* object = nullptr;
+            factory->CreateInstance(nullptr, IID_IShellPropSheetExt, &object);
+            objects.emplace_back(static_cast<IShellPropSheetExt*>(object));
+            for (int j = 0; j < pagesOfEach; ++j) {
+                results.push_back(objects.back()->AddPages(CollectPage, reinterpret_cast<LPARAM>(this)));
+            }
+        }
+        if (!pages.empty()) OpenSheet();
+    }
+    CoUninitialize();
+    DestroyWindow(runner);
+    SetEvent(ended);
+}
+
+void PropertySheetSession::OpenSheet() {
+    PROPSHEETHEADERW header{};
+    header.dwSize = sizeof header;
+    header.dwFlags = PSH_USECALLBACK;
+    header.pszCaption = L"Mouse Properties";
+    header.nPages = static_cast<UINT>(pages.size());
+    header.phpage = pages.data();
+    header.pfnCallback = OnSheetEvent;
+    answer = PropertySheetW(&header);
+}
+
+int CALLBACK PropertySheetSession::OnSheetEvent(HWND window, UINT event, LPARAM /*parameter*/) {
+    if (event == PSCB_INITIALIZED) sessionOfThread->sheet = window;
+    return 0;
+}
+
+BOOL CALLBACK PropertySheetSession::CollectPage(HPROPSHEETPAGE page, LPARAM session) {
+    reinterpret_cast<PropertySheetSession*>(session)->pages.push_back(page);
+    return TRUE;
+}
+
+LRESULT CALLBACK PropertySheetSession::RunnerProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message != kWorkMessage) return DefWindowProcW(window, message, wParam, lParam);
+    const std::unique_ptr<std::function<void()>> work(reinterpret_cast<std::function<void()>*>(lParam));
+    (*work)();
+    return 0;
+}
+
+void PropertySheetSession::Start(std::function<void()> work) const {
+    auto* owned = new std::function<void()>(std::move(work));
+    PostMessageW(runner, kWorkMessage, 0, reinterpret_cast<LPARAM>(owned));
+}
+
+void PropertySheetSession::Run(const std::function<void()>& work) const {
+    const auto done = std::make_shared<std::atomic<bool>>(false);
+    Start([=] {
+        work();
+        *done = true;
+    });
+    Await("the sheet's thread to do its work", [&] { return *done || HasEnded(); });
+}
+
+void PropertySheetSession::AwaitOpen() {
+    Await("the property sheet", [this] { return IsWindowVisible(sheet) != FALSE && IsWindowEnabled(sheet) != FALSE; });
+    Settle();
+}
+
+INT_PTR PropertySheetSession::AwaitClosed() {
+    Await("the end of the property sheet", [this] { return HasEnded(); });
+    return answer;
+}
+
+HWND PropertySheetSession::Page(int index) const {
+    return reinterpret_cast<HWND>(SendMessageW(sheet, PSM_INDEXTOHWND, static_cast<WPARAM>(index), 0));
+}
+
+HWND PropertySheetSession::ButtonPane(int index) const {
+    return PaneWith(Page(index), IDC_PANE_PICTURE);
+}
+
+HWND PropertySheetSession::GesturePane(int index) const {
+    return PaneWith(Page(index), IDC_GESTURES_LIST);
+}
+
+bool PropertySheetSession::IsQuiet() const {
+    Settle();
+    return OpenMessageBox() == nullptr && OpenDialogsOf(threadId).size() == 1 && IsWindowEnabled(sheet);
+}
+
+bool PropertySheetSession::IsApplyEnabled() const {
+    Settle();
+    return IsWindowEnabled(GetDlgItem(sheet, kApplyButton)) != FALSE;
+}
+
+void PropertySheetSession::PressApply() const {
+    PostMessageW(sheet, WM_COMMAND, kApplyButton, 0);
+}
+
+void PropertySheetSession::PressOk() const {
+    PostMessageW(sheet, PSM_PRESSBUTTON, PSBTN_OK, 0);
+}
+
+void PropertySheetSession::PressCancel() const {
+    PostMessageW(sheet, PSM_PRESSBUTTON, PSBTN_CANCEL, 0);
+}
+
+HWND PropertySheetSession::Focus() const {
+    GUITHREADINFO info{};
+    info.cbSize = sizeof info;
+    GetGUIThreadInfo(threadId, &info);
+    return info.hwndFocus;
+}
+
+}  // namespace kvn::test

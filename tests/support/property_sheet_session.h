@@ -1,0 +1,86 @@
+// A property sheet with the module's page, open in a thread of its own as a control panel has it, and the means to work
+// on it from the test's thread.
+#pragma once
+
+#include <windows.h>
+
+#include <prsht.h>
+
+#include <atomic>
+#include <functional>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "tests/support/module_under_test.h"
+
+namespace kvn::test {
+
+class PropertySheetSession {
+public:
+    // Starts the thread: it makes so many extension objects, asks each so many times for pages and opens the sheet.
+    explicit PropertySheetSession(const ModuleUnderTest& moduleUnderTest, int extensions = 1, int pagesOfEach = 1);
+    PropertySheetSession(const PropertySheetSession&) = delete;
+    PropertySheetSession& operator=(const PropertySheetSession&) = delete;
+    // Cancels whatever is still open. A thread that does not come to its end ends the test program.
+    ~PropertySheetSession();
+
+    // Waits until the sheet is shown with its first page and nothing stands before it.
+    void AwaitOpen();
+
+    // Waits until the sheet is closed, by OK or Cancel or because there was no page; PropertySheetW's answer.
+    INT_PTR AwaitClosed();
+
+    // Valid once the sheet is closed or open.
+    std::size_t PageCount() const { return pages.size(); }
+    const std::vector<HRESULT>& AddPagesResults() const { return results; }
+
+    HWND Sheet() const { return sheet; }
+    HWND Page(int index = 0) const;
+    HWND ButtonPane(int index = 0) const;
+    HWND GesturePane(int index = 0) const;
+    // A control of the button pane of the first page, or of the page itself.
+    HWND PaneControl(int control) const { return GetDlgItem(ButtonPane(), control); }
+    HWND PageControl(int control) const { return GetDlgItem(Page(), control); }
+
+    // Runs the work in the sheet's thread and waits for its end. The work must not open a modal dialog.
+    void Run(const std::function<void()>& work) const;
+    // Lets the sheet's thread do the work when it comes to it.
+    void Start(std::function<void()> work) const;
+    // Waits until the sheet's thread has dispatched everything that was posted so far.
+    void Settle() const {
+        Run([] {});
+    }
+    // Settles and tells whether nothing modal stands before the sheet.
+    bool IsQuiet() const;
+
+    bool IsApplyEnabled() const;
+    // Each press is only posted.
+    void PressApply() const;
+    void PressOk() const;
+    void PressCancel() const;
+
+    // The control of the sheet's thread that has the focus.
+    HWND Focus() const;
+
+private:
+    static int CALLBACK OnSheetEvent(HWND sheet, UINT event, LPARAM parameter);
+    static BOOL CALLBACK CollectPage(HPROPSHEETPAGE page, LPARAM session);
+    static LRESULT CALLBACK RunnerProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    void RunThread(int extensions, int pagesOfEach);
+    void OpenSheet();
+    void CancelEverything() const;
+    bool HasEnded() const { return WaitForSingleObject(ended, 0) == WAIT_OBJECT_0; }
+
+    const ModuleUnderTest& module;
+    std::vector<HPROPSHEETPAGE> pages;
+    std::vector<HRESULT> results;
+    std::atomic<HWND> sheet = nullptr;
+    std::atomic<HWND> runner = nullptr;  // a hidden window of the thread, which does the work that is sent to it
+    std::atomic<DWORD> threadId = 0;
+    std::atomic<INT_PTR> answer = 0;
+    HANDLE ended;
+    std::thread thread;
+};
+
+}  // namespace kvn::test

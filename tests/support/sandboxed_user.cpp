@@ -1,0 +1,64 @@
+#include "tests/support/sandboxed_user.h"
+
+#include <shlobj.h>
+#include <shlwapi.h>
+
+#include <filesystem>
+#include <stdexcept>
+
+namespace kvn::test {
+namespace {
+
+constexpr wchar_t kSandboxes[] = L"Software\\KvnMouseUtilTests\\";
+constexpr wchar_t kUserShellFolders[] = L"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\User Shell Folders";
+
+std::wstring UniqueName() {
+    static int number = 0;
+    return std::to_wstring(GetCurrentProcessId()) + L"-" + std::to_wstring(++number);
+}
+
+std::wstring MakeTemporaryFolder() {
+    wchar_t temporary[MAX_PATH + 1]{};
+    GetTempPathW(MAX_PATH, temporary);
+    const std::wstring folder = temporary + (L"kvn-" + UniqueName());
+    std::filesystem::create_directories(folder);
+    return folder;
+}
+
+}  // namespace
+
+SandboxedHive::SandboxedHive(HKEY root) : overriddenRoot(root), path(kSandboxes + UniqueName()) {
+    HKEY user = nullptr;
+    RegOpenCurrentUser(KEY_ALL_ACCESS, &user);
+    const LSTATUS made = RegCreateKeyExW(user, path.c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_ALL_ACCESS,
+                                         nullptr, &sandbox, nullptr);
+    RegCloseKey(user);
+    if (made != ERROR_SUCCESS || RegOverridePredefKey(root, sandbox) != ERROR_SUCCESS) {
+        throw std::runtime_error("the registry sandbox could not be made");
+    }
+}
+
+SandboxedHive::~SandboxedHive() {
+    RegOverridePredefKey(overriddenRoot, nullptr);
+    RegCloseKey(sandbox);
+    HKEY user = nullptr;
+    RegOpenCurrentUser(KEY_ALL_ACCESS, &user);
+    SHDeleteKeyW(user, path.c_str());
+    RegCloseKey(user);
+}
+
+SandboxedUser::SandboxedUser() : hive(HKEY_CURRENT_USER), applicationData(MakeTemporaryFolder()) {
+    const auto bytes = static_cast<DWORD>((applicationData.size() + 1) * sizeof(wchar_t));
+    RegSetKeyValueW(HKEY_CURRENT_USER, kUserShellFolders, L"AppData", REG_SZ, applicationData.c_str(), bytes);
+    wchar_t found[MAX_PATH]{};
+    if (!SHGetSpecialFolderPathW(nullptr, found, CSIDL_APPDATA, FALSE) || applicationData != found) {
+        throw std::runtime_error("the application-data folder is not the sandbox's");
+    }
+}
+
+SandboxedUser::~SandboxedUser() {
+    std::error_code ignored;
+    std::filesystem::remove_all(applicationData, ignored);
+}
+
+}  // namespace kvn::test

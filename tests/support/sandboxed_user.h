@@ -1,0 +1,41 @@
+// A Windows user of the test's own: registry hives and an application-data folder that nobody else sees, gone
+// afterwards.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+namespace kvn::test {
+
+// While it lives, this process finds an empty key in the place of one of the registry's roots.
+class SandboxedHive {
+public:
+    explicit SandboxedHive(HKEY root);
+    SandboxedHive(const SandboxedHive&) = delete;
+    SandboxedHive& operator=(const SandboxedHive&) = delete;
+    ~SandboxedHive();
+
+private:
+    HKEY overriddenRoot;
+    HKEY sandbox = nullptr;
+    std::wstring path;
+};
+
+class SandboxedUser {
+public:
+    SandboxedUser();
+    SandboxedUser(const SandboxedUser&) = delete;
+    SandboxedUser& operator=(const SandboxedUser&) = delete;
+    ~SandboxedUser();
+
+    // Without a final backslash.
+    const std::wstring& ApplicationData() const { return applicationData; }
+    std::wstring SettingsFolder() const { return applicationData + L"\\KORVEN\\Tarsel3"; }
+
+private:
+    SandboxedHive hive;
+    std::wstring applicationData;
+};
+
+}  // namespace kvn::test

@@ -1,0 +1,43 @@
+// Waiting for what other threads, windows and files will do: by condition, never by time.
+#pragma once
+
+#include <windows.h>
+
+#include <chrono>
+#include <stdexcept>
+#include <string>
+
+namespace kvn::test {
+
+inline constexpr std::chrono::seconds kPatience{5};
+
+// Ends a test that waited in vain; its text names what was waited for.
+class NeverHappened : public std::runtime_error {
+public:
+    explicit NeverHappened(const std::string& what) : std::runtime_error("waited in vain for " + what) {}
+};
+
+// Whether the condition comes true while there is patience left.
+template <typename Condition>
+bool ComesTrue(Condition&& condition, std::chrono::milliseconds patience = kPatience) {
+    const auto deadline = std::chrono::steady_clock::now() + patience;
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() >= deadline) return false;
+        Sleep(1);
+    }
+    return true;
+}
+
+// Waits for an answer that is not empty (a window, a number, true) and returns it.
+template <typename Question>
+auto Await(const std::string& what, Question&& question, std::chrono::milliseconds patience = kPatience) {
+    decltype(question()) answer{};
+    const auto ask = [&] {
+        answer = question();
+        return static_cast<bool>(answer);
+    };
+    if (!ComesTrue(ask, patience)) throw NeverHappened(what);
+    return answer;
+}
+
+}  // namespace kvn::test

@@ -1,0 +1,69 @@
+#include "tests/support/window_search.h"
+
+namespace kvn::test {
+namespace {
+
+using Condition = std::function<bool(HWND)>;
+
+struct Search {
+    const Condition& condition;
+    HWND found;
+};
+
+BOOL CALLBACK Examine(HWND window, LPARAM parameter) {
+    Search& search = *reinterpret_cast<Search*>(parameter);
+    DWORD process = 0;
+    GetWindowThreadProcessId(window, &process);
+    if (process != GetCurrentProcessId() || !search.condition(window)) return TRUE;
+    search.found = window;
+    return FALSE;
+}
+
+BOOL CALLBACK CollectDialog(HWND window, LPARAM parameter) {
+    if (IsWindowVisible(window) && ClassOf(window) == L"#32770") {
+        reinterpret_cast<std::vector<HWND>*>(parameter)->push_back(window);
+    }
+    return TRUE;
+}
+
+}  // namespace
+
+std::wstring ClassOf(HWND window) {
+    wchar_t name[64]{};
+    GetClassNameW(window, name, 64);
+    return name;
+}
+
+std::wstring TextOf(HWND window) {
+    const auto length = static_cast<std::size_t>(SendMessageW(window, WM_GETTEXTLENGTH, 0, 0));
+    std::wstring text(length + 1, L'\0');
+    SendMessageW(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()));
+    text.resize(length);
+    return text;
+}
+
+std::wstring TitleOf(HWND window) {
+    wchar_t title[256]{};
+    InternalGetWindowText(window, title, 256);
+    return title;
+}
+
+HWND FindTopLevelWindow(const Condition& condition) {
+    Search search{condition, nullptr};
+    EnumWindows(Examine, reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+
+HWND FindChildWindow(HWND parent, const Condition& condition) {
+    HWND child = GetWindow(parent, GW_CHILD);
+    while (child != nullptr && !condition(child)) child = GetWindow(child, GW_HWNDNEXT);
+    return child;
+}
+
+std::vector<HWND> OpenDialogsOf(DWORD threadId) {
+    std::vector<HWND> dialogs;
+    EnumThreadWindows(threadId, CollectDialog, reinterpret_cast<LPARAM>(&dialogs));
+    return dialogs;
+}
+
+}  // namespace kvn::test

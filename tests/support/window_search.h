@@ -1,0 +1,26 @@
+// Finding windows of this process and reading what they show.
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace kvn::test {
+
+std::wstring ClassOf(HWND window);
+std::wstring TextOf(HWND window);
+// A top-level window's title, without waiting for its thread.
+std::wstring TitleOf(HWND window);
+
+// The first top-level window of this process that meets the condition, or null.
+HWND FindTopLevelWindow(const std::function<bool(HWND)>& condition);
+
+// The first direct child that meets the condition, or null.
+HWND FindChildWindow(HWND parent, const std::function<bool(HWND)>& condition);
+
+// The visible dialogs of a thread, the one in front first.
+std::vector<HWND> OpenDialogsOf(DWORD threadId);
+
+}  // namespace kvn::test
