@@ -49,6 +49,7 @@ std::optional<std::string> LocaleCodec::Encode(std::wstring_view text) const {
 }
 
 std::wstring LocaleCodec::Decode(std::string_view bytes) const {
+    // cppcheck-suppress invalidLifetime ; it follows the view to a string of Encode, which outlives this call
     std::wstring text(bytes.begin(), bytes.end());
     if (std::all_of(bytes.begin(), bytes.end(), IsAsciiByte)) return text;
 

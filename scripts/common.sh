@@ -39,6 +39,11 @@ install_packages() {
         >"$log" 2>&1 || { tail -n 20 "$log"; return 1; }
 }
 
+# The name by which programs under Wine know a file of this machine; $1 is its full path.
+windows_path() {
+    printf '%s' "Z:${1//\//\\}"
+}
+
 # Sets the environment in which Wine runs for this tree: a prefix and a home of its own below build/, no debugger, no
 # browser or .NET engine. $1 names the prefix, so that jobs beside each other keep apart.
 use_wine_prefix() {

@@ -43,7 +43,7 @@ bool IsMessage(std::string_view text) {
 }  // namespace
 
 void EndToEndTest::SetUp() {
-    ASSERT_EQ(FindWindowW(nullptr, platform::kServiceName), nullptr) << "another service runs in this session";
+    ASSERT_EQ(FindWindowW(nullptr, platform::kServiceName), nullptr) << "another service runs";
     RemoveRegistryState();
     RemoveSettingsFolder();
     scratch = MakeScratchFolder();

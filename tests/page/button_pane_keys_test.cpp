@@ -11,10 +11,10 @@ class ButtonPaneKeysTest : public PageTest {
 protected:
     void Finish(HWND dialog, int button) const {
         CloseKeyDialog(dialog, button);
-        EXPECT_TRUE(session->IsQuiet());
+        EXPECT_TRUE(sheet->IsQuiet());
     }
     std::wstring ArbitraryKeyText(int control) const {
-        const HWND combo = session->PaneControl(control);
+        const HWND combo = sheet->PaneControl(control);
         return EntriesOf(combo)[static_cast<std::size_t>(IndexOfData(combo, 37))].text;
     }
 };
@@ -23,11 +23,11 @@ TEST_F(ButtonPaneKeysTest, ArbitraryKeysAreEnteredShownAndApplied) {
     Open();
     Choose(IDC_PANE_BUTTON4, 37);
     const HWND dialog = AwaitKeyDialog();
-    EXPECT_EQ(session->Sheet(), GetWindow(dialog, GW_OWNER));
+    EXPECT_EQ(sheet->Sheet(), GetWindow(dialog, GW_OWNER));
     EnterKey(dialog, IDC_KEYS_INPUT1, L"Left Ctrl");
     EnterKey(dialog, IDC_KEYS_INPUT3, L"V");
     Finish(dialog, IDC_KEYS_OK);
-    EXPECT_EQ(L"Arbitrary key[Left Ctrl+V]", SelectedText(session->PaneControl(IDC_PANE_BUTTON4)));
+    EXPECT_EQ(L"Arbitrary key[Left Ctrl+V]", SelectedText(sheet->PaneControl(IDC_PANE_BUTTON4)));
     EXPECT_EQ(L"Arbitrary key", ArbitraryKeyText(IDC_PANE_BUTTON5));
     ForgetModelValues();
     ApplySuccessfully();
@@ -39,7 +39,7 @@ TEST_F(ButtonPaneKeysTest, ArbitraryKeysAreEnteredShownAndApplied) {
 
 TEST_F(ButtonPaneKeysTest, EntryStaysInItsPlaceWithItsNumber) {
     Open();
-    const HWND combo = session->PaneControl(IDC_PANE_BUTTON4);
+    const HWND combo = sheet->PaneControl(IDC_PANE_BUTTON4);
     const std::vector<int> before = DataOf(combo);
     Choose(IDC_PANE_BUTTON4, 37);
     const HWND dialog = AwaitKeyDialog();
@@ -52,7 +52,7 @@ TEST_F(ButtonPaneKeysTest, EntryStaysInItsPlaceWithItsNumber) {
 TEST_F(ButtonPaneKeysTest, CancelledKeyDialogLeavesTheKeysAlone) {
     WriteProfiles({ProfileText("Default", {{"button4", "37"}, {"button4_etcKey", "Left Alt+F4"}})});
     Open();
-    EXPECT_EQ(L"Arbitrary key[Left Alt+F4]", SelectedText(session->PaneControl(IDC_PANE_BUTTON4)));
+    EXPECT_EQ(L"Arbitrary key[Left Alt+F4]", SelectedText(sheet->PaneControl(IDC_PANE_BUTTON4)));
     Choose(IDC_PANE_BUTTON4, 37);
     const HWND dialog = AwaitKeyDialog();
     wchar_t shown[64]{};
@@ -60,7 +60,7 @@ TEST_F(ButtonPaneKeysTest, CancelledKeyDialogLeavesTheKeysAlone) {
     EXPECT_STREQ(L"Left Alt", shown);
     EnterKey(dialog, IDC_KEYS_INPUT1, L"A");
     Finish(dialog, IDC_KEYS_CANCEL);
-    EXPECT_EQ(L"Arbitrary key[Left Alt+F4]", SelectedText(session->PaneControl(IDC_PANE_BUTTON4)));
+    EXPECT_EQ(L"Arbitrary key[Left Alt+F4]", SelectedText(sheet->PaneControl(IDC_PANE_BUTTON4)));
     ApplySuccessfully();
     EXPECT_EQ("Left Alt+F4", SavedElement("button4_etcKey"));
 }
@@ -73,7 +73,7 @@ TEST_F(ButtonPaneKeysTest, ClearedKeysShowThePlainEntry) {
     Click(IDC_PANE_HELP);
     PostMessageW(GetDlgItem(dialog, IDC_KEYS_CLEAR), BM_CLICK, 0, 0);
     Finish(dialog, IDC_KEYS_OK);
-    EXPECT_EQ(L"Arbitrary key", SelectedText(session->PaneControl(IDC_PANE_BUTTON4)));
+    EXPECT_EQ(L"Arbitrary key", SelectedText(sheet->PaneControl(IDC_PANE_BUTTON4)));
     ApplySuccessfully();
     EXPECT_EQ("", SavedElement("button4_etcKey"));
 }
@@ -101,9 +101,9 @@ TEST_F(ButtonPaneKeysTest, ShiftIsNotShownForControlsThatTheMouseLacks) {
                                            {"tiltright", "37"},
                                            {"tiltright_etcKey", "Right Shift"}})});
     Open();
-    EXPECT_EQ(L"Arbitrary key[Left Shift+A]", SelectedText(session->PaneControl(IDC_PANE_BUTTON5)));
-    EXPECT_EQ(L"Arbitrary key[B]", SelectedText(session->PaneControl(IDC_PANE_TILT_LEFT)));
-    EXPECT_EQ(L"Arbitrary key", SelectedText(session->PaneControl(IDC_PANE_TILT_RIGHT)));
+    EXPECT_EQ(L"Arbitrary key[Left Shift+A]", SelectedText(sheet->PaneControl(IDC_PANE_BUTTON5)));
+    EXPECT_EQ(L"Arbitrary key[B]", SelectedText(sheet->PaneControl(IDC_PANE_TILT_LEFT)));
+    EXPECT_EQ(L"Arbitrary key", SelectedText(sheet->PaneControl(IDC_PANE_TILT_RIGHT)));
 }
 
 TEST_F(ButtonPaneKeysTest, KeysOfAnotherProfileAreNotShown) {
@@ -112,7 +112,7 @@ TEST_F(ButtonPaneKeysTest, KeysOfAnotherProfileAreNotShown) {
     ChooseProfile(1);
     EXPECT_EQ(L"Arbitrary key", ArbitraryKeyText(IDC_PANE_BUTTON4));
     ChooseProfile(0);
-    EXPECT_EQ(L"Arbitrary key[A]", SelectedText(session->PaneControl(IDC_PANE_BUTTON4)));
+    EXPECT_EQ(L"Arbitrary key[A]", SelectedText(sheet->PaneControl(IDC_PANE_BUTTON4)));
 }
 
 }  // namespace

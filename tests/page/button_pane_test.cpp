@@ -39,13 +39,13 @@ TEST_F(ButtonPaneTest, ShowsTheStoredSettings) {
     EXPECT_EQ(10, Position(IDC_PANE_FLYING_SPEED));
     EXPECT_EQ(1, Position(IDC_PANE_REVOLUTION_SPEED));
     EXPECT_EQ(5, Chosen(IDC_PANE_REVOLUTION_COUNT));
-    EXPECT_FALSE(session->IsApplyEnabled());
+    EXPECT_FALSE(sheet->IsApplyEnabled());
 }
 
 TEST_F(ButtonPaneTest, TrackbarsHaveTheirRanges) {
     Open();
     const auto range = [&](int control) {
-        const HWND trackbar = session->PaneControl(control);
+        const HWND trackbar = sheet->PaneControl(control);
         return std::pair(SendMessageW(trackbar, TBM_GETRANGEMIN, 0, 0), SendMessageW(trackbar, TBM_GETRANGEMAX, 0, 0));
     };
     using Range = std::pair<LRESULT, LRESULT>;
@@ -57,7 +57,7 @@ TEST_F(ButtonPaneTest, TrackbarsHaveTheirRanges) {
 TEST_F(ButtonPaneTest, OffersInvalidAndOneToFiveRevolutions) {
     Open();
     const std::vector<ComboEntry> expected = {{L"Invalid", -2}, {L"1", 1}, {L"2", 2}, {L"3", 3}, {L"4", 4}, {L"5", 5}};
-    EXPECT_TRUE(expected == EntriesOf(session->PaneControl(IDC_PANE_REVOLUTION_COUNT)));
+    EXPECT_TRUE(expected == EntriesOf(sheet->PaneControl(IDC_PANE_REVOLUTION_COUNT)));
 }
 
 TEST_F(ButtonPaneTest, CapabilitiesDecideWhatIsEnabled) {
@@ -121,8 +121,8 @@ TEST_F(ButtonPaneTest, LastLeftClickComesBack) {
     Choose(IDC_PANE_LEFT, 5);
     const MessageBoxSeen seen = AnswerMessageBox("about the left click", IDOK);
     ExpectWarning(seen, L"Left Click is not set.");
-    EXPECT_EQ(session->Sheet(), seen.owner);
-    EXPECT_TRUE(session->IsQuiet());
+    EXPECT_EQ(sheet->Sheet(), seen.owner);
+    EXPECT_TRUE(sheet->IsQuiet());
     EXPECT_EQ(1, Chosen(IDC_PANE_LEFT));
 }
 
@@ -130,11 +130,11 @@ TEST_F(ButtonPaneTest, LeftClickMayMoveToAnotherControl) {
     Open();
     Choose(IDC_PANE_TILT_RIGHT, 1);
     Choose(IDC_PANE_LEFT, 5);
-    EXPECT_TRUE(session->IsQuiet());
+    EXPECT_TRUE(sheet->IsQuiet());
     EXPECT_EQ(5, Chosen(IDC_PANE_LEFT));
     Choose(IDC_PANE_TILT_RIGHT, 5);
     ExpectWarning(AnswerMessageBox("about the left click", IDOK), L"Left Click is not set.");
-    session->Settle();
+    sheet->Settle();
     EXPECT_EQ(1, Chosen(IDC_PANE_TILT_RIGHT));
     EXPECT_EQ(5, Chosen(IDC_PANE_LEFT));
 }
@@ -144,18 +144,18 @@ TEST_F(ButtonPaneTest, ProfileWithoutLeftClickGetsItAtTheNextChoice) {
     Open();
     Choose(IDC_PANE_BUTTON4, 20);
     ExpectWarning(AnswerMessageBox("about the left click", IDOK), L"Left Click is not set.");
-    session->Settle();
+    sheet->Settle();
     EXPECT_EQ(1, Chosen(IDC_PANE_BUTTON4));
 }
 
 TEST_F(ButtonPaneTest, SecondGestureFunctionIsRefused) {
     Open();
     Choose(IDC_PANE_CENTER, 36);
-    EXPECT_TRUE(session->IsQuiet());
+    EXPECT_TRUE(sheet->IsQuiet());
     Choose(IDC_PANE_BUTTON4, 36);
     const MessageBoxSeen seen = AnswerMessageBox("about the gesture", IDOK);
     ExpectWarning(seen, L"Gesture is already registered.");
-    EXPECT_TRUE(session->IsQuiet());
+    EXPECT_TRUE(sheet->IsQuiet());
     EXPECT_EQ(3, Chosen(IDC_PANE_BUTTON4));
     EXPECT_EQ(36, Chosen(IDC_PANE_CENTER));
 }
@@ -166,11 +166,11 @@ TEST_F(ButtonPaneTest, RefusedGestureGivesBackTheLastConfirmedChoice) {
     Choose(IDC_PANE_BUTTON4, 20);
     Choose(IDC_PANE_BUTTON4, 36);
     AnswerMessageBox("about the gesture", IDOK);
-    session->Settle();
+    sheet->Settle();
     EXPECT_EQ(20, Chosen(IDC_PANE_BUTTON4));
     Choose(IDC_PANE_BUTTON4, 36);
     AnswerMessageBox("about the gesture", IDOK);
-    session->Settle();
+    sheet->Settle();
     EXPECT_EQ(20, Chosen(IDC_PANE_BUTTON4)) << "at the second refusal";
 }
 
@@ -179,7 +179,7 @@ TEST_F(ButtonPaneTest, RestoredLeftClickIsNoSecondGesture) {
     Choose(IDC_PANE_CENTER, 36);
     Choose(IDC_PANE_LEFT, 36);
     ExpectWarning(AnswerMessageBox("about the left click", IDOK), L"Left Click is not set.");
-    EXPECT_TRUE(session->IsQuiet());
+    EXPECT_TRUE(sheet->IsQuiet());
     EXPECT_EQ(1, Chosen(IDC_PANE_LEFT));
     EXPECT_EQ(36, Chosen(IDC_PANE_CENTER));
 }
@@ -189,10 +189,10 @@ TEST_F(ButtonPaneTest, RestoredLeftClickCountsForOneGestureLessWhateverItReplace
     Open();
     Choose(IDC_PANE_LEFT, 5);
     ExpectWarning(AnswerMessageBox("about the left click", IDOK), L"Left Click is not set.");
-    EXPECT_TRUE(session->IsQuiet());
+    EXPECT_TRUE(sheet->IsQuiet());
     Choose(IDC_PANE_BUTTON4, 20);
     ExpectWarning(AnswerMessageBox("about the gesture", IDOK), L"Gesture is already registered.");
-    session->Settle();
+    sheet->Settle();
     EXPECT_EQ(3, Chosen(IDC_PANE_BUTTON4));
 }
 
@@ -201,24 +201,24 @@ TEST_F(ButtonPaneTest, GestureMayMoveToAnotherControl) {
     Choose(IDC_PANE_CENTER, 36);
     Choose(IDC_PANE_CENTER, 9);
     Choose(IDC_PANE_BUTTON5, 36);
-    EXPECT_TRUE(session->IsQuiet());
+    EXPECT_TRUE(sheet->IsQuiet());
     EXPECT_EQ(36, Chosen(IDC_PANE_BUTTON5));
 }
 
 TEST_F(ButtonPaneTest, TabReachesEveryControlInReadingOrder) {
     Open();
-    BringToFront(session->Sheet());
-    SetFocusTo(session->PageControl(IDC_PAGE_PROFILE));
+    BringToFront(sheet->Sheet());
+    SetFocusTo(sheet->PageControl(IDC_PAGE_PROFILE));
     std::vector<int> visited;
-    HWND previous = session->Focus();
+    HWND previous = sheet->Focus();
     for (int steps = 0; steps < 40; ++steps) {
         PressKey(VK_TAB);
         const HWND next = Await("the next control's focus", [&] {
-            const HWND focus = session->Focus();
+            const HWND focus = sheet->Focus();
             return focus == previous ? nullptr : focus;
         });
-        if (next == session->PageControl(IDC_PAGE_PROFILE)) break;
-        if (IsChild(session->Page(), next)) visited.push_back(GetDlgCtrlID(next));
+        if (next == sheet->PageControl(IDC_PAGE_PROFILE)) break;
+        if (IsChild(sheet->Page(), next)) visited.push_back(GetDlgCtrlID(next));
         previous = next;
     }
     const std::vector<int> expected = {IDC_PAGE_EDIT_PROFILE,
@@ -241,11 +241,11 @@ TEST_F(ButtonPaneTest, TabReachesEveryControlInReadingOrder) {
 
 TEST_F(ButtonPaneTest, ArrowKeysMoveATrackbar) {
     Open();
-    BringToFront(session->Sheet());
-    SetFocusTo(session->PaneControl(IDC_PANE_HORIZONTAL_SPEED));
+    BringToFront(sheet->Sheet());
+    SetFocusTo(sheet->PaneControl(IDC_PANE_HORIZONTAL_SPEED));
     PressKey(VK_RIGHT);
     EXPECT_TRUE(ComesTrue([&] { return Position(IDC_PANE_HORIZONTAL_SPEED) == 5; }));
-    EXPECT_TRUE(session->IsApplyEnabled());
+    EXPECT_TRUE(sheet->IsApplyEnabled());
 }
 
 }  // namespace

@@ -20,10 +20,10 @@ protected:
         Open();
     }
     // Presses Apply or OK and answers the failure's message; the sheet must stay and the service hear nothing.
-    void FailToApply(void (PropertySheetSession::*press)() const = &PropertySheetSession::PressApply) {
-        (*session.*press)();
+    void FailToApply(void (OpenedSheet::*press)() const = &OpenedSheet::PressApply) {
+        (*sheet.*press)();
         ExpectWarning(AnswerMessageBox("Settings failed.", IDOK), L"Settings failed.");
-        EXPECT_TRUE(session->IsQuiet());
+        EXPECT_TRUE(sheet->IsQuiet());
         EXPECT_EQ(0U, service->CountOf(ServiceMessage::SettingsChanged));
     }
 };
@@ -186,8 +186,8 @@ TEST_F(KorvenPanelApplyTest, SucceedsWithoutTheService) {
     OpenOn();
     service.reset();
     Choose(IDC_PANE_RIGHT, 20);
-    session->PressOk();
-    EXPECT_EQ(1, session->AwaitClosed());
+    sheet->PressOk();
+    EXPECT_EQ(1, sheet->AwaitClosed());
     EXPECT_EQ("20", SavedElement("rbutton"));
 }
 
@@ -203,14 +203,14 @@ TEST_F(KorvenPanelApplyTest, FailedWriteIsReportedOnceAndNothingIsSaved) {
     Choose(IDC_PANE_TILT_RIGHT, 23);
     FailToApply();
     EXPECT_EQ(saved, ReadFileText(ProfilePath()));
-    EXPECT_TRUE(session->IsApplyEnabled());
+    EXPECT_TRUE(sheet->IsApplyEnabled());
     // The writes went on after the one that failed.
     EXPECT_EQ((std::vector<std::wstring>{L"BindKeyRight", L"BindKeyCenter", L"BindKeyPlus", L"BindKeyTiltRight"}),
               writes.Names());
     EXPECT_EQ((Values{{L"BindKeyCenter", StoredNumber(21)}, {L"BindKeyTiltRight", StoredNumber(23)}}), ModelValues());
 
-    FailToApply(&PropertySheetSession::PressOk);
-    EXPECT_TRUE(IsWindowVisible(session->Sheet()));
+    FailToApply(&OpenedSheet::PressOk);
+    EXPECT_TRUE(IsWindowVisible(sheet->Sheet()));
 
     writes.FailNothing();
     writes.Forget();
@@ -240,7 +240,7 @@ TEST_F(KorvenPanelApplyTest, FileThatCannotBeSavedIsAFailure) {
     std::filesystem::remove_all(user.SettingsFolder());
     WriteFileText(user.SettingsFolder(), "in the folder's place");
     FailToApply();
-    FailToApply(&PropertySheetSession::PressOk);
+    FailToApply(&OpenedSheet::PressOk);
     std::filesystem::remove(user.SettingsFolder());
     std::filesystem::create_directories(user.SettingsFolder());
     ApplySuccessfully();
@@ -295,7 +295,7 @@ TEST_F(KorvenPanelApplyTest, ProfileThatIsLeftKeepsWhatWasChosenInIt) {
     Choose(IDC_PANE_RIGHT, 21);
     ChooseProfile(1);
     EXPECT_EQ(20, Chosen(IDC_PANE_RIGHT));
-    EXPECT_TRUE(session->IsApplyEnabled());
+    EXPECT_TRUE(sheet->IsApplyEnabled());
     Choose(IDC_PANE_RIGHT, 22);
     ChooseProfile(0);
     EXPECT_EQ(21, Chosen(IDC_PANE_RIGHT));

@@ -30,7 +30,7 @@ protected:
     MessageBoxSeen Reset(int answer) {
         Click(IDC_PANE_RESET);
         const MessageBoxSeen seen = AnswerMessageBox("about the reset", answer);
-        EXPECT_TRUE(session->IsQuiet());
+        EXPECT_TRUE(sheet->IsQuiet());
         return seen;
     }
 
@@ -59,36 +59,36 @@ TEST_F(KorvenPanelResetTest, AsksFirst) {
     EXPECT_EQ(L"Return current settings to initial values.", seen.text);
     EXPECT_EQ(static_cast<UINT>(MB_ICONINFORMATION), seen.icon);
     EXPECT_EQ((std::vector<int>{IDOK, IDCANCEL}), seen.buttons);
-    EXPECT_EQ(session->Sheet(), seen.owner);
+    EXPECT_EQ(sheet->Sheet(), seen.owner);
 }
 
 TEST_F(KorvenPanelResetTest, DeclinedChangesNothing) {
     const InitialRecord before = Shown();
     Reset(IDCANCEL);
     EXPECT_EQ(before, Shown());
-    EXPECT_FALSE(session->IsApplyEnabled());
+    EXPECT_FALSE(sheet->IsApplyEnabled());
 }
 
 TEST_F(KorvenPanelResetTest, DeclinedLeavesApplyEnabledIfItWas) {
     MoveTrackbar(IDC_PANE_HORIZONTAL_SPEED, 2);
     Reset(IDCANCEL);
-    EXPECT_TRUE(session->IsApplyEnabled());
+    EXPECT_TRUE(sheet->IsApplyEnabled());
 }
 
 TEST_F(KorvenPanelResetTest, AcceptedShowsTheDefaultsAndMarksAChange) {
     Reset(IDOK);
     EXPECT_EQ(kDefaults, Shown());
-    EXPECT_TRUE(session->IsApplyEnabled());
+    EXPECT_TRUE(sheet->IsApplyEnabled());
 }
 
 TEST_F(KorvenPanelResetTest, EachAnswerCountsForItself) {
     Reset(IDCANCEL);
     Reset(IDOK);
-    EXPECT_TRUE(session->IsApplyEnabled());
+    EXPECT_TRUE(sheet->IsApplyEnabled());
     ApplySuccessfully();
-    EXPECT_FALSE(session->IsApplyEnabled());
+    EXPECT_FALSE(sheet->IsApplyEnabled());
     Reset(IDCANCEL);
-    EXPECT_FALSE(session->IsApplyEnabled());
+    EXPECT_FALSE(sheet->IsApplyEnabled());
 }
 
 TEST_F(KorvenPanelResetTest, WritesNothingUntilApply) {
@@ -106,17 +106,17 @@ TEST_F(KorvenPanelResetTest, WritesNothingUntilApply) {
 }
 
 TEST_F(KorvenPanelResetTest, ReachesThePageAsACommandToo) {
-    session->Start([page = session->Page()] { SendMessageW(page, WM_COMMAND, IDC_PANE_RESET, 0); });
+    sheet->Start([page = sheet->Page()] { SendMessageW(page, WM_COMMAND, IDC_PANE_RESET, 0); });
     AnswerMessageBox("about the reset", IDOK);
-    session->Settle();
+    sheet->Settle();
     EXPECT_EQ(kDefaults, Shown());
-    EXPECT_TRUE(session->IsApplyEnabled());
+    EXPECT_TRUE(sheet->IsApplyEnabled());
 }
 
 TEST_F(KorvenPanelResetTest, TakesTheInitialValuesThatTheServiceSent) {
-    service->SendData(session->Page(), kSent.data(), sizeof kSent);
+    service->SendData(sheet->Page(), kSent.data(), sizeof kSent);
     EXPECT_EQ(20, Chosen(IDC_PANE_RIGHT)) << "the values show before they are asked for";
-    EXPECT_FALSE(session->IsApplyEnabled());
+    EXPECT_FALSE(sheet->IsApplyEnabled());
     Reset(IDOK);
     EXPECT_EQ(kSent, Shown());
 }
@@ -124,15 +124,15 @@ TEST_F(KorvenPanelResetTest, TakesTheInitialValuesThatTheServiceSent) {
 TEST_F(KorvenPanelResetTest, LastRecordOfTheServiceCounts) {
     InitialRecord last = kSent;
     last[1] = 7;
-    service->SendData(session->Page(), kSent.data(), sizeof kSent);
-    service->SendData(session->Page(), last.data(), sizeof last);
+    service->SendData(sheet->Page(), kSent.data(), sizeof kSent);
+    service->SendData(sheet->Page(), last.data(), sizeof last);
     Reset(IDOK);
     EXPECT_EQ(last, Shown());
 }
 
 TEST_F(KorvenPanelResetTest, ShortRecordIsIgnored) {
-    for (const DWORD size : {0UL, 1UL, 4UL, 40UL, 43UL}) service->SendData(session->Page(), kSent.data(), size);
-    service->SendData(session->Page(), nullptr, 0);
+    for (const DWORD size : {0UL, 1UL, 4UL, 40UL, 43UL}) service->SendData(sheet->Page(), kSent.data(), size);
+    service->SendData(sheet->Page(), nullptr, 0);
     Reset(IDOK);
     EXPECT_EQ(kDefaults, Shown());
 }
@@ -141,15 +141,15 @@ TEST_F(KorvenPanelResetTest, RestOfALongRecordIsIgnored) {
     std::array<std::int32_t, 300> longer{};
     longer.fill(3);
     std::copy(kSent.begin(), kSent.end(), longer.begin());
-    service->SendData(session->Page(), longer.data(), sizeof longer);
+    service->SendData(sheet->Page(), longer.data(), sizeof longer);
     Reset(IDOK);
     EXPECT_EQ(kSent, Shown());
 }
 
 TEST_F(KorvenPanelResetTest, RecordOfAnotherSenderIsIgnored) {
     COPYDATASTRUCT data{0, sizeof kSent, const_cast<std::int32_t*>(kSent.data())};
-    for (const HWND sender : {HWND{nullptr}, session->Sheet(), session->Page(), GetDesktopWindow()}) {
-        SendMessageW(session->Page(), WM_COPYDATA, reinterpret_cast<WPARAM>(sender), reinterpret_cast<LPARAM>(&data));
+    for (const HWND sender : {HWND{nullptr}, sheet->Sheet(), sheet->Page(), GetDesktopWindow()}) {
+        SendMessageW(sheet->Page(), WM_COPYDATA, reinterpret_cast<WPARAM>(sender), reinterpret_cast<LPARAM>(&data));
     }
     Reset(IDOK);
     EXPECT_EQ(kDefaults, Shown());
@@ -158,7 +158,7 @@ TEST_F(KorvenPanelResetTest, RecordOfAnotherSenderIsIgnored) {
 TEST_F(KorvenPanelResetTest, RecordIsIgnoredWhenNoServiceRuns) {
     service.reset();
     COPYDATASTRUCT data{0, sizeof kSent, const_cast<std::int32_t*>(kSent.data())};
-    SendMessageW(session->Page(), WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&data));
+    SendMessageW(sheet->Page(), WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&data));
     Reset(IDOK);
     EXPECT_EQ(kDefaults, Shown());
 }
@@ -168,7 +168,7 @@ TEST_F(KorvenPanelResetTest, SentValuesOutOfRangeSelectNothing) {
     sent[1] = 55;
     sent[2] = -5;
     sent[10] = -2;
-    service->SendData(session->Page(), sent.data(), sizeof sent);
+    service->SendData(sheet->Page(), sent.data(), sizeof sent);
     Reset(IDOK);
     EXPECT_EQ(std::nullopt, Chosen(IDC_PANE_RIGHT));
     EXPECT_EQ(std::nullopt, Chosen(IDC_PANE_CENTER));
@@ -177,10 +177,10 @@ TEST_F(KorvenPanelResetTest, SentValuesOutOfRangeSelectNothing) {
 }
 
 TEST_F(KorvenPanelResetTest, LeavesTheKeysOfTheProfileAlone) {
-    EXPECT_EQ(L"Arbitrary key[Left Ctrl+A]", SelectedText(session->PaneControl(IDC_PANE_BUTTON4)));
+    EXPECT_EQ(L"Arbitrary key[Left Ctrl+A]", SelectedText(sheet->PaneControl(IDC_PANE_BUTTON4)));
     Reset(IDOK);
-    const std::vector<ComboEntry> entries = EntriesOf(session->PaneControl(IDC_PANE_BUTTON4));
-    const auto index = static_cast<std::size_t>(IndexOfData(session->PaneControl(IDC_PANE_BUTTON4), 37));
+    const std::vector<ComboEntry> entries = EntriesOf(sheet->PaneControl(IDC_PANE_BUTTON4));
+    const auto index = static_cast<std::size_t>(IndexOfData(sheet->PaneControl(IDC_PANE_BUTTON4), 37));
     EXPECT_EQ(L"Arbitrary key", entries[index].text);
     ApplySuccessfully();
     EXPECT_EQ("Left Ctrl+A", SavedElement("button4_etcKey"));

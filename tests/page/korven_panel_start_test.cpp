@@ -17,17 +17,17 @@ class KorvenPanelStartTest : public PageTest {
 protected:
     std::vector<std::wstring> ProfileNames() const {
         std::vector<std::wstring> names;
-        for (const ComboEntry& entry : EntriesOf(session->PageControl(IDC_PAGE_PROFILE))) names.push_back(entry.text);
+        for (const ComboEntry& entry : EntriesOf(sheet->PageControl(IDC_PAGE_PROFILE))) names.push_back(entry.text);
         return names;
     }
     int SelectedProfile() const {
-        return static_cast<int>(SendMessageW(session->PageControl(IDC_PAGE_PROFILE), CB_GETCURSEL, 0, 0));
+        return static_cast<int>(SendMessageW(sheet->PageControl(IDC_PAGE_PROFILE), CB_GETCURSEL, 0, 0));
     }
     MessageBoxSeen OpenPast(const std::string& box) {
         Start();
         MessageBoxSeen seen = AnswerMessageBox(box, IDOK);
-        session->AwaitOpen();
-        EXPECT_TRUE(session->IsQuiet());
+        sheet->AwaitOpen();
+        EXPECT_TRUE(sheet->IsQuiet());
         return seen;
     }
     void ExpectNoButtons() const {
@@ -60,7 +60,7 @@ TEST_F(KorvenPanelStartTest, FirstOpeningLeavesADefaultProfileOnDisk) {
     EXPECT_EQ("0", ElementIn(saved, -1, "select_profile"));
     EXPECT_EQ(std::vector<std::wstring>{L"Default"}, ProfileNames());
     EXPECT_EQ(0, SelectedProfile());
-    EXPECT_TRUE(session->IsQuiet());
+    EXPECT_TRUE(sheet->IsQuiet());
 }
 
 TEST_F(KorvenPanelStartTest, FirstOpeningWritesTheElevenNumbersInTheirOrder) {
@@ -138,10 +138,10 @@ TEST_F(KorvenPanelStartTest, MissingDeviceValueMeansAMouseWithoutButtons) {
         const CountedSleeps sleeps(module.Handle());
         PublishMouse(mouse);
         RemovePublished(value);
-        session.emplace(module);
+        sheet.emplace(module);
         ExpectWarning(AnswerMessageBox("Failed to obtain mouse settings.", IDOK), L"Failed to obtain mouse settings.");
-        session->AwaitOpen();
-        EXPECT_TRUE(session->IsQuiet());
+        sheet->AwaitOpen();
+        EXPECT_TRUE(sheet->IsQuiet());
         EXPECT_EQ(std::vector<DWORD>(10, 50), sleeps.pauses);
         ExpectNoButtons();
         Close();
@@ -155,8 +155,8 @@ TEST_F(KorvenPanelStartTest, DeviceValueThatComesLateIsRead) {
     const ReplacedImport<"Sleep", decltype(Sleep)> sleep(module.Handle(), [&](DWORD) {
         if (++pauses == 9) SetPublishedNumber(L"VID", mouse.vid);
     });
-    session.emplace(module).AwaitOpen();
-    EXPECT_TRUE(session->IsQuiet());
+    sheet.emplace(module).AwaitOpen();
+    EXPECT_TRUE(sheet->IsQuiet());
     EXPECT_EQ(9, pauses);
     EXPECT_TRUE(FileExists(ProfilePath()));
 }
@@ -179,7 +179,7 @@ TEST_F(KorvenPanelStartTest, ExtremeCapabilitiesAreAccepted) {
     for (const DWORD buttons : {0UL, 7UL}) {
         mouse.buttonCount = buttons;
         Open();
-        EXPECT_TRUE(session->IsQuiet());
+        EXPECT_TRUE(sheet->IsQuiet());
         EXPECT_EQ(buttons == 7, IsEnabled(IDC_PANE_LEFT));
         Close();
     }
@@ -238,7 +238,7 @@ TEST_F(KorvenPanelStartTest, MachineWideFunctionOfTheWheelButtonIsTheDefault) {
     Choose(IDC_PANE_CENTER, 20);
     Click(IDC_PANE_RESET);
     AnswerMessageBox("about the reset", IDOK);
-    session->Settle();
+    sheet->Settle();
     EXPECT_EQ(12, Chosen(IDC_PANE_CENTER));
 }
 
@@ -257,7 +257,7 @@ TEST_F(KorvenPanelStartTest, UnsetOrMistypedMachineWideFunctionIsIgnored) {
 
 TEST_F(KorvenPanelStartTest, TabsAreTitledAndThePanesLieInsideThem) {
     Open();
-    const HWND tab = session->PageControl(IDC_PAGE_TAB);
+    const HWND tab = sheet->PageControl(IDC_PAGE_TAB);
     EXPECT_EQ(2, SendMessageW(tab, TCM_GETITEMCOUNT, 0, 0));
     const wchar_t* expected[] = {L"Allocate button function", L"Allocate gesture function"};
     for (int i = 0; i < 2; ++i) {
@@ -273,11 +273,11 @@ TEST_F(KorvenPanelStartTest, TabsAreTitledAndThePanesLieInsideThem) {
     GetClientRect(tab, &area);
     SendMessageW(tab, TCM_ADJUSTRECT, FALSE, reinterpret_cast<LPARAM>(&area));
     MapWindowPoints(tab, nullptr, reinterpret_cast<POINT*>(&area), 2);
-    for (const HWND pane : {session->ButtonPane(), session->GesturePane()}) {
+    for (const HWND pane : {sheet->ButtonPane(), sheet->GesturePane()}) {
         RECT place{};
         GetWindowRect(pane, &place);
         EXPECT_TRUE(EqualRect(&area, &place));
-        EXPECT_EQ(session->Page(), GetParent(pane));
+        EXPECT_EQ(sheet->Page(), GetParent(pane));
     }
 }
 

@@ -61,7 +61,7 @@ protected:
     // The colour in the middle of the shown bitmap; CLR_INVALID when there is none.
     COLORREF ShownColour() const {
         COLORREF colour = CLR_INVALID;
-        session->Run([&, control = session->PaneControl(IDC_PANE_PICTURE)] {
+        sheet->Run([&, control = sheet->PaneControl(IDC_PANE_PICTURE)] {
             const auto bitmap = reinterpret_cast<HBITMAP>(SendMessageW(control, STM_GETIMAGE, IMAGE_BITMAP, 0));
             BITMAP info{};
             if (bitmap == nullptr || GetObjectW(bitmap, sizeof info, &info) == 0) return;
@@ -84,7 +84,7 @@ protected:
             });
         Open();
         // A chooser that is disabled cannot have the focus, but its picture belongs to the model all the same.
-        for (const int control : kSlotControls) SendMessageW(session->PaneControl(control), WM_SETFOCUS, 0, 0);
+        for (const int control : kSlotControls) SendMessageW(sheet->PaneControl(control), WM_SETFOCUS, 0, 0);
         Close();
         return files;
     }
@@ -129,24 +129,24 @@ TEST_F(MousePictureTest, FilesAreNamedAfterTheModelsPicture) {
 TEST_F(MousePictureTest, FocusMarksTheControlInThePicture) {
     WritePictures({0, 1, 2, 3, 4, 5, 6, 7});
     Open();
-    SetFocusTo(session->PageControl(IDC_PAGE_PROFILE));
+    SetFocusTo(sheet->PageControl(IDC_PAGE_PROFILE));
     EXPECT_EQ(ColourOf(0), ShownColour());
     for (int slot = 0; slot < 7; ++slot) {
-        SetFocusTo(session->PaneControl(kSlotControls[slot]));
+        SetFocusTo(sheet->PaneControl(kSlotControls[slot]));
         EXPECT_EQ(ColourOf(slot + 1), ShownColour()) << slot;
     }
-    SetFocusTo(session->PaneControl(IDC_PANE_HELP));
+    SetFocusTo(sheet->PaneControl(IDC_PANE_HELP));
     EXPECT_EQ(ColourOf(0), ShownColour());
 }
 
 TEST_F(MousePictureTest, FillsThePictureControl) {
     WritePictures({0});
     Open();
-    const HWND control = session->PaneControl(IDC_PANE_PICTURE);
+    const HWND control = sheet->PaneControl(IDC_PANE_PICTURE);
     RECT area{};
     GetClientRect(control, &area);
     BITMAP info{};
-    session->Run([&] {
+    sheet->Run([&] {
         const LRESULT bitmap = SendMessageW(control, STM_GETIMAGE, IMAGE_BITMAP, 0);
         GetObjectW(reinterpret_cast<HBITMAP>(bitmap), sizeof info, &info);
     });
@@ -158,23 +158,23 @@ TEST_F(MousePictureTest, FillsThePictureControl) {
 TEST_F(MousePictureTest, MissingPictureIsTheColourOfDialogs) {
     WritePictures({0, 2});
     Open();
-    SetFocusTo(session->PaneControl(IDC_PANE_LEFT));
+    SetFocusTo(sheet->PaneControl(IDC_PANE_LEFT));
     EXPECT_EQ(GetSysColor(COLOR_BTNFACE), ShownColour());
-    SetFocusTo(session->PaneControl(IDC_PANE_RIGHT));
+    SetFocusTo(sheet->PaneControl(IDC_PANE_RIGHT));
     EXPECT_EQ(ColourOf(2), ShownColour());
 }
 
 TEST_F(MousePictureTest, TransparentPartsShowTheColourOfDialogs) {
     WritePng(FileOf(0), Gdiplus::Color::MakeARGB(0, 255, 0, 0));
     Open();
-    SetFocusTo(session->PageControl(IDC_PAGE_PROFILE));
+    SetFocusTo(sheet->PageControl(IDC_PAGE_PROFILE));
     EXPECT_EQ(GetSysColor(COLOR_BTNFACE), ShownColour());
 }
 
 TEST_F(MousePictureTest, BrokenPictureIsTheColourOfDialogs) {
     WriteFileText(FileOf(0).wstring(), "no picture");
     Open();
-    SetFocusTo(session->PageControl(IDC_PAGE_PROFILE));
+    SetFocusTo(sheet->PageControl(IDC_PAGE_PROFILE));
     EXPECT_EQ(GetSysColor(COLOR_BTNFACE), ShownColour());
 }
 
@@ -188,9 +188,9 @@ TEST_F(MousePictureTest, EachFileIsLoadedOnce) {
     WritePictures({0, 1});
     Open();
     for (int round = 0; round < 3; ++round) {
-        SetFocusTo(session->PaneControl(IDC_PANE_LEFT));
-        SetFocusTo(session->PaneControl(IDC_PANE_RIGHT));
-        SetFocusTo(session->PageControl(IDC_PAGE_PROFILE));
+        SetFocusTo(sheet->PaneControl(IDC_PANE_LEFT));
+        SetFocusTo(sheet->PaneControl(IDC_PANE_RIGHT));
+        SetFocusTo(sheet->PageControl(IDC_PAGE_PROFILE));
     }
     EXPECT_EQ(FilesUpTo(2), files);
 }
@@ -202,7 +202,7 @@ TEST_F(MousePictureTest, UnknownServiceFolderShowsNoPictures) {
     WritePng(user.ApplicationData() + L"\\" + mouse.image + L".png", ToArgb(ColourOf(3)));
     SetCurrentDirectoryW(user.ApplicationData().c_str());
     Open();
-    SetFocusTo(session->PageControl(IDC_PAGE_PROFILE));
+    SetFocusTo(sheet->PageControl(IDC_PAGE_PROFILE));
     EXPECT_EQ(CLR_INVALID, ShownColour());
     SetCurrentDirectoryW(before);
 }
@@ -243,7 +243,7 @@ TEST_F(MousePictureTest, BitmapsAreDeletedWhenTheyAreReplacedAndAtTheEnd) {
         return DeleteObject(object);
     });
     Open();
-    for (const int control : kSlotControls) SetFocusTo(session->PaneControl(control));
+    for (const int control : kSlotControls) SetFocusTo(sheet->PaneControl(control));
     EXPECT_GE(made, 8);
     Close();
     EXPECT_EQ(made, deleted);

@@ -94,7 +94,7 @@ TEST_F(OsVersionTest, DecidesWhatTheChoosersOffer) {
         Open();
         for (DWORD slot = 0; slot < 7; ++slot) {
             SCOPED_TRACE(testing::Message() << "buttons " << buttons << ", slot " << slot);
-            EXPECT_EQ(ExpectedEntries(slot < buttons), EntriesOf(session->PaneControl(kSlotControls[slot])));
+            EXPECT_EQ(ExpectedEntries(slot < buttons), EntriesOf(sheet->PaneControl(kSlotControls[slot])));
         }
         Close();
     }

@@ -6,20 +6,20 @@ namespace kvn::test {
 
 using platform::ServiceMessage;
 
-PropertySheetSession& PageTest::Start(int extensions, int pagesOfEach) {
+OpenedSheet& PageTest::Start(int extensions, int pagesOfEach) {
     PublishMouse(mouse);
-    return session.emplace(module, extensions, pagesOfEach);
+    return sheet.emplace(module, extensions, pagesOfEach);
 }
 
-PropertySheetSession& PageTest::Open() {
+OpenedSheet& PageTest::Open() {
     Start().AwaitOpen();
-    return *session;
+    return *sheet;
 }
 
 void PageTest::Close() {
-    session->PressCancel();
-    session->AwaitClosed();
-    session.reset();
+    sheet->PressCancel();
+    sheet->AwaitClosed();
+    sheet.reset();
 }
 
 void PageTest::WriteProfiles(const std::vector<std::string>& profiles, int selected) const {
@@ -27,13 +27,13 @@ void PageTest::WriteProfiles(const std::vector<std::string>& profiles, int selec
 }
 
 void PageTest::SetFocusTo(HWND control) const {
-    session->Run([=] { SetFocus(control); });
+    sheet->Run([=] { SetFocus(control); });
 }
 
 void PageTest::Choose(int control, int data) const {
-    const HWND combo = session->PaneControl(control);
+    const HWND combo = sheet->PaneControl(control);
     SetFocusTo(combo);
-    session->Start([=] {
+    sheet->Start([=] {
         const HWND pane = GetParent(combo);
         const auto report = [=](WORD notification) {
             SendMessageW(pane, WM_COMMAND, MAKEWPARAM(control, notification), reinterpret_cast<LPARAM>(combo));
@@ -42,17 +42,17 @@ void PageTest::Choose(int control, int data) const {
         report(CBN_SELENDOK);
         report(CBN_SELCHANGE);
     });
-    session->Settle();
+    sheet->Settle();
 }
 
 void PageTest::Click(int paneControl) const {
-    PostMessageW(session->PaneControl(paneControl), BM_CLICK, 0, 0);
-    session->Settle();
+    PostMessageW(sheet->PaneControl(paneControl), BM_CLICK, 0, 0);
+    sheet->Settle();
 }
 
 void PageTest::MoveTrackbar(int control, int position) const {
-    const HWND trackbar = session->PaneControl(control);
-    session->Run([=] {
+    const HWND trackbar = sheet->PaneControl(control);
+    sheet->Run([=] {
         SendMessageW(trackbar, TBM_SETPOS, TRUE, position);
         SendMessageW(GetParent(trackbar), WM_HSCROLL, MAKEWPARAM(TB_THUMBTRACK, position),
                      reinterpret_cast<LPARAM>(trackbar));
@@ -60,8 +60,8 @@ void PageTest::MoveTrackbar(int control, int position) const {
 }
 
 void PageTest::ChooseProfile(int index) const {
-    const HWND combo = session->PageControl(IDC_PAGE_PROFILE);
-    session->Run([=] {
+    const HWND combo = sheet->PageControl(IDC_PAGE_PROFILE);
+    sheet->Run([=] {
         SendMessageW(combo, CB_SETCURSEL, static_cast<WPARAM>(index), 0);
         SendMessageW(GetParent(combo), WM_COMMAND, MAKEWPARAM(IDC_PAGE_PROFILE, CBN_SELCHANGE),
                      reinterpret_cast<LPARAM>(combo));
@@ -70,14 +70,14 @@ void PageTest::ChooseProfile(int index) const {
 
 void PageTest::ApplySuccessfully() {
     const std::size_t before = service->CountOf(ServiceMessage::SettingsChanged);
-    session->PressApply();
+    sheet->PressApply();
     Await("the service to hear of the apply",
           [&] { return service->CountOf(ServiceMessage::SettingsChanged) == before + 1; });
-    EXPECT_TRUE(session->IsQuiet());
+    EXPECT_TRUE(sheet->IsQuiet());
 }
 
 int PageTest::Position(int control) const {
-    return static_cast<int>(SendMessageW(session->PaneControl(control), TBM_GETPOS, 0, 0));
+    return static_cast<int>(SendMessageW(sheet->PaneControl(control), TBM_GETPOS, 0, 0));
 }
 
 void ExpectWarning(const MessageBoxSeen& seen, const std::wstring& text) {

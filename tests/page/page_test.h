@@ -14,7 +14,7 @@
 #include "tests/support/module_under_test.h"
 #include "tests/support/mouse_on_registry.h"
 #include "tests/support/profile_text.h"
-#include "tests/support/property_sheet_session.h"
+#include "tests/support/opened_sheet.h"
 #include "tests/support/real_input.h"
 #include "tests/support/replaced_import.h"
 #include "tests/support/sandboxed_user.h"
@@ -29,11 +29,11 @@ inline constexpr wchar_t kCaption[] = L"KORVEN mouse settings tool";
 
 class PageTest : public testing::Test {
 protected:
-    void TearDown() override { session.reset(); }
+    void TearDown() override { sheet.reset(); }
 
     // Publishes the mouse and opens the sheet; Open waits until it is there, Start does not.
-    PropertySheetSession& Start(int extensions = 1, int pagesOfEach = 1);
-    PropertySheetSession& Open();
+    OpenedSheet& Start(int extensions = 1, int pagesOfEach = 1);
+    OpenedSheet& Open();
     // Cancels the sheet and waits for its end.
     void Close();
 
@@ -56,15 +56,15 @@ protected:
     // Presses Apply and waits for the service to hear of it.
     void ApplySuccessfully();
 
-    std::optional<int> Chosen(int control) const { return SelectedData(session->PaneControl(control)); }
+    std::optional<int> Chosen(int control) const { return SelectedData(sheet->PaneControl(control)); }
     int Position(int control) const;
-    bool IsEnabled(int control) const { return IsWindowEnabled(session->PaneControl(control)) != FALSE; }
+    bool IsEnabled(int control) const { return IsWindowEnabled(sheet->PaneControl(control)) != FALSE; }
 
     SandboxedUser user;
     PublishedMouse mouse;
     std::optional<FakeService> service{std::in_place};
     ModuleUnderTest module;
-    std::optional<PropertySheetSession> session;
+    std::optional<OpenedSheet> sheet;
 };
 
 // Expects a box with the module's caption, an OK button and the exclamation icon.

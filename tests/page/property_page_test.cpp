@@ -16,7 +16,7 @@ protected:
     // What the page's dialog procedure itself answers.
     INT_PTR AskProcedure(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
         INT_PTR answer = -1;
-        session->Run([&, page = session->Page()] {
+        sheet->Run([&, page = sheet->Page()] {
             const auto procedure = reinterpret_cast<DLGPROC>(GetWindowLongPtrW(page, DWLP_DLGPROC));
             answer = procedure(page, message, wParam, lParam);
         });
@@ -24,18 +24,18 @@ protected:
     }
 
     INT_PTR AskNotify(UINT code) const {
-        NMHDR header{session->Sheet(), 0, code};
+        NMHDR header{sheet->Sheet(), 0, code};
         return AskProcedure(WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&header));
     }
 
     void ReportFromPane(int control, WORD notification) const {
-        SendMessageW(session->ButtonPane(), WM_COMMAND, MAKEWPARAM(control, notification),
-                     reinterpret_cast<LPARAM>(session->PaneControl(control)));
+        SendMessageW(sheet->ButtonPane(), WM_COMMAND, MAKEWPARAM(control, notification),
+                     reinterpret_cast<LPARAM>(sheet->PaneControl(control)));
     }
 
     void SelectTab(int index) const {
-        const HWND tab = session->PageControl(IDC_PAGE_TAB);
-        session->Run([=] { SendMessageW(tab, TCM_SETCURSEL, static_cast<WPARAM>(index), 0); });
+        const HWND tab = sheet->PageControl(IDC_PAGE_TAB);
+        sheet->Run([=] { SendMessageW(tab, TCM_SETCURSEL, static_cast<WPARAM>(index), 0); });
         AskNotify(TCN_SELCHANGE);
     }
 
@@ -44,7 +44,7 @@ protected:
 
 TEST_F(PropertyPageTest, IsTitledAfterTheMouse) {
     Open();
-    const HWND tab = reinterpret_cast<HWND>(SendMessageW(session->Sheet(), PSM_GETTABCONTROL, 0, 0));
+    const HWND tab = reinterpret_cast<HWND>(SendMessageW(sheet->Sheet(), PSM_GETTABCONTROL, 0, 0));
     wchar_t title[64]{};
     TCITEMW item{};
     item.mask = TCIF_TEXT;
@@ -56,7 +56,7 @@ TEST_F(PropertyPageTest, IsTitledAfterTheMouse) {
 
 TEST_F(PropertyPageTest, KeepsTheSheetsDescriptionInItsUserData) {
     Open();
-    const auto* described = reinterpret_cast<const PROPSHEETPAGEW*>(GetWindowLongPtrW(session->Page(), DWLP_USER));
+    const auto* described = reinterpret_cast<const PROPSHEETPAGEW*>(GetWindowLongPtrW(sheet->Page(), DWLP_USER));
     ASSERT_NE(nullptr, described);
     EXPECT_EQ(88U, described->dwSize);
     EXPECT_EQ(module.Handle(), described->hInstance);
@@ -85,23 +85,23 @@ TEST_F(PropertyPageTest, FailedApplyAnswersNoChangePage) {
         module.Handle(), [](HKEY, LPCWSTR, DWORD, DWORD, const BYTE*, DWORD) { return ERROR_ACCESS_DENIED; });
     Choose(IDC_PANE_RIGHT, 5);
     INT_PTR answer = -1;
-    session->Start([&, page = session->Page()] {
+    sheet->Start([&, page = sheet->Page()] {
         SetWindowLongPtrW(page, DWLP_MSGRESULT, 0);
         NMHDR header{GetParent(page), 0, PSN_APPLY};
         const auto procedure = reinterpret_cast<DLGPROC>(GetWindowLongPtrW(page, DWLP_DLGPROC));
         answer = procedure(page, WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&header));
     });
     AnswerMessageBox("Settings failed.", IDOK);
-    session->Settle();
+    sheet->Settle();
     EXPECT_EQ(TRUE, answer);
-    EXPECT_EQ(PSNRET_INVALID_NOCHANGEPAGE, GetWindowLongPtrW(session->Page(), DWLP_MSGRESULT));
+    EXPECT_EQ(PSNRET_INVALID_NOCHANGEPAGE, GetWindowLongPtrW(sheet->Page(), DWLP_MSGRESULT));
 }
 
 TEST_F(PropertyPageTest, OnlyTheWarningTextIsRedAndTransparent) {
     Open();
     const HDC context = GetDC(nullptr);
     SetBkMode(context, OPAQUE);
-    const HWND ordinary = session->PaneControl(IDC_PANE_HORIZONTAL_SLOW);
+    const HWND ordinary = sheet->PaneControl(IDC_PANE_HORIZONTAL_SLOW);
     const auto paint = [&](HWND control) {
         return AskProcedure(WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(context), reinterpret_cast<LPARAM>(control));
     };
@@ -109,7 +109,7 @@ TEST_F(PropertyPageTest, OnlyTheWarningTextIsRedAndTransparent) {
     EXPECT_EQ(OPAQUE, GetBkMode(context));
     EXPECT_EQ(RGB(0, 0, 0), GetTextColor(context));
 
-    const HWND warning = session->PaneControl(IDC_PAGE_WARNING_TEXT);
+    const HWND warning = sheet->PaneControl(IDC_PAGE_WARNING_TEXT);
     EXPECT_EQ(reinterpret_cast<INT_PTR>(GetStockObject(NULL_BRUSH)), paint(warning));
     EXPECT_EQ(TRANSPARENT, GetBkMode(context));
     EXPECT_EQ(RGB(255, 0, 0), GetTextColor(context));
@@ -118,22 +118,22 @@ TEST_F(PropertyPageTest, OnlyTheWarningTextIsRedAndTransparent) {
 
 TEST_F(PropertyPageTest, TabsSwitchThePanes) {
     Open();
-    EXPECT_TRUE(IsShown(session->ButtonPane()));
-    EXPECT_FALSE(IsShown(session->GesturePane()));
+    EXPECT_TRUE(IsShown(sheet->ButtonPane()));
+    EXPECT_FALSE(IsShown(sheet->GesturePane()));
     SelectTab(1);
-    EXPECT_FALSE(IsShown(session->ButtonPane()));
-    EXPECT_TRUE(IsShown(session->GesturePane()));
+    EXPECT_FALSE(IsShown(sheet->ButtonPane()));
+    EXPECT_TRUE(IsShown(sheet->GesturePane()));
     SelectTab(0);
-    EXPECT_TRUE(IsShown(session->ButtonPane()));
-    EXPECT_FALSE(IsShown(session->GesturePane()));
+    EXPECT_TRUE(IsShown(sheet->ButtonPane()));
+    EXPECT_FALSE(IsShown(sheet->GesturePane()));
 }
 
 TEST_F(PropertyPageTest, NoSelectedTabLeavesThePanesAlone) {
     Open();
     SelectTab(1);
     SelectTab(-1);
-    EXPECT_FALSE(IsShown(session->ButtonPane()));
-    EXPECT_TRUE(IsShown(session->GesturePane()));
+    EXPECT_FALSE(IsShown(sheet->ButtonPane()));
+    EXPECT_TRUE(IsShown(sheet->GesturePane()));
 }
 
 TEST_F(PropertyPageTest, AnotherTabLeavesThePanesAlone) {
@@ -142,16 +142,16 @@ TEST_F(PropertyPageTest, AnotherTabLeavesThePanesAlone) {
     TCITEMW item{};
     item.mask = TCIF_TEXT;
     item.pszText = title;
-    const HWND tab = session->PageControl(IDC_PAGE_TAB);
-    session->Run([&] { SendMessageW(tab, TCM_INSERTITEMW, 2, reinterpret_cast<LPARAM>(&item)); });
+    const HWND tab = sheet->PageControl(IDC_PAGE_TAB);
+    sheet->Run([&] { SendMessageW(tab, TCM_INSERTITEMW, 2, reinterpret_cast<LPARAM>(&item)); });
     SelectTab(2);
-    EXPECT_TRUE(IsShown(session->ButtonPane()));
-    EXPECT_FALSE(IsShown(session->GesturePane()));
+    EXPECT_TRUE(IsShown(sheet->ButtonPane()));
+    EXPECT_FALSE(IsShown(sheet->GesturePane()));
 }
 
 TEST_F(PropertyPageTest, ApplyIsDisabledUntilSomethingChanges) {
     Open();
-    EXPECT_FALSE(session->IsApplyEnabled());
+    EXPECT_FALSE(sheet->IsApplyEnabled());
 }
 
 TEST_F(PropertyPageTest, ComboNotificationsMarkAChangeExceptFocusAndAbandonedLists) {
@@ -160,90 +160,90 @@ TEST_F(PropertyPageTest, ComboNotificationsMarkAChangeExceptFocusAndAbandonedLis
         // CBN_SETFOCUS, CBN_KILLFOCUS, CBN_SELENDCANCEL and numbers beyond.
         for (const WORD quiet : {WORD{3}, WORD{4}, WORD{10}, WORD{11}, WORD{0x7FFF}}) {
             ReportFromPane(control, quiet);
-            EXPECT_FALSE(session->IsApplyEnabled()) << control << " " << quiet;
+            EXPECT_FALSE(sheet->IsApplyEnabled()) << control << " " << quiet;
         }
         for (const WORD changing : {WORD{1}, WORD{2}, WORD{5}, WORD{6}, WORD{7}, WORD{8}, WORD{9}}) {
             ReportFromPane(control, changing);
-            EXPECT_TRUE(session->IsApplyEnabled()) << control << " " << changing;
-            SendMessageW(session->Sheet(), PSM_UNCHANGED, reinterpret_cast<WPARAM>(session->Page()), 0);
-            ASSERT_FALSE(session->IsApplyEnabled());
+            EXPECT_TRUE(sheet->IsApplyEnabled()) << control << " " << changing;
+            SendMessageW(sheet->Sheet(), PSM_UNCHANGED, reinterpret_cast<WPARAM>(sheet->Page()), 0);
+            ASSERT_FALSE(sheet->IsApplyEnabled());
         }
     }
 }
 
 TEST_F(PropertyPageTest, ProfileComboFollowsTheSameRule) {
     Open();
-    const HWND combo = session->PageControl(IDC_PAGE_PROFILE);
+    const HWND combo = sheet->PageControl(IDC_PAGE_PROFILE);
     const auto report = [&](WORD notification) {
-        SendMessageW(session->Page(), WM_COMMAND, MAKEWPARAM(IDC_PAGE_PROFILE, notification),
+        SendMessageW(sheet->Page(), WM_COMMAND, MAKEWPARAM(IDC_PAGE_PROFILE, notification),
                      reinterpret_cast<LPARAM>(combo));
     };
     for (const WORD quiet : {WORD{CBN_SETFOCUS}, WORD{CBN_KILLFOCUS}, WORD{CBN_SELENDCANCEL}}) report(quiet);
-    EXPECT_FALSE(session->IsApplyEnabled());
+    EXPECT_FALSE(sheet->IsApplyEnabled());
     report(CBN_SELCHANGE);
-    EXPECT_TRUE(session->IsApplyEnabled());
+    EXPECT_TRUE(sheet->IsApplyEnabled());
 }
 
 TEST_F(PropertyPageTest, EveryTrackbarMarksAChange) {
     Open();
     for (const int control : {IDC_PANE_HORIZONTAL_SPEED, IDC_PANE_FLYING_SPEED, IDC_PANE_REVOLUTION_SPEED}) {
         MoveTrackbar(control, 7);
-        EXPECT_TRUE(session->IsApplyEnabled()) << control;
-        SendMessageW(session->Sheet(), PSM_UNCHANGED, reinterpret_cast<WPARAM>(session->Page()), 0);
+        EXPECT_TRUE(sheet->IsApplyEnabled()) << control;
+        SendMessageW(sheet->Sheet(), PSM_UNCHANGED, reinterpret_cast<WPARAM>(sheet->Page()), 0);
     }
 }
 
 TEST_F(PropertyPageTest, HelpMarksNoChange) {
     Open();
     Click(IDC_PANE_HELP);
-    EXPECT_TRUE(session->IsQuiet());
-    EXPECT_FALSE(session->IsApplyEnabled());
-    SendMessageW(session->Page(), WM_COMMAND, IDC_PANE_HELP, 0);
-    EXPECT_FALSE(session->IsApplyEnabled());
+    EXPECT_TRUE(sheet->IsQuiet());
+    EXPECT_FALSE(sheet->IsApplyEnabled());
+    SendMessageW(sheet->Page(), WM_COMMAND, IDC_PANE_HELP, 0);
+    EXPECT_FALSE(sheet->IsApplyEnabled());
 }
 
 TEST_F(PropertyPageTest, CommandsOfOtherControlsMarkAChange) {
     Open();
-    SendMessageW(session->Page(), WM_COMMAND, 4711, 0);
-    EXPECT_TRUE(session->IsApplyEnabled());
+    SendMessageW(sheet->Page(), WM_COMMAND, 4711, 0);
+    EXPECT_TRUE(sheet->IsApplyEnabled());
 }
 
 TEST_F(PropertyPageTest, ScrollsOfThePageItselfMarkAChange) {
     Open();
-    SendMessageW(session->Page(), WM_HSCROLL, 0, reinterpret_cast<LPARAM>(session->PaneControl(IDC_PANE_HELP)));
-    EXPECT_FALSE(session->IsApplyEnabled());
-    SendMessageW(session->Page(), WM_HSCROLL, 0, reinterpret_cast<LPARAM>(session->PaneControl(IDC_PANE_FLYING_SPEED)));
-    EXPECT_TRUE(session->IsApplyEnabled());
+    SendMessageW(sheet->Page(), WM_HSCROLL, 0, reinterpret_cast<LPARAM>(sheet->PaneControl(IDC_PANE_HELP)));
+    EXPECT_FALSE(sheet->IsApplyEnabled());
+    SendMessageW(sheet->Page(), WM_HSCROLL, 0, reinterpret_cast<LPARAM>(sheet->PaneControl(IDC_PANE_FLYING_SPEED)));
+    EXPECT_TRUE(sheet->IsApplyEnabled());
 }
 
 TEST_F(PropertyPageTest, TwoExtensionsGiveTwoPagesThatLiveTheirOwnLives) {
     Start(2).AwaitOpen();
-    EXPECT_EQ(2U, session->PageCount());
-    SendMessageW(session->Sheet(), PSM_SETCURSEL, 1, 0);
-    session->Settle();
-    ASSERT_NE(nullptr, session->Page(1));
-    EXPECT_NE(session->Page(0), session->Page(1));
-    ASSERT_NE(nullptr, session->ButtonPane(1));
-    EXPECT_EQ(DataOf(GetDlgItem(session->ButtonPane(0), IDC_PANE_LEFT)),
-              DataOf(GetDlgItem(session->ButtonPane(1), IDC_PANE_LEFT)));
+    EXPECT_EQ(2U, sheet->PageCount());
+    SendMessageW(sheet->Sheet(), PSM_SETCURSEL, 1, 0);
+    sheet->Settle();
+    ASSERT_NE(nullptr, sheet->Page(1));
+    EXPECT_NE(sheet->Page(0), sheet->Page(1));
+    ASSERT_NE(nullptr, sheet->ButtonPane(1));
+    EXPECT_EQ(DataOf(GetDlgItem(sheet->ButtonPane(0), IDC_PANE_LEFT)),
+              DataOf(GetDlgItem(sheet->ButtonPane(1), IDC_PANE_LEFT)));
 
-    SendMessageW(session->Sheet(), PSM_SETCURSEL, 0, 0);
+    SendMessageW(sheet->Sheet(), PSM_SETCURSEL, 0, 0);
     Choose(IDC_PANE_RIGHT, 12);
-    EXPECT_EQ(2, SelectedData(GetDlgItem(session->ButtonPane(1), IDC_PANE_RIGHT)));
+    EXPECT_EQ(2, SelectedData(GetDlgItem(sheet->ButtonPane(1), IDC_PANE_RIGHT)));
     Close();
     EXPECT_EQ(S_OK, module.CanUnloadNow());
 }
 
 TEST_F(PropertyPageTest, AnExtensionThatIsAskedTwiceGivesTwoWorkingPages) {
     Start(1, 2).AwaitOpen();
-    EXPECT_EQ((std::vector<HRESULT>{S_OK, S_OK}), session->AddPagesResults());
-    EXPECT_EQ(2U, session->PageCount());
-    SendMessageW(session->Sheet(), PSM_SETCURSEL, 1, 0);
-    session->Settle();
-    ASSERT_NE(nullptr, session->ButtonPane(1));
-    EXPECT_EQ(1, SelectedData(GetDlgItem(session->ButtonPane(1), IDC_PANE_LEFT)));
-    session->PressOk();
-    EXPECT_EQ(1, session->AwaitClosed());
+    EXPECT_EQ((std::vector<HRESULT>{S_OK, S_OK}), sheet->AddPagesResults());
+    EXPECT_EQ(2U, sheet->PageCount());
+    SendMessageW(sheet->Sheet(), PSM_SETCURSEL, 1, 0);
+    sheet->Settle();
+    ASSERT_NE(nullptr, sheet->ButtonPane(1));
+    EXPECT_EQ(1, SelectedData(GetDlgItem(sheet->ButtonPane(1), IDC_PANE_LEFT)));
+    sheet->PressOk();
+    EXPECT_EQ(1, sheet->AwaitClosed());
     EXPECT_TRUE(ComesTrue([&] { return service->CountOf(ServiceMessage::SettingsChanged) == 2; }));
     EXPECT_EQ(S_OK, module.CanUnloadNow());
 }
@@ -251,7 +251,7 @@ TEST_F(PropertyPageTest, AnExtensionThatIsAskedTwiceGivesTwoWorkingPages) {
 TEST_F(PropertyPageTest, AnInstanceThatIsMadeLaterLeavesTheOpenPageAlone) {
     Open();
     Choose(IDC_PANE_RIGHT, 12);
-    session->Run([&] {
+    sheet->Run([&] {
         void* object = nullptr;
         const ComPointer<IClassFactory> factory = module.Factory();
         ASSERT_EQ(S_OK, factory->CreateInstance(nullptr, IID_IUnknown, &object));
@@ -267,15 +267,15 @@ TEST_F(PropertyPageTest, AnInstanceThatIsMadeLaterLeavesTheOpenPageAlone) {
 TEST_F(PropertyPageTest, OkAppliesAndClosesAndCancelOnlyCloses) {
     Open();
     Choose(IDC_PANE_RIGHT, 12);
-    session->PressOk();
-    EXPECT_EQ(1, session->AwaitClosed());
+    sheet->PressOk();
+    EXPECT_EQ(1, sheet->AwaitClosed());
     EXPECT_EQ("12", SavedElement("rbutton"));
     EXPECT_TRUE(ComesTrue([&] { return service->CountOf(ServiceMessage::SettingsChanged) == 1; }));
 
     Open();
     Choose(IDC_PANE_RIGHT, 13);
-    session->PressCancel();
-    EXPECT_EQ(0, session->AwaitClosed());
+    sheet->PressCancel();
+    EXPECT_EQ(0, sheet->AwaitClosed());
     EXPECT_EQ("12", SavedElement("rbutton"));
     EXPECT_EQ(1U, service->CountOf(ServiceMessage::SettingsChanged));
 }

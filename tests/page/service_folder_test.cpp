@@ -42,7 +42,7 @@ protected:
         opened.clear();
         Open();
         Click(IDC_PANE_HELP);
-        EXPECT_TRUE(session->IsQuiet());
+        EXPECT_TRUE(sheet->IsQuiet());
         Close();
         std::vector<std::wstring> files;
         for (const OpenedDocument& document : opened) files.push_back(document.file);
@@ -60,8 +60,8 @@ TEST_F(ServiceFolderTest, HelpOpensThePageBesideTheService) {
     EXPECT_FALSE(opened[0].hasParameters);
     EXPECT_FALSE(opened[0].hasFolder);
     EXPECT_EQ(SW_SHOWNORMAL, opened[0].show);
-    EXPECT_TRUE(session->IsQuiet());
-    EXPECT_FALSE(session->IsApplyEnabled());
+    EXPECT_TRUE(sheet->IsQuiet());
+    EXPECT_FALSE(sheet->IsApplyEnabled());
 }
 
 TEST_F(ServiceFolderTest, HelpThatCannotBeOpenedIsReportedOnce) {
@@ -70,8 +70,8 @@ TEST_F(ServiceFolderTest, HelpThatCannotBeOpenedIsReportedOnce) {
         Open();
         Click(IDC_PANE_HELP);
         ExpectWarning(AnswerMessageBox("about the help file", IDOK), L"The help file could not be opened.");
-        EXPECT_TRUE(session->IsQuiet());
-        EXPECT_FALSE(session->IsApplyEnabled());
+        EXPECT_TRUE(sheet->IsQuiet());
+        EXPECT_FALSE(sheet->IsApplyEnabled());
         Close();
     }
     EXPECT_EQ(4U, opened.size());
@@ -126,7 +126,7 @@ TEST_F(PageTest, HelpIsInertWhenTheServicesPathIsNotItsOwn) {
         });
     Open();
     Click(IDC_PANE_HELP);
-    EXPECT_TRUE(session->IsQuiet());
+    EXPECT_TRUE(sheet->IsQuiet());
     EXPECT_FALSE(opened);
 }
 

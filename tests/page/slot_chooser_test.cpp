@@ -10,7 +10,7 @@ namespace {
 
 class SlotChooserTest : public PageTest {
 protected:
-    bool Offers(int control, int code) const { return IndexOfData(session->PaneControl(control), code) >= 0; }
+    bool Offers(int control, int code) const { return IndexOfData(sheet->PaneControl(control), code) >= 0; }
 };
 
 TEST_F(SlotChooserTest, OnlyControlsOfTheMouseOfferGestureAndShift) {
@@ -35,37 +35,37 @@ TEST_F(SlotChooserTest, NeverOffersTheCodesWithoutARow) {
 TEST_F(SlotChooserTest, AllSevenOfferTheSameOnAMouseWithSevenButtons) {
     mouse.buttonCount = 7;
     Open();
-    const std::vector<ComboEntry> first = EntriesOf(session->PaneControl(IDC_PANE_LEFT));
+    const std::vector<ComboEntry> first = EntriesOf(sheet->PaneControl(IDC_PANE_LEFT));
     EXPECT_EQ((ComboEntry{L"Left click", 1}), first.front());
     EXPECT_EQ((ComboEntry{L"Off", 38}), first.back());
-    for (const int control : kSlotControls) EXPECT_TRUE(first == EntriesOf(session->PaneControl(control))) << control;
+    for (const int control : kSlotControls) EXPECT_TRUE(first == EntriesOf(sheet->PaneControl(control))) << control;
 }
 
 TEST_F(SlotChooserTest, ArrowKeysChooseAndConfirm) {
     Open();
-    BringToFront(session->Sheet());
-    SetFocusTo(session->PaneControl(IDC_PANE_RIGHT));
+    BringToFront(sheet->Sheet());
+    SetFocusTo(sheet->PaneControl(IDC_PANE_RIGHT));
     PressKey(VK_DOWN);
     EXPECT_TRUE(ComesTrue([&] { return Chosen(IDC_PANE_RIGHT) == 3; }));
-    EXPECT_TRUE(session->IsApplyEnabled());
+    EXPECT_TRUE(sheet->IsApplyEnabled());
     PressKey(VK_END);
     EXPECT_TRUE(ComesTrue([&] { return Chosen(IDC_PANE_RIGHT) == 38; }));
 }
 
 TEST_F(SlotChooserTest, ArrowKeysKeepTheLastLeftClick) {
     Open();
-    BringToFront(session->Sheet());
-    SetFocusTo(session->PaneControl(IDC_PANE_LEFT));
+    BringToFront(sheet->Sheet());
+    SetFocusTo(sheet->PaneControl(IDC_PANE_LEFT));
     PressKey(VK_DOWN);
     ExpectWarning(AnswerMessageBox("about the left click", IDOK), L"Left Click is not set.");
-    EXPECT_TRUE(session->IsQuiet());
+    EXPECT_TRUE(sheet->IsQuiet());
     EXPECT_EQ(1, Chosen(IDC_PANE_LEFT));
 }
 
 TEST_F(SlotChooserTest, ChoosingFromTheOpenListConfirms) {
     Open();
-    BringToFront(session->Sheet());
-    const HWND combo = session->PaneControl(IDC_PANE_BUTTON4);
+    BringToFront(sheet->Sheet());
+    const HWND combo = sheet->PaneControl(IDC_PANE_BUTTON4);
     SetFocusTo(combo);
     PressKey(VK_F4);
     Await("the open list", [=] { return SendMessageW(combo, CB_GETDROPPEDSTATE, 0, 0); });
@@ -73,7 +73,7 @@ TEST_F(SlotChooserTest, ChoosingFromTheOpenListConfirms) {
     PressKey(VK_RETURN);
     Await("the closed list", [=] { return SendMessageW(combo, CB_GETDROPPEDSTATE, 0, 0) == 0; });
     EXPECT_TRUE(ComesTrue([&] { return Chosen(IDC_PANE_BUTTON4) == 4; }));
-    EXPECT_TRUE(session->IsApplyEnabled());
+    EXPECT_TRUE(sheet->IsApplyEnabled());
 }
 
 TEST_F(SlotChooserTest, TellsTheHostToQuitWhenThePageGoesDown) {

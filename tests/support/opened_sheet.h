@@ -16,14 +16,14 @@
 
 namespace kvn::test {
 
-class PropertySheetSession {
+class OpenedSheet {
 public:
     // Starts the thread: it makes so many extension objects, asks each so many times for pages and opens the sheet.
-    explicit PropertySheetSession(const ModuleUnderTest& moduleUnderTest, int extensions = 1, int pagesOfEach = 1);
-    PropertySheetSession(const PropertySheetSession&) = delete;
-    PropertySheetSession& operator=(const PropertySheetSession&) = delete;
+    explicit OpenedSheet(const ModuleUnderTest& moduleUnderTest, int extensions = 1, int pagesOfEach = 1);
+    OpenedSheet(const OpenedSheet&) = delete;
+    OpenedSheet& operator=(const OpenedSheet&) = delete;
     // Cancels whatever is still open. A thread that does not come to its end ends the test program.
-    ~PropertySheetSession();
+    ~OpenedSheet();
 
     // Waits until the sheet is shown with its first page and nothing stands before it.
     void AwaitOpen();
@@ -65,7 +65,7 @@ public:
 
 private:
     static int CALLBACK OnSheetEvent(HWND sheet, UINT event, LPARAM parameter);
-    static BOOL CALLBACK CollectPage(HPROPSHEETPAGE page, LPARAM session);
+    static BOOL CALLBACK CollectPage(HPROPSHEETPAGE page, LPARAM sheet);
     static LRESULT CALLBACK RunnerProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     void RunThread(int extensions, int pagesOfEach);
     void OpenSheet();

@@ -1,4 +1,4 @@
-#include "tests/support/property_sheet_session.h"
+#include "tests/support/opened_sheet.h"
 
 #include <objbase.h>
 #include <shobjidl.h>
@@ -17,7 +17,7 @@ namespace {
 constexpr int kApplyButton = 0x3021;
 constexpr UINT kWorkMessage = WM_USER;
 
-thread_local PropertySheetSession* sessionOfThread = nullptr;
+thread_local OpenedSheet* sheetOfThread = nullptr;
 
 HWND PaneWith(HWND page, int control) {
     return FindChildWindow(page, [=](HWND child) { return GetDlgItem(child, control) != nullptr; });
@@ -25,12 +25,12 @@ HWND PaneWith(HWND page, int control) {
 
 }  // namespace
 
-PropertySheetSession::PropertySheetSession(const ModuleUnderTest& moduleUnderTest, int extensions, int pagesOfEach)
+OpenedSheet::OpenedSheet(const ModuleUnderTest& moduleUnderTest, int extensions, int pagesOfEach)
     : module(moduleUnderTest),
       ended(CreateEventW(nullptr, TRUE, FALSE, nullptr)),
       thread([=, this] { RunThread(extensions, pagesOfEach); }) {}
 
-PropertySheetSession::~PropertySheetSession() {
+OpenedSheet::~OpenedSheet() {
     const bool wasClosed = ComesTrue([this] {
         if (HasEnded()) return true;
         CancelEverything();
@@ -46,7 +46,7 @@ PropertySheetSession::~PropertySheetSession() {
     CloseHandle(ended);
 }
 
-void PropertySheetSession::CancelEverything() const {
+void OpenedSheet::CancelEverything() const {
     for (const HWND dialog : OpenDialogsOf(threadId)) {
         if (!IsWindowEnabled(dialog)) continue;
         if (dialog == sheet) {
@@ -57,9 +57,9 @@ void PropertySheetSession::CancelEverything() const {
     }
 }
 
-void PropertySheetSession::RunThread(int extensions, int pagesOfEach) {
+void OpenedSheet::RunThread(int extensions, int pagesOfEach) {
     threadId = GetCurrentThreadId();
-    sessionOfThread = this;
+    sheetOfThread = this;
     WNDCLASSW windowClass{};
     windowClass.lpfnWndProc = RunnerProcedure;
     windowClass.hInstance = GetModuleHandleW(nullptr);
@@ -86,7 +86,7 @@ void PropertySheetSession::RunThread(int extensions, int pagesOfEach) {
     SetEvent(ended);
 }
 
-void PropertySheetSession::OpenSheet() {
+void OpenedSheet::OpenSheet() {
     PROPSHEETHEADERW header{};
     header.dwSize = sizeof header;
     header.dwFlags = PSH_USECALLBACK;
@@ -97,29 +97,29 @@ void PropertySheetSession::OpenSheet() {
     answer = PropertySheetW(&header);
 }
 
-int CALLBACK PropertySheetSession::OnSheetEvent(HWND window, UINT event, LPARAM /*parameter*/) {
-    if (event == PSCB_INITIALIZED) sessionOfThread->sheet = window;
+int CALLBACK OpenedSheet::OnSheetEvent(HWND window, UINT event, LPARAM /*parameter*/) {
+    if (event == PSCB_INITIALIZED) sheetOfThread->sheet = window;
     return 0;
 }
 
-BOOL CALLBACK PropertySheetSession::CollectPage(HPROPSHEETPAGE page, LPARAM session) {
-    reinterpret_cast<PropertySheetSession*>(session)->pages.push_back(page);
+BOOL CALLBACK OpenedSheet::CollectPage(HPROPSHEETPAGE page, LPARAM sheet) {
+    reinterpret_cast<OpenedSheet*>(sheet)->pages.push_back(page);
     return TRUE;
 }
 
-LRESULT CALLBACK PropertySheetSession::RunnerProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+LRESULT CALLBACK OpenedSheet::RunnerProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message != kWorkMessage) return DefWindowProcW(window, message, wParam, lParam);
     const std::unique_ptr<std::function<void()>> work(reinterpret_cast<std::function<void()>*>(lParam));
     (*work)();
     return 0;
 }
 
-void PropertySheetSession::Start(std::function<void()> work) const {
+void OpenedSheet::Start(std::function<void()> work) const {
     auto* owned = new std::function<void()>(std::move(work));
     PostMessageW(runner, kWorkMessage, 0, reinterpret_cast<LPARAM>(owned));
 }
 
-void PropertySheetSession::Run(const std::function<void()>& work) const {
+void OpenedSheet::Run(const std::function<void()>& work) const {
     const auto done = std::make_shared<std::atomic<bool>>(false);
     Start([=] {
         work();
@@ -128,51 +128,51 @@ void PropertySheetSession::Run(const std::function<void()>& work) const {
     Await("the sheet's thread to do its work", [&] { return *done || HasEnded(); });
 }
 
-void PropertySheetSession::AwaitOpen() {
+void OpenedSheet::AwaitOpen() {
     Await("the property sheet", [this] { return IsWindowVisible(sheet) != FALSE && IsWindowEnabled(sheet) != FALSE; });
     Settle();
 }
 
-INT_PTR PropertySheetSession::AwaitClosed() {
+INT_PTR OpenedSheet::AwaitClosed() {
     Await("the end of the property sheet", [this] { return HasEnded(); });
     return answer;
 }
 
-HWND PropertySheetSession::Page(int index) const {
+HWND OpenedSheet::Page(int index) const {
     return reinterpret_cast<HWND>(SendMessageW(sheet, PSM_INDEXTOHWND, static_cast<WPARAM>(index), 0));
 }
 
-HWND PropertySheetSession::ButtonPane(int index) const {
+HWND OpenedSheet::ButtonPane(int index) const {
     return PaneWith(Page(index), IDC_PANE_PICTURE);
 }
 
-HWND PropertySheetSession::GesturePane(int index) const {
+HWND OpenedSheet::GesturePane(int index) const {
     return PaneWith(Page(index), IDC_GESTURES_LIST);
 }
 
-bool PropertySheetSession::IsQuiet() const {
+bool OpenedSheet::IsQuiet() const {
     Settle();
     return OpenMessageBox() == nullptr && OpenDialogsOf(threadId).size() == 1 && IsWindowEnabled(sheet);
 }
 
-bool PropertySheetSession::IsApplyEnabled() const {
+bool OpenedSheet::IsApplyEnabled() const {
     Settle();
     return IsWindowEnabled(GetDlgItem(sheet, kApplyButton)) != FALSE;
 }
 
-void PropertySheetSession::PressApply() const {
+void OpenedSheet::PressApply() const {
     PostMessageW(sheet, WM_COMMAND, kApplyButton, 0);
 }
 
-void PropertySheetSession::PressOk() const {
+void OpenedSheet::PressOk() const {
     PostMessageW(sheet, PSM_PRESSBUTTON, PSBTN_OK, 0);
 }
 
-void PropertySheetSession::PressCancel() const {
+void OpenedSheet::PressCancel() const {
     PostMessageW(sheet, PSM_PRESSBUTTON, PSBTN_CANCEL, 0);
 }
 
-HWND PropertySheetSession::Focus() const {
+HWND OpenedSheet::Focus() const {
     GUITHREADINFO info{};
     info.cbSize = sizeof info;
     GetGUIThreadInfo(threadId, &info);
