@@ -74,5 +74,7 @@ prepare_wine_prefix() {
         wineserver -w
         touch "$ready"
     fi
-    wineserver -p || [ $? -eq 2 ]  # 2: it is running already
+    wineserver -p >/dev/null 2>&1 || [ $? -eq 2 ]  # 2: it is running already
+    # The first program brings Wine's services up, which stay and would hold the output of whoever waits for its end.
+    wine cmd /c ver >/dev/null 2>&1
 }
