@@ -152,6 +152,16 @@ TEST(GesturesToMultiString, SeparatesFourFieldsByTabs) {
               L"URDL\t36\tmy note\t\0L\t-2\t\tLeft Ctrl+V\0\t0\t\t\0\0"s);
 }
 
+TEST(MultiStrings, ATabInsideOfATextSeparatesNothing) {
+    EXPECT_EQ(ApplicationsToMultiString({{L"a\tb", L"\tC:\\e\t"}}), L"a b\t C:\\e \0\0"s);
+    EXPECT_EQ(GesturesToMultiString({{L"U\tD", 1, L"x\t\ty", {}}}), L"U D\t1\tx  y\t\0\0"s);
+}
+
+TEST(MultiStrings, AZeroInsideOfATextEndsNoEntry) {
+    EXPECT_EQ(ApplicationsToMultiString({{L"a\0b"s, L"\0c"s}}), L"a\t\0\0"s);
+    EXPECT_EQ(GesturesToMultiString({{L"U\0D"s, 1, L"x\0y"s, {}}}), L"U\t1\tx\t\0\0"s);
+}
+
 TEST(MultiStrings, OfAnEmptyListAreASingleZero) {
     EXPECT_EQ(ApplicationsToMultiString({}), L"\0"s);
     EXPECT_EQ(GesturesToMultiString({}), L"\0"s);

@@ -1,0 +1,154 @@
+#include "model/locale_codec.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <string>
+#include <thread>
+
+#include "tests/model_windows/code_pages.h"
+
+namespace kvn::model {
+namespace {
+
+constexpr char kWestern[] = "English_United States.1252";
+constexpr char kJapanese[] = "Japanese_Japan.932";
+
+void ExpectEveryCharacterOf(UINT codePage, const LocaleCodec& codec) {
+    const auto characters = test::CharactersOf(codePage);
+    EXPECT_GT(characters.size(), 100U);
+    for (const test::CodedCharacter& coded : characters) {
+        const std::wstring text(1, coded.character);
+        ASSERT_EQ(codec.Decode(coded.bytes), text);
+        const auto bytes = codec.Encode(text);
+        ASSERT_TRUE(bytes) << std::hex << static_cast<unsigned>(coded.character);
+        ASSERT_EQ(codec.Decode(*bytes), text);
+    }
+}
+
+// A character is either refused or comes back as itself: never as one that only looks like it.
+void ExpectNoCharacterToBeMistaken(const LocaleCodec& codec) {
+    for (unsigned code = 1; code <= 0xFFFF; ++code) {
+        const std::wstring text(1, static_cast<wchar_t>(code));
+        const auto bytes = codec.Encode(text);
+        ASSERT_TRUE(!bytes || codec.Decode(*bytes) == text) << std::hex << code;
+    }
+}
+
+TEST(LocaleCodec, HoldsEveryCharacterOfCodePage1252AndMistakesNoOther) {
+    const LocaleCodec codec(kWestern);
+    ExpectEveryCharacterOf(1252, codec);
+    ExpectNoCharacterToBeMistaken(codec);
+}
+
+TEST(LocaleCodec, HoldsEveryCharacterOfCodePage932AndMistakesNoOther) {
+    const LocaleCodec codec(kJapanese);
+    ExpectEveryCharacterOf(932, codec);
+    ExpectNoCharacterToBeMistaken(codec);
+}
+
+TEST(LocaleCodec, EncodesInTheBytesOfItsCodePage) {
+    const LocaleCodec western(kWestern);
+    EXPECT_EQ(western.Encode(L"Caf\xE9 \x20AC"), "Caf\xE9 \x80");
+    const LocaleCodec japanese(kJapanese);
+    EXPECT_EQ(japanese.Encode(L"\x30E1\x30E2"), "\x83\x81\x83\x82");
+    EXPECT_EQ(japanese.Encode(L"\x8868\x30BD\\"), "\x95\x5C\x83\x5C\\");
+    EXPECT_EQ(japanese.Encode(L"\xFF8A"), "\xCA");
+}
+
+TEST(LocaleCodec, AsciiStandsForItselfEverywhere) {
+    std::wstring text;
+    for (wchar_t character = 1; character < 0x80; ++character) text += character;
+    const std::string bytes(text.begin(), text.end());
+    for (const char* name : {kWestern, kJapanese, "", "C"}) {
+        const LocaleCodec codec(name);
+        EXPECT_EQ(codec.Encode(text), bytes) << name;
+        EXPECT_EQ(codec.Decode(bytes), text) << name;
+    }
+}
+
+TEST(LocaleCodec, RefusesATextWithACharacterThatTheCodePageLacks) {
+    const LocaleCodec western(kWestern);
+    const LocaleCodec japanese(kJapanese);
+    for (const wchar_t* text :
+         {L"\x416", L"Editor \x41F", L"\xD83D\xDE00", L"\xD83D", L"\xDE00", L"a\xFFFD", L"\xFEFF"}) {
+        EXPECT_FALSE(western.Encode(text)) << text;
+    }
+    EXPECT_FALSE(western.Encode(L"\x30E1"));
+    for (const wchar_t* text : {L"Caf\xE9", L"\xE4", L"\xA5", L"\xD83D\xDE00"})
+        EXPECT_FALSE(japanese.Encode(text)) << text;
+}
+
+TEST(LocaleCodec, RefusesAZero) {
+    const LocaleCodec codec(kWestern);
+    EXPECT_FALSE(codec.Encode(std::wstring(1, L'\0')));
+    EXPECT_FALSE(codec.Encode(std::wstring(L"a\0b", 3)));
+    EXPECT_FALSE(codec.Encode(std::wstring(L"\xE9\0b", 3)));
+}
+
+TEST(LocaleCodec, TheEmptyTextIsNoBytes) {
+    const LocaleCodec codec(kJapanese);
+    EXPECT_EQ(codec.Encode(L""), "");
+    EXPECT_EQ(codec.Decode(""), L"");
+}
+
+TEST(LocaleCodec, ABrokenSequenceGivesOneReplacementCharacterAndKeepsTheRest) {
+    // The second one is what some C libraries show in this code page.
+    const std::wstring replacements = L"\xFFFD\x30FB";
+    const LocaleCodec codec(kJapanese);
+    for (const std::wstring& text : {codec.Decode("a\x83"), codec.Decode("\x83\x81\x83")}) {
+        ASSERT_EQ(text.size(), 2U);
+        EXPECT_NE(replacements.find(text[1]), std::wstring::npos);
+    }
+    const std::wstring text = codec.Decode("\x81\x20rest");
+    EXPECT_NE(replacements.find(text[0]), std::wstring::npos);
+    EXPECT_EQ(text.substr(text.size() - 4), L"rest");
+}
+
+TEST(LocaleCodec, LongTextsComeBack) {
+    const LocaleCodec codec(kJapanese);
+    const std::wstring text(100'000, L'\x8868');
+    const auto bytes = codec.Encode(text);
+    ASSERT_TRUE(bytes);
+    EXPECT_EQ(bytes->size(), 200'000U);
+    EXPECT_TRUE(codec.Decode(*bytes) == text);
+}
+
+TEST(LocaleCodec, WithoutANameIsTheUsersCodePage) {
+    ExpectEveryCharacterOf(GetACP(), LocaleCodec(""));
+    ExpectNoCharacterToBeMistaken(LocaleCodec(""));
+}
+
+TEST(LocaleCodec, AnUnknownNameMeansTheUsersCodePage) {
+    const std::string longName(127, 'x');
+    for (const char* name : {"No such locale", longName.c_str(), "To register and edit gestures, allocate them."}) {
+        ExpectEveryCharacterOf(GetACP(), LocaleCodec(name));
+    }
+}
+
+TEST(LocaleCodec, AHostProgramWithoutALocaleTextMeansTheUsersCodePage) {
+    ExpectEveryCharacterOf(GetACP(), LocaleCodec::OfHostProgram());
+}
+
+TEST(LocaleCodec, LeavesTheProgramsLocaleAloneInEveryThread) {
+    const std::string before = std::setlocale(LC_ALL, nullptr);
+    std::atomic<bool> done = false;
+    std::atomic<bool> changed = false;
+    std::thread observer([&] {
+        while (!done) {
+            if (std::setlocale(LC_ALL, nullptr) != before) changed = true;
+        }
+    });
+    for (int round = 0; round < 200; ++round) {
+        const LocaleCodec codec(round % 2 == 0 ? kJapanese : kWestern);
+        static_cast<void>(codec.Encode(L"\x30E1\xE9"));
+        static_cast<void>(codec.Decode("\x83\x81\xFF\x83"));
+    }
+    done = true;
+    observer.join();
+    EXPECT_FALSE(changed);
+    EXPECT_EQ(std::setlocale(LC_ALL, nullptr), before);
+}
+
+}  // namespace
+}  // namespace kvn::model

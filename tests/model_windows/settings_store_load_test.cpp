@@ -1,0 +1,201 @@
+// Loading a model, and the default profile of one that has no file.
+#include <shlobj.h>
+
+#include <limits>
+
+#include "tests/model_windows/genuine_function.h"
+#include "tests/model_windows/locked_key.h"
+#include "tests/model_windows/settings_store_test.h"
+#include "tests/support/replaced_import.h"
+
+namespace kvn::model {
+namespace {
+
+using kvn::test::ReplacedImport;
+using kvn::test::StoredNumber;
+using kvn::test::StoredValue;
+
+using LoadModelTest = SettingsStore;
+
+std::map<std::wstring, StoredValue> DefaultNumbers() {
+    return {{L"BindKeyLeft", StoredNumber(1)},       {L"BindKeyRight", StoredNumber(2)},
+            {L"BindKeyCenter", StoredNumber(9)},     {L"BindKeyMinus", StoredNumber(3)},
+            {L"BindKeyPlus", StoredNumber(4)},       {L"BindKeyTiltLeft", StoredNumber(33)},
+            {L"BindKeyTiltRight", StoredNumber(34)}, {L"HolizonScroll", StoredNumber(4)},
+            {L"BindKeyHSpeed", StoredNumber(5)},     {L"BindKeyHLotate", StoredNumber(5)},
+            {L"BindKeyHCount", StoredNumber(2)}};
+}
+
+ProfileRecord DefaultProfileOfTheModel() {
+    ProfileRecord record = DefaultProfileRecord();
+    record.name = L"Default";
+    record.vid = 0x0ABC;
+    record.pid = 0x00A1;
+    return record;
+}
+
+TEST_F(LoadModelTest, AModelWithoutAFileGetsADefaultProfileOnDisk) {
+    settings.profiles.resize(3);
+    settings.selectedProfile = 2;
+    EXPECT_TRUE(LoadModel(settings));
+    EXPECT_EQ(settings.profileFilePath, Path());
+    EXPECT_EQ(settings.profiles, ProfileSet{DefaultProfileOfTheModel()});
+    EXPECT_EQ(settings.selectedProfile, 0U);
+    EXPECT_EQ(settings.registrySettings, DefaultProfileRecord().settings);
+    EXPECT_EQ(FilesInFolder(), std::vector<std::wstring>{kFileName});
+
+    MouseSettings again = settings;
+    again.profiles.clear();
+    EXPECT_TRUE(LoadModel(again));
+    EXPECT_EQ(again.profiles, settings.profiles);
+}
+
+TEST_F(LoadModelTest, ANewProfilesNumbersAreWrittenToTheRegistryAndNothingElse) {
+    EXPECT_TRUE(LoadModel(settings));
+    EXPECT_EQ(StoredValues(), DefaultNumbers());
+}
+
+TEST_F(LoadModelTest, ANewProfilesNumbersAreWrittenInTheirOrder) {
+    std::vector<std::wstring> names;
+    const auto genuine = test::Genuine<decltype(RegSetValueExW)>(L"advapi32", "RegSetValueExW");
+    const ReplacedImport<"RegSetValueExW", LSTATUS(HKEY, LPCWSTR, DWORD, DWORD, const BYTE*, DWORD)> set(
+        GetModuleHandleW(nullptr), [&](HKEY key, LPCWSTR name, DWORD zero, DWORD type, const BYTE* data, DWORD bytes) {
+            names.emplace_back(name);
+            return genuine(key, name, zero, type, data, bytes);
+        });
+    EXPECT_TRUE(LoadModel(settings));
+    const std::vector<std::wstring> expected{
+        L"BindKeyLeft",      L"BindKeyRight",  L"BindKeyCenter", L"BindKeyMinus",   L"BindKeyPlus",  L"BindKeyTiltLeft",
+        L"BindKeyTiltRight", L"HolizonScroll", L"BindKeyHSpeed", L"BindKeyHLotate", L"BindKeyHCount"};
+    EXPECT_EQ(names, expected);
+}
+
+TEST_F(LoadModelTest, ANewProfileTakesTheMachineWideFunctionForTheWheelButton) {
+    SetMachineWideCenter(36);
+    EXPECT_TRUE(LoadModel(settings));
+    EXPECT_EQ(settings.Selected()[SettingField::Center], 36);
+    EXPECT_EQ(StoredValues().at(L"BindKeyCenter"), StoredNumber(36));
+}
+
+TEST_F(LoadModelTest, AMachineWideFunctionOutOfRangeGivesWayToTheInitialValue) {
+    SetMachineWideCenter(99);
+    EXPECT_TRUE(LoadModel(settings));
+    EXPECT_EQ(StoredValues().at(L"BindKeyCenter"), StoredNumber(13));
+    EXPECT_EQ(settings.registrySettings[SettingField::Center], 13);
+}
+
+TEST_F(LoadModelTest, ANumberThatCouldNotBeWrittenIsWrittenByTheNextApply) {
+    {
+        const test::LockedKey locked(HKEY_CURRENT_USER, kModelKey, test::kReadingAllowed);
+        EXPECT_TRUE(LoadModel(settings));
+    }
+    EXPECT_TRUE(StoredValues().empty());
+    EXPECT_TRUE(WriteRegistryValues(settings));
+    EXPECT_EQ(StoredValues(), DefaultNumbers());
+}
+
+TEST_F(LoadModelTest, AnExistingFileIsLoadedAndLeftAloneLikeTheRegistry) {
+    const std::string bytes =
+        "<data><select_profile>1</select_profile><profile><profname>a</profname></profile>"
+        "<profile><profname>b</profname><lbutton>36</lbutton><scrolls>9</scrolls></profile></data>";
+    WriteFile(bytes);
+    EXPECT_TRUE(LoadModel(settings));
+    ASSERT_EQ(settings.profiles.size(), 2U);
+    EXPECT_EQ(settings.profiles[1].name, L"b");
+    EXPECT_EQ(settings.selectedProfile, 1U);
+    EXPECT_EQ(settings.registrySettings[SettingField::Left], 36);
+    EXPECT_EQ(settings.registrySettings[SettingField::HorizontalScrollSpeed], -1);
+    EXPECT_EQ(settings.initialValues, kInitialValues);
+    EXPECT_FALSE(settings.setFileAsideBeforeSaving);
+    EXPECT_TRUE(StoredValues().empty());
+    EXPECT_EQ(test::ReadBytes(Path()), bytes);
+    EXPECT_EQ(FilesInFolder(), std::vector<std::wstring>{kFileName});
+}
+
+TEST_F(LoadModelTest, ASelectionOutsideTheListSelectsTheFirst) {
+    for (const std::int64_t stored : {std::int64_t{-1}, std::int64_t{2}, std::int64_t{3}, std::int64_t{-2147483648},
+                                      std::int64_t{2147483647}, std::int64_t{4294967297}}) {
+        WriteFile("<data><select_profile>" + std::to_string(stored) + "</select_profile><profile/><profile/></data>");
+        settings.selectedProfile = 7;
+        EXPECT_TRUE(LoadModel(settings));
+        EXPECT_EQ(settings.selectedProfile, 0U) << stored;
+    }
+}
+
+TEST_F(LoadModelTest, ABrokenFileIsSetAsideBeforeTheDefaultTakesItsPlace) {
+    for (const std::wstring aside : {L"VID0abcPID00a1.broken-1.xml", L"VID0abcPID00a1.broken-2.xml"}) {
+        const std::string bytes = "<data><profile>" + std::string(aside.begin(), aside.end());
+        WriteFile(bytes);
+        EXPECT_TRUE(LoadModel(settings));
+        EXPECT_EQ(settings.profiles, ProfileSet{DefaultProfileOfTheModel()});
+        EXPECT_FALSE(settings.setFileAsideBeforeSaving);
+        EXPECT_EQ(test::ReadBytes(User().SettingsFolder() + L'\\' + aside), bytes);
+    }
+    EXPECT_EQ(FilesInFolder(),
+              (std::vector<std::wstring>{L"VID0abcPID00a1.broken-1.xml", L"VID0abcPID00a1.broken-2.xml", kFileName}));
+}
+
+TEST_F(LoadModelTest, AFileWithoutProfilesIsSetAsideToo) {
+    WriteFile("<data><vid>1</vid></data>");
+    EXPECT_TRUE(LoadModel(settings));
+    EXPECT_EQ(FilesInFolder(), (std::vector<std::wstring>{L"VID0abcPID00a1.broken-1.xml", kFileName}));
+}
+
+TEST_F(LoadModelTest, AFileInUseIsLeftAloneAndSoIsTheRegistry) {
+    const std::string bytes = "<data><profile><profname>mine</profname></profile></data>";
+    WriteFile(bytes);
+    const ReplacedImport<"Sleep", void(DWORD)> sleep(GetModuleHandleW(nullptr), [](DWORD) {});
+    {
+        const test::HeldFile held(Path(), 0);
+        EXPECT_FALSE(LoadModel(settings));
+        EXPECT_EQ(settings.profiles.size(), 1U);
+        EXPECT_TRUE(settings.setFileAsideBeforeSaving);
+        EXPECT_FALSE(SaveProfiles(settings));
+    }
+    EXPECT_TRUE(StoredValues().empty());
+    // Later it turns out to hold the user's profiles: the default must not replace them.
+    EXPECT_FALSE(SaveProfiles(settings));
+    EXPECT_EQ(test::ReadBytes(Path()), bytes);
+    EXPECT_EQ(FilesInFolder(), std::vector<std::wstring>{kFileName});
+}
+
+TEST_F(LoadModelTest, WithoutAFolderThereIsADefaultProfileAllTheSame) {
+    test::WriteBytes(User().ApplicationData() + L"\\KORVEN", "a file where the folder should be");
+    EXPECT_FALSE(LoadModel(settings));
+    EXPECT_EQ(settings.profiles, ProfileSet{DefaultProfileOfTheModel()});
+    EXPECT_EQ(StoredValues(), DefaultNumbers());
+}
+
+TEST_F(LoadModelTest, WithoutApplicationDataTheFolderIsItsOwnPartOnly) {
+    const ReplacedImport<"SHGetSpecialFolderLocation", HRESULT(HWND, int, ITEMIDLIST**)> noFolder(
+        GetModuleHandleW(nullptr), [](HWND, int, ITEMIDLIST**) { return E_FAIL; });
+    const ReplacedImport<"SHCreateDirectory", int(HWND, PCWSTR)> noCreation(
+        GetModuleHandleW(nullptr), [](HWND, PCWSTR folder) {
+            EXPECT_EQ(folder, std::wstring(L"\\KORVEN\\Tarsel3\\"));
+            return ERROR_ACCESS_DENIED;
+        });
+    ASSERT_TRUE(noFolder.IsInPlace());
+    ASSERT_TRUE(noCreation.IsInPlace());
+    EXPECT_FALSE(LoadModel(settings));
+    EXPECT_EQ(settings.profileFilePath, L"\\KORVEN\\Tarsel3\\VID0abcPID00a1.xml");
+}
+
+TEST_F(LoadModelTest, TheFileNameHasTheModelsIds) {
+    settings.device.vid = 0x12345;
+    settings.device.pid = 0;
+    EXPECT_TRUE(LoadModel(settings));
+    EXPECT_EQ(FilesInFolder(), std::vector<std::wstring>{L"VID12345PID0000.xml"});
+    ProfileSet list = settings.profiles;
+    EXPECT_EQ(list[0].vid, 0x2345);
+}
+
+TEST_F(LoadModelTest, TakesTheVersionOfWindowsThatTheHostProgramSees) {
+    OSVERSIONINFOW version{};
+    version.dwOSVersionInfoSize = sizeof version;
+    GetVersionExW(&version);
+    EXPECT_TRUE(LoadModel(settings));
+    EXPECT_EQ(settings.os, (OsVersion{version.dwMajorVersion, version.dwMinorVersion}));
+}
+
+}  // namespace
+}  // namespace kvn::model
