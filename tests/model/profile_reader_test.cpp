@@ -130,7 +130,7 @@ TEST(ProfileReader, ANumberIsReadLikeTheCLibraryDoes) {
 }
 
 TEST(ProfileReader, ABadNumberIsAbnormal) {
-    for (const std::string text : {"", " ", "x", "x7", "+", "-", "+-7", "-+7", "--7", "- 7", "+ 7", "2147483648",
+    for (const std::string text : {"", " ", "x", "x7", "+", "-", "+-2", "-+2", "--2", "- 7", "+ 7", "2147483648",
                                    "-2147483649", "99999999999999999999999", "<b>7</b>", "<!-- -->7"}) {
         for (const SettingFieldRow& row : kSettingFields) {
             EXPECT_EQ(ReadSetting(row.field, text), kAbnormalValue) << row.fileElement << ' ' << text;

@@ -125,7 +125,10 @@ TEST(PrepareXml, AllowsAsManySiblingsAsThereAre) {
 }
 
 TEST(PrepareXml, EndTagsWithoutAStartDoNotMakeRoomForDeeperNesting) {
-    EXPECT_FALSE(PrepareXml(Repeated("</a>", 1000) + Nested(kMaxXmlDepth + 1)));
+    for (const std::size_t endTags : {1U, 2U, 1000U}) {
+        EXPECT_FALSE(PrepareXml(Repeated("</a>", endTags) + Nested(kMaxXmlDepth + 1))) << endTags;
+        EXPECT_TRUE(PrepareXml(Repeated("</a>", endTags) + Nested(kMaxXmlDepth))) << endTags;
+    }
 }
 
 TEST(PrepareXml, DoesNotCountWhatCommentsAndSectionsHold) {
