@@ -171,8 +171,9 @@ TEST(PrepareXml, BlanksTheDeclarationOut) {
 }
 
 TEST(PrepareXml, RefusesATagWithoutEnd) {
-    for (const char* document : {"<", "<a", "<a b=\"", "<a b=\"x", "<a b='x\">", "</", "</a", "<!", "<!--", "<!-- >",
-                                 "<![CDATA[", "<![CDATA[]>", "<?", "<?xml", "<a><", "<a></a><b"}) {
+    for (const char* document :
+         {"<", "<a", "<a b=\"", "<a b=\"x", "<a b='x\">", "</", "</a", "<!", "<!--", "<!-- >", "<![CDATA[",
+          "<![CDATA[]>", "<?", "<?xml", "<a><", "<a></a><b", "<a <b></b></a>", "<a b=<c></a>"}) {
         EXPECT_FALSE(PrepareXml(document)) << document;
     }
 }

@@ -3,10 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <cstring>
 #include <string>
 #include <thread>
 
 #include "tests/model_windows/code_pages.h"
+#include "tests/support/replaced_import.h"
 
 namespace kvn::model {
 namespace {
@@ -77,6 +79,16 @@ TEST(LocaleCodec, RefusesATextWithACharacterThatTheCodePageLacks) {
     EXPECT_FALSE(western.Encode(L"\x30E1"));
     for (const wchar_t* text : {L"Caf\xE9", L"\xE4", L"\xA5", L"\xD83D\xDE00"})
         EXPECT_FALSE(japanese.Encode(text)) << text;
+}
+
+TEST(LocaleCodec, RefusesASimilarCharacterThatTheCLibraryPassesOff) {
+    const kvn::test::ReplacedImport<"_wcstombs_l", std::size_t(char*, const wchar_t*, std::size_t, _locale_t)> bestFit(
+        GetModuleHandleW(nullptr), [](char* bytes, const wchar_t*, std::size_t, _locale_t) {
+            std::memcpy(bytes, "Cafe", 4);
+            return std::size_t{4};
+        });
+    ASSERT_TRUE(bestFit.IsInPlace());
+    EXPECT_FALSE(LocaleCodec(kJapanese).Encode(L"Caf\xE9"));
 }
 
 TEST(LocaleCodec, RefusesAZero) {

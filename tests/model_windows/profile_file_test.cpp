@@ -12,6 +12,7 @@
 #include "model/profile_document.h"
 #include "model/xml_guard.h"
 #include "tests/model_windows/files.h"
+#include "tests/support/replaced_import.h"
 #include "tests/support/sandboxed_user.h"
 
 namespace kvn::model {
@@ -119,8 +120,25 @@ TEST_F(LoadProfileFileTest, ReadsWhatAPlainWriterWrote) {
     EXPECT_EQ(list, ProfileSet{expected});
 }
 
-TEST_F(LoadProfileFileTest, AFileOf50MegabytesIsRefused) {
+TEST_F(LoadProfileFileTest, AFileOf50MegabytesIsRefusedUnread) {
     test::WriteBytes(Path(), "<data><profile/></data>" + std::string(std::size_t{50} * 1024 * 1024, '\n'));
+    int reads = 0;
+    const kvn::test::ReplacedImport<"ReadFile", BOOL(HANDLE, void*, DWORD, DWORD*, OVERLAPPED*)> read(
+        GetModuleHandleW(nullptr), [&reads](HANDLE, void*, DWORD, DWORD*, OVERLAPPED*) {
+            ++reads;
+            return FALSE;
+        });
+    ASSERT_TRUE(read.IsInPlace());
+    ProfileSet list = ManyProfiles();
+    EXPECT_EQ(LoadProfileFile(Path(), list), 0U);
+    EXPECT_TRUE(list.empty());
+    EXPECT_EQ(reads, 0);
+}
+
+TEST_F(LoadProfileFileTest, AFileThatCannotBeReadGivesNoProfiles) {
+    ASSERT_TRUE(SaveProfileFile(Path(), ManyProfiles()));
+    const kvn::test::ReplacedImport<"ReadFile", BOOL(HANDLE, void*, DWORD, DWORD*, OVERLAPPED*)> read(
+        GetModuleHandleW(nullptr), [](HANDLE, void*, DWORD, DWORD*, OVERLAPPED*) { return FALSE; });
     ProfileSet list = ManyProfiles();
     EXPECT_EQ(LoadProfileFile(Path(), list), 0U);
     EXPECT_TRUE(list.empty());
@@ -207,7 +225,7 @@ TEST_F(SaveProfileFileTest, ThousandsOfProfilesProgramsAndGesturesComeBack) {
 
 TEST_F(SaveProfileFileTest, TheFolderMayHaveAnyName) {
     const std::wstring folder = Folder() + L"\\\x41F\x440\x43E\x444\x438\x43B\x44C \x8868 \xD83D\xDE00";
-    if (!CreateDirectoryW(folder.c_str(), nullptr)) GTEST_SKIP() << "the file system takes no such name";
+    ASSERT_TRUE(CreateDirectoryW(folder.c_str(), nullptr));
     const std::wstring path = folder + L"\\VID0abcPID00a1.xml";
     ProfileSet list;
     EXPECT_TRUE(SaveProfileFile(path, ManyProfiles()));
