@@ -112,6 +112,14 @@ TEST_F(LoadModelTest, AnExistingFileIsLoadedAndLeftAloneLikeTheRegistry) {
     EXPECT_EQ(FilesInFolder(), std::vector<std::wstring>{kFileName});
 }
 
+TEST_F(LoadModelTest, WhatTheRegistryIsTakenToHoldIsChecked) {
+    SetMachineWideCenter(99);
+    WriteFile("<data><profile/></data>");
+    EXPECT_TRUE(LoadModel(settings));
+    EXPECT_EQ(settings.Selected()[SettingField::Center], 99);
+    EXPECT_EQ(settings.registrySettings[SettingField::Center], -1);
+}
+
 TEST_F(LoadModelTest, ASelectionOutsideTheListSelectsTheFirst) {
     for (const std::int64_t stored : {std::int64_t{-1}, std::int64_t{2}, std::int64_t{3}, std::int64_t{-2147483648},
                                       std::int64_t{2147483647}, std::int64_t{4294967297}}) {
