@@ -1,14 +1,16 @@
 #include "platform/service_window.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace kvn::platform {
 namespace {
 
-// The service's answer; 0 without a service.
-LRESULT Send(ServiceMessage message, LPARAM lParam = 0) {
+// The service's answer; nothing without a service.
+std::optional<LRESULT> Send(ServiceMessage message, LPARAM lParam = 0) {
     const HWND service = FindService();
-    return service == nullptr ? 0 : SendMessageW(service, static_cast<UINT>(message), 0, lParam);
+    if (service == nullptr) return std::nullopt;
+    return SendMessageW(service, static_cast<UINT>(message), 0, lParam);
 }
 
 void Post(ServiceMessage message) {
@@ -16,7 +18,7 @@ void Post(ServiceMessage message) {
 }
 
 bool IsButtonHeld(ServiceButton button) {
-    if (Send(ServiceMessage::IsButtonHeld, static_cast<LPARAM>(button)) == 0) return false;
+    if (Send(ServiceMessage::IsButtonHeld, static_cast<LPARAM>(button)).value_or(0) == 0) return false;
     OutputDebugStringW(L"Key ON\n");
     return true;
 }
@@ -28,7 +30,7 @@ HWND FindService() {
 }
 
 bool IsServiceAvailable() {
-    return FindService() != nullptr && Send(ServiceMessage::Probe) != kProbeRefused;
+    return Send(ServiceMessage::Probe).value_or(kProbeRefused) != kProbeRefused;
 }
 
 void NotifySettingsChanged() {
