@@ -46,13 +46,7 @@ const KorvenPanel::CommandRow KorvenPanel::kCommands[] = {
     {IDC_PAGE_PROFILE, &KorvenPanel::OnProfileCommand},
 };
 
-KorvenPanel::KorvenPanel() : boxes(platform::ThisModule(), IDS_CAPTION), buttonPane(settings, boxes, *this) {
-    InitializeCriticalSection(&lock);
-}
-
-KorvenPanel::~KorvenPanel() {
-    DeleteCriticalSection(&lock);
-}
+KorvenPanel::KorvenPanel() : boxes(platform::ThisModule(), IDS_CAPTION), buttonPane(settings, boxes, *this) {}
 
 bool KorvenPanel::CanAddPage(LPFNADDPROPSHEETPAGE /*addPage*/, LPARAM /*parameter*/) {
     return platform::IsServiceAvailable();

@@ -8,6 +8,7 @@
 #include "model/mouse_settings.h"
 #include "page/button_pane.h"
 #include "page/property_panel.h"
+#include "platform/critical_section.h"
 #include "platform/message_box.h"
 
 namespace kvn::page {
@@ -15,7 +16,7 @@ namespace kvn::page {
 class KorvenPanel final : public IPropertyPanel, private IButtonPaneOwner {
 public:
     KorvenPanel();
-    ~KorvenPanel() override;
+    ~KorvenPanel() override = default;
     KorvenPanel(const KorvenPanel&) = delete;
     KorvenPanel& operator=(const KorvenPanel&) = delete;
 
@@ -64,7 +65,7 @@ private:
     HWND Control(int control) const { return GetDlgItem(pageWindow, control); }
 
     // Exists as long as the panel; nothing enters it, since everything runs on the sheet's one thread.
-    CRITICAL_SECTION lock{};
+    platform::CriticalSection lock;
     model::MouseSettings settings;
     platform::MessageBoxes boxes;
     ButtonPane buttonPane;
