@@ -20,6 +20,16 @@ std::optional<CatalogueRow> OfferedRow(const CatalogueRow& row, OsVersion os) {
     return row;
 }
 
+template <typename Predicate>
+std::vector<CatalogueRow> OfferedRows(OsVersion os, Predicate isWanted) {
+    std::vector<CatalogueRow> offered;
+    for (const CatalogueRow& row : kFunctionCatalogue) {
+        if (!isWanted(row.code)) continue;
+        if (const auto shown = OfferedRow(row, os)) offered.push_back(*shown);
+    }
+    return offered;
+}
+
 }  // namespace
 
 std::optional<unsigned> TextIdOf(FunctionCode code) {
@@ -30,13 +40,16 @@ std::optional<unsigned> TextIdOf(FunctionCode code) {
 }
 
 std::vector<CatalogueRow> FunctionsForSlot(OsVersion os, bool slotIsOnMouse) {
-    std::vector<CatalogueRow> offered;
-    for (const CatalogueRow& row : kFunctionCatalogue) {
-        if (row.code == kFunctionNone) continue;
-        if (!slotIsOnMouse && (row.code == kFunctionGesture || row.code == kFunctionShift)) continue;
-        if (const auto shown = OfferedRow(row, os)) offered.push_back(*shown);
-    }
-    return offered;
+    return OfferedRows(os, [=](FunctionCode code) {
+        const bool needsButton = code == kFunctionGesture || code == kFunctionShift;
+        return code != kFunctionNone && (slotIsOnMouse || !needsButton);
+    });
+}
+
+std::vector<CatalogueRow> FunctionsForGesture(OsVersion os) {
+    return OfferedRows(os, [](FunctionCode code) {
+        return code != kFunctionNone && code != kFunctionGesture && code != kFunctionOff;
+    });
 }
 
 }  // namespace kvn::model

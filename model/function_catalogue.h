@@ -28,6 +28,7 @@ inline constexpr FunctionCode kFunctionShift = 19;
 inline constexpr FunctionCode kFunctionFlip3D = 31;
 inline constexpr FunctionCode kFunctionGesture = 36;
 inline constexpr FunctionCode kFunctionArbitraryKey = 37;
+inline constexpr FunctionCode kFunctionOff = 38;
 inline constexpr FunctionCode kFirstCharmFunction = 39;
 inline constexpr FunctionCode kLastCharmFunction = 54;
 
@@ -104,5 +105,8 @@ struct OsVersion {
 // The functions that a button slot can choose from, in their order. slotIsOnMouse is false for a slot at or beyond the
 // model's button count, which offers neither the gesture function nor Shift.
 std::vector<CatalogueRow> FunctionsForSlot(OsVersion os, bool slotIsOnMouse);
+
+// The functions that a gesture can run, in their order.
+std::vector<CatalogueRow> FunctionsForGesture(OsVersion os);
 
 }  // namespace kvn::model

@@ -5,7 +5,6 @@
 #include <span>
 
 #include "gestures/arbitrary_key_dialog.h"
-#include "page/property_page.h"
 #include "platform/boundary.h"
 #include "platform/combo_box.h"
 #include "platform/subclass.h"
@@ -175,16 +174,14 @@ LRESULT CALLBACK ButtonPane::PaneProcedure(HWND window, UINT message, WPARAM wPa
 }
 
 LRESULT ButtonPane::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-    bool changes = false;
     if (message == WM_COMMAND) {
         OnCommand(LOWORD(wParam), HIWORD(wParam));
-        changes = owner.IsChangingCommand(pane, wParam, lParam);
+        owner.OnPaneCommand(pane, wParam, lParam);
     } else if (message == WM_HSCROLL) {
-        changes = owner.IsChangingScroll(reinterpret_cast<HWND>(lParam));
+        owner.OnPaneScroll(reinterpret_cast<HWND>(lParam));
     } else if (message == WM_DESTROY) {
         ClearPicture(Control(IDC_PANE_PICTURE));
     }
-    if (changes) MarkPageChanged(GetParent(pane));
     return CallWindowProcW(previousProcedure, pane, message, wParam, lParam);
 }
 

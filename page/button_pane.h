@@ -19,9 +19,9 @@ class IButtonPaneOwner {
 public:
     virtual void OnHelp() = 0;
     virtual void OnReset() = 0;
-    // Whether a command or a scroll in the pane changes the settings.
-    virtual bool IsChangingCommand(HWND pane, WPARAM wParam, LPARAM lParam) = 0;
-    virtual bool IsChangingScroll(HWND trackbar) = 0;
+    // Told of every command and scroll in the pane, so that the page can count as changed.
+    virtual void OnPaneCommand(HWND pane, WPARAM wParam, LPARAM lParam) = 0;
+    virtual void OnPaneScroll(HWND trackbar) = 0;
 
 protected:
     ~IButtonPaneOwner() = default;

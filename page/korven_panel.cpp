@@ -10,10 +10,10 @@
 
 #include "model/registry_records.h"
 #include "model/settings_store.h"
+#include "page/property_page.h"
 #include "page/service_folder.h"
 #include "platform/module.h"
 #include "platform/service_window.h"
-#include "platform/subclass.h"
 #include "platform/texts.h"
 #include "resources/resource.h"
 
@@ -46,7 +46,10 @@ const KorvenPanel::CommandRow KorvenPanel::kCommands[] = {
     {IDC_PAGE_PROFILE, &KorvenPanel::OnProfileCommand},
 };
 
-KorvenPanel::KorvenPanel() : boxes(platform::ThisModule(), IDS_CAPTION), buttonPane(settings, boxes, *this) {}
+KorvenPanel::KorvenPanel()
+    : boxes(platform::ThisModule(), IDS_CAPTION),
+      buttonPane(settings, boxes, *this),
+      gesturePane(settings, boxes, gestureManager, gestureTrail, *this) {}
 
 bool KorvenPanel::CanAddPage(LPFNADDPROPSHEETPAGE /*addPage*/, LPARAM /*parameter*/) {
     return platform::IsServiceAvailable();
@@ -62,6 +65,7 @@ void KorvenPanel::OnInitDialog(HINSTANCE module, HWND page) {
     FillProfileCombo();
     RepairProfiles();
     buttonPane.Fill(settings.Selected());
+    gesturePane.ShowProfile();
     buttonPane.DisableMissingCapabilities();
     FindServiceFiles();
 }
@@ -88,12 +92,12 @@ void KorvenPanel::CreatePanes(HINSTANCE module) {
         SendMessageW(tab, TCM_INSERTITEMW, i, reinterpret_cast<LPARAM>(&item));
     }
     buttonPaneWindow = buttonPane.Create(module, pageWindow);
-    gesturePaneWindow =
-        CreateDialogParamW(module, MAKEINTRESOURCEW(IDD_GESTURE_PANE), pageWindow, platform::IgnoreMessage, 0);
+    gesturePaneWindow = gesturePane.Create(module, pageWindow);
     PlacePane(buttonPaneWindow, Control(IDC_PAGE_EDIT_PROFILE));
     PlacePane(gesturePaneWindow, buttonPaneWindow);
     ShowWindow(buttonPaneWindow, SW_SHOW);
     buttonPane.SetUp();
+    gesturePane.SetUp();
 }
 
 // Lays the pane onto the tab control's display area, above it and directly after `previous` in the tab order.
@@ -185,6 +189,7 @@ void KorvenPanel::OnProfileCommand(UINT notification) {
     StorePane();
     settings.selectedProfile = static_cast<std::size_t>(chosen);
     buttonPane.Fill(model::CheckedCopy(settings.Selected()));
+    gesturePane.ShowProfile();
 }
 
 void KorvenPanel::OnHelpCommand(UINT /*notification*/) {
@@ -210,12 +215,16 @@ void KorvenPanel::OnReset() {
     buttonPane.Fill(initial);
 }
 
-bool KorvenPanel::IsChangingCommand(HWND pane, WPARAM wParam, LPARAM lParam) {
-    return OnCommandChanged(pane, wParam, lParam);
+void KorvenPanel::OnPaneCommand(HWND pane, WPARAM wParam, LPARAM lParam) {
+    if (OnCommandChanged(pane, wParam, lParam)) MarkPageChanged(pageWindow);
 }
 
-bool KorvenPanel::IsChangingScroll(HWND trackbar) {
-    return OnHScroll(trackbar);
+void KorvenPanel::OnPaneScroll(HWND trackbar) {
+    if (OnHScroll(trackbar)) MarkPageChanged(pageWindow);
+}
+
+model::SettingValues KorvenPanel::ShownValues() const {
+    return buttonPane.Read(settings.Selected()).values;
 }
 
 void KorvenPanel::OnCopyData(HWND sender, const COPYDATASTRUCT* data) {

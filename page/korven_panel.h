@@ -5,6 +5,9 @@
 
 #include <string>
 
+#include "gestures/gesture_mgr.h"
+#include "gestures/gesture_pane.h"
+#include "gestures/gesture_trail_overlay.h"
 #include "model/mouse_settings.h"
 #include "page/button_pane.h"
 #include "page/property_panel.h"
@@ -13,7 +16,7 @@
 
 namespace kvn::page {
 
-class KorvenPanel final : public IPropertyPanel, private IButtonPaneOwner {
+class KorvenPanel final : public IPropertyPanel, private IButtonPaneOwner, private gestures::IGesturePaneOwner {
 public:
     KorvenPanel();
     ~KorvenPanel() override = default;
@@ -40,11 +43,12 @@ private:
     };
     static const CommandRow kCommands[];
 
-    // IButtonPaneOwner
+    // IButtonPaneOwner, IGesturePaneOwner
     void OnHelp() override;
     void OnReset() override;
-    bool IsChangingCommand(HWND pane, WPARAM wParam, LPARAM lParam) override;
-    bool IsChangingScroll(HWND trackbar) override;
+    void OnPaneCommand(HWND pane, WPARAM wParam, LPARAM lParam) override;
+    void OnPaneScroll(HWND trackbar) override;
+    model::SettingValues ShownValues() const override;
 
     void OnProfileCommand(UINT notification);
     void OnHelpCommand(UINT notification);
@@ -69,6 +73,9 @@ private:
     model::MouseSettings settings;
     platform::MessageBoxes boxes;
     ButtonPane buttonPane;
+    gestures::GestureTrailOverlay gestureTrail;
+    gestures::CGestureMgr gestureManager{gestureTrail};
+    gestures::GesturePane gesturePane;
 
     HWND pageWindow = nullptr;
     HWND buttonPaneWindow = nullptr;

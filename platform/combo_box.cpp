@@ -22,6 +22,15 @@ std::optional<int> SelectedComboData(HWND combo) {
     return Send(combo, CB_GETITEMDATA, static_cast<WPARAM>(index));
 }
 
+std::wstring SelectedComboText(HWND combo) {
+    const int index = Send(combo, CB_GETCURSEL);
+    const int length = index < 0 ? CB_ERR : Send(combo, CB_GETLBTEXTLEN, static_cast<WPARAM>(index));
+    if (length <= 0) return {};
+    std::wstring text(static_cast<std::size_t>(length), L'\0');
+    Send(combo, CB_GETLBTEXT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(text.data()));
+    return text;
+}
+
 std::optional<int> FindComboData(HWND combo, int data, int maxCount) {
     const int count = std::min(Send(combo, CB_GETCOUNT), maxCount);
     for (int index = 0; index < count; ++index) {

@@ -14,6 +14,9 @@ void AddComboItem(HWND combo, const std::wstring& text, int data);
 // The number of the selected entry; nothing when none is selected.
 std::optional<int> SelectedComboData(HWND combo);
 
+// The text of the selected entry; empty when none is selected.
+std::wstring SelectedComboText(HWND combo);
+
 // The index of the first entry with this number among the first maxCount ones.
 std::optional<int> FindComboData(HWND combo, int data, int maxCount);
 

@@ -86,4 +86,13 @@ void ClearListRows(HWND list) {
     Send(list, LVM_DELETEALLITEMS);
 }
 
+PausedRedraw::PausedRedraw(HWND listView) : list(listView) {
+    Send(list, WM_SETREDRAW, FALSE);
+}
+
+PausedRedraw::~PausedRedraw() {
+    Send(list, WM_SETREDRAW, TRUE);
+    InvalidateRect(list, nullptr, TRUE);
+}
+
 }  // namespace kvn::platform

@@ -60,6 +60,8 @@ using UniqueRegistryKey = Owned<HKEY, &RegCloseKey>;
 // A kernel object whose creator answers null on failure (a process, a thread, an event).
 using UniqueKernelObject = Owned<HANDLE, &CloseHandle>;
 using UniqueBitmap = Owned<HBITMAP, &DeleteObject>;
+using UniqueBrush = Owned<HBRUSH, &DeleteObject>;
+using UniquePen = Owned<HPEN, &DeleteObject>;
 // Memory of the COM task allocator.
 template <typename T>
 using UniqueTaskMemory = Owned<T*, &CoTaskMemFree>;

@@ -1,0 +1,219 @@
+#include "gestures/gesture_edit_dialog.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "gestures/arbitrary_key_dialog.h"
+#include "gestures/gesture_button.h"
+#include "gestures/gesture_texts.h"
+#include "platform/boundary.h"
+#include "platform/combo_box.h"
+#include "platform/service_window.h"
+#include "platform/subclass.h"
+#include "platform/texts.h"
+#include "platform/window_text.h"
+#include "resources/resource.h"
+
+namespace kvn::gestures {
+namespace {
+
+constexpr INT_PTR kAccepted = 1;
+constexpr INT_PTR kCancelled = 2;
+constexpr UINT_PTR kCaptureTimer = 221;
+constexpr UINT kCaptureInterval = 100;  // milliseconds
+constexpr int kMaxFieldText = 512;
+// A function is looked for among so many entries, which is more than are offered.
+constexpr int kFunctionSearchCount = 50;
+
+void ClickLeftButton() {
+    mouse_event(MOUSEEVENTF_LEFTDOWN, 0, 0, 0, 0);
+    mouse_event(MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
+}
+
+}  // namespace
+
+GestureEditDialog::GestureEditDialog(const model::MouseSettings& mouseSettings,
+                                     const platform::MessageBoxes& messageBoxes, CGestureMgr& gestureManager,
+                                     GestureTrailOverlay& trailOverlay)
+    : settings(mouseSettings), boxes(messageBoxes), manager(gestureManager), trail(trailOverlay) {}
+
+void GestureEditDialog::Run(HINSTANCE module, HWND owner, GestureEditRequest editRequest) {
+    resources = module;
+    request = std::move(editRequest);
+    manager.SetCallback(OnGestureNotice, this);
+    DialogBoxParamW(module, MAKEINTRESOURCEW(IDD_EDIT_GESTURE), owner, DialogProcedure, reinterpret_cast<LPARAM>(this));
+    if (manager.IsActive()) manager.Disarm();
+}
+
+INT_PTR CALLBACK GestureEditDialog::DialogProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_INITDIALOG) {
+        SetWindowLongPtrW(window, GWLP_USERDATA, lParam);
+        reinterpret_cast<GestureEditDialog*>(lParam)->dialog = window;
+    }
+    auto* self = platform::ObjectOf<GestureEditDialog>(window);
+    if (self == nullptr) return FALSE;
+    return platform::AtBoundary<INT_PTR>(FALSE, [&] { return self->HandleMessage(message, wParam, lParam); });
+}
+
+INT_PTR GestureEditDialog::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+        case WM_INITDIALOG:
+            OnInitDialog();
+            return TRUE;
+        case WM_CTLCOLORSTATIC:
+            if (reinterpret_cast<HWND>(lParam) != Control(IDC_GESTURE_STROKE)) return FALSE;
+            return reinterpret_cast<INT_PTR>(OnStrokeColour(reinterpret_cast<HDC>(wParam)));
+        case WM_TIMER:
+            if (wParam == kCaptureTimer) manager.Tick();
+            return TRUE;
+        case WM_COMMAND:
+            OnCommand(LOWORD(wParam), HIWORD(wParam));
+            return TRUE;
+        case WM_DESTROY:
+            OnDestroy();
+            return TRUE;
+        default:
+            return FALSE;
+    }
+}
+
+void GestureEditDialog::OnInitDialog() {
+    platform::NotifyGestureEditBegin();
+    FillFunctions();
+    if (request.mode == GestureEditMode::Edit) ShowGesture();
+    SetTimer(dialog, kCaptureTimer, kCaptureInterval, nullptr);
+}
+
+void GestureEditDialog::FillFunctions() {
+    for (const model::CatalogueRow& row : model::FunctionsForGesture(settings.os)) {
+        platform::AddComboItem(Control(IDC_GESTURE_FUNCTION), platform::LoadText(resources, row.textId), row.code);
+    }
+}
+
+void GestureEditDialog::ShowGesture() {
+    const model::GestureEntry& gesture = request.gesture;
+    ShowStroke(gesture.stroke);
+    SetDlgItemTextW(dialog, IDC_GESTURE_MEMO, gesture.memo.c_str());
+    const HWND functions = Control(IDC_GESTURE_FUNCTION);
+    const auto index = platform::FindComboData(functions, gesture.function, kFunctionSearchCount);
+    if (!index) return;
+    if (gesture.function == model::kFunctionArbitraryKey) {
+        const std::wstring name = platform::LoadText(resources, IDS_FUNCTION_ARBITRARY_KEY);
+        platform::ReplaceComboText(functions, *index, model::ArbitraryKeyLabel(name, gesture.etcKey));
+    }
+    SendMessageW(functions, CB_SETCURSEL, static_cast<WPARAM>(*index), 0);
+}
+
+void GestureEditDialog::ShowStroke(const std::wstring& text) {
+    SetDlgItemTextW(dialog, IDC_GESTURE_STROKE, text.c_str());
+}
+
+HBRUSH GestureEditDialog::OnStrokeColour(HDC context) const {
+    SetBkColor(context, GetSysColor(COLOR_WINDOW));
+    SetTextColor(context, GetSysColor(COLOR_WINDOWTEXT));
+    return GetSysColorBrush(COLOR_WINDOW);
+}
+
+void GestureEditDialog::OnCommand(int control, int notification) {
+    switch (control) {
+        case IDC_GESTURE_FUNCTION:
+            if (notification == CBN_SELCHANGE) OnFunctionChosen();
+            break;
+        case IDC_GESTURE_STROKE:
+            if (notification == STN_CLICKED) OnStrokeClicked();
+            break;
+        case IDOK:
+            OnOk();
+            break;
+        case IDCANCEL:
+            EndDialog(dialog, kCancelled);
+            break;
+        default:
+            break;
+    }
+}
+
+void GestureEditDialog::OnFunctionChosen() {
+    const HWND functions = Control(IDC_GESTURE_FUNCTION);
+    if (platform::SelectedComboData(functions) != model::kFunctionArbitraryKey) return;
+    const auto index = static_cast<int>(SendMessageW(functions, CB_GETCURSEL, 0, 0));
+    const std::wstring name = platform::LoadText(resources, IDS_FUNCTION_ARBITRARY_KEY);
+    KeyCaptureRecord capture;
+    capture.keys = model::TextToEtcKey(platform::SelectedComboText(functions), name);
+    capture.origin = dialog;
+    if (!RunArbitraryKeyDialog(resources, capture)) return;
+    platform::ReplaceComboText(functions, index, model::ArbitraryKeyLabel(name, capture.keys));
+    SendMessageW(functions, CB_SETCURSEL, static_cast<WPARAM>(index), 0);
+}
+
+void GestureEditDialog::OnStrokeClicked() {
+    if (manager.IsActive() || request.gestureButton == nullptr) return;
+    OutputDebugStringW(request.gestureButton->debugText);
+    manager.Arm(request.gestureButton->button);
+    ShowStroke(platform::LoadText(resources, IDS_STROKE_START));
+}
+
+void GestureEditDialog::OnOk() {
+    model::GestureEntry confirmed;
+    confirmed.stroke = platform::WindowText(Control(IDC_GESTURE_STROKE), kMaxFieldText);
+    if (confirmed.stroke.empty() || manager.IsActive()) return;
+    confirmed.memo = platform::WindowText(Control(IDC_GESTURE_MEMO), kMaxFieldText);
+    const HWND functions = Control(IDC_GESTURE_FUNCTION);
+    const auto function = platform::SelectedComboData(functions);
+    if (!function) return;
+    const std::wstring functionText = platform::SelectedComboText(functions);
+    // An edited stroke may equal another gesture's.
+    if (request.mode == GestureEditMode::Add && IsStrokeTaken(confirmed.stroke)) {
+        boxes.Show(dialog, IDS_GESTURE_REGISTERED, MB_OK | MB_ICONEXCLAMATION);
+        return;
+    }
+    confirmed.function = *function;
+    if (confirmed.function == model::kFunctionArbitraryKey) {
+        confirmed.etcKey = model::TextToEtcKey(functionText, platform::LoadText(resources, IDS_FUNCTION_ARBITRARY_KEY));
+    }
+    request.onConfirmed(confirmed, functionText);
+    EndDialog(dialog, kAccepted);
+    ClickLeftButton();
+}
+
+bool GestureEditDialog::IsStrokeTaken(const std::wstring& stroke) const {
+    const auto& gestures = settings.Selected().gestures;
+    return std::any_of(gestures.begin(), gestures.end(),
+                       [&](const model::GestureEntry& gesture) { return gesture.stroke == stroke; });
+}
+
+void GestureEditDialog::OnDestroy() {
+    platform::NotifyGestureEditEnd();
+    trail.Destroy();
+    InvalidateRect(GetWindow(dialog, GW_OWNER), nullptr, FALSE);
+    dialog = nullptr;
+}
+
+std::int32_t GestureEditDialog::OnGestureNotice(const model::GestureNotice* notice) {
+    return platform::AtBoundary(0, [&] {
+        static_cast<GestureEditDialog*>(notice->context)->OnNotice(*notice);
+        return 0;
+    });
+}
+
+void GestureEditDialog::OnNotice(const model::GestureNotice& notice) {
+    if (dialog == nullptr) return;
+    switch (notice.kind) {
+        case model::GestureNoticeKind::Started:
+            trail.Show(resources, dialog);
+            ShowStroke(platform::LoadText(resources, IDS_STROKE_START));
+            break;
+        case model::GestureNoticeKind::Progress:
+            ShowStroke(StrokeText(resources, notice));
+            break;
+        case model::GestureNoticeKind::Completed:
+        case model::GestureNoticeKind::Cancelled:  // without directions, so the text is empty
+            trail.Destroy();
+            ShowStroke(StrokeText(resources, notice));
+            break;
+        default:
+            break;
+    }
+}
+
+}  // namespace kvn::gestures

@@ -1,0 +1,72 @@
+// The modal dialog "Edit gesture": the stroke is recorded with the mouse, its function chosen, a note typed.
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <string>
+
+#include "gestures/gesture_mgr.h"
+#include "gestures/gesture_trail_overlay.h"
+#include "model/mouse_settings.h"
+#include "platform/message_box.h"
+
+namespace kvn::gestures {
+
+struct GestureButtonRow;
+
+enum class GestureEditMode { Add = 0, Edit = 4 };
+
+// What the opener passes.
+struct GestureEditRequest {
+    GestureEditMode mode = GestureEditMode::Add;
+    model::GestureEntry gesture;                      // what is edited
+    const GestureButtonRow* gestureButton = nullptr;  // what a stroke is drawn with; null: none can be recorded
+    // The user's OK, with the text of the chosen function; the dialog is still open.
+    std::function<void(const model::GestureEntry& gesture, const std::wstring& functionText)> onConfirmed;
+};
+
+class GestureEditDialog {
+public:
+    GestureEditDialog(const model::MouseSettings& mouseSettings, const platform::MessageBoxes& messageBoxes,
+                      CGestureMgr& gestureManager, GestureTrailOverlay& trailOverlay);
+    GestureEditDialog(const GestureEditDialog&) = delete;
+    GestureEditDialog& operator=(const GestureEditDialog&) = delete;
+
+    bool IsOpen() const { return dialog != nullptr; }
+
+    // Runs the dialog; one at a time.
+    void Run(HINSTANCE module, HWND owner, GestureEditRequest editRequest);
+
+private:
+    static INT_PTR CALLBACK DialogProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    INT_PTR HandleMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    void OnInitDialog();
+    void OnCommand(int control, int notification);
+    void OnFunctionChosen();
+    void OnStrokeClicked();
+    void OnOk();
+    void OnDestroy();
+    HBRUSH OnStrokeColour(HDC context) const;
+
+    // What the gesture manager tells.
+    static std::int32_t OnGestureNotice(const model::GestureNotice* notice);
+    void OnNotice(const model::GestureNotice& notice);
+
+    void FillFunctions();
+    void ShowGesture();
+    void ShowStroke(const std::wstring& text);
+    bool IsStrokeTaken(const std::wstring& stroke) const;
+    HWND Control(int control) const { return GetDlgItem(dialog, control); }
+
+    const model::MouseSettings& settings;
+    const platform::MessageBoxes& boxes;
+    CGestureMgr& manager;
+    GestureTrailOverlay& trail;
+
+    HINSTANCE resources = nullptr;
+    HWND dialog = nullptr;  // null while it is closed
+    GestureEditRequest request;
+};
+
+}  // namespace kvn::gestures

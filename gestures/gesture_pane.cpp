@@ -1,0 +1,218 @@
+#include "gestures/gesture_pane.h"
+
+#include <commctrl.h>
+
+#include <algorithm>
+#include <array>
+#include <iterator>
+
+#include "gestures/gesture_button.h"
+#include "gestures/gesture_texts.h"
+#include "platform/boundary.h"
+#include "platform/list_view.h"
+#include "platform/subclass.h"
+#include "platform/texts.h"
+#include "resources/resource.h"
+
+namespace kvn::gestures {
+namespace {
+
+enum Column { kStrokeColumn, kFunctionColumn, kMemoColumn };
+
+struct ColumnRow {
+    UINT titleId;
+    int width;  // pixels
+};
+constexpr std::array<ColumnRow, 3> kColumns{
+    {{IDS_COLUMN_GESTURE, 70}, {IDS_COLUMN_FUNCTION, 125}, {IDS_COLUMN_MEMO, 172}}};
+
+}  // namespace
+
+const GesturePane::CommandRow GesturePane::kCommands[] = {
+    {IDC_GESTURES_ADD, &GesturePane::OnAdd},
+    {IDC_GESTURES_EDIT, &GesturePane::OnEdit},
+    {IDC_GESTURES_DELETE, &GesturePane::OnDelete},
+};
+
+GesturePane::GesturePane(model::MouseSettings& mouseSettings, const platform::MessageBoxes& messageBoxes,
+                         CGestureMgr& gestureManager, GestureTrailOverlay& trailOverlay, IGesturePaneOwner& paneOwner)
+    : settings(mouseSettings),
+      boxes(messageBoxes),
+      owner(paneOwner),
+      editor(mouseSettings, messageBoxes, gestureManager, trailOverlay) {}
+
+HWND GesturePane::Create(HINSTANCE module, HWND page) {
+    resources = module;
+    pane = CreateDialogParamW(module, MAKEINTRESOURCEW(IDD_GESTURE_PANE), page, platform::IgnoreMessage, 0);
+    return pane;
+}
+
+void GesturePane::SetUp() {
+    if (pane == nullptr) return;
+    platform::SelectFullRows(List());
+    for (std::size_t i = 0; i < kColumns.size(); ++i) {
+        const std::wstring title = platform::LoadText(resources, kColumns[i].titleId);
+        platform::AddListColumn(List(), static_cast<int>(i), title, kColumns[i].width);
+    }
+    EnableForSelection();
+    previousProcedure = platform::Subclass(pane, PaneProcedure, this);
+}
+
+void GesturePane::ShowProfile() {
+    if (pane == nullptr) return;
+    const platform::PausedRedraw pause(List());
+    platform::ClearListRows(List());
+    int row = 0;
+    for (const model::GestureEntry& gesture : Gestures()) InsertRow(row++, gesture, FunctionText(resources, gesture));
+    EnableForSelection();
+}
+
+LRESULT CALLBACK GesturePane::PaneProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    GesturePane& self = *platform::ObjectOf<GesturePane>(window);
+    return platform::AtBoundary<LRESULT>(0, [&] { return self.HandleMessage(message, wParam, lParam); });
+}
+
+LRESULT GesturePane::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+        case WM_NCPAINT:
+            return 1;  // there is no frame to paint
+        case WM_NOTIFY:
+            if (wParam == IDC_GESTURES_LIST) OnListNotification(*reinterpret_cast<const NMHDR*>(lParam));
+            break;
+        case WM_COMMAND:
+            OnCommand(LOWORD(wParam));
+            owner.OnPaneCommand(pane, wParam, lParam);
+            break;
+        case WM_HSCROLL:
+            owner.OnPaneScroll(reinterpret_cast<HWND>(lParam));
+            break;
+        default:
+            break;
+    }
+    return CallWindowProcW(previousProcedure, pane, message, wParam, lParam);
+}
+
+void GesturePane::OnListNotification(const NMHDR& header) {
+    if (header.code == LVN_ITEMCHANGED) EnableForSelection();
+    if (header.code == NM_DBLCLK) OnDoubleClick();
+}
+
+void GesturePane::OnDoubleClick() {
+    LVHITTESTINFO hit{};
+    GetCursorPos(&hit.pt);
+    ScreenToClient(List(), &hit.pt);
+    const auto row = static_cast<int>(SendMessageW(List(), LVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit)));
+    if (row < 0) return;
+    const HWND edit = GetDlgItem(pane, IDC_GESTURES_EDIT);
+    SendMessageW(pane, WM_COMMAND, MAKEWPARAM(IDC_GESTURES_EDIT, BN_CLICKED), reinterpret_cast<LPARAM>(edit));
+}
+
+void GesturePane::OnCommand(int control) {
+    const auto row = std::find_if(std::begin(kCommands), std::end(kCommands),
+                                  [=](const CommandRow& command) { return command.control == control; });
+    if (row != std::end(kCommands)) (this->*row->handler)();
+}
+
+void GesturePane::OnAdd() {
+    if (boxes.AllowsAnotherItem(pane, platform::ListRowCount(List()))) OpenGestureEditor(GestureEditMode::Add);
+}
+
+void GesturePane::OnEdit() {
+    if (SelectedGesture()) {
+        OpenGestureEditor(GestureEditMode::Edit);
+    } else {
+        boxes.Show(pane, IDS_NO_GESTURE_SELECTED, MB_OK | MB_ICONEXCLAMATION);
+    }
+}
+
+void GesturePane::OnDelete() {
+    if (!platform::FirstSelectedRow(List())) {
+        boxes.Show(pane, IDS_NO_GESTURE_SELECTED, MB_OK | MB_ICONEXCLAMATION);
+        return;
+    }
+    if (boxes.Show(pane, IDS_CONFIRM_DELETE, MB_YESNO | MB_ICONEXCLAMATION) != IDYES) return;
+    while (const auto row = platform::FirstSelectedRow(List())) {
+        if (const auto index = SelectedGesture())
+            Gestures().erase(Gestures().begin() + static_cast<std::ptrdiff_t>(*index));
+        platform::DeleteListRow(List(), *row);
+    }
+    EnableForSelection();
+}
+
+void GesturePane::OpenGestureEditor(GestureEditMode mode) {
+    if (editor.IsOpen()) return;
+    const model::SettingValues shown = owner.ShownValues();
+    if (!HasGestureFunction(shown)) {
+        boxes.Show(pane, IDS_GESTURE_NEEDS_BUTTON, MB_OK | MB_ICONEXCLAMATION);
+        return;
+    }
+    GestureEditRequest request;
+    request.mode = mode;
+    request.gestureButton = FindGestureButton(shown);
+    const auto index = SelectedGesture();
+    if (mode == GestureEditMode::Edit && index) {
+        request.gesture = Gestures()[*index];
+        request.onConfirmed = [this, index](const model::GestureEntry& gesture, const std::wstring& functionText) {
+            ReplaceGesture(*index, gesture, functionText);
+        };
+    } else {
+        request.onConfirmed = [this](const model::GestureEntry& gesture, const std::wstring& functionText) {
+            AddGesture(gesture, functionText);
+        };
+    }
+    editor.Run(resources, pane, std::move(request));
+}
+
+// A row that the editor adds or changes shows the function as the editor does: "Arbitrary key" with the keys in
+// brackets. When the profile is shown again, the keys stand alone.
+void GesturePane::AddGesture(const model::GestureEntry& gesture, const std::wstring& functionText) {
+    Gestures().push_back(gesture);
+    InsertRow(static_cast<int>(Gestures().size()) - 1, gesture, functionText);
+}
+
+void GesturePane::ReplaceGesture(std::size_t index, const model::GestureEntry& gesture,
+                                 const std::wstring& functionText) {
+    Gestures()[index] = gesture;
+    const auto row = static_cast<int>(index);
+    platform::SetListText(List(), row, kStrokeColumn, gesture.stroke);
+    SetDetails(row, gesture, functionText);
+}
+
+void GesturePane::InsertRow(int row, const model::GestureEntry& gesture, const std::wstring& functionText) const {
+    platform::InsertListRow(List(), row, gesture.stroke);
+    SetDetails(row, gesture, functionText);
+}
+
+void GesturePane::SetDetails(int row, const model::GestureEntry& gesture, const std::wstring& functionText) const {
+    platform::SetListText(List(), row, kFunctionColumn, functionText);
+    platform::SetListText(List(), row, kMemoColumn, gesture.memo);
+}
+
+std::optional<std::size_t> GesturePane::SelectedGesture() const {
+    const auto row = platform::FirstSelectedRow(List());
+    // The editor of profiles may put another profile in place of the one that the list shows.
+    if (!row || static_cast<std::size_t>(*row) >= Gestures().size()) return std::nullopt;
+    return static_cast<std::size_t>(*row);
+}
+
+// Several rows can be deleted at once but not edited.
+void GesturePane::EnableForSelection() const {
+    const int count = platform::SelectedRowCount(List());
+    Enable(IDC_GESTURES_EDIT, count == 1);
+    if (count < 2) Enable(IDC_GESTURES_DELETE, count == 1);
+}
+
+// A control that has the focus passes it to the list before it is disabled, so that the keyboard keeps a place.
+void GesturePane::Enable(int control, bool enable) const {
+    const HWND button = GetDlgItem(pane, control);
+    if (!enable && GetFocus() == button) {
+        SendMessageW(pane, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(List()), TRUE);
+    }
+    EnableWindow(button, enable ? TRUE : FALSE);
+}
+
+HWND GesturePane::List() const {
+    return GetDlgItem(pane, IDC_GESTURES_LIST);
+}
+
+}  // namespace kvn::gestures

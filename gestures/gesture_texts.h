@@ -1,0 +1,20 @@
+// How gestures read in the list and in the editor.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+#include "model/profile.h"
+#include "model/stroke_recogniser.h"
+
+namespace kvn::gestures {
+
+// The letters of the notice's directions.
+std::wstring StrokeText(HINSTANCE module, const model::GestureNotice& notice);
+
+// What a gesture does: the keys alone for "Arbitrary key" with keys, else the function's name; empty for a function
+// without one.
+std::wstring FunctionText(HINSTANCE module, const model::GestureEntry& gesture);
+
+}  // namespace kvn::gestures

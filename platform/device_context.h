@@ -1,0 +1,41 @@
+// Drawing with GDI, where everything that is taken is given back.
+#pragma once
+
+#include <windows.h>
+
+namespace kvn::platform {
+
+// The drawing context of a window's client area.
+class WindowDeviceContext {
+public:
+    explicit WindowDeviceContext(HWND owner) : window(owner), context(GetDC(owner)) {}
+    ~WindowDeviceContext() {
+        if (context != nullptr) ReleaseDC(window, context);
+    }
+    WindowDeviceContext(const WindowDeviceContext&) = delete;
+    WindowDeviceContext& operator=(const WindowDeviceContext&) = delete;
+
+    // False when the window has none.
+    explicit operator bool() const { return context != nullptr; }
+    HDC Get() const { return context; }
+
+private:
+    HWND window;
+    HDC context;
+};
+
+// A pen or a brush that is selected for as long as this lives; the previous one comes back then.
+class SelectedObject {
+public:
+    SelectedObject(HDC deviceContext, HGDIOBJ object)
+        : context(deviceContext), previous(SelectObject(deviceContext, object)) {}
+    ~SelectedObject() { SelectObject(context, previous); }
+    SelectedObject(const SelectedObject&) = delete;
+    SelectedObject& operator=(const SelectedObject&) = delete;
+
+private:
+    HDC context;
+    HGDIOBJ previous;
+};
+
+}  // namespace kvn::platform
