@@ -89,6 +89,7 @@ TEST(FunctionCatalogue, CodesWithARoleHaveTheirNumbers) {
     EXPECT_EQ(kFunctionShift, 19);
     EXPECT_EQ(kFunctionGesture, 36);
     EXPECT_EQ(kFunctionArbitraryKey, 37);
+    EXPECT_EQ(kFunctionOff, 38);
 }
 
 TEST(FunctionCatalogue, Windows7OffersThePlainFunctionsAndOffLast) {
@@ -133,6 +134,16 @@ TEST(FunctionCatalogue, CodesWithoutARowAndTheBlankRowAreNeverOffered) {
             EXPECT_FALSE(Offers(os, true, code)) << VersionText(os) << ' ' << code;
             EXPECT_FALSE(Offers(os, false, code)) << VersionText(os) << ' ' << code;
         }
+    }
+}
+
+TEST(FunctionCatalogue, AGestureRunsWhatASlotCanButNeitherGestureNorOff) {
+    EXPECT_EQ(AsPairs(FunctionsForGesture(kWindows7)), Joined(PlainFunctions(), {{436, 37}}));
+    EXPECT_EQ(AsPairs(FunctionsForGesture(kWindows8)),
+              Joined(Joined(Without(PlainFunctions(), 31), {{436, 37}}), CharmFunctions()));
+    for (const OsVersion os : kOtherVersions) {
+        EXPECT_EQ(AsPairs(FunctionsForGesture(os)), Without(Without(AsPairs(FunctionsForSlot(os, true)), 36), 38))
+            << VersionText(os);
     }
 }
 
