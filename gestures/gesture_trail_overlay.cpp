@@ -56,7 +56,9 @@ void GestureTrailOverlay::StartAt(POINT cursor) {
 }
 
 void GestureTrailOverlay::DrawTo(POINT cursor) {
-    if (overlay != nullptr) DrawLineTo(cursor);
+    // A line without length would leave a dot as wide as the pen.
+    const bool hasMoved = cursor.x != lastPoint.x || cursor.y != lastPoint.y;
+    if (overlay != nullptr && hasMoved) DrawLineTo(cursor);
     lastPoint = cursor;
 }
 

@@ -126,6 +126,7 @@ const std::map<UINT, std::wstring> kTexts = {
     {1010, L"L"},
     {1011, L"D"},
     {1012, L"R"},
+    {1013, L"Start"},
 };
 
 struct ControlRow {

@@ -5,6 +5,7 @@
 #include <array>
 #include <string>
 
+#include "tests/support/debug_output.h"
 #include "tests/support/fake_service.h"
 #include "tests/support/waiting.h"
 
@@ -19,31 +20,6 @@ constexpr std::array kTwoButtons{ServiceButton::Button4, ServiceButton::Left};
 UINT NumberOf(ServiceMessage message) {
     return static_cast<UINT>(message);
 }
-
-// What is written to the debugger's output while the object lives.
-class DebugOutput {
-public:
-    DebugOutput() : handler(AddVectoredExceptionHandler(1, Record)) { written.clear(); }
-    DebugOutput(const DebugOutput&) = delete;
-    DebugOutput& operator=(const DebugOutput&) = delete;
-    ~DebugOutput() { RemoveVectoredExceptionHandler(handler); }
-
-    const std::string& Text() const { return written; }
-
-private:
-    // Debug output is an exception that a debugger would take: its arguments are the text's length with its zero, and
-    // the text.
-    static LONG CALLBACK Record(EXCEPTION_POINTERS* exception) {
-        const EXCEPTION_RECORD& record = *exception->ExceptionRecord;
-        constexpr DWORD kDebugPrint = 0x40010006;
-        if (record.ExceptionCode != kDebugPrint) return EXCEPTION_CONTINUE_SEARCH;
-        written += reinterpret_cast<const char*>(record.ExceptionInformation[1]);
-        return EXCEPTION_CONTINUE_EXECUTION;
-    }
-
-    void* handler;
-    static inline std::string written;
-};
 
 TEST(ServiceWindow, WithoutAServiceNothingIsSentAndNoButtonIsHeld) {
     ASSERT_EQ(nullptr, platform::FindService());

@@ -1,0 +1,225 @@
+// The tab "Allocate gesture function".
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include "tests/page/gesture_test.h"
+#include "tests/support/window_search.h"
+
+namespace kvn::test {
+namespace {
+
+using namespace std::string_literals;
+const std::vector<GestureText> kThreeGestures{
+    {"U", 3, "one page back", ""}, {"RD", 37, "paste", "Left Ctrl+V"}, {"LURD", 37, "", ""}};
+
+class GesturePaneTest : public GestureTest {
+protected:
+    // Presses the mouse button twice in the list, at the middle of a row's second column or below the last row.
+    void DoubleClick(int row) const {
+        RECT area{};
+        area.left = LVIR_BOUNDS;
+        SendMessageW(List(), LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&area));
+        const POINT place{120, row < RowCount() ? (area.top + area.bottom) / 2 : 200};
+        POINT onScreen = place;
+        ClientToScreen(List(), &onScreen);
+        SetCursorPos(onScreen.x, onScreen.y);
+        const LPARAM position = MAKELPARAM(place.x, place.y);
+        PostMessageW(List(), WM_LBUTTONDOWN, MK_LBUTTON, position);
+        PostMessageW(List(), WM_LBUTTONUP, 0, position);
+        PostMessageW(List(), WM_LBUTTONDBLCLK, MK_LBUTTON, position);
+        PostMessageW(List(), WM_LBUTTONUP, 0, position);
+    }
+    void ExpectButtons(bool edit, bool remove) const {
+        sheet->Settle();
+        EXPECT_EQ(edit, IsButtonEnabled(IDC_GESTURES_EDIT));
+        EXPECT_EQ(remove, IsButtonEnabled(IDC_GESTURES_DELETE));
+        EXPECT_TRUE(IsButtonEnabled(IDC_GESTURES_ADD));
+    }
+    void Delete(int answer) const {
+        Command(IDC_GESTURES_DELETE);
+        const MessageBoxSeen seen = AnswerMessageBox("whether to delete", answer);
+        EXPECT_EQ(kCaption, seen.caption);
+        EXPECT_EQ(L"Are you sure you want to delete?", seen.text);
+        EXPECT_EQ(static_cast<UINT>(MB_ICONEXCLAMATION), seen.icon);
+        EXPECT_EQ((std::vector<int>{IDYES, IDNO}), seen.buttons);
+        EXPECT_TRUE(sheet->IsQuiet());
+    }
+};
+
+TEST_F(GesturePaneTest, ColumnsHaveTheirTitlesAndWidths) {
+    Open();
+    const struct {
+        const wchar_t* title;
+        int width;
+    } expected[] = {{L"Gesture", 70}, {L"Functions", 125}, {L"Instructions", 172}};
+    for (WPARAM i = 0; i < 3; ++i) {
+        wchar_t title[64]{};
+        LVCOLUMNW column{};
+        column.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_FMT;
+        column.pszText = title;
+        column.cchTextMax = 64;
+        ASSERT_TRUE(SendMessageW(List(), LVM_GETCOLUMNW, i, reinterpret_cast<LPARAM>(&column)));
+        EXPECT_STREQ(expected[i].title, title);
+        EXPECT_EQ(expected[i].width, column.cx);
+        EXPECT_EQ(LVCFMT_LEFT, column.fmt & LVCFMT_JUSTIFYMASK);
+    }
+    LVCOLUMNW fourth{};
+    fourth.mask = LVCF_WIDTH;
+    EXPECT_FALSE(SendMessageW(List(), LVM_GETCOLUMNW, 3, reinterpret_cast<LPARAM>(&fourth)));
+}
+
+TEST_F(GesturePaneTest, ListSelectsFullRowsAndKeepsShowingThem) {
+    Open();
+    EXPECT_TRUE(SendMessageW(List(), LVM_GETEXTENDEDLISTVIEWSTYLE, 0, 0) & LVS_EX_FULLROWSELECT);
+    EXPECT_EQ(LVS_REPORT | LVS_SHOWSELALWAYS,
+              GetWindowLongW(List(), GWL_STYLE) & (LVS_TYPEMASK | LVS_SHOWSELALWAYS | LVS_SINGLESEL));
+}
+
+TEST_F(GesturePaneTest, RowsShowStrokeFunctionAndMemo) {
+    OpenWith({{"U", 3, "one page back", ""},
+              {"RD", 37, "paste", "Left Ctrl+V"},
+              {"LURD", 37, "", ""},
+              {"D", 0, "nothing", ""},
+              {"L", 35, "no name", ""},
+              {"R", 5, "keys of no use", "A"}});
+    ASSERT_EQ(6, RowCount());
+    EXPECT_EQ((RowTexts{L"U", L"Back (Internet Explorer)", L"one page back"}), Row(0));
+    EXPECT_EQ((RowTexts{L"RD", L"Left Ctrl+V", L"paste"}), Row(1));
+    EXPECT_EQ((RowTexts{L"LURD", L"Arbitrary key", L""}), Row(2));
+    EXPECT_EQ((RowTexts{L"D", L" ", L"nothing"}), Row(3));
+    EXPECT_EQ((RowTexts{L"L", L"", L"no name"}), Row(4));
+    EXPECT_EQ((RowTexts{L"R", L"Switch applications", L"keys of no use"}), Row(5));
+}
+
+TEST_F(GesturePaneTest, TheButtonsFollowTheSelection) {
+    OpenWith(kThreeGestures);
+    ExpectButtons(false, false);
+    SelectRow(1);
+    ExpectButtons(true, true);
+    SelectRow(0);
+    ExpectButtons(false, true);
+    SelectRow(2);
+    ExpectButtons(false, true);
+    SelectRow(0, false);
+    SelectRow(1, false);
+    ExpectButtons(true, true);
+    SelectRow(2, false);
+    ExpectButtons(false, false);
+}
+
+TEST_F(GesturePaneTest, NeitherShowingNorSelectingRowsChangesThePage) {
+    OpenWith(kThreeGestures);
+    EXPECT_FALSE(sheet->IsApplyEnabled());
+    SelectRow(1);
+    EXPECT_FALSE(sheet->IsApplyEnabled());
+}
+
+TEST_F(GesturePaneTest, DeleteRemovesAllSelectedGestures) {
+    OpenWith({{"U", 1, "a", ""}, {"D", 2, "b", ""}, {"L", 3, "c", ""}, {"R", 4, "d", ""}, {"UD", 5, "e", ""}});
+    for (const int row : {0, 2, 3}) SelectRow(row);
+    Delete(IDYES);
+    ASSERT_EQ(2, RowCount());
+    EXPECT_EQ(L"D", Row(0)[0]);
+    EXPECT_EQ(L"UD", Row(1)[0]);
+    ExpectButtons(false, false);
+    EXPECT_TRUE(sheet->IsApplyEnabled());
+    ApplySuccessfully();
+    EXPECT_EQ(StoredList(L"D\t2\tb\t\0UD\t5\te\t\0\0"s), ModelValues().at(L"Gesture"));
+}
+
+TEST_F(GesturePaneTest, ADeclinedDeleteKeepsEverything) {
+    OpenWith(kThreeGestures);
+    SelectRow(0);
+    SelectRow(2);
+    Delete(IDNO);
+    EXPECT_EQ(3, RowCount());
+    ExpectButtons(false, true);
+}
+
+TEST_F(GesturePaneTest, TheFocusGoesToTheListWhenItsButtonIsDisabled) {
+    OpenWith(kThreeGestures);
+    sheet->Run([this] { SendMessageW(sheet->PageControl(IDC_PAGE_TAB), TCM_SETCURFOCUS, 1, 0); });
+    SelectRow(0);
+    SetFocusTo(PaneButton(IDC_GESTURES_DELETE));
+    Delete(IDYES);
+    EXPECT_EQ(List(), sheet->Focus());
+}
+
+TEST_F(GesturePaneTest, EditAndDeleteNeedASelection) {
+    OpenWith(kThreeGestures);
+    SaysNothingIsSelected(IDC_GESTURES_EDIT);
+    SaysNothingIsSelected(IDC_GESTURES_DELETE);
+    EXPECT_EQ(3, RowCount());
+}
+
+TEST_F(GesturePaneTest, TheHundredAndFirstGestureIsRefused) {
+    OpenWith(ManyGestures(100));
+    Command(IDC_GESTURES_ADD);
+    ExpectWarning(AnswerMessageBox("the limit", IDOK), L"It is not possible to register more than 100 items.");
+    EXPECT_TRUE(sheet->IsQuiet());
+}
+
+TEST_F(GesturePaneTest, TheHundredthGestureIsAllowed) {
+    OpenWith(ManyGestures(99));
+    CloseEditor(OpenEditor(), IDCANCEL);
+}
+
+TEST_F(GesturePaneTest, WithoutTheGestureFunctionTheEditorDoesNotOpen) {
+    WriteProfiles({ProfileText("Default")});
+    Open();
+    Command(IDC_GESTURES_ADD);
+    ExpectWarning(AnswerMessageBox("what is missing", IDOK),
+                  L"To register and edit gestures, allocate gesture functions to the mouse buttons.");
+    EXPECT_TRUE(sheet->IsQuiet());
+    EXPECT_EQ(0U, service->CountOf(platform::ServiceMessage::GestureEditBegin));
+}
+
+TEST_F(GesturePaneTest, AChoiceThatIsNotAppliedYetCounts) {
+    WriteProfiles({ProfileText("Default")});
+    Open();
+    Choose(IDC_PANE_BUTTON4, 36);
+    const HWND editor = OpenEditor();
+    ClickStroke(editor);
+    Await("the query", [this] { return service->CountOf(platform::ServiceMessage::IsButtonHeld) > 0; });
+    EXPECT_EQ(8, service->Calls().back().lParam);
+    CloseEditor(editor, IDCANCEL);
+}
+
+TEST_F(GesturePaneTest, ADoubleClickOnARowEditsIt) {
+    OpenWith(kThreeGestures);
+    sheet->Run([this] { SendMessageW(sheet->PageControl(IDC_PAGE_TAB), TCM_SETCURFOCUS, 1, 0); });
+    DoubleClick(1);
+    const HWND editor = Await("the gesture editor", [this] { return OpenEditorWindow(); });
+    EXPECT_EQ(L"RD", Stroke(editor));
+    CloseEditor(editor, IDCANCEL);
+    EXPECT_TRUE(sheet->IsApplyEnabled());
+}
+
+TEST_F(GesturePaneTest, ADoubleClickBesideTheRowsDoesNothing) {
+    OpenWith(kThreeGestures);
+    sheet->Run([this] { SendMessageW(sheet->PageControl(IDC_PAGE_TAB), TCM_SETCURFOCUS, 1, 0); });
+    DoubleClick(3);
+    sheet->Settle();
+    EXPECT_TRUE(sheet->IsQuiet());
+}
+
+TEST_F(GesturePaneTest, AnotherProfileShowsItsOwnGestures) {
+    WriteProfiles({GestureProfile(kThreeGestures), GestureProfile({{"DU", 22, "delete", ""}}, "Games")});
+    Open();
+    SelectRow(1);
+    ChooseProfile(1);
+    ASSERT_EQ(1, RowCount());
+    EXPECT_EQ((RowTexts{L"DU", L"Delete", L"delete"}), Row(0));
+    ExpectButtons(false, false);
+    ChooseProfile(0);
+    EXPECT_EQ(3, RowCount());
+}
+
+TEST_F(GesturePaneTest, ThePaneHasNoFrameToPaint) {
+    Open();
+    EXPECT_EQ(1, SendMessageW(sheet->GesturePane(), WM_NCPAINT, 1, 0));
+}
+
+}  // namespace
+}  // namespace kvn::test

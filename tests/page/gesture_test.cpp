@@ -1,0 +1,175 @@
+#include "tests/page/gesture_test.h"
+
+#include <commctrl.h>
+
+#include <array>
+
+#include "tests/support/window_search.h"
+
+namespace kvn::test {
+namespace {
+
+constexpr wchar_t kEditorTitle[] = L"Edit gesture";
+constexpr POINT kStrokeOrigin{400, 300};  // with room for three steps either way on the smallest screen
+constexpr int kStep = 60;
+constexpr int kStepsPerLetter = 3;
+
+std::string GestureElement(const GestureText& gesture) {
+    return "<Key>" + gesture.stroke + "</Key><Function>" + std::to_string(gesture.function) + "</Function><Memo>" +
+           gesture.memo + "</Memo><EtcKey>" + gesture.keys + "</EtcKey>";
+}
+
+POINT StepOf(char letter) {
+    switch (letter) {
+        case 'U':
+            return {0, -kStep};
+        case 'R':
+            return {kStep, 0};
+        case 'D':
+            return {0, kStep};
+        default:
+            return {-kStep, 0};
+    }
+}
+
+}  // namespace
+
+std::string GestureProfile(const std::vector<GestureText>& gestures, const std::string& name) {
+    std::vector<ProfileElement> elements{{"tbutton", "36"}};
+    for (const GestureText& gesture : gestures) elements.emplace_back("Gesture", GestureElement(gesture));
+    return ProfileText(name, elements);
+}
+
+std::vector<GestureText> ManyGestures(int count) {
+    std::vector<GestureText> gestures;
+    for (int i = 0; i < count; ++i) gestures.push_back({"U" + std::to_string(i), 1 + i % 30, std::to_string(i), ""});
+    return gestures;
+}
+
+void GestureTest::OpenWith(const std::vector<GestureText>& gestures) {
+    WriteProfiles({GestureProfile(gestures)});
+    Open();
+}
+
+int GestureTest::RowCount() const {
+    return static_cast<int>(SendMessageW(List(), LVM_GETITEMCOUNT, 0, 0));
+}
+
+RowTexts GestureTest::Row(int row) const {
+    RowTexts texts;
+    for (int column = 0; column < 3; ++column) {
+        std::array<wchar_t, 1024> text{};
+        LVITEMW item{};
+        item.iSubItem = column;
+        item.pszText = text.data();
+        item.cchTextMax = static_cast<int>(text.size());
+        SendMessageW(List(), LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+        texts.emplace_back(text.data());
+    }
+    return texts;
+}
+
+void GestureTest::SelectRow(int row, bool select) const {
+    LVITEMW item{};
+    item.stateMask = LVIS_SELECTED;
+    item.state = select ? LVIS_SELECTED : 0;
+    SendMessageW(List(), LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+}
+
+void GestureTest::Command(int control) const {
+    PostMessageW(sheet->GesturePane(), WM_COMMAND, MAKEWPARAM(control, BN_CLICKED),
+                 reinterpret_cast<LPARAM>(PaneButton(control)));
+}
+
+void GestureTest::SaysNothingIsSelected(int control) const {
+    Command(control);
+    ExpectWarning(AnswerMessageBox("that nothing is selected", IDOK), L"A gesture has not been selected.");
+    EXPECT_TRUE(sheet->IsQuiet());
+}
+
+HWND GestureTest::OpenEditorWindow() const {
+    return FindTopLevelWindow([](HWND window) { return IsWindowVisible(window) && TitleOf(window) == kEditorTitle; });
+}
+
+HWND GestureTest::OpenEditor(int control) const {
+    Command(control);
+    const HWND editor = Await("the gesture editor", [this] { return OpenEditorWindow(); });
+    sheet->Settle();
+    return editor;
+}
+
+void GestureTest::CloseEditor(HWND editor, int button) const {
+    PostMessageW(GetDlgItem(editor, button), BM_CLICK, 0, 0);
+    Await("the end of the gesture editor", [=] { return !IsWindow(editor); });
+    EXPECT_TRUE(sheet->IsQuiet());
+}
+
+void GestureTest::ExpectOkIgnored(HWND editor) const {
+    PostMessageW(GetDlgItem(editor, IDOK), BM_CLICK, 0, 0);
+    sheet->Settle();
+    sheet->Settle();
+    EXPECT_EQ(nullptr, OpenMessageBox());
+    EXPECT_TRUE(IsWindowVisible(editor));
+}
+
+std::wstring GestureTest::Stroke(HWND editor) const {
+    sheet->Settle();
+    return TextOf(GetDlgItem(editor, IDC_GESTURE_STROKE));
+}
+
+void GestureTest::ClickStroke(HWND editor) const {
+    const HWND field = GetDlgItem(editor, IDC_GESTURE_STROKE);
+    SendMessageW(editor, WM_COMMAND, MAKEWPARAM(IDC_GESTURE_STROKE, STN_CLICKED), reinterpret_cast<LPARAM>(field));
+}
+
+void GestureTest::ChooseFunction(HWND editor, int function) const {
+    const HWND combo = GetDlgItem(editor, IDC_GESTURE_FUNCTION);
+    sheet->Start([=] {
+        SendMessageW(combo, CB_SETCURSEL, static_cast<WPARAM>(IndexOfData(combo, function)), 0);
+        SendMessageW(editor, WM_COMMAND, MAKEWPARAM(IDC_GESTURE_FUNCTION, CBN_SELCHANGE),
+                     reinterpret_cast<LPARAM>(combo));
+    });
+    sheet->Settle();
+}
+
+void GestureTest::TypeMemo(HWND editor, const std::wstring& memo) {
+    SendDlgItemMessageW(editor, IDC_GESTURE_MEMO, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(memo.c_str()));
+}
+
+void GestureTest::HoldGestureButton(HWND editor) {
+    SetCursorPos(kStrokeOrigin.x, kStrokeOrigin.y);
+    service->ReplyTo(platform::ServiceMessage::IsButtonHeld, 1);
+    Tick(editor);
+}
+
+void GestureTest::ReleaseGestureButton(HWND editor) {
+    service->ReplyTo(platform::ServiceMessage::IsButtonHeld, 0);
+    Tick(editor);
+}
+
+void GestureTest::Draw(HWND editor, const std::string& letters) {
+    for (const char letter : letters) {
+        const POINT step = StepOf(letter);
+        for (int i = 0; i < kStepsPerLetter; ++i) {
+            POINT cursor{};
+            GetCursorPos(&cursor);
+            SetCursorPos(cursor.x + step.x, cursor.y + step.y);
+            Tick(editor);
+        }
+    }
+}
+
+void GestureTest::Record(HWND editor, const std::string& letters) {
+    ClickStroke(editor);
+    HoldGestureButton(editor);
+    Draw(editor, letters);
+    ReleaseGestureButton(editor);
+}
+
+HWND GestureTest::OverlayOf(HWND editor) {
+    return FindTopLevelWindow([=](HWND window) {
+        return GetWindow(window, GW_OWNER) == editor && (GetWindowLongW(window, GWL_EXSTYLE) & WS_EX_LAYERED) != 0;
+    });
+}
+
+}  // namespace kvn::test
