@@ -8,6 +8,7 @@
 #include "platform/boundary.h"
 #include "platform/combo_box.h"
 #include "platform/subclass.h"
+#include "platform/window_text.h"
 #include "resources/resource.h"
 
 namespace kvn::gestures {
@@ -126,9 +127,8 @@ void OnClear(HWND dialog) {
 
 void OnOk(HWND dialog) {
     for (std::size_t i = 0; i < kInputs.size(); ++i) {
-        std::array<wchar_t, kMaxFieldText + 1> text{};
-        GetDlgItemTextW(dialog, kInputs[i], text.data(), static_cast<int>(text.size()));
-        openRecord->keys.codes[i] = model::KeyCodeOf(text.data());
+        const std::wstring text = platform::WindowText(GetDlgItem(dialog, kInputs[i]), kMaxFieldText);
+        openRecord->keys.codes[i] = model::KeyCodeOf(text);
     }
     EndDialog(dialog, kAccepted);
 }

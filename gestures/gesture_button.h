@@ -1,7 +1,7 @@
 // The mouse button that carries the gesture function.
 #pragma once
 
-#include "model/profile.h"
+#include "model/setting_field.h"
 #include "platform/service_protocol.h"
 
 namespace kvn::gestures {

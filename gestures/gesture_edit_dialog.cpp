@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "gestures/arbitrary_key_dialog.h"
+#include "gestures/function_combo.h"
 #include "gestures/gesture_button.h"
 #include "gestures/gesture_texts.h"
 #include "platform/boundary.h"
@@ -25,9 +26,16 @@ constexpr int kMaxFieldText = 512;
 // A function is looked for among so many entries, which is more than are offered.
 constexpr int kFunctionSearchCount = 50;
 
+// What follows a confirmed gesture, wherever the cursor stands.
 void ClickLeftButton() {
     mouse_event(MOUSEEVENTF_LEFTDOWN, 0, 0, 0, 0);
     mouse_event(MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
+}
+
+HBRUSH ColourOfStrokeField(HDC context) {
+    SetBkColor(context, GetSysColor(COLOR_WINDOW));
+    SetTextColor(context, GetSysColor(COLOR_WINDOWTEXT));
+    return GetSysColorBrush(COLOR_WINDOW);
 }
 
 }  // namespace
@@ -42,7 +50,7 @@ void GestureEditDialog::Run(HINSTANCE module, HWND owner, GestureEditRequest edi
     request = std::move(editRequest);
     manager.SetCallback(OnGestureNotice, this);
     DialogBoxParamW(module, MAKEINTRESOURCEW(IDD_EDIT_GESTURE), owner, DialogProcedure, reinterpret_cast<LPARAM>(this));
-    if (manager.IsActive()) manager.Disarm();
+    manager.Disarm();
 }
 
 INT_PTR CALLBACK GestureEditDialog::DialogProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -62,9 +70,10 @@ INT_PTR GestureEditDialog::HandleMessage(UINT message, WPARAM wParam, LPARAM lPa
             return TRUE;
         case WM_CTLCOLORSTATIC:
             if (reinterpret_cast<HWND>(lParam) != Control(IDC_GESTURE_STROKE)) return FALSE;
-            return reinterpret_cast<INT_PTR>(OnStrokeColour(reinterpret_cast<HDC>(wParam)));
+            return reinterpret_cast<INT_PTR>(ColourOfStrokeField(reinterpret_cast<HDC>(wParam)));
         case WM_TIMER:
-            if (wParam == kCaptureTimer) manager.Tick();
+            if (wParam != kCaptureTimer) return FALSE;
+            manager.Tick();
             return TRUE;
         case WM_COMMAND:
             OnCommand(LOWORD(wParam), HIWORD(wParam));
@@ -79,15 +88,10 @@ INT_PTR GestureEditDialog::HandleMessage(UINT message, WPARAM wParam, LPARAM lPa
 
 void GestureEditDialog::OnInitDialog() {
     platform::NotifyGestureEditBegin();
-    FillFunctions();
+    AddFunctions(Control(IDC_GESTURE_FUNCTION), resources, model::FunctionsForGesture(settings.os));
+    SendDlgItemMessageW(dialog, IDC_GESTURE_MEMO, EM_LIMITTEXT, kMaxFieldText, 0);
     if (request.mode == GestureEditMode::Edit) ShowGesture();
     SetTimer(dialog, kCaptureTimer, kCaptureInterval, nullptr);
-}
-
-void GestureEditDialog::FillFunctions() {
-    for (const model::CatalogueRow& row : model::FunctionsForGesture(settings.os)) {
-        platform::AddComboItem(Control(IDC_GESTURE_FUNCTION), platform::LoadText(resources, row.textId), row.code);
-    }
 }
 
 void GestureEditDialog::ShowGesture() {
@@ -97,21 +101,12 @@ void GestureEditDialog::ShowGesture() {
     const HWND functions = Control(IDC_GESTURE_FUNCTION);
     const auto index = platform::FindComboData(functions, gesture.function, kFunctionSearchCount);
     if (!index) return;
-    if (gesture.function == model::kFunctionArbitraryKey) {
-        const std::wstring name = platform::LoadText(resources, IDS_FUNCTION_ARBITRARY_KEY);
-        platform::ReplaceComboText(functions, *index, model::ArbitraryKeyLabel(name, gesture.etcKey));
-    }
+    if (gesture.function == model::kFunctionArbitraryKey) ShowArbitraryKeys(functions, resources, gesture.etcKey);
     SendMessageW(functions, CB_SETCURSEL, static_cast<WPARAM>(*index), 0);
 }
 
 void GestureEditDialog::ShowStroke(const std::wstring& text) {
     SetDlgItemTextW(dialog, IDC_GESTURE_STROKE, text.c_str());
-}
-
-HBRUSH GestureEditDialog::OnStrokeColour(HDC context) const {
-    SetBkColor(context, GetSysColor(COLOR_WINDOW));
-    SetTextColor(context, GetSysColor(COLOR_WINDOWTEXT));
-    return GetSysColorBrush(COLOR_WINDOW);
 }
 
 void GestureEditDialog::OnCommand(int control, int notification) {
@@ -136,14 +131,16 @@ void GestureEditDialog::OnCommand(int control, int notification) {
 void GestureEditDialog::OnFunctionChosen() {
     const HWND functions = Control(IDC_GESTURE_FUNCTION);
     if (platform::SelectedComboData(functions) != model::kFunctionArbitraryKey) return;
-    const auto index = static_cast<int>(SendMessageW(functions, CB_GETCURSEL, 0, 0));
-    const std::wstring name = platform::LoadText(resources, IDS_FUNCTION_ARBITRARY_KEY);
     KeyCaptureRecord capture;
-    capture.keys = model::TextToEtcKey(platform::SelectedComboText(functions), name);
+    capture.keys = SelectedKeys();
     capture.origin = dialog;
-    if (!RunArbitraryKeyDialog(resources, capture)) return;
-    platform::ReplaceComboText(functions, index, model::ArbitraryKeyLabel(name, capture.keys));
-    SendMessageW(functions, CB_SETCURSEL, static_cast<WPARAM>(index), 0);
+    if (RunArbitraryKeyDialog(resources, capture)) ShowArbitraryKeys(functions, resources, capture.keys);
+}
+
+// The keys are what the entry's text says.
+model::EtcKey GestureEditDialog::SelectedKeys() const {
+    return model::TextToEtcKey(platform::SelectedComboText(Control(IDC_GESTURE_FUNCTION)),
+                               platform::LoadText(resources, IDS_FUNCTION_ARBITRARY_KEY));
 }
 
 void GestureEditDialog::OnStrokeClicked() {
@@ -168,9 +165,7 @@ void GestureEditDialog::OnOk() {
         return;
     }
     confirmed.function = *function;
-    if (confirmed.function == model::kFunctionArbitraryKey) {
-        confirmed.etcKey = model::TextToEtcKey(functionText, platform::LoadText(resources, IDS_FUNCTION_ARBITRARY_KEY));
-    }
+    if (confirmed.function == model::kFunctionArbitraryKey) confirmed.etcKey = SelectedKeys();
     request.onConfirmed(confirmed, functionText);
     EndDialog(dialog, kAccepted);
     ClickLeftButton();
@@ -184,7 +179,7 @@ bool GestureEditDialog::IsStrokeTaken(const std::wstring& stroke) const {
 
 void GestureEditDialog::OnDestroy() {
     platform::NotifyGestureEditEnd();
-    trail.Destroy();
+    // What the dialog and the trail stood before is painted anew.
     InvalidateRect(GetWindow(dialog, GW_OWNER), nullptr, FALSE);
     dialog = nullptr;
 }
@@ -210,8 +205,6 @@ void GestureEditDialog::OnNotice(const model::GestureNotice& notice) {
         case model::GestureNoticeKind::Cancelled:  // without directions, so the text is empty
             trail.Destroy();
             ShowStroke(StrokeText(resources, notice));
-            break;
-        default:
             break;
     }
 }

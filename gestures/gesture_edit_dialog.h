@@ -3,6 +3,7 @@
 
 #include <windows.h>
 
+#include <cstdint>
 #include <functional>
 #include <string>
 
@@ -47,15 +48,14 @@ private:
     void OnStrokeClicked();
     void OnOk();
     void OnDestroy();
-    HBRUSH OnStrokeColour(HDC context) const;
 
     // What the gesture manager tells.
     static std::int32_t OnGestureNotice(const model::GestureNotice* notice);
     void OnNotice(const model::GestureNotice& notice);
 
-    void FillFunctions();
     void ShowGesture();
     void ShowStroke(const std::wstring& text);
+    model::EtcKey SelectedKeys() const;
     bool IsStrokeTaken(const std::wstring& stroke) const;
     HWND Control(int control) const { return GetDlgItem(dialog, control); }
 

@@ -32,12 +32,21 @@ void CGestureMgr::Disarm() {
 }
 
 std::int32_t CGestureMgr::Tick() {
+    // While the service is asked, messages that other threads send come in, and one of them may be a tick.
+    if (isTicking) return 0;
+    isTicking = true;
+    const std::int32_t result = TakeSample();
+    isTicking = false;
+    return result;
+}
+
+std::int32_t CGestureMgr::TakeSample() noexcept {
     TakePendingKeys();
     if (!isActive || keys.count < 1) return 0;
 
-    // The query comes after the cursor is read: it may wait for the service.
     POINT cursor{};
-    GetCursorPos(&cursor);
+    if (!GetCursorPos(&cursor)) return 0;  // another desktop has the screen
+    // Asked after the cursor was read: the answer may take its time.
     const bool isHeld = platform::AreButtonsHeld(std::span(keys.keys).first(keys.count));
     const bool isCancelHeld = GetKeyState(cancelKey) < 0;
 

@@ -45,10 +45,12 @@ private:
         std::array<platform::ServiceButton, 3> keys{};
     };
 
+    std::int32_t TakeSample() noexcept;
     void TakePendingKeys();
     void Notify(model::GestureNotice notice) const;
 
     bool isActive = false;
+    bool isTicking = false;
     KeyList keys;  // the buttons that must all be held
     bool isPending = false;
     KeyList pendingKeys;  // handed in by Arm

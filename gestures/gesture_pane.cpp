@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <iterator>
+#include <utility>
 
 #include "gestures/gesture_button.h"
 #include "gestures/gesture_texts.h"
@@ -150,30 +151,29 @@ void GesturePane::OpenGestureEditor(GestureEditMode mode) {
     request.mode = mode;
     request.gestureButton = FindGestureButton(shown);
     const auto index = SelectedGesture();
-    if (mode == GestureEditMode::Edit && index) {
-        request.gesture = Gestures()[*index];
-        request.onConfirmed = [this, index](const model::GestureEntry& gesture, const std::wstring& functionText) {
-            ReplaceGesture(*index, gesture, functionText);
-        };
-    } else {
-        request.onConfirmed = [this](const model::GestureEntry& gesture, const std::wstring& functionText) {
+    if (mode == GestureEditMode::Edit && index) request.gesture = Gestures()[*index];
+    request.onConfirmed = [this, mode](const model::GestureEntry& gesture, const std::wstring& functionText) {
+        if (mode == GestureEditMode::Edit) {
+            ReplaceGesture(gesture, functionText);
+        } else {
             AddGesture(gesture, functionText);
-        };
-    }
+        }
+    };
     editor.Run(resources, pane, std::move(request));
 }
 
-// A row that the editor adds or changes shows the function as the editor does: "Arbitrary key" with the keys in
-// brackets. When the profile is shown again, the keys stand alone.
+// A row that the editor adds or changes shows the function in the editor's words, "Arbitrary key" with the keys in
+// brackets, until the profile is shown again.
 void GesturePane::AddGesture(const model::GestureEntry& gesture, const std::wstring& functionText) {
     Gestures().push_back(gesture);
     InsertRow(static_cast<int>(Gestures().size()) - 1, gesture, functionText);
 }
 
-void GesturePane::ReplaceGesture(std::size_t index, const model::GestureEntry& gesture,
-                                 const std::wstring& functionText) {
-    Gestures()[index] = gesture;
-    const auto row = static_cast<int>(index);
+void GesturePane::ReplaceGesture(const model::GestureEntry& gesture, const std::wstring& functionText) {
+    const auto index = SelectedGesture();
+    if (!index) return;
+    Gestures()[*index] = gesture;
+    const auto row = static_cast<int>(*index);
     platform::SetListText(List(), row, kStrokeColumn, gesture.stroke);
     SetDetails(row, gesture, functionText);
 }

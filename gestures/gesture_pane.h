@@ -1,4 +1,5 @@
-// The pane "Allocate gesture function": the gestures of the selected profile, to add, edit and delete.
+// The pane "Allocate gesture function": the gestures of the selected profile, to add, edit and delete. Row i of its
+// list is gesture i of the profile.
 #pragma once
 
 #include <windows.h>
@@ -6,6 +7,7 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "gestures/gesture_edit_dialog.h"
 #include "gestures/gesture_mgr.h"
@@ -63,7 +65,7 @@ private:
 
     void OpenGestureEditor(GestureEditMode mode);
     void AddGesture(const model::GestureEntry& gesture, const std::wstring& functionText);
-    void ReplaceGesture(std::size_t index, const model::GestureEntry& gesture, const std::wstring& functionText);
+    void ReplaceGesture(const model::GestureEntry& gesture, const std::wstring& functionText);
     void SetDetails(int row, const model::GestureEntry& gesture, const std::wstring& functionText) const;
     void InsertRow(int row, const model::GestureEntry& gesture, const std::wstring& functionText) const;
 

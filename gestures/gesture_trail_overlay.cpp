@@ -1,7 +1,5 @@
 #include "gestures/gesture_trail_overlay.h"
 
-#include <utility>
-
 #include "platform/device_context.h"
 #include "platform/subclass.h"
 #include "platform/unique_resource.h"
@@ -18,16 +16,18 @@ constexpr DWORD kEndingParameter = 9;  // any message with this in its lParam en
 void CoverScreen(HWND window) {
     SetWindowLongW(window, GWL_EXSTYLE, WS_EX_LAYERED);
     SetLayeredWindowAttributes(window, kTransparent, 0, LWA_COLORKEY);
+    // It maximises on the monitor where it stands, and is to cover the one at the origin.
+    SetWindowPos(window, nullptr, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
     ShowWindow(window, SW_MAXIMIZE);
     SetWindowPos(window, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE | SWP_SHOWWINDOW);
 }
 
 void EraseBackground(HWND window) {
     const platform::WindowDeviceContext context(window);
-    if (!context) return;
+    const platform::UniqueBrush brush(CreateSolidBrush(kTransparent));
+    if (!context || !brush) return;
     RECT area{};
     GetClientRect(window, &area);
-    const platform::UniqueBrush brush(CreateSolidBrush(kTransparent));
     const platform::SelectedObject noPen(context.Get(), GetStockObject(NULL_PEN));
     const platform::SelectedObject ground(context.Get(), brush.Get());
     // Without a pen a rectangle lacks its last column and row.
@@ -65,8 +65,8 @@ void GestureTrailOverlay::DrawTo(POINT cursor) {
 // The window covers the screen from its origin, so its client coordinates are the screen's.
 void GestureTrailOverlay::DrawLineTo(POINT cursor) const {
     const platform::WindowDeviceContext context(overlay);
-    if (!context) return;
     const platform::UniquePen pen(CreatePen(PS_SOLID, kTrailWidth, kTrailColour));
+    if (!context || !pen) return;
     const platform::SelectedObject selectedPen(context.Get(), pen.Get());
     MoveToEx(context.Get(), lastPoint.x, lastPoint.y, nullptr);
     LineTo(context.Get(), cursor.x, cursor.y);

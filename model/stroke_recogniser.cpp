@@ -15,8 +15,8 @@ constexpr std::int64_t kNextThreshold = 50;
 
 constexpr double kDiagonal = std::numbers::pi / 4;
 
-constexpr std::array<unsigned, kMaxStrokeLength> kLetters{IDS_STROKE_UP, IDS_STROKE_RIGHT, IDS_STROKE_DOWN,
-                                                          IDS_STROKE_LEFT};
+// In the order of StrokeDirection, from Up on.
+constexpr std::array<unsigned, 4> kLetters{IDS_STROKE_UP, IDS_STROKE_RIGHT, IDS_STROKE_DOWN, IDS_STROKE_LEFT};
 
 // Wider than the coordinates, so that no two points are too far apart.
 struct Difference {

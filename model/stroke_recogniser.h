@@ -13,8 +13,6 @@ namespace kvn::model {
 struct ScreenPoint {
     std::int32_t x = 0;
     std::int32_t y = 0;
-
-    friend bool operator==(const ScreenPoint&, const ScreenPoint&) = default;
 };
 
 enum class StrokeDirection : std::int32_t { None, Up, Right, Down, Left };

@@ -1,17 +1,15 @@
 #include "page/slot_chooser.h"
 
-#include <limits>
 #include <utility>
 
+#include "gestures/function_combo.h"
 #include "platform/boundary.h"
 #include "platform/combo_box.h"
 #include "platform/subclass.h"
-#include "platform/texts.h"
 
 namespace kvn::page {
 namespace {
 
-constexpr int kAllEntries = std::numeric_limits<int>::max();
 // "Left click" is looked for so far, which is past the longest list.
 constexpr int kLeftClickSearchCount = 54;
 
@@ -22,10 +20,8 @@ void SlotChooser::SetUp(model::ButtonSlot buttonSlot, HWND comboBox, HINSTANCE m
     onFocusChanged = std::move(focusListener);
     slot = buttonSlot;
     combo = comboBox;
-    for (const model::CatalogueRow& row : functions) {
-        platform::AddComboItem(combo, platform::LoadText(module, row.textId), row.code);
-    }
-    arbitraryKeyText = platform::LoadText(module, IDS_FUNCTION_ARBITRARY_KEY);
+    resources = module;
+    gestures::AddFunctions(combo, resources, functions);
     previousProcedure = platform::Subclass(combo, ComboProcedure, this);
 }
 
@@ -34,8 +30,7 @@ void SlotChooser::Select(model::FunctionCode function) const {
 }
 
 void SlotChooser::ShowArbitraryKeys(const model::EtcKey& keys) const {
-    const auto index = platform::FindComboData(combo, model::kFunctionArbitraryKey, kAllEntries);
-    if (index) platform::ReplaceComboText(combo, *index, model::ArbitraryKeyLabel(arbitraryKeyText, keys));
+    gestures::ShowArbitraryKeys(combo, resources, keys);
 }
 
 std::optional<model::FunctionCode> SlotChooser::Selected() const {

@@ -5,7 +5,6 @@
 
 #include <functional>
 #include <optional>
-#include <string>
 #include <vector>
 
 #include "model/function_catalogue.h"
@@ -48,7 +47,7 @@ private:
     model::ButtonSlot slot{};
     HWND combo = nullptr;
     WNDPROC previousProcedure = nullptr;
-    std::wstring arbitraryKeyText;
+    HINSTANCE resources = nullptr;
     FocusListener onFocusChanged;
 };
 

@@ -8,7 +8,7 @@ namespace kvn::platform {
 // The drawing context of a window's client area.
 class WindowDeviceContext {
 public:
-    explicit WindowDeviceContext(HWND owner) : window(owner), context(GetDC(owner)) {}
+    explicit WindowDeviceContext(HWND target) : window(target), context(GetDC(target)) {}
     ~WindowDeviceContext() {
         if (context != nullptr) ReleaseDC(window, context);
     }

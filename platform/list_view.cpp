@@ -73,6 +73,8 @@ int SelectedRowCount(HWND list) {
 }
 
 std::optional<int> FirstSelectedRow(HWND list) {
+    // Asked first, since a list that is gone answers 0 to everything.
+    if (SelectedRowCount(list) < 1) return std::nullopt;
     const auto row = static_cast<int>(Send(list, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED));
     if (row < 0) return std::nullopt;
     return row;
@@ -92,7 +94,7 @@ PausedRedraw::PausedRedraw(HWND listView) : list(listView) {
 
 PausedRedraw::~PausedRedraw() {
     Send(list, WM_SETREDRAW, TRUE);
-    InvalidateRect(list, nullptr, TRUE);
+    if (list != nullptr) InvalidateRect(list, nullptr, TRUE);
 }
 
 }  // namespace kvn::platform

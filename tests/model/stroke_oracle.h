@@ -6,7 +6,6 @@
 #include <cstdint>
 #include <cstdlib>
 #include <string>
-#include <vector>
 
 namespace kvn::model {
 

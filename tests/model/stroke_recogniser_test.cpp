@@ -111,9 +111,9 @@ TEST(StrokeRecogniserTest, AFifthSegmentThatIsNotFixedLeavesThreeLetters) {
     EXPECT_EQ(hand.Stroke(), "ULD");
 }
 
-TEST(StrokeRecogniserTest, TheDirectionOfAChangeIsSeenFromTheAnchorAndTheNewSegmentStartsThere) {
+TEST(StrokeRecogniserTest, ANewSegmentStartsAtTheSampleThatNoticedTheTurn) {
     Hand hand;
-    // 60 to the right; then the turn is noticed at (60, -60), from where 50 more pixels fix "up".
+    // The turn is noticed at (120, -60), from where 50 more pixels fix "up".
     hand.Hold({0, 0}).Hold({60, 0}).Hold({120, 0}).Hold({120, -60}).Hold({120, -109}).Release();
     EXPECT_EQ(hand.Stroke(), "R");
     Hand further;

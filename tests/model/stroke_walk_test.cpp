@@ -1,6 +1,8 @@
-// Long random walks of the cursor: the recogniser against a second one, and its invariants.
+// Long random walks of the cursor: the recogniser against a second one.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdint>
 #include <limits>
 #include <random>
 #include <string>
@@ -14,7 +16,7 @@ namespace {
 
 constexpr int kSampleCount = 100'000;
 
-// How far the cursor moves from one sample to the next, and how often it does so exactly along an axis or a diagonal.
+// How far the cursor moves at most from one sample to the next, along either axis.
 struct Walk {
     const char* name;
     std::int32_t reach;

@@ -1,6 +1,6 @@
 // The dialog "Edit gesture".
+#include "platform/device_context.h"
 #include "tests/page/gesture_test.h"
-#include "tests/support/key_dialog.h"
 #include "tests/support/window_search.h"
 
 namespace kvn::test {
@@ -15,20 +15,6 @@ class GestureEditDialogTest : public GestureTest {
 protected:
     static std::wstring Memo(HWND editor) { return TextOf(GetDlgItem(editor, IDC_GESTURE_MEMO)); }
     static HWND Functions(HWND editor) { return GetDlgItem(editor, IDC_GESTURE_FUNCTION); }
-
-    HWND EditRow(int row) const {
-        SelectRow(row);
-        return OpenEditor(IDC_GESTURES_EDIT);
-    }
-    // Chooses "Arbitrary key" and enters one key in the dialog that opens.
-    void ChooseKey(HWND editor, const std::wstring& name, int button = IDC_KEYS_OK) const {
-        ChooseFunction(editor, 37);
-        const HWND keys = AwaitKeyDialog();
-        EnterKey(keys, IDC_KEYS_INPUT2, name);
-        CloseKeyDialog(keys, button);
-        sheet->Settle();
-    }
-    StoredValue StoredGestures() const { return ModelValues().at(L"Gesture"); }
 };
 
 TEST_F(GestureEditDialogTest, IsADialogAboveTheSheet) {
@@ -48,7 +34,8 @@ TEST_F(GestureEditDialogTest, TheServiceKnowsWhenItOpensAndCloses) {
     CloseEditor(OpenEditor(), IDCANCEL);
     Await("the end notice", [this] { return service->CountOf(ServiceMessage::GestureEditEnd) == 1; });
     const std::vector<ServiceCall> all = service->Calls();
-    EXPECT_EQ((std::vector<ServiceCall>{{32773, 0, 0, true}, {32774, 0, 0, false}}),
+    EXPECT_EQ((std::vector<ServiceCall>{{NumberOf(ServiceMessage::GestureEditBegin), 0, 0, true},
+                                        {NumberOf(ServiceMessage::GestureEditEnd), 0, 0, false}}),
               (std::vector<ServiceCall>{all.begin() + static_cast<std::ptrdiff_t>(before), all.end()}));
 }
 
@@ -56,7 +43,7 @@ TEST_F(GestureEditDialogTest, TheServiceIsToldBeforeTheControlsAreFilled) {
     OpenWith({});
     LRESULT countWhenTold = -1;
     service->WhenCalled(ServiceMessage::GestureEditBegin, [&] {
-        const HWND editor = FindTopLevelWindow([](HWND window) { return TitleOf(window) == L"Edit gesture"; });
+        const HWND editor = FindTopLevelWindow([](HWND window) { return TitleOf(window) == kEditorTitle; });
         SendMessageTimeoutW(Functions(editor), CB_GETCOUNT, 0, 0, SMTO_NORMAL, 2000,
                             reinterpret_cast<PDWORD_PTR>(&countWhenTold));
     });
@@ -85,19 +72,25 @@ TEST_F(GestureEditDialogTest, OffersEveryFunctionButGestureAndOff) {
 TEST_F(GestureEditDialogTest, TheStrokeFieldHasTheColoursOfAWindow) {
     OpenWith({});
     const HWND editor = OpenEditor();
-    const auto brushFor = [&](int control) {
-        LRESULT brush = 0;
+    LRESULT brush = 0;
+    COLORREF ground = 0;
+    COLORREF text = 0;
+    const auto ask = [&](int control) {
         sheet->Run([&] {
             const HWND window = GetDlgItem(editor, control);
-            const HDC context = GetDC(window);
-            brush = SendMessageW(editor, WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(context),
+            const platform::WindowDeviceContext context(window);
+            brush = SendMessageW(editor, WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(context.Get()),
                                  reinterpret_cast<LPARAM>(window));
-            ReleaseDC(window, context);
+            ground = GetBkColor(context.Get());
+            text = GetTextColor(context.Get());
         });
-        return brush;
     };
-    EXPECT_EQ(reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_WINDOW)), brushFor(IDC_GESTURE_STROKE));
-    EXPECT_NE(reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_WINDOW)), brushFor(-1));
+    ask(IDC_GESTURE_STROKE);
+    EXPECT_EQ(reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_WINDOW)), brush);
+    EXPECT_EQ(GetSysColor(COLOR_WINDOW), ground);
+    EXPECT_EQ(GetSysColor(COLOR_WINDOWTEXT), text);
+    ask(-1);
+    EXPECT_NE(reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_WINDOW)), brush);
     CloseEditor(editor, IDCANCEL);
 }
 
@@ -234,70 +227,6 @@ TEST_F(GestureEditDialogTest, OfSeveralSelectedRowsTheFirstIsEdited) {
     CloseEditor(editor, IDCANCEL);
 }
 
-TEST_F(GestureEditDialogTest, ArbitraryKeysStandInBracketsUntilTheProfileIsShownAgain) {
-    WriteProfiles({GestureProfile({}), GestureProfile({}, "Games")});
-    Open();
-    const HWND editor = OpenEditor();
-    Record(editor, "D");
-    ChooseKey(editor, L"Left Ctrl");
-    EXPECT_EQ(L"Arbitrary key[Left Ctrl]", SelectedText(Functions(editor)));
-    EXPECT_EQ(37, SelectedData(Functions(editor)));
-    CloseEditor(editor, IDOK);
-    EXPECT_EQ((RowTexts{L"D", L"Arbitrary key[Left Ctrl]", L""}), Row(0));
-    ChooseProfile(1);
-    ChooseProfile(0);
-    EXPECT_EQ((RowTexts{L"D", L"Left Ctrl", L""}), Row(0));
-    ApplySuccessfully();
-    EXPECT_EQ(StoredList(L"D\t37\t\tLeft Ctrl\0\0"s), StoredGestures());
-}
-
-TEST_F(GestureEditDialogTest, CancelledKeysKeepTheEntryAndItsText) {
-    OpenWith(kTwoGestures);
-    const HWND editor = EditRow(1);
-    EXPECT_EQ(L"Arbitrary key[Left Ctrl+V]", SelectedText(Functions(editor)));
-    ChooseKey(editor, L"A", IDC_KEYS_CANCEL);
-    EXPECT_EQ(L"Arbitrary key[Left Ctrl+V]", SelectedText(Functions(editor)));
-    CloseEditor(editor, IDOK);
-    EXPECT_EQ((RowTexts{L"RD", L"Arbitrary key[Left Ctrl+V]", L"paste"}), Row(1));
-}
-
-TEST_F(GestureEditDialogTest, TheKeyDialogOpensWithTheKeysAndOffersShift) {
-    OpenWith(kTwoGestures);
-    const HWND editor = EditRow(1);
-    ChooseFunction(editor, 37);
-    const HWND keys = AwaitKeyDialog();
-    EXPECT_EQ(editor, GetWindow(keys, GW_OWNER));
-    EXPECT_EQ(L"Left Ctrl", TextOf(GetDlgItem(keys, IDC_KEYS_INPUT1)));
-    EXPECT_EQ(L"V", TextOf(GetDlgItem(keys, IDC_KEYS_INPUT2)));
-    EXPECT_NE(CB_ERR, SendDlgItemMessageW(keys, IDC_KEYS_INPUT1, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1),
-                                          reinterpret_cast<LPARAM>(L"Left Shift")));
-    CloseKeyDialog(keys, IDC_KEYS_CANCEL);
-    CloseEditor(editor, IDCANCEL);
-}
-
-TEST_F(GestureEditDialogTest, ClearedKeysLeaveThePlainEntry) {
-    OpenWith(kTwoGestures);
-    const HWND editor = EditRow(1);
-    ChooseFunction(editor, 37);
-    const HWND keys = AwaitKeyDialog();
-    SendMessageW(GetDlgItem(keys, IDC_KEYS_CLEAR), BM_CLICK, 0, 0);
-    CloseKeyDialog(keys, IDC_KEYS_OK);
-    sheet->Settle();
-    EXPECT_EQ(L"Arbitrary key", SelectedText(Functions(editor)));
-    CloseEditor(editor, IDOK);
-    ApplySuccessfully();
-    EXPECT_EQ(StoredList(L"U\t3\tone page back\t\0RD\t37\tpaste\t\0\0"s), StoredGestures());
-}
-
-TEST_F(GestureEditDialogTest, AnotherFunctionDropsTheKeys) {
-    OpenWith(kTwoGestures);
-    const HWND editor = EditRow(1);
-    ChooseFunction(editor, 12);
-    CloseEditor(editor, IDOK);
-    ApplySuccessfully();
-    EXPECT_EQ(StoredList(L"U\t3\tone page back\t\0RD\t12\tpaste\t\0\0"s), StoredGestures());
-}
-
 TEST_F(GestureEditDialogTest, MemosAreCutButNeverInsideACharacter) {
     OpenWith({{"U", 3, "", ""}});
     HWND editor = EditRow(0);
@@ -312,20 +241,43 @@ TEST_F(GestureEditDialogTest, MemosAreCutButNeverInsideACharacter) {
 
 TEST_F(GestureEditDialogTest, AnAcceptedGestureIsFollowedByOneLeftClick) {
     OpenWith({});
-    std::vector<DWORD> events;
-    const ReplacedImport<"mouse_event", void(DWORD, DWORD, DWORD, DWORD, ULONG_PTR)> recorded(
-        module.Handle(), [&](DWORD flags, DWORD x, DWORD y, DWORD data, ULONG_PTR /*extra*/) {
-            EXPECT_EQ(0U, x + y + data);
-            events.push_back(flags);
-        });
-    ASSERT_TRUE(recorded.IsInPlace());
     CloseEditor(OpenEditor(), IDCANCEL);
-    EXPECT_TRUE(events.empty());
+    EXPECT_TRUE(clicks.empty());
     const HWND editor = OpenEditor();
     Record(editor, "D");
     ChooseFunction(editor, 1);
     CloseEditor(editor, IDOK);
-    EXPECT_EQ((std::vector<DWORD>{MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP}), events);
+    EXPECT_EQ((std::vector<DWORD>{MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP}), clicks);
+}
+
+TEST_F(GestureEditDialogTest, AnotherProfilesStrokeMayBeAdded) {
+    WriteProfiles({GestureProfile({}), GestureProfile({{"R", 3, "", ""}}, "Games")});
+    Open();
+    const HWND editor = OpenEditor();
+    Record(editor, "R");
+    ChooseFunction(editor, 1);
+    CloseEditor(editor, IDOK);
+    EXPECT_EQ(1, RowCount());
+}
+
+TEST_F(GestureEditDialogTest, AGestureThatIsNoLongerThereIsNotReplaced) {
+    WriteProfiles({GestureProfile(kTwoGestures), GestureProfile({{"R", 3, "", ""}}, "Games")});
+    Open();
+    const HWND editor = EditRow(1);
+    ChooseProfile(1);
+    CloseEditor(editor, IDOK);
+    EXPECT_EQ(1, RowCount());
+    ChooseProfile(0);
+    EXPECT_EQ((RowTexts{L"RD", L"Left Ctrl+V", L"paste"}), Row(1));
+}
+
+TEST_F(GestureEditDialogTest, EscCancels) {
+    OpenWith(kTwoGestures);
+    const HWND editor = EditRow(0);
+    PostMessageW(GetDlgItem(editor, IDC_GESTURE_MEMO), WM_KEYDOWN, VK_ESCAPE, 1);
+    Await("the end of the gesture editor", [=] { return !IsWindow(editor); });
+    EXPECT_TRUE(sheet->IsQuiet());
+    EXPECT_EQ(2, RowCount());
 }
 
 }  // namespace

@@ -36,6 +36,11 @@ protected:
         EXPECT_EQ(remove, IsButtonEnabled(IDC_GESTURES_DELETE));
         EXPECT_TRUE(IsButtonEnabled(IDC_GESTURES_ADD));
     }
+    void ExpectNothingSelected(int control) const {
+        Command(control);
+        ExpectWarning(AnswerMessageBox("that nothing is selected", IDOK), L"A gesture has not been selected.");
+        EXPECT_TRUE(sheet->IsQuiet());
+    }
     void Delete(int answer) const {
         Command(IDC_GESTURES_DELETE);
         const MessageBoxSeen seen = AnswerMessageBox("whether to delete", answer);
@@ -125,7 +130,7 @@ TEST_F(GesturePaneTest, DeleteRemovesAllSelectedGestures) {
     ExpectButtons(false, false);
     EXPECT_TRUE(sheet->IsApplyEnabled());
     ApplySuccessfully();
-    EXPECT_EQ(StoredList(L"D\t2\tb\t\0UD\t5\te\t\0\0"s), ModelValues().at(L"Gesture"));
+    EXPECT_EQ(StoredList(L"D\t2\tb\t\0UD\t5\te\t\0\0"s), StoredGestures());
 }
 
 TEST_F(GesturePaneTest, ADeclinedDeleteKeepsEverything) {
@@ -135,11 +140,15 @@ TEST_F(GesturePaneTest, ADeclinedDeleteKeepsEverything) {
     Delete(IDNO);
     EXPECT_EQ(3, RowCount());
     ExpectButtons(false, true);
+    ForgetModelValues();
+    ApplySuccessfully();
+    EXPECT_EQ(0U, ModelValues().count(L"Gesture"));
+    EXPECT_NE(std::string::npos, ReadFileText(ProfilePath()).find("LURD"));
 }
 
-TEST_F(GesturePaneTest, TheFocusGoesToTheListWhenItsButtonIsDisabled) {
+TEST_F(GesturePaneTest, TheFocusGoesToTheListWhenTheFocusedButtonIsDisabled) {
     OpenWith(kThreeGestures);
-    sheet->Run([this] { SendMessageW(sheet->PageControl(IDC_PAGE_TAB), TCM_SETCURFOCUS, 1, 0); });
+    ShowGestureTab();
     SelectRow(0);
     SetFocusTo(PaneButton(IDC_GESTURES_DELETE));
     Delete(IDYES);
@@ -148,8 +157,8 @@ TEST_F(GesturePaneTest, TheFocusGoesToTheListWhenItsButtonIsDisabled) {
 
 TEST_F(GesturePaneTest, EditAndDeleteNeedASelection) {
     OpenWith(kThreeGestures);
-    SaysNothingIsSelected(IDC_GESTURES_EDIT);
-    SaysNothingIsSelected(IDC_GESTURES_DELETE);
+    ExpectNothingSelected(IDC_GESTURES_EDIT);
+    ExpectNothingSelected(IDC_GESTURES_DELETE);
     EXPECT_EQ(3, RowCount());
 }
 
@@ -158,6 +167,24 @@ TEST_F(GesturePaneTest, TheHundredAndFirstGestureIsRefused) {
     Command(IDC_GESTURES_ADD);
     ExpectWarning(AnswerMessageBox("the limit", IDOK), L"It is not possible to register more than 100 items.");
     EXPECT_TRUE(sheet->IsQuiet());
+}
+
+TEST_F(GesturePaneTest, TheLimitIsCheckedBeforeTheGestureFunction) {
+    const std::string full = GestureProfile(ManyGestures(100));
+    WriteProfiles({full.substr(0, full.find("<tbutton>")) + full.substr(full.find("</tbutton>") + 10)});
+    Open();
+    Command(IDC_GESTURES_ADD);
+    ExpectWarning(AnswerMessageBox("the limit", IDOK), L"It is not possible to register more than 100 items.");
+    EXPECT_TRUE(sheet->IsQuiet());
+}
+
+TEST_F(GesturePaneTest, ASecondEditorDoesNotOpen) {
+    OpenWith(kThreeGestures);
+    const HWND editor = OpenEditor();
+    Command(IDC_GESTURES_ADD);
+    sheet->Settle();
+    CloseEditor(editor, IDCANCEL);
+    EXPECT_EQ(1U, service->CountOf(platform::ServiceMessage::GestureEditBegin));
 }
 
 TEST_F(GesturePaneTest, TheHundredthGestureIsAllowed) {
@@ -181,14 +208,14 @@ TEST_F(GesturePaneTest, AChoiceThatIsNotAppliedYetCounts) {
     Choose(IDC_PANE_BUTTON4, 36);
     const HWND editor = OpenEditor();
     ClickStroke(editor);
-    Await("the query", [this] { return service->CountOf(platform::ServiceMessage::IsButtonHeld) > 0; });
+    Tick(editor);
     EXPECT_EQ(8, service->Calls().back().lParam);
     CloseEditor(editor, IDCANCEL);
 }
 
 TEST_F(GesturePaneTest, ADoubleClickOnARowEditsIt) {
     OpenWith(kThreeGestures);
-    sheet->Run([this] { SendMessageW(sheet->PageControl(IDC_PAGE_TAB), TCM_SETCURFOCUS, 1, 0); });
+    ShowGestureTab();
     DoubleClick(1);
     const HWND editor = Await("the gesture editor", [this] { return OpenEditorWindow(); });
     EXPECT_EQ(L"RD", Stroke(editor));
@@ -198,7 +225,7 @@ TEST_F(GesturePaneTest, ADoubleClickOnARowEditsIt) {
 
 TEST_F(GesturePaneTest, ADoubleClickBesideTheRowsDoesNothing) {
     OpenWith(kThreeGestures);
-    sheet->Run([this] { SendMessageW(sheet->PageControl(IDC_PAGE_TAB), TCM_SETCURFOCUS, 1, 0); });
+    ShowGestureTab();
     DoubleClick(3);
     sheet->Settle();
     EXPECT_TRUE(sheet->IsQuiet());

@@ -9,7 +9,6 @@
 namespace kvn::test {
 namespace {
 
-constexpr wchar_t kEditorTitle[] = L"Edit gesture";
 constexpr POINT kStrokeOrigin{400, 300};  // with room for three steps either way on the smallest screen
 constexpr int kStep = 60;
 constexpr int kStepsPerLetter = 3;
@@ -81,10 +80,8 @@ void GestureTest::Command(int control) const {
                  reinterpret_cast<LPARAM>(PaneButton(control)));
 }
 
-void GestureTest::SaysNothingIsSelected(int control) const {
-    Command(control);
-    ExpectWarning(AnswerMessageBox("that nothing is selected", IDOK), L"A gesture has not been selected.");
-    EXPECT_TRUE(sheet->IsQuiet());
+void GestureTest::ShowGestureTab() const {
+    sheet->Run([this] { SendMessageW(sheet->PageControl(IDC_PAGE_TAB), TCM_SETCURFOCUS, 1, 0); });
 }
 
 HWND GestureTest::OpenEditorWindow() const {
@@ -92,6 +89,17 @@ HWND GestureTest::OpenEditorWindow() const {
 }
 
 HWND GestureTest::OpenEditor(int control) const {
+    const HWND editor = OpenEditorWithTimer(control);
+    sheet->Run([=] { KillTimer(editor, kCaptureTimer); });
+    return editor;
+}
+
+HWND GestureTest::EditRow(int row) const {
+    SelectRow(row);
+    return OpenEditor(IDC_GESTURES_EDIT);
+}
+
+HWND GestureTest::OpenEditorWithTimer(int control) const {
     Command(control);
     const HWND editor = Await("the gesture editor", [this] { return OpenEditorWindow(); });
     sheet->Settle();
@@ -106,7 +114,6 @@ void GestureTest::CloseEditor(HWND editor, int button) const {
 
 void GestureTest::ExpectOkIgnored(HWND editor) const {
     PostMessageW(GetDlgItem(editor, IDOK), BM_CLICK, 0, 0);
-    sheet->Settle();
     sheet->Settle();
     EXPECT_EQ(nullptr, OpenMessageBox());
     EXPECT_TRUE(IsWindowVisible(editor));

@@ -21,6 +21,9 @@ std::string GestureProfile(const std::vector<GestureText>& gestures, const std::
 // So many gestures, all different.
 std::vector<GestureText> ManyGestures(int count);
 
+inline constexpr wchar_t kEditorTitle[] = L"Edit gesture";
+inline constexpr UINT_PTR kCaptureTimer = 221;
+
 using RowTexts = std::vector<std::wstring>;  // the three columns
 
 class GestureTest : public PageTest {
@@ -38,10 +41,15 @@ protected:
 
     // As a press of the button does, even if it is disabled.
     void Command(int control) const;
-    void SaysNothingIsSelected(int control) const;
+    // Brings the gesture pane to the front.
+    void ShowGestureTab() const;
+    // The list of gestures that was applied.
+    StoredValue StoredGestures() const { return ModelValues().at(L"Gesture"); }
 
-    // Has the editor opened by a button of the pane.
+    // Has the editor opened by a button of the pane; its timer is stopped, so that a test makes every tick itself.
     HWND OpenEditor(int control = IDC_GESTURES_ADD) const;
+    HWND OpenEditorWithTimer(int control = IDC_GESTURES_ADD) const;
+    HWND EditRow(int row) const;
     // Presses a button of the editor and waits until the editor is gone.
     void CloseEditor(HWND editor, int button) const;
     // Presses OK and expects that the editor stays.
@@ -53,8 +61,7 @@ protected:
     void ChooseFunction(HWND editor, int function) const;
     static void TypeMemo(HWND editor, const std::wstring& memo);
 
-    // One tick of the editor's timer; the timer's own ticks between change nothing.
-    static void Tick(HWND editor) { SendMessageW(editor, WM_TIMER, 221, 0); }
+    static void Tick(HWND editor) { SendMessageW(editor, WM_TIMER, kCaptureTimer, 0); }
     void HoldGestureButton(HWND editor);
     void ReleaseGestureButton(HWND editor);
     // Three steps of 60 pixels, with a tick each, for every letter.
@@ -64,6 +71,16 @@ protected:
 
     // The overlay of an editor; null when there is none.
     static HWND OverlayOf(HWND editor);
+
+    // The clicks that the module makes are written down and not made.
+    std::vector<DWORD> clicks;
+
+private:
+    const ReplacedImport<"mouse_event", void(DWORD, DWORD, DWORD, DWORD, ULONG_PTR)> recordedClicks{
+        module.Handle(), [this](DWORD flags, DWORD x, DWORD y, DWORD data, ULONG_PTR /*extra*/) {
+            EXPECT_EQ(0U, x + y + data);
+            clicks.push_back(flags);
+        }};
 };
 
 }  // namespace kvn::test

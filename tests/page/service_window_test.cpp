@@ -17,10 +17,6 @@ using platform::ServiceMessage;
 
 constexpr std::array kTwoButtons{ServiceButton::Button4, ServiceButton::Left};
 
-UINT NumberOf(ServiceMessage message) {
-    return static_cast<UINT>(message);
-}
-
 TEST(ServiceWindow, WithoutAServiceNothingIsSentAndNoButtonIsHeld) {
     ASSERT_EQ(nullptr, platform::FindService());
     EXPECT_FALSE(platform::IsServiceAvailable());

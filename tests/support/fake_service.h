@@ -13,6 +13,10 @@
 
 namespace kvn::test {
 
+inline UINT NumberOf(platform::ServiceMessage message) {
+    return static_cast<UINT>(message);
+}
+
 struct ServiceCall {
     UINT message;
     WPARAM wParam;

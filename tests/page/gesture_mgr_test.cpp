@@ -1,4 +1,6 @@
-// Recording a stroke in the editor: the button query, the notices' effects, the overlay.
+// Recording a stroke in the editor: the button query, and what the field shows.
+#include <atomic>
+
 #include "tests/page/gesture_test.h"
 #include "tests/support/debug_output.h"
 #include "tests/support/window_search.h"
@@ -8,7 +10,7 @@ namespace {
 
 using platform::ServiceMessage;
 
-class GestureCaptureTest : public GestureTest {
+class GestureMgrTest : public GestureTest {
 protected:
     std::size_t Queries() const { return service->CountOf(ServiceMessage::IsButtonHeld); }
 
@@ -21,22 +23,13 @@ protected:
             SetKeyboardState(state);
         });
     }
-    COLORREF PixelOf(HWND overlay, int x, int y) const {
-        COLORREF colour = 0;
-        sheet->Run([&] {
-            const HDC context = GetDC(overlay);
-            colour = GetPixel(context, x, y);
-            ReleaseDC(overlay, context);
-        });
-        return colour;
-    }
     void OpenWithFunctions(const std::vector<ProfileElement>& functions) {
         WriteProfiles({ProfileText("Default", functions)});
         Open();
     }
 };
 
-TEST_F(GestureCaptureTest, NothingIsAskedBeforeTheFieldIsClicked) {
+TEST_F(GestureMgrTest, NothingIsAskedBeforeTheFieldIsClicked) {
     OpenWith({});
     const HWND editor = OpenEditor();
     for (int i = 0; i < 5; ++i) Tick(editor);
@@ -44,20 +37,19 @@ TEST_F(GestureCaptureTest, NothingIsAskedBeforeTheFieldIsClicked) {
     CloseEditor(editor, IDCANCEL);
 }
 
-TEST_F(GestureCaptureTest, AClickAsksAtEveryTickOfTheTimer) {
+TEST_F(GestureMgrTest, AClickAsksAtEveryTickOfTheTimer) {
     OpenWith({});
-    const HWND editor = OpenEditor();
+    const HWND editor = OpenEditorWithTimer();
     ClickStroke(editor);
     EXPECT_EQ(L"Start", Stroke(editor));
     Await("five queries", [this] { return Queries() >= 5; });
-    EXPECT_EQ((ServiceCall{32775, 0, 4, true}), service->Calls().back());
+    EXPECT_EQ((ServiceCall{NumberOf(ServiceMessage::IsButtonHeld), 0, 4, true}), service->Calls().back());
     CloseEditor(editor, IDCANCEL);
 }
 
-TEST_F(GestureCaptureTest, OtherTimersAreNoTicks) {
+TEST_F(GestureMgrTest, OtherTimersAreNoTicks) {
     OpenWith({});
     const HWND editor = OpenEditor();
-    sheet->Run([=] { KillTimer(editor, 221); });
     ClickStroke(editor);
     SendMessageW(editor, WM_TIMER, 220, 0);
     EXPECT_EQ(0U, Queries());
@@ -72,19 +64,16 @@ struct ButtonMask {
     const char* debugText;
 };
 
-class GestureButtonTest : public GestureCaptureTest, public testing::WithParamInterface<ButtonMask> {};
+class GestureButtonTest : public GestureMgrTest, public testing::WithParamInterface<ButtonMask> {};
 
 TEST_P(GestureButtonTest, IsAskedForByItsMask) {
-    OpenWithFunctions({{"rbutton", "1"}, {GetParam().element, "36"}});
+    OpenWithFunctions({{GetParam().element, "36"}});
     const HWND editor = OpenEditor();
     DebugOutput debugOutput;
     ClickStroke(editor);
     EXPECT_EQ(GetParam().debugText, debugOutput.Take());
     Tick(editor);
-    EXPECT_EQ((ServiceCall{32775, 0, GetParam().mask, true}), service->Calls().back());
-    service->ReplyTo(ServiceMessage::IsButtonHeld, 1);
-    Tick(editor);
-    EXPECT_EQ(0U, debugOutput.Text().find("Key ON\n"));
+    EXPECT_EQ((ServiceCall{NumberOf(ServiceMessage::IsButtonHeld), 0, GetParam().mask, true}), service->Calls().back());
     CloseEditor(editor, IDCANCEL);
 }
 
@@ -94,7 +83,7 @@ INSTANTIATE_TEST_SUITE_P(Slots, GestureButtonTest,
                                          ButtonMask{"button5", 16, "j=6\n"}),
                          [](const auto& test) { return std::string(test.param.element); });
 
-TEST_F(GestureCaptureTest, OfSeveralGestureButtonsTheFirstIsAskedFor) {
+TEST_F(GestureMgrTest, OfSeveralGestureButtonsTheFirstIsAskedFor) {
     OpenWithFunctions({{"button5", "36"}, {"tbutton", "36"}, {"tiltleft", "36"}});
     const HWND editor = OpenEditor();
     ClickStroke(editor);
@@ -103,7 +92,7 @@ TEST_F(GestureCaptureTest, OfSeveralGestureButtonsTheFirstIsAskedFor) {
     CloseEditor(editor, IDCANCEL);
 }
 
-TEST_F(GestureCaptureTest, ATiltOpensTheEditorButRecordsNothing) {
+TEST_F(GestureMgrTest, ATiltOpensTheEditorButRecordsNothing) {
     mouse.buttonCount = 7;
     OpenWithFunctions({{"tiltleft", "36"}});
     const HWND editor = OpenEditor();
@@ -116,7 +105,7 @@ TEST_F(GestureCaptureTest, ATiltOpensTheEditorButRecordsNothing) {
     CloseEditor(editor, IDCANCEL);
 }
 
-TEST_F(GestureCaptureTest, TheFieldFollowsTheStroke) {
+TEST_F(GestureMgrTest, TheFieldFollowsTheStroke) {
     OpenWith({});
     const HWND editor = OpenEditor();
     ClickStroke(editor);
@@ -131,7 +120,7 @@ TEST_F(GestureCaptureTest, TheFieldFollowsTheStroke) {
     CloseEditor(editor, IDCANCEL);
 }
 
-TEST_F(GestureCaptureTest, AnEmptyStrokeEmptiesTheField) {
+TEST_F(GestureMgrTest, AnEmptyStrokeEmptiesTheField) {
     OpenWith({{"U", 3, "", ""}});
     SelectRow(0);
     const HWND editor = OpenEditor(IDC_GESTURES_EDIT);
@@ -141,7 +130,7 @@ TEST_F(GestureCaptureTest, AnEmptyStrokeEmptiesTheField) {
     CloseEditor(editor, IDCANCEL);
 }
 
-TEST_F(GestureCaptureTest, EachRecordingNeedsAClick) {
+TEST_F(GestureMgrTest, EachRecordingNeedsAClick) {
     OpenWith({});
     const HWND editor = OpenEditor();
     Record(editor, "R");
@@ -156,7 +145,7 @@ TEST_F(GestureCaptureTest, EachRecordingNeedsAClick) {
     CloseEditor(editor, IDCANCEL);
 }
 
-TEST_F(GestureCaptureTest, ClicksDuringARecordingDoNothing) {
+TEST_F(GestureMgrTest, ClicksDuringARecordingDoNothing) {
     OpenWith({});
     const HWND editor = OpenEditor();
     ClickStroke(editor);
@@ -172,7 +161,7 @@ TEST_F(GestureCaptureTest, ClicksDuringARecordingDoNothing) {
     CloseEditor(editor, IDCANCEL);
 }
 
-TEST_F(GestureCaptureTest, TheRightButtonGivesTheStrokeUp) {
+TEST_F(GestureMgrTest, TheRightButtonGivesTheStrokeUp) {
     OpenWith({});
     const HWND editor = OpenEditor();
     ChooseFunction(editor, 1);
@@ -191,7 +180,49 @@ TEST_F(GestureCaptureTest, TheRightButtonGivesTheStrokeUp) {
     CloseEditor(editor, IDCANCEL);
 }
 
-TEST_F(GestureCaptureTest, TheRightButtonBeforeAStrokeHasNoEffect) {
+TEST_F(GestureMgrTest, AButtonThatIsStillHeldStartsTheNextStrokeAtOnce) {
+    OpenWith({});
+    const HWND editor = OpenEditor();
+    ClickStroke(editor);
+    HoldGestureButton(editor);
+    HoldRightButton(true);
+    Tick(editor);
+    HoldRightButton(false);
+    ClickStroke(editor);
+    Tick(editor);
+    EXPECT_NE(nullptr, OverlayOf(editor));
+    Draw(editor, "D");
+    EXPECT_EQ(L"D", Stroke(editor));
+    CloseEditor(editor, IDCANCEL);
+}
+
+TEST_F(GestureMgrTest, FiveSegmentsShowTheLastFour) {
+    OpenWith({});
+    const HWND editor = OpenEditor();
+    Record(editor, "RULDR");
+    EXPECT_EQ(L"ULDR", Stroke(editor));
+    CloseEditor(editor, IDCANCEL);
+}
+
+TEST_F(GestureMgrTest, ATickThatComesWhileTheServiceIsAskedIsNone) {
+    OpenWith({});
+    const HWND editor = OpenEditor();
+    ClickStroke(editor);
+    HoldGestureButton(editor);
+    Draw(editor, "R");
+    std::atomic<int> nested = 0;
+    service->WhenCalled(ServiceMessage::IsButtonHeld, [&] {
+        if (nested++ == 0) SendMessageTimeoutW(editor, WM_TIMER, kCaptureTimer, 0, SMTO_NORMAL, 2000, nullptr);
+    });
+    ReleaseGestureButton(editor);
+    EXPECT_EQ(1, nested);
+    EXPECT_EQ(L"R", Stroke(editor));
+    EXPECT_EQ(nullptr, OverlayOf(editor));
+    service->WhenCalled(ServiceMessage::IsButtonHeld, [] {});
+    CloseEditor(editor, IDCANCEL);
+}
+
+TEST_F(GestureMgrTest, TheRightButtonBeforeAStrokeHasNoEffect) {
     OpenWith({});
     const HWND editor = OpenEditor();
     ClickStroke(editor);
@@ -206,7 +237,7 @@ TEST_F(GestureCaptureTest, TheRightButtonBeforeAStrokeHasNoEffect) {
     CloseEditor(editor, IDCANCEL);
 }
 
-TEST_F(GestureCaptureTest, WithoutTheServiceNothingStarts) {
+TEST_F(GestureMgrTest, WithoutTheServiceNothingStarts) {
     OpenWith({});
     const HWND editor = OpenEditor();
     service.reset();
@@ -217,7 +248,7 @@ TEST_F(GestureCaptureTest, WithoutTheServiceNothingStarts) {
     CloseEditor(editor, IDCANCEL);
 }
 
-TEST_F(GestureCaptureTest, AServiceThatVanishesEndsTheStroke) {
+TEST_F(GestureMgrTest, AServiceThatVanishesEndsTheStroke) {
     OpenWith({});
     const HWND editor = OpenEditor();
     ClickStroke(editor);
@@ -230,111 +261,7 @@ TEST_F(GestureCaptureTest, AServiceThatVanishesEndsTheStroke) {
     CloseEditor(editor, IDCANCEL);
 }
 
-TEST_F(GestureCaptureTest, TheOverlayCoversTheScreenWhileAStrokeIsDrawn) {
-    OpenWith({});
-    const HWND editor = OpenEditor();
-    ClickStroke(editor);
-    Tick(editor);
-    EXPECT_EQ(nullptr, OverlayOf(editor));
-    HoldGestureButton(editor);
-    const HWND overlay = OverlayOf(editor);
-    ASSERT_NE(nullptr, overlay);
-    EXPECT_TRUE(IsWindowVisible(overlay));
-    EXPECT_EQ(WS_EX_LAYERED | WS_EX_TOPMOST, GetWindowLongW(overlay, GWL_EXSTYLE));
-    EXPECT_EQ(L"", TitleOf(overlay));
-    RECT area{};
-    GetWindowRect(overlay, &area);
-    EXPECT_TRUE(area.left <= 0 && area.top <= 0 && area.right >= GetSystemMetrics(SM_CXSCREEN) &&
-                area.bottom >= GetSystemMetrics(SM_CYSCREEN));
-    COLORREF key = 0;
-    BYTE alpha = 1;
-    DWORD flags = 0;
-    ASSERT_TRUE(GetLayeredWindowAttributes(overlay, &key, &alpha, &flags));
-    EXPECT_EQ(RGB(5, 0, 0), key);
-    EXPECT_EQ(0, alpha);
-    EXPECT_EQ(static_cast<DWORD>(LWA_COLORKEY), flags);
-    Draw(editor, "R");
-    EXPECT_EQ(overlay, OverlayOf(editor));
-    ReleaseGestureButton(editor);
-    EXPECT_FALSE(IsWindow(overlay));
-    CloseEditor(editor, IDCANCEL);
-}
-
-TEST_F(GestureCaptureTest, TheTrailIsAGreenLineOnTransparentGround) {
-    OpenWith({});
-    const HWND editor = OpenEditor();
-    ClickStroke(editor);
-    HoldGestureButton(editor);
-    const HWND overlay = OverlayOf(editor);
-    POINT from{};
-    GetCursorPos(&from);
-    sheet->Run([=] { RedrawWindow(overlay, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ERASENOW); });
-    RECT area{};
-    GetClientRect(overlay, &area);
-    for (const POINT corner : {POINT{0, 0}, POINT{area.right - 1, 0}, POINT{area.right - 1, area.bottom - 1}}) {
-        EXPECT_EQ(RGB(5, 0, 0), PixelOf(overlay, corner.x, corner.y));
-    }
-    Tick(editor);
-    EXPECT_EQ(RGB(5, 0, 0), PixelOf(overlay, from.x, from.y));
-    Draw(editor, "RD");
-    constexpr COLORREF kGreen = RGB(0, 255, 0);
-    for (const POINT place : {POINT{0, 0}, POINT{90, 1}, POINT{90, -1}, POINT{180, 60}, POINT{180, 170}}) {
-        EXPECT_EQ(kGreen, PixelOf(overlay, from.x + place.x, from.y + place.y)) << place.x << ' ' << place.y;
-    }
-    for (const POINT place : {POINT{90, 2}, POINT{90, -2}, POINT{-5, 0}, POINT{180, 190}, POINT{90, 90}}) {
-        EXPECT_EQ(RGB(5, 0, 0), PixelOf(overlay, from.x + place.x, from.y + place.y)) << place.x << ' ' << place.y;
-    }
-    ReleaseGestureButton(editor);
-    CloseEditor(editor, IDCANCEL);
-}
-
-TEST_F(GestureCaptureTest, WithoutAnOverlayTheStrokeIsStillRecognised) {
-    OpenWith({});
-    const HWND editor = OpenEditor();
-    const ReplacedImport<"CreateDialogParamW", HWND(HINSTANCE, LPCWSTR, HWND, DLGPROC, LPARAM)> none(
-        module.Handle(), [](HINSTANCE, LPCWSTR, HWND, DLGPROC, LPARAM) { return HWND{}; });
-    ASSERT_TRUE(none.IsInPlace());
-    ClickStroke(editor);
-    HoldGestureButton(editor);
-    EXPECT_EQ(nullptr, OverlayOf(editor));
-    Draw(editor, "UR");
-    ReleaseGestureButton(editor);
-    EXPECT_EQ(L"UR", Stroke(editor));
-    CloseEditor(editor, IDCANCEL);
-}
-
-TEST_F(GestureCaptureTest, AClosedOverlayIsOnlyMissing) {
-    OpenWith({});
-    const HWND editor = OpenEditor();
-    ClickStroke(editor);
-    HoldGestureButton(editor);
-    SendMessageW(OverlayOf(editor), WM_CLOSE, 0, 0);
-    EXPECT_EQ(nullptr, OverlayOf(editor));
-    Draw(editor, "L");
-    ReleaseGestureButton(editor);
-    EXPECT_EQ(L"L", Stroke(editor));
-    ClickStroke(editor);
-    HoldGestureButton(editor);
-    EXPECT_NE(nullptr, OverlayOf(editor));
-    CloseEditor(editor, IDCANCEL);
-}
-
-TEST_F(GestureCaptureTest, AnyMessageWithTheEndingParameterHidesTheOverlay) {
-    OpenWith({});
-    const HWND editor = OpenEditor();
-    ClickStroke(editor);
-    HoldGestureButton(editor);
-    const HWND overlay = OverlayOf(editor);
-    SendMessageW(overlay, WM_USER, 0, 8);
-    EXPECT_TRUE(IsWindowVisible(overlay));
-    SendMessageW(overlay, WM_USER, 0, 9);
-    EXPECT_FALSE(IsWindowVisible(overlay));
-    ReleaseGestureButton(editor);
-    EXPECT_FALSE(IsWindow(overlay));
-    CloseEditor(editor, IDCANCEL);
-}
-
-TEST_F(GestureCaptureTest, AnEditorClosedInMidStrokeLeavesNothingBehind) {
+TEST_F(GestureMgrTest, AnEditorClosedInMidStrokeLeavesNothingBehind) {
     OpenWith({});
     HWND editor = OpenEditor();
     ClickStroke(editor);
@@ -353,16 +280,6 @@ TEST_F(GestureCaptureTest, AnEditorClosedInMidStrokeLeavesNothingBehind) {
     Record(editor, "D");
     EXPECT_EQ(L"D", Stroke(editor));
     CloseEditor(editor, IDCANCEL);
-}
-
-TEST_F(GestureCaptureTest, TheSheetClosesBehindAStrokeThatWasGivenUp) {
-    OpenWith({});
-    const HWND editor = OpenEditor();
-    ClickStroke(editor);
-    HoldGestureButton(editor);
-    CloseEditor(editor, IDCANCEL);
-    Close();
-    EXPECT_EQ(S_OK, module.CanUnloadNow());
 }
 
 }  // namespace

@@ -1,0 +1,123 @@
+// The green line over the screen while a stroke is drawn.
+#include "platform/device_context.h"
+#include "tests/page/gesture_test.h"
+#include "tests/support/window_search.h"
+
+namespace kvn::test {
+namespace {
+
+class GestureTrailOverlayTest : public GestureTest {
+protected:
+    COLORREF PixelOf(HWND overlay, int x, int y) const {
+        COLORREF colour = 0;
+        sheet->Run([&] { colour = GetPixel(platform::WindowDeviceContext(overlay).Get(), x, y); });
+        return colour;
+    }
+};
+
+TEST_F(GestureTrailOverlayTest, TheOverlayCoversTheScreenWhileAStrokeIsDrawn) {
+    OpenWith({});
+    const HWND editor = OpenEditor();
+    ClickStroke(editor);
+    Tick(editor);
+    EXPECT_EQ(nullptr, OverlayOf(editor));
+    HoldGestureButton(editor);
+    const HWND overlay = OverlayOf(editor);
+    ASSERT_NE(nullptr, overlay);
+    EXPECT_TRUE(IsWindowVisible(overlay));
+    EXPECT_EQ(WS_EX_LAYERED | WS_EX_TOPMOST, GetWindowLongW(overlay, GWL_EXSTYLE));
+    EXPECT_EQ(L"", TitleOf(overlay));
+    RECT area{};
+    GetWindowRect(overlay, &area);
+    EXPECT_TRUE(area.left <= 0 && area.top <= 0 && area.right >= GetSystemMetrics(SM_CXSCREEN) &&
+                area.bottom >= GetSystemMetrics(SM_CYSCREEN));
+    COLORREF key = 0;
+    BYTE alpha = 1;
+    DWORD flags = 0;
+    ASSERT_TRUE(GetLayeredWindowAttributes(overlay, &key, &alpha, &flags));
+    EXPECT_EQ(RGB(5, 0, 0), key);
+    EXPECT_EQ(0, alpha);
+    EXPECT_EQ(static_cast<DWORD>(LWA_COLORKEY), flags);
+    Draw(editor, "R");
+    EXPECT_EQ(overlay, OverlayOf(editor));
+    ReleaseGestureButton(editor);
+    EXPECT_FALSE(IsWindow(overlay));
+    CloseEditor(editor, IDCANCEL);
+}
+
+TEST_F(GestureTrailOverlayTest, TheTrailIsAGreenLineOnTransparentGround) {
+    OpenWith({});
+    const HWND editor = OpenEditor();
+    ClickStroke(editor);
+    HoldGestureButton(editor);
+    const HWND overlay = OverlayOf(editor);
+    POINT from{};
+    GetCursorPos(&from);
+    sheet->Run([=] { RedrawWindow(overlay, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ERASENOW); });
+    RECT area{};
+    GetClientRect(overlay, &area);
+    for (const POINT corner : {POINT{0, 0}, POINT{area.right - 1, 0}, POINT{area.right - 1, area.bottom - 1}}) {
+        EXPECT_EQ(RGB(5, 0, 0), PixelOf(overlay, corner.x, corner.y));
+    }
+    Tick(editor);
+    EXPECT_EQ(RGB(5, 0, 0), PixelOf(overlay, from.x, from.y));
+    Draw(editor, "RD");
+    constexpr COLORREF kGreen = RGB(0, 255, 0);
+    for (const POINT place : {POINT{0, 0}, POINT{90, 1}, POINT{90, -1}, POINT{180, 60}, POINT{180, 170}}) {
+        EXPECT_EQ(kGreen, PixelOf(overlay, from.x + place.x, from.y + place.y)) << place.x << ' ' << place.y;
+    }
+    for (const POINT place : {POINT{90, 2}, POINT{90, -2}, POINT{-5, 0}, POINT{180, 190}, POINT{90, 90}}) {
+        EXPECT_EQ(RGB(5, 0, 0), PixelOf(overlay, from.x + place.x, from.y + place.y)) << place.x << ' ' << place.y;
+    }
+    ReleaseGestureButton(editor);
+    CloseEditor(editor, IDCANCEL);
+}
+
+TEST_F(GestureTrailOverlayTest, WithoutAnOverlayTheStrokeIsStillRecognised) {
+    OpenWith({});
+    const HWND editor = OpenEditor();
+    const ReplacedImport<"CreateDialogParamW", HWND(HINSTANCE, LPCWSTR, HWND, DLGPROC, LPARAM)> none(
+        module.Handle(), [](HINSTANCE, LPCWSTR, HWND, DLGPROC, LPARAM) { return HWND{}; });
+    ASSERT_TRUE(none.IsInPlace());
+    ClickStroke(editor);
+    HoldGestureButton(editor);
+    EXPECT_EQ(nullptr, OverlayOf(editor));
+    Draw(editor, "UR");
+    ReleaseGestureButton(editor);
+    EXPECT_EQ(L"UR", Stroke(editor));
+    CloseEditor(editor, IDCANCEL);
+}
+
+TEST_F(GestureTrailOverlayTest, AClosedOverlayIsOnlyMissing) {
+    OpenWith({});
+    const HWND editor = OpenEditor();
+    ClickStroke(editor);
+    HoldGestureButton(editor);
+    SendMessageW(OverlayOf(editor), WM_CLOSE, 0, 0);
+    EXPECT_EQ(nullptr, OverlayOf(editor));
+    Draw(editor, "L");
+    ReleaseGestureButton(editor);
+    EXPECT_EQ(L"L", Stroke(editor));
+    ClickStroke(editor);
+    HoldGestureButton(editor);
+    EXPECT_NE(nullptr, OverlayOf(editor));
+    CloseEditor(editor, IDCANCEL);
+}
+
+TEST_F(GestureTrailOverlayTest, AnyMessageWithTheEndingParameterHidesTheOverlay) {
+    OpenWith({});
+    const HWND editor = OpenEditor();
+    ClickStroke(editor);
+    HoldGestureButton(editor);
+    const HWND overlay = OverlayOf(editor);
+    SendMessageW(overlay, WM_USER, 0, 8);
+    EXPECT_TRUE(IsWindowVisible(overlay));
+    SendMessageW(overlay, WM_USER, 0, 9);
+    EXPECT_FALSE(IsWindowVisible(overlay));
+    ReleaseGestureButton(editor);
+    EXPECT_FALSE(IsWindow(overlay));
+    CloseEditor(editor, IDCANCEL);
+}
+
+}  // namespace
+}  // namespace kvn::test
