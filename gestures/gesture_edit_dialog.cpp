@@ -161,7 +161,7 @@ void GestureEditDialog::OnOk() {
     const std::wstring functionText = platform::SelectedComboText(functions);
     // An edited stroke may equal another gesture's.
     if (request.mode == GestureEditMode::Add && IsStrokeTaken(confirmed.stroke)) {
-        boxes.Show(dialog, IDS_GESTURE_REGISTERED, MB_OK | MB_ICONEXCLAMATION);
+        boxes.Warn(dialog, IDS_GESTURE_REGISTERED);
         return;
     }
     confirmed.function = *function;

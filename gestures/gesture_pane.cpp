@@ -9,9 +9,7 @@
 
 #include "gestures/gesture_button.h"
 #include "gestures/gesture_texts.h"
-#include "platform/boundary.h"
 #include "platform/list_view.h"
-#include "platform/subclass.h"
 #include "platform/texts.h"
 #include "resources/resource.h"
 
@@ -37,60 +35,38 @@ const GesturePane::CommandRow GesturePane::kCommands[] = {
 
 GesturePane::GesturePane(model::MouseSettings& mouseSettings, const platform::MessageBoxes& messageBoxes,
                          CGestureMgr& gestureManager, GestureTrailOverlay& trailOverlay, IGesturePaneOwner& paneOwner)
-    : settings(mouseSettings),
+    : Pane(IDD_GESTURE_PANE, paneOwner),
+      settings(mouseSettings),
       boxes(messageBoxes),
       owner(paneOwner),
       editor(mouseSettings, messageBoxes, gestureManager, trailOverlay) {}
 
-HWND GesturePane::Create(HINSTANCE module, HWND page) {
-    resources = module;
-    pane = CreateDialogParamW(module, MAKEINTRESOURCEW(IDD_GESTURE_PANE), page, platform::IgnoreMessage, 0);
-    return pane;
-}
-
 void GesturePane::SetUp() {
-    if (pane == nullptr) return;
+    if (Window() == nullptr) return;
     platform::SelectFullRows(List());
     for (std::size_t i = 0; i < kColumns.size(); ++i) {
-        const std::wstring title = platform::LoadText(resources, kColumns[i].titleId);
+        const std::wstring title = platform::LoadText(Module(), kColumns[i].titleId);
         platform::AddListColumn(List(), static_cast<int>(i), title, kColumns[i].width);
     }
     EnableForSelection();
-    previousProcedure = platform::Subclass(pane, PaneProcedure, this);
+    TakeOver();
 }
 
 void GesturePane::ShowProfile() {
-    if (pane == nullptr) return;
+    if (Window() == nullptr) return;
     const platform::PausedRedraw pause(List());
     platform::ClearListRows(List());
     int row = 0;
-    for (const model::GestureEntry& gesture : Gestures()) InsertRow(row++, gesture, FunctionText(resources, gesture));
+    for (const model::GestureEntry& gesture : Gestures()) InsertRow(row++, gesture, FunctionText(Module(), gesture));
     EnableForSelection();
 }
 
-LRESULT CALLBACK GesturePane::PaneProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    GesturePane& self = *platform::ObjectOf<GesturePane>(window);
-    return platform::AtBoundary<LRESULT>(0, [&] { return self.HandleMessage(message, wParam, lParam); });
-}
-
-LRESULT GesturePane::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-    switch (message) {
-        case WM_NCPAINT:
-            return 1;  // there is no frame to paint
-        case WM_NOTIFY:
-            if (wParam == IDC_GESTURES_LIST) OnListNotification(*reinterpret_cast<const NMHDR*>(lParam));
-            break;
-        case WM_COMMAND:
-            OnCommand(LOWORD(wParam));
-            owner.OnPaneCommand(pane, wParam, lParam);
-            break;
-        case WM_HSCROLL:
-            owner.OnPaneScroll(reinterpret_cast<HWND>(lParam));
-            break;
-        default:
-            break;
+std::optional<LRESULT> GesturePane::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_NCPAINT) return 1;  // there is no frame to paint
+    if (message == WM_NOTIFY && wParam == IDC_GESTURES_LIST) {
+        OnListNotification(*reinterpret_cast<const NMHDR*>(lParam));
     }
-    return CallWindowProcW(previousProcedure, pane, message, wParam, lParam);
+    return std::nullopt;
 }
 
 void GesturePane::OnListNotification(const NMHDR& header) {
@@ -104,34 +80,34 @@ void GesturePane::OnDoubleClick() {
     ScreenToClient(List(), &hit.pt);
     const auto row = static_cast<int>(SendMessageW(List(), LVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit)));
     if (row < 0) return;
-    const HWND edit = GetDlgItem(pane, IDC_GESTURES_EDIT);
-    SendMessageW(pane, WM_COMMAND, MAKEWPARAM(IDC_GESTURES_EDIT, BN_CLICKED), reinterpret_cast<LPARAM>(edit));
+    const HWND edit = Control(IDC_GESTURES_EDIT);
+    SendMessageW(Window(), WM_COMMAND, MAKEWPARAM(IDC_GESTURES_EDIT, BN_CLICKED), reinterpret_cast<LPARAM>(edit));
 }
 
-void GesturePane::OnCommand(int control) {
+void GesturePane::OnCommand(UINT control, UINT /*notification*/) {
     const auto row = std::find_if(std::begin(kCommands), std::end(kCommands),
                                   [=](const CommandRow& command) { return command.control == control; });
     if (row != std::end(kCommands)) (this->*row->handler)();
 }
 
 void GesturePane::OnAdd() {
-    if (boxes.AllowsAnotherItem(pane, platform::ListRowCount(List()))) OpenGestureEditor(GestureEditMode::Add);
+    if (boxes.AllowsAnotherItem(Window(), platform::ListRowCount(List()))) OpenGestureEditor(GestureEditMode::Add);
 }
 
 void GesturePane::OnEdit() {
     if (SelectedGesture()) {
         OpenGestureEditor(GestureEditMode::Edit);
     } else {
-        boxes.Show(pane, IDS_NO_GESTURE_SELECTED, MB_OK | MB_ICONEXCLAMATION);
+        boxes.Warn(Window(), IDS_NO_GESTURE_SELECTED);
     }
 }
 
 void GesturePane::OnDelete() {
     if (!platform::FirstSelectedRow(List())) {
-        boxes.Show(pane, IDS_NO_GESTURE_SELECTED, MB_OK | MB_ICONEXCLAMATION);
+        boxes.Warn(Window(), IDS_NO_GESTURE_SELECTED);
         return;
     }
-    if (boxes.Show(pane, IDS_CONFIRM_DELETE, MB_YESNO | MB_ICONEXCLAMATION) != IDYES) return;
+    if (boxes.Show(Window(), IDS_CONFIRM_DELETE, MB_YESNO | MB_ICONEXCLAMATION) != IDYES) return;
     while (const auto row = platform::FirstSelectedRow(List())) {
         if (const auto index = SelectedGesture())
             Gestures().erase(Gestures().begin() + static_cast<std::ptrdiff_t>(*index));
@@ -144,7 +120,7 @@ void GesturePane::OpenGestureEditor(GestureEditMode mode) {
     if (editor.IsOpen()) return;
     const model::SettingValues shown = owner.ShownValues();
     if (!HasGestureFunction(shown)) {
-        boxes.Show(pane, IDS_GESTURE_NEEDS_BUTTON, MB_OK | MB_ICONEXCLAMATION);
+        boxes.Warn(Window(), IDS_GESTURE_NEEDS_BUTTON);
         return;
     }
     GestureEditRequest request;
@@ -159,7 +135,7 @@ void GesturePane::OpenGestureEditor(GestureEditMode mode) {
             AddGesture(gesture, functionText);
         }
     };
-    editor.Run(resources, pane, std::move(request));
+    editor.Run(Module(), Window(), std::move(request));
 }
 
 // A row that the editor adds or changes shows the function in the editor's words, "Arbitrary key" with the keys in
@@ -200,19 +176,6 @@ void GesturePane::EnableForSelection() const {
     const int count = platform::SelectedRowCount(List());
     Enable(IDC_GESTURES_EDIT, count == 1);
     if (count < 2) Enable(IDC_GESTURES_DELETE, count == 1);
-}
-
-// A control that has the focus passes it to the list before it is disabled, so that the keyboard keeps a place.
-void GesturePane::Enable(int control, bool enable) const {
-    const HWND button = GetDlgItem(pane, control);
-    if (!enable && GetFocus() == button) {
-        SendMessageW(pane, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(List()), TRUE);
-    }
-    EnableWindow(button, enable ? TRUE : FALSE);
-}
-
-HWND GesturePane::List() const {
-    return GetDlgItem(pane, IDC_GESTURES_LIST);
 }
 
 }  // namespace kvn::gestures

@@ -14,15 +14,14 @@
 #include "gestures/gesture_trail_overlay.h"
 #include "model/mouse_settings.h"
 #include "platform/message_box.h"
+#include "platform/pane.h"
+#include "resources/resource.h"
 
 namespace kvn::gestures {
 
 // What the pane asks of its page.
-class IGesturePaneOwner {
+class IGesturePaneOwner : public platform::IPaneOwner {
 public:
-    // Told of every command and scroll in the pane, so that the page can count as changed.
-    virtual void OnPaneCommand(HWND pane, WPARAM wParam, LPARAM lParam) = 0;
-    virtual void OnPaneScroll(HWND trackbar) = 0;
     // The numbers of the selected profile as the page shows them at this moment, applied or not.
     virtual model::SettingValues ShownValues() const = 0;
 
@@ -30,15 +29,10 @@ protected:
     ~IGesturePaneOwner() = default;
 };
 
-class GesturePane {
+class GesturePane final : public platform::Pane {
 public:
     GesturePane(model::MouseSettings& mouseSettings, const platform::MessageBoxes& messageBoxes,
                 CGestureMgr& gestureManager, GestureTrailOverlay& trailOverlay, IGesturePaneOwner& paneOwner);
-    GesturePane(const GesturePane&) = delete;
-    GesturePane& operator=(const GesturePane&) = delete;
-
-    // Makes the pane's window as a hidden child of the page; null when it cannot.
-    HWND Create(HINSTANCE module, HWND page);
 
     // Gives the list its columns and takes over the messages of the pane.
     void SetUp();
@@ -49,14 +43,13 @@ public:
 private:
     using CommandHandler = void (GesturePane::*)();
     struct CommandRow {
-        int control;
+        UINT control;
         CommandHandler handler;
     };
     static const CommandRow kCommands[];
 
-    static LRESULT CALLBACK PaneProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-    LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam);
-    void OnCommand(int control);
+    void OnCommand(UINT control, UINT notification) override;
+    std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     void OnListNotification(const NMHDR& header);
     void OnDoubleClick();
     void OnAdd();
@@ -72,18 +65,13 @@ private:
     // The index of the first selected row; nothing when no row with a gesture is selected.
     std::optional<std::size_t> SelectedGesture() const;
     void EnableForSelection() const;
-    void Enable(int control, bool enable) const;
     std::vector<model::GestureEntry>& Gestures() const { return settings.Selected().gestures; }
-    HWND List() const;
+    HWND List() const { return Control(IDC_GESTURES_LIST); }
 
     model::MouseSettings& settings;
     const platform::MessageBoxes& boxes;
     IGesturePaneOwner& owner;
     GestureEditDialog editor;
-
-    HINSTANCE resources = nullptr;
-    HWND pane = nullptr;
-    WNDPROC previousProcedure = nullptr;
 };
 
 }  // namespace kvn::gestures

@@ -5,9 +5,7 @@
 #include <span>
 
 #include "gestures/arbitrary_key_dialog.h"
-#include "platform/boundary.h"
 #include "platform/combo_box.h"
-#include "platform/subclass.h"
 #include "platform/texts.h"
 #include "resources/resource.h"
 
@@ -68,16 +66,10 @@ bool IsTilt(ButtonSlot slot) {
 
 ButtonPane::ButtonPane(model::MouseSettings& mouseSettings, const platform::MessageBoxes& messageBoxes,
                        IButtonPaneOwner& paneOwner)
-    : settings(mouseSettings), boxes(messageBoxes), owner(paneOwner) {}
-
-HWND ButtonPane::Create(HINSTANCE module, HWND page) {
-    resources = module;
-    pane = CreateDialogParamW(module, MAKEINTRESOURCEW(IDD_BUTTON_PANE), page, platform::IgnoreMessage, 0);
-    return pane;
-}
+    : Pane(IDD_BUTTON_PANE, paneOwner), settings(mouseSettings), boxes(messageBoxes), owner(paneOwner) {}
 
 void ButtonPane::SetUp() {
-    if (pane == nullptr) return;
+    if (Window() == nullptr) return;
     const auto onMouse = model::FunctionsForSlot(settings.os, true);
     const auto notOnMouse = model::FunctionsForSlot(settings.os, false);
     for (const ChooserRow& row : kChoosers) {
@@ -85,22 +77,22 @@ void ButtonPane::SetUp() {
         const auto showPicture = [this, slot = row.slot](bool hasFocus) {
             ShowPicture(hasFocus ? std::optional(slot) : std::nullopt);
         };
-        chooser.SetUp(row.slot, Control(row.control), resources, settings.IsOnMouse(row.slot) ? onMouse : notOnMouse,
+        chooser.SetUp(row.slot, Control(row.control), Module(), settings.IsOnMouse(row.slot) ? onMouse : notOnMouse,
                       showPicture);
     }
     for (const TrackbarRow& row : kTrackbars) {
         SendMessageW(Control(row.control), TBM_SETRANGE, TRUE, MAKELPARAM(1, row.maximum));
     }
     const HWND revolutions = Control(IDC_PANE_REVOLUTION_COUNT);
-    platform::AddComboItem(revolutions, platform::LoadText(resources, IDS_REVOLUTIONS_INVALID), model::kUnsetValue);
+    platform::AddComboItem(revolutions, platform::LoadText(Module(), IDS_REVOLUTIONS_INVALID), model::kUnsetValue);
     for (int count = 1; count <= kMaxRevolutionCount; ++count) {
         platform::AddComboItem(revolutions, std::to_wstring(count), count);
     }
-    previousProcedure = platform::Subclass(pane, PaneProcedure, this);
+    TakeOver();
 }
 
 void ButtonPane::Fill(const model::ProfileSettings& shown) {
-    if (pane == nullptr) return;
+    if (Window() == nullptr) return;
     for (const SlotChooser& chooser : choosers) {
         const ButtonSlot slot = chooser.Slot();
         const model::FunctionCode function = shown.FunctionOf(slot);
@@ -135,7 +127,7 @@ void ButtonPane::DisableMissingCapabilities() {
 
 model::ProfileSettings ButtonPane::Read(const model::ProfileSettings& base) const {
     model::ProfileSettings read = base;
-    if (pane == nullptr) return read;
+    if (Window() == nullptr) return read;
     for (const SlotChooser& chooser : choosers) {
         if (const auto function = chooser.Selected()) read[RowOf(chooser.Slot()).field] = *function;
     }
@@ -149,7 +141,7 @@ model::ProfileSettings ButtonPane::Read(const model::ProfileSettings& base) cons
 }
 
 void ButtonPane::LoadPictures(const std::wstring& folder) {
-    if (pane == nullptr) return;
+    if (Window() == nullptr) return;
     const HWND target = Control(IDC_PANE_PICTURE);
     const model::DeviceRecord& device = settings.device;
     // The pictures of the tilts exist whatever the button count says.
@@ -160,7 +152,7 @@ void ButtonPane::LoadPictures(const std::wstring& folder) {
         pictures.emplace_back(target, (stem + L'_').append(std::to_wstring(k)).append(kPictureExtension));
     }
     ShowPicture(std::nullopt);
-    InvalidateRect(pane, nullptr, TRUE);
+    InvalidateRect(Window(), nullptr, TRUE);
 }
 
 void ButtonPane::ShowPicture(std::optional<ButtonSlot> marked) {
@@ -168,21 +160,9 @@ void ButtonPane::ShowPicture(std::optional<ButtonSlot> marked) {
     if (index < pictures.size() && IsWindow(Control(IDC_PANE_PICTURE))) pictures[index].Draw();
 }
 
-LRESULT CALLBACK ButtonPane::PaneProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    ButtonPane& self = *platform::ObjectOf<ButtonPane>(window);
-    return platform::AtBoundary<LRESULT>(0, [&] { return self.HandleMessage(message, wParam, lParam); });
-}
-
-LRESULT ButtonPane::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WM_COMMAND) {
-        OnCommand(LOWORD(wParam), HIWORD(wParam));
-        owner.OnPaneCommand(pane, wParam, lParam);
-    } else if (message == WM_HSCROLL) {
-        owner.OnPaneScroll(reinterpret_cast<HWND>(lParam));
-    } else if (message == WM_DESTROY) {
-        ClearPicture(Control(IDC_PANE_PICTURE));
-    }
-    return CallWindowProcW(previousProcedure, pane, message, wParam, lParam);
+std::optional<LRESULT> ButtonPane::OnMessage(UINT message, WPARAM /*wParam*/, LPARAM /*lParam*/) {
+    if (message == WM_DESTROY) ClearPicture(Control(IDC_PANE_PICTURE));
+    return std::nullopt;
 }
 
 void ButtonPane::OnCommand(UINT control, UINT notification) {
@@ -222,7 +202,7 @@ void ButtonPane::OnChoiceConfirmed(SlotChooser& changed) {
     // Putting "Left click" back counts as one gesture function less, whatever it has replaced.
     if (PutBackLeftClick(changed)) --gestureCount;
     if (gestureCount >= 2) {
-        boxes.Show(pane, IDS_GESTURE_SLOT_TAKEN, MB_OK | MB_ICONEXCLAMATION);
+        boxes.Warn(Window(), IDS_GESTURE_SLOT_TAKEN);
         changed.SelectIndex(indexBefore);
     }
     if (changed.Selected() == model::kFunctionArbitraryKey) RegisterArbitraryKey(changed);
@@ -234,7 +214,7 @@ bool ButtonPane::PutBackLeftClick(const SlotChooser& changed) const {
     }
     const auto leftClick = changed.IndexOfLeftClick();
     if (!leftClick) return false;
-    boxes.Show(pane, IDS_LEFT_CLICK_MISSING, MB_OK | MB_ICONEXCLAMATION);
+    boxes.Warn(Window(), IDS_LEFT_CLICK_MISSING);
     changed.SelectIndex(*leftClick);
     return true;
 }
@@ -245,7 +225,7 @@ void ButtonPane::RegisterArbitraryKey(SlotChooser& chooser) {
     capture.keys = settings.Selected().etcKeys[slot];
     capture.origin = chooser.Window();
     capture.excludeShift = IsTilt(slot) ? 1 : 0;
-    if (!gestures::RunArbitraryKeyDialog(resources, capture)) return;
+    if (!gestures::RunArbitraryKeyDialog(Module(), capture)) return;
     settings.Selected().etcKeys[slot] = capture.keys;
     chooser.ShowArbitraryKeys(capture.keys);
 }
@@ -257,10 +237,6 @@ void ButtonPane::OnRevolutionCountChosen() {
 
 void ButtonPane::EnableFlyingSpeeds(bool enable) const {
     for (const int control : kFlyingSpeedControls) Enable(control, enable);
-}
-
-void ButtonPane::Enable(int control, bool enable) const {
-    EnableWindow(Control(control), enable ? TRUE : FALSE);
 }
 
 }  // namespace kvn::page

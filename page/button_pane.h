@@ -12,31 +12,24 @@
 #include "page/mouse_picture.h"
 #include "page/slot_chooser.h"
 #include "platform/message_box.h"
+#include "platform/pane.h"
 
 namespace kvn::page {
 
 // What the pane asks of its page.
-class IButtonPaneOwner {
+class IButtonPaneOwner : public platform::IPaneOwner {
 public:
     virtual void OnHelp() = 0;
     virtual void OnReset() = 0;
-    // Told of every command and scroll in the pane, so that the page can count as changed.
-    virtual void OnPaneCommand(HWND pane, WPARAM wParam, LPARAM lParam) = 0;
-    virtual void OnPaneScroll(HWND trackbar) = 0;
 
 protected:
     ~IButtonPaneOwner() = default;
 };
 
-class ButtonPane {
+class ButtonPane final : public platform::Pane {
 public:
     ButtonPane(model::MouseSettings& mouseSettings, const platform::MessageBoxes& messageBoxes,
                IButtonPaneOwner& paneOwner);
-    ButtonPane(const ButtonPane&) = delete;
-    ButtonPane& operator=(const ButtonPane&) = delete;
-
-    // Makes the pane's window as a hidden child of the page; null when it cannot.
-    HWND Create(HINSTANCE module, HWND page);
 
     // Gives every control its choices and ranges and takes over the messages of the pane and its choosers.
     void SetUp();
@@ -58,9 +51,8 @@ public:
     void ShowPicture(std::optional<model::ButtonSlot> marked);
 
 private:
-    static LRESULT CALLBACK PaneProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-    LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam);
-    void OnCommand(UINT control, UINT notification);
+    void OnCommand(UINT control, UINT notification) override;
+    std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     void OnChooserNotification(SlotChooser& chooser, UINT notification);
 
     // The rules that keep one "Left click" and at most one "Gesture function", and the key dialog of "Arbitrary key".
@@ -72,16 +64,11 @@ private:
     void FillRevolutionCount(std::int32_t count);
     void OnRevolutionCountChosen();
     void EnableFlyingSpeeds(bool enable) const;
-    void Enable(int control, bool enable) const;
-    HWND Control(int control) const { return GetDlgItem(pane, control); }
 
     model::MouseSettings& settings;
     const platform::MessageBoxes& boxes;
     IButtonPaneOwner& owner;
 
-    HINSTANCE resources = nullptr;
-    HWND pane = nullptr;
-    WNDPROC previousProcedure = nullptr;
     std::array<SlotChooser, model::kButtonSlotCount> choosers;
     // Index 0 is the plain mouse, index k the mouse with its k-th control marked.
     std::vector<MousePicture> pictures;

@@ -74,12 +74,12 @@ void KorvenPanel::ReadDevice() {
     if (auto device = model::ReadCurrentDevice()) {
         settings.device = std::move(*device);
     } else {
-        boxes.Show(pageWindow, IDS_DEVICE_FAILED, MB_OK | MB_ICONEXCLAMATION);
+        boxes.Warn(pageWindow, IDS_DEVICE_FAILED);
     }
 }
 
 void KorvenPanel::LoadProfiles() {
-    if (!model::LoadModel(settings)) boxes.Show(pageWindow, IDS_SETTINGS_FAILED, MB_OK | MB_ICONEXCLAMATION);
+    if (!model::LoadModel(settings)) boxes.Warn(pageWindow, IDS_SETTINGS_FAILED);
 }
 
 void KorvenPanel::CreatePanes(HINSTANCE module) {
@@ -143,7 +143,7 @@ bool KorvenPanel::OnApply(HINSTANCE /*module*/, HWND page) {
         platform::NotifySettingsChanged();
         return true;
     }
-    boxes.Show(page, IDS_SETTINGS_FAILED, MB_OK | MB_ICONEXCLAMATION);
+    boxes.Warn(page, IDS_SETTINGS_FAILED);
     return false;
 }
 
@@ -204,7 +204,7 @@ void KorvenPanel::OnHelp() {
     if (helpFile.empty()) return;
     const auto result =
         reinterpret_cast<INT_PTR>(ShellExecuteW(nullptr, L"open", helpFile.c_str(), nullptr, nullptr, SW_SHOWNORMAL));
-    if (result <= kLastShellExecuteError) boxes.Show(pageWindow, IDS_HELP_FAILED, MB_OK | MB_ICONEXCLAMATION);
+    if (result <= kLastShellExecuteError) boxes.Warn(pageWindow, IDS_HELP_FAILED);
 }
 
 void KorvenPanel::OnReset() {

@@ -15,7 +15,10 @@ public:
     // the text or the caption cannot be loaded.
     int Show(HWND owner, UINT textId, UINT style) const;
 
-    // The same for a text that was put together.
+    // Tells the user of a refusal or a failure.
+    void Warn(HWND owner, UINT textId) const { Show(owner, textId, MB_OK | MB_ICONEXCLAMATION); }
+
+    // Show for a text that was put together.
     int ShowText(HWND owner, const std::wstring& text, UINT style) const;
 
     // The shared check before an item is added to a list of so many items: below the limit it answers true, at the

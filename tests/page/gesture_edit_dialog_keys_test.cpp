@@ -8,8 +8,6 @@ namespace {
 
 using namespace std::string_literals;
 
-const std::vector<GestureText> kTwoGestures{{"U", 3, "one page back", ""}, {"RD", 37, "paste", "Left Ctrl+V"}};
-
 class GestureEditDialogKeysTest : public GestureTest {
 protected:
     static HWND Functions(HWND editor) { return GetDlgItem(editor, IDC_GESTURE_FUNCTION); }

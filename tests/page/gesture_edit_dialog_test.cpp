@@ -9,8 +9,6 @@ namespace {
 using namespace std::string_literals;
 using platform::ServiceMessage;
 
-const std::vector<GestureText> kTwoGestures{{"U", 3, "one page back", ""}, {"RD", 37, "paste", "Left Ctrl+V"}};
-
 class GestureEditDialogTest : public GestureTest {
 protected:
     static std::wstring Memo(HWND editor) { return TextOf(GetDlgItem(editor, IDC_GESTURE_MEMO)); }

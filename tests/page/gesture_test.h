@@ -15,6 +15,8 @@ struct GestureText {
     std::string keys;
 };
 
+inline const std::vector<GestureText> kTwoGestures{{"U", 3, "one page back", ""}, {"RD", 37, "paste", "Left Ctrl+V"}};
+
 // A profile whose wheel button has the gesture function, with these gestures.
 std::string GestureProfile(const std::vector<GestureText>& gestures, const std::string& name = "Default");
 

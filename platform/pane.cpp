@@ -1,0 +1,42 @@
+#include "platform/pane.h"
+
+#include "platform/boundary.h"
+#include "platform/subclass.h"
+
+namespace kvn::platform {
+
+Pane::Pane(UINT dialogTemplate, IPaneOwner& paneOwner) : templateId(dialogTemplate), owner(paneOwner) {}
+
+HWND Pane::Create(HINSTANCE module, HWND page) {
+    resources = module;
+    window = CreateDialogParamW(module, MAKEINTRESOURCEW(templateId), page, IgnoreMessage, 0);
+    return window;
+}
+
+void Pane::TakeOver() {
+    previousProcedure = Subclass(window, Procedure, this);
+}
+
+LRESULT CALLBACK Pane::Procedure(HWND pane, UINT message, WPARAM wParam, LPARAM lParam) {
+    Pane& self = *ObjectOf<Pane>(pane);
+    return AtBoundary<LRESULT>(0, [&] { return self.HandleMessage(message, wParam, lParam); });
+}
+
+LRESULT Pane::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_COMMAND) {
+        OnCommand(LOWORD(wParam), HIWORD(wParam));
+        owner.OnPaneCommand(window, wParam, lParam);
+    } else if (message == WM_HSCROLL) {
+        owner.OnPaneScroll(reinterpret_cast<HWND>(lParam));
+    } else if (const auto answer = OnMessage(message, wParam, lParam)) {
+        return *answer;
+    }
+    return CallWindowProcW(previousProcedure, window, message, wParam, lParam);
+}
+
+void Pane::Enable(int control, bool enable) const {
+    if (!enable && GetFocus() == Control(control)) SendMessageW(window, WM_NEXTDLGCTL, 0, FALSE);
+    EnableWindow(Control(control), enable ? TRUE : FALSE);
+}
+
+}  // namespace kvn::platform

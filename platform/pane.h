@@ -1,0 +1,60 @@
+// A pane: a child dialog of the property page, one tab's content, whose messages come to an object of ours.
+#pragma once
+
+#include <windows.h>
+
+#include <optional>
+
+namespace kvn::platform {
+
+// What every pane tells its page.
+class IPaneOwner {
+public:
+    // Told of every command and scroll in the pane, so that the page can count as changed.
+    virtual void OnPaneCommand(HWND pane, WPARAM wParam, LPARAM lParam) = 0;
+    virtual void OnPaneScroll(HWND trackbar) = 0;
+
+protected:
+    ~IPaneOwner() = default;
+};
+
+class Pane {
+public:
+    Pane(const Pane&) = delete;
+    Pane& operator=(const Pane&) = delete;
+
+    // Makes the pane's window as a hidden child of the page; null when it cannot.
+    HWND Create(HINSTANCE module, HWND page);
+
+protected:
+    Pane(UINT dialogTemplate, IPaneOwner& paneOwner);
+    ~Pane() = default;
+
+    // From now on the messages of the window come to the pane first.
+    void TakeOver();
+
+    // A command comes here before the page hears of it.
+    virtual void OnCommand(UINT control, UINT notification) = 0;
+
+    // Every other message. An answer ends its handling; without one it goes to the window's own procedure.
+    virtual std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) = 0;
+
+    HINSTANCE Module() const { return resources; }
+    HWND Window() const { return window; }
+    HWND Control(int control) const { return GetDlgItem(window, control); }
+
+    // A control that has the focus passes it on before it is disabled, so that the keyboard keeps a place.
+    void Enable(int control, bool enable) const;
+
+private:
+    static LRESULT CALLBACK Procedure(HWND pane, UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam);
+
+    UINT templateId;
+    IPaneOwner& owner;
+    HINSTANCE resources = nullptr;
+    HWND window = nullptr;
+    WNDPROC previousProcedure = nullptr;
+};
+
+}  // namespace kvn::platform
