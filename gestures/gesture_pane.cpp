@@ -43,10 +43,11 @@ GesturePane::GesturePane(model::MouseSettings& mouseSettings, const platform::Me
 
 void GesturePane::SetUp() {
     if (Window() == nullptr) return;
-    platform::SelectFullRows(List());
+    list = Control(IDC_GESTURES_LIST);
+    platform::SelectFullRows(list);
     for (std::size_t i = 0; i < kColumns.size(); ++i) {
         const std::wstring title = platform::LoadText(Module(), kColumns[i].titleId);
-        platform::AddListColumn(List(), static_cast<int>(i), title, kColumns[i].width);
+        platform::AddListColumn(list, static_cast<int>(i), title, kColumns[i].width);
     }
     EnableForSelection();
     TakeOver();
@@ -54,8 +55,8 @@ void GesturePane::SetUp() {
 
 void GesturePane::ShowProfile() {
     if (Window() == nullptr) return;
-    const platform::PausedRedraw pause(List());
-    platform::ClearListRows(List());
+    const platform::PausedRedraw pause(list);
+    platform::ClearListRows(list);
     int row = 0;
     for (const model::GestureEntry& gesture : Gestures()) InsertRow(row++, gesture, FunctionText(Module(), gesture));
     EnableForSelection();
@@ -77,8 +78,8 @@ void GesturePane::OnListNotification(const NMHDR& header) {
 void GesturePane::OnDoubleClick() {
     LVHITTESTINFO hit{};
     GetCursorPos(&hit.pt);
-    ScreenToClient(List(), &hit.pt);
-    const auto row = static_cast<int>(SendMessageW(List(), LVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit)));
+    ScreenToClient(list, &hit.pt);
+    const auto row = static_cast<int>(SendMessageW(list, LVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit)));
     if (row < 0) return;
     const HWND edit = Control(IDC_GESTURES_EDIT);
     SendMessageW(Window(), WM_COMMAND, MAKEWPARAM(IDC_GESTURES_EDIT, BN_CLICKED), reinterpret_cast<LPARAM>(edit));
@@ -91,7 +92,7 @@ void GesturePane::OnCommand(UINT control, UINT /*notification*/) {
 }
 
 void GesturePane::OnAdd() {
-    if (boxes.AllowsAnotherItem(Window(), platform::ListRowCount(List()))) OpenGestureEditor(GestureEditMode::Add);
+    if (boxes.AllowsAnotherItem(Window(), platform::ListRowCount(list))) OpenGestureEditor(GestureEditMode::Add);
 }
 
 void GesturePane::OnEdit() {
@@ -103,15 +104,15 @@ void GesturePane::OnEdit() {
 }
 
 void GesturePane::OnDelete() {
-    if (!platform::FirstSelectedRow(List())) {
+    if (!platform::FirstSelectedRow(list)) {
         boxes.Warn(Window(), IDS_NO_GESTURE_SELECTED);
         return;
     }
     if (boxes.Show(Window(), IDS_CONFIRM_DELETE, MB_YESNO | MB_ICONEXCLAMATION) != IDYES) return;
-    while (const auto row = platform::FirstSelectedRow(List())) {
+    while (const auto row = platform::FirstSelectedRow(list)) {
         if (const auto index = SelectedGesture())
             Gestures().erase(Gestures().begin() + static_cast<std::ptrdiff_t>(*index));
-        platform::DeleteListRow(List(), *row);
+        platform::DeleteListRow(list, *row);
     }
     EnableForSelection();
 }
@@ -150,22 +151,22 @@ void GesturePane::ReplaceGesture(const model::GestureEntry& gesture, const std::
     if (!index) return;
     Gestures()[*index] = gesture;
     const auto row = static_cast<int>(*index);
-    platform::SetListText(List(), row, kStrokeColumn, gesture.stroke);
+    platform::SetListText(list, row, kStrokeColumn, gesture.stroke);
     SetDetails(row, gesture, functionText);
 }
 
 void GesturePane::InsertRow(int row, const model::GestureEntry& gesture, const std::wstring& functionText) const {
-    platform::InsertListRow(List(), row, gesture.stroke);
+    platform::InsertListRow(list, row, gesture.stroke);
     SetDetails(row, gesture, functionText);
 }
 
 void GesturePane::SetDetails(int row, const model::GestureEntry& gesture, const std::wstring& functionText) const {
-    platform::SetListText(List(), row, kFunctionColumn, functionText);
-    platform::SetListText(List(), row, kMemoColumn, gesture.memo);
+    platform::SetListText(list, row, kFunctionColumn, functionText);
+    platform::SetListText(list, row, kMemoColumn, gesture.memo);
 }
 
 std::optional<std::size_t> GesturePane::SelectedGesture() const {
-    const auto row = platform::FirstSelectedRow(List());
+    const auto row = platform::FirstSelectedRow(list);
     // The editor of profiles may put another profile in place of the one that the list shows.
     if (!row || static_cast<std::size_t>(*row) >= Gestures().size()) return std::nullopt;
     return static_cast<std::size_t>(*row);
@@ -173,7 +174,7 @@ std::optional<std::size_t> GesturePane::SelectedGesture() const {
 
 // Several rows can be deleted at once but not edited.
 void GesturePane::EnableForSelection() const {
-    const int count = platform::SelectedRowCount(List());
+    const int count = platform::SelectedRowCount(list);
     Enable(IDC_GESTURES_EDIT, count == 1);
     if (count < 2) Enable(IDC_GESTURES_DELETE, count == 1);
 }

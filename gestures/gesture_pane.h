@@ -15,7 +15,6 @@
 #include "model/mouse_settings.h"
 #include "platform/message_box.h"
 #include "platform/pane.h"
-#include "resources/resource.h"
 
 namespace kvn::gestures {
 
@@ -66,12 +65,12 @@ private:
     std::optional<std::size_t> SelectedGesture() const;
     void EnableForSelection() const;
     std::vector<model::GestureEntry>& Gestures() const { return settings.Selected().gestures; }
-    HWND List() const { return Control(IDC_GESTURES_LIST); }
 
     model::MouseSettings& settings;
     const platform::MessageBoxes& boxes;
     IGesturePaneOwner& owner;
     GestureEditDialog editor;
+    HWND list = nullptr;
 };
 
 }  // namespace kvn::gestures
