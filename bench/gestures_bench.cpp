@@ -85,7 +85,7 @@ void BenchRecogniser() {
         [&] { return Measure(take); }, [&] { return Measure(compute); }));
 
     const std::size_t before = HeapAllocations();
-    int* volatile onPurpose = new int;  // an allocation that the compiler cannot leave out
+    int* volatile onPurpose = new int(0);  // an allocation that the compiler cannot leave out
     delete onPurpose;
     std::printf("%-34s %9zu     (of %zu ticks; an allocation on purpose counts %zu)\n", "heap allocations of the ticks",
                 allocations, kRounds * kSamples, HeapAllocations() - before);

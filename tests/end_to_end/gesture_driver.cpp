@@ -2,9 +2,6 @@
 
 #include <commctrl.h>
 
-#include <algorithm>
-#include <cctype>
-
 #include "resources/resource.h"
 #include "tests/end_to_end/combo_driver.h"
 #include "tests/end_to_end/input.h"
@@ -17,6 +14,17 @@ namespace {
 
 constexpr int kGestureTab = 1;
 constexpr wchar_t kDialogClass[] = L"#32770";
+
+class HeldKey {
+public:
+    explicit HeldKey(WORD keyToHold) : key(keyToHold) { HoldKey(key); }
+    ~HeldKey() { LetGoOfKey(key); }
+    HeldKey(const HeldKey&) = delete;
+    HeldKey& operator=(const HeldKey&) = delete;
+
+private:
+    WORD key;
+};
 
 }  // namespace
 
@@ -49,10 +57,6 @@ POINT GestureList::PlaceOf(int row) const {
     return middle;
 }
 
-void GestureList::WaitForSelection(int count) const {
-    WaitFor(std::to_string(count) + " selected rows", [&] { return Send(List(), LVM_GETSELECTEDCOUNT) == count; });
-}
-
 void GestureList::Select(int row) const {
     ClickAt(PlaceOf(row));
     WaitFor("the selection of a row", [&] {
@@ -62,10 +66,9 @@ void GestureList::Select(int row) const {
 }
 
 void GestureList::SelectUpTo(int row, int selectedCount) const {
-    HoldKey(VK_LSHIFT);
+    const HeldKey shift(VK_LSHIFT);
     ClickAt(PlaceOf(row));
-    WaitForSelection(selectedCount);
-    LetGoOfKey(VK_LSHIFT);
+    WaitFor("the selection of rows", [&] { return Send(List(), LVM_GETSELECTEDCOUNT) == selectedCount; });
 }
 
 void GestureList::DoubleClick(int row) const {

@@ -23,8 +23,8 @@ public:
     bool IsEnabled(int button) const { return IsWindowEnabled(Control(button)) != FALSE; }
     void Click(int button) const;
 
-    // Clicks a row and waits until so many rows are selected.
     void Select(int row) const;
+    // Clicks the row while Shift is held, and waits until so many rows are selected.
     void SelectUpTo(int row, int selectedCount) const;
     void DoubleClick(int row) const;
 
@@ -32,7 +32,6 @@ private:
     HWND Control(int id) const { return GetDlgItem(pane, id); }
     HWND List() const;
     POINT PlaceOf(int row) const;
-    void WaitForSelection(int count) const;
 
     HWND pane;
 };
@@ -50,7 +49,8 @@ public:
     // Clicks "Input gesture" and waits until the field asks for the stroke.
     void ClickStroke() const;
     void ChooseFunction(int code) const;
-    // Puts the caret into the field for the memo and types; only capital letters and digits, which come as small ones.
+    // Puts the caret into the field for the memo and types these keys: letters, which come as small ones, digits,
+    // blanks.
     void TypeMemo(const std::string& keys) const;
     // Clicks OK or Cancel and waits for the end.
     void CloseWith(int button) const;

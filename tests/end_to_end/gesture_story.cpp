@@ -29,10 +29,19 @@ void GestureStory::SetUp() {
     WriteFileBytes(ProfileFile(), ProfileFileText({WheelProfile()}));
 }
 
-// A button that stays down would be held in the next test as well.
 void GestureStory::TearDown() {
-    for (const MouseButton button : heldButtons) LetGoOfButton(button);
+    while (!heldButtons.empty()) LetGo();
     EndToEndTest::TearDown();
+}
+
+void GestureStory::Hold(MouseButton button) {
+    heldButtons.push_back(button);
+    HoldButton(button);
+}
+
+void GestureStory::LetGo() {
+    LetGoOfButton(heldButtons.back());
+    heldButtons.pop_back();
 }
 
 ProfileText GestureStory::WheelProfile(const std::vector<GestureText>& gestures) {
@@ -48,8 +57,7 @@ void GestureStory::BeginStroke(const GestureEditor& editor, MouseButton button) 
     const std::size_t before = QueryCount();
     editor.ClickStroke();
     WaitFor("the page to ask for the button", [&] { return QueryCount() > before; });
-    heldButtons.push_back(button);
-    HoldButton(button);
+    Hold(button);
     WaitFor("the trail", [&] { return editor.Trail() != nullptr; });
 }
 
@@ -70,8 +78,7 @@ void GestureStory::DrawLetters(const std::string& letters) const {
 }
 
 void GestureStory::EndStroke(const GestureEditor& editor) {
-    LetGoOfButton(heldButtons.back());
-    heldButtons.pop_back();
+    LetGo();
     WaitFor("the end of the trail", [&] { return editor.Trail() == nullptr; });
     WaitFor("the editor in the foreground", [&] { return GetForegroundWindow() == editor.Window(); });
 }

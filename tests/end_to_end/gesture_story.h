@@ -31,6 +31,10 @@ protected:
     // Clicks "Add" or "Edit" and waits for the editor.
     static GestureEditor OpenEditor(const Sheet& sheet, const GestureList& list, int button);
 
+    // Presses a button, and lets go of the one that was pressed last. None stays down after the test.
+    void Hold(MouseButton button);
+    void LetGo();
+
     // Clicks the editor's field, holds the button down and waits until the page has begun the stroke.
     void BeginStroke(const GestureEditor& editor, MouseButton button = MouseButton::Wheel);
     // Moves the cursor so many pixels.
@@ -43,7 +47,7 @@ protected:
     // All of this.
     void Record(const GestureEditor& editor, const std::string& letters, MouseButton button = MouseButton::Wheel);
 
-    // Whether the page asked, and how often, whether the button is held.
+    // How often the page asked whether the button is held.
     std::size_t QueryCount() const;
     // Waits until the page has asked twice more: at the second time it read the cursor after the call.
     void WaitForTicks() const;

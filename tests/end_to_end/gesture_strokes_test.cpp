@@ -52,10 +52,10 @@ TEST_F(Strokes, RightButtonGivesAStrokeUp) {
     BeginStroke(editor);
     DrawLetter('R');
     editor.ExpectStroke("R");
-    HoldButton(MouseButton::Right);
+    Hold(MouseButton::Right);
     editor.ExpectStroke("");
     EXPECT_EQ(editor.Trail(), nullptr);
-    LetGoOfButton(MouseButton::Right);
+    LetGo();
     EndStroke(editor);
     ExpectOkIsIgnored(editor);
 
@@ -71,9 +71,9 @@ TEST_F(Strokes, ServiceIsAskedOnlyWhileAStrokeIsAwaitedOrDrawn) {
     const GestureList list(sheet);
     const GestureEditor editor = OpenEditor(sheet, list, IDC_GESTURES_ADD);
     EXPECT_EQ(MessagesToService(), (std::vector<std::string>{kProbe, kEditBegin}));
-    HoldButton(MouseButton::Wheel);
+    Hold(MouseButton::Wheel);
     editor.ChooseFunction(kCloseWindow);
-    LetGoOfButton(MouseButton::Wheel);
+    LetGo();
     EXPECT_EQ(QueryCount(), 0U) << "nobody has clicked the field";
     Record(editor, "R");
     const std::size_t asked = QueryCount();
@@ -122,7 +122,7 @@ TEST_F(Strokes, EditorThatIsClosedInMidStrokeLeavesNoTraces) {
     }
     const std::size_t asked = QueryCount();
     WaitFor("the sheet in the foreground", [&] { return GetForegroundWindow() == sheet.Window(); });
-    LetGoOfButton(MouseButton::Wheel);
+    LetGo();
     const GestureEditor editor = OpenEditor(sheet, list, IDC_GESTURES_ADD);
     EXPECT_EQ(editor.Stroke(), "");
     editor.ChooseFunction(kCloseWindow);
