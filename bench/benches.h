@@ -10,4 +10,8 @@ void BenchProfileFile();
 // beside this program.
 void BenchOpenPage();
 
+// A tick of the stroke recogniser against the bare arithmetic, a tick with the service in its own process against the
+// time between two ticks, and a long list of gestures against a plain list view.
+void BenchGestures();
+
 }  // namespace kvn::bench

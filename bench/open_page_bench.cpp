@@ -5,15 +5,13 @@
 #include <shobjidl.h>
 
 #include <cstdio>
-#include <string>
 #include <thread>
 
 #include "bench/benches.h"
+#include "bench/running_service.h"
 #include "bench/stopwatch.h"
 #include "page/server_class.h"
-#include "platform/service_window.h"
 #include "platform/subclass.h"
-#include "platform/unique_resource.h"
 #include "resources/resource.h"
 
 namespace kvn::bench {
@@ -21,39 +19,8 @@ namespace {
 
 constexpr int kRounds = 25;
 constexpr double kLimit = 1.5;
-constexpr DWORD kServiceStartMilliseconds = 10'000;
 
 HMODULE pageModule = nullptr;
-
-// The stand-in service with the sample mouse, for as long as the object lives.
-class RunningService {
-public:
-    RunningService() {
-        std::wstring command = L"service\\KvnMouseApl.exe --image KvnSample --vid 0xBE4C --pid 0x0001";
-        STARTUPINFOW start{};
-        start.cb = sizeof start;
-        PROCESS_INFORMATION information{};
-        if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
-                            &information)) {
-            return;
-        }
-        process.Reset(information.hProcess);
-        CloseHandle(information.hThread);
-        for (DWORD waited = 0; platform::FindService() == nullptr && waited < kServiceStartMilliseconds; waited += 10) {
-            Sleep(10);
-        }
-    }
-    ~RunningService() {
-        if (process) TerminateProcess(process.Get(), 0);
-    }
-    RunningService(const RunningService&) = delete;
-    RunningService& operator=(const RunningService&) = delete;
-
-    bool Runs() const { return platform::FindService() != nullptr; }
-
-private:
-    platform::UniqueKernelObject process;
-};
 
 BOOL CALLBACK TakePage(HPROPSHEETPAGE page, LPARAM taken) {
     *reinterpret_cast<HPROPSHEETPAGE*>(taken) = page;

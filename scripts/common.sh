@@ -78,3 +78,27 @@ prepare_wine_prefix() {
     # The first program brings Wine's services up, which stay and would hold the output of whoever waits for its end.
     wine cmd /c ver >/dev/null 2>&1
 }
+
+# Waits until a condition holds: $1 is the most seconds, $2 the process that brings it about, the rest the condition.
+wait_until() {
+    local tries=$(($1 * 20)) process=$2
+    shift 2
+    until "$@"; do
+        kill -0 "$process" 2>/dev/null && [ "$tries" -gt 0 ] || return 1
+        tries=$((tries - 1))
+        sleep 0.05
+    done
+}
+
+# Starts a display that nobody sees, sets $DISPLAY, and puts the X server's process into $display_pid; $1 is a folder for
+# its files. The X server chooses a display number that is free. It runs under setsid, so that Ctrl-C reaches the script
+# alone, which then ends everything in order. The empty screen is white.
+start_display() {
+    local number=$1/display-number
+    rm -f "$number"
+    setsid Xvfb -displayfd 3 -screen 0 1024x768x24 -wr -nolisten tcp 3>"$number" >"$1/xvfb.log" 2>&1 &
+    display_pid=$!
+    wait_until 20 "$display_pid" test -s "$number" || { cat "$1/xvfb.log" >&2; return 1; }
+    DISPLAY=:$(<"$number")
+    export DISPLAY
+}

@@ -1,9 +1,9 @@
 // "Arbitrary key": the dialog in which a key combination is pressed, and what becomes of it.
 #include "resources/resource.h"
 #include "tests/end_to_end/input.h"
+#include "tests/end_to_end/key_dialog.h"
 #include "tests/end_to_end/profile_text.h"
 #include "tests/end_to_end/stored_state.h"
-#include "tests/end_to_end/text.h"
 #include "tests/end_to_end/waiting.h"
 #include "tests/end_to_end/windows_of_process.h"
 #include "tests/end_to_end/world.h"
@@ -12,38 +12,6 @@ namespace kvn::end_to_end {
 namespace {
 
 constexpr int kArbitraryKey = 37;
-
-// The open dialog "Register arbitrary key".
-class KeyDialog : public Dialog {
-public:
-    explicit KeyDialog(const Sheet& sheet) : Dialog(sheet.ProcessId(), L"Register arbitrary key") {
-        WaitForFocus(IDC_KEYS_INPUT1);
-    }
-
-    // Presses a key in the field that has the focus, and waits for what it shows.
-    void Press(int input, WORD key, const wchar_t* name) const {
-        PressKey(key);
-        Expect(input, name);
-    }
-    void MoveTo(int input) const {
-        PressKey(VK_TAB);
-        WaitForFocus(input);
-    }
-    void Expect(int input, const std::wstring& text) const {
-        WaitFor("the field to show " + Narrow(text), [&] { return TextOf(Control(input)) == text; });
-    }
-    void CloseWith(int button) const {
-        Click(button);
-        WaitUntilClosed();
-    }
-
-private:
-    // The field is the combo box's child.
-    void WaitForFocus(int input) const {
-        WaitFor("the focus in input " + std::to_string(input),
-                [&] { return GetParent(FocusOf(Window())) == Control(input); });
-    }
-};
 
 class ArbitraryKeys : public EndToEndTest {
 protected:
@@ -56,7 +24,7 @@ protected:
 TEST_F(ArbitraryKeys, PressedKeysAreShownInBracketsWrittenAndSaved) {
     const Sheet sheet = OpenSheetWithService();
     sheet.ChooseByMouse(IDC_PANE_CENTER, kArbitraryKey);
-    const KeyDialog dialog(sheet);
+    const KeyDialog dialog(sheet.ProcessId());
     dialog.Press(IDC_KEYS_INPUT1, VK_LCONTROL, L"Left Ctrl");
     dialog.MoveTo(IDC_KEYS_INPUT2);
     dialog.Press(IDC_KEYS_INPUT2, 'V', L"V");
@@ -82,7 +50,7 @@ TEST_F(ArbitraryKeys, PressedKeysAreShownInBracketsWrittenAndSaved) {
 TEST_F(ArbitraryKeys, LeftAndRightModifiersAreToldApart) {
     const Sheet sheet = OpenSheetWithService();
     sheet.ChooseByMouse(IDC_PANE_RIGHT, kArbitraryKey);
-    const KeyDialog dialog(sheet);
+    const KeyDialog dialog(sheet.ProcessId());
     dialog.Press(IDC_KEYS_INPUT1, VK_LSHIFT, L"Left Shift");
     dialog.Press(IDC_KEYS_INPUT1, VK_RCONTROL, L"Right Ctrl");
     dialog.MoveTo(IDC_KEYS_INPUT2);
@@ -104,7 +72,7 @@ TEST_F(ArbitraryKeys, CancelledDialogKeepsTheKeysThatWereThere) {
     const Sheet sheet = OpenSheetWithService();
     EXPECT_EQ(sheet.ChosenText(IDC_PANE_BUTTON4), L"Arbitrary key[Left Alt+F4]");
     sheet.ChooseByMouse(IDC_PANE_BUTTON4, kArbitraryKey);
-    const KeyDialog dialog(sheet);
+    const KeyDialog dialog(sheet.ProcessId());
     dialog.Expect(IDC_KEYS_INPUT1, L"Left Alt");
     dialog.Expect(IDC_KEYS_INPUT2, L"F4");
     dialog.Expect(IDC_KEYS_INPUT3, L"");
@@ -120,7 +88,7 @@ TEST_F(ArbitraryKeys, CancelledDialogKeepsTheKeysThatWereThere) {
 TEST_F(ArbitraryKeys, TiltTakesNoShiftKey) {
     const Sheet sheet = OpenSheetWithService();
     sheet.ChooseByMouse(IDC_PANE_TILT_LEFT, kArbitraryKey);
-    const KeyDialog dialog(sheet);
+    const KeyDialog dialog(sheet.ProcessId());
     dialog.Press(IDC_KEYS_INPUT1, VK_LCONTROL, L"Left Ctrl");
     dialog.MoveTo(IDC_KEYS_INPUT2);
     PressKey(VK_LSHIFT);
@@ -146,7 +114,7 @@ TEST_F(ArbitraryKeys, DialogOpenedByKeysIsClosedByEscape) {
     PressKey(VK_UP);
     WaitFor("the entry", [&] { return sheet.Chosen(IDC_PANE_CENTER) == kArbitraryKey; });
     PressKey(VK_RETURN);
-    const KeyDialog dialog(sheet);
+    const KeyDialog dialog(sheet.ProcessId());
     PressKey(VK_ESCAPE);
     dialog.WaitUntilClosed();
     WaitFor("the sheet in the foreground", [&] { return GetForegroundWindow() == sheet.Window(); });

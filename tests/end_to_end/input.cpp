@@ -28,19 +28,65 @@ void InjectKey(WORD key, DWORD flags) {
     Inject(input);
 }
 
-void InjectMouse(DWORD flags) {
+struct ButtonRow {
+    DWORD down;
+    DWORD up;
+    DWORD data;
+};
+
+// In the order of MouseButton.
+constexpr std::array<ButtonRow, 5> kButtons{{{MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP, 0},
+                                             {MOUSEEVENTF_RIGHTDOWN, MOUSEEVENTF_RIGHTUP, 0},
+                                             {MOUSEEVENTF_MIDDLEDOWN, MOUSEEVENTF_MIDDLEUP, 0},
+                                             {MOUSEEVENTF_XDOWN, MOUSEEVENTF_XUP, XBUTTON1},
+                                             {MOUSEEVENTF_XDOWN, MOUSEEVENTF_XUP, XBUTTON2}}};
+
+const ButtonRow& RowOf(MouseButton button) {
+    return kButtons[static_cast<std::size_t>(button)];
+}
+
+void InjectMouse(DWORD flags, DWORD data) {
     INPUT input{};
     input.type = INPUT_MOUSE;
     input.mi.dwFlags = flags;
+    input.mi.mouseData = data;
     Inject(input);
+}
+
+void Click() {
+    HoldButton(MouseButton::Left);
+    LetGoOfButton(MouseButton::Left);
 }
 
 }  // namespace
 
-void ClickAt(POINT point) {
+void MoveCursorTo(POINT point) {
     if (!SetCursorPos(point.x, point.y)) throw StoryError("the cursor cannot be moved");
-    InjectMouse(MOUSEEVENTF_LEFTDOWN);
-    InjectMouse(MOUSEEVENTF_LEFTUP);
+}
+
+POINT Cursor() {
+    POINT point{};
+    if (!GetCursorPos(&point)) throw StoryError("the cursor cannot be found");
+    return point;
+}
+
+void HoldButton(MouseButton button) {
+    InjectMouse(RowOf(button).down, RowOf(button).data);
+}
+
+void LetGoOfButton(MouseButton button) {
+    InjectMouse(RowOf(button).up, RowOf(button).data);
+}
+
+void ClickAt(POINT point) {
+    MoveCursorTo(point);
+    Click();
+}
+
+void DoubleClickAt(POINT point) {
+    MoveCursorTo(point);
+    Click();
+    Click();
 }
 
 void HoldKey(WORD key) {

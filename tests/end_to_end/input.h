@@ -7,8 +7,18 @@
 
 namespace kvn::end_to_end {
 
-// Moves the cursor there (in screen coordinates) and clicks the left button.
+enum class MouseButton { Left, Right, Wheel, Button4, Button5 };
+
+// In screen coordinates.
+void MoveCursorTo(POINT point);
+POINT Cursor();
+
+void HoldButton(MouseButton button);
+void LetGoOfButton(MouseButton button);
+
+// Moves the cursor there and clicks the left button, once or twice.
 void ClickAt(POINT point);
+void DoubleClickAt(POINT point);
 
 // Virtual keys; VK_LSHIFT to VK_RMENU mean the key on that side.
 void HoldKey(WORD key);

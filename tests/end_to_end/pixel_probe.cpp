@@ -1,5 +1,8 @@
 #include "tests/end_to_end/pixel_probe.h"
 
+#include <algorithm>
+
+#include "platform/device_context.h"
 #include "platform/unique_resource.h"
 
 namespace kvn::end_to_end {
@@ -24,6 +27,31 @@ private:
     SharedPixels* shared = nullptr;
 };
 
+// A copy of what a drawing context shows, row by row from the top.
+class Bitmap {
+public:
+    Bitmap(HDC source, int bitmapWidth, int bitmapHeight)
+        : width(bitmapWidth), height(bitmapHeight), memory(CreateCompatibleDC(source)) {
+        BITMAPINFO info{};
+        info.bmiHeader = {sizeof info.bmiHeader, width, -height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+        bitmap.Reset(CreateDIBSection(source, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
+    }
+
+    bool Take(HDC source) const {
+        if (!memory || !bitmap) return false;
+        const platform::SelectedObject selected(memory.Get(), bitmap.Get());
+        return BitBlt(memory.Get(), 0, 0, width, height, source, 0, 0, SRCCOPY) && GdiFlush();
+    }
+    const RGBQUAD* Pixels() const { return static_cast<const RGBQUAD*>(bits); }
+
+private:
+    int width;
+    int height;
+    platform::Owned<HDC, &DeleteDC> memory;
+    platform::UniqueBitmap bitmap;
+    void* bits = nullptr;
+};
+
 void CopyPixels(HWND window) {
     const View view;
     RECT area{};
@@ -33,12 +61,12 @@ void CopyPixels(HWND window) {
 
     // What is still to be painted belongs to the picture.
     UpdateWindow(window);
-    const HDC context = GetDC(window);
-    std::size_t next = 0;
-    for (int y = 0; y < area.bottom; ++y) {
-        for (int x = 0; x < area.right; ++x) shared.pixels[next++] = GetPixel(context, x, y);
-    }
-    ReleaseDC(window, context);
+    const platform::WindowDeviceContext source(window);
+    const Bitmap copy(source.Get(), area.right, area.bottom);
+    if (!copy.Take(source.Get())) return;
+    const auto count = static_cast<std::ptrdiff_t>(area.right) * area.bottom;
+    std::transform(copy.Pixels(), copy.Pixels() + count, shared.pixels.begin(),
+                   [](const RGBQUAD& pixel) { return RGB(pixel.rgbRed, pixel.rgbGreen, pixel.rgbBlue); });
     shared.width = area.right;
     shared.height = area.bottom;
 }

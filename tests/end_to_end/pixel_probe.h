@@ -15,7 +15,7 @@ inline constexpr wchar_t kSharedPixels[] = L"KvnEndToEndPixels";
 inline constexpr wchar_t kPixelProbeModule[] = L"pixel_probe.dll";
 inline constexpr char kPixelHook[] = "OnMessage";  // a WH_CALLWNDPROC procedure
 
-inline constexpr std::size_t kMaxPixels = 512 * 512;
+inline constexpr std::size_t kMaxPixels = 1024 * 1024;  // a whole screen under Wine
 
 struct SharedPixels {
     int width;

@@ -7,9 +7,17 @@
 
 namespace kvn::end_to_end {
 
+struct GestureText {
+    std::string stroke;
+    std::string function;
+    std::string memo;
+    std::string keys;
+};
+
 struct ProfileText {
     std::string name = "Default";
-    std::map<std::string, std::string> elements;  // those that differ from a new profile's
+    std::map<std::string, std::string> elements{};  // those that differ from a new profile's
+    std::vector<GestureText> gestures{};
 };
 
 // The file of the sample mouse.

@@ -1,8 +1,6 @@
 // Several profiles, and the tabs of the page.
 #include <windows.h>
 
-#include <commctrl.h>
-
 #include "resources/resource.h"
 #include "tests/end_to_end/input.h"
 #include "tests/end_to_end/profile_text.h"
@@ -68,21 +66,14 @@ protected:
         WaitFor("the pane of the tab", [=] { return IsWindowVisible(shown) && !IsWindowVisible(hidden); });
         EXPECT_FALSE(sheet.CanApply()) << "looking is no change";
     }
-    static void ClickTab(const Sheet& sheet, WPARAM index) {
-        const HWND tabs = sheet.Control(IDC_PAGE_TAB);
-        const RECT header = ReadRectangle(tabs, TCM_GETITEMRECT, index);
-        POINT middle{(header.left + header.right) / 2, (header.top + header.bottom) / 2};
-        MapWindowPoints(tabs, nullptr, &middle, 1);
-        ClickAt(middle);
-    }
 };
 
 TEST_F(Tabs, ClickShowsTheGesturePaneAndTheButtonPaneAgain) {
     const Sheet sheet = OpenSheetWithService();
     ExpectPane(sheet, sheet.ButtonPane(), sheet.GesturePane());
-    ClickTab(sheet, 1);
+    sheet.ClickTab(1);
     ExpectPane(sheet, sheet.GesturePane(), sheet.ButtonPane());
-    ClickTab(sheet, 0);
+    sheet.ClickTab(0);
     ExpectPane(sheet, sheet.ButtonPane(), sheet.GesturePane());
     sheet.Close(IDCANCEL);
     EXPECT_EQ(HostExitCode(), 0U);

@@ -3,9 +3,8 @@
 #include <commctrl.h>
 #include <prsht.h>
 
-#include <array>
-
 #include "resources/resource.h"
+#include "tests/end_to_end/combo_driver.h"
 #include "tests/end_to_end/input.h"
 #include "tests/end_to_end/text.h"
 #include "tests/end_to_end/waiting.h"
@@ -16,19 +15,12 @@ namespace {
 
 constexpr wchar_t kSheetTitle[] = L"Mouse Properties";
 constexpr wchar_t kDialogClass[] = L"#32770";
-constexpr wchar_t kListClass[] = L"ComboLBox";
 constexpr int kMessageText = 0xFFFF;  // the id that a message box gives its text
 
 HWND FindDialog(DWORD processId, const std::wstring& title) {
     return FindTopLevel(processId, [&](HWND window) {
         return IsWindowVisible(window) && ClassOf(window) == kDialogClass && TitleOf(window) == title;
     });
-}
-
-// A click waits its turn in the queue of the window's thread; the focus shows that it is over for the window.
-void ClickAndFocus(HWND control) {
-    Click(control);
-    WaitFor("the focus on " + Describe(control), [=] { return FocusOf(control) == control; });
 }
 
 }  // namespace
@@ -102,6 +94,13 @@ void Sheet::Click(int id) const {
     end_to_end::Click(Control(id));
 }
 
+void Sheet::ClickTab(int index) const {
+    const HWND tabs = Control(IDC_PAGE_TAB);
+    POINT middle = MiddleOf(ReadRectangle(tabs, TCM_GETITEMRECT, static_cast<WPARAM>(index)));
+    MapWindowPoints(tabs, nullptr, &middle, 1);
+    ClickAt(middle);
+}
+
 void Sheet::Close(int button) const {
     Click(button);
     WaitFor("the end of the sheet", [this] { return !IsWindow(sheet); });
@@ -136,55 +135,23 @@ void Sheet::MoveFocusTo(int id) const {
 }
 
 std::optional<int> Sheet::Chosen(int combo) const {
-    const LRESULT index = Send(Control(combo), CB_GETCURSEL);
-    if (index == CB_ERR) return std::nullopt;
-    return static_cast<int>(Send(Control(combo), CB_GETITEMDATA, static_cast<WPARAM>(index)));
+    return ChosenData(Control(combo));
 }
 
 std::wstring Sheet::ChosenText(int combo) const {
-    const LRESULT index = Send(Control(combo), CB_GETCURSEL);
-    if (index == CB_ERR) return {};
-    std::array<wchar_t, 256> text{};
-    Send(Control(combo), CB_GETLBTEXT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(text.data()));
-    return text.data();
+    return end_to_end::ChosenText(Control(combo));
 }
 
 int Sheet::EntryCount(int combo) const {
-    return static_cast<int>(Send(Control(combo), CB_GETCOUNT));
-}
-
-HWND Sheet::OpenList(int combo) const {
-    ClickAndFocus(Control(combo));
-    return WaitFor("the list of control " + std::to_string(combo), [this] {
-        return FindTopLevel(processId,
-                            [](HWND window) { return IsWindowVisible(window) && ClassOf(window) == kListClass; });
-    });
+    return end_to_end::EntryCount(Control(combo));
 }
 
 void Sheet::ChooseByMouse(int combo, int data) const {
-    for (int index = 0; index < EntryCount(combo); ++index) {
-        if (Send(Control(combo), CB_GETITEMDATA, static_cast<WPARAM>(index)) != data) continue;
-        return ChooseEntryByMouse(combo, index);
-    }
-    throw StoryError("control " + std::to_string(combo) + " does not offer " + std::to_string(data));
+    end_to_end::ChooseByMouse(Control(combo), data);
 }
 
 void Sheet::ChooseEntryByMouse(int combo, int index) const {
-    const HWND list = OpenList(combo);
-    RECT visible{};
-    GetClientRect(list, &visible);
-    RECT entry{};
-    const auto measure = [&] {
-        Send(list, LB_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&entry));
-        return entry.top >= 0 && entry.bottom <= visible.bottom;
-    };
-    // Scrolled by a message: how far a turn of the wheel scrolls is the user's setting.
-    if (!measure()) Send(list, LB_SETTOPINDEX, static_cast<WPARAM>(index));
-    if (!measure()) throw StoryError("an entry of control " + std::to_string(combo) + " cannot be shown");
-    POINT middle{(entry.left + entry.right) / 2, (entry.top + entry.bottom) / 2};
-    MapWindowPoints(list, nullptr, &middle, 1);
-    ClickAt(middle);
-    WaitFor("the list to close", [=] { return !IsWindowVisible(list); });
+    end_to_end::ChooseEntryByMouse(Control(combo), index);
 }
 
 int Sheet::Position(int trackbar) const {

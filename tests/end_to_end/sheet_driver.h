@@ -56,6 +56,8 @@ public:
     int Focused() const;
 
     void Click(int id) const;
+    // Clicks a tab of the page, counted from 0.
+    void ClickTab(int index) const;
     // Clicks OK or Cancel, and waits until the sheet has gone.
     void Close(int button) const;
     // Clicks Apply, and waits until that has been done: the button is then disabled.
@@ -77,7 +79,6 @@ public:
 
 private:
     HWND PaneWith(int id) const;
-    HWND OpenList(int combo) const;
 
     DWORD processId;
     HWND sheet;

@@ -82,6 +82,13 @@ std::string UnterminatedText(const std::wstring& text) {
     return ShowText(text, text.size() * sizeof(wchar_t));
 }
 
+std::string TextList(const std::vector<std::wstring>& texts) {
+    std::wstring block;
+    for (const std::wstring& text : texts) block += text + L'\0';
+    block += L'\0';
+    return "type " + std::to_string(REG_MULTI_SZ) + ": " + ShowText(block, block.size() * sizeof(wchar_t));
+}
+
 void RemoveRegistryState() {
     RegDeleteTreeW(HKEY_CURRENT_USER, kVendorKey);
 }

@@ -21,6 +21,8 @@ using RegistryValues = std::map<std::string, std::string>;
 RegistryValues ModelValues();
 // What ModelValues shows for a REG_SZ that is stored without its final zero.
 std::string UnterminatedText(const std::wstring& text);
+// The same for a REG_MULTI_SZ.
+std::string TextList(const std::vector<std::wstring>& texts);
 
 // Removes the page's keys of the current user.
 void RemoveRegistryState();

@@ -1,5 +1,7 @@
 #include "tests/end_to_end/windows_of_process.h"
 
+#include <commctrl.h>
+
 #include <array>
 
 #include "platform/unique_resource.h"
@@ -42,6 +44,9 @@ public:
     RemoteMemory& operator=(const RemoteMemory&) = delete;
 
     LPARAM Address() const { return reinterpret_cast<LPARAM>(address); }
+    bool WriteFrom(const void* copy) const {
+        return WriteProcessMemory(process.Get(), address, copy, size, nullptr) != FALSE;
+    }
     bool ReadTo(void* copy) const { return ReadProcessMemory(process.Get(), address, copy, size, nullptr) != FALSE; }
 
 private:
@@ -102,8 +107,11 @@ RECT ScreenRectangle(HWND window) {
 }
 
 void Click(HWND window) {
-    const RECT area = ScreenRectangle(window);
-    ClickAt({(area.left + area.right) / 2, (area.top + area.bottom) / 2});
+    ClickAt(MiddleOf(ScreenRectangle(window)));
+}
+
+POINT MiddleOf(const RECT& area) {
+    return {(area.left + area.right) / 2, (area.top + area.bottom) / 2};
 }
 
 RECT ReadRectangle(HWND window, UINT message, WPARAM wParam) {
@@ -113,6 +121,20 @@ RECT ReadRectangle(HWND window, UINT message, WPARAM wParam) {
         throw StoryError(Describe(window) + " tells no rectangle");
     }
     return rectangle;
+}
+
+std::wstring ReadListText(HWND list, int row, int column) {
+    std::array<wchar_t, 256> text{};
+    const RemoteMemory textMemory(list, sizeof text);
+    LVITEMW item{};
+    item.iSubItem = column;
+    item.pszText = reinterpret_cast<wchar_t*>(textMemory.Address());
+    item.cchTextMax = static_cast<int>(text.size());
+    const RemoteMemory itemMemory(list, sizeof item);
+    if (!itemMemory.WriteFrom(&item)) throw StoryError(Describe(list) + " cannot be asked for a text");
+    Send(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), itemMemory.Address());
+    if (!textMemory.ReadTo(text.data())) throw StoryError(Describe(list) + " tells no text");
+    return text.data();
 }
 
 }  // namespace kvn::end_to_end

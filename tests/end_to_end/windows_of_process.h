@@ -29,7 +29,10 @@ HWND FocusOf(HWND window);
 RECT ScreenRectangle(HWND window);
 void Click(HWND window);
 
-// What a common control writes through the lParam of this message. Such pointers are not carried across processes.
+POINT MiddleOf(const RECT& area);
+
+// What a common control writes through the lParam of a message. Such pointers are not carried across processes.
 RECT ReadRectangle(HWND window, UINT message, WPARAM wParam);
+std::wstring ReadListText(HWND list, int row, int column);
 
 }  // namespace kvn::end_to_end

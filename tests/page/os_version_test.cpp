@@ -1,10 +1,14 @@
-// What the seven choosers offer on the Windows version that this program is run on. The version is the host program's
-// matter, so each version has a copy of this program; KVN_EXPECTED_OS tells the copy which one it is to find.
+// What the seven choosers and the gesture editor offer on the Windows version that this program is run on. The version
+// is the host program's matter, so each version has a copy of this program; KVN_EXPECTED_OS tells the copy which one it
+// is to find.
 #include <windows.h>
 
+#include <algorithm>
 #include <cstdlib>
+#include <initializer_list>
 
 #include "tests/page/page_test.h"
+#include "tests/support/window_search.h"
 
 namespace kvn::test {
 namespace {
@@ -64,7 +68,7 @@ protected:
         return expected == nullptr ? "" : expected;
     }
 
-    static std::vector<ComboEntry> ExpectedEntries(bool isOnMouse) {
+    static std::vector<ComboEntry> AllEntries() {
         const std::string os = ExpectedOs();
         std::vector<ComboEntry> entries = kBeforeFlip3D;
         const auto append = [&](const std::vector<ComboEntry>& more) {
@@ -75,8 +79,31 @@ protected:
         append(kAfterFlip3D);
         if (os == "6.2") append(kCharms);
         append({{L"Off", 38}});
-        if (!isOnMouse)
-            std::erase_if(entries, [](const ComboEntry& entry) { return entry.data == 36 || entry.data == 19; });
+        return entries;
+    }
+    static std::vector<ComboEntry> Without(std::initializer_list<int> codes) {
+        std::vector<ComboEntry> entries = AllEntries();
+        std::erase_if(entries, [&](const ComboEntry& entry) {
+            return std::find(codes.begin(), codes.end(), entry.data) != codes.end();
+        });
+        return entries;
+    }
+    static std::vector<ComboEntry> ExpectedEntries(bool isOnMouse) {
+        return isOnMouse ? AllEntries() : Without({36, 19});
+    }
+
+    // The functions that the gesture editor offers.
+    std::vector<ComboEntry> EditorEntries() const {
+        PostMessageW(GetDlgItem(sheet->GesturePane(), IDC_GESTURES_ADD), BM_CLICK, 0, 0);
+        const HWND functions = Await("the gesture editor", [] {
+            const HWND editor = FindTopLevelWindow([](HWND window) {
+                return IsWindowVisible(window) && GetDlgItem(window, IDC_GESTURE_FUNCTION) != nullptr;
+            });
+            return editor == nullptr ? nullptr : GetDlgItem(editor, IDC_GESTURE_FUNCTION);
+        });
+        std::vector<ComboEntry> entries = EntriesOf(functions);
+        PostMessageW(GetParent(functions), WM_COMMAND, IDCANCEL, 0);
+        Await("the end of the gesture editor", [=] { return !IsWindow(functions); });
         return entries;
     }
 };
@@ -96,6 +123,17 @@ TEST_F(OsVersionTest, DecidesWhatTheChoosersOffer) {
             SCOPED_TRACE(testing::Message() << "buttons " << buttons << ", slot " << slot);
             EXPECT_EQ(ExpectedEntries(slot < buttons), EntriesOf(sheet->PaneControl(kSlotControls[slot])));
         }
+        Close();
+    }
+}
+
+TEST_F(OsVersionTest, DecidesWhatTheGestureEditorOffers) {
+    for (const DWORD buttons : {3UL, 7UL}) {
+        SCOPED_TRACE(testing::Message() << "buttons " << buttons);
+        mouse.buttonCount = buttons;
+        WriteProfiles({ProfileText("Default", {{"lbutton", "36"}})});
+        Open();
+        EXPECT_EQ(Without({36, 38}), EditorEntries()) << "whatever the mouse has";
         Close();
     }
 }

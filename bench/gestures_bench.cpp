@@ -1,0 +1,233 @@
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <cstdio>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "bench/benches.h"
+#include "bench/heap_count.h"
+#include "bench/running_service.h"
+#include "bench/stopwatch.h"
+#include "gestures/gesture_mgr.h"
+#include "gestures/gesture_pane.h"
+#include "gestures/gesture_texts.h"
+#include "gestures/gesture_trail_overlay.h"
+#include "model/stroke_recogniser.h"
+#include "platform/list_view.h"
+#include "platform/service_window.h"
+#include "platform/subclass.h"
+#include "resources/resource.h"
+
+namespace kvn::bench {
+namespace {
+
+constexpr int kRounds = 25;
+
+// A pseudo-random walk, the same in every run.
+class Walk {
+public:
+    // A number from -most to most.
+    int Next(int most) {
+        state = state * 6364136223846793005U + 1442695040888963407U;
+        return static_cast<int>((state >> 33U) % static_cast<unsigned>(2 * most + 1)) - most;
+    }
+
+private:
+    std::uint64_t state = 20'26;
+};
+
+// One million, so that the milliseconds of all are the nanoseconds of one.
+constexpr std::size_t kSamples = 1'000'000;
+constexpr std::size_t kStrokeSamples = 40;
+constexpr int kLongestStep = 60;
+constexpr double kTickLimit = 2;
+
+// Strokes of four seconds with the hand in constant motion.
+std::vector<model::StrokeSample> LongPath() {
+    std::vector<model::StrokeSample> samples(kSamples);
+    Walk walk;
+    model::ScreenPoint cursor;
+    for (std::size_t i = 0; i < kSamples; ++i) {
+        cursor = {cursor.x + walk.Next(kLongestStep), cursor.y + walk.Next(kLongestStep)};
+        samples[i] = {cursor, i % kStrokeSamples != 0, false};
+    }
+    return samples;
+}
+
+void BenchRecogniser() {
+    const std::vector<model::StrokeSample> samples = LongPath();
+    volatile std::int64_t sink = 0;
+    std::size_t allocations = 0;
+    const auto take = [&] {
+        std::int64_t notices = 0;
+        const std::size_t before = HeapAllocations();
+        model::StrokeRecogniser recogniser;
+        for (const model::StrokeSample& sample : samples) notices += recogniser.Take(sample) ? 1 : 0;
+        allocations += HeapAllocations() - before;
+        sink = notices;
+    };
+    const auto compute = [&] {
+        std::int64_t sum = 0;
+        for (std::size_t i = 1; i < samples.size(); ++i) {
+            sum += model::DistanceBetween(samples[i - 1].cursor, samples[i].cursor);
+            sum += static_cast<std::int64_t>(model::DirectionBetween(samples[i - 1].cursor, samples[i].cursor));
+        }
+        sink = sum;
+    };
+    Print(Compare(
+        "a million ticks of the recogniser", "bare distance and direction of the samples", kTickLimit, kRounds,
+        [&] { return Measure(take); }, [&] { return Measure(compute); }));
+
+    const std::size_t before = HeapAllocations();
+    int* volatile onPurpose = new int(0);  // an allocation that the compiler cannot leave out
+    delete onPurpose;
+    std::printf("%-34s %9zu     (of %zu ticks; an allocation on purpose counts %zu)\n", "heap allocations of the ticks",
+                allocations, kRounds * kSamples, HeapAllocations() - before);
+}
+
+constexpr int kTicks = 2'000;
+constexpr double kTickMicroseconds = 100'000;
+constexpr int kScreenMargin = 300;
+
+void PrintTick(const char* name, const std::vector<double>& sortedMicroseconds) {
+    const double median = sortedMicroseconds[sortedMicroseconds.size() / 2];
+    const double nearlyAll = sortedMicroseconds[sortedMicroseconds.size() * 99 / 100];
+    std::printf(
+        "%-34s %9.2f us  99 of 100 below %.2f us: %.3f %% and %.3f %% of the 100 ms between two ticks (under 1)\n",
+        name, median, nearlyAll, 100 * median / kTickMicroseconds, 100 * nearlyAll / kTickMicroseconds);
+}
+
+// What the work takes each time while the cursor moves; sorted.
+std::vector<double> MeasureTicks(const std::function<void()>& work) {
+    Walk walk;
+    std::vector<double> microseconds(kTicks);
+    for (double& each : microseconds) {
+        SetCursorPos(kScreenMargin + walk.Next(kLongestStep), kScreenMargin + walk.Next(kLongestStep));
+        each = 1000 * Measure(work);
+    }
+    std::sort(microseconds.begin(), microseconds.end());
+    return microseconds;
+}
+
+// With a stroke going on: the cursor is read, the service asked in its own process, the trail drawn.
+void BenchTick(HMODULE pageModule) {
+    const RunningService service(L"--held 1");
+    if (!service.Runs()) {
+        std::printf("a tick of the gesture manager: the service is not there\n");
+        return;
+    }
+    gestures::GestureTrailOverlay trail;
+    gestures::CGestureMgr manager(trail);
+    manager.Arm(platform::ServiceButton::Center);
+    manager.Tick();
+    trail.Show(pageModule, nullptr);
+    constexpr std::array kButton{platform::ServiceButton::Center};
+    PrintTick("a tick with the service", MeasureTicks([&] { manager.Tick(); }));
+    PrintTick("the question to the service alone", MeasureTicks([&] { platform::AreButtonsHeld(kButton); }));
+}
+
+constexpr std::size_t kGestures = 100;
+constexpr double kListLimit = 1.5;
+constexpr std::array<int, 3> kColumnWidths{70, 125, 172};
+
+class NoOwner : public gestures::IGesturePaneOwner {
+public:
+    void OnPaneCommand(HWND /*pane*/, WPARAM /*wParam*/, LPARAM /*lParam*/) override {}
+    void OnPaneScroll(HWND /*trackbar*/) override {}
+    model::SettingValues ShownValues() const override { return {}; }
+};
+
+// Every tenth gesture has keys, as more would be unusual.
+model::ProfileRecord ProfileOfGestures(const std::wstring& name) {
+    constexpr std::array<std::int32_t, 10> kFunctions{1, 3, 4, 6, 7, 10, 12, 14, 26, 37};
+    model::ProfileRecord record = model::DefaultProfileRecord();
+    for (std::size_t i = 0; i < kGestures; ++i) {
+        record.settings.gestures.push_back(
+            {L"URDL", kFunctions[i % kFunctions.size()], name + std::to_wstring(i), {{162, 86, -2}}});
+    }
+    return record;
+}
+
+using RowTexts = std::array<std::wstring, 3>;
+
+std::vector<RowTexts> TextsOf(HMODULE pageModule, const model::ProfileRecord& record) {
+    std::vector<RowTexts> rows;
+    for (const model::GestureEntry& gesture : record.settings.gestures) {
+        rows.push_back({gesture.stroke, gestures::FunctionText(pageModule, gesture), gesture.memo});
+    }
+    return rows;
+}
+
+// The bare work: the rows go, and others with the same texts come, by the list view's own messages.
+void ShowRows(HWND list, const std::vector<RowTexts>& rows) {
+    SendMessageW(list, WM_SETREDRAW, FALSE, 0);
+    SendMessageW(list, LVM_DELETEALLITEMS, 0, 0);
+    LVITEMW item{};
+    item.mask = LVIF_TEXT;
+    for (const RowTexts& texts : rows) {
+        for (std::size_t column = 0; column < texts.size(); ++column) {
+            item.iSubItem = static_cast<int>(column);
+            item.pszText = const_cast<wchar_t*>(texts[column].c_str());
+            SendMessageW(list, column == 0 ? LVM_INSERTITEMW : LVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+        }
+        ++item.iItem;
+    }
+    SendMessageW(list, WM_SETREDRAW, TRUE, 0);
+    InvalidateRect(list, nullptr, TRUE);
+}
+
+void BenchList(HMODULE pageModule) {
+    // Shown, as the tab of the gestures is when the user sees the list change.
+    const HWND frame = CreateWindowExW(0, WC_DIALOG, L"Bench", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 900, 700,
+                                       nullptr, nullptr, nullptr, nullptr);
+    model::MouseSettings settings;
+    settings.profiles = {ProfileOfGestures(L"First profile, number "), ProfileOfGestures(L"Second profile, number ")};
+    gestures::GestureTrailOverlay trail;
+    gestures::CGestureMgr manager(trail);
+    const platform::MessageBoxes boxes(pageModule, IDS_CAPTION);
+    NoOwner owner;
+    gestures::GesturePane pane(settings, boxes, manager, trail, owner);
+    ShowWindow(pane.Create(pageModule, frame), SW_SHOW);
+    pane.SetUp();
+
+    const HWND plainPane =
+        CreateDialogParamW(pageModule, MAKEINTRESOURCEW(IDD_GESTURE_PANE), frame, platform::IgnoreMessage, 0);
+    ShowWindow(plainPane, SW_SHOW);
+    const HWND plainList = GetDlgItem(plainPane, IDC_GESTURES_LIST);
+    platform::SelectFullRows(plainList);
+    for (std::size_t i = 0; i < kColumnWidths.size(); ++i) {
+        platform::AddListColumn(plainList, static_cast<int>(i), L"Column", kColumnWidths[i]);
+    }
+    const std::array<std::vector<RowTexts>, 2> texts{TextsOf(pageModule, settings.profiles[0]),
+                                                     TextsOf(pageModule, settings.profiles[1])};
+    std::size_t shown = 0;
+    const auto switchProfile = [&] {
+        settings.selectedProfile = ++shown % 2;
+        return Measure([&] { pane.ShowProfile(); });
+    };
+    const auto switchRows = [&] { return Measure([&] { ShowRows(plainList, texts[shown % 2]); }); };
+    Print(Compare("show a profile of 100 gestures", "the same rows in a plain list view", kListLimit, kRounds,
+                  switchProfile, switchRows));
+    DestroyWindow(frame);
+}
+
+}  // namespace
+
+void BenchGestures() {
+    BenchRecogniser();
+    const HMODULE pageModule = LoadLibraryW(L"KvnMouseUtil.dll");
+    if (pageModule == nullptr) {
+        std::printf("gestures: the DLL is not there\n");
+        return;
+    }
+    BenchTick(pageModule);
+    BenchList(pageModule);
+}
+
+}  // namespace kvn::bench

@@ -1,0 +1,40 @@
+#include "bench/heap_count.h"
+
+#include <atomic>
+
+namespace {
+
+std::atomic<std::size_t> allocations = 0;
+
+}  // namespace
+
+namespace kvn::bench {
+
+std::size_t HeapAllocations() {
+    return allocations;
+}
+
+}  // namespace kvn::bench
+
+// The linker's --wrap gives the calls of NAME to __wrap_NAME and keeps the C library's own as __real_NAME.
+extern "C" {
+
+void* __real_malloc(std::size_t bytes);
+void* __real_calloc(std::size_t count, std::size_t bytes);
+void* __real_realloc(void* memory, std::size_t bytes);
+
+void* __wrap_malloc(std::size_t bytes) {
+    ++allocations;
+    return __real_malloc(bytes);
+}
+
+void* __wrap_calloc(std::size_t count, std::size_t bytes) {
+    ++allocations;
+    return __real_calloc(count, bytes);
+}
+
+void* __wrap_realloc(void* memory, std::size_t bytes) {
+    ++allocations;
+    return __real_realloc(memory, bytes);
+}
+}

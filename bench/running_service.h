@@ -1,0 +1,24 @@
+// The stand-in service with the sample mouse, for as long as the object lives.
+#pragma once
+
+#include <string>
+
+#include "platform/unique_resource.h"
+
+namespace kvn::bench {
+
+class RunningService {
+public:
+    // Waits until the service's window is there. The program is looked for in the folder "service".
+    explicit RunningService(const std::wstring& moreOptions = L"");
+    ~RunningService();
+    RunningService(const RunningService&) = delete;
+    RunningService& operator=(const RunningService&) = delete;
+
+    bool Runs() const;
+
+private:
+    platform::UniqueKernelObject process;
+};
+
+}  // namespace kvn::bench
