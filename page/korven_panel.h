@@ -10,10 +10,11 @@
 #include "page/property_panel.h"
 #include "platform/critical_section.h"
 #include "platform/message_box.h"
+#include "profiles/profile_editor.h"
 
 namespace kvn::page {
 
-class KorvenPanel final : public IPropertyPanel, private IButtonPaneOwner {
+class KorvenPanel final : public IPropertyPanel, private IButtonPaneOwner, private profiles::IProfileDisplay {
 public:
     KorvenPanel();
     ~KorvenPanel() override = default;
@@ -46,7 +47,12 @@ private:
     bool IsChangingCommand(HWND pane, WPARAM wParam, LPARAM lParam) override;
     bool IsChangingScroll(HWND trackbar) override;
 
+    // profiles::IProfileDisplay
+    void ShowProfiles() override;
+    void ShowSelectedProfile() override;
+
     void OnProfileCommand(UINT notification);
+    void OnEditProfileCommand(UINT notification);
     void OnHelpCommand(UINT notification);
     void OnResetCommand(UINT notification);
 
@@ -54,7 +60,6 @@ private:
     void ReadDevice();
     void LoadProfiles();
     void CreatePanes(HINSTANCE module);
-    void FillProfileCombo() const;
     void RepairProfiles();
     void FindServiceFiles();
 
