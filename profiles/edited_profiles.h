@@ -18,8 +18,8 @@ namespace kvn::profiles {
 class EditedProfiles {
 public:
     // The name is the one by which the default profile is known.
-    EditedProfiles(const model::ProfileSet& source, std::wstring nameOfDefault)
-        : profiles(source), defaultName(std::move(nameOfDefault)) {}
+    EditedProfiles(model::ProfileSet source, std::wstring nameOfDefault)
+        : profiles(std::move(source)), defaultName(std::move(nameOfDefault)) {}
 
     // Fills the list view, which has no rows yet.
     void ShowIn(HWND listView);
