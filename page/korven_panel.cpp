@@ -44,6 +44,7 @@ const KorvenPanel::CommandRow KorvenPanel::kCommands[] = {
     {IDC_PANE_HELP, &KorvenPanel::OnHelpCommand},
     {IDC_PANE_RESET, &KorvenPanel::OnResetCommand},
     {IDC_PAGE_PROFILE, &KorvenPanel::OnProfileCommand},
+    {IDC_PAGE_EDIT_PROFILE, &KorvenPanel::OnEditProfileCommand},
 };
 
 KorvenPanel::KorvenPanel()
@@ -62,7 +63,7 @@ void KorvenPanel::OnInitDialog(HINSTANCE module, HWND page) {
     ReadDevice();
     LoadProfiles();
     CreatePanes(module);
-    FillProfileCombo();
+    ShowProfiles();
     RepairProfiles();
     buttonPane.Fill(settings.Selected());
     gesturePane.ShowProfile();
@@ -110,12 +111,17 @@ void KorvenPanel::PlacePane(HWND pane, HWND previous) const {
     SetWindowPos(pane, previous, area.left, area.top, area.right - area.left, area.bottom - area.top, SWP_NOACTIVATE);
 }
 
-void KorvenPanel::FillProfileCombo() const {
+void KorvenPanel::ShowProfiles() {
     const HWND combo = Control(IDC_PAGE_PROFILE);
+    SendMessageW(combo, CB_RESETCONTENT, 0, 0);
     for (const model::ProfileRecord& profile : settings.profiles) {
         SendMessageW(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(profile.name.c_str()));
     }
-    SendMessageW(combo, CB_SETCURSEL, settings.selectedProfile, 0);
+    ShowSelectedProfile();
+}
+
+void KorvenPanel::ShowSelectedProfile() {
+    SendMessageW(Control(IDC_PAGE_PROFILE), CB_SETCURSEL, settings.selectedProfile, 0);
 }
 
 void KorvenPanel::RepairProfiles() {
@@ -190,6 +196,12 @@ void KorvenPanel::OnProfileCommand(UINT notification) {
     settings.selectedProfile = static_cast<std::size_t>(chosen);
     buttonPane.Fill(model::CheckedCopy(settings.Selected()));
     gesturePane.ShowProfile();
+}
+
+void KorvenPanel::OnEditProfileCommand(UINT notification) {
+    if (notification != BN_CLICKED) return;
+    profiles::ProfileEditorContext context{platform::ThisModule(), pageWindow, settings, boxes, *this};
+    profiles::RunProfileEditor(context);
 }
 
 void KorvenPanel::OnHelpCommand(UINT /*notification*/) {

@@ -13,10 +13,14 @@
 #include "page/property_panel.h"
 #include "platform/critical_section.h"
 #include "platform/message_box.h"
+#include "profiles/profile_editor.h"
 
 namespace kvn::page {
 
-class KorvenPanel final : public IPropertyPanel, private IButtonPaneOwner, private gestures::IGesturePaneOwner {
+class KorvenPanel final : public IPropertyPanel,
+                          private IButtonPaneOwner,
+                          private gestures::IGesturePaneOwner,
+                          private profiles::IProfileDisplay {
 public:
     KorvenPanel();
     ~KorvenPanel() override = default;
@@ -50,7 +54,12 @@ private:
     void OnPaneScroll(HWND trackbar) override;
     model::SettingValues ShownValues() const override;
 
+    // profiles::IProfileDisplay
+    void ShowProfiles() override;
+    void ShowSelectedProfile() override;
+
     void OnProfileCommand(UINT notification);
+    void OnEditProfileCommand(UINT notification);
     void OnHelpCommand(UINT notification);
     void OnResetCommand(UINT notification);
 
@@ -58,7 +67,6 @@ private:
     void ReadDevice();
     void LoadProfiles();
     void CreatePanes(HINSTANCE module);
-    void FillProfileCombo() const;
     void RepairProfiles();
     void FindServiceFiles();
 

@@ -1,6 +1,7 @@
 #include "platform/pane.h"
 
 #include "platform/boundary.h"
+#include "platform/dialog_control.h"
 #include "platform/subclass.h"
 
 namespace kvn::platform {
@@ -35,8 +36,7 @@ LRESULT Pane::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 void Pane::Enable(int control, bool enable) const {
-    if (!enable && GetFocus() == Control(control)) SendMessageW(window, WM_NEXTDLGCTL, 0, FALSE);
-    EnableWindow(Control(control), enable ? TRUE : FALSE);
+    EnableControl(window, control, enable);
 }
 
 }  // namespace kvn::platform

@@ -43,7 +43,6 @@ protected:
     HWND Window() const { return window; }
     HWND Control(int control) const { return GetDlgItem(window, control); }
 
-    // A control that has the focus passes it on before it is disabled, so that the keyboard keeps a place.
     void Enable(int control, bool enable) const;
 
 private:

@@ -1,0 +1,49 @@
+#include "model/profile_list.h"
+
+#include <algorithm>
+
+namespace kvn::model {
+namespace {
+
+constexpr std::size_t kComparedLength = 255;
+
+template <typename Condition>
+std::optional<std::size_t> FindProfile(const ProfileSet& profiles, Condition condition) {
+    const auto found = std::find_if(profiles.begin(), profiles.end(), condition);
+    if (found == profiles.end()) return std::nullopt;
+    return static_cast<std::size_t>(found - profiles.begin());
+}
+
+}  // namespace
+
+std::wstring_view ComparedName(const ProfileRecord& profile) {
+    return std::wstring_view(profile.name).substr(0, kComparedLength);
+}
+
+bool IsNameInUse(const ProfileSet& profiles, std::wstring_view name) {
+    return FindProfile(profiles, [&](const ProfileRecord& profile) { return ComparedName(profile) == name; })
+        .has_value();
+}
+
+std::size_t ProfileToDelete(const ProfileSet& profiles, std::size_t index) {
+    const std::wstring& name = profiles[index].name;
+    return FindProfile(profiles, [&](const ProfileRecord& profile) { return profile.name == name; }).value_or(index);
+}
+
+ProfileRecord CopyWithoutPrograms(const ProfileRecord& source, const std::wstring& name) {
+    ProfileRecord copy = source;
+    copy.name = name;
+    copy.settings.applications.clear();
+    return copy;
+}
+
+std::optional<std::size_t> ProfileWithProgram(const ProfileSet& profiles, const std::wstring& path,
+                                              PathComparison isSamePath) {
+    return FindProfile(profiles, [&](const ProfileRecord& profile) {
+        const auto& programs = profile.settings.applications;
+        return std::any_of(programs.begin(), programs.end(),
+                           [&](const ApplicationEntry& program) { return isSamePath(program.path, path); });
+    });
+}
+
+}  // namespace kvn::model

@@ -1,0 +1,34 @@
+// The rules of the list of profiles: which names are taken, which profile a program belongs to, what a copy takes
+// along.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "model/profile.h"
+
+namespace kvn::model {
+
+// The part of a profile's name that is compared: its first 255 characters.
+std::wstring_view ComparedName(const ProfileRecord& profile);
+
+// Whether a profile bears this name, exactly and with case.
+bool IsNameInUse(const ProfileSet& profiles, std::wstring_view name);
+
+// The profile that goes when the one at this index is deleted: the first of its name. Names are unique, so it is
+// another one only in a file that was edited by hand.
+std::size_t ProfileToDelete(const ProfileSet& profiles, std::size_t index);
+
+// A copy under another name. It has no programs: a program belongs to one profile.
+ProfileRecord CopyWithoutPrograms(const ProfileRecord& source, const std::wstring& name);
+
+// How two paths are compared; Windows has the rules.
+using PathComparison = bool (*)(const std::wstring&, const std::wstring&);
+
+// The first profile that has a program with this path.
+std::optional<std::size_t> ProfileWithProgram(const ProfileSet& profiles, const std::wstring& path,
+                                              PathComparison isSamePath);
+
+}  // namespace kvn::model

@@ -1,0 +1,301 @@
+#include "profiles/profile_editor.h"
+
+#include <commctrl.h>
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <iterator>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "model/profile_list.h"
+#include "model/registry_records.h"
+#include "model/settings_store.h"
+#include "platform/boundary.h"
+#include "platform/dialog_control.h"
+#include "platform/list_view.h"
+#include "platform/subclass.h"
+#include "platform/texts.h"
+#include "profiles/edited_profiles.h"
+#include "profiles/profile_name_dialog.h"
+#include "profiles/program_list.h"
+#include "resources/resource.h"
+
+namespace kvn::profiles {
+namespace {
+
+using model::ApplicationEntry;
+
+constexpr INT_PTR kAccepted = 1;
+constexpr INT_PTR kCancelled = 2;
+
+constexpr int kProfileWidth = 380;  // pixels
+
+// When a button may be pressed, by the number of selected profiles.
+struct ButtonRow {
+    int button;
+    bool withNone;
+    bool withOne;
+    bool withMany;
+};
+constexpr std::array<ButtonRow, 5> kButtons{{
+    {IDC_PROFILES_DELETE, false, true, true},
+    {IDC_PROFILES_RENAME, false, true, false},
+    {IDC_PROFILES_COPY, false, true, false},
+    {IDC_PROFILES_ADD_PROGRAM, false, true, false},
+    {IDC_PROFILES_DELETE_PROGRAM, false, false, false},
+}};
+
+// One opening of the dialog.
+class ProfileEditor {
+public:
+    explicit ProfileEditor(ProfileEditorContext& lender)
+        : context(lender), edited(lender.settings.profiles, Text(IDS_DEFAULT_PROFILE_NAME)) {}
+
+    void OnInitDialog(HWND window);
+    void OnNotify(const NMHDR& header);
+    // False for a control without a command.
+    bool OnCommand(int control);
+
+private:
+    struct CommandRow {
+        int control;
+        void (ProfileEditor::*handler)();
+    };
+    static const CommandRow kCommands[];
+
+    void OnAddProfile();
+    void OnDeleteProfiles();
+    void OnRenameProfile();
+    void OnCopyProfile();
+    void OnAddPrograms();
+    void OnDeletePrograms();
+    void OnOk();
+    void OnCancel();
+
+    void OnProfilesSelected();
+    void OnProgramsSelected();
+
+    // The only selected profile; tells the user when there is none or more than one.
+    std::optional<std::size_t> AskForOneProfile() const;
+    // The name that the user gives a profile; nothing when the user cancels.
+    std::optional<std::wstring> AskForName(ProfileNameMode mode, std::wstring_view current = {}) const;
+    bool RefuseTakenName(const std::wstring& name) const;
+    bool ConfirmDeletion() const;
+
+    void AddPrograms(std::size_t profile, const std::vector<ApplicationEntry>& chosen);
+
+    void Warn(UINT textId) const { context.boxes.Warn(dialog, textId); }
+    std::wstring Text(UINT textId) const { return platform::LoadText(context.module, textId); }
+
+    ProfileEditorContext& context;
+    EditedProfiles edited;
+    ProgramList programs;
+    bool isDeleting = false;  // profiles are on their way out: what that does to the selection is looked at afterwards
+    HWND dialog = nullptr;
+    HWND profileList = nullptr;
+};
+
+const ProfileEditor::CommandRow ProfileEditor::kCommands[] = {
+    {IDC_PROFILES_ADD, &ProfileEditor::OnAddProfile},
+    {IDC_PROFILES_DELETE, &ProfileEditor::OnDeleteProfiles},
+    {IDC_PROFILES_RENAME, &ProfileEditor::OnRenameProfile},
+    {IDC_PROFILES_COPY, &ProfileEditor::OnCopyProfile},
+    {IDC_PROFILES_ADD_PROGRAM, &ProfileEditor::OnAddPrograms},
+    {IDC_PROFILES_DELETE_PROGRAM, &ProfileEditor::OnDeletePrograms},
+    {IDOK, &ProfileEditor::OnOk},
+    {IDCANCEL, &ProfileEditor::OnCancel},
+};
+
+void ProfileEditor::OnInitDialog(HWND window) {
+    dialog = window;
+    profileList = GetDlgItem(dialog, IDC_PROFILES_LIST);
+
+    platform::AddListColumn(profileList, 0, Text(IDS_COLUMN_PROFILE), kProfileWidth);
+    platform::SelectFullRows(profileList);
+    edited.ShowIn(profileList);
+
+    programs.SetUp(GetDlgItem(dialog, IDC_PROFILES_PROGRAMS), Text(IDS_COLUMN_FILE_NAME), Text(IDS_COLUMN_LOCATION));
+
+    // Add program stays enabled until the selection changes for the first time.
+    for (const int button :
+         {IDC_PROFILES_DELETE, IDC_PROFILES_RENAME, IDC_PROFILES_COPY, IDC_PROFILES_DELETE_PROGRAM}) {
+        EnableWindow(GetDlgItem(dialog, button), FALSE);
+    }
+}
+
+void ProfileEditor::OnNotify(const NMHDR& header) {
+    if (header.code != LVN_ITEMCHANGED) return;
+    const auto& change = reinterpret_cast<const NMLISTVIEW&>(header);
+    // Neither another text nor the focus changes the selection. A change of all rows at once has no states of its own.
+    if (change.iItem >= 0 && ((change.uOldState ^ change.uNewState) & LVIS_SELECTED) == 0) return;
+    if (header.hwndFrom == profileList && !isDeleting) OnProfilesSelected();
+    if (header.hwndFrom == programs.Window()) OnProgramsSelected();
+}
+
+bool ProfileEditor::OnCommand(int control) {
+    // While another dialog stands before this one, nobody can have pressed anything.
+    if (!IsWindowEnabled(dialog)) return true;
+    const auto* const row = std::find_if(std::begin(kCommands), std::end(kCommands),
+                                         [=](const CommandRow& command) { return command.control == control; });
+    if (row == std::end(kCommands)) return false;
+    (this->*row->handler)();
+    return true;
+}
+
+void ProfileEditor::OnProfilesSelected() {
+    const int count = edited.SelectedCount();
+    for (const ButtonRow& row : kButtons) {
+        platform::EnableControl(dialog, row.button,
+                                count == 0   ? row.withNone
+                                : count == 1 ? row.withOne
+                                             : row.withMany);
+    }
+    const auto profile = edited.OnlySelected();
+    programs.Show(profile ? edited.ProgramsOf(*profile) : std::vector<ApplicationEntry>());
+}
+
+void ProfileEditor::OnProgramsSelected() {
+    platform::EnableControl(dialog, IDC_PROFILES_DELETE_PROGRAM, programs.SelectedCount() > 0);
+}
+
+std::optional<std::size_t> ProfileEditor::AskForOneProfile() const {
+    const int count = edited.SelectedCount();
+    if (count == 0) Warn(IDS_NO_PROFILE_SELECTED);
+    if (count > 1) Warn(IDS_MANY_PROFILES_SELECTED);
+    return edited.OnlySelected();
+}
+
+std::optional<std::wstring> ProfileEditor::AskForName(ProfileNameMode mode, std::wstring_view current) const {
+    ProfileNameRequest request{std::wstring(current), mode};
+    if (!RunProfileNameDialog(context.module, dialog, request)) return std::nullopt;
+    return request.name;
+}
+
+bool ProfileEditor::RefuseTakenName(const std::wstring& name) const {
+    const bool isTaken = model::IsNameInUse(edited.All(), name);
+    if (isTaken) Warn(IDS_PROFILE_NAME_USED);
+    return isTaken;
+}
+
+bool ProfileEditor::ConfirmDeletion() const {
+    return context.boxes.Show(dialog, IDS_CONFIRM_DELETE, MB_YESNO | MB_ICONEXCLAMATION) == IDYES;
+}
+
+void ProfileEditor::OnAddProfile() {
+    if (!context.boxes.AllowsAnotherItem(dialog, edited.Count())) return;
+    const auto name = AskForName(ProfileNameMode::Add);
+    if (!name || name->empty() || RefuseTakenName(*name)) return;
+    model::ProfileRecord profile = model::NewProfileRecord();
+    profile.name = *name;
+    edited.Append(std::move(profile));
+}
+
+void ProfileEditor::OnDeleteProfiles() {
+    if (edited.SelectedCount() == 0) return Warn(IDS_NO_PROFILE_SELECTED);
+    if (!ConfirmDeletion()) return;
+    isDeleting = true;
+    const bool isComplete = edited.DeleteSelected();
+    isDeleting = false;
+    OnProfilesSelected();
+    if (!isComplete) return Warn(IDS_DEFAULT_PROFILE_DELETE);
+    // At once: a Cancel does not take it back.
+    context.settings.selectedProfile = 0;
+    context.display.ShowSelectedProfile();
+}
+
+void ProfileEditor::OnRenameProfile() {
+    const auto profile = AskForOneProfile();
+    if (!profile) return;
+    if (edited.IsDefault(*profile)) return Warn(IDS_DEFAULT_PROFILE_RENAME);
+    const auto name = AskForName(ProfileNameMode::Rename, model::ComparedName(edited.All()[*profile]));
+    if (name && !RefuseTakenName(*name)) edited.Rename(*profile, *name);
+}
+
+void ProfileEditor::OnCopyProfile() {
+    const auto profile = AskForOneProfile();
+    if (!profile) return;
+    const auto name = AskForName(ProfileNameMode::Copy, model::ComparedName(edited.All()[*profile]));
+    if (!name || RefuseTakenName(*name)) return;
+    // The number of profiles is limited for new ones only.
+    edited.Append(model::CopyWithoutPrograms(edited.All()[*profile], *name));
+}
+
+void ProfileEditor::OnAddPrograms() {
+    const auto profile = AskForOneProfile();
+    if (!profile || !context.boxes.AllowsAnotherItem(dialog, programs.Count())) return;
+    std::vector<ApplicationEntry> chosen;
+    if (context.choosePrograms(context.module, dialog, chosen)) AddPrograms(*profile, chosen);
+}
+
+void ProfileEditor::AddPrograms(std::size_t profile, const std::vector<ApplicationEntry>& chosen) {
+    for (const ApplicationEntry& program : chosen) {
+        if (const auto user = edited.UserOf(program)) {
+            Warn(*user == profile ? IDS_PROGRAM_REGISTERED : IDS_PROGRAM_USED_ELSEWHERE);
+            continue;
+        }
+        if (!context.boxes.AllowsAnotherItem(dialog, programs.Count())) return;
+        programs.Append(program);
+        edited.AddProgram(profile, program);
+    }
+}
+
+void ProfileEditor::OnDeletePrograms() {
+    const auto profile = AskForOneProfile();
+    if (!profile) return;
+    if (programs.SelectedCount() == 0) return Warn(IDS_NO_PROGRAM_SELECTED);
+    if (!ConfirmDeletion()) return;
+    const platform::PausedRedraw pause(programs.Window());
+    while (const auto row = platform::FirstSelectedRow(programs.Window())) {
+        if (static_cast<std::size_t>(*row) >= edited.ProgramsOf(*profile).size()) break;
+        edited.RemoveProgram(*profile, static_cast<std::size_t>(*row));
+        platform::DeleteListRow(programs.Window(), *row);
+    }
+    OnProgramsSelected();
+}
+
+void ProfileEditor::OnOk() {
+    model::MouseSettings& settings = context.settings;
+    settings.profiles = model::ProfileSet(edited.All());
+    if (settings.selectedProfile >= settings.profiles.size()) settings.selectedProfile = 0;
+    const bool isSaved =
+        !edited.IsChanged() || platform::AtBoundary(false, [&] { return model::SaveProfiles(settings); });
+    context.display.ShowProfiles();
+    if (!isSaved) Warn(IDS_SETTINGS_FAILED);
+    EndDialog(dialog, kAccepted);
+}
+
+void ProfileEditor::OnCancel() {
+    EndDialog(dialog, kCancelled);
+}
+
+BOOL HandleMessage(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_INITDIALOG) {
+        SetWindowLongPtrW(dialog, GWLP_USERDATA, lParam);
+        platform::ObjectOf<ProfileEditor>(dialog)->OnInitDialog(dialog);
+        return TRUE;
+    }
+    auto* const editor = platform::ObjectOf<ProfileEditor>(dialog);
+    if (editor == nullptr) return FALSE;
+    if (message == WM_COMMAND) return editor->OnCommand(LOWORD(wParam)) ? TRUE : FALSE;
+    if (message == WM_NOTIFY) editor->OnNotify(*reinterpret_cast<const NMHDR*>(lParam));
+    return FALSE;
+}
+
+INT_PTR CALLBACK DialogProcedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
+    return platform::AtBoundary<INT_PTR>(FALSE, [&] { return HandleMessage(dialog, message, wParam, lParam); });
+}
+
+}  // namespace
+
+void RunProfileEditor(ProfileEditorContext& context) {
+    ProfileEditor editor(context);
+    DialogBoxParamW(context.module, MAKEINTRESOURCEW(IDD_EDIT_PROFILE), context.page, DialogProcedure,
+                    reinterpret_cast<LPARAM>(&editor));
+}
+
+}  // namespace kvn::profiles

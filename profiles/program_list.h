@@ -1,0 +1,33 @@
+// The list view of a profile's programs: name and icon, and where the program lies.
+#pragma once
+
+#include <windows.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "model/profile.h"
+#include "profiles/program_icons.h"
+
+namespace kvn::profiles {
+
+class ProgramList {
+public:
+    // Makes the columns and shows the icons.
+    void SetUp(HWND listView, const std::wstring& nameTitle, const std::wstring& locationTitle);
+
+    // Shows these programs and no others, none of them selected.
+    void Show(const std::vector<model::ApplicationEntry>& programs) const;
+    void Append(const model::ApplicationEntry& program) const;
+
+    HWND Window() const { return list; }
+    int Count() const;
+    int SelectedCount() const;
+
+private:
+    ProgramIcons icons;
+    HWND list = nullptr;
+};
+
+}  // namespace kvn::profiles

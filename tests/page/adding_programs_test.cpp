@@ -1,0 +1,303 @@
+// Adding programs to a profile: the editor itself, opened without a page, with a stand-in for the choice of programs.
+#include <gtest/gtest.h>
+
+#include <future>
+
+#include "model/settings_store.h"
+#include "profiles/profile_editor.h"
+#include "resources/resource.h"
+#include "tests/page/page_test.h"
+#include "tests/support/profile_dialogs.h"
+
+namespace kvn::test {
+namespace {
+
+using model::ApplicationEntry;
+using Entries = std::vector<ApplicationEntry>;
+using Paths = std::vector<std::wstring>;
+
+constexpr wchar_t kRegistered[] = L"Already registered.";
+constexpr wchar_t kUsedElsewhere[] = L"Being used by another profile.";
+constexpr wchar_t kLimitReached[] = L"It is not possible to register more than 100 items.";
+
+ApplicationEntry Program(const std::wstring& name) {
+    return {name, L"C:\\" + name + L".exe"};
+}
+
+Entries Programs(int first, int count) {
+    Entries entries;
+    for (int i = first; i < first + count; ++i) entries.push_back(Program(L"p" + std::to_wstring(i)));
+    return entries;
+}
+
+class AddingProgramsTest : public testing::Test, private profiles::IProfileDisplay {
+protected:
+    void AddProfile(const std::wstring& name, const Entries& programs = {}) {
+        model::ProfileRecord profile = model::DefaultProfileRecord();
+        profile.name = name;
+        profile.settings.applications = programs;
+        settings.profiles.push_back(profile);
+    }
+    // Opens the editor and selects a profile; what the user is going to choose comes first.
+    void Open(const Entries& chosen, int profile, bool isAccepted = true) {
+        context.choosePrograms = [=, this](HINSTANCE, HWND owner, Entries& entries) {
+            choices += 1;
+            chooserOwner = owner;
+            receivedEmpty = entries.empty();
+            if (isAccepted) entries.insert(entries.end(), chosen.begin(), chosen.end());
+            return isAccepted;
+        };
+        settings.profileFilePath = user.SettingsFolder() + L"\\profiles.xml";
+        WriteFileText(settings.profileFilePath, "");
+        EXPECT_TRUE(model::SaveProfiles(settings));
+        fileBefore = ReadFileText(settings.profileFilePath);
+        ended = std::async(std::launch::async, [this] { RunProfileEditor(context); });
+        editor = ProfileEditorDialog::Await();
+        editor->SelectProfiles({profile});
+    }
+    void PressAdd() const { editor->Press(IDC_PROFILES_ADD_PROGRAM); }
+    void ExpectMessage(const std::wstring& text) const {
+        const MessageBoxSeen seen = AnswerMessageBox("about a program", IDOK);
+        ExpectWarning(seen, text);
+        EXPECT_EQ(editor->Window(), seen.owner);
+    }
+    void AwaitRows(std::size_t count) const {
+        EXPECT_TRUE(ComesTrue([&] { return editor->Programs().size() == count; })) << editor->Programs().size();
+    }
+    // Commands that are given while one is still carried out count for nothing: this comes after all of them.
+    void Close(int button) {
+        SendMessageW(editor->Window(), WM_NULL, 0, 0);
+        EXPECT_EQ(nullptr, OpenMessageBox());
+        editor->Close(button);
+        ASSERT_EQ(std::future_status::ready, ended.wait_for(kPatience));
+        ended.get();
+    }
+    void TearDown() override {
+        if (ended.valid()) PostMessageW(editor->Window(), WM_COMMAND, IDCANCEL, 0);
+    }
+    Paths PathsOf(std::size_t profile) const {
+        Paths paths;
+        for (const ApplicationEntry& entry : settings.profiles[profile].settings.applications) {
+            paths.push_back(entry.path);
+        }
+        return paths;
+    }
+    std::string File() const { return ReadFileText(settings.profileFilePath); }
+
+    void ShowProfiles() override { ++shownProfiles; }
+    void ShowSelectedProfile() override { ++shownSelections; }
+
+    SandboxedUser user;
+    ModuleUnderTest module;
+    platform::MessageBoxes boxes{module.Handle(), IDS_CAPTION};
+    model::MouseSettings settings;
+    profiles::ProfileEditorContext context{module.Handle(), nullptr, settings, boxes, *this};
+    std::optional<ProfileEditorDialog> editor;
+    std::string fileBefore;
+    std::atomic<int> choices = 0;
+    std::atomic<HWND> chooserOwner = nullptr;
+    std::atomic<bool> receivedEmpty = false;
+    int shownProfiles = 0;
+    int shownSelections = 0;
+    std::future<void> ended;  // waits for the thread before anything above goes
+};
+
+TEST_F(AddingProgramsTest, AppendsThemInTheirOrderWithNameIconAndPath) {
+    AddProfile(L"Default");
+    AddProfile(L"a", {Program(L"old")});
+    const Entries chosen{{L"Notes", L"C:\\windows\\notepad.exe"}, {L"Ape", L"C:\\nowhere\\ape.exe"}};
+    Open(chosen, 1);
+    PressAdd();
+    AwaitRows(3);
+    EXPECT_TRUE((std::vector<ProgramRow>{{L"old", L"C:\\old.exe"},
+                                         {L"Notes", L"C:\\windows\\notepad.exe", 0},
+                                         {L"Ape", L"C:\\nowhere\\ape.exe"}}) == editor->Programs());
+    EXPECT_EQ(editor->Window(), chooserOwner);
+    EXPECT_TRUE(receivedEmpty);
+    Close(IDOK);
+    EXPECT_EQ((Entries{Program(L"old"), chosen[0], chosen[1]}), settings.profiles[1].settings.applications);
+    EXPECT_TRUE(settings.profiles[0].settings.applications.empty());
+    EXPECT_EQ(1, choices);
+}
+
+TEST_F(AddingProgramsTest, AloneIsKeptInMemoryAndNotWritten) {
+    AddProfile(L"Default");
+    Open({Program(L"x")}, 0);
+    PressAdd();
+    AwaitRows(1);
+    Close(IDOK);
+    EXPECT_EQ((Paths{L"C:\\x.exe"}), PathsOf(0));
+    EXPECT_EQ(fileBefore, File());
+    EXPECT_EQ(1, shownProfiles);
+    EXPECT_EQ(0, shownSelections);
+    EXPECT_TRUE(model::SaveProfiles(settings)) << "the next write takes them along";
+    EXPECT_NE(std::string::npos, File().find("C:\\x.exe"));
+}
+
+TEST_F(AddingProgramsTest, IsWrittenTogetherWithAnotherChange) {
+    AddProfile(L"Default", {Program(L"old")});
+    Open({Program(L"x")}, 0);
+    PressAdd();
+    AwaitRows(2);
+    editor->SelectPrograms({0});
+    editor->Press(IDC_PROFILES_DELETE_PROGRAM);
+    AnswerMessageBox("before the deletion", IDYES);
+    AwaitRows(1);
+    Close(IDOK);
+    EXPECT_NE(std::string::npos, File().find("C:\\x.exe"));
+    EXPECT_EQ(std::string::npos, File().find("C:\\old.exe"));
+}
+
+TEST_F(AddingProgramsTest, IsDroppedByCancel) {
+    AddProfile(L"Default");
+    Open({Program(L"x")}, 0);
+    PressAdd();
+    AwaitRows(1);
+    Close(IDCANCEL);
+    EXPECT_TRUE(PathsOf(0).empty());
+    EXPECT_EQ(0, shownProfiles);
+}
+
+TEST_F(AddingProgramsTest, CancelledChoiceAddsNothing) {
+    AddProfile(L"Default");
+    Open({Program(L"x")}, 0, false);
+    PressAdd();
+    EXPECT_TRUE(ComesTrue([&] { return choices == 1; }));
+    Close(IDOK);
+    EXPECT_TRUE(PathsOf(0).empty());
+}
+
+TEST_F(AddingProgramsTest, AcceptedEmptyChoiceAddsNothing) {
+    AddProfile(L"Default");
+    Open({}, 0);
+    PressAdd();
+    EXPECT_TRUE(ComesTrue([&] { return choices == 1; }));
+    Close(IDOK);
+    EXPECT_TRUE(PathsOf(0).empty());
+}
+
+TEST_F(AddingProgramsTest, WhatTheProfileHasOrAnotherUsesIsSkippedAndTheRestAdded) {
+    AddProfile(L"Default", {Program(L"used")});
+    AddProfile(L"a", {Program(L"own")});
+    AddProfile(L"b", {Program(L"later")});
+    Open({Program(L"first"), Program(L"own"), Program(L"used"), Program(L"later"), Program(L"last")}, 1);
+    PressAdd();
+    ExpectMessage(kRegistered);
+    ExpectMessage(kUsedElsewhere);
+    ExpectMessage(kUsedElsewhere);
+    AwaitRows(3);
+    Close(IDOK);
+    EXPECT_EQ((Paths{L"C:\\own.exe", L"C:\\first.exe", L"C:\\last.exe"}), PathsOf(1));
+    EXPECT_EQ((Paths{L"C:\\used.exe"}), PathsOf(0));
+}
+
+TEST_F(AddingProgramsTest, SameProgramTwiceInOneChoiceIsAddedOnce) {
+    AddProfile(L"Default");
+    Open({Program(L"x"), {L"other name", L"C:\\x.exe"}}, 0);
+    PressAdd();
+    ExpectMessage(kRegistered);
+    AwaitRows(1);
+    Close(IDOK);
+    EXPECT_EQ((Paths{L"C:\\x.exe"}), PathsOf(0));
+}
+
+TEST_F(AddingProgramsTest, PathsThatDifferOnlyInCaseAreOneProgram) {
+    AddProfile(L"Default", {{L"x", L"C:\\Program Files\\\x00C4hre\\X.EXE"}});
+    AddProfile(L"a", {{L"y", L"C:\\Y.exe"}});
+    Open({{L"x", L"c:\\program files\\\x00E4hre\\x.exe"}, {L"y", L"c:\\y.EXE"}}, 1);
+    PressAdd();
+    ExpectMessage(kUsedElsewhere);
+    ExpectMessage(kRegistered);
+    Close(IDOK);
+    EXPECT_EQ((Paths{L"C:\\Y.exe"}), PathsOf(1));
+}
+
+TEST_F(AddingProgramsTest, SimilarPathsAreDifferentPrograms) {
+    AddProfile(L"Default", {Program(L"x")});
+    AddProfile(L"a");
+    Open({{L"x", L"C:\\x.exe "}, {L"x", L"D:\\x.exe"}, {L"x", L"C:/x.exe"}, {L"x", L"x.exe"}}, 1);
+    PressAdd();
+    AwaitRows(4);
+    Close(IDOK);
+}
+
+TEST_F(AddingProgramsTest, FirstProfileThatHasItDecides) {
+    AddProfile(L"Default");
+    AddProfile(L"a", {Program(L"x")});
+    AddProfile(L"b", {Program(L"x")});
+    Open({Program(L"x")}, 2);
+    PressAdd();
+    ExpectMessage(kUsedElsewhere);
+    Close(IDCANCEL);
+    Open({Program(L"x")}, 1);
+    PressAdd();
+    ExpectMessage(kRegistered);
+    Close(IDCANCEL);
+}
+
+TEST_F(AddingProgramsTest, ProgramOfADeletedProfileIsFreeAgain) {
+    AddProfile(L"Default");
+    AddProfile(L"a", {Program(L"x")});
+    Open({Program(L"x")}, 1);
+    editor->Press(IDC_PROFILES_DELETE);
+    AnswerMessageBox("before the deletion", IDYES);
+    EXPECT_TRUE(ComesTrue([&] { return editor->Profiles().size() == 1; }));
+    SendMessageW(editor->Window(), WM_NULL, 0, 0);
+    editor->SelectProfiles({0});
+    PressAdd();
+    AwaitRows(1);
+    Close(IDOK);
+    EXPECT_EQ((Paths{L"C:\\x.exe"}), PathsOf(0));
+    EXPECT_EQ(1, shownSelections);
+}
+
+TEST_F(AddingProgramsTest, LimitEndsTheWholeAddition) {
+    AddProfile(L"Default", Programs(0, 98));
+    Open(Programs(200, 5), 0);
+    PressAdd();
+    ExpectMessage(kLimitReached);
+    AwaitRows(100);
+    Close(IDOK);
+    const Paths paths = PathsOf(0);
+    ASSERT_EQ(100U, paths.size());
+    EXPECT_EQ(L"C:\\p201.exe", paths.back());
+}
+
+TEST_F(AddingProgramsTest, ProgramInUseIsReportedBeforeTheLimit) {
+    AddProfile(L"Default", Programs(0, 99));
+    AddProfile(L"a", {Program(L"used")});
+    Open({Program(L"new"), Program(L"used"), Program(L"p3"), Program(L"beyond"), Program(L"used")}, 0);
+    PressAdd();
+    ExpectMessage(kUsedElsewhere);
+    ExpectMessage(kRegistered);
+    ExpectMessage(kLimitReached);
+    AwaitRows(100);
+    Close(IDOK);
+    EXPECT_EQ(L"C:\\new.exe", PathsOf(0).back());
+}
+
+TEST_F(AddingProgramsTest, FullListAsksForNoChoice) {
+    AddProfile(L"Default", Programs(0, 100));
+    Open({Program(L"new")}, 0);
+    PressAdd();
+    ExpectMessage(kLimitReached);
+    Close(IDOK);
+    EXPECT_EQ(0, choices);
+    EXPECT_EQ(100U, PathsOf(0).size());
+}
+
+TEST_F(AddingProgramsTest, ChoiceThatFailsLeavesTheEditorOpen) {
+    AddProfile(L"Default");
+    Open({}, 0);
+    context.choosePrograms = [this](HINSTANCE, HWND, Entries&) -> bool {
+        choices += 1;
+        throw std::bad_alloc();
+    };
+    PressAdd();
+    EXPECT_TRUE(ComesTrue([&] { return choices == 1; }));
+    Close(IDOK);
+    EXPECT_EQ(1, shownProfiles);
+}
+
+}  // namespace
+}  // namespace kvn::test

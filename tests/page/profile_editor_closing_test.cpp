@@ -1,0 +1,212 @@
+// OK and Cancel of the profile editor: what becomes of the page's profiles, of its combo box and of the file.
+#include <windows.h>
+
+#include "tests/page/profile_editor_fixture.h"
+#include "tests/support/window_search.h"
+
+namespace kvn::test {
+namespace {
+
+using Names = std::vector<std::wstring>;
+
+class ClosingTheProfileEditorTest : public ProfileEditorTest {};
+
+TEST_F(ClosingTheProfileEditorTest, OkWithoutAChangeWritesNothing) {
+    OpenEditor({ProfileText("Default"), ProfileText("a")}, 1);
+    const std::string before = Saved();
+    CloseEditor(IDOK);
+    EXPECT_EQ(before, Saved());
+    EXPECT_EQ((Names{L"Default", L"a"}), ComboProfiles());
+    EXPECT_EQ(1, ComboSelection());
+}
+
+TEST_F(ClosingTheProfileEditorTest, OkWritesEveryKindOfChange) {
+    OpenEditor({ProfileText("Default"), ProfileText("a")});
+    Name(IDC_PROFILES_ADD, L"added");
+    CloseEditor(IDOK);
+    EXPECT_EQ((std::vector<std::string>{"Default", "a", "added"}), SavedNames());
+
+    ReopenEditor();
+    editor->SelectProfiles({1});
+    Name(IDC_PROFILES_RENAME, L"renamed");
+    CloseEditor(IDOK);
+    EXPECT_EQ((std::vector<std::string>{"Default", "renamed", "added"}), SavedNames());
+
+    ReopenEditor();
+    editor->SelectProfiles({2});
+    Name(IDC_PROFILES_COPY, L"copied");
+    CloseEditor(IDOK);
+    EXPECT_EQ((std::vector<std::string>{"Default", "renamed", "added", "copied"}), SavedNames());
+
+    ReopenEditor();
+    editor->SelectProfiles({1});
+    CommandAndAnswer(IDC_PROFILES_DELETE, IDYES);
+    CloseEditor(IDOK);
+    EXPECT_EQ((std::vector<std::string>{"Default", "added", "copied"}), SavedNames());
+}
+
+TEST_F(ClosingTheProfileEditorTest, OkWritesTheModelAndTheSelectionIntoTheFile) {
+    OpenEditor({ProfileText("Default"), ProfileText("a")}, 1);
+    Name(IDC_PROFILES_ADD, L"added");
+    CloseEditor(IDOK);
+    EXPECT_EQ("2748", ElementIn(Saved(), -1, "vid"));
+    EXPECT_EQ("161", ElementIn(Saved(), -1, "pid"));
+    EXPECT_EQ("1", ElementIn(Saved(), -1, "select_profile"));
+}
+
+TEST_F(ClosingTheProfileEditorTest, ChangeThatIsUndoneByHandIsStillWritten) {
+    OpenEditor({ProfileText("Default"), ProfileText("a")});
+    const std::string before = Saved();
+    editor->SelectProfiles({1});
+    Name(IDC_PROFILES_RENAME, L"other");
+    Name(IDC_PROFILES_RENAME, L"a");
+    CloseEditor(IDOK);
+    EXPECT_NE(before, Saved());
+    EXPECT_EQ((std::vector<std::string>{"Default", "a"}), SavedNames());
+}
+
+TEST_F(ClosingTheProfileEditorTest, ChangeOfAnEarlierOpeningIsForgotten) {
+    OpenEditor({ProfileText("Default"), ProfileText("a")});
+    Name(IDC_PROFILES_ADD, L"added");
+    CloseEditor(IDCANCEL);
+    const std::string before = Saved();
+    ReopenEditor();
+    CloseEditor(IDOK);
+    EXPECT_EQ(before, Saved());
+}
+
+TEST_F(ClosingTheProfileEditorTest, OkFillsThePagesListAnew) {
+    OpenEditor({ProfileText("Default"), ProfileText("a"), ProfileText("b")}, 2);
+    Name(IDC_PROFILES_ADD, L"added");
+    editor->SelectProfiles({1});
+    Name(IDC_PROFILES_RENAME, L"A");
+    EXPECT_EQ((Names{L"Default", L"a", L"b"}), ComboProfiles());
+    CloseEditor(IDOK);
+    EXPECT_EQ((Names{L"Default", L"A", L"b", L"added"}), ComboProfiles());
+    EXPECT_EQ(2, ComboSelection());
+    EXPECT_EQ(L"b", SelectedText(sheet->PageControl(IDC_PAGE_PROFILE)));
+}
+
+TEST_F(ClosingTheProfileEditorTest, NewProfileCanBeChosenAndAppliedAtOnce) {
+    OpenEditor({ProfileText("Default", {{"tbutton", "6"}})});
+    Name(IDC_PROFILES_ADD, L"added");
+    CloseEditor(IDOK);
+    ChooseProfile(1);
+    EXPECT_EQ(9, Chosen(IDC_PANE_CENTER));
+    Choose(IDC_PANE_CENTER, 7);
+    ApplySuccessfully();
+    EXPECT_EQ("1", ElementIn(Saved(), -1, "select_profile"));
+    EXPECT_EQ("6", SavedElement("tbutton", 0));
+    EXPECT_EQ("7", SavedElement("tbutton", 1));
+}
+
+TEST_F(ClosingTheProfileEditorTest, PanesGoOnShowingWhatTheyShowed) {
+    OpenEditor({ProfileText("Default"), ProfileText("a", {{"tbutton", "6"}})}, 1);
+    editor->SelectProfiles({1});
+    CommandAndAnswer(IDC_PROFILES_DELETE, IDYES);
+    CloseEditor(IDOK);
+    EXPECT_EQ(0, ComboSelection());
+    EXPECT_EQ(6, Chosen(IDC_PANE_CENTER));
+}
+
+TEST_F(ClosingTheProfileEditorTest, CancelDropsEverything) {
+    OpenEditor({ProfileText("Default"), ProfileWithPrograms("a", {{"x", "C:\\x.exe"}}), ProfileText("b")}, 1);
+    const std::string before = Saved();
+    editor->SelectProfiles({1});
+    editor->SelectPrograms({0});
+    CommandAndAnswer(IDC_PROFILES_DELETE_PROGRAM, IDYES);
+    Name(IDC_PROFILES_RENAME, L"renamed");
+    Name(IDC_PROFILES_COPY, L"copied");
+    Name(IDC_PROFILES_ADD, L"added");
+    EXPECT_EQ((Names{L"Default", L"renamed", L"b", L"copied", L"added"}), Profiles());
+    CloseEditor(IDCANCEL);
+    EXPECT_EQ(before, Saved());
+    EXPECT_EQ((Names{L"Default", L"a", L"b"}), ComboProfiles());
+    EXPECT_EQ(1, ComboSelection());
+    ReopenEditor();
+    EXPECT_EQ((Names{L"Default", L"a", L"b"}), Profiles());
+    editor->SelectProfiles({1});
+    EXPECT_EQ((Names{L"C:\\x.exe"}), ProgramPaths());
+}
+
+TEST_F(ClosingTheProfileEditorTest, EscapeAndTheCloseButtonCancel) {
+    OpenEditor({ProfileText("Default")});
+    Name(IDC_PROFILES_ADD, L"added");
+    BringToFront(editor->Window());
+    PressKey(VK_ESCAPE);
+    Await("the end of the editor", [&] { return !editor->IsOpen(); });
+    EXPECT_TRUE(sheet->IsQuiet());
+    EXPECT_EQ((Names{L"Default"}), ComboProfiles());
+    ReopenEditor();
+    Name(IDC_PROFILES_ADD, L"added");
+    PostMessageW(editor->Window(), WM_SYSCOMMAND, SC_CLOSE, 0);
+    Await("the end of the editor", [&] { return !editor->IsOpen(); });
+    EXPECT_TRUE(sheet->IsQuiet());
+    EXPECT_EQ((Names{L"Default"}), ComboProfiles());
+}
+
+TEST_F(ClosingTheProfileEditorTest, FileThatCannotBeWrittenIsReportedAndTheEditorCloses) {
+    OpenEditor({ProfileText("Default"), ProfileText("a")});
+    const std::string before = Saved();
+    Name(IDC_PROFILES_ADD, L"added");
+    {
+        // Nobody else may write or replace the file while this is open.
+        const HANDLE held =
+            CreateFileW(ProfilePath().c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+        ASSERT_NE(INVALID_HANDLE_VALUE, held);
+        editor->Press(IDOK);
+        const MessageBoxSeen seen = AnswerMessageBox("about the file", IDOK);
+        ExpectWarning(seen, L"Settings failed.");
+        EXPECT_EQ(editor->Window(), seen.owner);
+        Await("the end of the editor", [&] { return !editor->IsOpen(); });
+        CloseHandle(held);
+    }
+    EXPECT_TRUE(sheet->IsQuiet());
+    EXPECT_EQ(before, Saved());
+    EXPECT_EQ((Names{L"Default", L"a", L"added"}), ComboProfiles()) << "what is in memory goes on";
+    ApplySuccessfully();
+    EXPECT_EQ((std::vector<std::string>{"Default", "a", "added"}), SavedNames());
+}
+
+TEST_F(ClosingTheProfileEditorTest, SheetCanBeAppliedAfterwardsWhateverTheAnswer) {
+    OpenEditor({ProfileText("Default")});
+    EXPECT_FALSE(IsWindowEnabled(sheet->Sheet()));
+    CloseEditor(IDCANCEL);
+    EXPECT_TRUE(sheet->IsApplyEnabled());
+}
+
+TEST_F(ClosingTheProfileEditorTest, OnlyAClickOnTheButtonOpensIt) {
+    WriteProfiles({ProfileText("Default")});
+    Open();
+    const HWND button = sheet->PageControl(IDC_PAGE_EDIT_PROFILE);
+    for (const WORD notification : {WORD{BN_SETFOCUS}, WORD{BN_KILLFOCUS}, WORD{BN_DOUBLECLICKED}}) {
+        sheet->Start([=] {
+            SendMessageW(GetParent(button), WM_COMMAND, MAKEWPARAM(IDC_PAGE_EDIT_PROFILE, notification),
+                         reinterpret_cast<LPARAM>(button));
+        });
+        EXPECT_TRUE(sheet->IsQuiet());
+    }
+}
+
+TEST_F(ClosingTheProfileEditorTest, OpeningAndClosingManyTimesLeavesNothingBehind) {
+    OpenEditor({ProfileWithPrograms("Default", {{"x", kRealProgram}}), ProfileText("a")});
+    CloseEditor(IDOK);
+    const auto windows = [&] {
+        int count = 0;
+        FindTopLevelWindow([&](HWND) {
+            ++count;
+            return false;
+        });
+        return count;
+    };
+    const int before = windows();
+    for (int i = 0; i < 10; ++i) {
+        ReopenEditor();
+        editor->SelectProfiles({0});
+        CloseEditor(i % 2 == 0 ? IDOK : IDCANCEL);
+    }
+    EXPECT_EQ(before, windows());
+}
+
+}  // namespace
+}  // namespace kvn::test

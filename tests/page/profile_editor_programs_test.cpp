@@ -1,0 +1,216 @@
+// The programs of a profile in the profile editor: how they are shown, and how they are deleted.
+#include <windows.h>
+
+#include <commctrl.h>
+#include <shellapi.h>
+
+#include <set>
+
+#include "tests/page/profile_editor_fixture.h"
+
+namespace kvn::test {
+namespace {
+
+using Paths = std::vector<std::wstring>;
+using Rows = std::vector<int>;
+
+class ProgramsOfAProfileTest : public ProfileEditorTest {
+protected:
+    void OpenWithPrograms(int count) {
+        std::vector<std::pair<std::string, std::string>> programs;
+        for (int i = 0; i < count; ++i) {
+            programs.emplace_back("n" + std::to_string(i), "C:\\p" + std::to_string(i) + ".exe");
+        }
+        OpenEditor({ProfileText("Default"), ProfileWithPrograms("a", programs), ProfileText("b")});
+        editor->SelectProfiles({1});
+    }
+    HIMAGELIST Images() const {
+        return reinterpret_cast<HIMAGELIST>(
+            SendMessageW(editor->Control(IDC_PROFILES_PROGRAMS), LVM_GETIMAGELIST, LVSIL_SMALL, 0));
+    }
+};
+
+TEST_F(ProgramsOfAProfileTest, AreShownWhenItAloneIsSelected) {
+    OpenEditor({ProfileText("Default"), ProfileWithPrograms("a", {{"Zoo", "C:\\z.exe"}, {"Ape", kMissingProgram}}),
+                ProfileWithPrograms("b", {{"Bee", "C:\\b.exe"}})});
+    editor->SelectProfiles({1});
+    EXPECT_TRUE((std::vector<ProgramRow>{{L"Zoo", L"C:\\z.exe"}, {L"Ape", L"C:\\nowhere\\missing.exe"}}) ==
+                editor->Programs());
+    EXPECT_TRUE(editor->SelectedRows(IDC_PROFILES_PROGRAMS).empty());
+    editor->SelectProfiles({1, 2});
+    EXPECT_TRUE(editor->Programs().empty());
+    editor->SelectProfiles({2});
+    EXPECT_EQ((Paths{L"C:\\b.exe"}), ProgramPaths());
+    editor->SelectProfiles({0});
+    EXPECT_TRUE(editor->Programs().empty());
+    editor->SelectProfiles({2});
+    editor->SelectProfiles({});
+    EXPECT_TRUE(editor->Programs().empty());
+}
+
+TEST_F(ProgramsOfAProfileTest, HaveTheIconsOfTheirFiles) {
+    OpenEditor({ProfileText("Default"), ProfileWithPrograms("a", {{"Editor", kRealProgram},
+                                                                  {"Missing", kMissingProgram},
+                                                                  {"No path", ""},
+                                                                  {"Shell", "C:\\windows\\explorer.exe"}})});
+    editor->SelectProfiles({1});
+    const auto images = [&] {
+        Rows found;
+        for (const ProgramRow& row : editor->Programs()) found.push_back(row.image);
+        return found;
+    };
+    EXPECT_EQ((Rows{0, -1, -1, 1}), images());
+    editor->SelectProfiles({0});
+    editor->SelectProfiles({1});
+    EXPECT_EQ((Rows{2, -1, -1, 3}), images()) << "icons are only ever appended";
+    EXPECT_EQ(4, ImageList_GetImageCount(Images()));
+    int width = 0;
+    int height = 0;
+    ImageList_GetIconSize(Images(), &width, &height);
+    EXPECT_EQ(16, width);
+    EXPECT_EQ(16, height);
+}
+
+TEST_F(ProgramsOfAProfileTest, IconsAndTheirListAreGivenBackOnce) {
+    std::multiset<HICON> icons;
+    std::multiset<HIMAGELIST> lists;
+    bool everyIconWasOurs = true;
+    WriteProfiles({ProfileWithPrograms("Default", {{"x", kRealProgram}, {"y", kRealProgram}})});
+    Open();
+    const ReplacedImport<"SHGetFileInfoW", decltype(SHGetFileInfoW)> lookup(
+        module.Handle(), [&](const wchar_t* path, DWORD, SHFILEINFOW* info, UINT size, UINT flags) {
+            EXPECT_EQ(static_cast<UINT>(SHGFI_ICON | SHGFI_SMALLICON), flags);
+            const DWORD_PTR answer = SHGetFileInfoW(path, 0, info, size, flags);
+            icons.insert(info->hIcon);
+            return answer;
+        });
+    const ReplacedImport<"DestroyIcon", decltype(DestroyIcon)> destroyIcon(module.Handle(), [&](HICON icon) -> BOOL {
+        everyIconWasOurs = everyIconWasOurs && icons.erase(icon) == 1;
+        return DestroyIcon(icon);
+    });
+    const ReplacedImport<"ImageList_Create", decltype(ImageList_Create)> create(
+        module.Handle(), [&](int width, int height, UINT flags, int initial, int growth) {
+            EXPECT_EQ((std::vector<UINT>{16, 16, ILC_COLORDDB, 5, 0}),
+                      (std::vector<UINT>{static_cast<UINT>(width), static_cast<UINT>(height), flags,
+                                         static_cast<UINT>(initial), static_cast<UINT>(growth)}));
+            const HIMAGELIST list = ImageList_Create(width, height, flags, initial, growth);
+            lists.insert(list);
+            return list;
+        });
+    int listsGivenBack = 0;
+    const ReplacedImport<"ImageList_Destroy", decltype(ImageList_Destroy)> destroy(
+        module.Handle(), [&](HIMAGELIST list) -> BOOL {
+            ++listsGivenBack;
+            EXPECT_EQ(1U, lists.erase(list));
+            // Nobody else has destroyed it: it can still be asked for its images.
+            EXPECT_EQ(2, ImageList_GetImageCount(list));
+            return ImageList_Destroy(list);
+        });
+    ASSERT_TRUE(lookup.IsInPlace() && destroyIcon.IsInPlace() && create.IsInPlace() && destroy.IsInPlace());
+    ReopenEditor();
+    editor->SelectProfiles({0});
+    EXPECT_EQ(2U, editor->Programs().size());
+    EXPECT_EQ(1U, lists.size());
+    CloseEditor(IDCANCEL);
+    EXPECT_TRUE(everyIconWasOurs);
+    EXPECT_TRUE(icons.empty());
+    EXPECT_EQ(1, listsGivenBack);
+    EXPECT_TRUE(lists.empty());
+}
+
+TEST_F(ProgramsOfAProfileTest, AreListedWithoutIconsWhenThereIsNoImageList) {
+    WriteProfiles({ProfileWithPrograms("Default", {{"x", kRealProgram}})});
+    Open();
+    const ReplacedImport<"ImageList_Create", decltype(ImageList_Create)> create(
+        module.Handle(), [](int, int, UINT, int, int) -> HIMAGELIST { return nullptr; });
+    ASSERT_TRUE(create.IsInPlace());
+    ReopenEditor();
+    editor->SelectProfiles({0});
+    EXPECT_TRUE((std::vector<ProgramRow>{{L"x", L"C:\\windows\\notepad.exe"}}) == editor->Programs());
+    CloseEditor(IDOK);
+}
+
+TEST_F(ProgramsOfAProfileTest, SelectedOnesAreDeleted) {
+    OpenWithPrograms(5);
+    editor->SelectPrograms({0, 2, 3});
+    CommandAndAnswer(IDC_PROFILES_DELETE_PROGRAM, IDYES);
+    EXPECT_TRUE(IsQuiet());
+    EXPECT_EQ((Paths{L"C:\\p1.exe", L"C:\\p4.exe"}), ProgramPaths());
+    EXPECT_FALSE(editor->IsEnabled(IDC_PROFILES_DELETE_PROGRAM));
+    EXPECT_EQ((Rows{1}), editor->SelectedRows(IDC_PROFILES_LIST));
+    CloseEditor(IDOK);
+    EXPECT_EQ((std::vector<std::string>{"C:\\p1.exe", "C:\\p4.exe"}), SavedPaths(1));
+}
+
+TEST_F(ProgramsOfAProfileTest, AllOfAHundredAreDeletedAtOnce) {
+    OpenWithPrograms(100);
+    Rows rows(100);
+    for (int i = 0; i < 100; ++i) rows[static_cast<std::size_t>(i)] = i;
+    editor->SelectPrograms(rows);
+    CommandAndAnswer(IDC_PROFILES_DELETE_PROGRAM, IDYES);
+    EXPECT_TRUE(IsQuiet());
+    EXPECT_TRUE(editor->Programs().empty());
+    CloseEditor(IDOK);
+    EXPECT_TRUE(SavedPaths(1).empty());
+    EXPECT_EQ("a", SavedElement("profname", 1));
+}
+
+TEST_F(ProgramsOfAProfileTest, AnyAnswerButYesKeepsThem) {
+    OpenWithPrograms(2);
+    editor->SelectPrograms({1});
+    CommandAndAnswer(IDC_PROFILES_DELETE_PROGRAM, IDNO);
+    EXPECT_TRUE(IsQuiet());
+    EXPECT_EQ((Paths{L"C:\\p0.exe", L"C:\\p1.exe"}), ProgramPaths());
+    const std::string before = Saved();
+    CloseEditor(IDOK);
+    EXPECT_EQ(before, Saved());
+}
+
+TEST_F(ProgramsOfAProfileTest, DeletingWithoutASelectedOneIsRefused) {
+    OpenWithPrograms(2);
+    ExpectRefusal(IDC_PROFILES_DELETE_PROGRAM, kNoProgram);
+    EXPECT_EQ(2U, editor->Programs().size());
+    editor->SelectProfiles({0});
+    ExpectRefusal(IDC_PROFILES_DELETE_PROGRAM, kNoProgram);
+}
+
+TEST_F(ProgramsOfAProfileTest, DeletedOnesOfOneProfileStayDeletedWhileAnotherIsLookedAt) {
+    OpenWithPrograms(2);
+    editor->SelectPrograms({0});
+    CommandAndAnswer(IDC_PROFILES_DELETE_PROGRAM, IDYES);
+    editor->SelectProfiles({2});
+    editor->SelectProfiles({1});
+    EXPECT_EQ((Paths{L"C:\\p1.exe"}), ProgramPaths());
+}
+
+TEST_F(ProgramsOfAProfileTest, FocusGoesFromTheDisabledDeleteButtonToTheirList) {
+    OpenWithPrograms(2);
+    editor->SelectPrograms({0});
+    sheet->Run([&] { SetFocus(editor->Control(IDC_PROFILES_DELETE_PROGRAM)); });
+    CommandAndAnswer(IDC_PROFILES_DELETE_PROGRAM, IDYES);
+    EXPECT_TRUE(IsQuiet());
+    EXPECT_EQ(editor->Control(IDC_PROFILES_PROGRAMS), sheet->Focus());
+}
+
+TEST_F(ProgramsOfAProfileTest, FullListTakesNoMore) {
+    OpenWithPrograms(100);
+    ExpectRefusal(IDC_PROFILES_ADD_PROGRAM, kLimitReached);
+    EXPECT_EQ(100U, editor->Programs().size());
+}
+
+TEST_F(ProgramsOfAProfileTest, MoreThanTheLimitInAFileAreAllShown) {
+    OpenWithPrograms(130);
+    EXPECT_EQ(130U, editor->Programs().size());
+    ExpectRefusal(IDC_PROFILES_ADD_PROGRAM, kLimitReached);
+}
+
+TEST_F(ProgramsOfAProfileTest, LimitIsCheckedAfterTheSelection) {
+    OpenWithPrograms(100);
+    editor->SelectProfiles({});
+    ExpectRefusal(IDC_PROFILES_ADD_PROGRAM, kNoProfile);
+    editor->SelectProfiles({0, 1});
+    ExpectRefusal(IDC_PROFILES_ADD_PROGRAM, kManyProfiles);
+}
+
+}  // namespace
+}  // namespace kvn::test

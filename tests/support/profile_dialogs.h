@@ -1,0 +1,66 @@
+// The open dialogs "Edit Profile" and the one for a profile's name, worked and read from the test's thread.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+#include <vector>
+
+#include "resources/resource.h"
+
+namespace kvn::test {
+
+struct ProgramRow {
+    std::wstring name;
+    std::wstring path;
+    int image = -1;
+
+    friend bool operator==(const ProgramRow&, const ProgramRow&) = default;
+};
+
+class ProfileEditorDialog {
+public:
+    // Waits for the dialog.
+    static ProfileEditorDialog Await();
+
+    HWND Window() const { return dialog; }
+    HWND Control(int control) const { return GetDlgItem(dialog, control); }
+    bool IsOpen() const { return IsWindow(dialog) != FALSE; }
+    bool IsEnabled(int button) const { return IsWindowEnabled(Control(button)) != FALSE; }
+
+    std::vector<std::wstring> Profiles() const;
+    std::vector<ProgramRow> Programs() const;
+    // Only the paths.
+    std::vector<std::wstring> ProgramPaths() const;
+    std::vector<int> SelectedRows(int list) const;
+
+    // Selects these rows and no others.
+    void SelectRows(int list, const std::vector<int>& rows) const;
+    void SelectProfiles(const std::vector<int>& rows) const { SelectRows(IDC_PROFILES_LIST, rows); }
+    void SelectPrograms(const std::vector<int>& rows) const { SelectRows(IDC_PROFILES_PROGRAMS, rows); }
+
+    // Clicks the button; a disabled one does not react. Does not wait.
+    void Press(int button) const { PostMessageW(Control(button), BM_CLICK, 0, 0); }
+    // Hands the button's command to the dialog, whatever the button's state. Does not wait.
+    void Command(int button) const { PostMessageW(dialog, WM_COMMAND, static_cast<WPARAM>(button), 0); }
+    // Clicks the button and waits until the dialog is gone.
+    void Close(int button) const;
+
+private:
+    explicit ProfileEditorDialog(HWND window) : dialog(window) {}
+    int RowCount(int list) const;
+    std::wstring CellText(int list, int row, int column) const;
+
+    HWND dialog;
+};
+
+// Waits for the dialog that asks for a name.
+HWND AwaitNameDialog();
+// Null when it is not open.
+HWND OpenNameDialog();
+// Puts the name into the dialog's field.
+void EnterName(HWND nameDialog, const std::wstring& name);
+// Clicks the button and waits until the dialog is gone.
+void CloseNameDialog(HWND nameDialog, int button);
+
+}  // namespace kvn::test
