@@ -1,4 +1,5 @@
-// The modal dialog "Select allocation program": programs from the Start menu, from a file, or of a window on the screen.
+// The modal dialog "Select allocation program": programs from the Start menu, from a file, or of a window on the
+// screen.
 #pragma once
 
 #include <windows.h>
