@@ -10,4 +10,8 @@ void BenchProfileFile();
 // beside this program.
 void BenchOpenPage();
 
+// Gathering the Start menu's programs against the bare shell links of the same files, and how the time grows with their
+// number.
+void BenchStartMenu();
+
 }  // namespace kvn::bench
