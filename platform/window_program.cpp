@@ -26,7 +26,8 @@ std::wstring ProgramOfWindow(HWND window, DWORD maxLength) {
     // One more than asked for: a path that is cut may come without its final zero.
     std::wstring path(maxLength + 1, L'\0');
     if (GetModuleFileNameExW(process.Get(), program, path.data(), maxLength) == 0) return {};
-    return path.c_str();
+    path.resize(path.find(L'\0'));
+    return path;
 }
 
 }  // namespace kvn::platform

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 #include "platform/unique_resource.h"
 
@@ -48,7 +49,8 @@ std::optional<FolderIdentity> IdentityOf(const std::wstring& folder) {
 // length has hundreds of them.
 class ShortcutSearch {
 public:
-    ShortcutSearch(const std::wstring& folder, std::vector<std::wstring>& shortcuts) : path(folder), files(shortcuts) {
+    ShortcutSearch(std::wstring folder, std::vector<std::wstring>& shortcuts)
+        : path(std::move(folder)), files(shortcuts) {
         path.reserve(kMaxPath);
     }
 
