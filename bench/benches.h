@@ -14,4 +14,8 @@ void BenchOpenPage();
 // time between two ticks, and a long list of gestures against a plain list view.
 void BenchGestures();
 
+// Gathering the Start menu's programs against the bare shell links of the same files, and how the time grows with their
+// number.
+void BenchStartMenu();
+
 }  // namespace kvn::bench

@@ -1,0 +1,38 @@
+// Owning types for COM: interface pointers, and a thread's stay in its apartment.
+#pragma once
+
+#include <windows.h>
+
+#include <objbase.h>
+
+#include "platform/unique_resource.h"
+
+namespace kvn::platform {
+
+template <typename Interface>
+void ReleaseInterface(Interface* object) {
+    object->Release();
+}
+
+// Owns one reference.
+template <typename Interface>
+using ComPointer = Owned<Interface*, &ReleaseInterface<Interface>>;
+
+// While it lives, this thread is in a single-threaded apartment; false when it cannot be, as a thread of the
+// multi-threaded one. The first stay of a thread is costly, each one within it a mere count.
+class ComApartment {
+public:
+    ComApartment() : entered(SUCCEEDED(CoInitialize(nullptr))) {}
+    ComApartment(const ComApartment&) = delete;
+    ComApartment& operator=(const ComApartment&) = delete;
+    ~ComApartment() {
+        if (entered) CoUninitialize();
+    }
+
+    explicit operator bool() const { return entered; }
+
+private:
+    bool entered;
+};
+
+}  // namespace kvn::platform

@@ -1,0 +1,14 @@
+// The program that a window belongs to.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+namespace kvn::platform {
+
+// The path of the program file of the window's process, cut to so many UTF-16 units. Empty without a window, and when
+// its process cannot be opened or hides its modules.
+std::wstring ProgramOfWindow(HWND window, DWORD maxLength);
+
+}  // namespace kvn::platform

@@ -1,0 +1,122 @@
+#include "profiles/shortcut_files.h"
+
+#include <windows.h>
+
+#include <algorithm>
+#include <optional>
+#include <string_view>
+#include <utility>
+
+#include "platform/unique_resource.h"
+
+namespace kvn::profiles {
+namespace {
+
+constexpr std::size_t kMaxPath = 1039;
+
+using platform::UniqueFile;
+
+// FindFirstFileW answers INVALID_HANDLE_VALUE on failure.
+class UniqueSearch {
+public:
+    explicit UniqueSearch(HANDLE opened) : search(opened == INVALID_HANDLE_VALUE ? nullptr : opened) {}
+    explicit operator bool() const { return static_cast<bool>(search); }
+    HANDLE Get() const { return search.Get(); }
+
+private:
+    platform::Owned<HANDLE, &FindClose> search;
+};
+
+// What tells one folder from every other, by whatever path it was reached.
+struct FolderIdentity {
+    DWORD volume;
+    DWORD indexHigh;
+    DWORD indexLow;
+
+    friend bool operator==(const FolderIdentity&, const FolderIdentity&) = default;
+};
+
+std::optional<FolderIdentity> IdentityOf(const std::wstring& folder) {
+    constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    const UniqueFile opened(
+        CreateFileW(folder.c_str(), 0, kShareAll, nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+    BY_HANDLE_FILE_INFORMATION information{};
+    if (!opened || !GetFileInformationByHandle(opened.Get(), &information)) return std::nullopt;
+    return FolderIdentity{information.dwVolumeSerialNumber, information.nFileIndexHigh, information.nFileIndexLow};
+}
+
+// One path and one record of a found file serve all levels, so that a level costs next to no stack: a path of such a
+// length has hundreds of them.
+class ShortcutSearch {
+public:
+    ShortcutSearch(std::wstring folder, std::vector<std::wstring>& shortcuts)
+        : path(std::move(folder)), files(shortcuts) {
+        path.reserve(kMaxPath);
+    }
+
+    void SearchFolder() {
+        ForEachMatch(L"*.*", [this] {
+            if (IsSubFolder() && (!IsLink() || LeadsToNewFolder())) SearchFolder();
+        });
+        ForEachMatch(L"*.lnk", [this] {
+            if (!Has(FILE_ATTRIBUTE_DIRECTORY)) files.push_back(path);
+        });
+    }
+
+private:
+    // Visits each match in the folder that the path names. Meanwhile the path names the match.
+    template <typename Visit>
+    void ForEachMatch(const wchar_t* pattern, Visit visit) {
+        const std::size_t folderLength = path.size();
+        if (!Descend(pattern)) return;
+        const UniqueSearch search(FindFirstFileW(path.c_str(), &found));
+        path.resize(folderLength);
+        if (!search) return;
+        do {
+            if (!Descend(found.cFileName)) continue;
+            visit();
+            path.resize(folderLength);
+        } while (FindNextFileW(search.Get(), &found));
+    }
+
+    bool Descend(std::wstring_view name) {
+        if (path.size() + 1 + name.size() > kMaxPath) return false;
+        (path += L'\\') += name;
+        return true;
+    }
+
+    bool Has(DWORD attribute) const { return (found.dwFileAttributes & attribute) != 0; }
+
+    bool IsSubFolder() const {
+        const std::wstring_view name = found.cFileName;
+        return Has(FILE_ATTRIBUTE_DIRECTORY) && name != L"." && name != L"..";
+    }
+
+    bool IsLink() const { return Has(FILE_ATTRIBUTE_REPARSE_POINT); }
+
+    // Of a link: whether its folder is neither one that the link lies in nor one that another link has led to.
+    bool LeadsToNewFolder() {
+        const std::optional<FolderIdentity> target = IdentityOf(path);
+        if (!target || std::find(linked.begin(), linked.end(), *target) != linked.end()) return false;
+        for (std::size_t end = path.rfind(L'\\'); end != std::wstring::npos && end > 0;
+             end = path.rfind(L'\\', end - 1)) {
+            // With its backslash, so that the uppermost is the drive's root and not its current folder.
+            if (IdentityOf(path.substr(0, end + 1)) == target) return false;
+        }
+        linked.push_back(*target);
+        return true;
+    }
+
+    std::wstring path;
+    std::vector<std::wstring>& files;
+    WIN32_FIND_DATAW found{};
+    std::vector<FolderIdentity> linked;
+};
+
+}  // namespace
+
+void AppendShortcutFiles(const std::wstring& folder, std::vector<std::wstring>& files) {
+    ShortcutSearch(folder, files).SearchFolder();
+}
+
+}  // namespace kvn::profiles

@@ -1,0 +1,16 @@
+// The shortcut files of a folder and of everything below it.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace kvn::profiles {
+
+// Appends the full path of every ".lnk" file: those of the sub-folders first, as the file system lists them, then the
+// folder's own. A folder that cannot be searched, or whose path is longer than a path may be, contributes nothing.
+//
+// Links to folders are followed, except where that leads in circles: a link to a folder that the link itself lies in is
+// left out, and each folder is entered through links once.
+void AppendShortcutFiles(const std::wstring& folder, std::vector<std::wstring>& files);
+
+}  // namespace kvn::profiles

@@ -1,0 +1,79 @@
+#include "profiles/start_menu_programs.h"
+
+#include <shlobj.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "platform/com_pointer.h"
+#include "profiles/shortcut_files.h"
+#include "profiles/shortcut_target.h"
+
+namespace kvn::profiles {
+namespace {
+
+using model::ApplicationEntry;
+using platform::ComApartment;
+
+constexpr std::size_t kPathBuffer = 1040;
+constexpr std::size_t kPartBuffer = 260;
+constexpr wchar_t kProgramExtension[] = L".exe";
+constexpr wchar_t kAdvertisedMark = L'{';  // the target of an advertised shortcut lies in a folder named by a GUID
+
+// In the order in which they are searched.
+constexpr std::array<int, 2> kProgramFolders{CSIDL_COMMON_PROGRAMS, CSIDL_PROGRAMS};
+
+struct PathParts {
+    std::array<wchar_t, kPathBuffer> folder{};  // without the drive
+    std::array<wchar_t, kPartBuffer> name{};
+    std::array<wchar_t, kPartBuffer> extension{};  // with its dot
+};
+
+PathParts Split(const std::wstring& path) {
+    PathParts parts;
+    // On failure all parts are empty.
+    _wsplitpath_s(path.c_str(), nullptr, 0, parts.folder.data(), parts.folder.size(), parts.name.data(),
+                  parts.name.size(), parts.extension.data(), parts.extension.size());
+    return parts;
+}
+
+std::wstring SpecialFolder(HWND owner, int folder) {
+    platform::UniqueTaskMemory<ITEMIDLIST> items;
+    std::array<wchar_t, kPathBuffer> path{};
+    if (FAILED(SHGetSpecialFolderLocation(owner, folder, items.Receive()))) return {};
+    return SHGetPathFromIDListW(items.Get(), path.data()) ? path.data() : std::wstring();
+}
+
+void AppendProgramOf(const std::wstring& shortcut, std::vector<ApplicationEntry>& programs) {
+    std::wstring target;
+    if (const ComApartment apartment; apartment) target = ShortcutTarget(shortcut);
+    const PathParts parts = Split(target);
+    if (std::wstring_view(parts.extension.data()) != kProgramExtension) return;
+    if (std::wstring_view(parts.folder.data()).find(kAdvertisedMark) != std::wstring_view::npos) {
+        std::wstring program = AdvertisedProgram(shortcut);
+        if (!program.empty()) target = std::move(program);
+    }
+    programs.push_back({Split(shortcut).name.data(), std::move(target)});
+}
+
+}  // namespace
+
+void AppendStartMenuPrograms(HWND owner, std::vector<ApplicationEntry>& programs) {
+    // Each shortcut has an apartment of its own; held around them all, they cost nothing.
+    const ComApartment apartment;
+    for (const int folder : kProgramFolders) {
+        const std::wstring path = SpecialFolder(owner, folder);
+        if (path.empty()) continue;
+        std::vector<std::wstring> shortcuts;
+        AppendShortcutFiles(path, shortcuts);
+        for (const std::wstring& shortcut : shortcuts) AppendProgramOf(shortcut, programs);
+    }
+    std::sort(programs.begin(), programs.end(),
+              [](const ApplicationEntry& a, const ApplicationEntry& b) { return a.name < b.name; });
+}
+
+}  // namespace kvn::profiles

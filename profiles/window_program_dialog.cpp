@@ -1,0 +1,96 @@
+#include "profiles/window_program_dialog.h"
+
+#include <shlwapi.h>
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+#include "platform/boundary.h"
+#include "platform/window_program.h"
+#include "platform/window_text.h"
+#include "resources/resource.h"
+
+namespace kvn::profiles {
+namespace {
+
+constexpr INT_PTR kAccepted = 1;
+constexpr INT_PTR kCancelled = 2;
+constexpr int kMaxPath = 259;
+constexpr DWORD kMaxProgramPath = 1024;
+constexpr wchar_t kExplorer[] = L"\\explorer.exe";
+
+// At the first use in a loaded module the first window is passed over, later it is the one that is taken: the count of
+// windows passed over lives as long as the module.
+constexpr std::uint32_t kPassedOver = 1;
+std::uint32_t windowCounter = 0;
+
+// The open dialog's entry.
+model::ApplicationEntry* openEntry = nullptr;
+
+// A window that a user would call a program: seen, titled and nobody's dialog.
+bool IsProgramWindow(HWND window) {
+    return IsWindowVisible(window) && GetWindowTextLengthW(window) >= 1 && GetWindow(window, GW_OWNER) == nullptr;
+}
+
+BOOL ExamineWindow(HWND window, HWND proposal) {
+    if (!IsProgramWindow(window)) return TRUE;
+    if (windowCounter != kPassedOver) {
+        ++windowCounter;
+        return TRUE;
+    }
+    const std::wstring program = platform::ProgramOfWindow(window, kMaxProgramPath);
+    // The program of another user, or of a process that has just ended, cannot be read: the first proposal stays.
+    if (!program.empty()) SetWindowTextW(proposal, program.c_str());
+    return FALSE;
+}
+
+BOOL CALLBACK ExamineWindowAtBoundary(HWND window, LPARAM proposal) {
+    return platform::AtBoundary<BOOL>(FALSE, [&] { return ExamineWindow(window, reinterpret_cast<HWND>(proposal)); });
+}
+
+std::wstring ExplorerPath() {
+    std::array<wchar_t, MAX_PATH> folder{};
+    GetWindowsDirectoryW(folder.data(), static_cast<UINT>(folder.size()));
+    return folder.data() + std::wstring(kExplorer);
+}
+
+void OnInitDialog(HWND dialog) {
+    const HWND proposal = GetDlgItem(dialog, IDC_PROGRAM_PATH);
+    SetWindowTextW(proposal, ExplorerPath().c_str());
+    EnumWindows(ExamineWindowAtBoundary, reinterpret_cast<LPARAM>(proposal));
+}
+
+void OnOk(HWND dialog) {
+    openEntry->path = platform::WindowText(GetDlgItem(dialog, IDC_PROGRAM_PATH), kMaxPath);
+    openEntry->name = PathFindFileNameW(openEntry->path.c_str());
+    EndDialog(dialog, kAccepted);
+}
+
+BOOL HandleMessage(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+        case WM_INITDIALOG:
+            openEntry = reinterpret_cast<model::ApplicationEntry*>(lParam);
+            OnInitDialog(dialog);
+            return TRUE;
+        case WM_COMMAND:
+            if (LOWORD(wParam) == IDOK) OnOk(dialog);
+            if (LOWORD(wParam) == IDCANCEL) EndDialog(dialog, kCancelled);
+            return TRUE;
+        default:
+            return FALSE;
+    }
+}
+
+INT_PTR CALLBACK DialogProcedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
+    return platform::AtBoundary<INT_PTR>(FALSE, [&] { return HandleMessage(dialog, message, wParam, lParam); });
+}
+
+}  // namespace
+
+bool RunWindowProgramDialog(HINSTANCE module, HWND owner, model::ApplicationEntry& entry) {
+    return DialogBoxParamW(module, MAKEINTRESOURCEW(IDD_REGISTER_PROGRAM), owner, DialogProcedure,
+                           reinterpret_cast<LPARAM>(&entry)) == kAccepted;
+}
+
+}  // namespace kvn::profiles

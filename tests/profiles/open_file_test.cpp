@@ -1,0 +1,156 @@
+// "Reference": a program named by the dialog that opens files.
+#include <windows.h>
+
+#include <cderr.h>
+#include <commdlg.h>
+
+#include <cstring>
+#include <functional>
+
+#include "tests/profiles/selection_test.h"
+#include "tests/support/replaced_import.h"
+#include "tests/support/window_search.h"
+
+namespace kvn::test {
+namespace {
+
+constexpr int kFileNameField = 0x47C;
+
+// The real dialog, driven by messages.
+class OpenFileTest : public SelectionTest {
+protected:
+    HWND OpenFileDialog() const {
+        Press(IDC_PROGRAMS_REFERENCE);
+        return Await("the dialog that opens files", [] {
+            return FindTopLevelWindow(
+                [](HWND window) { return IsWindowVisible(window) && GetDlgItem(window, kFileNameField) != nullptr; });
+        });
+    }
+    static void Enter(HWND fileDialog, const std::wstring& file) {
+        SendDlgItemMessageW(fileDialog, kFileNameField, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(file.c_str()));
+        PostMessageW(fileDialog, WM_COMMAND, IDOK, 0);
+    }
+    static void Cancel(HWND fileDialog) {
+        PostMessageW(fileDialog, WM_COMMAND, IDCANCEL, 0);
+        Await("the end of the dialog that opens files", [=] { return !IsWindow(fileDialog); });
+    }
+};
+
+TEST_F(OpenFileTest, NamesTheProgramByItsFileNameWithExtension) {
+    menu.own.AddShortcut(L"Selected.lnk", L"C:\\windows\\regedit.exe");
+    Open();
+    Select(0);
+    const HWND files = OpenFileDialog();
+    EXPECT_EQ(L"Open file", TextOf(files));
+    EXPECT_EQ(dialog, GetWindow(files, GW_OWNER));
+    Enter(files, L"C:\\windows\\notepad.exe");
+    EXPECT_TRUE(AwaitEnd());
+    EXPECT_EQ((Programs{{L"notepad.exe", L"C:\\windows\\notepad.exe"}}), chosen) << "the selection plays no part";
+}
+
+TEST_F(OpenFileTest, TakesAFileOfAnyKind) {
+    const std::wstring file = menu.own.AddFile(L"plain.txt", "text");
+    Open();
+    Enter(OpenFileDialog(), file);
+    EXPECT_TRUE(AwaitEnd());
+    EXPECT_EQ((Programs{{L"plain.txt", file}}), chosen);
+}
+
+TEST_F(OpenFileTest, CancelKeepsTheSelectionOpen) {
+    Open();
+    Cancel(OpenFileDialog());
+    EXPECT_TRUE(StaysOpen());
+    Cancel(OpenFileDialog());
+    EXPECT_FALSE(Close(IDCANCEL));
+    EXPECT_TRUE(chosen.empty());
+}
+
+TEST_F(OpenFileTest, IsNotHeldBackByAClickOnEmptySpace) {
+    Open();
+    ClickEmptySpace();
+    Enter(OpenFileDialog(), L"C:\\windows\\notepad.exe");
+    EXPECT_TRUE(AwaitEnd());
+    EXPECT_EQ(1U, chosen.size());
+}
+
+TEST_F(OpenFileTest, RefusesAFileThatIsNotThere) {
+    Open();
+    const HWND files = OpenFileDialog();
+    Enter(files, L"C:\\windows\\no such program.exe");
+    const HWND refusal = Await("the refusal", [=] {
+        return FindTopLevelWindow([=](HWND window) {
+            return IsWindowVisible(window) && GetWindow(window, GW_OWNER) == files && ClassOf(window) == L"#32770";
+        });
+    });
+    PostMessageW(refusal, WM_COMMAND, IDOK, 0);
+    Await("the end of the refusal", [=] { return !IsWindow(refusal); });
+    Cancel(files);
+    EXPECT_TRUE(StaysOpen());
+    EXPECT_TRUE(chosen.empty());
+}
+
+// In the place of the dialog that opens files.
+class OpenFileRequestTest : public SelectionTest {
+protected:
+    static inline std::function<BOOL(OPENFILENAMEW&)> answer;
+    static inline int errorsRead;
+
+    static BOOL WINAPI Show(OPENFILENAMEW* request) { return answer(*request); }
+    static DWORD WINAPI ReadError() {
+        ++errorsRead;
+        return CDERR_INITIALIZATION;
+    }
+    template <typename Function>
+    static FARPROC AsFunction(Function* function) {
+        return reinterpret_cast<FARPROC>(reinterpret_cast<void*>(function));
+    }
+
+    void SetUp() override { errorsRead = 0; }
+
+    const ReplacedImport<"GetProcAddress", decltype(GetProcAddress)> find{
+        module->Handle(), [](HMODULE library, LPCSTR name) {
+            if (std::strcmp(name, "GetOpenFileNameW") == 0) return AsFunction(&Show);
+            if (std::strcmp(name, "CommDlgExtendedError") == 0) return AsFunction(&ReadError);
+            return GetProcAddress(library, name);
+        }};
+};
+
+TEST_F(OpenFileRequestTest, AsksForAnExistingProgramFile) {
+    std::wstring filter;
+    answer = [&](OPENFILENAMEW& request) {
+        EXPECT_EQ(sizeof(OPENFILENAMEW), request.lStructSize);
+        EXPECT_EQ(dialog, request.hwndOwner);
+        EXPECT_EQ(static_cast<DWORD>(OFN_FILEMUSTEXIST), request.Flags);
+        EXPECT_EQ(260U, request.nMaxFile);
+        EXPECT_EQ(L'\0', request.lpstrFile[0]);
+        EXPECT_EQ(260U, request.nMaxFileTitle);
+        EXPECT_EQ(L"Open file", std::wstring(request.lpstrTitle));
+        EXPECT_EQ(L"exe", std::wstring(request.lpstrDefExt));
+        for (const wchar_t* text = request.lpstrFilter; *text != L'\0'; text += std::wcslen(text) + 1) {
+            filter += std::wstring(text) + L"|";
+        }
+        return FALSE;
+    };
+    Open();
+    Press(IDC_PROGRAMS_REFERENCE);
+    EXPECT_TRUE(ComesTrue([] { return errorsRead == 1; }));
+    EXPECT_EQ(L"exe(*.exe)|*.exe|All files(*.*)|*.*|", filter);
+    EXPECT_TRUE(StaysOpen());
+    EXPECT_FALSE(Close(IDCANCEL));
+    EXPECT_TRUE(chosen.empty());
+}
+
+TEST_F(OpenFileRequestTest, TakesTheTitleAndThePathAsTheyCome) {
+    answer = [](OPENFILENAMEW& request) {
+        lstrcpynW(request.lpstrFile, (L"C:\\" + std::wstring(256, L'p')).c_str(), 260);
+        lstrcpynW(request.lpstrFileTitle, std::wstring(259, L't').c_str(), 260);
+        return TRUE;
+    };
+    Open();
+    EXPECT_TRUE(Close(IDC_PROGRAMS_REFERENCE));
+    EXPECT_EQ((Programs{{std::wstring(259, L't'), L"C:\\" + std::wstring(256, L'p')}}), chosen);
+    EXPECT_EQ(0, errorsRead);
+}
+
+}  // namespace
+}  // namespace kvn::test

@@ -1,0 +1,274 @@
+// The dialog "Select allocation program": its list, what OK takes and when.
+#include "profiles/program_selection.h"
+
+#include "tests/profiles/selection_test.h"
+#include "tests/support/real_input.h"
+#include "tests/support/replaced_import.h"
+#include "tests/support/window_search.h"
+
+namespace kvn::test {
+namespace {
+
+constexpr wchar_t kNotepad[] = L"C:\\windows\\notepad.exe";
+constexpr wchar_t kRegedit[] = L"C:\\windows\\regedit.exe";
+
+class ProgramSelectionTest : public SelectionTest {
+protected:
+    void AddThree() const {
+        menu.own.AddShortcut(L"Alpha.lnk", kNotepad);
+        menu.common.AddShortcut(L"Beta.lnk", kRegedit);
+        menu.own.AddShortcut(L"Gamma.lnk", L"C:\\no such\\gamma.exe");
+    }
+};
+
+TEST_F(ProgramSelectionTest, ListsTheProgramsOfTheStartMenu) {
+    AddThree();
+    Open();
+    EXPECT_EQ(L"Select allocation program", TextOf(dialog));
+    ASSERT_EQ(3, RowCount());
+    EXPECT_EQ(L"Alpha", Cell(0, 0));
+    EXPECT_EQ(kNotepad, Cell(0, 1));
+    EXPECT_EQ(L"Beta", Cell(1, 0));
+    EXPECT_EQ(kRegedit, Cell(1, 1));
+    EXPECT_EQ(L"Gamma", Cell(2, 0));
+    EXPECT_EQ(L"C:\\no such\\gamma.exe", Cell(2, 1));
+    EXPECT_FALSE(Close(IDCANCEL));
+}
+
+TEST_F(ProgramSelectionTest, HasTwoColumnsOfFixedWidths) {
+    Open();
+    const struct {
+        const wchar_t* title;
+        int width;
+    } expected[] = {{L"File name", 300}, {L"Location", 400}};
+    for (int i = 0; i < 2; ++i) {
+        wchar_t title[64]{};
+        LVCOLUMNW column{};
+        column.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_FMT;
+        column.pszText = title;
+        column.cchTextMax = 64;
+        ASSERT_TRUE(SendMessageW(List(), LVM_GETCOLUMNW, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&column)));
+        EXPECT_EQ(expected[i].title, std::wstring(title));
+        EXPECT_EQ(expected[i].width, column.cx);
+        EXPECT_EQ(LVCFMT_LEFT, column.fmt & LVCFMT_JUSTIFYMASK);
+    }
+}
+
+TEST_F(ProgramSelectionTest, ShowsAnIconWhereTheProgramHasOne) {
+    AddThree();
+    Open();
+    EXPECT_EQ(0, ImageOf(0));
+    EXPECT_EQ(1, ImageOf(1));
+    EXPECT_EQ(-1, ImageOf(2));
+    const auto images = reinterpret_cast<HIMAGELIST>(SendMessageW(List(), LVM_GETIMAGELIST, LVSIL_SMALL, 0));
+    EXPECT_EQ(2, ImageList_GetImageCount(images));
+    int width = 0;
+    int height = 0;
+    ImageList_GetIconSize(images, &width, &height);
+    EXPECT_EQ(16, width);
+    EXPECT_EQ(16, height);
+}
+
+TEST_F(ProgramSelectionTest, OkTakesTheSelectedProgramsFromTheTop) {
+    AddThree();
+    Open();
+    Select(2);
+    Select(0);
+    EXPECT_TRUE(Close(IDOK));
+    EXPECT_EQ((Programs{{L"Alpha", kNotepad}, {L"Gamma", L"C:\\no such\\gamma.exe"}}), chosen);
+}
+
+TEST_F(ProgramSelectionTest, OkAppendsToWhatTheListHolds) {
+    AddThree();
+    chosen = {{L"Before", L"before.exe"}};
+    Open();
+    Select(1);
+    EXPECT_TRUE(Close(IDOK));
+    EXPECT_EQ((Programs{{L"Before", L"before.exe"}, {L"Beta", kRegedit}}), chosen);
+}
+
+TEST_F(ProgramSelectionTest, OkWithoutASelectionEndsAndAddsNothing) {
+    AddThree();
+    Open();
+    EXPECT_TRUE(Close(IDOK));
+    EXPECT_TRUE(chosen.empty());
+}
+
+TEST_F(ProgramSelectionTest, OkWithAnEmptyMenuEndsAndAddsNothing) {
+    Open();
+    EXPECT_EQ(0, RowCount());
+    EXPECT_TRUE(Close(IDOK));
+    EXPECT_TRUE(chosen.empty());
+}
+
+TEST_F(ProgramSelectionTest, CancelAddsNothing) {
+    AddThree();
+    Open();
+    Select(0);
+    EXPECT_FALSE(Close(IDCANCEL));
+    EXPECT_TRUE(chosen.empty());
+}
+
+TEST_F(ProgramSelectionTest, ClosingTheWindowCancels) {
+    AddThree();
+    Open();
+    Select(0);
+    PostMessageW(dialog, WM_SYSCOMMAND, SC_CLOSE, 0);
+    EXPECT_FALSE(AwaitEnd());
+    EXPECT_TRUE(chosen.empty());
+}
+
+TEST_F(ProgramSelectionTest, OkDoesNothingAfterAClickOnEmptySpace) {
+    AddThree();
+    Open();
+    Select(0);
+    ClickEmptySpace();
+    Select(0);
+    Press(IDOK);
+    EXPECT_TRUE(StaysOpen());
+    EXPECT_TRUE(chosen.empty());
+    ClickRow(1);
+    EXPECT_TRUE(Close(IDOK));
+    EXPECT_EQ((Programs{{L"Alpha", kNotepad}}), chosen);
+}
+
+TEST_F(ProgramSelectionTest, LastClickCountsInLaterOpeningsToo) {
+    AddThree();
+    Open();
+    ClickEmptySpace();
+    EXPECT_FALSE(Close(IDCANCEL));
+    Open();
+    Select(1);
+    Press(IDOK);
+    EXPECT_TRUE(StaysOpen());
+    EXPECT_FALSE(Close(IDCANCEL));
+    Open();
+    Select(1);
+    ClickRow(2);
+    EXPECT_TRUE(Close(IDOK));
+    EXPECT_EQ((Programs{{L"Beta", kRegedit}}), chosen);
+    Open();
+    EXPECT_TRUE(Close(IDOK)) << "the last click hit a row";
+}
+
+TEST_F(ProgramSelectionTest, LastClickIsForgottenWithTheModule) {
+    AddThree();
+    Open();
+    ClickEmptySpace();
+    EXPECT_FALSE(Close(IDCANCEL));
+    module.reset();
+    module.emplace();
+    Open();
+    EXPECT_TRUE(Close(IDOK));
+}
+
+// The column of paths belongs to its row, even though only the name is shown as selected.
+TEST_F(ProgramSelectionTest, ClickOnAPathHitsItsRow) {
+    AddThree();
+    Open();
+    ClickEmptySpace();
+    ClickAt({310, 8});
+    EXPECT_TRUE(Close(IDOK));
+}
+
+TEST_F(ProgramSelectionTest, TakesTheRowThatTheMouseClicks) {
+    AddThree();
+    Open();
+    BringToFront(dialog);
+    RECT place{};
+    place.left = LVIR_LABEL;
+    SendMessageW(List(), LVM_GETITEMRECT, 1, reinterpret_cast<LPARAM>(&place));
+    POINT point{place.left + 5, (place.top + place.bottom) / 2};
+    ClientToScreen(List(), &point);
+    SetCursorPos(point.x, point.y);
+    INPUT input[2]{};
+    input[0].type = input[1].type = INPUT_MOUSE;
+    input[0].mi.dwFlags = MOUSEEVENTF_LEFTDOWN;
+    input[1].mi.dwFlags = MOUSEEVENTF_LEFTUP;
+    SendInput(2, input, sizeof(INPUT));
+    Await("the row to be selected", [&] { return SendMessageW(List(), LVM_GETSELECTEDCOUNT, 0, 0) == 1; });
+    AwaitInputTaken(dialog);
+    EXPECT_TRUE(Close(IDOK));
+    EXPECT_EQ((Programs{{L"Beta", kRegedit}}), chosen);
+}
+
+TEST_F(ProgramSelectionTest, ShortcutsMadeMeanwhileAppearAtTheNextOpening) {
+    AddThree();
+    Open();
+    menu.own.AddShortcut(L"New\\Aaa.lnk", kNotepad);
+    EXPECT_EQ(3, RowCount());
+    EXPECT_FALSE(Close(IDCANCEL));
+    Open();
+    EXPECT_EQ(4, RowCount());
+    EXPECT_EQ(L"Aaa", Cell(0, 0));
+}
+
+TEST_F(ProgramSelectionTest, TextsAreReadToTheirLimitAndNoPairIsSplit) {
+    AddThree();
+    Open();
+    const std::wstring pair = L"\U0001F600";
+    const std::wstring texts[][2] = {{std::wstring(258, L'n') + pair, std::wstring(257, L'p') + pair},
+                                     {std::wstring(300, L'n'), std::wstring(259, L'p')}};
+    for (int row = 0; row < 2; ++row) {
+        for (int column = 0; column < 2; ++column) {
+            LVITEMW item{};
+            item.mask = LVIF_TEXT;
+            item.iItem = row;
+            item.iSubItem = column;
+            item.pszText = const_cast<wchar_t*>(texts[row][column].c_str());
+            SendMessageW(List(), LVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+        }
+        Select(row);
+    }
+    EXPECT_TRUE(Close(IDOK));
+    ASSERT_EQ(2U, chosen.size());
+    EXPECT_EQ(std::wstring(258, L'n'), chosen[0].name);
+    EXPECT_EQ(std::wstring(257, L'p') + pair, chosen[0].path);
+    EXPECT_EQ(std::wstring(259, L'n'), chosen[1].name);
+    EXPECT_EQ(std::wstring(259, L'p'), chosen[1].path);
+}
+
+TEST_F(ProgramSelectionTest, OtherNotificationsAreNoClicks) {
+    AddThree();
+    Open();
+    ClickEmptySpace();
+    for (const UINT code :
+         {static_cast<UINT>(NM_RCLICK), static_cast<UINT>(NM_DBLCLK), static_cast<UINT>(NM_SETFOCUS)}) {
+        NMHDR notification{List(), IDC_PROGRAMS_LIST, code};
+        SendMessageW(dialog, WM_NOTIFY, IDC_PROGRAMS_LIST, reinterpret_cast<LPARAM>(&notification));
+    }
+    Press(IDOK);
+    EXPECT_TRUE(StaysOpen());
+}
+
+TEST_F(ProgramSelectionTest, ImageListIsGivenBackOnce) {
+    AddThree();
+    std::vector<HIMAGELIST> made;
+    std::vector<HIMAGELIST> destroyed;
+    const ReplacedImport<"ImageList_Create", decltype(ImageList_Create)> create(
+        module->Handle(), [&](int width, int height, UINT flags, int initial, int growth) {
+            EXPECT_EQ(16, width);
+            EXPECT_EQ(16, height);
+            EXPECT_EQ(static_cast<UINT>(ILC_COLORDDB), flags);
+            EXPECT_EQ(5, initial);
+            EXPECT_EQ(0, growth);
+            made.push_back(ImageList_Create(width, height, flags, initial, growth));
+            return made.back();
+        });
+    const ReplacedImport<"ImageList_Destroy", decltype(ImageList_Destroy)> destroy(module->Handle(),
+                                                                                   [&](HIMAGELIST images) {
+                                                                                       destroyed.push_back(images);
+                                                                                       return ImageList_Destroy(images);
+                                                                                   });
+    ASSERT_TRUE(create.IsInPlace() && destroy.IsInPlace());
+    for (int i = 0; i < 3; ++i) {
+        Open();
+        EXPECT_EQ(static_cast<std::size_t>(i), destroyed.size());
+        EXPECT_FALSE(Close(IDCANCEL));
+    }
+    EXPECT_EQ(3U, made.size());
+    EXPECT_EQ(made, destroyed);
+}
+
+}  // namespace
+}  // namespace kvn::test

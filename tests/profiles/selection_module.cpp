@@ -1,0 +1,8 @@
+// The selection of programs in a library of its own: what it remembers for its module's life begins afresh with each
+// loading.
+#include "profiles/program_selection.h"
+
+extern "C" __declspec(dllexport) bool SelectPrograms(HINSTANCE resources, HWND owner,
+                                                     std::vector<kvn::model::ApplicationEntry>* chosen) {
+    return kvn::profiles::RunProgramSelection(resources, owner, *chosen);
+}

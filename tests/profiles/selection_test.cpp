@@ -1,0 +1,138 @@
+#include "tests/profiles/selection_test.h"
+
+#include <stdexcept>
+
+#include "tests/support/window_search.h"
+
+namespace kvn::test {
+namespace {
+
+constexpr int kTextLength = 400;
+
+HWND AwaitDialog(const std::string& what, int control) {
+    return Await(what, [=] {
+        return FindTopLevelWindow(
+            [=](HWND window) { return IsWindowVisible(window) && GetDlgItem(window, control) != nullptr; });
+    });
+}
+
+}  // namespace
+
+SelectionModule::SelectionModule() : module(LoadLibraryW(L"program_selection_module.dll")) {
+    if (module == nullptr) throw std::runtime_error("program_selection_module.dll is not beside the test program");
+}
+
+SelectionModule::~SelectionModule() {
+    FreeLibrary(module);
+}
+
+bool SelectionModule::SelectPrograms(HINSTANCE resources, HWND owner,
+                                     std::vector<model::ApplicationEntry>& chosen) const {
+    using Function = bool(HINSTANCE, HWND, std::vector<model::ApplicationEntry>*);
+    const auto select = reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(module, "SelectPrograms")));
+    return select(resources, owner, &chosen);
+}
+
+void SelectionTest::TearDown() {
+    if (!accepted.valid()) return;
+    for (const HWND open : OpenDialogsOf(GetWindowThreadProcessId(dialog, nullptr))) {
+        PostMessageW(open, WM_COMMAND, IDCANCEL, 0);
+    }
+    accepted.wait();
+}
+
+void SelectionTest::Open() {
+    accepted = std::async(std::launch::async, [this] {
+        owner =
+            CreateWindowExW(0, L"STATIC", L"Owner", WS_OVERLAPPED, 0, 0, 10, 10, nullptr, nullptr, nullptr, nullptr);
+        const bool result = module->SelectPrograms(resources.Handle(), owner, chosen);
+        DestroyWindow(owner);
+        return result;
+    });
+    dialog = AwaitDialog("the selection of programs", IDC_PROGRAMS_LIST);
+}
+
+void SelectionTest::Press(HWND pressedDialog, int button) {
+    PostMessageW(GetDlgItem(pressedDialog, button), BM_CLICK, 0, 0);
+}
+
+void SelectionTest::Press(int button) const {
+    Press(dialog, button);
+}
+
+bool SelectionTest::AwaitEnd() {
+    if (accepted.wait_for(kPatience) != std::future_status::ready) {
+        throw NeverHappened("the end of the selection of programs");
+    }
+    return accepted.get();
+}
+
+bool SelectionTest::StaysOpen() const {
+    // Answered after what was posted before.
+    SendMessageW(dialog, WM_NULL, 0, 0);
+    SendMessageTimeoutW(dialog, WM_NULL, 0, 0, SMTO_NORMAL, 1000, nullptr);
+    return IsWindow(dialog) && accepted.wait_for(std::chrono::milliseconds(50)) != std::future_status::ready;
+}
+
+HWND SelectionTest::OpenWindowDialog() const {
+    Press(IDC_PROGRAMS_SELECT_WINDOW);
+    return AwaitDialog("the proposal of a window's program", IDC_PROGRAM_PATH);
+}
+
+std::wstring SelectionTest::ProposalOf(HWND windowDialog) {
+    return TextOf(GetDlgItem(windowDialog, IDC_PROGRAM_PATH));
+}
+
+int SelectionTest::RowCount() const {
+    return static_cast<int>(SendMessageW(List(), LVM_GETITEMCOUNT, 0, 0));
+}
+
+std::wstring SelectionTest::Cell(int row, int column) const {
+    std::wstring text(kTextLength, L'\0');
+    LVITEMW item{};
+    item.iSubItem = column;
+    item.pszText = text.data();
+    item.cchTextMax = kTextLength;
+    SendMessageW(List(), LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+    return text.c_str();
+}
+
+int SelectionTest::ImageOf(int row) const {
+    LVITEMW item{};
+    item.mask = LVIF_IMAGE;
+    item.iItem = row;
+    SendMessageW(List(), LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+    return item.iImage;
+}
+
+void SelectionTest::Select(int row, bool selected) const {
+    LVITEMW item{};
+    item.stateMask = LVIS_SELECTED;
+    item.state = selected ? LVIS_SELECTED : 0U;
+    SendMessageW(List(), LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+}
+
+void SelectionTest::ClickAt(POINT point) const {
+    ClientToScreen(List(), &point);
+    SetCursorPos(point.x, point.y);
+    NMITEMACTIVATE notification{};
+    notification.hdr = {List(), IDC_PROGRAMS_LIST, static_cast<UINT>(NM_CLICK)};
+    // Not where the click was: the cursor alone tells.
+    notification.iItem = 99;
+    SendMessageW(dialog, WM_NOTIFY, IDC_PROGRAMS_LIST, reinterpret_cast<LPARAM>(&notification));
+}
+
+void SelectionTest::ClickRow(int row) const {
+    RECT place{};
+    place.left = LVIR_LABEL;
+    SendMessageW(List(), LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&place));
+    ClickAt({place.left + 5, (place.top + place.bottom) / 2});
+}
+
+void SelectionTest::ClickEmptySpace() const {
+    RECT area{};
+    GetClientRect(List(), &area);
+    ClickAt({area.right / 2, area.bottom - 30});
+}
+
+}  // namespace kvn::test

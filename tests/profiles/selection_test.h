@@ -1,0 +1,82 @@
+// What the tests of the two dialogs start from: a Start menu of their own, a fresh module, the dialog in a thread with
+// an owner that nobody sees.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <future>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "model/profile.h"
+#include "resources/resource.h"
+#include "tests/profiles/start_menu.h"
+#include "tests/support/module_under_test.h"
+#include "tests/support/waiting.h"
+
+namespace kvn::test {
+
+// One loading of the library with the selection of programs.
+class SelectionModule {
+public:
+    SelectionModule();
+    SelectionModule(const SelectionModule&) = delete;
+    SelectionModule& operator=(const SelectionModule&) = delete;
+    ~SelectionModule();
+
+    HMODULE Handle() const { return module; }
+    bool SelectPrograms(HINSTANCE resources, HWND owner, std::vector<model::ApplicationEntry>& chosen) const;
+
+private:
+    HMODULE module;
+};
+
+class SelectionTest : public testing::Test {
+protected:
+    using Programs = std::vector<model::ApplicationEntry>;
+
+    void TearDown() override;
+
+    // Opens dialog 125 and waits until it stands.
+    void Open();
+    // Presses a button of a dialog without waiting for what it does.
+    void Press(int button) const;
+    static void Press(HWND pressedDialog, int button);
+    // Waits for the end of dialog 125; its result.
+    bool AwaitEnd();
+    bool Close(int button) {
+        Press(button);
+        return AwaitEnd();
+    }
+    bool StaysOpen() const;
+
+    // Presses "Select window"; the proposal's dialog.
+    HWND OpenWindowDialog() const;
+    static std::wstring ProposalOf(HWND windowDialog);
+
+    HWND List() const { return GetDlgItem(dialog, IDC_PROGRAMS_LIST); }
+    int RowCount() const;
+    // A message to the list with a pointer in it, which only the dialog's own process may send.
+    std::wstring Cell(int row, int column) const;
+    int ImageOf(int row) const;
+    void Select(int row, bool selected = true) const;
+    // A click at this point of the list, by the message that the list sends about it.
+    void ClickAt(POINT point) const;
+    void ClickRow(int row) const;
+    void ClickEmptySpace() const;
+
+    const StartMenu menu;
+    const ModuleUnderTest resources;
+    std::optional<SelectionModule> module{std::in_place};
+    Programs chosen;
+    std::future<bool> accepted;
+    HWND owner = nullptr;
+    HWND dialog = nullptr;
+};
+
+}  // namespace kvn::test

@@ -1,0 +1,94 @@
+// What single shortcut files lead to, good ones and hostile ones.
+#include "profiles/shortcut_target.h"
+
+#include <gtest/gtest.h>
+
+#include <windows.h>
+
+#include <optional>
+
+#include "platform/com_pointer.h"
+#include "tests/profiles/start_menu.h"
+
+namespace kvn::test {
+namespace {
+
+using profiles::ShortcutTarget;
+
+class ShortcutTargetTest : public testing::Test {
+protected:
+    // A shortcut whose bytes are no longer what the shell wrote.
+    std::wstring AddSpoiled(const std::wstring& name, const std::string& bytes) const {
+        return folder.AddFile(name + L".lnk", bytes);
+    }
+    std::string GoodBytes() const { return ReadBytes(folder.AddShortcut(L"good.lnk", L"C:\\windows\\notepad.exe")); }
+
+    const ScratchFolder folder;
+    const platform::ComApartment apartment;
+};
+
+TEST_F(ShortcutTargetTest, IsThePathThatTheShortcutStores) {
+    EXPECT_EQ(L"C:\\windows\\notepad.exe", ShortcutTarget(folder.AddShortcut(L"a.lnk", L"C:\\windows\\notepad.exe")));
+    EXPECT_EQ(L"C:\\windows\\win.ini", ShortcutTarget(folder.AddShortcut(L"b.lnk", L"C:\\windows\\win.ini")));
+}
+
+TEST_F(ShortcutTargetTest, NeedNotExist) {
+    EXPECT_EQ(L"C:\\no such\\Program.EXE", ShortcutTarget(folder.AddShortcut(L"a.lnk", L"C:\\no such\\Program.EXE")));
+}
+
+TEST_F(ShortcutTargetTest, OfAFileWithANameInAnyScriptIsFound) {
+    const std::wstring target = L"C:\\no such\\\u00E4.exe";
+    EXPECT_EQ(target, ShortcutTarget(folder.AddShortcut(L"\u304B\u306A.lnk", target)));
+}
+
+TEST_F(ShortcutTargetTest, IsEmptyWithoutAFile) {
+    EXPECT_EQ(L"", ShortcutTarget(folder.PathOf(L"missing.lnk")));
+    EXPECT_EQ(L"", ShortcutTarget(folder.AddFolder(L"folder.lnk")));
+    EXPECT_EQ(L"", ShortcutTarget(L""));
+}
+
+TEST_F(ShortcutTargetTest, IsEmptyForAFileThatIsNoShortcut) {
+    EXPECT_EQ(L"", ShortcutTarget(folder.AddFile(L"empty.lnk")));
+    EXPECT_EQ(L"", ShortcutTarget(folder.AddFile(L"text.lnk", "[InternetShortcut]\nURL=http://example.com/a.exe\n")));
+    EXPECT_EQ(L"", ShortcutTarget(folder.AddFile(L"ones.lnk", std::string(100'000, '\xFF'))));
+    EXPECT_EQ(L"", ShortcutTarget(folder.AddFile(L"zeros.lnk", std::string(100'000, '\0'))));
+}
+
+TEST_F(ShortcutTargetTest, OfAFileThatIsCutAnywhereIsSurvived) {
+    const std::string good = GoodBytes();
+    for (std::size_t length = 0; length < good.size(); ++length) {
+        const std::wstring target = ShortcutTarget(AddSpoiled(L"cut", good.substr(0, length)));
+        EXPECT_GE(259U, target.size()) << length;
+    }
+}
+
+TEST_F(ShortcutTargetTest, OfAFileWithAnyByteSpoiledIsSurvived) {
+    const std::string good = GoodBytes();
+    for (std::size_t place = 0; place < good.size(); ++place) {
+        for (const int bit : {1, 4}) {
+            std::string bytes = good;
+            bytes[place] = static_cast<char>(bytes[place] ^ bit);
+            const std::wstring target = ShortcutTarget(AddSpoiled(L"spoiled", bytes));
+            EXPECT_GE(259U, target.size()) << place;
+        }
+    }
+}
+
+TEST_F(ShortcutTargetTest, OfAShortcutToItselfIsItself) {
+    const std::wstring file = folder.PathOf(L"self.lnk");
+    EXPECT_EQ(file, ShortcutTarget(folder.AddShortcut(L"self.lnk", file)));
+}
+
+TEST_F(ShortcutTargetTest, IsCutToWhatAPathHolds) {
+    const std::wstring target = L"C:\\" + std::wstring(240, L'a') + L"\\" + std::wstring(100, L'b') + L".exe";
+    std::optional<std::wstring> file;
+    try {
+        file = folder.AddShortcut(L"long.lnk", target);
+    } catch (const std::runtime_error&) {
+        GTEST_SKIP() << "the shell refuses to store such a target";
+    }
+    EXPECT_GE(259U, ShortcutTarget(*file).size());
+}
+
+}  // namespace
+}  // namespace kvn::test

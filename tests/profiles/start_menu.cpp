@@ -1,0 +1,143 @@
+#include "tests/profiles/start_menu.h"
+
+#include <gtest/gtest.h>
+
+#include <windows.h>
+
+#include <shlobj.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <stdexcept>
+
+#include "platform/com_pointer.h"
+#include "tests/support/waiting.h"
+
+namespace kvn::test {
+namespace {
+
+using platform::ComPointer;
+
+constexpr wchar_t kShellFolders[] = L"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\User Shell Folders";
+
+void SetShellFolder(HKEY root, const wchar_t* name, const std::wstring& folder) {
+    const auto bytes = static_cast<DWORD>((folder.size() + 1) * sizeof(wchar_t));
+    RegSetKeyValueW(root, kShellFolders, name, REG_SZ, folder.c_str(), bytes);
+}
+
+// Wine makes no links, and cannot tell a tree with links from an endless one: the host's own programs do both. They are
+// not waited for by their handles, which are not theirs.
+void RunOnHost(const std::wstring& folder, const std::wstring& command) {
+    std::wstring line = L"Z:\\bin\\" + command;
+    STARTUPINFOW start{};
+    start.cb = sizeof start;
+    PROCESS_INFORMATION information{};
+    if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, folder.c_str(), &start,
+                        &information)) {
+        throw std::runtime_error("a program of the host cannot be run");
+    }
+    CloseHandle(information.hThread);
+    CloseHandle(information.hProcess);
+}
+
+bool Exists(const std::wstring& path) {
+    return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+std::wstring TemporaryFolder() {
+    wchar_t folder[MAX_PATH + 1]{};
+    GetTempPathW(MAX_PATH, folder);
+    return std::wstring(folder).substr(0, std::wstring(folder).size() - 1);
+}
+
+std::wstring UniqueName() {
+    static int number = 0;
+    return L"kvn-scratch-" + std::to_wstring(GetCurrentProcessId()) + L"-" + std::to_wstring(++number);
+}
+
+std::wstring ParentOf(const std::wstring& path) {
+    return path.substr(0, path.rfind(L'\\'));
+}
+
+}  // namespace
+
+ScratchFolder::ScratchFolder() : parent(TemporaryFolder()), path(parent + L"\\" + UniqueName()) {
+    std::filesystem::create_directories(path);
+}
+
+ScratchFolder::~ScratchFolder() {
+    RunOnHost(parent, L"rm -rf -- " + path.substr(parent.size() + 1));
+    EXPECT_TRUE(ComesTrue([this] { return !Exists(path); })) << "a folder of the test's is left behind";
+}
+
+std::wstring ScratchFolder::AddFolder(const std::wstring& name) const {
+    std::filesystem::create_directories(PathOf(name));
+    return PathOf(name);
+}
+
+std::wstring ScratchFolder::AddDeepFolder(const std::wstring& name, std::size_t levels) const {
+    std::wstring command = L"mkdir -p -- .";
+    std::wstring deepest = path;
+    for (std::size_t level = 0; level < levels; ++level) {
+        command += L"/" + name;
+        deepest += L"\\" + name;
+    }
+    RunOnHost(path, command);
+    Await("the deep folder", [&] { return Exists(L"\\\\?\\" + deepest); });
+    return deepest;
+}
+
+std::wstring ScratchFolder::AddFile(const std::wstring& name, std::string_view content) const {
+    const std::wstring file = PathOf(name);
+    std::filesystem::create_directories(ParentOf(file));
+    FILE* opened = _wfopen(file.c_str(), L"wb");
+    if (opened == nullptr) throw std::runtime_error("a file cannot be made");
+    std::fwrite(content.data(), 1, content.size(), opened);
+    std::fclose(opened);
+    return file;
+}
+
+std::wstring ScratchFolder::AddFolderLink(const std::wstring& name, const std::wstring& target) const {
+    const std::wstring link = PathOf(name);
+    std::filesystem::create_directories(ParentOf(link));
+    RunOnHost(ParentOf(link), L"ln -s -- " + target + L" " + link.substr(link.rfind(L'\\') + 1));
+    Await("the link", [&] { return Exists(link); });
+    return link;
+}
+
+std::wstring ScratchFolder::AddShortcut(const std::wstring& name, const std::wstring& target) const {
+    const std::wstring file = PathOf(name);
+    std::filesystem::create_directories(ParentOf(file));
+    const platform::ComApartment apartment;
+    ComPointer<IShellLinkW> link;
+    ComPointer<IPersistFile> persistent;
+    if (FAILED(CoCreateInstance(CLSID_ShellLink, nullptr, CLSCTX_INPROC_SERVER, IID_IShellLinkW,
+                                reinterpret_cast<void**>(link.Receive()))) ||
+        FAILED(link.Get()->SetPath(target.c_str())) ||
+        FAILED(link.Get()->QueryInterface(IID_IPersistFile, reinterpret_cast<void**>(persistent.Receive()))) ||
+        FAILED(persistent.Get()->Save(file.c_str(), TRUE))) {
+        throw std::runtime_error("a shortcut cannot be saved");
+    }
+    return file;
+}
+
+StartMenu::StartMenu() {
+    SetProgramFolders(common.Path(), own.Path());
+}
+
+void SetProgramFolders(const std::wstring& common, const std::wstring& own) {
+    SetShellFolder(HKEY_LOCAL_MACHINE, L"Common Programs", common);
+    SetShellFolder(HKEY_CURRENT_USER, L"Programs", own);
+}
+
+std::string ReadBytes(const std::wstring& file) {
+    FILE* opened = _wfopen(file.c_str(), L"rb");
+    if (opened == nullptr) throw std::runtime_error("a file cannot be read");
+    std::string bytes;
+    char block[4096];
+    while (const std::size_t count = std::fread(block, 1, sizeof block, opened)) bytes.append(block, count);
+    std::fclose(opened);
+    return bytes;
+}
+
+}  // namespace kvn::test
