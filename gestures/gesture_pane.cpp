@@ -9,6 +9,7 @@
 
 #include "gestures/gesture_button.h"
 #include "gestures/gesture_texts.h"
+#include "platform/dialog_control.h"
 #include "platform/list_view.h"
 #include "platform/texts.h"
 #include "resources/resource.h"
@@ -175,8 +176,8 @@ std::optional<std::size_t> GesturePane::SelectedGesture() const {
 // Several rows can be deleted at once but not edited.
 void GesturePane::EnableForSelection() const {
     const int count = platform::SelectedRowCount(list);
-    Enable(IDC_GESTURES_EDIT, count == 1);
-    if (count < 2) Enable(IDC_GESTURES_DELETE, count == 1);
+    platform::EnableControl(Window(), IDC_GESTURES_EDIT, count == 1, list);
+    if (count < 2) platform::EnableControl(Window(), IDC_GESTURES_DELETE, count == 1, list);
 }
 
 }  // namespace kvn::gestures

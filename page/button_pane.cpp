@@ -165,6 +165,10 @@ std::optional<LRESULT> ButtonPane::OnMessage(UINT message, WPARAM /*wParam*/, LP
     return std::nullopt;
 }
 
+void ButtonPane::Enable(int control, bool enable) const {
+    EnableWindow(Control(control), enable ? TRUE : FALSE);
+}
+
 void ButtonPane::OnCommand(UINT control, UINT notification) {
     if (control == IDC_PANE_HELP) return owner.OnHelp();
     if (control == IDC_PANE_RESET) return owner.OnReset();

@@ -64,6 +64,7 @@ private:
     void FillRevolutionCount(std::int32_t count);
     void OnRevolutionCountChosen();
     void EnableFlyingSpeeds(bool enable) const;
+    void Enable(int control, bool enable) const;
 
     model::MouseSettings& settings;
     const platform::MessageBoxes& boxes;

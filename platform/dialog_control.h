@@ -5,11 +5,13 @@
 
 namespace kvn::platform {
 
-// Enables or disables the control. One that has the focus passes it on before it is disabled, so that the keyboard
-// keeps a place.
-inline void EnableControl(HWND dialog, int control, bool enable) {
+// Enables or disables the control. If it has the focus, the heir gets it before the control is disabled, so that the
+// keyboard keeps a place.
+inline void EnableControl(HWND dialog, int control, bool enable, HWND heir) {
     const HWND window = GetDlgItem(dialog, control);
-    if (!enable && window != nullptr && GetFocus() == window) SendMessageW(dialog, WM_NEXTDLGCTL, 0, FALSE);
+    if (!enable && window != nullptr && GetFocus() == window) {
+        SendMessageW(dialog, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(heir), TRUE);
+    }
     EnableWindow(window, enable ? TRUE : FALSE);
 }
 

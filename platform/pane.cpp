@@ -1,7 +1,6 @@
 #include "platform/pane.h"
 
 #include "platform/boundary.h"
-#include "platform/dialog_control.h"
 #include "platform/subclass.h"
 
 namespace kvn::platform {
@@ -33,10 +32,6 @@ LRESULT Pane::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         return *answer;
     }
     return CallWindowProcW(previousProcedure, window, message, wParam, lParam);
-}
-
-void Pane::Enable(int control, bool enable) const {
-    EnableControl(window, control, enable);
 }
 
 }  // namespace kvn::platform

@@ -43,8 +43,6 @@ protected:
     HWND Window() const { return window; }
     HWND Control(int control) const { return GetDlgItem(window, control); }
 
-    void Enable(int control, bool enable) const;
-
 private:
     static LRESULT CALLBACK Procedure(HWND pane, UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam);

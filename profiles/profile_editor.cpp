@@ -160,7 +160,7 @@ void ProfileEditor::OnProfilesSelected() {
 }
 
 void ProfileEditor::OnProgramsSelected() {
-    platform::EnableControl(dialog, IDC_PROFILES_DELETE_PROGRAM, programs.SelectedCount() > 0);
+    platform::EnableControl(dialog, IDC_PROFILES_DELETE_PROGRAM, programs.SelectedCount() > 0, programs.Window());
 }
 
 std::optional<std::size_t> ProfileEditor::AskForOneProfile() const {
