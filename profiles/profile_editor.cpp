@@ -150,10 +150,8 @@ bool ProfileEditor::OnCommand(int control) {
 void ProfileEditor::OnProfilesSelected() {
     const int count = edited.SelectedCount();
     for (const ButtonRow& row : kButtons) {
-        platform::EnableControl(dialog, row.button,
-                                count == 0   ? row.withNone
-                                : count == 1 ? row.withOne
-                                             : row.withMany);
+        const bool isEnabled = count == 0 ? row.withNone : count == 1 ? row.withOne : row.withMany;
+        platform::EnableControl(dialog, row.button, isEnabled, profileList);
     }
     const auto profile = edited.OnlySelected();
     programs.Show(profile ? edited.ProgramsOf(*profile) : std::vector<ApplicationEntry>());
