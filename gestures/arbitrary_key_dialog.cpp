@@ -7,6 +7,7 @@
 
 #include "platform/boundary.h"
 #include "platform/combo_box.h"
+#include "platform/modal_dialog.h"
 #include "platform/subclass.h"
 #include "platform/window_text.h"
 #include "resources/resource.h"
@@ -19,8 +20,6 @@ using model::KeyNameRow;
 
 using KeyboardState = std::array<BYTE, 256>;
 
-constexpr INT_PTR kAccepted = 1;
-constexpr INT_PTR kCancelled = 2;
 constexpr int kMaxFieldText = 512;
 constexpr WPARAM kIgnoredKey = 0xF4;  // sent by Japanese keyboards together with the key that was meant
 constexpr BYTE kDownNow = 0x80;
@@ -38,12 +37,11 @@ struct SidedKey {
 constexpr std::array<SidedKey, 3> kSidedKeys{
     {{VK_SHIFT, VK_LSHIFT, VK_RSHIFT}, {VK_CONTROL, VK_LCONTROL, VK_RCONTROL}, {VK_MENU, VK_LMENU, VK_RMENU}}};
 
-// The open dialog's record, and the procedure that all three edit fields had.
-KeyCaptureRecord* openRecord = nullptr;
+// The procedure that all three edit fields had.
 WNDPROC previousFieldProcedure = nullptr;
 
-bool IsExcluded(KeyCode code) {
-    return openRecord != nullptr && (openRecord->excludeShift & 1U) != 0 && model::IsShiftKey(code);
+bool IsExcluded(const KeyCaptureRecord& record, KeyCode code) {
+    return (record.excludeShift & 1U) != 0 && model::IsShiftKey(code);
 }
 
 HWND EditFieldOf(HWND combo) {
@@ -67,7 +65,8 @@ const wchar_t* NameOfPressedKey(WPARAM key, const KeyboardState& state) {
 }
 
 void OnKeyPressed(HWND field, WPARAM key) {
-    if (key == kIgnoredKey || IsExcluded(static_cast<KeyCode>(key))) return;
+    const KeyCaptureRecord& record = *platform::ObjectOf<KeyCaptureRecord>(field);
+    if (key == kIgnoredKey || IsExcluded(record, static_cast<KeyCode>(key))) return;
     KeyboardState state{};
     GetKeyboardState(state.data());
     const wchar_t* name = NameOfPressedKey(key, state);
@@ -91,11 +90,62 @@ LRESULT CALLBACK FieldProcedure(HWND field, UINT message, WPARAM wParam, LPARAM 
     });
 }
 
-// Fills one combo box with the keys that may be chosen and shows the given one.
-void FillInput(HWND combo, HWND field, KeyCode current) {
+class ArbitraryKeyDialog final : public platform::ModalDialog {
+public:
+    explicit ArbitraryKeyDialog(KeyCaptureRecord& captureRecord) : record(captureRecord) {}
+
+    bool Run(HINSTANCE module) { return RunModal(module, IDD_ARBITRARY_KEY, record.origin); }
+
+private:
+    INT_PTR OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    void OnInitDialog();
+    void OnCommand(int control);
+    void OnClear();
+    void OnOk();
+    void OnDestroy() const;
+
+    // Fills one combo box with the keys that may be chosen and shows the given one.
+    void FillInput(HWND combo, HWND field, KeyCode current) const;
+
+    KeyCaptureRecord& record;
+};
+
+INT_PTR ArbitraryKeyDialog::OnMessage(UINT message, WPARAM wParam, LPARAM /*lParam*/) {
+    switch (message) {
+        case WM_INITDIALOG:
+            OnInitDialog();
+            return FALSE;  // the focus stays where it was put
+        case WM_COMMAND:
+            OnCommand(LOWORD(wParam));
+            return TRUE;
+        case WM_SYSCOMMAND:
+            if ((wParam & 0xFFF0) != SC_CLOSE) return FALSE;
+            PostMessageW(Window(), WM_COMMAND, IDC_KEYS_CANCEL, 0);
+            return TRUE;
+        case WM_DESTROY:
+            OnDestroy();
+            return TRUE;
+        default:
+            return FALSE;
+    }
+}
+
+void ArbitraryKeyDialog::OnInitDialog() {
+    WINNLSEnableIME(Window(), FALSE);
+    for (std::size_t i = 0; i < kInputs.size(); ++i) {
+        const HWND combo = Control(kInputs[i]);
+        const HWND field = EditFieldOf(combo);
+        if (field == nullptr) continue;
+        FillInput(combo, field, record.keys.codes[i]);
+        previousFieldProcedure = platform::Subclass(field, FieldProcedure, &record);
+    }
+    SetFocus(Control(kInputs[0]));
+}
+
+void ArbitraryKeyDialog::FillInput(HWND combo, HWND field, KeyCode current) const {
     const KeyNameRow* match = nullptr;
     for (const KeyNameRow& row : model::KeyNameTable) {
-        if (IsExcluded(row.code)) continue;
+        if (IsExcluded(record, row.code)) continue;
         if (row.code == current) match = &row;
         if (row.listed) platform::AddComboItem(combo, row.name, row.code);
     }
@@ -107,81 +157,41 @@ void FillInput(HWND combo, HWND field, KeyCode current) {
     }
 }
 
-BOOL OnInitDialog(HWND dialog) {
-    WINNLSEnableIME(dialog, FALSE);
-    for (std::size_t i = 0; i < kInputs.size(); ++i) {
-        const HWND combo = GetDlgItem(dialog, kInputs[i]);
-        const HWND field = EditFieldOf(combo);
-        if (field == nullptr) continue;
-        FillInput(combo, field, openRecord->keys.codes[i]);
-        previousFieldProcedure = platform::Subclass(field, FieldProcedure, openRecord);
-    }
-    SetFocus(GetDlgItem(dialog, kInputs[0]));
-    return FALSE;
-}
-
-void OnClear(HWND dialog) {
-    for (const int input : kInputs) SendDlgItemMessageW(dialog, input, CB_SETCURSEL, 0, 0);
-    openRecord->keys = {};
-}
-
-void OnOk(HWND dialog) {
-    for (std::size_t i = 0; i < kInputs.size(); ++i) {
-        const std::wstring text = platform::WindowText(GetDlgItem(dialog, kInputs[i]), kMaxFieldText);
-        openRecord->keys.codes[i] = model::KeyCodeOf(text);
-    }
-    EndDialog(dialog, kAccepted);
-}
-
-void OnCommand(HWND dialog, int control) {
+void ArbitraryKeyDialog::OnCommand(int control) {
     switch (control) {
         case IDC_KEYS_CLEAR:
-            return OnClear(dialog);
+            return OnClear();
         case IDC_KEYS_OK:
-            return OnOk(dialog);
+            return OnOk();
         case IDC_KEYS_CANCEL:
         case IDCANCEL:  // the Esc key
-            EndDialog(dialog, kCancelled);
-            return;
+            return End(platform::DialogResult::Cancelled);
         default:
             return;
     }
 }
 
-void OnDestroy(HWND dialog) {
-    WINNLSEnableIME(dialog, TRUE);
+void ArbitraryKeyDialog::OnClear() {
+    for (const int input : kInputs) SendMessageW(Control(input), CB_SETCURSEL, 0, 0);
+    record.keys = {};
+}
+
+void ArbitraryKeyDialog::OnOk() {
+    for (std::size_t i = 0; i < kInputs.size(); ++i) {
+        record.keys.codes[i] = model::KeyCodeOf(platform::WindowText(Control(kInputs[i]), kMaxFieldText));
+    }
+    End(platform::DialogResult::Accepted);
+}
+
+void ArbitraryKeyDialog::OnDestroy() const {
+    WINNLSEnableIME(Window(), TRUE);
     InvalidateRect(nullptr, nullptr, TRUE);
-}
-
-BOOL HandleMessage(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
-    switch (message) {
-        case WM_INITDIALOG:
-            openRecord = reinterpret_cast<KeyCaptureRecord*>(lParam);
-            return OnInitDialog(dialog);
-        case WM_COMMAND:
-            OnCommand(dialog, LOWORD(wParam));
-            return TRUE;
-        case WM_SYSCOMMAND:
-            if ((wParam & 0xFFF0) != SC_CLOSE) return FALSE;
-            PostMessageW(dialog, WM_COMMAND, IDC_KEYS_CANCEL, 0);
-            return TRUE;
-        case WM_DESTROY:
-            OnDestroy(dialog);
-            return TRUE;
-        default:
-            return FALSE;
-    }
-}
-
-INT_PTR CALLBACK DialogProcedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
-    return platform::AtBoundary<INT_PTR>(FALSE, [&] { return HandleMessage(dialog, message, wParam, lParam); });
 }
 
 }  // namespace
 
 bool RunArbitraryKeyDialog(HINSTANCE module, KeyCaptureRecord& record) {
-    return DialogBoxParamW(module, MAKEINTRESOURCEW(IDD_ARBITRARY_KEY), record.origin, DialogProcedure,
-                           reinterpret_cast<LPARAM>(&record)) == kAccepted;
+    return ArbitraryKeyDialog(record).Run(module);
 }
 
 }  // namespace kvn::gestures

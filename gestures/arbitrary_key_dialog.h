@@ -17,7 +17,6 @@ struct KeyCaptureRecord {
 };
 
 // Runs the dialog with the origin as its owner. True when the user pressed OK; otherwise the opener keeps its own keys.
-// One dialog at a time: its state is the module's.
 bool RunArbitraryKeyDialog(HINSTANCE module, KeyCaptureRecord& record);
 
 }  // namespace kvn::gestures

@@ -10,7 +10,6 @@
 #include "platform/boundary.h"
 #include "platform/combo_box.h"
 #include "platform/service_window.h"
-#include "platform/subclass.h"
 #include "platform/texts.h"
 #include "platform/window_text.h"
 #include "resources/resource.h"
@@ -18,8 +17,6 @@
 namespace kvn::gestures {
 namespace {
 
-constexpr INT_PTR kAccepted = 1;
-constexpr INT_PTR kCancelled = 2;
 constexpr UINT_PTR kCaptureTimer = 221;
 constexpr UINT kCaptureInterval = 100;  // milliseconds
 constexpr int kMaxFieldText = 512;
@@ -46,24 +43,13 @@ GestureEditDialog::GestureEditDialog(const model::MouseSettings& mouseSettings,
     : settings(mouseSettings), boxes(messageBoxes), manager(gestureManager), trail(trailOverlay) {}
 
 void GestureEditDialog::Run(HINSTANCE module, HWND owner, GestureEditRequest editRequest) {
-    resources = module;
     request = std::move(editRequest);
     manager.SetCallback(OnGestureNotice, this);
-    DialogBoxParamW(module, MAKEINTRESOURCEW(IDD_EDIT_GESTURE), owner, DialogProcedure, reinterpret_cast<LPARAM>(this));
+    RunModal(module, IDD_EDIT_GESTURE, owner);
     manager.Disarm();
 }
 
-INT_PTR CALLBACK GestureEditDialog::DialogProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WM_INITDIALOG) {
-        SetWindowLongPtrW(window, GWLP_USERDATA, lParam);
-        reinterpret_cast<GestureEditDialog*>(lParam)->dialog = window;
-    }
-    auto* self = platform::ObjectOf<GestureEditDialog>(window);
-    if (self == nullptr) return FALSE;
-    return platform::AtBoundary<INT_PTR>(FALSE, [&] { return self->HandleMessage(message, wParam, lParam); });
-}
-
-INT_PTR GestureEditDialog::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+INT_PTR GestureEditDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_INITDIALOG:
             OnInitDialog();
@@ -88,25 +74,25 @@ INT_PTR GestureEditDialog::HandleMessage(UINT message, WPARAM wParam, LPARAM lPa
 
 void GestureEditDialog::OnInitDialog() {
     platform::NotifyGestureEditBegin();
-    AddFunctions(Control(IDC_GESTURE_FUNCTION), resources, model::FunctionsForGesture(settings.os));
-    SendDlgItemMessageW(dialog, IDC_GESTURE_MEMO, EM_LIMITTEXT, kMaxFieldText, 0);
+    AddFunctions(Control(IDC_GESTURE_FUNCTION), Module(), model::FunctionsForGesture(settings.os));
+    SendDlgItemMessageW(Window(), IDC_GESTURE_MEMO, EM_LIMITTEXT, kMaxFieldText, 0);
     if (request.mode == GestureEditMode::Edit) ShowGesture();
-    SetTimer(dialog, kCaptureTimer, kCaptureInterval, nullptr);
+    SetTimer(Window(), kCaptureTimer, kCaptureInterval, nullptr);
 }
 
 void GestureEditDialog::ShowGesture() {
     const model::GestureEntry& gesture = request.gesture;
     ShowStroke(gesture.stroke);
-    SetDlgItemTextW(dialog, IDC_GESTURE_MEMO, gesture.memo.c_str());
+    SetDlgItemTextW(Window(), IDC_GESTURE_MEMO, gesture.memo.c_str());
     const HWND functions = Control(IDC_GESTURE_FUNCTION);
     const auto index = platform::FindComboData(functions, gesture.function, kFunctionSearchCount);
     if (!index) return;
-    if (gesture.function == model::kFunctionArbitraryKey) ShowArbitraryKeys(functions, resources, gesture.etcKey);
+    if (gesture.function == model::kFunctionArbitraryKey) ShowArbitraryKeys(functions, Module(), gesture.etcKey);
     SendMessageW(functions, CB_SETCURSEL, static_cast<WPARAM>(*index), 0);
 }
 
 void GestureEditDialog::ShowStroke(const std::wstring& text) {
-    SetDlgItemTextW(dialog, IDC_GESTURE_STROKE, text.c_str());
+    SetDlgItemTextW(Window(), IDC_GESTURE_STROKE, text.c_str());
 }
 
 void GestureEditDialog::OnCommand(int control, int notification) {
@@ -121,7 +107,7 @@ void GestureEditDialog::OnCommand(int control, int notification) {
             OnOk();
             break;
         case IDCANCEL:
-            EndDialog(dialog, kCancelled);
+            End(platform::DialogResult::Cancelled);
             break;
         default:
             break;
@@ -133,21 +119,21 @@ void GestureEditDialog::OnFunctionChosen() {
     if (platform::SelectedComboData(functions) != model::kFunctionArbitraryKey) return;
     KeyCaptureRecord capture;
     capture.keys = SelectedKeys();
-    capture.origin = dialog;
-    if (RunArbitraryKeyDialog(resources, capture)) ShowArbitraryKeys(functions, resources, capture.keys);
+    capture.origin = Window();
+    if (RunArbitraryKeyDialog(Module(), capture)) ShowArbitraryKeys(functions, Module(), capture.keys);
 }
 
 // The keys are what the entry's text says.
 model::EtcKey GestureEditDialog::SelectedKeys() const {
     return model::TextToEtcKey(platform::SelectedComboText(Control(IDC_GESTURE_FUNCTION)),
-                               platform::LoadText(resources, IDS_FUNCTION_ARBITRARY_KEY));
+                               platform::LoadText(Module(), IDS_FUNCTION_ARBITRARY_KEY));
 }
 
 void GestureEditDialog::OnStrokeClicked() {
     if (manager.IsActive() || request.gestureButton == nullptr) return;
     OutputDebugStringW(request.gestureButton->debugText);
     manager.Arm(request.gestureButton->button);
-    ShowStroke(platform::LoadText(resources, IDS_STROKE_START));
+    ShowStroke(platform::LoadText(Module(), IDS_STROKE_START));
 }
 
 void GestureEditDialog::OnOk() {
@@ -161,13 +147,13 @@ void GestureEditDialog::OnOk() {
     const std::wstring functionText = platform::SelectedComboText(functions);
     // An edited stroke may equal another gesture's.
     if (request.mode == GestureEditMode::Add && IsStrokeTaken(confirmed.stroke)) {
-        boxes.Warn(dialog, IDS_GESTURE_REGISTERED);
+        boxes.Warn(Window(), IDS_GESTURE_REGISTERED);
         return;
     }
     confirmed.function = *function;
     if (confirmed.function == model::kFunctionArbitraryKey) confirmed.etcKey = SelectedKeys();
     request.onConfirmed(confirmed, functionText);
-    EndDialog(dialog, kAccepted);
+    End(platform::DialogResult::Accepted);
     ClickLeftButton();
 }
 
@@ -180,8 +166,7 @@ bool GestureEditDialog::IsStrokeTaken(const std::wstring& stroke) const {
 void GestureEditDialog::OnDestroy() {
     platform::NotifyGestureEditEnd();
     // What the dialog and the trail stood before is painted anew.
-    InvalidateRect(GetWindow(dialog, GW_OWNER), nullptr, FALSE);
-    dialog = nullptr;
+    InvalidateRect(GetWindow(Window(), GW_OWNER), nullptr, FALSE);
 }
 
 std::int32_t GestureEditDialog::OnGestureNotice(const model::GestureNotice* notice) {
@@ -192,19 +177,19 @@ std::int32_t GestureEditDialog::OnGestureNotice(const model::GestureNotice* noti
 }
 
 void GestureEditDialog::OnNotice(const model::GestureNotice& notice) {
-    if (dialog == nullptr) return;
+    if (!IsOpen()) return;
     switch (notice.kind) {
         case model::GestureNoticeKind::Started:
-            trail.Show(resources, dialog);
-            ShowStroke(platform::LoadText(resources, IDS_STROKE_START));
+            trail.Show(Module(), Window());
+            ShowStroke(platform::LoadText(Module(), IDS_STROKE_START));
             break;
         case model::GestureNoticeKind::Progress:
-            ShowStroke(StrokeText(resources, notice));
+            ShowStroke(StrokeText(Module(), notice));
             break;
         case model::GestureNoticeKind::Completed:
         case model::GestureNoticeKind::Cancelled:  // without directions, so the text is empty
             trail.Destroy();
-            ShowStroke(StrokeText(resources, notice));
+            ShowStroke(StrokeText(Module(), notice));
             break;
     }
 }

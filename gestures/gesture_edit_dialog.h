@@ -11,6 +11,7 @@
 #include "gestures/gesture_trail_overlay.h"
 #include "model/mouse_settings.h"
 #include "platform/message_box.h"
+#include "platform/modal_dialog.h"
 
 namespace kvn::gestures {
 
@@ -27,21 +28,16 @@ struct GestureEditRequest {
     std::function<void(const model::GestureEntry& gesture, const std::wstring& functionText)> onConfirmed;
 };
 
-class GestureEditDialog {
+class GestureEditDialog final : public platform::ModalDialog {
 public:
     GestureEditDialog(const model::MouseSettings& mouseSettings, const platform::MessageBoxes& messageBoxes,
                       CGestureMgr& gestureManager, GestureTrailOverlay& trailOverlay);
-    GestureEditDialog(const GestureEditDialog&) = delete;
-    GestureEditDialog& operator=(const GestureEditDialog&) = delete;
-
-    bool IsOpen() const { return dialog != nullptr; }
 
     // Runs the dialog; one at a time.
     void Run(HINSTANCE module, HWND owner, GestureEditRequest editRequest);
 
 private:
-    static INT_PTR CALLBACK DialogProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-    INT_PTR HandleMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    INT_PTR OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     void OnInitDialog();
     void OnCommand(int control, int notification);
     void OnFunctionChosen();
@@ -57,15 +53,12 @@ private:
     void ShowStroke(const std::wstring& text);
     model::EtcKey SelectedKeys() const;
     bool IsStrokeTaken(const std::wstring& stroke) const;
-    HWND Control(int control) const { return GetDlgItem(dialog, control); }
 
     const model::MouseSettings& settings;
     const platform::MessageBoxes& boxes;
     CGestureMgr& manager;
     GestureTrailOverlay& trail;
 
-    HINSTANCE resources = nullptr;
-    HWND dialog = nullptr;  // null while it is closed
     GestureEditRequest request;
 };
 

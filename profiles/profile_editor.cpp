@@ -18,7 +18,7 @@
 #include "platform/boundary.h"
 #include "platform/dialog_control.h"
 #include "platform/list_view.h"
-#include "platform/subclass.h"
+#include "platform/modal_dialog.h"
 #include "platform/texts.h"
 #include "profiles/edited_profiles.h"
 #include "profiles/profile_name_dialog.h"
@@ -29,9 +29,6 @@ namespace kvn::profiles {
 namespace {
 
 using model::ApplicationEntry;
-
-constexpr INT_PTR kAccepted = 1;
-constexpr INT_PTR kCancelled = 2;
 
 constexpr int kProfileWidth = 380;  // pixels
 
@@ -51,17 +48,20 @@ constexpr std::array<ButtonRow, 5> kButtons{{
 }};
 
 // One opening of the dialog.
-class ProfileEditor {
+class ProfileEditor final : public platform::ModalDialog {
 public:
     explicit ProfileEditor(ProfileEditorContext& lender)
         : context(lender), edited(lender.settings.profiles, Text(IDS_DEFAULT_PROFILE_NAME)) {}
 
-    void OnInitDialog(HWND window);
+    void Run() { RunModal(context.module, IDD_EDIT_PROFILE, context.page); }
+
+private:
+    INT_PTR OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    void OnInitDialog();
     void OnNotify(const NMHDR& header);
     // False for a control without a command.
     bool OnCommand(int control);
 
-private:
     struct CommandRow {
         int control;
         void (ProfileEditor::*handler)();
@@ -89,14 +89,13 @@ private:
 
     void AddPrograms(std::size_t profile, const std::vector<ApplicationEntry>& chosen);
 
-    void Warn(UINT textId) const { context.boxes.Warn(dialog, textId); }
+    void Warn(UINT textId) const { context.boxes.Warn(Window(), textId); }
     std::wstring Text(UINT textId) const { return platform::LoadText(context.module, textId); }
 
     ProfileEditorContext& context;
     EditedProfiles edited;
     ProgramList programs;
     bool isDeleting = false;  // profiles are on their way out: what that does to the selection is looked at afterwards
-    HWND dialog = nullptr;
     HWND profileList = nullptr;
 };
 
@@ -111,20 +110,34 @@ const ProfileEditor::CommandRow ProfileEditor::kCommands[] = {
     {IDCANCEL, &ProfileEditor::OnCancel},
 };
 
-void ProfileEditor::OnInitDialog(HWND window) {
-    dialog = window;
-    profileList = GetDlgItem(dialog, IDC_PROFILES_LIST);
+INT_PTR ProfileEditor::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+        case WM_INITDIALOG:
+            OnInitDialog();
+            return TRUE;
+        case WM_COMMAND:
+            return OnCommand(LOWORD(wParam)) ? TRUE : FALSE;
+        case WM_NOTIFY:
+            OnNotify(*reinterpret_cast<const NMHDR*>(lParam));
+            return FALSE;
+        default:
+            return FALSE;
+    }
+}
+
+void ProfileEditor::OnInitDialog() {
+    profileList = Control(IDC_PROFILES_LIST);
 
     platform::AddListColumn(profileList, 0, Text(IDS_COLUMN_PROFILE), kProfileWidth);
     platform::SelectFullRows(profileList);
     edited.ShowIn(profileList);
 
-    programs.SetUp(GetDlgItem(dialog, IDC_PROFILES_PROGRAMS), Text(IDS_COLUMN_FILE_NAME), Text(IDS_COLUMN_LOCATION));
+    programs.SetUp(Control(IDC_PROFILES_PROGRAMS), Text(IDS_COLUMN_FILE_NAME), Text(IDS_COLUMN_LOCATION));
 
     // Add program stays enabled until the selection changes for the first time.
     for (const int button :
          {IDC_PROFILES_DELETE, IDC_PROFILES_RENAME, IDC_PROFILES_COPY, IDC_PROFILES_DELETE_PROGRAM}) {
-        EnableWindow(GetDlgItem(dialog, button), FALSE);
+        EnableWindow(Control(button), FALSE);
     }
 }
 
@@ -139,7 +152,7 @@ void ProfileEditor::OnNotify(const NMHDR& header) {
 
 bool ProfileEditor::OnCommand(int control) {
     // While another dialog stands before this one, nobody can have pressed anything.
-    if (!IsWindowEnabled(dialog)) return true;
+    if (!IsWindowEnabled(Window())) return true;
     const auto* const row = std::find_if(std::begin(kCommands), std::end(kCommands),
                                          [=](const CommandRow& command) { return command.control == control; });
     if (row == std::end(kCommands)) return false;
@@ -151,14 +164,14 @@ void ProfileEditor::OnProfilesSelected() {
     const int count = edited.SelectedCount();
     for (const ButtonRow& row : kButtons) {
         const bool isEnabled = count == 0 ? row.withNone : count == 1 ? row.withOne : row.withMany;
-        platform::EnableControl(dialog, row.button, isEnabled, profileList);
+        platform::EnableControl(Window(), row.button, isEnabled, profileList);
     }
     const auto profile = edited.OnlySelected();
     programs.Show(profile ? edited.ProgramsOf(*profile) : std::vector<ApplicationEntry>());
 }
 
 void ProfileEditor::OnProgramsSelected() {
-    platform::EnableControl(dialog, IDC_PROFILES_DELETE_PROGRAM, programs.SelectedCount() > 0, programs.Window());
+    platform::EnableControl(Window(), IDC_PROFILES_DELETE_PROGRAM, programs.SelectedCount() > 0, programs.Window());
 }
 
 std::optional<std::size_t> ProfileEditor::AskForOneProfile() const {
@@ -170,7 +183,7 @@ std::optional<std::size_t> ProfileEditor::AskForOneProfile() const {
 
 std::optional<std::wstring> ProfileEditor::AskForName(ProfileNameMode mode, std::wstring_view current) const {
     ProfileNameRequest request{std::wstring(current), mode};
-    if (!RunProfileNameDialog(context.module, dialog, request)) return std::nullopt;
+    if (!RunProfileNameDialog(context.module, Window(), request)) return std::nullopt;
     return request.name;
 }
 
@@ -181,11 +194,11 @@ bool ProfileEditor::RefuseTakenName(const std::wstring& name) const {
 }
 
 bool ProfileEditor::ConfirmDeletion() const {
-    return context.boxes.Show(dialog, IDS_CONFIRM_DELETE, MB_YESNO | MB_ICONEXCLAMATION) == IDYES;
+    return context.boxes.Show(Window(), IDS_CONFIRM_DELETE, MB_YESNO | MB_ICONEXCLAMATION) == IDYES;
 }
 
 void ProfileEditor::OnAddProfile() {
-    if (!context.boxes.AllowsAnotherItem(dialog, edited.Count())) return;
+    if (!context.boxes.AllowsAnotherItem(Window(), edited.Count())) return;
     const auto name = AskForName(ProfileNameMode::Add);
     if (!name || name->empty() || RefuseTakenName(*name)) return;
     model::ProfileRecord profile = model::NewProfileRecord();
@@ -225,9 +238,9 @@ void ProfileEditor::OnCopyProfile() {
 
 void ProfileEditor::OnAddPrograms() {
     const auto profile = AskForOneProfile();
-    if (!profile || !context.boxes.AllowsAnotherItem(dialog, programs.Count())) return;
+    if (!profile || !context.boxes.AllowsAnotherItem(Window(), programs.Count())) return;
     std::vector<ApplicationEntry> chosen;
-    if (context.choosePrograms(context.module, dialog, chosen)) AddPrograms(*profile, chosen);
+    if (context.choosePrograms(context.module, Window(), chosen)) AddPrograms(*profile, chosen);
 }
 
 void ProfileEditor::AddPrograms(std::size_t profile, const std::vector<ApplicationEntry>& chosen) {
@@ -236,7 +249,7 @@ void ProfileEditor::AddPrograms(std::size_t profile, const std::vector<Applicati
             Warn(*user == profile ? IDS_PROGRAM_REGISTERED : IDS_PROGRAM_USED_ELSEWHERE);
             continue;
         }
-        if (!context.boxes.AllowsAnotherItem(dialog, programs.Count())) return;
+        if (!context.boxes.AllowsAnotherItem(Window(), programs.Count())) return;
         programs.Append(program);
         edited.AddProgram(profile, program);
     }
@@ -264,36 +277,17 @@ void ProfileEditor::OnOk() {
         !edited.IsChanged() || platform::AtBoundary(false, [&] { return model::SaveProfiles(settings); });
     context.display.ShowProfiles();
     if (!isSaved) Warn(IDS_SETTINGS_FAILED);
-    EndDialog(dialog, kAccepted);
+    End(platform::DialogResult::Accepted);
 }
 
 void ProfileEditor::OnCancel() {
-    EndDialog(dialog, kCancelled);
-}
-
-BOOL HandleMessage(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WM_INITDIALOG) {
-        SetWindowLongPtrW(dialog, GWLP_USERDATA, lParam);
-        platform::ObjectOf<ProfileEditor>(dialog)->OnInitDialog(dialog);
-        return TRUE;
-    }
-    auto* const editor = platform::ObjectOf<ProfileEditor>(dialog);
-    if (editor == nullptr) return FALSE;
-    if (message == WM_COMMAND) return editor->OnCommand(LOWORD(wParam)) ? TRUE : FALSE;
-    if (message == WM_NOTIFY) editor->OnNotify(*reinterpret_cast<const NMHDR*>(lParam));
-    return FALSE;
-}
-
-INT_PTR CALLBACK DialogProcedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
-    return platform::AtBoundary<INT_PTR>(FALSE, [&] { return HandleMessage(dialog, message, wParam, lParam); });
+    End(platform::DialogResult::Cancelled);
 }
 
 }  // namespace
 
 void RunProfileEditor(ProfileEditorContext& context) {
-    ProfileEditor editor(context);
-    DialogBoxParamW(context.module, MAKEINTRESOURCEW(IDD_EDIT_PROFILE), context.page, DialogProcedure,
-                    reinterpret_cast<LPARAM>(&editor));
+    ProfileEditor(context).Run();
 }
 
 }  // namespace kvn::profiles

@@ -8,8 +8,8 @@
 #include <string>
 #include <utility>
 
-#include "platform/boundary.h"
 #include "platform/list_view.h"
+#include "platform/modal_dialog.h"
 #include "platform/system_library.h"
 #include "platform/texts.h"
 #include "profiles/program_icons.h"
@@ -22,8 +22,6 @@ namespace {
 
 using model::ApplicationEntry;
 
-constexpr INT_PTR kAccepted = 1;
-constexpr INT_PTR kCancelled = 2;
 constexpr std::size_t kFileBuffer = 260;
 constexpr std::size_t kMaxCellText = 259;
 constexpr int kNoRow = -1;
@@ -40,21 +38,8 @@ constexpr wchar_t kCommonDialogs[] = L"comdlg32.dll";
 constexpr wchar_t kFileFilter[] = L"exe(*.exe)\0*.exe\0All files(*.*)\0*.*\0";
 constexpr wchar_t kProgramExtension[] = L"exe";
 
-struct Selection {
-    HINSTANCE module;  // whose texts are shown
-    std::vector<ApplicationEntry>& chosen;
-    std::optional<ProgramIcons> icons;  // as long as the dialog's window
-};
-
-// That of the open dialog, null while there is none.
-Selection* selection = nullptr;
-
 // The row of the last click, kNoRow for the empty space; lives as long as the module, from one opening to the next.
 int lastClickedRow = 0;
-
-HWND ListOf(HWND dialog) {
-    return GetDlgItem(dialog, IDC_PROGRAMS_LIST);
-}
 
 // The text of a row, cut to 259 UTF-16 units but never in the middle of a surrogate pair.
 std::wstring CellText(HWND list, int row, int column) {
@@ -76,47 +61,6 @@ int NextSelectedRow(HWND list, int row) {
     return static_cast<int>(SendMessageW(list, LVM_GETNEXTITEM, static_cast<WPARAM>(row), LVNI_SELECTED));
 }
 
-void FillList(HWND dialog) {
-    const HWND list = ListOf(dialog);
-    std::vector<ApplicationEntry> programs;
-    AppendStartMenuPrograms(dialog, programs);
-    SendMessageW(list, LVM_SETITEMCOUNT, programs.size(), 0);
-    int row = 0;
-    for (const ApplicationEntry& program : programs) {
-        platform::InsertListRow(list, row, program.name, selection->icons->IndexFor(program.path));
-        platform::SetListText(list, row, kPathColumn, program.path);
-        ++row;
-    }
-}
-
-void OnInitDialog(HWND dialog) {
-    const HWND list = ListOf(dialog);
-    for (std::size_t i = 0; i < kColumns.size(); ++i) {
-        platform::AddListColumn(list, static_cast<int>(i), platform::LoadText(selection->module, kColumns[i].titleId),
-                                kColumns[i].width);
-    }
-    selection->icons.emplace();
-    selection->icons->AttachTo(list);
-    FillList(dialog);
-}
-
-void OnListClicked(HWND list) {
-    LVHITTESTINFO hit{};
-    GetCursorPos(&hit.pt);
-    ScreenToClient(list, &hit.pt);
-    SendMessageW(list, LVM_SUBITEMHITTEST, 0, reinterpret_cast<LPARAM>(&hit));
-    lastClickedRow = hit.iItem;
-}
-
-void OnOk(HWND dialog) {
-    if (lastClickedRow == kNoRow) return;
-    const HWND list = ListOf(dialog);
-    for (int row = NextSelectedRow(list, kNoRow); row != kNoRow; row = NextSelectedRow(list, row)) {
-        selection->chosen.push_back({CellText(list, row, kNameColumn), CellText(list, row, kPathColumn)});
-    }
-    EndDialog(dialog, kAccepted);
-}
-
 // False when the user cancels, and on every failure.
 bool ShowOpenDialog(OPENFILENAMEW& request) {
     using platform::SystemFunction;
@@ -128,14 +72,116 @@ bool ShowOpenDialog(OPENFILENAMEW& request) {
     return false;
 }
 
-// The program file that the user opens; nothing on Cancel and on every failure.
-std::optional<ApplicationEntry> AskForFile(HWND owner) {
+class ProgramSelectionDialog final : public platform::ModalDialog {
+public:
+    explicit ProgramSelectionDialog(std::vector<ApplicationEntry>& chosenPrograms) : chosen(chosenPrograms) {}
+
+    bool Run(HINSTANCE module, HWND owner) { return RunModal(module, IDD_SELECT_PROGRAM, owner); }
+
+private:
+    INT_PTR OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    void OnInitDialog();
+    void OnCommand(int control);
+    void OnListClicked() const;
+    void OnOk();
+    void OnReference();
+    void OnSelectWindow();
+
+    void FillList() const;
+    // The program file that the user opens; nothing on Cancel and on every failure.
+    std::optional<ApplicationEntry> AskForFile() const;
+    // The dialog's answer is this program.
+    void Choose(ApplicationEntry program);
+    HWND List() const { return Control(IDC_PROGRAMS_LIST); }
+
+    std::vector<ApplicationEntry>& chosen;
+    std::optional<ProgramIcons> icons;  // as long as the dialog's window
+};
+
+INT_PTR ProgramSelectionDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+        case WM_INITDIALOG:
+            OnInitDialog();
+            return TRUE;
+        case WM_COMMAND:
+            OnCommand(LOWORD(wParam));
+            return TRUE;
+        case WM_NOTIFY: {
+            const auto* notification = reinterpret_cast<const NMHDR*>(lParam);
+            if (notification->idFrom != IDC_PROGRAMS_LIST || notification->code != NM_CLICK) return FALSE;
+            OnListClicked();
+            return TRUE;
+        }
+        case WM_DESTROY:
+            icons.reset();
+            return TRUE;
+        default:
+            return FALSE;
+    }
+}
+
+void ProgramSelectionDialog::OnInitDialog() {
+    for (std::size_t i = 0; i < kColumns.size(); ++i) {
+        const std::wstring title = platform::LoadText(Module(), kColumns[i].titleId);
+        platform::AddListColumn(List(), static_cast<int>(i), title, kColumns[i].width);
+    }
+    icons.emplace();
+    icons->AttachTo(List());
+    FillList();
+}
+
+void ProgramSelectionDialog::FillList() const {
+    const HWND list = List();
+    std::vector<ApplicationEntry> programs;
+    AppendStartMenuPrograms(Window(), programs);
+    SendMessageW(list, LVM_SETITEMCOUNT, programs.size(), 0);
+    int row = 0;
+    for (const ApplicationEntry& program : programs) {
+        platform::InsertListRow(list, row, program.name, icons->IndexFor(program.path));
+        platform::SetListText(list, row, kPathColumn, program.path);
+        ++row;
+    }
+}
+
+void ProgramSelectionDialog::OnCommand(int control) {
+    switch (control) {
+        case IDOK:
+            return OnOk();
+        case IDC_PROGRAMS_REFERENCE:
+            return OnReference();
+        case IDC_PROGRAMS_SELECT_WINDOW:
+            return OnSelectWindow();
+        case IDCANCEL:
+            return End(platform::DialogResult::Cancelled);
+        default:
+            return;
+    }
+}
+
+void ProgramSelectionDialog::OnListClicked() const {
+    LVHITTESTINFO hit{};
+    GetCursorPos(&hit.pt);
+    ScreenToClient(List(), &hit.pt);
+    SendMessageW(List(), LVM_SUBITEMHITTEST, 0, reinterpret_cast<LPARAM>(&hit));
+    lastClickedRow = hit.iItem;
+}
+
+void ProgramSelectionDialog::OnOk() {
+    if (lastClickedRow == kNoRow) return;
+    const HWND list = List();
+    for (int row = NextSelectedRow(list, kNoRow); row != kNoRow; row = NextSelectedRow(list, row)) {
+        chosen.push_back({CellText(list, row, kNameColumn), CellText(list, row, kPathColumn)});
+    }
+    End(platform::DialogResult::Accepted);
+}
+
+std::optional<ApplicationEntry> ProgramSelectionDialog::AskForFile() const {
     std::array<wchar_t, kFileBuffer> path{};
     std::array<wchar_t, kFileBuffer> title{};
-    const std::wstring caption = platform::LoadText(selection->module, IDS_TITLE_OPEN_FILE);
+    const std::wstring caption = platform::LoadText(Module(), IDS_TITLE_OPEN_FILE);
     OPENFILENAMEW request{};
     request.lStructSize = sizeof request;
-    request.hwndOwner = owner;
+    request.hwndOwner = Window();
     request.lpstrFilter = kFileFilter;
     request.lpstrFile = path.data();
     request.nMaxFile = static_cast<DWORD>(path.size());
@@ -148,76 +194,27 @@ std::optional<ApplicationEntry> AskForFile(HWND owner) {
     return std::nullopt;
 }
 
-void OnReference(HWND dialog) {
-    std::optional<ApplicationEntry> file = AskForFile(dialog);
+void ProgramSelectionDialog::OnReference() {
+    std::optional<ApplicationEntry> file = AskForFile();
     if (!file) return;
-    selection->icons->IndexFor(file->path);
-    selection->chosen.push_back(*std::move(file));
-    EndDialog(dialog, kAccepted);
+    icons->IndexFor(file->path);
+    Choose(*std::move(file));
 }
 
-void OnSelectWindow(HWND dialog) {
+void ProgramSelectionDialog::OnSelectWindow() {
     ApplicationEntry program;
-    if (!RunWindowProgramDialog(selection->module, dialog, program)) return;
-    selection->chosen.push_back(std::move(program));
-    EndDialog(dialog, kAccepted);
+    if (RunWindowProgramDialog(Module(), Window(), program)) Choose(std::move(program));
 }
 
-// Comes without WM_INITDIALOG when a control cannot be made.
-void OnDestroy() {
-    if (selection != nullptr) selection->icons.reset();
-    selection = nullptr;
-}
-
-void OnCommand(HWND dialog, int control) {
-    switch (control) {
-        case IDOK:
-            return OnOk(dialog);
-        case IDC_PROGRAMS_REFERENCE:
-            return OnReference(dialog);
-        case IDC_PROGRAMS_SELECT_WINDOW:
-            return OnSelectWindow(dialog);
-        case IDCANCEL:
-            EndDialog(dialog, kCancelled);
-            return;
-        default:
-            return;
-    }
-}
-
-BOOL HandleMessage(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
-    switch (message) {
-        case WM_INITDIALOG:
-            selection = reinterpret_cast<Selection*>(lParam);
-            OnInitDialog(dialog);
-            return TRUE;
-        case WM_COMMAND:
-            OnCommand(dialog, LOWORD(wParam));
-            return TRUE;
-        case WM_NOTIFY: {
-            const auto* notification = reinterpret_cast<const NMHDR*>(lParam);
-            if (notification->idFrom != IDC_PROGRAMS_LIST || notification->code != NM_CLICK) return FALSE;
-            OnListClicked(notification->hwndFrom);
-            return TRUE;
-        }
-        case WM_DESTROY:
-            OnDestroy();
-            return TRUE;
-        default:
-            return FALSE;
-    }
-}
-
-INT_PTR CALLBACK DialogProcedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
-    return platform::AtBoundary<INT_PTR>(FALSE, [&] { return HandleMessage(dialog, message, wParam, lParam); });
+void ProgramSelectionDialog::Choose(ApplicationEntry program) {
+    chosen.push_back(std::move(program));
+    End(platform::DialogResult::Accepted);
 }
 
 }  // namespace
 
 bool RunProgramSelection(HINSTANCE module, HWND owner, std::vector<ApplicationEntry>& chosen) {
-    Selection opened{module, chosen, std::nullopt};
-    return DialogBoxParamW(module, MAKEINTRESOURCEW(IDD_SELECT_PROGRAM), owner, DialogProcedure,
-                           reinterpret_cast<LPARAM>(&opened)) == kAccepted;
+    return ProgramSelectionDialog(chosen).Run(module, owner);
 }
 
 }  // namespace kvn::profiles

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "platform/boundary.h"
+#include "platform/modal_dialog.h"
 #include "platform/window_program.h"
 #include "platform/window_text.h"
 #include "resources/resource.h"
@@ -14,8 +15,6 @@
 namespace kvn::profiles {
 namespace {
 
-constexpr INT_PTR kAccepted = 1;
-constexpr INT_PTR kCancelled = 2;
 constexpr int kMaxPath = 259;
 constexpr DWORD kMaxProgramPath = 1024;
 constexpr wchar_t kExplorer[] = L"\\explorer.exe";
@@ -24,9 +23,6 @@ constexpr wchar_t kExplorer[] = L"\\explorer.exe";
 // windows passed over lives as long as the module.
 constexpr std::uint32_t kPassedOver = 1;
 std::uint32_t windowCounter = 0;
-
-// The open dialog's entry.
-model::ApplicationEntry* openEntry = nullptr;
 
 // A window that a user would call a program: seen, titled and nobody's dialog.
 bool IsProgramWindow(HWND window) {
@@ -55,42 +51,50 @@ std::wstring ExplorerPath() {
     return folder.data() + std::wstring(kExplorer);
 }
 
-void OnInitDialog(HWND dialog) {
-    const HWND proposal = GetDlgItem(dialog, IDC_PROGRAM_PATH);
-    SetWindowTextW(proposal, ExplorerPath().c_str());
-    EnumWindows(ExamineWindowAtBoundary, reinterpret_cast<LPARAM>(proposal));
-}
+class WindowProgramDialog final : public platform::ModalDialog {
+public:
+    explicit WindowProgramDialog(model::ApplicationEntry& chosenEntry) : entry(chosenEntry) {}
 
-void OnOk(HWND dialog) {
-    openEntry->path = platform::WindowText(GetDlgItem(dialog, IDC_PROGRAM_PATH), kMaxPath);
-    openEntry->name = PathFindFileNameW(openEntry->path.c_str());
-    EndDialog(dialog, kAccepted);
-}
+    bool Run(HINSTANCE module, HWND owner) { return RunModal(module, IDD_REGISTER_PROGRAM, owner); }
 
-BOOL HandleMessage(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
+private:
+    INT_PTR OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    void OnInitDialog() const;
+    void OnOk();
+
+    model::ApplicationEntry& entry;
+};
+
+INT_PTR WindowProgramDialog::OnMessage(UINT message, WPARAM wParam, LPARAM /*lParam*/) {
     switch (message) {
         case WM_INITDIALOG:
-            openEntry = reinterpret_cast<model::ApplicationEntry*>(lParam);
-            OnInitDialog(dialog);
+            OnInitDialog();
             return TRUE;
         case WM_COMMAND:
-            if (LOWORD(wParam) == IDOK) OnOk(dialog);
-            if (LOWORD(wParam) == IDCANCEL) EndDialog(dialog, kCancelled);
+            if (LOWORD(wParam) == IDOK) OnOk();
+            if (LOWORD(wParam) == IDCANCEL) End(platform::DialogResult::Cancelled);
             return TRUE;
         default:
             return FALSE;
     }
 }
 
-INT_PTR CALLBACK DialogProcedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
-    return platform::AtBoundary<INT_PTR>(FALSE, [&] { return HandleMessage(dialog, message, wParam, lParam); });
+void WindowProgramDialog::OnInitDialog() const {
+    const HWND proposal = Control(IDC_PROGRAM_PATH);
+    SetWindowTextW(proposal, ExplorerPath().c_str());
+    EnumWindows(ExamineWindowAtBoundary, reinterpret_cast<LPARAM>(proposal));
+}
+
+void WindowProgramDialog::OnOk() {
+    entry.path = platform::WindowText(Control(IDC_PROGRAM_PATH), kMaxPath);
+    entry.name = PathFindFileNameW(entry.path.c_str());
+    End(platform::DialogResult::Accepted);
 }
 
 }  // namespace
 
 bool RunWindowProgramDialog(HINSTANCE module, HWND owner, model::ApplicationEntry& entry) {
-    return DialogBoxParamW(module, MAKEINTRESOURCEW(IDD_REGISTER_PROGRAM), owner, DialogProcedure,
-                           reinterpret_cast<LPARAM>(&entry)) == kAccepted;
+    return WindowProgramDialog(entry).Run(module, owner);
 }
 
 }  // namespace kvn::profiles

@@ -8,7 +8,7 @@
 namespace kvn::profiles {
 
 // Runs the dialog above the owner. True when the user confirmed; the entry then holds the program's file name, with its
-// extension, and its path. One dialog at a time: its state is the module's.
+// extension, and its path.
 bool RunWindowProgramDialog(HINSTANCE module, HWND owner, model::ApplicationEntry& entry);
 
 }  // namespace kvn::profiles

@@ -1,0 +1,29 @@
+#include "platform/modal_dialog.h"
+
+#include "platform/boundary.h"
+#include "platform/subclass.h"
+
+namespace kvn::platform {
+
+bool ModalDialog::RunModal(HINSTANCE module, UINT dialogTemplate, HWND owner) {
+    resources = module;
+    return DialogBoxParamW(module, MAKEINTRESOURCEW(dialogTemplate), owner, Procedure,
+                           reinterpret_cast<LPARAM>(this)) == static_cast<INT_PTR>(DialogResult::Accepted);
+}
+
+INT_PTR CALLBACK ModalDialog::Procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_INITDIALOG) {
+        SetWindowLongPtrW(dialog, GWLP_USERDATA, lParam);
+        reinterpret_cast<ModalDialog*>(lParam)->window = dialog;
+    }
+    auto* const self = ObjectOf<ModalDialog>(dialog);
+    if (self == nullptr) return FALSE;
+    const INT_PTR answer = AtBoundary<INT_PTR>(FALSE, [&] { return self->OnMessage(message, wParam, lParam); });
+    if (message == WM_NCDESTROY) {
+        SetWindowLongPtrW(dialog, GWLP_USERDATA, 0);
+        self->window = nullptr;
+    }
+    return answer;
+}
+
+}  // namespace kvn::platform

@@ -1,0 +1,41 @@
+// A modal dialog whose messages come to an object of ours.
+#pragma once
+
+#include <windows.h>
+
+namespace kvn::platform {
+
+// What a dialog ends with.
+enum class DialogResult : INT_PTR { Accepted = 1, Cancelled = 2 };
+
+class ModalDialog {
+public:
+    ModalDialog(const ModalDialog&) = delete;
+    ModalDialog& operator=(const ModalDialog&) = delete;
+
+    bool IsOpen() const { return window != nullptr; }
+
+protected:
+    ModalDialog() = default;
+    ~ModalDialog() = default;
+
+    // Shows the dialog above the owner until it ends. True when it was accepted; false also when it cannot be made.
+    bool RunModal(HINSTANCE module, UINT dialogTemplate, HWND owner);
+    void End(DialogResult result) const { EndDialog(window, static_cast<INT_PTR>(result)); }
+
+    // Every message from WM_INITDIALOG on. FALSE leaves it to Windows; for WM_INITDIALOG it means that the focus stays
+    // where it was put.
+    virtual INT_PTR OnMessage(UINT message, WPARAM wParam, LPARAM lParam) = 0;
+
+    HINSTANCE Module() const { return resources; }
+    HWND Window() const { return window; }
+    HWND Control(int control) const { return GetDlgItem(window, control); }
+
+private:
+    static INT_PTR CALLBACK Procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam);
+
+    HINSTANCE resources = nullptr;
+    HWND window = nullptr;  // null while the dialog is closed
+};
+
+}  // namespace kvn::platform
