@@ -134,7 +134,8 @@ void BenchTick(HMODULE pageModule) {
 
 constexpr std::size_t kGestures = 100;
 constexpr double kListLimit = 1.5;
-constexpr std::array<int, 3> kColumnWidths{70, 125, 172};
+constexpr std::array<platform::ListColumn, 3> kColumns{
+    {{IDS_COLUMN_GESTURE, 70}, {IDS_COLUMN_FUNCTION, 125}, {IDS_COLUMN_MEMO, 172}}};
 
 class NoOwner : public gestures::IGesturePaneOwner {
 public:
@@ -201,9 +202,7 @@ void BenchList(HMODULE pageModule) {
     ShowWindow(plainPane, SW_SHOW);
     const HWND plainList = GetDlgItem(plainPane, IDC_GESTURES_LIST);
     platform::SelectFullRows(plainList);
-    for (std::size_t i = 0; i < kColumnWidths.size(); ++i) {
-        platform::AddListColumn(plainList, static_cast<int>(i), L"Column", kColumnWidths[i]);
-    }
+    platform::AddListColumns(plainList, pageModule, kColumns);
     const std::array<std::vector<RowTexts>, 2> texts{TextsOf(pageModule, settings.profiles[0]),
                                                      TextsOf(pageModule, settings.profiles[1])};
     std::size_t shown = 0;

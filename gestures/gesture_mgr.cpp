@@ -4,6 +4,7 @@
 #include <span>
 
 #include "gestures/gesture_trail_overlay.h"
+#include "platform/raised_flag.h"
 #include "platform/service_window.h"
 
 namespace kvn::gestures {
@@ -34,13 +35,11 @@ void CGestureMgr::Disarm() {
 std::int32_t CGestureMgr::Tick() {
     // While the service is asked, messages that other threads send come in, and one of them may be a tick.
     if (isTicking) return 0;
-    isTicking = true;
-    const std::int32_t result = TakeSample();
-    isTicking = false;
-    return result;
+    const platform::RaisedFlag flag(isTicking);
+    return TakeSample();
 }
 
-std::int32_t CGestureMgr::TakeSample() noexcept {
+std::int32_t CGestureMgr::TakeSample() {
     TakePendingKeys();
     if (!isActive || keys.count < 1) return 0;
 

@@ -45,7 +45,7 @@ private:
         std::array<platform::ServiceButton, 3> keys{};
     };
 
-    std::int32_t TakeSample() noexcept;
+    std::int32_t TakeSample();
     void TakePendingKeys();
     void Notify(model::GestureNotice notice) const;
 

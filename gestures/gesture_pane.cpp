@@ -11,7 +11,6 @@
 #include "gestures/gesture_texts.h"
 #include "platform/dialog_control.h"
 #include "platform/list_view.h"
-#include "platform/texts.h"
 #include "resources/resource.h"
 
 namespace kvn::gestures {
@@ -19,11 +18,7 @@ namespace {
 
 enum Column { kStrokeColumn, kFunctionColumn, kMemoColumn };
 
-struct ColumnRow {
-    UINT titleId;
-    int width;  // pixels
-};
-constexpr std::array<ColumnRow, 3> kColumns{
+constexpr std::array<platform::ListColumn, 3> kColumns{
     {{IDS_COLUMN_GESTURE, 70}, {IDS_COLUMN_FUNCTION, 125}, {IDS_COLUMN_MEMO, 172}}};
 
 }  // namespace
@@ -46,10 +41,7 @@ void GesturePane::SetUp() {
     if (Window() == nullptr) return;
     list = Control(IDC_GESTURES_LIST);
     platform::SelectFullRows(list);
-    for (std::size_t i = 0; i < kColumns.size(); ++i) {
-        const std::wstring title = platform::LoadText(Module(), kColumns[i].titleId);
-        platform::AddListColumn(list, static_cast<int>(i), title, kColumns[i].width);
-    }
+    platform::AddListColumns(list, Module(), kColumns);
     EnableForSelection();
     TakeOver();
 }
@@ -109,7 +101,8 @@ void GesturePane::OnDelete() {
         boxes.Warn(Window(), IDS_NO_GESTURE_SELECTED);
         return;
     }
-    if (boxes.Show(Window(), IDS_CONFIRM_DELETE, MB_YESNO | MB_ICONEXCLAMATION) != IDYES) return;
+    if (!boxes.ConfirmDeletion(Window())) return;
+    const platform::PausedRedraw pause(list);
     while (const auto row = platform::FirstSelectedRow(list)) {
         if (const auto index = SelectedGesture())
             Gestures().erase(Gestures().begin() + static_cast<std::ptrdiff_t>(*index));
@@ -157,8 +150,7 @@ void GesturePane::ReplaceGesture(const model::GestureEntry& gesture, const std::
 }
 
 void GesturePane::InsertRow(int row, const model::GestureEntry& gesture, const std::wstring& functionText) const {
-    platform::InsertListRow(list, row, gesture.stroke);
-    SetDetails(row, gesture, functionText);
+    SetDetails(platform::InsertListRow(list, row, gesture.stroke), gesture, functionText);
 }
 
 void GesturePane::SetDetails(int row, const model::GestureEntry& gesture, const std::wstring& functionText) const {

@@ -14,7 +14,7 @@ namespace kvn::model {
 // The part of a profile's name that is compared: its first 255 characters.
 std::wstring_view ComparedName(const ProfileRecord& profile);
 
-// Whether a profile bears this name, exactly and with case.
+// Whether the compared name of a profile is this one, exactly and with case.
 bool IsNameInUse(const ProfileSet& profiles, std::wstring_view name);
 
 // The profile that goes when the one at this index is deleted: the first of its name. Names are unique, so it is

@@ -9,6 +9,7 @@
 #include "model/profile_file.h"
 #include "model/registry_records.h"
 #include "platform/module.h"
+#include "platform/special_folder.h"
 #include "platform/texts.h"
 #include "platform/unique_resource.h"
 #include "resources/resource.h"
@@ -23,18 +24,10 @@ OsVersion ReadOsVersion() {
     return {version.dwMajorVersion, version.dwMinorVersion};
 }
 
-// The user's roaming application-data folder; empty when the shell does not know it.
-std::wstring ApplicationDataFolder() {
-    platform::UniqueTaskMemory<ITEMIDLIST> list;
-    std::array<wchar_t, MAX_PATH> path{};
-    if (FAILED(SHGetSpecialFolderLocation(nullptr, CSIDL_APPDATA, list.Receive()))) return {};
-    if (!SHGetPathFromIDListW(list.Get(), path.data())) return {};
-    return path.data();
-}
-
 // The folder of the profile files, made when it is missing.
 std::wstring SettingsFolder() {
-    std::wstring folder = ApplicationDataFolder() + platform::LoadText(platform::ThisModule(), IDS_SETTINGS_FOLDER);
+    std::wstring folder =
+        platform::SpecialFolder(CSIDL_APPDATA) + platform::LoadText(platform::ThisModule(), IDS_SETTINGS_FOLDER);
     if (!PathFileExistsW(folder.c_str())) SHCreateDirectory(nullptr, folder.c_str());
     return folder;
 }

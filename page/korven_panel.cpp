@@ -13,6 +13,7 @@
 #include "page/property_page.h"
 #include "page/service_folder.h"
 #include "platform/module.h"
+#include "platform/raised_flag.h"
 #include "platform/service_window.h"
 #include "platform/texts.h"
 #include "resources/resource.h"
@@ -132,7 +133,7 @@ void KorvenPanel::RepairProfiles() {
         message += settings.profiles[value.profile].name;
         message += platform::LoadText(platform::ThisModule(), RowOf(value.field).labelId) + L'\n';
     }
-    boxes.ShowText(pageWindow, message, MB_OK | MB_ICONEXCLAMATION);
+    boxes.WarnText(pageWindow, message);
 }
 
 void KorvenPanel::FindServiceFiles() {
@@ -199,9 +200,9 @@ void KorvenPanel::OnProfileCommand(UINT notification) {
 }
 
 void KorvenPanel::OnEditProfileCommand(UINT notification) {
-    if (notification != BN_CLICKED) return;
-    profiles::ProfileEditorContext context{platform::ThisModule(), pageWindow, settings, boxes, *this};
-    profiles::RunProfileEditor(context);
+    if (notification != BN_CLICKED || isEditingProfiles) return;
+    const platform::RaisedFlag flag(isEditingProfiles);
+    profiles::RunProfileEditor({platform::ThisModule(), pageWindow, settings, boxes, *this});
 }
 
 void KorvenPanel::OnHelpCommand(UINT /*notification*/) {

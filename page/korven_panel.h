@@ -88,7 +88,8 @@ private:
     HWND pageWindow = nullptr;
     HWND buttonPaneWindow = nullptr;
     HWND gesturePaneWindow = nullptr;
-    std::wstring helpFile;       // empty when the service's folder is not known
+    std::wstring helpFile;  // empty when the service's folder is not known
+    bool isEditingProfiles = false;
     bool resetDeclined = false;  // the user's answer the last time that a reset was asked for
 };
 

@@ -2,12 +2,11 @@
 
 #include <commctrl.h>
 
-#include <array>
+#include "platform/texts.h"
+#include "platform/window_text.h"
 
 namespace kvn::platform {
 namespace {
-
-constexpr int kMaxReadText = 255;
 
 LRESULT Send(HWND list, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
     return SendMessageW(list, message, wParam, lParam);
@@ -20,21 +19,26 @@ wchar_t* Shown(const std::wstring& text) {
 
 }  // namespace
 
-void AddListColumn(HWND list, int index, const std::wstring& title, int width) {
-    LVCOLUMNW column{};
-    column.mask = LVCF_FMT | LVCF_WIDTH | LVCF_TEXT | LVCF_SUBITEM;
-    column.fmt = LVCFMT_LEFT;
-    column.cx = width;
-    column.pszText = Shown(title);
-    column.iSubItem = index;
-    Send(list, LVM_INSERTCOLUMNW, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&column));
+void AddListColumns(HWND list, HINSTANCE module, std::span<const ListColumn> columns) {
+    int index = 0;
+    for (const ListColumn& each : columns) {
+        const std::wstring title = LoadText(module, each.titleId);
+        LVCOLUMNW column{};
+        column.mask = LVCF_FMT | LVCF_WIDTH | LVCF_TEXT | LVCF_SUBITEM;
+        column.fmt = LVCFMT_LEFT;
+        column.cx = each.width;
+        column.pszText = Shown(title);
+        column.iSubItem = index;
+        Send(list, LVM_INSERTCOLUMNW, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&column));
+        ++index;
+    }
 }
 
 void SelectFullRows(HWND list) {
     Send(list, LVM_SETEXTENDEDLISTVIEWSTYLE, LVS_EX_FULLROWSELECT, LVS_EX_FULLROWSELECT);
 }
 
-void InsertListRow(HWND list, int row, const std::wstring& text, std::optional<int> image) {
+int InsertListRow(HWND list, int row, const std::wstring& text, std::optional<int> image) {
     LVITEMW item{};
     item.mask = LVIF_TEXT;
     item.iItem = row;
@@ -43,7 +47,7 @@ void InsertListRow(HWND list, int row, const std::wstring& text, std::optional<i
         item.mask |= LVIF_IMAGE;
         item.iImage = *image;
     }
-    Send(list, LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item));
+    return static_cast<int>(Send(list, LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item)));
 }
 
 void SetListText(HWND list, int row, int column, const std::wstring& text) {
@@ -55,13 +59,15 @@ void SetListText(HWND list, int row, int column, const std::wstring& text) {
     Send(list, LVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
 }
 
-std::wstring ListText(HWND list, int row) {
-    std::array<wchar_t, kMaxReadText + 1> text{};
+std::wstring ListText(HWND list, int row, int column, int maxLength) {
+    // Room for one more and the final zero: only a text that is too long is cut.
+    std::wstring text(static_cast<std::size_t>(maxLength) + 2, L'\0');
     LVITEMW item{};
+    item.iSubItem = column;
     item.pszText = text.data();
     item.cchTextMax = static_cast<int>(text.size());
     Send(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
-    return text.data();
+    return CutText(text.c_str(), maxLength);
 }
 
 int ListRowCount(HWND list) {
@@ -72,12 +78,25 @@ int SelectedRowCount(HWND list) {
     return static_cast<int>(Send(list, LVM_GETSELECTEDCOUNT));
 }
 
+std::vector<int> SelectedRows(HWND list) {
+    std::vector<int> rows;
+    // The count comes first, since a list that is gone answers 0 to everything.
+    const int count = SelectedRowCount(list);
+    auto row = static_cast<WPARAM>(-1);
+    for (int i = 0; i < count; ++i) {
+        const LRESULT next = Send(list, LVM_GETNEXTITEM, row, LVNI_SELECTED);
+        if (next < 0) break;
+        rows.push_back(static_cast<int>(next));
+        row = static_cast<WPARAM>(next);
+    }
+    return rows;
+}
+
 std::optional<int> FirstSelectedRow(HWND list) {
-    // Asked first, since a list that is gone answers 0 to everything.
     if (SelectedRowCount(list) < 1) return std::nullopt;
-    const auto row = static_cast<int>(Send(list, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED));
+    const LRESULT row = Send(list, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED);
     if (row < 0) return std::nullopt;
-    return row;
+    return static_cast<int>(row);
 }
 
 void DeleteListRow(HWND list, int row) {

@@ -4,28 +4,37 @@
 #include <windows.h>
 
 #include <optional>
+#include <span>
 #include <string>
+#include <vector>
 
 namespace kvn::platform {
 
-// Adds the column at this index, left aligned and so many pixels wide.
-void AddListColumn(HWND list, int index, const std::wstring& title, int width);
+struct ListColumn {
+    UINT titleId;  // in the module's string table
+    int width;     // pixels
+};
+
+// Adds the columns in their order, left aligned.
+void AddListColumns(HWND list, HINSTANCE module, std::span<const ListColumn> columns);
 
 // A click anywhere in a row selects it.
 void SelectFullRows(HWND list);
 
-// Inserts a row with the text of its first column. The image is an index into the list's image list, -1 for none.
-void InsertListRow(HWND list, int row, const std::wstring& text, std::optional<int> image = std::nullopt);
+// Inserts a row with the text of its first column and returns its index, which is the last one at most. In a list with
+// images it has the one of this index, or -1 for none.
+int InsertListRow(HWND list, int row, const std::wstring& text, std::optional<int> image = std::nullopt);
 
 void SetListText(HWND list, int row, int column, const std::wstring& text);
 
-// The text of the row's first column, up to 255 characters.
-std::wstring ListText(HWND list, int row);
+// The text of a cell, cut to so many UTF-16 units but never in the middle of a surrogate pair.
+std::wstring ListText(HWND list, int row, int column, int maxLength);
 
 int ListRowCount(HWND list);
 int SelectedRowCount(HWND list);
 
-// The first selected row from the top; nothing when none is selected.
+// The selected rows from the top, and the first of them.
+std::vector<int> SelectedRows(HWND list);
 std::optional<int> FirstSelectedRow(HWND list);
 
 void DeleteListRow(HWND list, int row);

@@ -28,12 +28,24 @@ int MessageBoxes::ShowText(HWND owner, const std::wstring& text, UINT style) con
     return caption.empty() ? 0 : MessageBoxW(owner, text.c_str(), caption.c_str(), style);
 }
 
+void MessageBoxes::Warn(HWND owner, UINT textId) const {
+    Show(owner, textId, MB_OK | MB_ICONEXCLAMATION);
+}
+
+void MessageBoxes::WarnText(HWND owner, const std::wstring& text) const {
+    ShowText(owner, text, MB_OK | MB_ICONEXCLAMATION);
+}
+
+bool MessageBoxes::ConfirmDeletion(HWND owner) const {
+    return Show(owner, IDS_CONFIRM_DELETE, MB_YESNO | MB_ICONEXCLAMATION) == IDYES;
+}
+
 bool MessageBoxes::AllowsAnotherItem(HWND owner, int itemCount) const {
     if (itemCount < kItemLimit) return true;
     std::wstring text = Load(module, IDS_ITEM_LIMIT);
     const std::size_t place = text.find(L"%d");
     if (place != std::wstring::npos) text.replace(place, 2, std::to_wstring(kItemLimit));
-    if (!text.empty()) ShowText(owner, text, MB_OK | MB_ICONEXCLAMATION);
+    if (!text.empty()) WarnText(owner, text);
     return false;
 }
 

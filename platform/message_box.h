@@ -15,11 +15,15 @@ public:
     // the text or the caption cannot be loaded.
     int Show(HWND owner, UINT textId, UINT style) const;
 
-    // Tells the user of a refusal or a failure.
-    void Warn(HWND owner, UINT textId) const { Show(owner, textId, MB_OK | MB_ICONEXCLAMATION); }
-
-    // Show for a text that was put together.
+    // The same for a text that was put together.
     int ShowText(HWND owner, const std::wstring& text, UINT style) const;
+
+    // Tells the user of a refusal or a failure.
+    void Warn(HWND owner, UINT textId) const;
+    void WarnText(HWND owner, const std::wstring& text) const;
+
+    // Whether the user wants to delete what is selected.
+    bool ConfirmDeletion(HWND owner) const;
 
     // The shared check before an item is added to a list of so many items: below the limit it answers true, at the
     // limit it tells the user and answers false.

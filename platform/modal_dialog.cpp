@@ -1,6 +1,7 @@
 #include "platform/modal_dialog.h"
 
 #include "platform/boundary.h"
+#include "platform/raised_flag.h"
 #include "platform/subclass.h"
 
 namespace kvn::platform {
@@ -14,16 +15,25 @@ bool ModalDialog::RunModal(HINSTANCE module, UINT dialogTemplate, HWND owner) {
 INT_PTR CALLBACK ModalDialog::Procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_INITDIALOG) {
         SetWindowLongPtrW(dialog, GWLP_USERDATA, lParam);
-        reinterpret_cast<ModalDialog*>(lParam)->window = dialog;
+        auto* const opened = reinterpret_cast<ModalDialog*>(lParam);
+        opened->window = dialog;
+        opened->isOpen = true;
     }
     auto* const self = ObjectOf<ModalDialog>(dialog);
     if (self == nullptr) return FALSE;
+    if (message == WM_COMMAND) return self->CarryOut(wParam, lParam);
     const INT_PTR answer = AtBoundary<INT_PTR>(FALSE, [&] { return self->OnMessage(message, wParam, lParam); });
     if (message == WM_NCDESTROY) {
         SetWindowLongPtrW(dialog, GWLP_USERDATA, 0);
-        self->window = nullptr;
+        self->isOpen = false;
     }
     return answer;
+}
+
+INT_PTR ModalDialog::CarryOut(WPARAM wParam, LPARAM lParam) {
+    if (isCarryingOut) return TRUE;
+    const RaisedFlag flag(isCarryingOut);
+    return AtBoundary<INT_PTR>(FALSE, [&] { return OnMessage(WM_COMMAND, wParam, lParam); });
 }
 
 }  // namespace kvn::platform

@@ -13,7 +13,7 @@ public:
     ModalDialog(const ModalDialog&) = delete;
     ModalDialog& operator=(const ModalDialog&) = delete;
 
-    bool IsOpen() const { return window != nullptr; }
+    bool IsOpen() const { return isOpen; }
 
 protected:
     ModalDialog() = default;
@@ -23,8 +23,9 @@ protected:
     bool RunModal(HINSTANCE module, UINT dialogTemplate, HWND owner);
     void End(DialogResult result) const { EndDialog(window, static_cast<INT_PTR>(result)); }
 
-    // Every message from WM_INITDIALOG on. FALSE leaves it to Windows; for WM_INITDIALOG it means that the focus stays
-    // where it was put.
+    // Every message from WM_INITDIALOG on, but no command while one is carried out: nobody can press a button while
+    // another dialog stands before this one. FALSE leaves it to Windows; for WM_INITDIALOG it means that the focus
+    // stays where it was put.
     virtual INT_PTR OnMessage(UINT message, WPARAM wParam, LPARAM lParam) = 0;
 
     HINSTANCE Module() const { return resources; }
@@ -33,9 +34,12 @@ protected:
 
 private:
     static INT_PTR CALLBACK Procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam);
+    INT_PTR CarryOut(WPARAM wParam, LPARAM lParam);
 
     HINSTANCE resources = nullptr;
-    HWND window = nullptr;  // null while the dialog is closed
+    HWND window = nullptr;
+    bool isOpen = false;
+    bool isCarryingOut = false;  // a command
 };
 
 }  // namespace kvn::platform

@@ -66,15 +66,19 @@ using UniquePen = Owned<HPEN, &DeleteObject>;
 template <typename T>
 using UniqueTaskMemory = Owned<T*, &CoTaskMemFree>;
 
-// A file, whose opener answers INVALID_HANDLE_VALUE on failure.
-class UniqueFile {
+// Owns a handle whose opener answers INVALID_HANDLE_VALUE on failure.
+template <auto kGiveBack>
+class OwnedUnlessInvalid {
 public:
-    explicit UniqueFile(HANDLE opened) : file(opened == INVALID_HANDLE_VALUE ? nullptr : opened) {}
-    explicit operator bool() const { return static_cast<bool>(file); }
-    HANDLE Get() const { return file.Get(); }
+    explicit OwnedUnlessInvalid(HANDLE opened) : handle(opened == INVALID_HANDLE_VALUE ? nullptr : opened) {}
+    explicit operator bool() const { return static_cast<bool>(handle); }
+    HANDLE Get() const { return handle.Get(); }
 
 private:
-    UniqueKernelObject file;
+    Owned<HANDLE, kGiveBack> handle;
 };
+
+using UniqueFile = OwnedUnlessInvalid<&CloseHandle>;
+using UniqueFileSearch = OwnedUnlessInvalid<&FindClose>;
 
 }  // namespace kvn::platform

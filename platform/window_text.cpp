@@ -1,16 +1,23 @@
 #include "platform/window_text.h"
 
+#include <utility>
+
 namespace kvn::platform {
+
+std::wstring CutText(std::wstring text, int maxLength) {
+    const auto length = static_cast<std::size_t>(maxLength);
+    if (text.size() <= length) return text;
+    text.resize(length);
+    if (!text.empty() && IS_HIGH_SURROGATE(text.back())) text.pop_back();
+    return text;
+}
 
 std::wstring WindowText(HWND window, int maxLength) {
     // One more than asked for: an uncut text may well end with half a pair, a cut one must not.
     std::wstring text(static_cast<std::size_t>(maxLength) + 1, L'\0');
     const int length = GetWindowTextW(window, text.data(), static_cast<int>(text.size()) + 1);
     text.resize(length > 0 ? static_cast<std::size_t>(length) : 0);
-    if (length <= maxLength) return text;
-    text.pop_back();
-    if (!text.empty() && IS_HIGH_SURROGATE(text.back())) text.pop_back();
-    return text;
+    return CutText(std::move(text), maxLength);
 }
 
 }  // namespace kvn::platform

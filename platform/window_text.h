@@ -7,7 +7,10 @@
 
 namespace kvn::platform {
 
-// The window's text, cut to so many UTF-16 units but never in the middle of a surrogate pair; empty without a window.
+// The text without what goes beyond so many UTF-16 units; it is never cut in the middle of a surrogate pair.
+std::wstring CutText(std::wstring text, int maxLength);
+
+// The window's text, cut as above; empty without a window.
 std::wstring WindowText(HWND window, int maxLength);
 
 }  // namespace kvn::platform

@@ -78,7 +78,7 @@ void EditedProfiles::Delete(std::size_t row) {
     isChanged = true;
 }
 
-std::optional<std::size_t> EditedProfiles::UserOf(const model::ApplicationEntry& program) const {
+std::optional<std::size_t> EditedProfiles::ProfileUsing(const model::ApplicationEntry& program) const {
     return model::ProfileWithProgram(profiles, program.path, IsSamePath);
 }
 

@@ -13,7 +13,8 @@
 
 namespace kvn::profiles {
 
-// Row i of the list view always shows the name of profile i. Everything but the addition of a program counts as a
+// Row i of the list view always shows the name of profile i; a row beyond them, which only somebody else's messages can
+// have made, is nobody's. Everything but the addition of a program counts as a
 // change that the profile file needs.
 class EditedProfiles {
 public:
@@ -43,7 +44,7 @@ public:
         return profiles[profile].settings.applications;
     }
     // The first profile that has the program; paths that differ only in case are one program's.
-    std::optional<std::size_t> UserOf(const model::ApplicationEntry& program) const;
+    std::optional<std::size_t> ProfileUsing(const model::ApplicationEntry& program) const;
     void AddProgram(std::size_t profile, const model::ApplicationEntry& program);
     void RemoveProgram(std::size_t profile, std::size_t program);
 

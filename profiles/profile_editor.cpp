@@ -19,6 +19,7 @@
 #include "platform/dialog_control.h"
 #include "platform/list_view.h"
 #include "platform/modal_dialog.h"
+#include "platform/raised_flag.h"
 #include "platform/texts.h"
 #include "profiles/edited_profiles.h"
 #include "profiles/profile_name_dialog.h"
@@ -30,7 +31,7 @@ namespace {
 
 using model::ApplicationEntry;
 
-constexpr int kProfileWidth = 380;  // pixels
+constexpr std::array<platform::ListColumn, 1> kProfileColumns{{{IDS_COLUMN_PROFILE, 380}}};
 
 // When a button may be pressed, by the number of selected profiles.
 struct ButtonRow {
@@ -50,7 +51,7 @@ constexpr std::array<ButtonRow, 5> kButtons{{
 // One opening of the dialog.
 class ProfileEditor final : public platform::ModalDialog {
 public:
-    explicit ProfileEditor(ProfileEditorContext& lender)
+    explicit ProfileEditor(const ProfileEditorContext& lender)
         : context(lender), edited(lender.settings.profiles, Text(IDS_DEFAULT_PROFILE_NAME)) {}
 
     void Run() { RunModal(context.module, IDD_EDIT_PROFILE, context.page); }
@@ -77,6 +78,7 @@ private:
     void OnOk();
     void OnCancel();
 
+    bool DeleteSelectedProfiles();
     void OnProfilesSelected();
     void OnProgramsSelected();
 
@@ -85,17 +87,16 @@ private:
     // The name that the user gives a profile; nothing when the user cancels.
     std::optional<std::wstring> AskForName(ProfileNameMode mode, std::wstring_view current = {}) const;
     bool RefuseTakenName(const std::wstring& name) const;
-    bool ConfirmDeletion() const;
 
     void AddPrograms(std::size_t profile, const std::vector<ApplicationEntry>& chosen);
 
     void Warn(UINT textId) const { context.boxes.Warn(Window(), textId); }
     std::wstring Text(UINT textId) const { return platform::LoadText(context.module, textId); }
 
-    ProfileEditorContext& context;
+    const ProfileEditorContext& context;
     EditedProfiles edited;
     ProgramList programs;
-    bool isDeleting = false;  // profiles are on their way out: what that does to the selection is looked at afterwards
+    bool isDeleting = false;  // profiles are on their way out
     HWND profileList = nullptr;
 };
 
@@ -128,11 +129,11 @@ INT_PTR ProfileEditor::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 void ProfileEditor::OnInitDialog() {
     profileList = Control(IDC_PROFILES_LIST);
 
-    platform::AddListColumn(profileList, 0, Text(IDS_COLUMN_PROFILE), kProfileWidth);
+    platform::AddListColumns(profileList, Module(), kProfileColumns);
     platform::SelectFullRows(profileList);
     edited.ShowIn(profileList);
 
-    programs.SetUp(Control(IDC_PROFILES_PROGRAMS), Text(IDS_COLUMN_FILE_NAME), Text(IDS_COLUMN_LOCATION));
+    programs.SetUp(Control(IDC_PROFILES_PROGRAMS), Module());
 
     // Add program stays enabled until the selection changes for the first time.
     for (const int button :
@@ -151,8 +152,6 @@ void ProfileEditor::OnNotify(const NMHDR& header) {
 }
 
 bool ProfileEditor::OnCommand(int control) {
-    // While another dialog stands before this one, nobody can have pressed anything.
-    if (!IsWindowEnabled(Window())) return true;
     const auto* const row = std::find_if(std::begin(kCommands), std::end(kCommands),
                                          [=](const CommandRow& command) { return command.control == control; });
     if (row == std::end(kCommands)) return false;
@@ -176,9 +175,9 @@ void ProfileEditor::OnProgramsSelected() {
 
 std::optional<std::size_t> ProfileEditor::AskForOneProfile() const {
     const int count = edited.SelectedCount();
-    if (count == 0) Warn(IDS_NO_PROFILE_SELECTED);
-    if (count > 1) Warn(IDS_MANY_PROFILES_SELECTED);
-    return edited.OnlySelected();
+    if (count == 1) return edited.OnlySelected();
+    Warn(count == 0 ? IDS_NO_PROFILE_SELECTED : IDS_MANY_PROFILES_SELECTED);
+    return std::nullopt;
 }
 
 std::optional<std::wstring> ProfileEditor::AskForName(ProfileNameMode mode, std::wstring_view current) const {
@@ -193,10 +192,6 @@ bool ProfileEditor::RefuseTakenName(const std::wstring& name) const {
     return isTaken;
 }
 
-bool ProfileEditor::ConfirmDeletion() const {
-    return context.boxes.Show(Window(), IDS_CONFIRM_DELETE, MB_YESNO | MB_ICONEXCLAMATION) == IDYES;
-}
-
 void ProfileEditor::OnAddProfile() {
     if (!context.boxes.AllowsAnotherItem(Window(), edited.Count())) return;
     const auto name = AskForName(ProfileNameMode::Add);
@@ -208,15 +203,20 @@ void ProfileEditor::OnAddProfile() {
 
 void ProfileEditor::OnDeleteProfiles() {
     if (edited.SelectedCount() == 0) return Warn(IDS_NO_PROFILE_SELECTED);
-    if (!ConfirmDeletion()) return;
-    isDeleting = true;
-    const bool isComplete = edited.DeleteSelected();
-    isDeleting = false;
-    OnProfilesSelected();
+    if (!context.boxes.ConfirmDeletion(Window())) return;
+    const int countBefore = edited.Count();
+    const bool isComplete = DeleteSelectedProfiles();
+    if (edited.Count() != countBefore) OnProfilesSelected();
     if (!isComplete) return Warn(IDS_DEFAULT_PROFILE_DELETE);
     // At once: a Cancel does not take it back.
     context.settings.selectedProfile = 0;
     context.display.ShowSelectedProfile();
+}
+
+bool ProfileEditor::DeleteSelectedProfiles() {
+    // What each deletion does to the selection is not looked at.
+    const platform::RaisedFlag flag(isDeleting);
+    return edited.DeleteSelected();
 }
 
 void ProfileEditor::OnRenameProfile() {
@@ -245,7 +245,7 @@ void ProfileEditor::OnAddPrograms() {
 
 void ProfileEditor::AddPrograms(std::size_t profile, const std::vector<ApplicationEntry>& chosen) {
     for (const ApplicationEntry& program : chosen) {
-        if (const auto user = edited.UserOf(program)) {
+        if (const auto user = edited.ProfileUsing(program)) {
             Warn(*user == profile ? IDS_PROGRAM_REGISTERED : IDS_PROGRAM_USED_ELSEWHERE);
             continue;
         }
@@ -259,7 +259,7 @@ void ProfileEditor::OnDeletePrograms() {
     const auto profile = AskForOneProfile();
     if (!profile) return;
     if (programs.SelectedCount() == 0) return Warn(IDS_NO_PROGRAM_SELECTED);
-    if (!ConfirmDeletion()) return;
+    if (!context.boxes.ConfirmDeletion(Window())) return;
     const platform::PausedRedraw pause(programs.Window());
     while (const auto row = platform::FirstSelectedRow(programs.Window())) {
         if (static_cast<std::size_t>(*row) >= edited.ProgramsOf(*profile).size()) break;
@@ -271,7 +271,7 @@ void ProfileEditor::OnDeletePrograms() {
 
 void ProfileEditor::OnOk() {
     model::MouseSettings& settings = context.settings;
-    settings.profiles = model::ProfileSet(edited.All());
+    settings.profiles = model::ProfileSet(edited.All());  // a copy that fails leaves the list as it is
     if (settings.selectedProfile >= settings.profiles.size()) settings.selectedProfile = 0;
     const bool isSaved =
         !edited.IsChanged() || platform::AtBoundary(false, [&] { return model::SaveProfiles(settings); });
@@ -286,7 +286,7 @@ void ProfileEditor::OnCancel() {
 
 }  // namespace
 
-void RunProfileEditor(ProfileEditorContext& context) {
+void RunProfileEditor(const ProfileEditorContext& context) {
     ProfileEditor(context).Run();
 }
 

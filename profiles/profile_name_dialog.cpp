@@ -38,7 +38,7 @@ private:
     void OnInitDialog() const;
     BOOL OnCommand(int control);
 
-    // The mode's row; null for a mode that there is not.
+    // The mode's row; null for an unknown mode.
     const ModeRow* Mode() const;
     std::wstring TypedName() const;
 

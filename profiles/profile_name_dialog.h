@@ -9,6 +9,7 @@
 namespace kvn::profiles {
 
 // What the name is for. It decides the dialog's title and whether the dialog starts with the name of the request.
+// Delete has a title but asks for nothing: on OK the name stays as it was.
 enum class ProfileNameMode : std::uint32_t { Add, Rename, Delete, Copy };
 
 struct ProfileNameRequest {

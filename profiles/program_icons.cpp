@@ -32,7 +32,7 @@ void ProgramIcons::AttachTo(HWND list) const {
     SendMessageW(list, LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(images.Get()));
 }
 
-int ProgramIcons::IndexFor(const std::wstring& path) const {
+int ProgramIcons::Append(const std::wstring& path) {
     const UniqueIcon icon = SmallIconOf(path);
     return icon ? ImageList_ReplaceIcon(images.Get(), kAppend, icon.Get()) : kNoIcon;
 }

@@ -20,7 +20,7 @@ public:
     void AttachTo(HWND list) const;
 
     // Appends the icon of the file and returns its index; -1 when there is no such file or it has no icon.
-    int IndexFor(const std::wstring& path) const;
+    int Append(const std::wstring& path);
 
 private:
     platform::Owned<HIMAGELIST, &ImageList_Destroy> images;

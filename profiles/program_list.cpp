@@ -1,35 +1,34 @@
 #include "profiles/program_list.h"
 
+#include <array>
+
 #include "platform/list_view.h"
+#include "resources/resource.h"
 
 namespace kvn::profiles {
 namespace {
 
-enum Column { kNameColumn, kLocationColumn };
-
-// Widths in pixels.
-constexpr int kNameWidth = 150;
-constexpr int kLocationWidth = 230;
+constexpr std::array<platform::ListColumn, 2> kColumns{{{IDS_COLUMN_FILE_NAME, 150}, {IDS_COLUMN_LOCATION, 230}}};
+constexpr int kLocationColumn = 1;
 
 }  // namespace
 
-void ProgramList::SetUp(HWND listView, const std::wstring& nameTitle, const std::wstring& locationTitle) {
+void ProgramList::SetUp(HWND listView, HINSTANCE module) {
     list = listView;
-    platform::AddListColumn(list, kNameColumn, nameTitle, kNameWidth);
-    platform::AddListColumn(list, kLocationColumn, locationTitle, kLocationWidth);
+    platform::AddListColumns(list, module, kColumns);
     platform::SelectFullRows(list);
     icons.AttachTo(list);
 }
 
-void ProgramList::Show(const std::vector<model::ApplicationEntry>& programs) const {
+void ProgramList::Show(const std::vector<model::ApplicationEntry>& programs) {
     const platform::PausedRedraw pause(list);
     platform::ClearListRows(list);
     for (const model::ApplicationEntry& program : programs) Append(program);
 }
 
-void ProgramList::Append(const model::ApplicationEntry& program) const {
+void ProgramList::Append(const model::ApplicationEntry& program) {
     const int row = platform::ListRowCount(list);
-    platform::InsertListRow(list, row, program.name, icons.IndexFor(program.path));
+    platform::InsertListRow(list, row, program.name, icons.Append(program.path));
     platform::SetListText(list, row, kLocationColumn, program.path);
 }
 

@@ -3,8 +3,6 @@
 
 #include <windows.h>
 
-#include <optional>
-#include <string>
 #include <vector>
 
 #include "model/profile.h"
@@ -15,11 +13,11 @@ namespace kvn::profiles {
 class ProgramList {
 public:
     // Makes the columns and shows the icons.
-    void SetUp(HWND listView, const std::wstring& nameTitle, const std::wstring& locationTitle);
+    void SetUp(HWND listView, HINSTANCE module);
 
     // Shows these programs and no others, none of them selected.
-    void Show(const std::vector<model::ApplicationEntry>& programs) const;
-    void Append(const model::ApplicationEntry& program) const;
+    void Show(const std::vector<model::ApplicationEntry>& programs);
+    void Append(const model::ApplicationEntry& program);
 
     HWND Window() const { return list; }
     int Count() const;

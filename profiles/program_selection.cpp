@@ -23,14 +23,10 @@ namespace {
 using model::ApplicationEntry;
 
 constexpr std::size_t kFileBuffer = 260;
-constexpr std::size_t kMaxCellText = 259;
+constexpr int kMaxCellText = 259;
 constexpr int kNoRow = -1;
 
-struct Column {
-    UINT titleId;
-    int width;  // pixels
-};
-constexpr std::array<Column, 2> kColumns{{{IDS_COLUMN_FILE_NAME, 300}, {IDS_COLUMN_LOCATION, 400}}};
+constexpr std::array<platform::ListColumn, 2> kColumns{{{IDS_COLUMN_FILE_NAME, 300}, {IDS_COLUMN_LOCATION, 400}}};
 constexpr int kNameColumn = 0;
 constexpr int kPathColumn = 1;
 
@@ -40,26 +36,6 @@ constexpr wchar_t kProgramExtension[] = L"exe";
 
 // The row of the last click, kNoRow for the empty space; lives as long as the module, from one opening to the next.
 int lastClickedRow = 0;
-
-// The text of a row, cut to 259 UTF-16 units but never in the middle of a surrogate pair.
-std::wstring CellText(HWND list, int row, int column) {
-    // One more than asked for: an uncut text may well end with half a pair, a cut one must not.
-    std::array<wchar_t, kMaxCellText + 2> buffer{};
-    LVITEMW item{};
-    item.iSubItem = column;
-    item.pszText = buffer.data();
-    item.cchTextMax = static_cast<int>(buffer.size());
-    SendMessageW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
-    std::wstring text = buffer.data();
-    if (text.size() <= kMaxCellText) return text;
-    text.pop_back();
-    if (IS_HIGH_SURROGATE(text.back())) text.pop_back();
-    return text;
-}
-
-int NextSelectedRow(HWND list, int row) {
-    return static_cast<int>(SendMessageW(list, LVM_GETNEXTITEM, static_cast<WPARAM>(row), LVNI_SELECTED));
-}
 
 // False when the user cancels, and on every failure.
 bool ShowOpenDialog(OPENFILENAMEW& request) {
@@ -87,7 +63,7 @@ private:
     void OnReference();
     void OnSelectWindow();
 
-    void FillList() const;
+    void FillList();
     // The program file that the user opens; nothing on Cancel and on every failure.
     std::optional<ApplicationEntry> AskForFile() const;
     // The dialog's answer is this program.
@@ -121,23 +97,20 @@ INT_PTR ProgramSelectionDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lP
 }
 
 void ProgramSelectionDialog::OnInitDialog() {
-    for (std::size_t i = 0; i < kColumns.size(); ++i) {
-        const std::wstring title = platform::LoadText(Module(), kColumns[i].titleId);
-        platform::AddListColumn(List(), static_cast<int>(i), title, kColumns[i].width);
-    }
+    platform::AddListColumns(List(), Module(), kColumns);
     icons.emplace();
     icons->AttachTo(List());
     FillList();
 }
 
-void ProgramSelectionDialog::FillList() const {
+void ProgramSelectionDialog::FillList() {
     const HWND list = List();
     std::vector<ApplicationEntry> programs;
     AppendStartMenuPrograms(Window(), programs);
     SendMessageW(list, LVM_SETITEMCOUNT, programs.size(), 0);
     int row = 0;
     for (const ApplicationEntry& program : programs) {
-        platform::InsertListRow(list, row, program.name, icons->IndexFor(program.path));
+        platform::InsertListRow(list, row, program.name, icons->Append(program.path));
         platform::SetListText(list, row, kPathColumn, program.path);
         ++row;
     }
@@ -169,8 +142,9 @@ void ProgramSelectionDialog::OnListClicked() const {
 void ProgramSelectionDialog::OnOk() {
     if (lastClickedRow == kNoRow) return;
     const HWND list = List();
-    for (int row = NextSelectedRow(list, kNoRow); row != kNoRow; row = NextSelectedRow(list, row)) {
-        chosen.push_back({CellText(list, row, kNameColumn), CellText(list, row, kPathColumn)});
+    for (const int row : platform::SelectedRows(list)) {
+        chosen.push_back({platform::ListText(list, row, kNameColumn, kMaxCellText),
+                          platform::ListText(list, row, kPathColumn, kMaxCellText)});
     }
     End(platform::DialogResult::Accepted);
 }
@@ -197,7 +171,7 @@ std::optional<ApplicationEntry> ProgramSelectionDialog::AskForFile() const {
 void ProgramSelectionDialog::OnReference() {
     std::optional<ApplicationEntry> file = AskForFile();
     if (!file) return;
-    icons->IndexFor(file->path);
+    icons->Append(file->path);
     Choose(*std::move(file));
 }
 

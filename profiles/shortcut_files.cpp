@@ -14,19 +14,6 @@ namespace {
 
 constexpr std::size_t kMaxPath = 1039;
 
-using platform::UniqueFile;
-
-// FindFirstFileW answers INVALID_HANDLE_VALUE on failure.
-class UniqueSearch {
-public:
-    explicit UniqueSearch(HANDLE opened) : search(opened == INVALID_HANDLE_VALUE ? nullptr : opened) {}
-    explicit operator bool() const { return static_cast<bool>(search); }
-    HANDLE Get() const { return search.Get(); }
-
-private:
-    platform::Owned<HANDLE, &FindClose> search;
-};
-
 // What tells one folder from every other, by whatever path it was reached.
 struct FolderIdentity {
     DWORD volume;
@@ -38,15 +25,15 @@ struct FolderIdentity {
 
 std::optional<FolderIdentity> IdentityOf(const std::wstring& folder) {
     constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-    const UniqueFile opened(
+    const platform::UniqueFile opened(
         CreateFileW(folder.c_str(), 0, kShareAll, nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
     BY_HANDLE_FILE_INFORMATION information{};
     if (!opened || !GetFileInformationByHandle(opened.Get(), &information)) return std::nullopt;
     return FolderIdentity{information.dwVolumeSerialNumber, information.nFileIndexHigh, information.nFileIndexLow};
 }
 
-// One path and one record of a found file serve all levels, so that a level costs next to no stack: a path of such a
-// length has hundreds of them.
+// One path and one record of a found file serve all levels, so that a level costs next to no stack: so long a path may
+// go down hundreds of folders.
 class ShortcutSearch {
 public:
     ShortcutSearch(std::wstring folder, std::vector<std::wstring>& shortcuts)
@@ -56,7 +43,7 @@ public:
 
     void SearchFolder() {
         ForEachMatch(L"*.*", [this] {
-            if (IsSubFolder() && (!IsLink() || LeadsToNewFolder())) SearchFolder();
+            if (IsSubFolder() && (!IsLink() || EnterOnce())) SearchFolder();
         });
         ForEachMatch(L"*.lnk", [this] {
             if (!Has(FILE_ATTRIBUTE_DIRECTORY)) files.push_back(path);
@@ -69,7 +56,7 @@ private:
     void ForEachMatch(const wchar_t* pattern, Visit visit) {
         const std::size_t folderLength = path.size();
         if (!Descend(pattern)) return;
-        const UniqueSearch search(FindFirstFileW(path.c_str(), &found));
+        const platform::UniqueFileSearch search(FindFirstFileW(path.c_str(), &found));
         path.resize(folderLength);
         if (!search) return;
         do {
@@ -81,7 +68,8 @@ private:
 
     bool Descend(std::wstring_view name) {
         if (path.size() + 1 + name.size() > kMaxPath) return false;
-        (path += L'\\') += name;
+        path += L'\\';
+        path += name;
         return true;
     }
 
@@ -94,8 +82,8 @@ private:
 
     bool IsLink() const { return Has(FILE_ATTRIBUTE_REPARSE_POINT); }
 
-    // Of a link: whether its folder is neither one that the link lies in nor one that another link has led to.
-    bool LeadsToNewFolder() {
+    // Of a link: true, once, for a folder that the link does not lie in.
+    bool EnterOnce() {
         const std::optional<FolderIdentity> target = IdentityOf(path);
         if (!target || std::find(linked.begin(), linked.end(), *target) != linked.end()) return false;
         for (std::size_t end = path.rfind(L'\\'); end != std::wstring::npos && end > 0;

@@ -21,7 +21,6 @@ constexpr std::size_t kIdentifierBuffer = 39;  // a GUID in braces; a feature's 
 using TargetBuffer = std::array<wchar_t, kTargetBuffer>;
 using IdentifierBuffer = std::array<wchar_t, kIdentifierBuffer>;
 
-constexpr DWORD kShareDenyWrite = 0x20;  // STGM_SHARE_DENY_WRITE, whose header spells it unlike our checks
 constexpr wchar_t kInstaller[] = L"msi.dll";
 
 }  // namespace
@@ -32,7 +31,7 @@ std::wstring ShortcutTarget(const std::wstring& shortcut) {
     if (FAILED(CoCreateInstance(CLSID_ShellLink, nullptr, CLSCTX_INPROC_SERVER, IID_IShellLinkW,
                                 reinterpret_cast<void**>(link.Receive()))) ||
         FAILED(link.Get()->QueryInterface(IID_IPersistFile, reinterpret_cast<void**>(file.Receive()))) ||
-        FAILED(file.Get()->Load(shortcut.c_str(), kShareDenyWrite))) {
+        FAILED(file.Get()->Load(shortcut.c_str(), STGM_SHARE_DENY_WRITE))) {
         return {};
     }
     TargetBuffer target{};

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "platform/com_pointer.h"
+#include "platform/special_folder.h"
 #include "profiles/shortcut_files.h"
 #include "profiles/shortcut_target.h"
 
@@ -41,13 +42,6 @@ PathParts Split(const std::wstring& path) {
     return parts;
 }
 
-std::wstring SpecialFolder(HWND owner, int folder) {
-    platform::UniqueTaskMemory<ITEMIDLIST> items;
-    std::array<wchar_t, kPathBuffer> path{};
-    if (FAILED(SHGetSpecialFolderLocation(owner, folder, items.Receive()))) return {};
-    return SHGetPathFromIDListW(items.Get(), path.data()) ? path.data() : std::wstring();
-}
-
 void AppendProgramOf(const std::wstring& shortcut, std::vector<ApplicationEntry>& programs) {
     std::wstring target;
     if (const ComApartment apartment; apartment) target = ShortcutTarget(shortcut);
@@ -63,10 +57,10 @@ void AppendProgramOf(const std::wstring& shortcut, std::vector<ApplicationEntry>
 }  // namespace
 
 void AppendStartMenuPrograms(HWND owner, std::vector<ApplicationEntry>& programs) {
-    // Each shortcut has an apartment of its own; held around them all, they cost nothing.
+    // Around each shortcut COM is entered and left; within this stay that is a mere count.
     const ComApartment apartment;
     for (const int folder : kProgramFolders) {
-        const std::wstring path = SpecialFolder(owner, folder);
+        const std::wstring path = platform::SpecialFolder(folder, owner);
         if (path.empty()) continue;
         std::vector<std::wstring> shortcuts;
         AppendShortcutFiles(path, shortcuts);

@@ -15,14 +15,14 @@
 namespace kvn::profiles {
 namespace {
 
-constexpr int kMaxPath = 259;
-constexpr DWORD kMaxProgramPath = 1024;
+constexpr int kMaxTaken = 259;  // of what is shown
+constexpr DWORD kMaxProposed = 1024;
 constexpr wchar_t kExplorer[] = L"\\explorer.exe";
 
 // At the first use in a loaded module the first window is passed over, later it is the one that is taken: the count of
 // windows passed over lives as long as the module.
-constexpr std::uint32_t kPassedOver = 1;
-std::uint32_t windowCounter = 0;
+constexpr std::uint32_t kToPassOver = 1;
+std::uint32_t windowsPassedOver = 0;
 
 // A window that a user would call a program: seen, titled and nobody's dialog.
 bool IsProgramWindow(HWND window) {
@@ -31,11 +31,11 @@ bool IsProgramWindow(HWND window) {
 
 BOOL ExamineWindow(HWND window, HWND proposal) {
     if (!IsProgramWindow(window)) return TRUE;
-    if (windowCounter != kPassedOver) {
-        ++windowCounter;
+    if (windowsPassedOver != kToPassOver) {
+        ++windowsPassedOver;
         return TRUE;
     }
-    const std::wstring program = platform::ProgramOfWindow(window, kMaxProgramPath);
+    const std::wstring program = platform::ProgramOfWindow(window, kMaxProposed);
     // The program of another user, or of a process that has just ended, cannot be read: the first proposal stays.
     if (!program.empty()) SetWindowTextW(proposal, program.c_str());
     return FALSE;
@@ -86,7 +86,7 @@ void WindowProgramDialog::OnInitDialog() const {
 }
 
 void WindowProgramDialog::OnOk() {
-    entry.path = platform::WindowText(Control(IDC_PROGRAM_PATH), kMaxPath);
+    entry.path = platform::WindowText(Control(IDC_PROGRAM_PATH), kMaxTaken);
     entry.name = PathFindFileNameW(entry.path.c_str());
     End(platform::DialogResult::Accepted);
 }

@@ -173,6 +173,20 @@ TEST_F(ClosingTheProfileEditorTest, SheetCanBeAppliedAfterwardsWhateverTheAnswer
     EXPECT_FALSE(IsWindowEnabled(sheet->Sheet()));
     CloseEditor(IDCANCEL);
     EXPECT_TRUE(sheet->IsApplyEnabled());
+    Close();
+    Open();
+    EXPECT_FALSE(sheet->IsApplyEnabled());
+    ReopenEditor();
+    CloseEditor(IDOK);
+    EXPECT_TRUE(sheet->IsApplyEnabled());
+}
+
+TEST_F(ClosingTheProfileEditorTest, ASecondEditorDoesNotOpen) {
+    OpenEditor({ProfileText("Default")});
+    PostMessageW(sheet->PageControl(IDC_PAGE_EDIT_PROFILE), BM_CLICK, 0, 0);
+    sheet->Settle();
+    CloseEditor(IDOK);
+    EXPECT_TRUE(sheet->IsQuiet());
 }
 
 TEST_F(ClosingTheProfileEditorTest, OnlyAClickOnTheButtonOpensIt) {

@@ -2,12 +2,29 @@
 
 #include <stdexcept>
 
+#include "platform/unique_resource.h"
 #include "tests/support/window_search.h"
 
 namespace kvn::test {
 namespace {
 
 constexpr int kTextLength = 400;
+constexpr UINT kTellTaken = WM_APP;  // lParam is an event to set
+
+LRESULT CALLBACK OwnerProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == kTellTaken) return SetEvent(reinterpret_cast<HANDLE>(lParam));
+    return DefWindowProcW(window, message, wParam, lParam);
+}
+
+HWND CreateOwner() {
+    WNDCLASSW windowClass{};
+    windowClass.lpfnWndProc = OwnerProcedure;
+    windowClass.hInstance = GetModuleHandleW(nullptr);
+    windowClass.lpszClassName = L"KvnSelectionOwner";
+    RegisterClassW(&windowClass);
+    return CreateWindowExW(0, windowClass.lpszClassName, L"Owner", WS_OVERLAPPED, 0, 0, 10, 10, nullptr, nullptr,
+                           windowClass.hInstance, nullptr);
+}
 
 HWND AwaitDialog(const std::string& what, int control) {
     return Await(what, [=] {
@@ -43,8 +60,7 @@ void SelectionTest::TearDown() {
 
 void SelectionTest::Open() {
     accepted = std::async(std::launch::async, [this] {
-        owner =
-            CreateWindowExW(0, L"STATIC", L"Owner", WS_OVERLAPPED, 0, 0, 10, 10, nullptr, nullptr, nullptr, nullptr);
+        owner = CreateOwner();
         const bool result = module->SelectPrograms(resources.Handle(), owner, chosen);
         DestroyWindow(owner);
         return result;
@@ -68,10 +84,12 @@ bool SelectionTest::AwaitEnd() {
 }
 
 bool SelectionTest::StaysOpen() const {
-    // Answered after what was posted before.
-    SendMessageW(dialog, WM_NULL, 0, 0);
-    SendMessageTimeoutW(dialog, WM_NULL, 0, 0, SMTO_NORMAL, 1000, nullptr);
-    return IsWindow(dialog) && accepted.wait_for(std::chrono::milliseconds(50)) != std::future_status::ready;
+    // A posted message is taken after all that were posted before.
+    const platform::UniqueKernelObject taken(CreateEventW(nullptr, TRUE, FALSE, nullptr));
+    PostMessageW(owner, kTellTaken, 0, reinterpret_cast<LPARAM>(taken.Get()));
+    Await("the dialog's thread to come so far",
+          [&] { return WaitForSingleObject(taken.Get(), 0) == WAIT_OBJECT_0 || !IsWindow(owner); });
+    return IsWindow(dialog) != FALSE && IsWindowVisible(dialog) != FALSE;
 }
 
 HWND SelectionTest::OpenWindowDialog() const {

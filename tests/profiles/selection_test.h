@@ -8,6 +8,7 @@
 
 #include <commctrl.h>
 
+#include <atomic>
 #include <future>
 #include <optional>
 #include <string>
@@ -42,12 +43,12 @@ protected:
 
     void TearDown() override;
 
-    // Opens dialog 125 and waits until it stands.
+    // Opens the dialog and waits until it stands.
     void Open();
     // Presses a button of a dialog without waiting for what it does.
     void Press(int button) const;
     static void Press(HWND pressedDialog, int button);
-    // Waits for the end of dialog 125; its result.
+    // Waits for the end of the dialog; its result.
     bool AwaitEnd();
     bool Close(int button) {
         Press(button);
@@ -75,7 +76,7 @@ protected:
     std::optional<SelectionModule> module{std::in_place};
     Programs chosen;
     std::future<bool> accepted;
-    HWND owner = nullptr;
+    std::atomic<HWND> owner = nullptr;
     HWND dialog = nullptr;
 };
 

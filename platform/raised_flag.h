@@ -1,0 +1,17 @@
+// A flag that is up for as long as something goes on, however that ends.
+#pragma once
+
+namespace kvn::platform {
+
+class RaisedFlag {
+public:
+    explicit RaisedFlag(bool& raised) : flag(raised) { flag = true; }
+    ~RaisedFlag() { flag = false; }
+    RaisedFlag(const RaisedFlag&) = delete;
+    RaisedFlag& operator=(const RaisedFlag&) = delete;
+
+private:
+    bool& flag;
+};
+
+}  // namespace kvn::platform
