@@ -90,6 +90,17 @@ TEST_F(DeletingProfilesTest, DefaultProfileAboveTheOthersEndsItBeforeAnyIsGone) 
     EXPECT_EQ(before, Saved());
 }
 
+TEST_F(DeletingProfilesTest, RefusalAloneChangesNothing) {
+    OpenEditor({ProfileWithPrograms("Default", {{"x", "C:\\x.exe"}, {"y", "C:\\y.exe"}})});
+    editor->SelectProfiles({0});
+    editor->SelectPrograms({1});
+    CommandAndAnswer(IDC_PROFILES_DELETE, IDYES);
+    ExpectWarning(AnswerMessageBox("about the default profile", IDOK), kDeleteDefault);
+    EXPECT_TRUE(IsQuiet());
+    EXPECT_EQ((std::vector<int>{1}), editor->SelectedRows(IDC_PROFILES_PROGRAMS));
+    EXPECT_TRUE(editor->IsEnabled(IDC_PROFILES_DELETE_PROGRAM));
+}
+
 TEST_F(DeletingProfilesTest, DefaultProfileBelowOthersLeavesTheirDeletion) {
     OpenEditor(
         {ProfileText("a"), ProfileText("b"), ProfileWithPrograms("Default", {{"x", "C:\\x.exe"}}), ProfileText("c")},

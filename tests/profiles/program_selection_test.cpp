@@ -192,6 +192,20 @@ TEST_F(ProgramSelectionTest, TakesTheRowThatTheMouseClicks) {
     EXPECT_EQ((Programs{{L"Beta", kRegedit}}), chosen);
 }
 
+TEST_F(ProgramSelectionTest, NothingHappensBehindTheProposal) {
+    Open();
+    const HWND proposal = OpenWindowDialog();
+    for (const int button : {IDC_PROGRAMS_SELECT_WINDOW, int{IDOK}, int{IDCANCEL}}) {
+        PostMessageW(dialog, WM_COMMAND, static_cast<WPARAM>(button), 0);
+    }
+    EXPECT_TRUE(StaysOpen());
+    Press(proposal, IDCANCEL);
+    Await("the end of the proposal", [=] { return !IsWindow(proposal); });
+    EXPECT_TRUE(StaysOpen());
+    EXPECT_FALSE(Close(IDCANCEL));
+    EXPECT_TRUE(chosen.empty());
+}
+
 TEST_F(ProgramSelectionTest, ShortcutsMadeMeanwhileAppearAtTheNextOpening) {
     AddThree();
     Open();

@@ -81,13 +81,9 @@ TEST_F(ShortcutTargetTest, OfAShortcutToItselfIsItself) {
 
 TEST_F(ShortcutTargetTest, IsCutToWhatAPathHolds) {
     const std::wstring target = L"C:\\" + std::wstring(240, L'a') + L"\\" + std::wstring(100, L'b') + L".exe";
-    std::optional<std::wstring> file;
-    try {
-        file = folder.AddShortcut(L"long.lnk", target);
-    } catch (const std::runtime_error&) {
-        GTEST_SKIP() << "the shell refuses to store such a target";
-    }
-    EXPECT_GE(259U, ShortcutTarget(*file).size());
+    const std::wstring read = ShortcutTarget(folder.AddShortcut(L"long.lnk", target));
+    // Some shells store no target of such a length.
+    EXPECT_TRUE(read.empty() || read == target.substr(0, 259)) << read.size();
 }
 
 }  // namespace
