@@ -2,6 +2,8 @@
 
 #include <commctrl.h>
 
+#include <utility>
+
 #include "platform/texts.h"
 #include "platform/window_text.h"
 
@@ -67,7 +69,8 @@ std::wstring ListText(HWND list, int row, int column, int maxLength) {
     item.pszText = text.data();
     item.cchTextMax = static_cast<int>(text.size());
     Send(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
-    return CutText(text.c_str(), maxLength);
+    text.resize(text.find(L'\0'));
+    return CutText(std::move(text), maxLength);
 }
 
 int ListRowCount(HWND list) {

@@ -22,7 +22,7 @@ INT_PTR CALLBACK ModalDialog::Procedure(HWND dialog, UINT message, WPARAM wParam
     auto* const self = ObjectOf<ModalDialog>(dialog);
     if (self == nullptr) return FALSE;
     if (message == WM_COMMAND) return self->CarryOut(wParam, lParam);
-    const INT_PTR answer = AtBoundary<INT_PTR>(FALSE, [&] { return self->OnMessage(message, wParam, lParam); });
+    const auto answer = AtBoundary<INT_PTR>(FALSE, [&] { return self->OnMessage(message, wParam, lParam); });
     if (message == WM_NCDESTROY) {
         SetWindowLongPtrW(dialog, GWLP_USERDATA, 0);
         self->isOpen = false;

@@ -5,7 +5,7 @@ namespace kvn::platform {
 
 class RaisedFlag {
 public:
-    explicit RaisedFlag(bool& raised) : flag(raised) { flag = true; }
+    explicit RaisedFlag(bool& raised) : flag(raised) { raised = true; }
     ~RaisedFlag() { flag = false; }
     RaisedFlag(const RaisedFlag&) = delete;
     RaisedFlag& operator=(const RaisedFlag&) = delete;
