@@ -141,6 +141,7 @@ class NoOwner : public gestures::IGesturePaneOwner {
 public:
     void OnPaneCommand(HWND /*pane*/, WPARAM /*wParam*/, LPARAM /*lParam*/) override {}
     void OnPaneScroll(HWND /*trackbar*/) override {}
+    std::shared_ptr<void> KeepAlive() override { return nullptr; }
     model::SettingValues ShownValues() const override { return {}; }
 };
 

@@ -3,6 +3,7 @@
 
 #include <windows.h>
 
+#include <memory>
 #include <string>
 
 #include "gestures/gesture_mgr.h"
@@ -18,6 +19,7 @@
 namespace kvn::page {
 
 class KorvenPanel final : public IPropertyPanel,
+                          public std::enable_shared_from_this<KorvenPanel>,
                           private IButtonPaneOwner,
                           private gestures::IGesturePaneOwner,
                           private profiles::IProfileDisplay {
@@ -52,6 +54,7 @@ private:
     void OnReset() override;
     void OnPaneCommand(HWND pane, WPARAM wParam, LPARAM lParam) override;
     void OnPaneScroll(HWND trackbar) override;
+    std::shared_ptr<void> KeepAlive() override { return shared_from_this(); }
     model::SettingValues ShownValues() const override;
 
     // profiles::IProfileDisplay

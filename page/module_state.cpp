@@ -6,7 +6,7 @@ namespace kvn::page {
 namespace {
 
 ULONG serverReferences = 0;
-std::unique_ptr<IPropertyPanel> currentPanel;
+std::shared_ptr<IPropertyPanel> currentPanel;
 
 }  // namespace
 
@@ -22,7 +22,7 @@ bool HasServerReferences() {
 
 void MakeCurrentPanel() noexcept {
     try {
-        currentPanel = std::make_unique<KorvenPanel>();
+        currentPanel = std::make_shared<KorvenPanel>();
     } catch (...) {
         currentPanel.reset();
     }
@@ -33,7 +33,7 @@ IPropertyPanel* CurrentPanel() noexcept {
     return currentPanel.get();
 }
 
-std::unique_ptr<IPropertyPanel> TakeCurrentPanel() noexcept {
+std::shared_ptr<IPropertyPanel> TakeCurrentPanel() noexcept {
     CurrentPanel();
     return std::move(currentPanel);
 }

@@ -20,7 +20,7 @@ void MakeCurrentPanel() noexcept;
 // The panel for the page that comes next; made now when a page has taken the last one. Null without memory.
 IPropertyPanel* CurrentPanel() noexcept;
 
-// Hands the current panel to the page that opens, which deletes it with its window.
-std::unique_ptr<IPropertyPanel> TakeCurrentPanel() noexcept;
+// Hands the current panel to the page that opens, which gives it up with its window.
+std::shared_ptr<IPropertyPanel> TakeCurrentPanel() noexcept;
 
 }  // namespace kvn::page

@@ -2,6 +2,8 @@
 
 #include <commctrl.h>
 
+#include <memory>
+
 #include "page/module_state.h"
 #include "platform/boundary.h"
 #include "platform/module.h"
@@ -19,11 +21,14 @@ static_assert(sizeof(void*) == 8, "the module is for 64-bit Windows only");
 // The structure without the activation context and the header bitmap that later versions append.
 static_assert(sizeof(PROPSHEETPAGEW_V2) == 88);
 
+using PanelPointer = std::shared_ptr<IPropertyPanel>;
+
 void OnInitDialog(HWND page, LPARAM sheetPage) {
     SetWindowLongPtrW(page, DWLP_USER, sheetPage);
-    IPropertyPanel* panel = TakeCurrentPanel().release();
-    SetWindowLongPtrW(page, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(panel));
-    if (panel != nullptr) panel->OnInitDialog(platform::ThisModule(), page);
+    const PanelPointer panel = TakeCurrentPanel();
+    if (panel == nullptr) return;
+    SetWindowLongPtrW(page, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(new PanelPointer(panel)));
+    panel->OnInitDialog(platform::ThisModule(), page);
 }
 
 void OnNotify(IPropertyPanel& panel, HWND page, WPARAM wParam, const NMHDR* header) {
@@ -51,10 +56,6 @@ INT_PTR ForwardToPanel(IPropertyPanel& panel, HWND page, UINT message, WPARAM wP
         case WM_NOTIFY:
             OnNotify(panel, page, wParam, reinterpret_cast<const NMHDR*>(lParam));
             return TRUE;
-        case WM_NCDESTROY:
-            SetWindowLongPtrW(page, GWLP_USERDATA, 0);
-            delete &panel;
-            return TRUE;
         case WM_COMMAND:
             OnCommand(panel, page, wParam, lParam);
             return TRUE;
@@ -76,8 +77,14 @@ INT_PTR HandleMessage(HWND page, UINT message, WPARAM wParam, LPARAM lParam) {
         return TRUE;
     }
     // A page is bound to its own panel from its first message to its last, however many pages there are.
-    auto* panel = platform::ObjectOf<IPropertyPanel>(page);
-    return panel == nullptr ? FALSE : ForwardToPanel(*panel, page, message, wParam, lParam);
+    auto* const pagesOwn = platform::ObjectOf<PanelPointer>(page);
+    if (pagesOwn == nullptr) return FALSE;
+    // The host may destroy the page while a dialog of ours stands open; what opened it still has to return.
+    const PanelPointer panel = *pagesOwn;
+    if (message != WM_NCDESTROY) return ForwardToPanel(*panel, page, message, wParam, lParam);
+    SetWindowLongPtrW(page, GWLP_USERDATA, 0);
+    delete pagesOwn;
+    return TRUE;
 }
 
 INT_PTR CALLBACK PageProcedure(HWND page, UINT message, WPARAM wParam, LPARAM lParam) {

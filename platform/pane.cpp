@@ -23,6 +23,8 @@ LRESULT CALLBACK Pane::Procedure(HWND pane, UINT message, WPARAM wParam, LPARAM 
 }
 
 LRESULT Pane::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    // The host may destroy the page while a dialog of ours stands open; what opened it still has to return.
+    const std::shared_ptr<void> owners = owner.KeepAlive();
     if (message == WM_COMMAND) {
         OnCommand(LOWORD(wParam), HIWORD(wParam));
         owner.OnPaneCommand(window, wParam, lParam);

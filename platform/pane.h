@@ -3,6 +3,7 @@
 
 #include <windows.h>
 
+#include <memory>
 #include <optional>
 
 namespace kvn::platform {
@@ -13,6 +14,8 @@ public:
     // Told of every command and scroll in the pane, so that the page can count as changed.
     virtual void OnPaneCommand(HWND pane, WPARAM wParam, LPARAM lParam) = 0;
     virtual void OnPaneScroll(HWND trackbar) = 0;
+    // Whatever owns the pane lives at least as long as this.
+    virtual std::shared_ptr<void> KeepAlive() = 0;
 
 protected:
     ~IPaneOwner() = default;
