@@ -1,4 +1,10 @@
 // A host that destroys the sheet while one of our dialogs stands open above it.
+#include <malloc.h>
+
+#include <algorithm>
+#include <atomic>
+#include <cstdlib>
+
 #include "tests/page/gesture_test.h"
 #include "tests/support/key_dialog.h"
 #include "tests/support/profile_dialogs.h"
@@ -7,19 +13,60 @@
 namespace kvn::test {
 namespace {
 
+// What the module gives back is spoiled at once, so that nothing that still uses it goes on for long.
+int gCount = 0;
+std::size_t gMax = 0;
+void SpoilAndFree(void* block) {
+    ++gCount;
+    if (block && _msize(block) > gMax) gMax = _msize(block);
+    // Volatile, since nobody reads it.
+    if (block != nullptr) std::fill_n(static_cast<volatile unsigned char*>(block), _msize(block), 0xDD);
+    std::free(block);
+}
+
+// Counts accesses to memory that is not there; in a window procedure they would go unnoticed.
+class AccessViolations {
+public:
+    AccessViolations() : handler(AddVectoredExceptionHandler(1, Count)) { count = 0; }
+    AccessViolations(const AccessViolations&) = delete;
+    AccessViolations& operator=(const AccessViolations&) = delete;
+    ~AccessViolations() { RemoveVectoredExceptionHandler(handler); }
+
+    static int Seen() { return count; }
+
+private:
+    static LONG CALLBACK Count(EXCEPTION_POINTERS* exception) {
+        if (exception->ExceptionRecord->ExceptionCode == EXCEPTION_ACCESS_VIOLATION) ++count;
+        return EXCEPTION_CONTINUE_SEARCH;
+    }
+
+    void* handler;
+    static inline std::atomic<int> count;
+};
+
 class DestroyedSheetTest : public GestureTest {
 protected:
-    void SetUp() override { OpenWith({{"U", 3, "one page back", ""}}); }
+    void SetUp() override {
+        ASSERT_TRUE(spoiling.IsInPlace());
+        OpenWith({{"U", 3, "one page back", ""}});
+    }
 
     // Whoever waits above the sheet has to return into code that still stands.
     void DestroySheet() {
         const HWND window = sheet->Sheet();
         sheet->Start([=] { DestroyWindow(window); });
+        gMax = 0;
         sheet->AwaitClosed();
+        std::printf("frees %d max %d\n", gCount, int(gMax));
         EXPECT_EQ(nullptr, OpenMessageBox());
         sheet.reset();
         EXPECT_EQ(S_OK, module.CanUnloadNow());
+        EXPECT_EQ(0, AccessViolations::Seen());
     }
+
+private:
+    const AccessViolations violations;
+    const ReplacedImport<"free", void(void*)> spoiling{module.Handle(), SpoilAndFree};
 };
 
 TEST_F(DestroyedSheetTest, TheGestureEditorReturns) {
