@@ -155,6 +155,34 @@ TEST_F(StoredProfilesEdited, CancelDropsEverythingButTheSelectionThatADeletionMo
     Close(sheet, IDOK);
 }
 
+TEST_F(StoredProfilesEdited, ARenamedAndACopiedProfileAreEachWrittenWithOk) {
+    const Sheet sheet = OpenSheetWithService();
+    ProfileText renamed = painting;
+    renamed.name = "Drawing";
+    {
+        const ProfileEditor editor = OpenEditor(sheet);
+        editor.Select(1);
+        EnterName(editor, IDC_PROFILES_RENAME, L"Drawing");
+        editor.ExpectProfiles({"Default", "Drawing", "Racing"});
+        editor.CloseWith(IDOK);
+    }
+    ExpectStored({{}, renamed, racing}, 0, {});
+    const ProfileEditor editor = OpenEditor(sheet);
+    editor.Select(1);
+    editor.ExpectPrograms({Easel(), Notepad()});
+    EnterName(editor, IDC_PROFILES_COPY, L"Sketching");
+    editor.ExpectProfiles({"Default", "Drawing", "Racing", "Sketching"});
+    editor.Select(3);
+    editor.ExpectPrograms({});
+    editor.CloseWith(IDOK);
+    ProfileText copied = renamed;
+    copied.name = "Sketching";
+    copied.programs.clear();
+    ExpectPage(sheet, {"Default", "Drawing", "Racing", "Sketching"}, L"Default");
+    ExpectStored({{}, renamed, racing, copied}, 0, {});
+    Close(sheet, IDCANCEL);
+}
+
 TEST_F(StoredProfilesEdited, EscapeLeavesTheEditorAndTheNameDialogWithoutAChange) {
     const Sheet sheet = OpenSheetWithService();
     const ProfileEditor editor = OpenEditor(sheet);
