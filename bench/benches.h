@@ -18,4 +18,8 @@ void BenchGestures();
 // number.
 void BenchStartMenu();
 
+// Opening the profile editor with a hundred profiles and selecting each of them, against plain list views of the same
+// rows and icons. Needs the DLL beside this program.
+void BenchProfileEditor();
+
 }  // namespace kvn::bench

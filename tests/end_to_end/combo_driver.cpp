@@ -3,6 +3,7 @@
 #include <array>
 
 #include "tests/end_to_end/input.h"
+#include "tests/end_to_end/text.h"
 #include "tests/end_to_end/waiting.h"
 #include "tests/end_to_end/windows_of_process.h"
 
@@ -15,6 +16,12 @@ constexpr wchar_t kListClass[] = L"ComboLBox";
 void ClickAndFocus(HWND control) {
     Click(control);
     WaitFor("the focus on " + Describe(control), [=] { return FocusOf(control) == control; });
+}
+
+std::wstring EntryText(HWND combo, LRESULT index) {
+    std::array<wchar_t, 256> text{};
+    Send(combo, CB_GETLBTEXT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(text.data()));
+    return text.data();
 }
 
 HWND OpenList(HWND combo) {
@@ -37,10 +44,13 @@ std::optional<int> ChosenData(HWND combo) {
 
 std::wstring ChosenText(HWND combo) {
     const LRESULT index = Send(combo, CB_GETCURSEL);
-    if (index == CB_ERR) return {};
-    std::array<wchar_t, 256> text{};
-    Send(combo, CB_GETLBTEXT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(text.data()));
-    return text.data();
+    return index == CB_ERR ? std::wstring() : EntryText(combo, index);
+}
+
+std::vector<std::string> EntryTexts(HWND combo) {
+    std::vector<std::string> texts;
+    for (int index = 0; index < EntryCount(combo); ++index) texts.push_back(Narrow(EntryText(combo, index)));
+    return texts;
 }
 
 int EntryCount(HWND combo) {

@@ -5,6 +5,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace kvn::end_to_end {
 
@@ -13,6 +14,7 @@ std::optional<int> ChosenData(HWND combo);
 // Empty when none is selected.
 std::wstring ChosenText(HWND combo);
 int EntryCount(HWND combo);
+std::vector<std::string> EntryTexts(HWND combo);
 
 // Opens the list with a click and clicks the entry with this data.
 void ChooseByMouse(HWND combo, int data);

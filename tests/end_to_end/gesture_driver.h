@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/end_to_end/list_driver.h"
 #include "tests/end_to_end/sheet_driver.h"
 
 namespace kvn::end_to_end {
@@ -19,21 +20,19 @@ public:
     // Opens the tab by a click and waits until the list is there.
     explicit GestureList(const Sheet& sheet);
 
-    std::vector<GestureRow> Rows() const;
+    std::vector<GestureRow> Rows() const { return list.Rows<3>(); }
     bool IsEnabled(int button) const { return IsWindowEnabled(Control(button)) != FALSE; }
     void Click(int button) const;
 
-    void Select(int row) const;
-    // Clicks the row while Shift is held, and waits until so many rows are selected.
-    void SelectUpTo(int row, int selectedCount) const;
-    void DoubleClick(int row) const;
+    void Select(int row) const { list.Select(row); }
+    void SelectUpTo(int row, std::size_t selectedCount) const { list.SelectUpTo(row, selectedCount); }
+    void DoubleClick(int row) const { list.DoubleClick(row); }
 
 private:
     HWND Control(int id) const { return GetDlgItem(pane, id); }
-    HWND List() const;
-    POINT PlaceOf(int row) const;
 
     HWND pane;
+    ListDriver list;
 };
 
 // The open dialog.
@@ -57,9 +56,6 @@ public:
 
     // The window that shows the trail of a stroke, or null.
     HWND Trail() const;
-
-private:
-    DWORD processId;
 };
 
 // Any window of the process that may be a trail.

@@ -28,6 +28,14 @@ void InjectKey(WORD key, DWORD flags) {
     Inject(input);
 }
 
+void InjectCharacter(wchar_t character, DWORD flags) {
+    INPUT input{};
+    input.type = INPUT_KEYBOARD;
+    input.ki.wScan = character;
+    input.ki.dwFlags = flags | KEYEVENTF_UNICODE;
+    Inject(input);
+}
+
 struct ButtonRow {
     DWORD down;
     DWORD up;
@@ -100,6 +108,13 @@ void LetGoOfKey(WORD key) {
 void PressKey(WORD key) {
     HoldKey(key);
     LetGoOfKey(key);
+}
+
+void TypeText(const std::wstring& text) {
+    for (const wchar_t character : text) {
+        InjectCharacter(character, 0);
+        InjectCharacter(character, KEYEVENTF_KEYUP);
+    }
 }
 
 void PressTogether(std::initializer_list<WORD> keys) {

@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include <initializer_list>
+#include <string>
 
 namespace kvn::end_to_end {
 
@@ -26,5 +27,19 @@ void LetGoOfKey(WORD key);
 void PressKey(WORD key);
 // All keys go down in this order and up again in the reverse one.
 void PressTogether(std::initializer_list<WORD> keys);
+// Types any characters, whatever the keyboard's layout.
+void TypeText(const std::wstring& text);
+
+// A key that is held down for a while.
+class HeldKey {
+public:
+    explicit HeldKey(WORD keyToHold) : key(keyToHold) { HoldKey(key); }
+    ~HeldKey() { LetGoOfKey(key); }
+    HeldKey(const HeldKey&) = delete;
+    HeldKey& operator=(const HeldKey&) = delete;
+
+private:
+    WORD key;
+};
 
 }  // namespace kvn::end_to_end

@@ -14,7 +14,7 @@ namespace kvn::end_to_end {
 
 class KeyDialog : public Dialog {
 public:
-    explicit KeyDialog(DWORD processId) : Dialog(processId, L"Register arbitrary key") {
+    explicit KeyDialog(DWORD hostProcessId) : Dialog(hostProcessId, L"Register arbitrary key") {
         WaitForFocus(IDC_KEYS_INPUT1);
     }
 

@@ -39,6 +39,11 @@ std::string Element(int depth, const std::string& name, const std::string& text)
     return Line(depth, '<' + name + '>' + text + "</" + name + '>');
 }
 
+std::string ProgramElement(const ProgramText& program) {
+    return Line(2, "<Application>") + Element(3, "name", program.name) + Element(3, "path", program.path) +
+           Line(2, "</Application>");
+}
+
 std::string GestureElement(const GestureText& gesture) {
     return Line(2, "<Gesture>") + Element(3, "Key", gesture.stroke) + Element(3, "Function", gesture.function) +
            Element(3, "Memo", gesture.memo) + Element(3, "EtcKey", gesture.keys) + Line(2, "</Gesture>");
@@ -56,6 +61,7 @@ std::string ProfileFileText(const std::vector<ProfileText>& profiles, int select
             const auto changed = profile.elements.find(row.name);
             text += Element(2, row.name, changed == profile.elements.end() ? row.newText : changed->second);
         }
+        for (const ProgramText& program : profile.programs) text += ProgramElement(program);
         for (const GestureText& gesture : profile.gestures) text += GestureElement(gesture);
         text += Line(1, "</profile>");
     }

@@ -14,10 +14,16 @@ struct GestureText {
     std::string keys;
 };
 
+struct ProgramText {
+    std::string name;
+    std::string path;
+};
+
 struct ProfileText {
     std::string name = "Default";
     std::map<std::string, std::string> elements{};  // those that differ from a new profile's
     std::vector<GestureText> gestures{};
+    std::vector<ProgramText> programs{};
 };
 
 // The file of the sample mouse.

@@ -25,10 +25,11 @@ HWND FindDialog(DWORD processId, const std::wstring& title) {
 
 }  // namespace
 
-Dialog::Dialog(DWORD processId, const std::wstring& title)
-    : dialog(WaitFor("the dialog \"" + Narrow(title) + "\"",
+Dialog::Dialog(DWORD hostProcessId, const std::wstring& title)
+    : processId(hostProcessId),
+      dialog(WaitFor("the dialog \"" + Narrow(title) + "\"",
                      [&] {
-                         const HWND found = FindDialog(processId, title);
+                         const HWND found = FindDialog(hostProcessId, title);
                          return found != nullptr && GetForegroundWindow() == found ? found : nullptr;
                      })),
       owner(GetWindow(dialog, GW_OWNER)) {}
@@ -45,7 +46,17 @@ void Dialog::Click(int id) const {
 
 void Dialog::WaitUntilClosed() const {
     WaitFor("the end of a dialog", [this] { return !IsWindow(dialog); });
-    if (owner != nullptr) WaitFor("the window below a dialog", [this] { return IsWindowEnabled(owner) != FALSE; });
+    // The dialog below may have gone with it, or may already be below the next one.
+    WaitFor("the window below a dialog", [this] {
+        return !IsWindow(owner) || IsWindowEnabled(owner) ||
+               FindTopLevel(processId, [this](HWND window) {
+                   return IsWindowVisible(window) && GetWindow(window, GW_OWNER) == owner;
+               }) != nullptr;
+    });
+}
+
+void Dialog::WaitForFocus(int id) const {
+    WaitFor("the focus on control " + std::to_string(id), [&] { return FocusOf(dialog) == Control(id); });
 }
 
 std::wstring Dialog::Message() const {

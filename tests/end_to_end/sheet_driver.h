@@ -16,18 +16,23 @@ inline constexpr int kApplyButton = 0x3021;
 class Dialog {
 public:
     // Waits until the process shows a dialog with this title.
-    Dialog(DWORD processId, const std::wstring& title);
+    Dialog(DWORD hostProcessId, const std::wstring& title);
 
+    DWORD ProcessId() const { return processId; }
     HWND Window() const { return dialog; }
     HWND Control(int id) const;
     void Click(int id) const;
-    // Waits until the dialog has gone and the window below it takes input again.
+    // Waits until the dialog has gone and the window below it takes input again, has gone as well or
+    // is below another dialog.
     void WaitUntilClosed() const;
+
+    void WaitForFocus(int id) const;
 
     // Of a message box.
     std::wstring Message() const;
 
 private:
+    DWORD processId;
     HWND dialog;
     HWND owner;
 };

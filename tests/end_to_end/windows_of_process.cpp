@@ -114,10 +114,11 @@ POINT MiddleOf(const RECT& area) {
     return {(area.left + area.right) / 2, (area.top + area.bottom) / 2};
 }
 
-RECT ReadRectangle(HWND window, UINT message, WPARAM wParam) {
+RECT ReadRectangle(HWND window, UINT message, WPARAM wParam, LONG kind) {
     const RemoteMemory memory(window, sizeof(RECT));
-    RECT rectangle{};
-    if (!Send(window, message, wParam, memory.Address()) || !memory.ReadTo(&rectangle)) {
+    RECT rectangle{kind, 0, 0, 0};
+    if (!memory.WriteFrom(&rectangle) || !Send(window, message, wParam, memory.Address()) ||
+        !memory.ReadTo(&rectangle)) {
         throw StoryError(Describe(window) + " tells no rectangle");
     }
     return rectangle;

@@ -32,7 +32,8 @@ void Click(HWND window);
 POINT MiddleOf(const RECT& area);
 
 // What a common control writes through the lParam of a message. Such pointers are not carried across processes.
-RECT ReadRectangle(HWND window, UINT message, WPARAM wParam);
+// A list view is told by the rectangle's left side which of an item's rectangles is wanted.
+RECT ReadRectangle(HWND window, UINT message, WPARAM wParam, LONG kind = 0);
 std::wstring ReadListText(HWND list, int row, int column);
 
 }  // namespace kvn::end_to_end

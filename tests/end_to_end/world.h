@@ -45,6 +45,8 @@ protected:
     Sheet OpenSheetWithService(const Arguments& serviceOptions = {});
     // Waits for the end of the host that was started last.
     DWORD HostExitCode() const { return host->WaitForExitCode(); }
+    // A program of somebody else's.
+    Process StartProgram(const std::wstring& program) const { return processes.Start(program, {}); }
     // Has the host do something that shows no sheet; returns its exit code.
     DWORD RunHost(const Arguments& options) const;
 

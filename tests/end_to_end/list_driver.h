@@ -1,0 +1,48 @@
+// Uses and reads a list view of another process as a user does.
+#pragma once
+
+#include <windows.h>
+
+#include <array>
+#include <string>
+#include <vector>
+
+namespace kvn::end_to_end {
+
+class ListDriver {
+public:
+    explicit ListDriver(HWND listView) : list(listView) {}
+
+    HWND Window() const { return list; }
+    int RowCount() const;
+    std::string Text(int row, int column) const;
+    // The first columns of every row.
+    template <std::size_t columns>
+    std::vector<std::array<std::string, columns>> Rows() const;
+    std::vector<int> SelectedRows() const;
+
+    // Clicks the row and waits until it alone is selected.
+    void Select(int row) const;
+    // Clicks the row while Shift is held, and waits until so many rows are selected.
+    void SelectUpTo(int row, std::size_t selectedCount) const;
+    void DoubleClick(int row) const;
+
+private:
+    // On the row's text, which every list takes as the row; scrolls it into view.
+    POINT PlaceOf(int row) const;
+
+    HWND list;
+};
+
+template <std::size_t columns>
+std::vector<std::array<std::string, columns>> ListDriver::Rows() const {
+    std::vector<std::array<std::string, columns>> rows(static_cast<std::size_t>(RowCount()));
+    for (std::size_t row = 0; row < rows.size(); ++row) {
+        for (std::size_t column = 0; column < columns; ++column) {
+            rows[row][column] = Text(static_cast<int>(row), static_cast<int>(column));
+        }
+    }
+    return rows;
+}
+
+}  // namespace kvn::end_to_end
