@@ -27,6 +27,9 @@ constexpr int kOpeningRounds = 25;
 constexpr int kSelectingRounds = 1;  // of 10,000 icons on each side, some twenty seconds
 constexpr double kLimit = 1.5;
 constexpr int kIconSize = 16;
+constexpr std::array<platform::ListColumn, 1> kProfileColumns{{{IDS_COLUMN_PROFILE, 380}}};
+constexpr std::array<platform::ListColumn, 2> kProgramColumns{
+    {{IDS_COLUMN_FILE_NAME, 150}, {IDS_COLUMN_LOCATION, 230}}};
 constexpr std::array<const wchar_t*, 5> kFiles{L"notepad.exe", L"explorer.exe", L"regedit.exe", L"system32\\cmd.exe",
                                                L"system32\\winecfg.exe"};
 
@@ -122,9 +125,8 @@ private:
         const HWND profileList = GetDlgItem(dialog, IDC_PROFILES_LIST);
         programList = GetDlgItem(dialog, IDC_PROFILES_PROGRAMS);
         for (const HWND list : {profileList, programList}) platform::SelectFullRows(list);
-        platform::AddListColumn(profileList, 0, L"Profile", 380);
-        platform::AddListColumn(programList, 0, L"File name", 150);
-        platform::AddListColumn(programList, 1, L"Location", 230);
+        platform::AddListColumns(profileList, pageModule, kProfileColumns);
+        platform::AddListColumns(programList, pageModule, kProgramColumns);
         icons = ImageList_Create(kIconSize, kIconSize, ILC_COLORDDB, 5, 0);
         ListView_SetImageList(programList, icons, LVSIL_SMALL);
         SetWindowLongPtrW(programList, GWL_STYLE, GetWindowLongPtrW(programList, GWL_STYLE) | LVS_SHAREIMAGELISTS);
