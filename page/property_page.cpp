@@ -25,9 +25,10 @@ using PanelPointer = std::shared_ptr<IPropertyPanel>;
 
 void OnInitDialog(HWND page, LPARAM sheetPage) {
     SetWindowLongPtrW(page, DWLP_USER, sheetPage);
-    const PanelPointer panel = TakeCurrentPanel();
+    auto pagesOwn = std::make_unique<PanelPointer>(TakeCurrentPanel());
+    const PanelPointer panel = *pagesOwn;
     if (panel == nullptr) return;
-    SetWindowLongPtrW(page, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(new PanelPointer(panel)));
+    SetWindowLongPtrW(page, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(pagesOwn.release()));
     panel->OnInitDialog(platform::ThisModule(), page);
 }
 
