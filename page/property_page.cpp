@@ -29,7 +29,8 @@ void OnInitDialog(HWND page, LPARAM sheetPage) {
     const PanelPointer panel = *pagesOwn;
     if (panel == nullptr) return;
     SetWindowLongPtrW(page, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(pagesOwn.release()));
-    panel->OnInitDialog(platform::ThisModule(), page);
+    // The window owns its pointer from here on, until WM_NCDESTROY, which the analyzer cannot see.
+    panel->OnInitDialog(platform::ThisModule(), page);  // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks)
 }
 
 void OnNotify(IPropertyPanel& panel, HWND page, WPARAM wParam, const NMHDR* header) {
