@@ -9,3 +9,4 @@ add_library(tinyxml STATIC
   ${KVN_TINYXML_DIR}/tinyxmlerror.cpp
   ${KVN_TINYXML_DIR}/tinyxmlparser.cpp)
 target_include_directories(tinyxml SYSTEM PUBLIC ${KVN_TINYXML_DIR})
+target_compile_options(tinyxml PRIVATE $<$<CONFIG:Release>:-O2>)

@@ -82,8 +82,8 @@ TEST_F(ShortcutTargetTest, OfAShortcutToItselfIsItself) {
 TEST_F(ShortcutTargetTest, IsCutToWhatAPathHolds) {
     const std::wstring target = L"C:\\" + std::wstring(240, L'a') + L"\\" + std::wstring(100, L'b') + L".exe";
     const std::wstring read = ShortcutTarget(folder.AddShortcut(L"long.lnk", target));
-    // Some shells store no target of such a length.
-    EXPECT_TRUE(read.empty() || read == target.substr(0, 259)) << read.size();
+    // Some shells store none, or only the beginning, of a target of such a length.
+    EXPECT_TRUE(target.substr(0, 259).starts_with(read)) << read.size();
 }
 
 }  // namespace
