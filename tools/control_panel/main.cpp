@@ -52,7 +52,7 @@ Sources CollectPages(const Options& options, std::vector<Page>& pages) {
 }
 
 void ShowMouseProperties(const Options& options) {
-    const ComApartment apartment;
+    const SheetApartment apartment;
     std::vector<Page> pages;
     const Sources sources = CollectPages(options, pages);
     if (pages.empty()) {

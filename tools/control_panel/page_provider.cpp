@@ -42,7 +42,7 @@ Function FindExport(HMODULE module, const char* name) {
 }
 
 template <typename Interface>
-void** OutParameter(ComPtr<Interface>& pointer) {
+void** OutParameter(ComPointer<Interface>& pointer) {
     return reinterpret_cast<void**>(pointer.Receive());
 }
 
@@ -77,7 +77,7 @@ PageProvider PageProvider::FromLibrary(const std::wstring& dll) {
     const auto getClassObject = FindExport<decltype(&DllGetClassObject)>(provider.library.Get(), "DllGetClassObject");
     if (!getClassObject) Refuse(dll, L"it exports no DllGetClassObject");
 
-    ComPtr<IClassFactory> factory;
+    ComPointer<IClassFactory> factory;
     CheckResult(getClassObject(page::kServerClassId, IID_IClassFactory, OutParameter(factory)), dll);
     CheckResult(factory.Get()->CreateInstance(nullptr, IID_IShellPropSheetExt, OutParameter(provider.extension)), dll);
     return provider;

@@ -30,7 +30,7 @@ private:
     PageProvider() = default;
 
     Library library;  // empty when COM keeps the DLL; goes after the object that lives in it
-    ComPtr<IShellPropSheetExt> extension;
+    ComPointer<IShellPropSheetExt> extension;
 };
 
 }  // namespace kvn::control_panel
