@@ -2,6 +2,8 @@
 
 #include <shellapi.h>
 
+#include "platform/list_view.h"
+
 namespace kvn::profiles {
 namespace {
 
@@ -10,6 +12,7 @@ constexpr int kInitialCount = 5;
 constexpr int kGrowth = 0;
 constexpr int kAppend = -1;
 constexpr int kNoIcon = -1;
+constexpr int kPathColumn = 1;
 
 using UniqueIcon = platform::Owned<HICON, &DestroyIcon>;
 
@@ -35,6 +38,11 @@ void ProgramIcons::AttachTo(HWND list) const {
 int ProgramIcons::Append(const std::wstring& path) {
     const UniqueIcon icon = SmallIconOf(path);
     return icon ? ImageList_ReplaceIcon(images.Get(), kAppend, icon.Get()) : kNoIcon;
+}
+
+void InsertProgramRow(HWND list, int row, ProgramIcons& icons, const model::ApplicationEntry& program) {
+    platform::InsertListRow(list, row, program.name, icons.Append(program.path));
+    platform::SetListText(list, row, kPathColumn, program.path);
 }
 
 }  // namespace kvn::profiles

@@ -7,6 +7,7 @@
 
 #include <string>
 
+#include "model/profile.h"
 #include "platform/unique_resource.h"
 
 namespace kvn::profiles {
@@ -25,5 +26,8 @@ public:
 private:
     platform::Owned<HIMAGELIST, &ImageList_Destroy> images;
 };
+
+// Inserts a program's row into a list view with these images: its name and icon, and its path in the second column.
+void InsertProgramRow(HWND list, int row, ProgramIcons& icons, const model::ApplicationEntry& program);
 
 }  // namespace kvn::profiles

@@ -9,7 +9,6 @@ namespace kvn::profiles {
 namespace {
 
 constexpr std::array<platform::ListColumn, 2> kColumns{{{IDS_COLUMN_FILE_NAME, 150}, {IDS_COLUMN_LOCATION, 230}}};
-constexpr int kLocationColumn = 1;
 
 }  // namespace
 
@@ -27,9 +26,7 @@ void ProgramList::Show(const std::vector<model::ApplicationEntry>& programs) {
 }
 
 void ProgramList::Append(const model::ApplicationEntry& program) {
-    const int row = platform::ListRowCount(list);
-    platform::InsertListRow(list, row, program.name, icons.Append(program.path));
-    platform::SetListText(list, row, kLocationColumn, program.path);
+    InsertProgramRow(list, platform::ListRowCount(list), icons, program);
 }
 
 int ProgramList::Count() const {

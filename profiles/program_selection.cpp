@@ -109,11 +109,7 @@ void ProgramSelectionDialog::FillList() {
     AppendStartMenuPrograms(Window(), programs);
     SendMessageW(list, LVM_SETITEMCOUNT, programs.size(), 0);
     int row = 0;
-    for (const ApplicationEntry& program : programs) {
-        platform::InsertListRow(list, row, program.name, icons->Append(program.path));
-        platform::SetListText(list, row, kPathColumn, program.path);
-        ++row;
-    }
+    for (const ApplicationEntry& program : programs) InsertProgramRow(list, row++, *icons, program);
 }
 
 void ProgramSelectionDialog::OnCommand(int control) {
