@@ -14,11 +14,7 @@ namespace kvn::test {
 namespace {
 
 // What the module gives back is spoiled at once, so that nothing that still uses it goes on for long.
-int gCount = 0;
-std::size_t gMax = 0;
 void SpoilAndFree(void* block) {
-    ++gCount;
-    if (block && _msize(block) > gMax) gMax = _msize(block);
     // Volatile, since nobody reads it.
     if (block != nullptr) std::fill_n(static_cast<volatile unsigned char*>(block), _msize(block), 0xDD);
     std::free(block);
@@ -55,9 +51,7 @@ protected:
     void DestroySheet() {
         const HWND window = sheet->Sheet();
         sheet->Start([=] { DestroyWindow(window); });
-        gMax = 0;
         sheet->AwaitClosed();
-        std::printf("frees %d max %d\n", gCount, int(gMax));
         EXPECT_EQ(nullptr, OpenMessageBox());
         sheet.reset();
         EXPECT_EQ(S_OK, module.CanUnloadNow());
