@@ -23,7 +23,9 @@ STDAPI DllGetClassObject(REFCLSID classId, REFIID interfaceId, void** object) {
 }
 
 STDAPI DllCanUnloadNow() {
-    return kvn::page::HasServerReferences() ? S_FALSE : S_OK;
+    if (kvn::page::HasServerReferences()) return S_FALSE;
+    kvn::page::GiveBackModule();
+    return S_OK;
 }
 
 STDAPI DllRegisterServer() {

@@ -10,6 +10,7 @@
 
 #include "model/registry_records.h"
 #include "model/settings_store.h"
+#include "page/module_state.h"
 #include "page/property_page.h"
 #include "page/service_folder.h"
 #include "platform/module.h"
@@ -52,6 +53,10 @@ KorvenPanel::KorvenPanel()
     : boxes(platform::ThisModule(), IDS_CAPTION),
       buttonPane(settings, boxes, *this),
       gesturePane(settings, boxes, gestureManager, gestureTrail, *this) {}
+
+KorvenPanel::~KorvenPanel() {
+    if (pageWindow != nullptr) ReleaseModuleOfPage();
+}
 
 bool KorvenPanel::CanAddPage(LPFNADDPROPSHEETPAGE /*addPage*/, LPARAM /*parameter*/) {
     return platform::IsServiceAvailable();

@@ -25,7 +25,7 @@ class KorvenPanel final : public IPropertyPanel,
                           private profiles::IProfileDisplay {
 public:
     KorvenPanel();
-    ~KorvenPanel() override = default;
+    ~KorvenPanel() override;
     KorvenPanel(const KorvenPanel&) = delete;
     KorvenPanel& operator=(const KorvenPanel&) = delete;
 

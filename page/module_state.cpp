@@ -1,12 +1,19 @@
 #include "page/module_state.h"
 
+#include <atomic>
+
 #include "page/korven_panel.h"
+#include "platform/module.h"
 
 namespace kvn::page {
 namespace {
 
 ULONG serverReferences = 0;
 std::shared_ptr<IPropertyPanel> currentPanel;
+
+// References to the loaded module. COM may ask in another thread than a page's.
+std::atomic<int> heldByPages = 0;
+std::atomic<int> heldByNobody = 0;
 
 }  // namespace
 
@@ -36,6 +43,23 @@ IPropertyPanel* CurrentPanel() noexcept {
 std::shared_ptr<IPropertyPanel> TakeCurrentPanel() noexcept {
     CurrentPanel();
     return std::move(currentPanel);
+}
+
+void HoldModuleForPage() noexcept {
+    HMODULE module = nullptr;
+    const auto* const insideModule = reinterpret_cast<LPCWSTR>(platform::ThisModule());
+    if (GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS, insideModule, &module)) ++heldByPages;
+}
+
+void ReleaseModuleOfPage() noexcept {
+    // A page that came into being without the shell holds nothing.
+    if (heldByPages == 0) return;
+    --heldByPages;
+    ++heldByNobody;
+}
+
+void GiveBackModule() noexcept {
+    for (int count = heldByNobody.exchange(0); count > 0; --count) FreeLibrary(platform::ThisModule());
 }
 
 }  // namespace kvn::page

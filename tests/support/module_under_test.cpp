@@ -1,9 +1,12 @@
 #include "tests/support/module_under_test.h"
 
 #include <stdexcept>
+#include <utility>
 
 namespace kvn::test {
 namespace {
+
+constexpr wchar_t kFileName[] = L"KvnMouseUtil.dll";
 
 std::wstring PathBesideProgram(const wchar_t* file) {
     wchar_t program[MAX_PATH]{};
@@ -14,12 +17,24 @@ std::wstring PathBesideProgram(const wchar_t* file) {
 
 }  // namespace
 
-ModuleUnderTest::ModuleUnderTest() : module(LoadLibraryW(PathBesideProgram(L"KvnMouseUtil.dll").c_str())) {
+ModuleUnderTest::ModuleUnderTest() : module(LoadLibraryW(PathBesideProgram(kFileName).c_str())) {
     if (module == nullptr) throw std::runtime_error("KvnMouseUtil.dll is not beside the test program");
 }
 
 ModuleUnderTest::~ModuleUnderTest() {
-    FreeLibrary(module);
+    Unload();
+    // A page that was handed over and never opened keeps the module loaded for good; the next test needs a fresh one.
+    while (const HMODULE left = GetModuleHandleW(kFileName)) FreeLibrary(left);
+}
+
+void ModuleUnderTest::Unload() {
+    if (module == nullptr) return;
+    CanUnloadNow();
+    FreeLibrary(std::exchange(module, nullptr));
+}
+
+bool ModuleUnderTest::IsLoaded() {
+    return GetModuleHandleW(kFileName) != nullptr;
 }
 
 template <typename Function>

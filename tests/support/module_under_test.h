@@ -28,6 +28,11 @@ public:
 
     HMODULE Handle() const { return module; }
 
+    // Asks the module and gives this loading back, as COM does; what it gave itself may keep the module loaded.
+    void Unload();
+    // Whether the module is in this process's memory, by whatever reference.
+    static bool IsLoaded();
+
     HRESULT GetClassObject(REFCLSID classId, REFIID interfaceId, void** object) const;
     HRESULT CanUnloadNow() const;
     HRESULT RegisterServer() const;

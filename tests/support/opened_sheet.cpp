@@ -68,19 +68,19 @@ void OpenedSheet::RunThread(int extensions, int pagesOfEach) {
     runner = CreateWindowExW(0, windowClass.lpszClassName, nullptr, 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
                              windowClass.hInstance, nullptr);
     CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-    {
-        const ComPointer<IClassFactory> factory = module.Factory();
-        std::vector<ComPointer<IShellPropSheetExt>> objects;
-        for (int i = 0; i < extensions; ++i) {
-            void* object = nullptr;
-            factory->CreateInstance(nullptr, IID_IShellPropSheetExt, &object);
-            objects.emplace_back(static_cast<IShellPropSheetExt*>(object));
-            for (int j = 0; j < pagesOfEach; ++j) {
-                results.push_back(objects.back()->AddPages(CollectPage, reinterpret_cast<LPARAM>(this)));
-            }
+    factory = module.Factory();
+    for (int i = 0; i < extensions; ++i) {
+        void* object = nullptr;
+        factory->CreateInstance(nullptr, IID_IShellPropSheetExt, &object);
+        objects.emplace_back(static_cast<IShellPropSheetExt*>(object));
+        for (int j = 0; j < pagesOfEach; ++j) {
+            results.push_back(objects.back()->AddPages(CollectPage, reinterpret_cast<LPARAM>(this)));
         }
-        if (!pages.empty()) OpenSheet();
     }
+    if (!pages.empty()) OpenSheet();
+    objects.clear();
+    factory.reset();
+    if (afterwards) afterwards();
     CoUninitialize();
     DestroyWindow(runner);
     SetEvent(ended);
@@ -95,6 +95,13 @@ void OpenedSheet::OpenSheet() {
     header.phpage = pages.data();
     header.pfnCallback = OnSheetEvent;
     answer = PropertySheetW(&header);
+}
+
+void OpenedSheet::ReleaseObjects() {
+    Run([this] {
+        objects.clear();
+        factory.reset();
+    });
 }
 
 int CALLBACK OpenedSheet::OnSheetEvent(HWND window, UINT event, LPARAM /*parameter*/) {

@@ -5,6 +5,7 @@
 #include <windows.h>
 
 #include <prsht.h>
+#include <shobjidl.h>
 
 #include <atomic>
 #include <functional>
@@ -27,6 +28,12 @@ public:
 
     // Waits until the sheet is shown with its first page and nothing stands before it.
     void AwaitOpen();
+
+    // Releases the extension objects and their factory, as a host may do while its sheet is open.
+    void ReleaseObjects();
+
+    // What the sheet's thread does after the sheet is closed and the objects are released. To be set before.
+    void WhenClosed(std::function<void()> work) { afterwards = std::move(work); }
 
     // Waits until the sheet is closed, by OK or Cancel or because there was no page; PropertySheetW's answer.
     INT_PTR AwaitClosed();
@@ -73,6 +80,9 @@ private:
     bool HasEnded() const { return WaitForSingleObject(ended, 0) == WAIT_OBJECT_0; }
 
     const ModuleUnderTest& module;
+    ComPointer<IClassFactory> factory;
+    std::vector<ComPointer<IShellPropSheetExt>> objects;
+    std::function<void()> afterwards;
     std::vector<HPROPSHEETPAGE> pages;
     std::vector<HRESULT> results;
     std::atomic<HWND> sheet = nullptr;

@@ -24,7 +24,7 @@ void** FindImport(HMODULE module, const char* functionName) {
 
 void* ExchangeImport(void** entry, void* function) {
     DWORD protection = 0;
-    VirtualProtect(entry, sizeof *entry, PAGE_READWRITE, &protection);
+    if (!VirtualProtect(entry, sizeof *entry, PAGE_READWRITE, &protection)) return nullptr;
     void* const previous = *entry;
     *entry = function;
     VirtualProtect(entry, sizeof *entry, protection, &protection);

@@ -13,7 +13,7 @@ namespace kvn::test {
 // The module's own entry for an imported function; null when it imports no such function.
 void** FindImport(HMODULE module, const char* functionName);
 
-// Puts another address into the entry and returns the previous one.
+// Puts another address into the entry and returns the previous one; null when the module is no longer loaded.
 void* ExchangeImport(void** entry, void* function);
 
 // A function's name as a template argument.
