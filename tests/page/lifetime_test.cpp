@@ -150,17 +150,32 @@ TEST_F(LifetimeTest, AModuleThatMayUnloadStaysLoadedUnderALivingPage) {
 }
 
 TEST_F(LifetimeTest, EveryPageHoldsTheModuleForItself) {
-    Start(2).AwaitOpen();
+    Open();
+    {
+        OpenedSheet other(module);
+        other.AwaitOpen();
+        other.PressCancel();
+        other.AwaitClosed();
+    }
     sheet->ReleaseObjects();
     module.Unload();
     ASSERT_TRUE(ModuleUnderTest::IsLoaded());
     ChangeAndApply(5);
-    // The second page is first opened now.
-    sheet->Run([this] { SendMessageW(sheet->Sheet(), PSM_SETCURSEL, 1, 0); });
-    EXPECT_NE(nullptr, sheet->ButtonPane(1));
     Close();
     ModuleUnderTest().Unload();
     EXPECT_FALSE(ModuleUnderTest::IsLoaded());
+    EXPECT_EQ(0, violations.Seen());
+}
+
+TEST_F(LifetimeTest, APageThatIsFirstOpenedAfterItsExtensionIsGoneWorks) {
+    Start(2).AwaitOpen();
+    sheet->ReleaseObjects();
+    module.Unload();
+    ASSERT_TRUE(ModuleUnderTest::IsLoaded());
+    sheet->Run([this] { SendMessageW(sheet->Sheet(), PSM_SETCURSEL, 1, 0); });
+    EXPECT_NE(nullptr, sheet->ButtonPane(1));
+    ChangeAndApply(5);
+    Close();
     EXPECT_EQ(0, violations.Seen());
 }
 

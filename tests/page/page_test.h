@@ -29,6 +29,10 @@ inline constexpr wchar_t kCaption[] = L"KORVEN mouse settings tool";
 
 class PageTest : public testing::Test {
 protected:
+    ~PageTest() override {
+        sheet.reset();
+        module.UnloadWholly();
+    }
     void TearDown() override { sheet.reset(); }
 
     // Publishes the mouse and opens the sheet; Open waits until it is there, Start does not.

@@ -23,14 +23,17 @@ ModuleUnderTest::ModuleUnderTest() : module(LoadLibraryW(PathBesideProgram(kFile
 
 ModuleUnderTest::~ModuleUnderTest() {
     Unload();
-    // A page that was handed over and never opened keeps the module loaded for good; the next test needs a fresh one.
-    while (const HMODULE left = GetModuleHandleW(kFileName)) FreeLibrary(left);
 }
 
 void ModuleUnderTest::Unload() {
     if (module == nullptr) return;
     CanUnloadNow();
     FreeLibrary(std::exchange(module, nullptr));
+}
+
+void ModuleUnderTest::UnloadWholly() {
+    Unload();
+    while (const HMODULE left = GetModuleHandleW(kFileName)) FreeLibrary(left);
 }
 
 bool ModuleUnderTest::IsLoaded() {

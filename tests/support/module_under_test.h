@@ -30,6 +30,9 @@ public:
 
     // Asks the module and gives this loading back, as COM does; what it gave itself may keep the module loaded.
     void Unload();
+    // Gives every loading back: a page that was handed over and never opened would keep the module for good. Only when
+    // no page lives.
+    void UnloadWholly();
     // Whether the module is in this process's memory, by whatever reference.
     static bool IsLoaded();
 
