@@ -1,0 +1,220 @@
+// A long life in one process: the page is opened, everything in it edited, applied and closed, again and again.
+#include <windows.h>
+
+#include <psapi.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <iterator>
+
+#include "tests/page/gesture_test.h"
+#include "tests/support/access_violations.h"
+#include "tests/support/key_dialog.h"
+#include "tests/support/profile_dialogs.h"
+#include "tests/support/resource_use.h"
+#include "tests/support/window_search.h"
+
+namespace kvn::test {
+namespace {
+
+constexpr int kWarmUpRounds = 10;
+constexpr int kRoundsByDefault = 25;
+constexpr int kReports = 10;
+// For what comes and goes at other times; less than one a round.
+constexpr std::size_t kSlack = 10;
+constexpr std::size_t kSlackBytes = 2000;
+// What the choosers cost in an opening, in whole pages of memory, and how unevenly a heap grows.
+constexpr std::size_t kLargestCost = std::size_t{20} * 1024;
+constexpr std::size_t kAllocatorSlack = std::size_t{512} * 1024;
+constexpr int kGestureFunction = 36;
+constexpr int kArbitraryKey = 37;
+
+// The rounds after the warm-up; the environment may ask for more.
+int Rounds() {
+    const char* const asked = std::getenv("KVN_SOAK_ROUNDS");
+    return asked == nullptr ? kRoundsByDefault : std::atoi(asked);
+}
+
+std::filesystem::path ServiceProgram() {
+    std::array<wchar_t, MAX_PATH> program{};
+    GetModuleFileNameW(nullptr, program.data(), MAX_PATH);
+    return std::filesystem::path(program.data()).parent_path() / L"service" / L"KvnMouseApl.exe";
+}
+
+class SoakTest : public GestureTest {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(std::filesystem::exists(pictureFolder)) << "the stand-in service is not built";
+        mouse.image = L"KvnSample";
+        WriteProfiles({GestureProfile(kTwoGestures), GestureProfile(kTwoGestures, "second")});
+    }
+
+    void RunRound(int round) {
+        // What the test itself remembers of a round.
+        service.emplace();
+        clicks.clear();
+        Open();
+        CountComboEntries();
+        EditButtons(round);
+        EditGestures();
+        EditProfiles();
+        Reset();
+        ChooseProfile(round % 2);
+        ApplySuccessfully();
+        if (round % 2 == 0) {
+            sheet->PressOk();
+        } else {
+            sheet->PressCancel();
+        }
+        sheet->AwaitClosed();
+        sheet.reset();
+    }
+
+    void Report(int round, const ResourceUse& use) const {
+        std::printf("after %4d rounds: %s\n", round, Describe(use).c_str());
+        std::fflush(stdout);
+    }
+
+    void ExpectFlat(const ResourceUse& before, const ResourceUse& after, std::size_t rounds) const {
+        // What each opening costs because it has always been so: the seven choosers never hear of their own end, which
+        // leaves their texts and two blocks of each behind; and the dialog manager is told that the end of the page's
+        // window was dealt with, which leaves one block and the dialog's font behind.
+        const std::size_t blocksOfChoosers = comboEntries + 2 * std::size(kSlotControls);
+        EXPECT_LE(after.processHeap.blocks, before.processHeap.blocks + rounds * (blocksOfChoosers + 1) + kSlack);
+        EXPECT_LE(after.gdiObjects, before.gdiObjects + rounds + kSlack);
+        EXPECT_LE(after.privateBytes, before.privateBytes + rounds * kLargestCost + kAllocatorSlack);
+
+        EXPECT_LE(after.runtimeHeap.blocks, before.runtimeHeap.blocks + kSlack);
+        EXPECT_LE(after.runtimeHeap.bytes, before.runtimeHeap.bytes + kSlackBytes);
+        EXPECT_LE(after.windows, before.windows);
+        EXPECT_LE(after.kernelHandles, before.kernelHandles + kSlack);
+        EXPECT_LE(after.userObjects, before.userObjects + kSlack);
+    }
+
+private:
+    std::size_t comboEntries = 0;  // of all seven choosers
+    // The service that answers is in this process: the page is told that it is the stand-in, which has pictures.
+    std::filesystem::path serviceProgram = ServiceProgram();
+    std::filesystem::path pictureFolder = serviceProgram.parent_path() / L"MouseImage";
+    ReplacedImport<"GetModuleFileNameExW", decltype(GetModuleFileNameExW)> fileName{
+        module.Handle(), [this](HANDLE, HMODULE, LPWSTR buffer, DWORD size) {
+            lstrcpynW(buffer, serviceProgram.c_str(), static_cast<int>(size));
+            return static_cast<DWORD>(serviceProgram.native().size());
+        }};
+
+    void CountComboEntries() {
+        comboEntries = 0;
+        for (const int control : kSlotControls) {
+            comboEntries += static_cast<std::size_t>(SendMessageW(sheet->PaneControl(control), CB_GETCOUNT, 0, 0));
+        }
+    }
+
+    void EditButtons(int round) const {
+        Choose(IDC_PANE_CENTER, kGestureFunction);
+        // Functions that every slot offers.
+        for (const int control : {IDC_PANE_RIGHT, IDC_PANE_BUTTON5, IDC_PANE_TILT_LEFT, IDC_PANE_TILT_RIGHT}) {
+            Choose(control, 3 + (round + control) % 20);
+        }
+        Choose(IDC_PANE_BUTTON4, kArbitraryKey);
+        const HWND keys = AwaitKeyDialog();
+        EnterKey(keys, IDC_KEYS_INPUT1, round % 2 == 0 ? L"A" : L"B");
+        CloseKeyDialog(keys, IDC_KEYS_OK);
+        for (const int control : {IDC_PANE_HORIZONTAL_SPEED, IDC_PANE_FLYING_SPEED, IDC_PANE_REVOLUTION_SPEED}) {
+            MoveTrackbar(control, 1 + round % 8);
+        }
+    }
+
+    // One gesture is recorded, edited and deleted.
+    void EditGestures() {
+        ShowGestureTab();
+        HWND editor = OpenEditor();
+        Record(editor, "URDL");
+        ChooseFunction(editor, 5);
+        TypeMemo(editor, L"soaked");
+        CloseEditor(editor, IDOK);
+        const int newest = RowCount() - 1;
+        editor = EditRow(newest);
+        Record(editor, "LDR");
+        CloseEditor(editor, IDOK);
+        SelectRow(newest, false);
+        SelectRow(newest);
+        Command(IDC_GESTURES_DELETE);
+        AnswerMessageBox("before a gesture goes", IDYES);
+        sheet->Settle();
+    }
+
+    // A profile is added, renamed, copied and given a program; then all that goes again.
+    void EditProfiles() const {
+        PostMessageW(sheet->PageControl(IDC_PAGE_EDIT_PROFILE), BM_CLICK, 0, 0);
+        const ProfileEditorDialog editor = ProfileEditorDialog::Await();
+        sheet->Settle();
+        Name(editor, IDC_PROFILES_ADD, L"third");
+        editor.SelectProfiles({2});
+        sheet->Settle();
+        Name(editor, IDC_PROFILES_RENAME, L"renamed");
+        editor.SelectProfiles({2});
+        sheet->Settle();
+        Name(editor, IDC_PROFILES_COPY, L"copied");
+        editor.SelectProfiles({2});
+        sheet->Settle();
+        AddProgram(editor);
+        editor.SelectProfiles({2, 3});
+        sheet->Settle();
+        editor.Press(IDC_PROFILES_DELETE);
+        AnswerMessageBox("before profiles go", IDYES);
+        sheet->Settle();
+        editor.Close(IDOK);
+        sheet->Settle();
+    }
+
+    void Name(const ProfileEditorDialog& editor, int button, const std::wstring& name) const {
+        editor.Press(button);
+        const HWND dialog = AwaitNameDialog();
+        sheet->Settle();
+        EnterName(dialog, name);
+        CloseNameDialog(dialog, IDOK);
+        sheet->Settle();
+    }
+
+    void AddProgram(const ProfileEditorDialog& editor) const {
+        editor.Press(IDC_PROFILES_ADD_PROGRAM);
+        const auto findChoice = [] {
+            return FindTopLevelWindow([](HWND window) {
+                return IsWindowVisible(window) && GetDlgItem(window, IDC_PROGRAMS_LIST) != nullptr;
+            });
+        };
+        const HWND choice = Await("the choice of programs", findChoice);
+        sheet->Settle();
+        PostMessageW(GetDlgItem(choice, IDCANCEL), BM_CLICK, 0, 0);
+        Await("the end of the choice", [=] { return !IsWindow(choice); });
+        sheet->Settle();
+    }
+
+    void Reset() const {
+        PostMessageW(sheet->PaneControl(IDC_PANE_RESET), BM_CLICK, 0, 0);
+        AnswerMessageBox("before the reset", IDOK);
+        sheet->Settle();
+    }
+};
+
+TEST_F(SoakTest, MemoryAndObjectsStayFlat) {
+    const AccessViolations violations;
+    int round = 0;
+    while (round < kWarmUpRounds) RunRound(round++);
+    const ResourceUse before = MeasureResourceUse();
+    Report(round, before);
+    const int rounds = Rounds();
+    const int reportEvery = std::max(rounds / kReports, 1);
+    for (int done = 1; done <= rounds; ++done) {
+        RunRound(round++);
+        if (done % reportEvery == 0) Report(round, MeasureResourceUse());
+    }
+    ExpectFlat(before, MeasureResourceUse(), static_cast<std::size_t>(rounds));
+    EXPECT_EQ(0, violations.Seen());
+}
+
+}  // namespace
+}  // namespace kvn::test

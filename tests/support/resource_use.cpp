@@ -1,0 +1,105 @@
+#include "tests/support/resource_use.h"
+
+#include <malloc.h>
+
+#include <algorithm>
+#include <sstream>
+#include <vector>
+
+namespace kvn::test {
+namespace {
+
+// More than a table has holes.
+constexpr std::size_t kProbes = 3000;
+
+// Takes the lowest free places of a table until the holes are filled: the highest place, less what was taken, is the
+// number of objects that were there.
+template <typename Handle, typename Make, typename PlaceOf, typename GiveBack>
+std::size_t CountObjects(Make make, PlaceOf placeOf, GiveBack giveBack) {
+    std::vector<Handle> made;
+    std::size_t highest = 0;
+    for (std::size_t i = 0; i < kProbes; ++i) {
+        const Handle handle = make();
+        if (handle == nullptr) break;
+        made.push_back(handle);
+        highest = std::max(highest, placeOf(handle));
+    }
+    // The newest first, so that the next count meets the table as this one did.
+    std::for_each(made.rbegin(), made.rend(), giveBack);
+    return highest - std::min(highest, made.size());
+}
+
+std::size_t CountWindows() {
+    std::size_t count = 0;
+    const auto countOwn = [](HWND window, LPARAM counter) -> BOOL {
+        DWORD process = 0;
+        GetWindowThreadProcessId(window, &process);
+        if (process == GetCurrentProcessId()) ++*reinterpret_cast<std::size_t*>(counter);
+        return TRUE;
+    };
+    EnumWindows(countOwn, reinterpret_cast<LPARAM>(&count));
+    return count;
+}
+
+std::size_t CountPrivateBytes() {
+    std::size_t bytes = 0;
+    MEMORY_BASIC_INFORMATION region{};
+    const char* address = nullptr;
+    while (VirtualQuery(address, &region, sizeof region) == sizeof region) {
+        if (region.State == MEM_COMMIT && region.Type == MEM_PRIVATE) bytes += region.RegionSize;
+        address = static_cast<const char*>(region.BaseAddress) + region.RegionSize;
+    }
+    return bytes;
+}
+
+// The table's index is in the low word of a GDI and of a user handle.
+template <typename Handle>
+std::size_t IndexOf(Handle handle) {
+    return LOWORD(reinterpret_cast<ULONG_PTR>(handle));
+}
+
+}  // namespace
+
+HeapUse UseOf(HANDLE heap) {
+    HeapUse use;
+    HeapLock(heap);
+    PROCESS_HEAP_ENTRY entry{};
+    while (HeapWalk(heap, &entry)) {
+        if ((entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) == 0) continue;
+        ++use.blocks;
+        use.bytes += entry.cbData;
+    }
+    HeapUnlock(heap);
+    return use;
+}
+
+HANDLE RuntimeHeap() {
+    return reinterpret_cast<HANDLE>(_get_heap_handle());
+}
+
+ResourceUse MeasureResourceUse() {
+    ResourceUse use;
+    use.windows = CountWindows();
+    use.kernelHandles = CountObjects<HANDLE>([] { return CreateEventW(nullptr, TRUE, FALSE, nullptr); },
+                                             [](HANDLE handle) { return reinterpret_cast<ULONG_PTR>(handle) / 4; },
+                                             [](HANDLE handle) { CloseHandle(handle); });
+    use.gdiObjects = CountObjects<HPEN>([] { return CreatePen(PS_SOLID, 1, RGB(0, 0, 0)); }, IndexOf<HPEN>,
+                                        [](HPEN pen) { DeleteObject(pen); });
+    use.userObjects =
+        CountObjects<HMENU>([] { return CreateMenu(); }, IndexOf<HMENU>, [](HMENU menu) { DestroyMenu(menu); });
+    use.privateBytes = CountPrivateBytes();
+    use.processHeap = UseOf(GetProcessHeap());
+    use.runtimeHeap = UseOf(RuntimeHeap());
+    return use;
+}
+
+std::string Describe(const ResourceUse& use) {
+    std::ostringstream text;
+    text << "run-time heap " << use.runtimeHeap.blocks << " blocks, " << use.runtimeHeap.bytes
+         << " bytes; process heap " << use.processHeap.blocks << " blocks, " << use.processHeap.bytes
+         << " bytes; private " << use.privateBytes / 1024 << " KiB; windows " << use.windows << "; handles "
+         << use.kernelHandles << "; GDI " << use.gdiObjects << "; user " << use.userObjects;
+    return text.str();
+}
+
+}  // namespace kvn::test

@@ -1,0 +1,38 @@
+// What this process holds of memory and of Windows' objects, to be compared before and after.
+#pragma once
+
+#include <windows.h>
+
+#include <cstddef>
+#include <string>
+
+namespace kvn::test {
+
+struct HeapUse {
+    std::size_t blocks = 0;
+    std::size_t bytes = 0;
+};
+
+// What is in use of a heap.
+HeapUse UseOf(HANDLE heap);
+// The heap of the C run-time library, where all objects of the module's own live.
+HANDLE RuntimeHeap();
+
+// The platform of the tests counts no objects, so all but the first four are found by making more of a kind until its
+// table has no holes left. User objects are those of all processes of the session.
+struct ResourceUse {
+    HeapUse runtimeHeap;
+    HeapUse processHeap;
+    std::size_t privateBytes = 0;
+    std::size_t windows = 0;  // top-level ones, hidden ones among them
+    std::size_t kernelHandles = 0;
+    std::size_t gdiObjects = 0;
+    std::size_t userObjects = 0;
+};
+
+ResourceUse MeasureResourceUse();
+
+// One line.
+std::string Describe(const ResourceUse& use);
+
+}  // namespace kvn::test
