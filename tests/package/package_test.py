@@ -17,6 +17,7 @@ from windows_machine import (DRIVE_C, Registry, files_below, import_registry, pa
 PROGRAMS, STATE = pathlib.Path(sys.argv[1]), pathlib.Path(sys.argv[3])
 VERSION = sys.argv[2]
 HOST = PROGRAMS / "control_panel.exe"
+PICTURE = STATE / "page.png"
 INSTALLER = pathlib.Path(f"build/KvnMouseUtil-{VERSION}.msi")
 PACKED_DLL = pathlib.Path("build/windows/KvnMouseUtil.dll")  # what scripts/package packs
 
@@ -48,6 +49,15 @@ def registration_without_empty_keys() -> Registry:
     return {key: values for key, values in registration().items() if values}
 
 
+def table(name: str) -> str:
+    """A table of the installer, a line for each row."""
+    return subprocess.run(["msiinfo", "export", INSTALLER, name], check=True, capture_output=True, text=True).stdout
+
+
+def changed_keys(before: Registry, after: Registry) -> set[str]:
+    return {key for key in before.keys() | after.keys() if before.get(key) != after.get(key)}
+
+
 def products() -> Registry:
     """What "Programs and Features" lists of the page, by product code."""
     name = make_msi.version_text("FileDescription")
@@ -63,13 +73,17 @@ def installer_of(version: str) -> tuple[pathlib.Path, bytes]:
     return installer, dll.read_bytes()
 
 
+def open_page(*options: str) -> tuple[int, str]:
+    """Opens the Mouse control panel, takes its picture and closes it."""
+    PICTURE.unlink(missing_ok=True)
+    return run(HOST, "--screenshot", windows_path(PICTURE), *options)
+
+
 def picture_of_the_page(*options: str) -> bytes:
-    picture = STATE / "page.png"
-    picture.unlink(missing_ok=True)
-    status, output = run(HOST, "--screenshot", windows_path(picture), *options)
+    status, output = open_page(*options)
     if status != 0:
         raise AssertionError(output)
-    return picture.read_bytes()
+    return PICTURE.read_bytes()
 
 
 def register_file(name: str) -> str:
@@ -93,13 +107,10 @@ def documented_registration() -> Registry:
 
 class Installer(unittest.TestCase):
     def test_installer_says_why_it_refuses(self):
-        table = subprocess.run(["msiinfo", "export", INSTALLER, "LaunchCondition"], check=True, capture_output=True,
-                               text=True).stdout
-        self.assertIn("A newer version of KORVEN mouse settings page is already installed.", table)
+        self.assertIn("A newer version of KORVEN mouse settings page is already installed.", table("LaunchCondition"))
 
     def test_installer_knows_the_version_of_the_dll(self):
-        table = subprocess.run(["msiinfo", "export", INSTALLER, "File"], check=True, capture_output=True, text=True).stdout
-        [row] = [line.split("\t") for line in table.splitlines() if line.startswith("KvnMouseUtil.dll")]
+        [row] = [line.split("\t") for line in table("File").splitlines() if line.startswith("KvnMouseUtil.dll")]
         self.assertEqual(row[4:6], [f"{VERSION}.0", "1033"])
 
     def test_changelog_begins_with_this_version(self):
@@ -165,11 +176,11 @@ class Installation(unittest.TestCase):
 
     def test_mouse_control_panel_shows_the_installed_page(self):
         page = picture_of_the_page("--dll", windows_path(PACKED_DLL))
-        self.assertIn("No property-sheet handler is registered", run(HOST, "--screenshot", windows_path(STATE / "no"))[1])
+        self.assertIn("No property-sheet handler is registered", open_page()[1])
         self.assertEqual(msiexec("/i"), 0)
         self.assertEqual(picture_of_the_page(), page)
         INSTALLED_DLL.rename(INSTALLED_DLL.with_suffix(".away"))
-        self.assertEqual(run(HOST, "--screenshot", windows_path(STATE / "no"))[0], 1)  # no other DLL was taken
+        self.assertEqual(open_page()[0], 1)  # no other DLL was taken
 
     def test_mouse_control_panel_shows_the_page_of_the_reg_file_until_it_is_taken_back(self):
         page = picture_of_the_page("--dll", windows_path(PACKED_DLL))
@@ -178,7 +189,7 @@ class Installation(unittest.TestCase):
         self.assertEqual(picture_of_the_page(), page)
         self.assertEqual(import_registry(register_file("unregister.reg")), 0)
         self.assertEqual(registration_without_empty_keys(), {})
-        self.assertIn("No property-sheet handler is registered", run(HOST, "--screenshot", windows_path(STATE / "no"))[1])
+        self.assertIn("No property-sheet handler is registered", open_page()[1])
 
     def test_higher_version_takes_the_place_of_the_installed_one(self):
         self.assertEqual(msiexec("/i"), 0)
@@ -210,7 +221,7 @@ class Installation(unittest.TestCase):
         self.assertEqual(msiexec("/i", higher), 0)
         before = read_registry(SOFTWARE)
         self.assertEqual(msiexec("/i"), REFUSED)
-        self.assertEqual(read_registry(SOFTWARE), before)
+        self.assertEqual(changed_keys(before, read_registry(SOFTWARE)), set())
         self.assertEqual(INSTALLED_DLL.read_bytes(), dll)
 
     def test_uninstalling_leaves_nothing_but_the_profiles(self):
@@ -228,11 +239,9 @@ class Installation(unittest.TestCase):
         self.assertEqual(files_below(data), profiles)
         self.assertEqual([files_below(folder) for folder in folders], files_before)
         registry = read_registry(SOFTWARE)
-        for key in registry.keys() - registry_before.keys():
-            self.assertIn("\\installer", key)  # Windows Installer's own, which it keeps empty
-            self.assertEqual(registry[key], {}, key)
-        for key, values in registry_before.items():
-            self.assertEqual(registry.get(key), values, key)
+        for key in changed_keys(registry_before, registry):
+            self.assertIn("\\installer", key)  # Windows Installer's own keys, which it keeps
+            self.assertEqual(registry.get(key), {}, key)
 
     def test_uninstalling_leaves_what_others_have_put_beside_the_dll(self):
         self.assertEqual(msiexec("/i"), 0)
