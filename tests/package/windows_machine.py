@@ -1,0 +1,53 @@
+"""The Windows on which the installer is tried: its programs, registry and files, as Wine shows them."""
+import os
+import pathlib
+import re
+import subprocess
+import tempfile
+
+DRIVE_C = pathlib.Path(os.environ["WINEPREFIX"]) / "drive_c"
+
+Registry = dict[str, dict[str, str]]  # key, value name ("@" is the default value), data as .reg files write it
+
+
+def windows_path(path: pathlib.Path) -> str:
+    return "Z:" + str(path.resolve()).replace("/", "\\")
+
+
+def run(program: str | pathlib.Path, *arguments: str) -> tuple[int, str]:
+    """Exit status and output. The output goes through a file: what Wine starts beside the program would hold a pipe."""
+    with tempfile.TemporaryFile() as output:
+        status = subprocess.run(["wine", program, *arguments], stdout=output, stderr=output, timeout=60).returncode
+        output.seek(0)
+        return status, output.read().decode("utf-8", "replace")
+
+
+def read_registry(key: str) -> Registry:
+    """A key and all keys below it; nothing when it is not there. Key names are in lower case, as their case is free."""
+    with tempfile.TemporaryDirectory() as folder:
+        export = pathlib.Path(folder) / "export.reg"
+        run("regedit", "/E", windows_path(export), key)
+        return parse_registry(export.read_text("utf-16")) if export.exists() else {}
+
+
+def parse_registry(export: str) -> Registry:
+    registry: Registry = {}
+    values: dict[str, str] = {}
+    for line in re.sub(r"\\\n\s*", "", export).splitlines()[1:]:
+        if line.startswith("["):
+            values = registry.setdefault(line[1:-1].lower(), {})
+        elif match := re.fullmatch(r'(@|"(?:[^"\\]|\\.)*")=(.*)', line, re.DOTALL):
+            values[match.group(1).strip('"')] = match.group(2)
+    return registry
+
+
+def import_registry(text: str) -> int:
+    with tempfile.TemporaryDirectory() as folder:
+        file = pathlib.Path(folder) / "import.reg"
+        file.write_text(text, encoding="utf-8", newline="\r\n")
+        return run("regedit", windows_path(file))[0]
+
+
+def files_below(folder: pathlib.Path) -> dict[pathlib.Path, bytes | None]:
+    """All files with what they hold, and folders with nothing."""
+    return {path.relative_to(folder): None if path.is_dir() else path.read_bytes() for path in folder.rglob("*")}
