@@ -1,6 +1,5 @@
 #include "tests/end_to_end/input.h"
 
-#include <algorithm>
 #include <array>
 #include <iterator>
 
@@ -9,23 +8,8 @@
 namespace kvn::end_to_end {
 namespace {
 
-// Keys whose scan code has the prefix that tells them from their twins; without it a right modifier becomes the left.
-constexpr std::array<WORD, 18> kExtendedKeys{VK_RSHIFT, VK_RCONTROL, VK_RMENU,  VK_LWIN,   VK_RWIN,   VK_APPS,
-                                             VK_UP,     VK_DOWN,     VK_LEFT,   VK_RIGHT,  VK_HOME,   VK_END,
-                                             VK_PRIOR,  VK_NEXT,     VK_INSERT, VK_DELETE, VK_DIVIDE, VK_NUMLOCK};
-
 void Inject(INPUT input) {
     if (SendInput(1, &input, sizeof input) != 1) throw StoryError("the system takes no input");
-}
-
-void InjectKey(WORD key, DWORD flags) {
-    INPUT input{};
-    input.type = INPUT_KEYBOARD;
-    input.ki.wVk = key;
-    input.ki.wScan = static_cast<WORD>(MapVirtualKeyW(key, MAPVK_VK_TO_VSC));
-    const bool isExtended = std::find(kExtendedKeys.begin(), kExtendedKeys.end(), key) != kExtendedKeys.end();
-    input.ki.dwFlags = flags | (isExtended ? static_cast<DWORD>(KEYEVENTF_EXTENDEDKEY) : 0);
-    Inject(input);
 }
 
 void InjectCharacter(wchar_t character, DWORD flags) {
@@ -95,19 +79,6 @@ void DoubleClickAt(POINT point) {
     MoveCursorTo(point);
     Click();
     Click();
-}
-
-void HoldKey(WORD key) {
-    InjectKey(key, 0);
-}
-
-void LetGoOfKey(WORD key) {
-    InjectKey(key, KEYEVENTF_KEYUP);
-}
-
-void PressKey(WORD key) {
-    HoldKey(key);
-    LetGoOfKey(key);
 }
 
 void TypeText(const std::wstring& text) {

@@ -6,6 +6,8 @@
 #include <initializer_list>
 #include <string>
 
+#include "tests/support/real_input.h"
+
 namespace kvn::end_to_end {
 
 enum class MouseButton { Left, Right, Wheel, Button4, Button5 };
@@ -21,10 +23,9 @@ void LetGoOfButton(MouseButton button);
 void ClickAt(POINT point);
 void DoubleClickAt(POINT point);
 
-// Virtual keys; VK_LSHIFT to VK_RMENU mean the key on that side.
-void HoldKey(WORD key);
-void LetGoOfKey(WORD key);
-void PressKey(WORD key);
+using test::HoldKey;
+using test::LetGoOfKey;
+using test::PressKey;
 // All keys go down in this order and up again in the reverse one.
 void PressTogether(std::initializer_list<WORD> keys);
 // Types any characters, whatever the keyboard's layout.

@@ -27,7 +27,7 @@ void ExpectRows(const std::string& what, const std::function<std::vector<Row>()>
                 const std::vector<Row>& expected) {
     try {
         WaitFor(what, [&] { return rows() == expected; });
-    } catch (const StoryError&) {
+    } catch (const test::NeverHappened&) {
         // The comparison below says more.
     }
     EXPECT_EQ(rows(), expected) << what;

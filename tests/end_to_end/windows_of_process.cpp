@@ -62,24 +62,12 @@ std::string Describe(HWND window) {
            ")";
 }
 
-std::wstring TitleOf(HWND window) {
-    std::array<wchar_t, 80> title{};
-    InternalGetWindowText(window, title.data(), static_cast<int>(title.size()));
-    return title.data();
-}
-
 LRESULT Send(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     DWORD_PTR answer = 0;
     if (SendMessageTimeoutW(window, message, wParam, lParam, SMTO_NORMAL, kAnswerMilliseconds, &answer) == 0) {
         throw StoryError(Describe(window) + " does not answer message " + std::to_string(message));
     }
     return static_cast<LRESULT>(answer);
-}
-
-std::wstring ClassOf(HWND window) {
-    std::array<wchar_t, 64> name{};
-    GetClassNameW(window, name.data(), static_cast<int>(name.size()));
-    return name.data();
 }
 
 std::wstring TextOf(HWND window) {

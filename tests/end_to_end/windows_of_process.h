@@ -6,6 +6,8 @@
 #include <functional>
 #include <string>
 
+#include "tests/support/window_search.h"
+
 namespace kvn::end_to_end {
 
 // Its class, title and id, for reports.
@@ -14,9 +16,8 @@ std::string Describe(HWND window);
 // Throws StoryError when the window's thread does not answer within seconds.
 LRESULT Send(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
 
-std::wstring ClassOf(HWND window);
-// As the system knows it, cut after 79 characters: needs no answer from a window that may hang.
-std::wstring TitleOf(HWND window);
+using test::ClassOf;
+using test::TitleOf;
 // As the window itself says.
 std::wstring TextOf(HWND window);
 

@@ -66,7 +66,7 @@ protected:
         Enter(number, L"?");
         HoldKey(key);
         AwaitInputTaken(dialog);
-        LetKeyGo(key);
+        LetGoOfKey(key);
         AwaitInputTaken(dialog);
         return Shown(number);
     }

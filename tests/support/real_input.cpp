@@ -2,15 +2,17 @@
 
 #include <algorithm>
 #include <array>
+#include <stdexcept>
 
 #include "tests/support/waiting.h"
 
 namespace kvn::test {
 namespace {
 
-// Without the flag Windows takes the right one of a pair for the left one.
-constexpr std::array<WORD, 12> kExtendedKeys{VK_RCONTROL, VK_RMENU, VK_RSHIFT, VK_LWIN, VK_RWIN, VK_UP,
-                                             VK_DOWN,     VK_LEFT,  VK_RIGHT,  VK_HOME, VK_END,  VK_DELETE};
+// Keys whose scan code has the prefix that tells them from their twins; without it a right modifier becomes the left.
+constexpr std::array<WORD, 18> kExtendedKeys{VK_RSHIFT, VK_RCONTROL, VK_RMENU,  VK_LWIN,   VK_RWIN,   VK_APPS,
+                                             VK_UP,     VK_DOWN,     VK_LEFT,   VK_RIGHT,  VK_HOME,   VK_END,
+                                             VK_PRIOR,  VK_NEXT,     VK_INSERT, VK_DELETE, VK_DIVIDE, VK_NUMLOCK};
 
 void Send(WORD key, DWORD flags) {
     if (std::find(kExtendedKeys.begin(), kExtendedKeys.end(), key) != kExtendedKeys.end()) {
@@ -21,7 +23,7 @@ void Send(WORD key, DWORD flags) {
     input.ki.wVk = key;
     input.ki.wScan = static_cast<WORD>(MapVirtualKeyW(key, MAPVK_VK_TO_VSC));
     input.ki.dwFlags = flags;
-    SendInput(1, &input, sizeof input);
+    if (SendInput(1, &input, sizeof input) != 1) throw std::runtime_error("the system takes no input");
 }
 
 }  // namespace
@@ -30,13 +32,13 @@ void HoldKey(WORD key) {
     Send(key, 0);
 }
 
-void LetKeyGo(WORD key) {
+void LetGoOfKey(WORD key) {
     Send(key, KEYEVENTF_KEYUP);
 }
 
 void PressKey(WORD key) {
     HoldKey(key);
-    LetKeyGo(key);
+    LetGoOfKey(key);
 }
 
 void AwaitInputTaken(HWND window) {

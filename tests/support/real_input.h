@@ -5,9 +5,10 @@
 
 namespace kvn::test {
 
-void PressKey(WORD key);
+// Virtual keys; VK_LSHIFT to VK_RMENU mean the key on that side.
 void HoldKey(WORD key);
-void LetKeyGo(WORD key);
+void LetGoOfKey(WORD key);
+void PressKey(WORD key);
 
 // Waits until the window's thread has taken all input that was made so far.
 void AwaitInputTaken(HWND window);
