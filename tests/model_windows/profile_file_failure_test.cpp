@@ -5,7 +5,6 @@
 #include <stdexcept>
 #include <string>
 
-#include "model/profile_document.h"
 #include "tests/model_windows/intercepted_rename.h"
 #include "tests/model_windows/profile_file_failure.h"
 #include "tests/support/replaced_import.h"
@@ -32,13 +31,6 @@ TEST_F(ProfileFileFailure, ASaveOverAFolderFails) {
     ASSERT_TRUE(CreateDirectoryW(folder.c_str(), nullptr));
     EXPECT_FALSE(SaveProfileFile(folder, OneProfile(L"new")));
     EXPECT_EQ(test::NamesIn(Folder()), (std::vector<std::wstring>{L"VID0abcPID00a1.xml", L"folder.xml"}));
-}
-
-TEST_F(ProfileFileFailure, AListThatCouldNotBeReadBackIsNotSaved) {
-    ProfileSet list = OneProfile(L"new");
-    list[0].settings.gestures.assign(5'000, {L"U", 37, std::wstring(kMaxTextLength, L'\x41F'), {}});
-    EXPECT_FALSE(SaveProfileFile(Path(), list));
-    ExpectOldFileAndNoOther();
 }
 
 TEST_F(ProfileFileFailure, TheNewFileIsWholeBeforeTheOldOneGoes) {

@@ -80,8 +80,22 @@ TEST_F(HostileFile, IsSetAsideUnchangedWithinLittleMemoryAndStack) {
     ExpectSetAside(Repeated("<![CDATA[", 100'000), 4 * kMegabyte);
 }
 
-TEST_F(HostileFile, OfFiftyMegabytesIsNotEvenReadIntoMemory) {
-    ExpectSetAside("<data><profile/>" + std::string(50 * kMegabyte, ' ') + "</data>", kMegabyte);
+TEST_F(HostileFile, OfFiftyMegabytesIsNotEvenRead) {
+    const std::string bytes = "<data><profile/>" + std::string(50 * kMegabyte, ' ') + "</data>";
+    ExpectSetAside(bytes, kMegabyte);
+
+    WriteFile(bytes);
+    int reads = 0;
+    const ReplacedImport<"ReadFile", ReadFunction> read(GetModuleHandleW(nullptr),
+                                                        [&reads](HANDLE, void*, DWORD, DWORD*, OVERLAPPED*) {
+                                                            ++reads;
+                                                            return FALSE;
+                                                        });
+    ASSERT_TRUE(read.IsInPlace());
+    ProfileSet list(1, DefaultProfileRecord());
+    EXPECT_EQ(LoadProfileFile(Path(), list), 0U);
+    EXPECT_TRUE(list.empty());
+    EXPECT_EQ(reads, 0);
 }
 
 TEST_F(HostileFile, CutShortIsSetAside) {
@@ -196,7 +210,7 @@ TEST_F(HostileFile, APipeIsNoFileAndIsNotWaitedFor) {
 
 // Windows has no longer paths for most programs, or it has: in either case nothing is lost.
 TEST_F(HostileFile, APathAtTheLimitOfItsLengthLosesNothing) {
-    for (const std::size_t length : {std::size_t{250}, std::size_t{259}, std::size_t{260}, std::size_t{300}}) {
+    for (const std::size_t length : {std::size_t{250}, std::size_t{259}, std::size_t{260}, std::size_t{280}}) {
         SCOPED_TRACE(length);
         std::wstring folder = User().ApplicationData();
         folder += L'\\' + std::wstring(length - folder.size() - 10, L'f');

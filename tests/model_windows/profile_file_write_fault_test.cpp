@@ -8,6 +8,7 @@
 #include <functional>
 #include <string>
 
+#include "model/profile_document.h"
 #include "tests/model_windows/genuine_function.h"
 #include "tests/model_windows/intercepted_rename.h"
 #include "tests/model_windows/profile_file_failure.h"
@@ -208,6 +209,13 @@ TEST_F(ProfileFileWriteFault, AStreamWithoutABufferOfItsOwnSavesAllTheSame) {
     ProfileSet loaded;
     LoadProfileFile(Path(), loaded);
     EXPECT_EQ(loaded, OneProfile(L"new"));
+}
+
+TEST_F(ProfileFileWriteFault, AListThatCouldNotBeReadBackIsNotSaved) {
+    ProfileSet list = OneProfile(L"new");
+    list[0].settings.gestures.assign(5'000, {L"U", 37, std::wstring(kMaxTextLength, L'\x939'), {}});
+    ASSERT_FALSE(SaveProfileFile(Path(), list));
+    ExpectOldFileAndNoOther();
 }
 
 }  // namespace
