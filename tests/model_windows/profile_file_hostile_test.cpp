@@ -72,6 +72,7 @@ TEST_F(HostileFile, IsSetAsideUnchangedWithinLittleMemoryAndStack) {
     ExpectSetAside("profiles", kMegabyte);
     ExpectSetAside(std::string(kMegabyte, '\0'), 4 * kMegabyte);
     ExpectSetAside(std::string(20, '\0') + "<data><profile/></data>", kMegabyte);
+    ExpectSetAside("<data><profile/></data>" + std::string(1, '\0'), kMegabyte);
     ExpectSetAside(RandomBytes(kMegabyte), 4 * kMegabyte);
     ExpectSetAside(Repeated("<a>", 100'000), 2 * kMegabyte);
     ExpectSetAside("<data>" + Repeated("<profile>", 100'000), 4 * kMegabyte);
@@ -157,6 +158,8 @@ TEST_F(HostileFile, ThatChangesWhileItIsReadIsReadAsFarAsItIsWhole) {
     EXPECT_EQ(LoadWhile(Path(), list, [&] { Overwrite(Path(), ""); }), 0U);
     WriteFile(good);
     EXPECT_EQ(LoadWhile(Path(), list, [&] { Overwrite(Path(), good.substr(0, 30)); }), 0U);
+    WriteFile(good);
+    EXPECT_EQ(LoadWhile(Path(), list, [&] { Overwrite(Path(), "<data><profile/></data>"); }), 1U);
     WriteFile(good);
     EXPECT_EQ(LoadWhile(Path(), list, [&] { Overwrite(Path(), good + std::string(50 * kMegabyte, ' ')); }), 1U);
     WriteFile(good);
