@@ -26,6 +26,8 @@ bool IsAsciiByte(char byte) {
 
 LocaleCodec::LocaleCodec(const char* localeName) : locale(_create_locale(LC_CTYPE, localeName)) {
     if (!locale) locale.Reset(_create_locale(LC_CTYPE, ""));
+    // Some C libraries know no locale for UTF-8. Without any locale they would take the host process's own.
+    if (!locale) locale.Reset(_create_locale(LC_CTYPE, "C"));
 }
 
 LocaleCodec LocaleCodec::OfHostProgram() {

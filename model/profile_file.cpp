@@ -1,15 +1,18 @@
 #include "model/profile_file.h"
 
+#include <fcntl.h>
 #include <io.h>
-#include <share.h>
 #include <shlwapi.h>
 #include <tinyxml.h>
 #include <windows.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <optional>
 #include <utility>
+#include <vector>
 
 #include "model/locale_codec.h"
 #include "model/profile_document.h"
@@ -67,18 +70,66 @@ std::optional<std::string> ReadWholeFile(const std::wstring& path) {
     return bytes;
 }
 
-// A new file that is written from its start and vanishes unless it is moved to its place.
+std::wstring UnfinishedPath(const std::wstring& path) {
+    return path + kUnfinishedSuffix;
+}
+
+// Creates the file, or empties what an earlier save has left of it; nobody else can open it, rename it or delete it.
+platform::UniqueFile CreateUnshared(const std::wstring& path) {
+    HANDLE file = INVALID_HANDLE_VALUE;
+    TryWhileShared([&] {
+        file = CreateFileW(path.c_str(), GENERIC_WRITE | DELETE, 0, nullptr, CREATE_ALWAYS,
+                           FILE_ATTRIBUTE_NORMAL | FILE_FLAG_WRITE_THROUGH, nullptr);
+        return file != INVALID_HANDLE_VALUE;
+    });
+    return platform::UniqueFile(file);
+}
+
+// A stream of its own onto an open file; null when there is none to be had.
+FILE* OpenStream(HANDLE file) {
+    HANDLE streamsOwn = nullptr;
+    if (!DuplicateHandle(GetCurrentProcess(), file, GetCurrentProcess(), &streamsOwn, 0, FALSE, DUPLICATE_SAME_ACCESS))
+        return nullptr;
+    const int descriptor = _open_osfhandle(reinterpret_cast<std::intptr_t>(streamsOwn), _O_TEXT);
+    if (descriptor == -1) {
+        CloseHandle(streamsOwn);
+        return nullptr;
+    }
+    FILE* const stream = _wfdopen(descriptor, L"wt");
+    if (stream == nullptr) static_cast<void>(_close(descriptor));
+    return stream;
+}
+
+// Renames an open file, over one that has the name already.
+bool RenameOver(HANDLE file, const std::wstring& target) {
+    const std::size_t nameBytes = target.size() * sizeof(wchar_t);
+    std::vector<std::byte> request(sizeof(FILE_RENAME_INFO) + nameBytes);
+    auto* const rename = reinterpret_cast<FILE_RENAME_INFO*>(request.data());
+    rename->ReplaceIfExists = TRUE;
+    rename->FileNameLength = static_cast<DWORD>(nameBytes);
+    std::memcpy(&rename->FileName[0], target.c_str(), nameBytes);
+    return SetFileInformationByHandle(file, FileRenameInfo, rename, static_cast<DWORD>(request.size())) != FALSE;
+}
+
+bool IsReadOnly(const std::wstring& path) {
+    const DWORD attributes = GetFileAttributesW(path.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0;
+}
+
+// A new file that is written from its start and vanishes unless it is moved to its place. It is held from beginning to
+// end, the renaming included: so a file of this kind that nobody holds is always a dead program's.
 class UnfinishedFile {
 public:
     explicit UnfinishedFile(const std::wstring& finalPath)
-        : target(finalPath), path(finalPath + kUnfinishedSuffix), stream(_wfsopen(path.c_str(), L"w", _SH_DENYRW)) {
+        : target(finalPath), file(CreateUnshared(UnfinishedPath(finalPath))) {
+        if (file) stream = OpenStream(file.Get());
         if (stream) static_cast<void>(std::setvbuf(stream, nullptr, _IOFBF, kWriteBufferBytes));
     }
     UnfinishedFile(const UnfinishedFile&) = delete;
     UnfinishedFile& operator=(const UnfinishedFile&) = delete;
     ~UnfinishedFile() {
         if (stream) static_cast<void>(std::fclose(stream));
-        if (!finished) DeleteFileW(path.c_str());
+        if (file && !finished) DeleteWhenClosed();
     }
 
     // Null when the file could not be opened.
@@ -95,15 +146,27 @@ public:
 
 private:
     bool ReplaceTarget() const {
-        constexpr DWORD kFlags = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
-        return TryWhileShared([this] { return MoveFileExW(path.c_str(), target.c_str(), kFlags) != FALSE; });
+        if (IsReadOnly(target)) return false;
+        return TryWhileShared([this] { return RenameOver(file.Get(), target); });
+    }
+
+    void DeleteWhenClosed() const {
+        FILE_DISPOSITION_INFO disposition{TRUE};
+        SetFileInformationByHandle(file.Get(), FileDispositionInfo, &disposition, sizeof disposition);
     }
 
     const std::wstring& target;
-    std::wstring path;
-    FILE* stream;
+    platform::UniqueFile file;
+    FILE* stream = nullptr;
     bool finished = false;
 };
+
+// Whether certainly nothing has this path: a drive that does not answer just now says something else.
+bool IsMissing(const std::wstring& path) {
+    if (GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES) return false;
+    const DWORD error = GetLastError();
+    return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND;
+}
 
 }  // namespace
 
@@ -124,8 +187,12 @@ bool SaveProfileFile(const std::wstring& path, const ProfileSet& list) {
     return file.Stream() != nullptr && document.SaveFile(file.Stream()) && file.Finish();
 }
 
+void RemoveUnfinishedSave(const std::wstring& path) {
+    DeleteFileW(UnfinishedPath(path).c_str());
+}
+
 bool SetAsideProfileFile(const std::wstring& path) {
-    if (!PathFileExistsW(path.c_str())) return true;
+    if (IsMissing(path)) return true;
     // The file may have been in use when it was loaded, and be as good as ever.
     ProfileSet readable;
     if (LoadProfileFile(path, readable) > 0) return false;

@@ -3,11 +3,35 @@
 
 #include <windows.h>
 
+#include <array>
+#include <cstdlib>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
 namespace kvn::model::test {
+
+// A code page and the C library's name of a locale that has it.
+struct CodePageLocale {
+    UINT codePage;
+    const char* locale;
+};
+inline constexpr std::array<CodePageLocale, 4> kCodePageLocales{{{1252, "English_United States.1252"},
+                                                                 {932, "Japanese_Japan.932"},
+                                                                 {936, "Chinese_China.936"},
+                                                                 {1251, "Russian_Russia.1251"}}};
+
+// The user's code page. A run that is meant for a certain one is told so by its environment: a locale that is missing
+// must not pass for it.
+inline UINT UserCodePage() {
+    const char* const expected = std::getenv("KVN_EXPECTED_CODE_PAGE");
+    if (expected != nullptr && std::to_string(GetACP()) != expected) {
+        throw std::runtime_error("meant for code page " + std::string(expected) + ", but the user's is " +
+                                 std::to_string(GetACP()));
+    }
+    return GetACP();
+}
 
 struct CodedCharacter {
     std::string bytes;
@@ -21,8 +45,20 @@ inline std::optional<wchar_t> CharacterOf(UINT codePage, const std::string& byte
     return length == 1 ? std::optional(characters[0]) : std::nullopt;
 }
 
-// Every character of a code page of one or two bytes beyond ASCII. Of two spellings of a character both are there.
+// The C library has no locale of UTF-8, so that its "C" locale takes the place: there a byte is the character of its
+// number.
+inline std::vector<CodedCharacter> CharactersOfTheCLocale() {
+    std::vector<CodedCharacter> characters;
+    for (int code = 0x80; code <= 0xFF; ++code) {
+        characters.push_back({std::string(1, static_cast<char>(code)), static_cast<wchar_t>(code)});
+    }
+    return characters;
+}
+
+// Every character beyond ASCII of a code page of one or two bytes, or those that the C library has instead of UTF-8. Of
+// two spellings of a character both are there.
 inline std::vector<CodedCharacter> CharactersOf(UINT codePage) {
+    if (codePage == CP_UTF8) return CharactersOfTheCLocale();
     std::vector<CodedCharacter> characters;
     for (int first = 0x80; first <= 0xFF; ++first) {
         const std::string lead(1, static_cast<char>(first));
@@ -30,7 +66,7 @@ inline std::vector<CodedCharacter> CharactersOf(UINT codePage) {
             if (const auto character = CharacterOf(codePage, lead)) characters.push_back({lead, *character});
             continue;
         }
-        for (int second = 0x40; second <= 0xFC; ++second) {
+        for (int second = 0x40; second <= 0xFE; ++second) {
             const std::string pair = lead + static_cast<char>(second);
             if (const auto character = CharacterOf(codePage, pair)) characters.push_back({pair, *character});
         }

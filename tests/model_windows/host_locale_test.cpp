@@ -15,6 +15,7 @@ namespace kvn::model {
 namespace {
 
 TEST(HostLocale, IsTheCodePageOfTheProfileFile) {
+    ASSERT_NE(test::UserCodePage(), 932U);
     const kvn::test::SandboxedUser user;
     const std::wstring path = user.ApplicationData() + L"\\VID0abcPID00a1.xml";
     ProfileSet profiles(1, DefaultProfileRecord());

@@ -6,19 +6,27 @@
 #include <cstring>
 #include <string>
 #include <thread>
+#include <utility>
 
 #include "tests/model_windows/code_pages.h"
+#include "tests/model_windows/genuine_function.h"
 #include "tests/support/replaced_import.h"
+
+// Where the compiler's run-time library keeps the address of this function, which it looks up itself.
+// NOLINTNEXTLINE(bugprone-reserved-identifier): the name is not ours
+extern "C" _locale_t (*__imp__create_locale)(int category, const char* name);
 
 namespace kvn::model {
 namespace {
 
 constexpr char kWestern[] = "English_United States.1252";
 constexpr char kJapanese[] = "Japanese_Japan.932";
+constexpr char kChinese[] = "Chinese_China.936";
+constexpr char kRussian[] = "Russian_Russia.1251";
 
 void ExpectEveryCharacterOf(UINT codePage, const LocaleCodec& codec) {
     const auto characters = test::CharactersOf(codePage);
-    EXPECT_GT(characters.size(), 100U);
+    EXPECT_GE(characters.size(), 100U);
     for (const test::CodedCharacter& coded : characters) {
         const std::wstring text(1, coded.character);
         ASSERT_EQ(codec.Decode(coded.bytes), text);
@@ -37,16 +45,46 @@ void ExpectNoCharacterToBeMistaken(const LocaleCodec& codec) {
     }
 }
 
-TEST(LocaleCodec, HoldsEveryCharacterOfCodePage1252AndMistakesNoOther) {
-    const LocaleCodec codec(kWestern);
-    ExpectEveryCharacterOf(1252, codec);
+class LocaleCodecOfCodePage : public testing::TestWithParam<test::CodePageLocale> {};
+
+INSTANTIATE_TEST_SUITE_P(CodePages, LocaleCodecOfCodePage, testing::ValuesIn(test::kCodePageLocales),
+                         [](const auto& tested) { return std::to_string(tested.param.codePage); });
+
+TEST_P(LocaleCodecOfCodePage, HoldsEveryCharacterAndMistakesNoOther) {
+    const LocaleCodec codec(GetParam().locale);
+    ExpectEveryCharacterOf(GetParam().codePage, codec);
     ExpectNoCharacterToBeMistaken(codec);
 }
 
-TEST(LocaleCodec, HoldsEveryCharacterOfCodePage932AndMistakesNoOther) {
-    const LocaleCodec codec(kJapanese);
-    ExpectEveryCharacterOf(932, codec);
-    ExpectNoCharacterToBeMistaken(codec);
+TEST(LocaleCodec, IsTestedUnderTheCodePageThatTheRunIsMeantFor) {
+    EXPECT_EQ(test::UserCodePage(), GetACP());
+}
+
+// Were it otherwise, texts could be stored as UTF-8.
+TEST(LocaleCodec, OfUtf8IsUnknownToTheCLibrary) {
+    for (const char* name : {".65001", "Hindi_India.65001", ".UTF-8"}) {
+        const LocaleCodec codec(name);
+        EXPECT_NE(codec.Decode("\xE4\xB8\xAD"), L"\x4E2D") << name;
+    }
+}
+
+_locale_t CreateCLocaleOnly(int category, const char* name) {
+    static const auto kGenuine = test::Genuine<_locale_t(int, const char*)>(L"msvcrt", "_create_locale");
+    return std::string(name) == "C" ? kGenuine(category, name) : nullptr;
+}
+
+TEST(LocaleCodec, WithoutAnyLocaleOfTheUserHoldsWhatTheCLocaleHolds) {
+    const std::string before = std::setlocale(LC_ALL, nullptr);
+    const auto genuine = std::exchange(__imp__create_locale, &CreateCLocaleOnly);
+    const LocaleCodec codec("");
+    __imp__create_locale = genuine;
+    for (const test::CodePageLocale& host : test::kCodePageLocales) {
+        ASSERT_NE(std::setlocale(LC_ALL, host.locale), nullptr) << host.locale;
+        ExpectEveryCharacterOf(CP_UTF8, codec);
+        const auto beyond = codec.Encode(L"\x416");
+        std::setlocale(LC_ALL, before.c_str());
+        EXPECT_FALSE(beyond) << host.locale;
+    }
 }
 
 TEST(LocaleCodec, EncodesInTheBytesOfItsCodePage) {
@@ -56,13 +94,15 @@ TEST(LocaleCodec, EncodesInTheBytesOfItsCodePage) {
     EXPECT_EQ(japanese.Encode(L"\x30E1\x30E2"), "\x83\x81\x83\x82");
     EXPECT_EQ(japanese.Encode(L"\x8868\x30BD\\"), "\x95\x5C\x83\x5C\\");
     EXPECT_EQ(japanese.Encode(L"\xFF8A"), "\xCA");
+    EXPECT_EQ(LocaleCodec(kChinese).Encode(L"\x7B80\x4E02"), "\xBC\xF2\x81\x40");
+    EXPECT_EQ(LocaleCodec(kRussian).Encode(L"\x416\x40B"), "\xC6\x8E");
 }
 
 TEST(LocaleCodec, AsciiStandsForItselfEverywhere) {
     std::wstring text;
     for (wchar_t character = 1; character < 0x80; ++character) text += character;
     const std::string bytes(text.begin(), text.end());
-    for (const char* name : {kWestern, kJapanese, "", "C"}) {
+    for (const char* name : {kWestern, kJapanese, kChinese, kRussian, "", "C"}) {
         const LocaleCodec codec(name);
         EXPECT_EQ(codec.Encode(text), bytes) << name;
         EXPECT_EQ(codec.Decode(bytes), text) << name;
@@ -79,6 +119,10 @@ TEST(LocaleCodec, RefusesATextWithACharacterThatTheCodePageLacks) {
     EXPECT_FALSE(western.Encode(L"\x30E1"));
     for (const wchar_t* text : {L"Caf\xE9", L"\xE4", L"\xA5", L"\xD83D\xDE00"})
         EXPECT_FALSE(japanese.Encode(text)) << text;
+    for (const wchar_t* text : {L"Gar\xE7on", L"\xFF8A", L"\x40B", L"\xD83D\xDE00"})
+        EXPECT_FALSE(LocaleCodec(kChinese).Encode(text)) << text;
+    for (const wchar_t* text : {L"Caf\xE9", L"\x8868", L"\x7B80", L"\xD83D\xDE00"})
+        EXPECT_FALSE(LocaleCodec(kRussian).Encode(text)) << text;
 }
 
 TEST(LocaleCodec, RefusesASimilarCharacterThatTheCLibraryPassesOff) {
@@ -127,19 +171,19 @@ TEST(LocaleCodec, LongTextsComeBack) {
 }
 
 TEST(LocaleCodec, WithoutANameIsTheUsersCodePage) {
-    ExpectEveryCharacterOf(GetACP(), LocaleCodec(""));
+    ExpectEveryCharacterOf(test::UserCodePage(), LocaleCodec(""));
     ExpectNoCharacterToBeMistaken(LocaleCodec(""));
 }
 
 TEST(LocaleCodec, AnUnknownNameMeansTheUsersCodePage) {
     const std::string longName(127, 'x');
     for (const char* name : {"No such locale", longName.c_str(), "To register and edit gestures, allocate them."}) {
-        ExpectEveryCharacterOf(GetACP(), LocaleCodec(name));
+        ExpectEveryCharacterOf(test::UserCodePage(), LocaleCodec(name));
     }
 }
 
 TEST(LocaleCodec, AHostProgramWithoutALocaleTextMeansTheUsersCodePage) {
-    ExpectEveryCharacterOf(GetACP(), LocaleCodec::OfHostProgram());
+    ExpectEveryCharacterOf(test::UserCodePage(), LocaleCodec::OfHostProgram());
 }
 
 TEST(LocaleCodec, LeavesTheProgramsLocaleAloneInEveryThread) {

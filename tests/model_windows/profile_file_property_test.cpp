@@ -3,6 +3,7 @@
 
 #include <clocale>
 #include <string>
+#include <vector>
 
 #include "model/locale_codec.h"
 #include "model/profile_file.h"
@@ -17,9 +18,14 @@ namespace {
 
 constexpr std::uint32_t kSeedCount = 60;
 
-void ExpectGeneratedProfilesComeBackThrough(const char* localeName, UINT codePage) {
-    const LocaleCodec codec(localeName);
-    const std::wstring alphabet = test::AlphabetOf(codePage);
+class ProfileFileOfCodePage : public testing::TestWithParam<test::CodePageLocale> {};
+
+INSTANTIATE_TEST_SUITE_P(CodePages, ProfileFileOfCodePage, testing::ValuesIn(test::kCodePageLocales),
+                         [](const auto& tested) { return std::to_string(tested.param.codePage); });
+
+TEST_P(ProfileFileOfCodePage, GeneratedProfilesComeBack) {
+    const LocaleCodec codec(GetParam().locale);
+    const std::wstring alphabet = test::AlphabetOf(GetParam().codePage);
     for (std::uint32_t seed = 1; seed <= kSeedCount; ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));
         const ProfileSet profiles = test::ProfileGenerator(seed, alphabet).Profiles();
@@ -27,16 +33,20 @@ void ExpectGeneratedProfilesComeBackThrough(const char* localeName, UINT codePag
     }
 }
 
-TEST(ProfileFileProperty, GeneratedProfilesComeBackThroughCodePage1252) {
-    ExpectGeneratedProfilesComeBackThrough("English_United States.1252", 1252);
-}
-
-TEST(ProfileFileProperty, GeneratedProfilesComeBackThroughCodePage932) {
-    ExpectGeneratedProfilesComeBackThrough("Japanese_Japan.932", 932);
+TEST_P(ProfileFileOfCodePage, EveryTextOfItIsStoredInItsOwnBytes) {
+    const LocaleCodec codec(GetParam().locale);
+    ProfileRecord record = DefaultProfileRecord();
+    for (const test::CodedCharacter& coded : test::CharactersOf(GetParam().codePage)) {
+        record.settings.applications.push_back({std::wstring(3, coded.character), L""});
+    }
+    const std::string document = test::Written({record}, codec);
+    EXPECT_EQ(document.find("CDATA"), std::string::npos);
+    EXPECT_TRUE(test::Parsed(document, codec) == ProfileSet{record});
 }
 
 TEST(ProfileFileProperty, EveryCharacterComesBackThroughEveryCodePage) {
-    for (const char* localeName : {"English_United States.1252", "Japanese_Japan.932", "Russian_Russia.1251", "C"}) {
+    for (const char* localeName :
+         {"English_United States.1252", "Japanese_Japan.932", "Chinese_China.936", "Russian_Russia.1251", "C"}) {
         const LocaleCodec codec(localeName);
         ProfileRecord record = DefaultProfileRecord();
         std::wstring text;
@@ -53,24 +63,11 @@ TEST(ProfileFileProperty, EveryCharacterComesBackThroughEveryCodePage) {
     }
 }
 
-TEST(ProfileFileProperty, EveryTextOfACodePageIsStoredInItsOwnBytes) {
-    for (const UINT codePage : {1252U, 932U}) {
-        const LocaleCodec codec(codePage == 932 ? "Japanese_Japan.932" : "English_United States.1252");
-        ProfileRecord record = DefaultProfileRecord();
-        for (const test::CodedCharacter& coded : test::CharactersOf(codePage)) {
-            record.settings.applications.push_back({std::wstring(3, coded.character), L""});
-        }
-        const std::string document = test::Written({record}, codec);
-        EXPECT_EQ(document.find("CDATA"), std::string::npos) << codePage;
-        EXPECT_TRUE(test::Parsed(document, codec) == ProfileSet{record}) << codePage;
-    }
-}
-
 // The program runs with the user's code page as it is: its tests are run for several.
 TEST(ProfileFileProperty, GeneratedProfilesComeBackFromDisk) {
     const kvn::test::SandboxedUser user;
     const std::wstring path = user.ApplicationData() + L"\\VID0abcPID00a1.xml";
-    const std::wstring alphabet = test::AlphabetOf(GetACP());
+    const std::wstring alphabet = test::AlphabetOf(test::UserCodePage());
     for (std::uint32_t seed = 1000; seed < 1000 + kSeedCount; ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));
         const ProfileSet profiles = test::ProfileGenerator(seed, alphabet).Profiles();
@@ -82,12 +79,51 @@ TEST(ProfileFileProperty, GeneratedProfilesComeBackFromDisk) {
     EXPECT_EQ(test::NamesIn(user.ApplicationData()), std::vector<std::wstring>{L"VID0abcPID00a1.xml"});
 }
 
+// A text that exactly one of the code pages holds, its bytes there, and how it stands in the file of any other.
+struct TextOfOneCodePage {
+    UINT codePage;
+    std::wstring text;
+    std::string bytes;
+    std::string escaped;
+};
+const std::vector<TextOfOneCodePage> kTextsOfOneCodePage{
+    {1252, L"\x192\x178", "\x83\x9F", "<![CDATA[&#x192;&#x178;]]>"},
+    {932, L"\xFF8A\xFF83", "\xCA\xC3", "<![CDATA[&#xff8a;&#xff83;]]>"},
+    {936, L"\x7B80\x4EEC", "\xBC\xF2\xC3\xC7", "<![CDATA[&#x7b80;&#x4eec;]]>"},
+    {1251, L"\x40B\x40F", "\x8E\x8F", "<![CDATA[&#x40b;&#x40f;]]>"},
+    {CP_UTF8, L"\x85\x86", "\x85\x86", "<![CDATA[&#x85;&#x86;]]>"},
+    {0, L"\x939\x93F \xD83D\xDE00", "none", "<![CDATA[&#x939;&#x93f; &#x1f600;]]>"}};
+
+TEST(ProfileFileProperty, ATextOutsideTheUsersCodePageIsEscapedAndOneInsideIsNot) {
+    const kvn::test::SandboxedUser user;
+    const std::wstring path = user.ApplicationData() + L"\\VID0abcPID00a1.xml";
+    const UINT codePage = test::UserCodePage();
+    int inside = 0;
+    for (const TextOfOneCodePage& row : kTextsOfOneCodePage) {
+        SCOPED_TRACE("text of " + std::to_string(row.codePage) + " under " + std::to_string(codePage));
+        ProfileRecord record = DefaultProfileRecord();
+        record.name = row.text;
+        record.settings.applications = {{row.text, L"C:\\" + row.text}};
+        record.settings.gestures = {{L"U", 37, row.text, {}}};
+        ASSERT_TRUE(SaveProfileFile(path, {record}));
+        const std::string bytes = test::ReadBytes(path);
+        const bool isInside = row.codePage == codePage;
+        inside += isInside ? 1 : 0;
+        EXPECT_EQ(bytes.find("<profname>" + row.bytes + "</profname>") != std::string::npos, isInside);
+        EXPECT_EQ(bytes.find(row.escaped) != std::string::npos, !isInside);
+        ProfileSet loaded;
+        LoadProfileFile(path, loaded);
+        EXPECT_TRUE(loaded == ProfileSet{record});
+    }
+    EXPECT_EQ(inside, 1);
+}
+
 // In such a locale the C library counts the no-break space as white space, which TinyXML drops.
 TEST(ProfileFileProperty, ALocaleOfTheHostProgramTakesNothingAway) {
     const kvn::test::SandboxedUser user;
     const std::wstring path = user.ApplicationData() + L"\\VID0abcPID00a1.xml";
     ProfileRecord record = DefaultProfileRecord();
-    for (const test::CodedCharacter& coded : test::CharactersOf(GetACP())) {
+    for (const test::CodedCharacter& coded : test::CharactersOf(test::UserCodePage())) {
         record.settings.applications.push_back(
             {std::wstring(1, coded.character), std::wstring(2, coded.character) + L' '});
     }

@@ -120,21 +120,6 @@ TEST_F(LoadProfileFileTest, ReadsWhatAPlainWriterWrote) {
     EXPECT_EQ(list, ProfileSet{expected});
 }
 
-TEST_F(LoadProfileFileTest, AFileOf50MegabytesIsRefusedUnread) {
-    test::WriteBytes(Path(), "<data><profile/></data>" + std::string(std::size_t{50} * 1024 * 1024, '\n'));
-    int reads = 0;
-    const kvn::test::ReplacedImport<"ReadFile", BOOL(HANDLE, void*, DWORD, DWORD*, OVERLAPPED*)> read(
-        GetModuleHandleW(nullptr), [&reads](HANDLE, void*, DWORD, DWORD*, OVERLAPPED*) {
-            ++reads;
-            return FALSE;
-        });
-    ASSERT_TRUE(read.IsInPlace());
-    ProfileSet list = ManyProfiles();
-    EXPECT_EQ(LoadProfileFile(Path(), list), 0U);
-    EXPECT_TRUE(list.empty());
-    EXPECT_EQ(reads, 0);
-}
-
 TEST_F(LoadProfileFileTest, AFileThatCannotBeReadGivesNoProfiles) {
     ASSERT_TRUE(SaveProfileFile(Path(), ManyProfiles()));
     const kvn::test::ReplacedImport<"ReadFile", BOOL(HANDLE, void*, DWORD, DWORD*, OVERLAPPED*)> read(

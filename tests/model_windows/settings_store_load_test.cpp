@@ -167,6 +167,26 @@ TEST_F(LoadModelTest, AFileInUseIsLeftAloneAndSoIsTheRegistry) {
     EXPECT_EQ(FilesInFolder(), std::vector<std::wstring>{kFileName});
 }
 
+TEST_F(LoadModelTest, WhatASaveThatWasCutOffLeftIsRemoved) {
+    const std::string bytes = "<data><profile><profname>mine</profname></profile></data>";
+    WriteFile(bytes);
+    test::WriteBytes(Path() + L".saving", "<data><profile>");
+    EXPECT_TRUE(LoadModel(settings));
+    EXPECT_EQ(settings.profiles[0].name, L"mine");
+    EXPECT_EQ(test::ReadBytes(Path()), bytes);
+    EXPECT_EQ(FilesInFolder(), std::vector<std::wstring>{kFileName});
+}
+
+TEST_F(LoadModelTest, ASaveThatIsUnderWayIsLeftAlone) {
+    WriteFile("<data><profile/></data>");
+    test::WriteBytes(Path() + L".saving", "<data><profile>");
+    {
+        const test::HeldFile saving(Path() + L".saving", 0);
+        EXPECT_TRUE(LoadModel(settings));
+    }
+    EXPECT_EQ(test::ReadBytes(Path() + L".saving"), "<data><profile>");
+}
+
 TEST_F(LoadModelTest, WithoutAFolderThereIsADefaultProfileAllTheSame) {
     test::WriteBytes(User().ApplicationData() + L"\\KORVEN", "a file where the folder should be");
     EXPECT_FALSE(LoadModel(settings));

@@ -181,6 +181,30 @@ TEST_F(SaveProfilesTest, AFailureLeavesTheOldFile) {
     EXPECT_NE(test::ReadBytes(Path()), bytes);
 }
 
+TEST_F(SaveProfilesTest, AFolderThatIsGoneIsNotMadeAnew) {
+    ASSERT_TRUE(DeleteFileW(Path().c_str()));
+    ASSERT_TRUE(RemoveDirectoryW(User().SettingsFolder().c_str()));
+    const auto before = StoredValues();
+    EXPECT_FALSE(SaveProfiles(settings));
+    EXPECT_EQ(test::NamesIn(User().ApplicationData()), std::vector<std::wstring>{L"KORVEN"});
+    EXPECT_TRUE(test::NamesIn(User().ApplicationData() + L"\\KORVEN").empty());
+    EXPECT_EQ(StoredValues(), before);
+
+    MouseSettings again = settings;
+    EXPECT_TRUE(LoadModel(again));
+    EXPECT_EQ(FilesInFolder(), std::vector<std::wstring>{kFileName});
+}
+
+TEST_F(SaveProfilesTest, AReadOnlyFileStaysAsItIs) {
+    const std::string bytes = test::ReadBytes(Path());
+    ASSERT_TRUE(SetFileAttributesW(Path().c_str(), FILE_ATTRIBUTE_READONLY));
+    settings.profiles[0].name = L"new";
+    EXPECT_FALSE(SaveProfiles(settings));
+    EXPECT_EQ(test::ReadBytes(Path()), bytes);
+    EXPECT_EQ(FilesInFolder(), std::vector<std::wstring>{kFileName});
+    SetFileAttributesW(Path().c_str(), FILE_ATTRIBUTE_NORMAL);
+}
+
 TEST_F(SaveProfilesTest, AFileThatWasTakenAwayIsWrittenAnew) {
     ASSERT_TRUE(DeleteFileW(Path().c_str()));
     EXPECT_TRUE(SaveProfiles(settings));

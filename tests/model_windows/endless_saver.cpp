@@ -1,0 +1,29 @@
+// Saves two versions of a list in turn to one path, until it is killed or the test that started it is gone.
+// Arguments: the path, the name of the shared counts, and the process id of the test.
+#include <windows.h>
+
+#include <shellapi.h>
+
+#include <string>
+
+#include "model/profile_file.h"
+#include "tests/model_windows/endless_saver.h"
+
+int main() {
+    using namespace kvn;
+    int count = 0;
+    wchar_t** const arguments = CommandLineToArgvW(GetCommandLineW(), &count);
+    if (count != 4) return 2;
+    const std::wstring path = arguments[1];
+    const model::test::SharedSaveCounts counts(arguments[2]);
+    const platform::UniqueKernelObject test(OpenProcess(SYNCHRONIZE, FALSE, std::stoul(arguments[3])));
+    LocalFree(arguments);
+
+    const auto versions = model::test::AlternatingVersions();
+    while (WaitForSingleObject(test.Get(), 0) == WAIT_TIMEOUT) {
+        const LONG number = InterlockedIncrement(&counts->begun);
+        const bool saved = model::SaveProfileFile(path, versions[static_cast<std::size_t>(number) % versions.size()]);
+        InterlockedIncrement(saved ? &counts->saved : &counts->refused);
+    }
+    return 1;
+}
