@@ -20,6 +20,10 @@ bool Separates(model::KeyCode code) {
     return code == 107 || code == 219 || code == 221;
 }
 
+bool IsAnyShift(model::KeyCode code) {
+    return code == 16 || code == 160 || code == 161;
+}
+
 // The keys as a text has them: without gaps, the prompt and what is no key.
 model::EtcKey WithoutGaps(const model::EtcKey& keys) {
     model::EtcKey packed;
@@ -47,7 +51,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     fuzz::Require(std::all_of(read.codes.begin(), read.codes.end(), IsInTable), "a text gives keys of the table");
     fuzz::Require(std::none_of(read.codes.begin(), read.codes.end(), Separates), "a separating name is never read");
     RequireReadBack(read);
-    const model::EtcKey unshifted = model::WithoutShiftKeys(read);
-    fuzz::Require(std::none_of(unshifted.codes.begin(), unshifted.codes.end(), model::IsShiftKey), "no Shift is left");
+    for (const model::EtcKey& keys : {chosen, read}) {
+        model::EtcKey expected = keys;
+        std::replace_if(expected.codes.begin(), expected.codes.end(), IsAnyShift, model::kNoKey);
+        fuzz::Require(model::WithoutShiftKeys(keys) == expected, "the Shift keys go, and nothing else");
+    }
     return 0;
 }

@@ -12,7 +12,7 @@ namespace {
 
 // One byte of the input stands for this run, so that a few changes of it make a deep document.
 constexpr char kDeepByte = '\x01';
-constexpr std::size_t kRunLength = 40;
+constexpr std::size_t kRunLength = model::kMaxXmlDepth - 1;
 
 std::string Expanded(const std::string& bytes) {
     std::string document;
