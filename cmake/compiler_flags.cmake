@@ -16,3 +16,13 @@ if(KVN_SANITIZE)
   add_link_options(-fsanitize=address,undefined)
   add_compile_definitions(_GLIBCXX_ASSERTIONS)
 endif()
+
+if(KVN_FUZZ)
+  # What steers the fuzzer counts in every file, TinyXML's included. Only clang thinks signs part of -Wconversion.
+  add_compile_options(-fsanitize=fuzzer-no-link -O1 -Wno-sign-conversion)
+endif()
+
+if(KVN_COVERAGE)
+  add_compile_options(--coverage)
+  add_link_options(--coverage)
+endif()

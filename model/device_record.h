@@ -1,7 +1,10 @@
 // The attached mouse as the resident service publishes it.
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 
 namespace kvn::model {
@@ -28,5 +31,19 @@ struct DeviceRecord {
 inline bool IsPlausible(const DeviceRecord& device) {
     return device.hasTilt <= 1 && device.buttonCount >= 0 && device.buttonCount <= kMaxButtonCount;
 }
+
+// The published values as they lie in the registry. A short number fills its low bytes, a short text its first
+// characters; what is not filled stays zero.
+struct PublishedDevice {
+    std::uint32_t hasTilt = 0;
+    std::uint32_t buttonCount = 0;
+    std::uint32_t vid = 0;
+    std::uint32_t pid = 0;
+    std::array<wchar_t, kMaxMouseImageLength + 1> mouseImage{};  // with a final zero or without
+    std::uint32_t mouseFlag = 0;
+};
+
+// The mouse that is published; nothing when a capability is out of its range.
+std::optional<DeviceRecord> DeviceFromPublished(const PublishedDevice& published);
 
 }  // namespace kvn::model

@@ -1,7 +1,5 @@
 #include "model/registry_records.h"
 
-#include <array>
-
 #include "platform/unique_resource.h"
 
 namespace kvn::model {
@@ -38,19 +36,9 @@ bool SetUnterminatedText(std::uint32_t vid, std::uint32_t pid, RegistryValue val
     return SetModelValue(vid, pid, value, guarded.c_str(), lengthInBytes);
 }
 
-template <typename Number>
-bool ReadNumber(RegistryValue value, Number& number) {
-    static_assert(sizeof number == sizeof(DWORD));
-    return !ReadCurrentDeviceValue(value, &number, sizeof number);
-}
-
-bool ReadMouseImage(std::wstring& mouseImage) {
-    std::array<wchar_t, kMaxMouseImageLength + 1> text{};
-    if (ReadCurrentDeviceValue(RegistryValue::MouseImage, text.data(), sizeof text)) return false;
-    // A text in the registry need not end with a zero.
-    text.back() = L'\0';
-    mouseImage = text.data();
-    return true;
+template <typename Buffer>
+bool ReadInto(RegistryValue value, Buffer& buffer) {
+    return !ReadCurrentDeviceValue(value, &buffer, sizeof buffer);
 }
 
 }  // namespace
@@ -100,13 +88,13 @@ ProfileRecord NewProfileRecord() {
 }
 
 std::optional<DeviceRecord> ReadCurrentDevice() {
-    DeviceRecord device;
-    const bool read = ReadNumber(RegistryValue::HasTilt, device.hasTilt) &&
-                      ReadNumber(RegistryValue::ButtonCount, device.buttonCount) &&
-                      ReadNumber(RegistryValue::Vid, device.vid) && ReadNumber(RegistryValue::Pid, device.pid) &&
-                      ReadMouseImage(device.mouseImage) && ReadNumber(RegistryValue::MouseFlag, device.mouseFlag);
-    if (!read || !IsPlausible(device)) return std::nullopt;
-    return device;
+    PublishedDevice published;
+    const bool read = ReadInto(RegistryValue::HasTilt, published.hasTilt) &&
+                      ReadInto(RegistryValue::ButtonCount, published.buttonCount) &&
+                      ReadInto(RegistryValue::Vid, published.vid) && ReadInto(RegistryValue::Pid, published.pid) &&
+                      ReadInto(RegistryValue::MouseImage, published.mouseImage) &&
+                      ReadInto(RegistryValue::MouseFlag, published.mouseFlag);
+    return read ? DeviceFromPublished(published) : std::nullopt;
 }
 
 }  // namespace kvn::model

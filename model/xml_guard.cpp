@@ -133,9 +133,11 @@ private:
         const std::size_t end = FindTagEnd(begin + 1);
         if (end == std::string_view::npos || !HasWholeReferences(document.substr(begin, end - begin))) return false;
         position = end + 1;
+        if (depth == kMaxXmlDepth) return false;
         if (document[end - 1] == '/') return true;
         NoteBlankText();
-        return ++depth <= kMaxXmlDepth;
+        ++depth;
+        return true;
     }
 
     // The ">" that ends the tag, past quoted attribute values; npos when it has none within the limit or a "<" comes

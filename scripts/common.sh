@@ -11,6 +11,10 @@ jobs=$(nproc)
 # shellcheck disable=SC2034  # used by those who source this
 product_folders=(model platform gestures profiles page)
 
+# What builds and runs the fuzz targets.
+# shellcheck disable=SC2034  # used by those who source this
+fuzz_packages=(clang libclang-rt-14-dev)
+
 # Runs a command with the rights to install packages.
 as_root() {
     if [ "$(id -u)" -eq 0 ]; then

@@ -118,6 +118,16 @@ TEST(PrepareXml, RefusesWhatIsNestedTooDeeply) {
     EXPECT_FALSE(PrepareXml(Repeated("<\xE9>", 100'000)));
 }
 
+TEST(PrepareXml, AnElementWithoutContentIsNestedToo) {
+    const auto nestedAround = [](const std::string& content, std::size_t depth) {
+        return Repeated("<a>", depth) + content + Repeated("</a>", depth);
+    };
+    for (const std::string element : {"<a/>", "<a />", "<a b='/'/>", "<a/><a/>"}) {
+        EXPECT_TRUE(PrepareXml(nestedAround(element, kMaxXmlDepth - 1))) << element;
+        EXPECT_FALSE(PrepareXml(nestedAround(element, kMaxXmlDepth))) << element;
+    }
+}
+
 TEST(PrepareXml, AllowsAsManySiblingsAsThereAre) {
     EXPECT_TRUE(PrepareXml("<a>" + Repeated("<b>x</b>", 100'000) + "</a>"));
     EXPECT_TRUE(PrepareXml("<a>" + Repeated("<b/>", 100'000) + "</a>"));

@@ -26,8 +26,8 @@ constexpr int kReports = 10;
 // For what comes and goes at other times; less than one a round.
 constexpr std::size_t kSlack = 10;
 constexpr std::size_t kSlackBytes = 2000;
-// What the choosers cost in an opening, in whole pages of memory, and how unevenly a heap grows.
-constexpr std::size_t kLargestCost = std::size_t{20} * 1024;
+// What the choosers cost in an opening, with what the heap needs for each block, and how unevenly a heap grows.
+constexpr std::size_t kLargestCost = std::size_t{24} * 1024;
 constexpr std::size_t kAllocatorSlack = std::size_t{512} * 1024;
 constexpr int kGestureFunction = 36;
 constexpr int kArbitraryKey = 37;

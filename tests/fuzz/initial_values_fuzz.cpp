@@ -1,0 +1,47 @@
+// The settings that the service sends, of any length and content: eleven checked numbers or none.
+#include <vector>
+
+#include "model/profile.h"
+#include "tests/fuzz/fuzz_input.h"
+
+using namespace kvn;
+
+namespace {
+
+constexpr std::size_t kNumberBytes = 4;
+
+std::int32_t LittleEndian(const std::uint8_t* bytes) {
+    std::uint32_t number = 0;
+    for (std::size_t index = kNumberBytes; index-- > 0;) number = number << 8 | bytes[index];
+    return static_cast<std::int32_t>(number);
+}
+
+// The ranges, written a second time.
+bool IsGood(std::size_t index, std::int32_t number) {
+    if (index == 5) return number >= 1 && number <= 8;
+    return (number >= 0 && number <= 54) || (index == 10 && number == -2);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    // From an odd address: the record comes from another program.
+    std::vector<std::uint8_t> shifted(size + 1);
+    if (size > 0) std::memcpy(shifted.data() + 1, data, size);
+    const auto values = model::InitialValuesFromRecord(std::as_bytes(std::span(shifted).subspan(1)));
+
+    fuzz::Require(values.has_value() == (size >= kNumberBytes * model::kSettingFieldCount), "a whole record is read");
+    if (!values) return 0;
+    for (std::size_t index = 0; index < model::kSettingFieldCount; ++index) {
+        const std::int32_t sent = LittleEndian(data + kNumberBytes * index);
+        fuzz::Require(values->items[index] == (IsGood(index, sent) ? sent : -1), "each number is checked");
+    }
+
+    model::ProfileRecord record;
+    record.settings.values = *values;
+    const model::SettingValues initial = model::InitialValuesOf(record);
+    for (std::size_t index = 0; index < model::kSettingFieldCount; ++index) {
+        fuzz::Require(IsGood(index, initial.items[index]), "an initial value is never out of its range");
+    }
+    return 0;
+}

@@ -1,0 +1,87 @@
+// The faults that were published of TinyXML 2.6.2. Its sources are patched, so the bare parser stands them; what we
+// load does not even get there. A parser without its patch loops until the test's time is up, or fails an assertion.
+#include <gtest/gtest.h>
+#include <tinyxml.h>
+
+#include <string>
+#include <vector>
+
+#include "tests/model/printed_document.h"
+#include "tests/model/test_codecs.h"
+
+namespace kvn::model {
+namespace {
+
+using namespace std::string_literals;
+
+using Documents = std::vector<std::string>;
+
+// CVE-2021-42260: where the place of an error is counted in UTF-8, a lead byte 0xEF among the last two bytes.
+const Documents kCutLeadBytes{
+    "<a \xEF>",          "<a \xEF/",  "<a \xEF<",    "<a b='c' \xEF>",       "<a>\n<b \xEF>",       "<a x\xEF>",
+    "<?xml?>  <a \xEF>", "<a><\xEF ", "<data \xEF>", "\t<data>\n\t<p \xEF/", "<data><profile \xEF>"};
+
+// CVE-2023-34194: a declaration that ends in white space, at the end of the document or at a zero.
+const Documents kCutDeclarations{"<?xml   ",
+                                 "<?xml \n\t",
+                                 "<?xml version='1.0' ",
+                                 "<?xml version=\"1.0\" encoding=\"utf-8\" \r\n",
+                                 " <?xml encoding='x'   ",
+                                 "<?xml standalone='yes' \t",
+                                 "<?xml a ",
+                                 "<a><?xml  ",
+                                 "<?xml version='1.0' \0 ?><data/>"s};
+
+// What a careful reader sets, and TinyXML's own defaults, by which an error is given its row and column.
+struct ParserSetup {
+    TiXmlEncoding encoding;
+    int tabSize;
+};
+
+class PublishedFaultTest : public testing::TestWithParam<ParserSetup> {
+protected:
+    static bool IsBroken(const std::string& document) {
+        TiXmlDocument parsed;
+        parsed.SetTabSize(GetParam().tabSize);
+        parsed.Parse(document.c_str(), nullptr, GetParam().encoding);
+        return parsed.Error() || parsed.RootElement() == nullptr;
+    }
+};
+
+TEST_P(PublishedFaultTest, ALeadByteWithoutItsCharacterEndsTheParse) {
+    for (const std::string& document : kCutLeadBytes) EXPECT_TRUE(IsBroken(document)) << document;
+}
+
+TEST_P(PublishedFaultTest, ADeclarationThatEndsInWhiteSpaceEndsTheParse) {
+    for (const std::string& document : kCutDeclarations) EXPECT_TRUE(IsBroken(document)) << document;
+}
+
+INSTANTIATE_TEST_SUITE_P(Parsers, PublishedFaultTest,
+                         testing::Values(ParserSetup{TIXML_ENCODING_LEGACY, 0}, ParserSetup{TIXML_ENCODING_LEGACY, 4},
+                                         ParserSetup{TIXML_ENCODING_UTF8, 0}, ParserSetup{TIXML_ENCODING_UTF8, 4},
+                                         ParserSetup{TIXML_ENCODING_UNKNOWN, 4}));
+
+TEST(PublishedFault, NoTriggerIsLoaded) {
+    const test::LatinCodec latin;
+    const test::DoubleByteCodec doubleByte;
+    for (const Documents& documents : {kCutLeadBytes, kCutDeclarations}) {
+        for (const std::string& trigger : documents) {
+            for (const std::string& document : {trigger, "<data><profile/>" + trigger, "\xEF\xBB\xBF" + trigger}) {
+                EXPECT_TRUE(test::Parsed(document, latin).empty()) << document;
+                EXPECT_TRUE(test::Parsed(document, doubleByte).empty()) << document;
+            }
+        }
+    }
+}
+
+// A whole declaration is blanked out before the parser sees it, with whatever is in it.
+TEST(PublishedFault, ADeclarationNeverReachesTheParser) {
+    const test::LatinCodec latin;
+    for (const std::string declaration :
+         {"<?xml  >", "<?xml version='1.0' \t>", "<?xml \xEF>", "<?xml version=>", "<?xml version=\"\xEF\" ?>"}) {
+        EXPECT_EQ(test::Parsed(declaration + "<data><profile/></data>", latin).size(), 1U) << declaration;
+    }
+}
+
+}  // namespace
+}  // namespace kvn::model
