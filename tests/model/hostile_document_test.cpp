@@ -85,7 +85,7 @@ private:
 
 TEST(HostileDocument, MutatedDocumentsGiveCheckedProfilesOrNone) {
     std::size_t readable = 0;
-    for (std::uint32_t seed = 1; seed <= 60; ++seed) {
+    for (std::uint32_t seed = 1; seed <= 15; ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));
         test::ProfileGenerator generator(seed, L"\xE9\x4E02\x4E03");
         const std::string document = test::Written(generator.Profiles(), kDoubleByte);
@@ -101,7 +101,7 @@ TEST(HostileDocument, MutatedDocumentsGiveCheckedProfilesOrNone) {
         }
     }
     // Some survive their mutation: more than the way into the refusal is tested.
-    EXPECT_GT(readable, 1000U);
+    EXPECT_GT(readable, 250U);
 }
 
 TEST(HostileDocument, EveryTruncationIsRefused) {
