@@ -1,0 +1,31 @@
+// Accesses to memory that is not there; in a window procedure they would go unnoticed.
+#pragma once
+
+#include <windows.h>
+
+#include <atomic>
+
+namespace kvn::test {
+
+// Counts those of the whole process from its making on; one at a time.
+class AccessViolations {
+public:
+    AccessViolations() : handler(AddVectoredExceptionHandler(1, Count)) { count = 0; }
+    AccessViolations(const AccessViolations&) = delete;
+    AccessViolations& operator=(const AccessViolations&) = delete;
+    ~AccessViolations() { RemoveVectoredExceptionHandler(handler); }
+
+    static int Seen() { return count; }
+
+private:
+    static LONG CALLBACK Count(EXCEPTION_POINTERS* exception) {
+        const DWORD code = exception->ExceptionRecord->ExceptionCode;
+        if (code == EXCEPTION_ACCESS_VIOLATION || code == EXCEPTION_STACK_OVERFLOW) ++count;
+        return EXCEPTION_CONTINUE_SEARCH;
+    }
+
+    void* handler;
+    static inline std::atomic<int> count;
+};
+
+}  // namespace kvn::test
