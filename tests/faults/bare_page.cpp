@@ -173,8 +173,10 @@ INT_PTR CALLBACK BarePage::GuardedDialog(HWND window, UINT message, WPARAM wPara
 }
 
 INT_PTR BarePage::RunDialog(HINSTANCE resources, LPCWSTR name, HWND owner, DLGPROC procedure, LPARAM parameter) {
+    const auto templateId = static_cast<UINT>(reinterpret_cast<ULONG_PTR>(name));
+    if (templateId == refusedDialog) return -1;
     ++openedDialogs;
-    running.push_back({procedure, static_cast<UINT>(reinterpret_cast<ULONG_PTR>(name)), nullptr, false});
+    running.push_back({procedure, templateId, nullptr, false});
     const INT_PTR result = DialogBoxParamW(resources, name, owner, GuardedDialog, parameter);
     running.pop_back();
     return result;
@@ -182,6 +184,7 @@ INT_PTR BarePage::RunDialog(HINSTANCE resources, LPCWSTR name, HWND owner, DLGPR
 
 int BarePage::AnswerMessage(LPCWSTR text, UINT style) {
     messages.emplace_back(text);
+    if (onMessage) onMessage();
     return (style & MB_TYPEMASK) == MB_YESNO ? IDYES : IDOK;
 }
 

@@ -41,6 +41,7 @@ public:
     void Close();
 
     HWND Window() const { return page; }
+    HWND Parent() const { return parent; }
     HWND ButtonPane() const;
     HWND GesturePane() const;
     HWND PaneControl(int control) const { return GetDlgItem(ButtonPane(), control); }
@@ -56,10 +57,16 @@ public:
     // afterwards.
     using DialogUser = std::function<void(HWND dialog)>;
     void WhenDialogOpens(UINT templateId, DialogUser user) { users[templateId] = std::move(user); }
+    // Dialogs of this template cannot be made; 0: all can.
+    void RefuseDialog(UINT templateId) { refusedDialog = templateId; }
+    // Whether an open dialog is about to close.
+    bool HasEnded(HWND dialog) { return DialogOf(dialog).isEnded; }
     int OpenedDialogs() const { return openedDialogs; }
 
     // The texts of the message boxes so far; every one is answered with OK or Yes at once.
     const std::vector<std::wstring>& Messages() const { return messages; }
+    // What happens while a message box is open.
+    void WhenMessageOpens(std::function<void()> event) { onMessage = std::move(event); }
     void ForgetMessages() { messages.clear(); }
 
     // Dialogs that neither the user nor a Cancel could close; there must never be one.
@@ -84,6 +91,8 @@ private:
     PROPSHEETPAGEW_V2 description{};
     std::map<UINT, DialogUser> users;
     std::vector<std::wstring> messages;
+    std::function<void()> onMessage;
+    UINT refusedDialog = 0;
     int openedDialogs = 0;
     int stuckDialogs = 0;
 

@@ -1,8 +1,35 @@
 // Memory that is refused while the page is made and opened.
+#include <thread>
+#include <tuple>
+
 #include "tests/faults/memory_fault_test.h"
 
 namespace kvn::test {
 namespace {
+
+// In a module that is loaded anew, since what its first exception makes stays.
+HRESULT ResultWithoutMemory(const ModuleUnderTest& module, ModuleMemory& memory) {
+    void* object = nullptr;
+    memory.ExhaustFrom(1);
+    const HRESULT result = module.GetClassObject(kServerClassId, IID_IClassFactory, &object);
+    EXPECT_TRUE(memory.StopRefusing());
+    return result;
+}
+
+TEST(FirstExceptionTest, IsThrownWithoutAnyMemory) {
+    const ModuleUnderTest module;
+    ModuleMemory memory(module.Handle());
+    EXPECT_EQ(E_OUTOFMEMORY, ResultWithoutMemory(module, memory));
+    EXPECT_EQ(S_OK, module.CanUnloadNow());
+}
+
+TEST(FirstExceptionTest, OfAnotherThreadIsThrownWithoutAnyMemory) {
+    const ModuleUnderTest module;
+    ModuleMemory memory(module.Handle());
+    HRESULT result = S_OK;
+    std::thread([&] { result = ResultWithoutMemory(module, memory); }).join();
+    EXPECT_EQ(E_OUTOFMEMORY, result);
+}
 
 using MemoryOfExtensionTest = MemoryFaultTest;
 

@@ -2,10 +2,10 @@
 #include <malloc.h>
 
 #include <algorithm>
-#include <atomic>
 #include <cstdlib>
 
 #include "tests/page/gesture_test.h"
+#include "tests/support/access_violations.h"
 #include "tests/support/key_dialog.h"
 #include "tests/support/profile_dialogs.h"
 #include "tests/support/window_search.h"
@@ -19,26 +19,6 @@ void SpoilAndFree(void* block) {
     if (block != nullptr) std::fill_n(static_cast<volatile unsigned char*>(block), _msize(block), 0xDD);
     std::free(block);
 }
-
-// Counts accesses to memory that is not there; in a window procedure they would go unnoticed.
-class AccessViolations {
-public:
-    AccessViolations() : handler(AddVectoredExceptionHandler(1, Count)) { count = 0; }
-    AccessViolations(const AccessViolations&) = delete;
-    AccessViolations& operator=(const AccessViolations&) = delete;
-    ~AccessViolations() { RemoveVectoredExceptionHandler(handler); }
-
-    static int Seen() { return count; }
-
-private:
-    static LONG CALLBACK Count(EXCEPTION_POINTERS* exception) {
-        if (exception->ExceptionRecord->ExceptionCode == EXCEPTION_ACCESS_VIOLATION) ++count;
-        return EXCEPTION_CONTINUE_SEARCH;
-    }
-
-    void* handler;
-    static inline std::atomic<int> count;
-};
 
 class DestroyedSheetTest : public GestureTest {
 protected:
