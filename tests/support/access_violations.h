@@ -1,4 +1,4 @@
-// Accesses to memory that is not there; in a window procedure they would go unnoticed.
+// Counts this process's accesses to memory that is not there; in a window procedure they would go unnoticed.
 #pragma once
 
 #include <windows.h>
@@ -7,7 +7,6 @@
 
 namespace kvn::test {
 
-// Counts those of the whole process from its making on; one at a time.
 class AccessViolations {
 public:
     AccessViolations() : handler(AddVectoredExceptionHandler(1, Count)) { count = 0; }
@@ -19,8 +18,7 @@ public:
 
 private:
     static LONG CALLBACK Count(EXCEPTION_POINTERS* exception) {
-        const DWORD code = exception->ExceptionRecord->ExceptionCode;
-        if (code == EXCEPTION_ACCESS_VIOLATION || code == EXCEPTION_STACK_OVERFLOW) ++count;
+        if (exception->ExceptionRecord->ExceptionCode == EXCEPTION_ACCESS_VIOLATION) ++count;
         return EXCEPTION_CONTINUE_SEARCH;
     }
 
