@@ -3,7 +3,8 @@
 
 namespace kvn::platform {
 
-// Sets the reserve aside again after it was used. Cheap while it is there.
+// Sets the reserve aside again after it was used; to be called where other people's code calls ours. Cheap while the
+// reserve is there.
 void KeepMemoryReserve() noexcept;
 
 }  // namespace kvn::platform

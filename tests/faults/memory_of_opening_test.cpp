@@ -8,7 +8,11 @@
 namespace kvn::test {
 namespace {
 
-// In a module that is loaded anew, since what its first exception makes stays.
+// What a first exception makes stays as long as the module, which pages that nobody has opened keep loaded.
+void UnloadModule() {
+    while (const HMODULE left = GetModuleHandleW(L"KvnMouseUtil.dll")) FreeLibrary(left);
+}
+
 HRESULT ResultWithoutMemory(const ModuleUnderTest& module, ModuleMemory& memory) {
     void* object = nullptr;
     memory.ExhaustFrom(1);
@@ -18,6 +22,7 @@ HRESULT ResultWithoutMemory(const ModuleUnderTest& module, ModuleMemory& memory)
 }
 
 TEST(FirstExceptionTest, IsThrownWithoutAnyMemory) {
+    UnloadModule();
     const ModuleUnderTest module;
     ModuleMemory memory(module.Handle());
     EXPECT_EQ(E_OUTOFMEMORY, ResultWithoutMemory(module, memory));
@@ -25,8 +30,21 @@ TEST(FirstExceptionTest, IsThrownWithoutAnyMemory) {
 }
 
 TEST(FirstExceptionTest, OfAnotherThreadIsThrownWithoutAnyMemory) {
+    UnloadModule();
     const ModuleUnderTest module;
     ModuleMemory memory(module.Handle());
+    HRESULT result = S_OK;
+    std::thread([&] { result = ResultWithoutMemory(module, memory); }).join();
+    EXPECT_EQ(E_OUTOFMEMORY, result);
+}
+
+TEST(FirstExceptionTest, OfAnotherThreadIsThrownAfterTheReserveWasUsedOnce) {
+    UnloadModule();
+    const ModuleUnderTest module;
+    ModuleMemory memory(module.Handle());
+    EXPECT_EQ(E_OUTOFMEMORY, ResultWithoutMemory(module, memory));
+    // With memory again, any call sets the next reserve aside.
+    module.Factory();
     HRESULT result = S_OK;
     std::thread([&] { result = ResultWithoutMemory(module, memory); }).join();
     EXPECT_EQ(E_OUTOFMEMORY, result);
