@@ -137,13 +137,15 @@ void GesturePane::OpenGestureEditor(GestureEditMode mode) {
 // brackets, until the profile is shown again.
 void GesturePane::AddGesture(const model::GestureEntry& gesture, const std::wstring& functionText) {
     Gestures().push_back(gesture);
+    // A list that could not be filled to its end has no place for the row.
+    if (static_cast<std::size_t>(platform::ListRowCount(list)) + 1 != Gestures().size()) return ShowProfile();
     InsertRow(static_cast<int>(Gestures().size()) - 1, gesture, functionText);
 }
 
 void GesturePane::ReplaceGesture(const model::GestureEntry& gesture, const std::wstring& functionText) {
     const auto index = SelectedGesture();
     if (!index) return;
-    Gestures()[*index] = gesture;
+    Gestures()[*index] = model::GestureEntry(gesture);  // a copy that fails leaves the gesture as it is
     const auto row = static_cast<int>(*index);
     platform::SetListText(list, row, kStrokeColumn, gesture.stroke);
     SetDetails(row, gesture, functionText);

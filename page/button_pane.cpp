@@ -92,7 +92,8 @@ void ButtonPane::SetUp() {
 }
 
 void ButtonPane::Fill(const model::ProfileSettings& shown) {
-    if (Window() == nullptr) return;
+    isFilled = false;
+    if (!HasTakenOver()) return;
     for (const SlotChooser& chooser : choosers) {
         const ButtonSlot slot = chooser.Slot();
         const model::FunctionCode function = shown.FunctionOf(slot);
@@ -106,6 +107,7 @@ void ButtonPane::Fill(const model::ProfileSettings& shown) {
         SendMessageW(Control(row.control), TBM_SETPOS, TRUE, shown[row.field]);
     }
     FillRevolutionCount(shown[SettingField::FlyingRevolutionCount]);
+    isFilled = true;
 }
 
 void ButtonPane::FillRevolutionCount(std::int32_t count) {
@@ -127,7 +129,7 @@ void ButtonPane::DisableMissingCapabilities() {
 
 model::ProfileSettings ButtonPane::Read(const model::ProfileSettings& base) const {
     model::ProfileSettings read = base;
-    if (Window() == nullptr) return read;
+    if (!isFilled) return read;
     for (const SlotChooser& chooser : choosers) {
         if (const auto function = chooser.Selected()) read[RowOf(chooser.Slot()).field] = *function;
     }

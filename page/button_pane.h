@@ -41,7 +41,8 @@ public:
     void DisableMissingCapabilities();
 
     // The settings as the user sees them: the numbers that a control shows, everything else as in `base`. A chooser
-    // without a selection holds a code that it does not offer and keeps it.
+    // without a selection holds a code that it does not offer and keeps it. A pane that could not be filled to its end
+    // shows nobody's settings and keeps everything.
     model::ProfileSettings Read(const model::ProfileSettings& base) const;
 
     // Loads the pictures of the mouse from the folder and draws the plain one.
@@ -75,6 +76,7 @@ private:
     std::vector<MousePicture> pictures;
     // The index that a chooser had selected when the focus came to it or its choice was last confirmed.
     int earlierIndex = 0;
+    bool isFilled = false;
 };
 
 }  // namespace kvn::page

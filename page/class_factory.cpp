@@ -3,6 +3,7 @@
 #include <new>
 
 #include "page/shell_prop_sheet_ext.h"
+#include "platform/memory_reserve.h"
 
 namespace kvn::page {
 
@@ -12,6 +13,7 @@ HRESULT STDMETHODCALLTYPE CClassFactory::CreateInstance(IUnknown* outer, REFIID 
     if (outer != nullptr) return CLASS_E_NOAGGREGATION;
     if (interfaceId != IID_IShellPropSheetExt && interfaceId != IID_IUnknown) return E_NOINTERFACE;
 
+    platform::KeepMemoryReserve();
     auto* extension = new (std::nothrow) CShellPropSheetExt;
     if (extension == nullptr) return E_OUTOFMEMORY;
     MakeCurrentPanel();

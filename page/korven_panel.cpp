@@ -13,6 +13,7 @@
 #include "page/module_state.h"
 #include "page/property_page.h"
 #include "page/service_folder.h"
+#include "platform/boundary.h"
 #include "platform/module.h"
 #include "platform/raised_flag.h"
 #include "platform/service_window.h"
@@ -64,6 +65,14 @@ bool KorvenPanel::CanAddPage(LPFNADDPROPSHEETPAGE /*addPage*/, LPARAM /*paramete
 
 void KorvenPanel::OnInitDialog(HINSTANCE module, HWND page) {
     pageWindow = page;
+    const bool isComplete = platform::AtBoundary(false, [&] {
+        SetUpPage(module);
+        return true;
+    });
+    if (!isComplete) boxes.Warn(page, IDS_SETTINGS_FAILED);
+}
+
+void KorvenPanel::SetUpPage(HINSTANCE module) {
     // Before any message box: while one is open the service may send its own.
     settings.initialValues = model::InitialValuesOf(model::NewProfileRecord());
     ReadDevice();
@@ -150,8 +159,12 @@ void KorvenPanel::FindServiceFiles() {
 
 bool KorvenPanel::OnApply(HINSTANCE /*module*/, HWND page) {
     if (settings.profiles.empty()) return true;
-    StorePane();
-    if (SaveSettings()) {
+    // What breaks off has failed, too.
+    const bool isSaved = platform::AtBoundary(false, [this] {
+        StorePane();
+        return SaveSettings();
+    });
+    if (isSaved) {
         platform::NotifySettingsChanged();
         return true;
     }
@@ -198,9 +211,16 @@ void KorvenPanel::OnProfileCommand(UINT notification) {
     if (notification != CBN_SELCHANGE) return;
     const LRESULT chosen = SendMessageW(Control(IDC_PAGE_PROFILE), CB_GETCURSEL, 0, 0);
     if (chosen < 0 || static_cast<std::size_t>(chosen) >= settings.profiles.size()) return;
-    StorePane();
-    settings.selectedProfile = static_cast<std::size_t>(chosen);
-    buttonPane.Fill(model::CheckedCopy(settings.Selected()));
+    const auto index = static_cast<std::size_t>(chosen);
+    model::ProfileSettings shown;
+    const bool canChange = platform::AtBoundary(false, [&] {
+        StorePane();
+        shown = model::CheckedCopy(settings.profiles[index].settings);
+        return true;
+    });
+    if (!canChange) return ShowSelectedProfile();
+    settings.selectedProfile = index;
+    buttonPane.Fill(shown);
     gesturePane.ShowProfile();
 }
 

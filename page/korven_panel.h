@@ -66,7 +66,8 @@ private:
     void OnHelpCommand(UINT notification);
     void OnResetCommand(UINT notification);
 
-    // Start-up, in this order.
+    // Start-up, and its steps in this order.
+    void SetUpPage(HINSTANCE module);
     void ReadDevice();
     void LoadProfiles();
     void CreatePanes(HINSTANCE module);

@@ -21,12 +21,20 @@ INT_PTR CALLBACK ModalDialog::Procedure(HWND dialog, UINT message, WPARAM wParam
     }
     auto* const self = ObjectOf<ModalDialog>(dialog);
     if (self == nullptr) return FALSE;
+    if (message == WM_INITDIALOG) return self->SetUp(wParam, lParam);
     if (message == WM_COMMAND) return self->CarryOut(wParam, lParam);
     const auto answer = AtBoundary<INT_PTR>(FALSE, [&] { return self->OnMessage(message, wParam, lParam); });
     if (message == WM_NCDESTROY) {
         SetWindowLongPtrW(dialog, GWLP_USERDATA, 0);
         self->isOpen = false;
     }
+    return answer;
+}
+
+INT_PTR ModalDialog::SetUp(WPARAM wParam, LPARAM lParam) {
+    constexpr INT_PTR kBrokenOff = -1;
+    const auto answer = AtBoundary(kBrokenOff, [&] { return OnMessage(WM_INITDIALOG, wParam, lParam); });
+    if (answer == kBrokenOff) End(DialogResult::Cancelled);
     return answer;
 }
 

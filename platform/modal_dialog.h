@@ -19,7 +19,8 @@ protected:
     ModalDialog() = default;
     ~ModalDialog() = default;
 
-    // Shows the dialog above the owner until it ends. True when it was accepted; false also when it cannot be made.
+    // Shows the dialog above the owner until it ends. True when it was accepted; false also when it cannot be made, or
+    // set up to its end: half a dialog's OK would store half of what it was opened with.
     bool RunModal(HINSTANCE module, UINT dialogTemplate, HWND owner);
     void End(DialogResult result) const { EndDialog(window, static_cast<INT_PTR>(result)); }
 
@@ -34,6 +35,7 @@ protected:
 
 private:
     static INT_PTR CALLBACK Procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam);
+    INT_PTR SetUp(WPARAM wParam, LPARAM lParam);
     INT_PTR CarryOut(WPARAM wParam, LPARAM lParam);
 
     HINSTANCE resources = nullptr;

@@ -35,6 +35,8 @@ protected:
 
     // From now on the messages of the window come to the pane first.
     void TakeOver();
+    // Whether the pane was set up to its end: only then its controls show what they should.
+    bool HasTakenOver() const { return previousProcedure != nullptr; }
 
     // A command comes here before the page hears of it.
     virtual void OnCommand(UINT control, UINT notification) = 0;

@@ -250,8 +250,9 @@ void ProfileEditor::AddPrograms(std::size_t profile, const std::vector<Applicati
             continue;
         }
         if (!context.boxes.AllowsAnotherItem(Window(), programs.Count())) return;
-        programs.Append(program);
+        // In this order: a row without its program would shift every later one.
         edited.AddProgram(profile, program);
+        programs.Append(program);
     }
 }
 

@@ -1,0 +1,92 @@
+// Calls of Windows' functions that fail, one after another, while a user goes through the whole page.
+#include <windows.h>
+
+#include <commctrl.h>
+#include <objbase.h>
+#include <objidl.h>
+#include <psapi.h>
+#include <shellapi.h>
+
+#include <gdiplus.h>
+
+#include <ostream>
+
+#include "tests/faults/failed_call.h"
+#include "tests/faults/whole_page_test.h"
+
+namespace kvn::test {
+namespace {
+
+namespace gdi = Gdiplus::DllExports;
+
+struct FaultRow {
+    const char* name;
+    FailingImport import;
+
+    friend std::ostream& operator<<(std::ostream& out, const FaultRow& row) { return out << row.name; }
+};
+
+class AnyCallTest : public WholePageTest, public testing::WithParamInterface<FaultRow> {};
+
+TEST_P(AnyCallTest, ThatFailsHarmsNothingThatIsSaved) {
+    const Saved whole = StateAfterTour();
+    FailedCall call;
+    const auto import = GetParam().import(module.Handle(), call);
+    ASSERT_NE(nullptr, import) << "not imported";
+    for (int number = 1; number == 1 || call.WasReached(); ++number) {
+        SCOPED_TRACE(number);
+        StartAnew();
+        call = {number};
+        const bool isApplied = GoThroughThePage();
+        const FailedCall during = call;
+        ExpectNoDamage();
+        call = {};
+        EXPECT_TRUE(isApplied || page.Apply());
+        EXPECT_NE(std::string::npos, State().file.find("<profname>Second</profname>"));
+        EXPECT_NE(std::string::npos, State().file.find("C:\\windows\\notepad.exe"));
+        page.Close();
+        if (HasFailure()) break;
+        call = during;
+        EXPECT_TRUE(number > 1 || call.WasReached()) << "never called";
+    }
+    call = {};
+    ExpectWholeTour(whole);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    OfWindows, AnyCallTest,
+    testing::Values(
+        FaultRow{"CreateDialogParamW", FailingWith<"CreateDialogParamW">(CreateDialogParamW, HWND{})},
+        FaultRow{"SetTimer", FailingWith<"SetTimer">(SetTimer, UINT_PTR{0})},
+        FaultRow{"GetDC", FailingWith<"GetDC">(GetDC, HDC{})},
+        FaultRow{"CreatePen", FailingWith<"CreatePen">(CreatePen, HPEN{})},
+        FaultRow{"CreateSolidBrush", FailingWith<"CreateSolidBrush">(CreateSolidBrush, HBRUSH{})},
+        FaultRow{"GetCursorPos", FailingWith<"GetCursorPos">(GetCursorPos, WINBOOL{FALSE})},
+        FaultRow{"GetComboBoxInfo", FailingWith<"GetComboBoxInfo">(GetComboBoxInfo, WINBOOL{FALSE})},
+        FaultRow{"GetClientRect", FailingWith<"GetClientRect">(GetClientRect, WINBOOL{FALSE})},
+        FaultRow{"ImageList_Create", FailingWith<"ImageList_Create">(ImageList_Create, HIMAGELIST{})},
+        FaultRow{"ImageList_ReplaceIcon", FailingWith<"ImageList_ReplaceIcon">(ImageList_ReplaceIcon, -1)},
+        FaultRow{"SHGetFileInfoW", FailingWith<"SHGetFileInfoW">(SHGetFileInfoW, DWORD_PTR{0})},
+        FaultRow{"GdiplusStartup",
+                 FailingWith<"GdiplusStartup">(Gdiplus::GdiplusStartup, Gdiplus::Status::OutOfMemory)},
+        FaultRow{"GdipLoadImageFromFile",
+                 FailingWith<"GdipLoadImageFromFile">(gdi::GdipLoadImageFromFile, Gdiplus::Status::OutOfMemory)},
+        FaultRow{"GdipCreateBitmapFromScan0", FailingWith<"GdipCreateBitmapFromScan0">(gdi::GdipCreateBitmapFromScan0,
+                                                                                       Gdiplus::Status::OutOfMemory)},
+        FaultRow{
+            "GdipGetImageGraphicsContext",
+            FailingWith<"GdipGetImageGraphicsContext">(gdi::GdipGetImageGraphicsContext, Gdiplus::Status::OutOfMemory)},
+        FaultRow{
+            "GdipCreateHBITMAPFromBitmap",
+            FailingWith<"GdipCreateHBITMAPFromBitmap">(gdi::GdipCreateHBITMAPFromBitmap, Gdiplus::Status::OutOfMemory)},
+        FaultRow{"CoInitialize", FailingWith<"CoInitialize">(CoInitialize, HRESULT{RPC_E_CHANGED_MODE})},
+        FaultRow{"CoCreateInstance", FailingWith<"CoCreateInstance">(CoCreateInstance, HRESULT{E_OUTOFMEMORY})},
+        FaultRow{"FindFirstFileW", FailingWith<"FindFirstFileW">(FindFirstFileW, HANDLE{INVALID_HANDLE_VALUE})},
+        FaultRow{"OpenProcess", FailingWith<"OpenProcess">(OpenProcess, HANDLE{})},
+        FaultRow{"EnumProcessModules", FailingWith<"EnumProcessModules">(EnumProcessModules, WINBOOL{FALSE})},
+        FaultRow{"GetWindowThreadProcessId",
+                 FailingWith<"GetWindowThreadProcessId">(GetWindowThreadProcessId, DWORD{0})}),
+    [](const testing::TestParamInfo<FaultRow>& tested) { return tested.param.name; });
+
+}  // namespace
+}  // namespace kvn::test

@@ -1,0 +1,138 @@
+#include "tests/faults/memory_fault_test.h"
+
+#include <filesystem>
+#include <limits>
+
+#include "tests/support/profile_text.h"
+#include "tests/support/waiting.h"
+
+namespace kvn::test {
+
+using platform::ServiceMessage;
+
+void MemoryFaultTest::SetUp() {
+    ASSERT_TRUE(memory.IsInPlace());
+    PublishMouse(mouse);
+    WriteProfilesOfEveryKind();
+    // What a first page makes for the life of the module is no leak.
+    page.AddAndOpen();
+    page.Close();
+    // So is what the first exception makes, here one that itself found no memory.
+    memory.Refuse(1, 2);
+    ASSERT_EQ(E_OUTOFMEMORY, page.MakeFactory());
+    ASSERT_TRUE(memory.StopRefusing());
+    blocksAtRest = BlocksAtRest();
+}
+
+void MemoryFaultTest::WriteProfilesOfEveryKind() const {
+    const std::string first = ProfileText(
+        "Default",
+        {{"lbutton", "1"},
+         {"rbutton", "37"},
+         {"rbutton_etcKey", "Left Ctrl+V"},
+         {"tbutton", "36"},
+         {"scrolls", "7"},
+         {"hspeed", "8"},
+         {"hlotate", "9"},
+         {"hcount", "3"},
+         {"Application", "<name>a program with a long name</name><path>C:\\a path\\to\\a program.exe</path>"},
+         {"Gesture", "<Key>U</Key><Function>3</Function><Memo>a memo that takes memory</Memo>"},
+         {"Gesture", "<Key>RD</Key><Function>37</Function><Memo>b</Memo><EtcKey>Left Ctrl+Left Shift+V</EtcKey>"}});
+    const std::string second =
+        ProfileText("A profile with a long name", {{"lbutton", "37"},
+                                                   {"lbutton_etcKey", "Left Alt+Left Shift+A"},
+                                                   {"rbutton", "1"},
+                                                   {"tbutton", "10"},
+                                                   {"button4", "11"},
+                                                   {"button5", "12"},
+                                                   {"tiltleft", "13"},
+                                                   {"tiltright", "14"},
+                                                   {"scrolls", "2"},
+                                                   {"hspeed", "3"},
+                                                   {"hlotate", "4"},
+                                                   {"hcount", "5"},
+                                                   {"Gesture", "<Key>LLLL</Key><Function>5</Function><Memo>c</Memo>"}});
+    WriteFileText(ProfilePath(), ProfileFileText({first, second}));
+}
+
+MemoryFaultTest::SavedState MemoryFaultTest::State() const {
+    return {ReadFileText(ProfilePath()), StoredValues(mouse.Key())};
+}
+
+void MemoryFaultTest::ForgetProfiles() const {
+    DeleteFileW(ProfilePath().c_str());
+    ForgetValues();
+}
+
+void MemoryFaultTest::ApplyEverything() {
+    for (const int profile : {1, 0}) {
+        page.ChooseProfile(profile);
+        ExpectSuccessfulApply();
+    }
+}
+
+int MemoryFaultTest::SweepRefusals(const Rounds& rounds, const Sweep& sweep) {
+    constexpr int kEver = std::numeric_limits<int>::max();
+    int made = 0;
+    bool wasRefused = true;
+    for (int allocation = rounds.first; wasRefused; allocation += rounds.step) {
+        SCOPED_TRACE(std::to_string(allocation) + (rounds.once ? " alone was refused" : " and all later were refused"));
+        sweep.prepare();
+        memory.Refuse(allocation, rounds.once ? allocation : kEver);
+        sweep.operation();
+        wasRefused = memory.StopRefusing();
+        ExpectNoDamage();
+        sweep.check();
+        ++made;
+        if (HasFailure() || (sweep.isEnough && sweep.isEnough())) break;  // the first failure tells it
+    }
+    return made;
+}
+
+void MemoryFaultTest::SweepRefusals(const Sweep& sweep) {
+    for (const bool once : {true, false}) {
+        if (!HasFailure()) SweepRefusals({once}, sweep);
+    }
+}
+
+void MemoryFaultTest::ExpectNoDamage() const {
+    EXPECT_EQ(0, AccessViolations::Seen());
+    EXPECT_EQ(0, BarePage::Escapes());
+    EXPECT_EQ(0, page.StuckDialogs());
+}
+
+void MemoryFaultTest::ExpectSuccessfulApply() {
+    page.ForgetMessages();
+    const std::size_t before = service.CountOf(ServiceMessage::SettingsChanged);
+    EXPECT_TRUE(page.Apply());
+    EXPECT_TRUE(page.Messages().empty());
+    EXPECT_TRUE(ComesTrue([&] { return service.CountOf(ServiceMessage::SettingsChanged) == before + 1; }));
+    ExpectNoUnfinishedFile();
+}
+
+void MemoryFaultTest::CloseAndExpectNoLeak() {
+    page.Close();
+    EXPECT_EQ(S_OK, module.CanUnloadNow());
+    EXPECT_EQ(blocksAtRest, BlocksAtRest());
+}
+
+void MemoryFaultTest::CloseAndForgetLeak() {
+    page.Close();
+    blocksAtRest = BlocksAtRest();
+}
+
+std::size_t MemoryFaultTest::BlocksAtRest() {
+    // The module takes what it holds in reserve when it is called.
+    page.Add();
+    page.Close();
+    return memory.LiveBlocks();
+}
+
+void MemoryFaultTest::ExpectNoUnfinishedFile() const {
+    if (!FileExists(user.SettingsFolder())) return;
+    for (const auto& file : std::filesystem::directory_iterator(user.SettingsFolder())) {
+        EXPECT_EQ(ProfilePath(), file.path().wstring());
+    }
+}
+
+}  // namespace kvn::test

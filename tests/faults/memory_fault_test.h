@@ -1,0 +1,84 @@
+// What the tests of refused memory start from: a user with profiles of every kind, a service, the bare page, and the
+// module's memory in the test's hands.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+
+#include "tests/faults/bare_page.h"
+#include "tests/support/access_violations.h"
+#include "tests/support/fake_service.h"
+#include "tests/support/module_memory.h"
+#include "tests/support/mouse_on_registry.h"
+#include "tests/support/sandboxed_user.h"
+
+namespace kvn::test {
+
+class MemoryFaultTest : public testing::Test {
+protected:
+    void SetUp() override;
+
+    struct Sweep {
+        std::function<void()> prepare;     // with all the memory there is
+        std::function<void()> operation;   // without
+        std::function<void()> check;       // what must hold whatever was refused, with all memory again
+        std::function<bool()> isEnough{};  // ends the sweep early
+    };
+    // Whether one allocation is refused or every later one too, and which share of the rounds is made.
+    struct Rounds {
+        bool once;
+        int first = 1;
+        int step = 1;
+    };
+    // Repeats the operation with its first allocation refused, its second one and so on, until it gets by without a
+    // refusal. Returns the number of rounds.
+    int SweepRefusals(const Rounds& rounds, const Sweep& sweep);
+    // All rounds of both kinds.
+    void SweepRefusals(const Sweep& sweep);
+
+    // The page as it must be after any fault: an apply succeeds and the service hears of it.
+    void ExpectSuccessfulApply();
+    // Writes every value that a profile can have, by way of another profile if there is one.
+    void ApplyEverything();
+    void CloseAndExpectNoLeak();
+    void CloseAndForgetLeak();
+
+    // What is on disk and in the registry.
+    struct SavedState {
+        std::string file;  // empty without one
+        std::map<std::wstring, StoredValue> values;
+
+        friend bool operator==(const SavedState&, const SavedState&) = default;
+    };
+    SavedState State() const;
+    // Two profiles with keys, gestures and programs; the first is selected.
+    void WriteProfilesOfEveryKind() const;
+    void ForgetProfiles() const;
+    void ForgetValues() const { RegDeleteTreeW(HKEY_CURRENT_USER, mouse.Key().c_str()); }
+    void ExpectNoUnfinishedFile() const;
+
+    std::wstring ProfilePath() const { return user.SettingsFolder() + L"\\" + mouse.Name() + L".xml"; }
+
+    SandboxedUser user;
+    PublishedMouse mouse;
+    FakeService service;
+    ModuleUnderTest module;
+    ModuleMemory memory{module.Handle()};
+    BarePage page{module};
+
+private:
+    void ExpectNoDamage() const;
+    std::size_t BlocksAtRest();
+
+    const AccessViolations violations;
+    const ReplacedImport<"Sleep", decltype(Sleep)> sleep{module.Handle(), [](DWORD) {}};
+    const ReplacedImport<"mouse_event", void(DWORD, DWORD, DWORD, DWORD, ULONG_PTR)> click{
+        module.Handle(), [](DWORD, DWORD, DWORD, DWORD, ULONG_PTR) {}};
+    std::size_t blocksAtRest = 0;
+};
+
+}  // namespace kvn::test

@@ -1,0 +1,196 @@
+// Memory that is refused while the page is made and opened.
+#include <thread>
+#include <tuple>
+
+#include "resources/resource.h"
+#include "tests/faults/memory_fault_test.h"
+
+namespace kvn::test {
+namespace {
+
+// What a first exception makes stays as long as the module, which pages that nobody has opened keep loaded.
+void UnloadModule() {
+    while (const HMODULE left = GetModuleHandleW(L"KvnMouseUtil.dll")) FreeLibrary(left);
+}
+
+HRESULT ResultWithoutMemory(const ModuleUnderTest& module, ModuleMemory& memory) {
+    void* object = nullptr;
+    memory.ExhaustFrom(1);
+    const HRESULT result = module.GetClassObject(kServerClassId, IID_IClassFactory, &object);
+    EXPECT_TRUE(memory.StopRefusing());
+    return result;
+}
+
+TEST(FirstExceptionTest, IsThrownWithoutAnyMemory) {
+    UnloadModule();
+    const ModuleUnderTest module;
+    ModuleMemory memory(module.Handle());
+    EXPECT_EQ(E_OUTOFMEMORY, ResultWithoutMemory(module, memory));
+    EXPECT_EQ(S_OK, module.CanUnloadNow());
+}
+
+TEST(FirstExceptionTest, OfAnotherThreadIsThrownWithoutAnyMemory) {
+    UnloadModule();
+    const ModuleUnderTest module;
+    ModuleMemory memory(module.Handle());
+    HRESULT result = S_OK;
+    std::thread([&] { result = ResultWithoutMemory(module, memory); }).join();
+    EXPECT_EQ(E_OUTOFMEMORY, result);
+}
+
+TEST(FirstExceptionTest, OfAnotherThreadIsThrownAfterTheReserveWasUsedOnce) {
+    UnloadModule();
+    const ModuleUnderTest module;
+    ModuleMemory memory(module.Handle());
+    EXPECT_EQ(E_OUTOFMEMORY, ResultWithoutMemory(module, memory));
+    // With memory again, any call sets the next reserve aside.
+    module.Factory();
+    HRESULT result = S_OK;
+    std::thread([&] { result = ResultWithoutMemory(module, memory); }).join();
+    EXPECT_EQ(E_OUTOFMEMORY, result);
+}
+
+using MemoryOfExtensionTest = MemoryFaultTest;
+
+TEST_F(MemoryOfExtensionTest, ARefusedFactoryIsReported) {
+    HRESULT result = S_OK;
+    SweepRefusals({[] {}, [&] { result = page.MakeFactory(); },
+                   [&] {
+                       EXPECT_TRUE(result == S_OK || result == E_OUTOFMEMORY) << result;
+                       CloseAndExpectNoLeak();
+                   }});
+    EXPECT_EQ(S_OK, result);
+}
+
+TEST_F(MemoryOfExtensionTest, ARefusedExtensionIsReportedAndARefusedPanelIsMadeLater) {
+    HRESULT result = S_OK;
+    SweepRefusals({[&] { ASSERT_EQ(S_OK, page.MakeFactory()); }, [&] { result = page.MakeExtension(); },
+                   [&] {
+                       EXPECT_TRUE(result == S_OK || result == E_OUTOFMEMORY) << result;
+                       if (result == S_OK) {
+                           EXPECT_EQ(S_OK, page.AddPages());
+                           EXPECT_TRUE(page.WasAdded());
+                           page.Open();
+                           ExpectSuccessfulApply();
+                       }
+                       CloseAndExpectNoLeak();
+                   }});
+    EXPECT_EQ(S_OK, result);
+}
+
+TEST_F(MemoryOfExtensionTest, APanelThatIsRefusedTwiceMeansNoPage) {
+    HRESULT result = S_OK;
+    const auto makeWithoutPanel = [&] {
+        ASSERT_EQ(S_OK, page.MakeFactory());
+        memory.Refuse(2, 2);
+        ASSERT_EQ(S_OK, page.MakeExtension());
+        EXPECT_TRUE(memory.StopRefusing());
+    };
+    SweepRefusals({makeWithoutPanel, [&] { result = page.AddPages(); },
+                   [&] {
+                       EXPECT_EQ(page.WasAdded() ? S_OK : E_OUTOFMEMORY, result);
+                       CloseAndExpectNoLeak();
+                   }});
+    EXPECT_EQ(S_OK, result);
+}
+
+// The rounds of one sweep, in shares, so that no test takes long.
+class MemoryOfOpeningTest : public MemoryFaultTest, public testing::WithParamInterface<std::tuple<bool, int>> {
+protected:
+    static constexpr int kShares = 6;
+
+    void OpenInEveryRound(const std::function<void()>& prepare, const std::function<void()>& check,
+                          const std::function<bool()>& isEnough = {}) {
+        const auto [once, share] = GetParam();
+        const auto add = [&] {
+            prepare();
+            page.Add();
+        };
+        const auto applyAndClose = [&] {
+            Apply();
+            check();
+            Close();
+        };
+        const int made =
+            SweepRefusals({once, share + 1, kShares}, {add, [&] { page.Open(); }, applyAndClose, isEnough});
+        EXPECT_GT(made, 20);
+    }
+
+    // What an apply of this page leaves behind; the page is closed.
+    SavedState StateAfterApply() {
+        page.AddAndOpen();
+        ApplyEverything();
+        page.Close();
+        return State();
+    }
+
+    // Nothing but these values, some or all.
+    void ExpectOnlyValuesOf(const SavedState& state) const {
+        for (const auto& [name, value] : State().values) {
+            const auto found = state.values.find(name);
+            ASSERT_NE(state.values.end(), found) << name;
+            EXPECT_EQ(found->second, value) << name;
+        }
+    }
+
+private:
+    // Also a page that could not be set up can be applied.
+    void Apply() {
+        const bool canTell = std::get<0>(GetParam());
+        const bool hasPanel = GetWindowLongPtrW(page.Window(), GWLP_USERDATA) != 0;
+        hadPanes = page.ButtonPane() != nullptr;
+        if (!hadPanes && hasPanel && canTell) {
+            EXPECT_EQ(std::vector<std::wstring>{L"Settings failed."}, page.Messages());
+        }
+        page.ForgetMessages();
+        // What a pane shows that was not set up to its end must never be saved.
+        if (hadPanes && GetWindowLongPtrW(page.ButtonPane(), GWLP_USERDATA) == 0) {
+            SendMessageW(page.Window(), WM_COMMAND, IDC_PANE_RESET, 0);
+            page.ForgetMessages();
+        }
+        EXPECT_TRUE(page.Apply());
+        EXPECT_TRUE(page.Messages().empty());
+        ExpectNoUnfinishedFile();
+    }
+
+    void Close() {
+        // The parser of the profile file loses what it has when its memory is refused; nobody else does.
+        if (hadPanes) {
+            CloseAndExpectNoLeak();
+        } else {
+            CloseAndForgetLeak();
+        }
+    }
+
+protected:
+    bool hadPanes = false;
+};
+
+INSTANTIATE_TEST_SUITE_P(InShares, MemoryOfOpeningTest, testing::Combine(testing::Bool(), testing::Range(0, 6)));
+
+TEST_P(MemoryOfOpeningTest, LosesNothingOfTheUsersProfiles) {
+    const SavedState whole = StateAfterApply();
+    OpenInEveryRound([&] { ForgetValues(); },
+                     [&] {
+                         EXPECT_EQ(whole.file, State().file);
+                         ExpectOnlyValuesOf(whole);
+                     });
+}
+
+TEST_P(MemoryOfOpeningTest, AFirstDefaultProfileIsWholeOrMissing) {
+    ForgetProfiles();
+    const SavedState whole = StateAfterApply();
+    OpenInEveryRound([&] { ForgetProfiles(); },
+                     [&] {
+                         EXPECT_EQ(State().file.empty() ? "" : whole.file, State().file);
+                         ExpectOnlyValuesOf(whole);
+                     },
+                     // Once there is a profile this is an opening like any other.
+                     [&] { return hadPanes; });
+    // Whatever the last fault was, the next opening is as good as the first.
+    ForgetProfiles();
+    EXPECT_EQ(whole, StateAfterApply());
+}
+
+}  // namespace
+}  // namespace kvn::test

@@ -1,0 +1,103 @@
+// Memory that is refused while the open page saves, changes its profile or is told something.
+#include "resources/resource.h"
+#include "tests/faults/memory_fault_test.h"
+#include "tests/support/waiting.h"
+
+namespace kvn::test {
+namespace {
+
+class MemoryOfSavingTest : public MemoryFaultTest {
+protected:
+    void SetUp() override {
+        MemoryFaultTest::SetUp();
+        page.AddAndOpen();
+        ApplyEverything();
+    }
+    void TearDown() override {
+        ExpectSuccessfulApply();
+        CloseAndExpectNoLeak();
+    }
+
+    // What an apply of this profile leaves behind.
+    SavedState StateOf(int profile) {
+        page.ChooseProfile(profile);
+        ExpectSuccessfulApply();
+        return State();
+    }
+    // Waits until the service has taken what was posted before.
+    std::size_t NoticesSoFar() const {
+        constexpr auto kMark = platform::ServiceMessage::GestureEditBegin;
+        const std::size_t marks = service.CountOf(kMark);
+        PostMessageW(service.Window(), NumberOf(kMark), 0, 0);
+        EXPECT_TRUE(ComesTrue([&] { return service.CountOf(kMark) == marks + 1; }));
+        return service.CountOf(platform::ServiceMessage::SettingsChanged);
+    }
+    int ShownProfile() const {
+        return static_cast<int>(SendMessageW(page.PageControl(IDC_PAGE_PROFILE), CB_GETCURSEL, 0, 0));
+    }
+};
+
+TEST_F(MemoryOfSavingTest, ARefusedApplyLeavesTheOldFileOrTheNewOneAndTheNextOneMendsIt) {
+    const std::vector<SavedState> states{StateOf(0), StateOf(1)};
+    ASSERT_NE(states[0].file, states[1].file);
+    int from = 1;
+    bool isApplied = false;
+    SweepRefusals({[&] {
+                       page.ChooseProfile(1 - from);
+                       page.ForgetMessages();
+                   },
+                   [&] { isApplied = page.Apply(); },
+                   [&] {
+                       EXPECT_EQ(states[static_cast<std::size_t>(isApplied ? 1 - from : from)].file, State().file);
+                       ExpectSuccessfulApply();
+                       from = 1 - from;
+                       EXPECT_EQ(states[static_cast<std::size_t>(from)], State());
+                   }});
+}
+
+TEST_F(MemoryOfSavingTest, ARefusedApplyIsReported) {
+    // Alone, since a report takes memory too.
+    SweepRefusals({true}, {[&] { page.ForgetMessages(); },
+                           [&] {
+                               const std::size_t before = NoticesSoFar();
+                               const bool isApplied = page.Apply();
+                               EXPECT_EQ(isApplied, page.Messages().empty());
+                               for (const auto& text : page.Messages()) EXPECT_EQ(L"Settings failed.", text);
+                               EXPECT_EQ(before + (isApplied ? 1 : 0), NoticesSoFar());
+                           },
+                           [] {}});
+}
+
+TEST_F(MemoryOfSavingTest, ARefusedChangeOfTheProfileMixesNothing) {
+    const SavedState first = StateOf(0);
+    const SavedState second = StateOf(1);
+    SweepRefusals({[&] { page.ChooseProfile(0); }, [&] { page.ChooseProfile(1); },
+                   [&] {
+                       const bool isSecond = ShownProfile() == 1;
+                       ExpectSuccessfulApply();
+                       EXPECT_EQ(isSecond ? second.file : first.file, State().file);
+                       EXPECT_EQ(second, StateOf(1));
+                       EXPECT_EQ(first, StateOf(0));
+                   }});
+}
+
+TEST_F(MemoryOfSavingTest, RefusedMessagesAreSurvived) {
+    const std::int32_t record[11] = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 5};
+    const std::string before = State().file;
+    SweepRefusals({[] {},
+                   [&] {
+                       service.SendData(page.Window(), record, sizeof record);
+                       RedrawWindow(page.Window(), nullptr, nullptr,
+                                    RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW | RDW_ALLCHILDREN);
+                       SendMessageW(page.ButtonPane(), WM_COMMAND, IDC_PANE_HELP, 0);
+                       SendMessageW(page.ButtonPane(), WM_COMMAND, IDC_PANE_RESET, 0);
+                       SendMessageW(page.PaneControl(IDC_PANE_RIGHT), WM_SETFOCUS, 0, 0);
+                       SendMessageW(page.PaneControl(IDC_PANE_RIGHT), WM_KILLFOCUS, 0, 0);
+                   },
+                   [&] { EXPECT_EQ(before, State().file); }});
+    // Brings back what the profile has instead of the initial values.
+    page.ChooseProfile(1);
+}
+
+}  // namespace
+}  // namespace kvn::test

@@ -1,0 +1,161 @@
+#include "tests/faults/whole_page_test.h"
+
+#include <commctrl.h>
+#include <objbase.h>
+#include <objidl.h>
+
+#include <gdiplus.h>
+
+#include <filesystem>
+
+#include "tests/support/combo_contents.h"
+#include "tests/support/profile_text.h"
+
+namespace kvn::test {
+namespace {
+
+namespace gdi = Gdiplus::DllExports;
+using platform::ServiceMessage;
+
+constexpr CLSID kPngEncoder = {0x557CF406, 0x1A04, 0x11D3, {0x9A, 0x73, 0x00, 0x00, 0xF8, 0x1E, 0xF3, 0x2E}};
+
+void WritePng(const std::wstring& path) {
+    ULONG_PTR token = 0;
+    const Gdiplus::GdiplusStartupInput input;
+    Gdiplus::GdiplusStartup(&token, &input, nullptr);
+    Gdiplus::GpBitmap* bitmap = nullptr;
+    gdi::GdipCreateBitmapFromScan0(8, 8, 0, PixelFormat32bppARGB, nullptr, &bitmap);
+    gdi::GdipSaveImageToFile(bitmap, path.c_str(), &kPngEncoder, nullptr);
+    gdi::GdipDisposeImage(bitmap);
+    Gdiplus::GdiplusShutdown(token);
+}
+
+void WriteShortcut(const std::wstring& path) {
+    void* made = nullptr;
+    if (FAILED(CoCreateInstance(CLSID_ShellLink, nullptr, CLSCTX_INPROC_SERVER, IID_IShellLinkW, &made))) return;
+    const ComPointer<IShellLinkW> link(static_cast<IShellLinkW*>(made));
+    link->SetPath(L"C:\\windows\\notepad.exe");
+    if (FAILED(link->QueryInterface(IID_IPersistFile, &made))) return;
+    const ComPointer<IPersistFile> file(static_cast<IPersistFile*>(made));
+    file->Save(path.c_str(), TRUE);
+}
+
+}  // namespace
+
+void Press(HWND dialog, int button) {
+    SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED),
+                 reinterpret_cast<LPARAM>(GetDlgItem(dialog, button)));
+}
+
+void SelectRow(HWND list, int row) {
+    LVITEMW item{};
+    item.stateMask = LVIS_SELECTED;
+    item.state = LVIS_SELECTED;
+    SendMessageW(list, LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+}
+
+void WholePageTest::SetUp() {
+    ASSERT_EQ(S_OK, CoInitialize(nullptr));
+    PublishMouse(mouse);
+    std::filesystem::create_directories(folder + L"\\MouseImage");
+    std::filesystem::create_directories(folder + L"\\Programs");
+    WritePng(folder + L"\\MouseImage\\" + mouse.image + L".png");
+    WritePng(folder + L"\\MouseImage\\" + mouse.image + L"_2.png");
+    WriteShortcut(folder + L"\\Programs\\Editor.lnk");
+    UseDialogs();
+}
+
+void WholePageTest::TearDown() {
+    page.Close();
+    CoUninitialize();
+}
+
+void WholePageTest::UseDialogs() {
+    page.WhenDialogOpens(IDD_ARBITRARY_KEY, [](HWND dialog) {
+        SetDlgItemTextW(dialog, IDC_KEYS_INPUT1, L"Left Ctrl");
+        Press(dialog, IDC_KEYS_OK);
+    });
+    page.WhenDialogOpens(IDD_PROFILE_NAME, [](HWND dialog) {
+        SetDlgItemTextW(dialog, IDC_PROFILE_NAME, L"Third");
+        Press(dialog, IDOK);
+    });
+    page.WhenDialogOpens(IDD_EDIT_GESTURE, [this](HWND editor) { DrawGesture(editor); });
+    page.WhenDialogOpens(IDD_EDIT_PROFILE, [](HWND dialog) {
+        SelectRow(GetDlgItem(dialog, IDC_PROFILES_LIST), 0);
+        Press(dialog, IDC_PROFILES_ADD_PROGRAM);
+        Press(dialog, IDC_PROFILES_ADD);
+        Press(dialog, IDOK);
+    });
+    page.WhenDialogOpens(IDD_SELECT_PROGRAM, [](HWND dialog) { Press(dialog, IDC_PROGRAMS_SELECT_WINDOW); });
+    page.WhenDialogOpens(IDD_REGISTER_PROGRAM, [](HWND dialog) {
+        SetDlgItemTextW(dialog, IDC_PROGRAM_PATH, L"C:\\windows\\regedit.exe");
+        Press(dialog, IDOK);
+    });
+}
+
+void WholePageTest::DrawGesture(HWND editor) {
+    KillTimer(editor, kCaptureTimer);
+    SendMessageW(editor, WM_COMMAND, MAKEWPARAM(IDC_GESTURE_STROKE, STN_CLICKED), 0);
+    SetCursorPos(400, 300);
+    service->ReplyTo(ServiceMessage::IsButtonHeld, 1);
+    Tick(editor);
+    for (const LONG x : {500, 600, 700}) {
+        SetCursorPos(x, 300);
+        Tick(editor);
+    }
+    service->ReplyTo(ServiceMessage::IsButtonHeld, 0);
+    Tick(editor);
+    Tick(editor);
+    const HWND functions = GetDlgItem(editor, IDC_GESTURE_FUNCTION);
+    SendMessageW(functions, CB_SETCURSEL, static_cast<WPARAM>(IndexOfData(functions, 5)), 0);
+    Press(editor, IDOK);
+}
+
+void WholePageTest::StartAnew() const {
+    const std::string first = ProfileText(
+        "Default", {{"tbutton", "36"}, {"Application", "<name>n</name><path>C:\\windows\\notepad.exe</path>"}});
+    WriteFileText(ProfilePath(), ProfileFileText({first, ProfileText("Second", {{"rbutton", "5"}})}));
+    RegDeleteTreeW(HKEY_CURRENT_USER, mouse.Key().c_str());
+}
+
+bool WholePageTest::GoThroughThePage() {
+    page.Add();
+    page.Open();
+    Press(page.ButtonPane(), IDC_PANE_HELP);
+    for (const int control : {IDC_PANE_RIGHT, IDC_PANE_LEFT}) {
+        SendMessageW(page.PaneControl(control), WM_SETFOCUS, 0, 0);
+        SendMessageW(page.PaneControl(control), WM_KILLFOCUS, 0, 0);
+    }
+    page.Choose(IDC_PANE_BUTTON4, 37);
+    Press(page.GesturePane(), IDC_GESTURES_ADD);
+    Press(page.Window(), IDC_PAGE_EDIT_PROFILE);
+    return page.Apply();
+}
+
+void WholePageTest::ExpectNoDamage() const {
+    EXPECT_EQ(0, AccessViolations::Seen());
+    EXPECT_EQ(0, BarePage::Escapes());
+    EXPECT_EQ(0, page.StuckDialogs());
+}
+
+void WholePageTest::ExpectWholeTour(const Saved& whole) {
+    StartAnew();
+    EXPECT_TRUE(GoThroughThePage());
+    EXPECT_EQ(whole.file, State().file);
+    EXPECT_TRUE(whole == State());
+    page.Close();
+}
+
+WholePageTest::Saved WholePageTest::State() const {
+    return {ReadFileText(ProfilePath()), StoredValues(mouse.Key())};
+}
+
+WholePageTest::Saved WholePageTest::StateAfterTour() {
+    StartAnew();
+    EXPECT_TRUE(GoThroughThePage());
+    Saved state = State();
+    page.Close();
+    return state;
+}
+
+}  // namespace kvn::test

@@ -1,0 +1,95 @@
+// What the tests of failing Windows functions and services start from: a bare page with pictures, programs and
+// profiles, and a user who goes through all of it.
+#pragma once
+
+#include <windows.h>
+
+#include <psapi.h>
+#include <shellapi.h>
+#include <shlobj.h>
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "resources/resource.h"
+#include "tests/faults/bare_page.h"
+#include "tests/support/access_violations.h"
+#include "tests/support/fake_service.h"
+#include "tests/support/mouse_on_registry.h"
+#include "tests/support/sandboxed_user.h"
+
+namespace kvn::test {
+
+inline constexpr UINT_PTR kCaptureTimer = 221;
+
+// Hands the command of a button to its dialog or pane.
+void Press(HWND dialog, int button);
+// Selects one more row of a list view.
+void SelectRow(HWND list, int row);
+
+class WholePageTest : public testing::Test {
+protected:
+    void SetUp() override;
+    void TearDown() override;
+
+    // The user as before the first tour: two profiles, and a mouse with the gesture function.
+    void StartAnew() const;
+    // Everything that the page offers, and an apply; its answer.
+    bool GoThroughThePage();
+    // The tour without a fault, from the start, leaves just this behind.
+    struct Saved {
+        std::string file;
+        std::map<std::wstring, StoredValue> values;
+        friend bool operator==(const Saved&, const Saved&) = default;
+    };
+    Saved State() const;
+    void ExpectWholeTour(const Saved& whole);
+    // The state after such a tour; the page is closed.
+    Saved StateAfterTour();
+
+    void ExpectNoDamage() const;
+    std::wstring ProfilePath() const { return user.SettingsFolder() + L"\\" + mouse.Name() + L".xml"; }
+
+    // What the dialogs' user does.
+    void UseDialogs();
+    void DrawGesture(HWND editor);
+    static void Tick(HWND editor) { SendMessageW(editor, WM_TIMER, kCaptureTimer, 0); }
+
+    SandboxedUser user;
+    std::wstring folder = user.ApplicationData() + L"\\service";
+    PublishedMouse mouse;
+    std::optional<FakeService> service{std::in_place};
+    ModuleUnderTest module;
+    BarePage page{module};
+    std::vector<std::wstring> helpFiles;  // that were opened
+    bool hasFileName = true;              // the service's process tells where its program lies
+
+private:
+    const AccessViolations violations;
+    const ReplacedImport<"GetModuleFileNameExW", decltype(GetModuleFileNameExW)> fileName{
+        module.Handle(), [this](HANDLE, HMODULE, LPWSTR buffer, DWORD size) -> DWORD {
+            if (!hasFileName) return 0;
+            lstrcpynW(buffer, (folder + L"\\KvnMouseApl.exe").c_str(), static_cast<int>(size));
+            return static_cast<DWORD>(lstrlenW(buffer));
+        }};
+    const ReplacedImport<"ShellExecuteW", decltype(ShellExecuteW)> execute{
+        module.Handle(), [this](HWND, LPCWSTR, LPCWSTR file, LPCWSTR, LPCWSTR, INT) {
+            helpFiles.emplace_back(file);
+            return reinterpret_cast<HINSTANCE>(INT_PTR{33});
+        }};
+    const ReplacedImport<"mouse_event", void(DWORD, DWORD, DWORD, DWORD, ULONG_PTR)> click{
+        module.Handle(), [](DWORD, DWORD, DWORD, DWORD, ULONG_PTR) {}};
+    const ReplacedImport<"Sleep", decltype(Sleep)> sleep{module.Handle(), [](DWORD) {}};
+    const ReplacedImport<"SHGetPathFromIDListW", decltype(SHGetPathFromIDListW)> path{
+        module.Handle(), [this](LPCITEMIDLIST items, LPWSTR found) -> WINBOOL {
+            if (!SHGetPathFromIDListW(items, found)) return FALSE;
+            if (std::wstring_view(found) != user.ApplicationData()) lstrcpyW(found, (folder + L"\\Programs").c_str());
+            return TRUE;
+        }};
+};
+
+}  // namespace kvn::test

@@ -1,0 +1,171 @@
+// Windows' functions that fail as a whole, and what becomes of the page then.
+#include <windows.h>
+
+#include <objidl.h>
+
+#include <cderr.h>
+#include <commdlg.h>
+
+#include <gdiplus.h>
+
+#include <algorithm>
+#include <cstring>
+#include <filesystem>
+#include <set>
+
+#include "tests/faults/whole_page_test.h"
+#include "tests/support/profile_text.h"
+
+namespace kvn::test {
+namespace {
+
+using WindowsFaultTest = WholePageTest;
+
+class RefusedDialogTest : public WholePageTest, public testing::WithParamInterface<UINT> {};
+
+INSTANTIATE_TEST_SUITE_P(EachOne, RefusedDialogTest,
+                         testing::Values(IDD_EDIT_PROFILE, IDD_EDIT_GESTURE, IDD_PROFILE_NAME, IDD_SELECT_PROGRAM,
+                                         IDD_ARBITRARY_KEY, IDD_REGISTER_PROGRAM));
+
+TEST_P(RefusedDialogTest, IsLeftOutAndOpensTheNextTime) {
+    const Saved whole = StateAfterTour();
+    const int dialogs = page.OpenedDialogs();
+    StartAnew();
+    page.RefuseDialog(GetParam());
+    EXPECT_TRUE(GoThroughThePage());
+    EXPECT_LT(page.OpenedDialogs(), 2 * dialogs);
+    EXPECT_NE(whole, State());
+    ExpectNoDamage();
+    page.Close();
+    page.RefuseDialog(0);
+    ExpectWholeTour(whole);
+}
+
+TEST_F(WindowsFaultTest, AnyMissingTextIsOnlyMissing) {
+    std::set<UINT> used;
+    UINT missing = 0;
+    const ReplacedImport<"LoadStringW", decltype(LoadStringW)> load(
+        module.Handle(), [&](HINSTANCE instance, UINT id, LPWSTR buffer, INT size) {
+            used.insert(id);
+            return id == missing ? 0 : LoadStringW(instance, id, buffer, size);
+        });
+    const Saved whole = StateAfterTour();
+    const std::set<UINT> ids = used;
+    EXPECT_LT(50U, ids.size());
+    for (const UINT id : ids) {
+        SCOPED_TRACE(id);
+        missing = id;
+        StartAnew();
+        page.AddAndOpen();
+        EXPECT_TRUE(page.Apply());
+        Press(page.GesturePane(), IDC_GESTURES_ADD);
+        EXPECT_TRUE(page.Apply());
+        ExpectNoDamage();
+        page.Close();
+    }
+    missing = 0;
+    // Without its own folder's text the file goes to the one above.
+    DeleteFileW((user.ApplicationData() + L"\\" + mouse.Name() + L".xml").c_str());
+    ExpectWholeTour(whole);
+}
+
+TEST_F(WindowsFaultTest, AServiceWhoseProgramHasNoNameMakesHelpInertAndShowsNoPicture) {
+    hasFileName = false;
+    StartAnew();
+    EXPECT_TRUE(GoThroughThePage());
+    EXPECT_TRUE(helpFiles.empty());
+    EXPECT_EQ(0, SendMessageW(page.PaneControl(IDC_PANE_PICTURE), STM_GETIMAGE, IMAGE_BITMAP, 0));
+    ExpectNoDamage();
+}
+
+TEST_F(WindowsFaultTest, WithoutGdiplusThereAreNoPicturesButThereIsHelp) {
+    const ReplacedImport<"GdiplusStartup", Gdiplus::Status(ULONG_PTR*, const Gdiplus::GdiplusStartupInput*,
+                                                           Gdiplus::GdiplusStartupOutput*)>
+        startup(module.Handle(), [](ULONG_PTR*, const Gdiplus::GdiplusStartupInput*, Gdiplus::GdiplusStartupOutput*) {
+            return Gdiplus::Win32Error;
+        });
+    int shutdowns = 0;
+    const ReplacedImport<"GdiplusShutdown", void(ULONG_PTR)> shutdown(module.Handle(), [&](ULONG_PTR) { ++shutdowns; });
+    StartAnew();
+    EXPECT_TRUE(GoThroughThePage());
+    EXPECT_EQ(0, SendMessageW(page.PaneControl(IDC_PANE_PICTURE), STM_GETIMAGE, IMAGE_BITMAP, 0));
+    EXPECT_EQ(std::vector<std::wstring>{folder + L"\\KvnUtilHelp.htm"}, helpFiles);
+    page.Close();
+    EXPECT_EQ(0, shutdowns) << "what was not started must not be shut down";
+    ExpectNoDamage();
+}
+
+TEST_F(WindowsFaultTest, AFolderThatCannotBeMadeIsReportedAndTheNextApplyFindsIt) {
+    StartAnew();
+    std::filesystem::remove_all(user.SettingsFolder());
+    {
+        const ReplacedImport<"SHCreateDirectory", int(HWND, PCWSTR)> create(
+            module.Handle(), [](HWND, PCWSTR) -> int { return ERROR_ACCESS_DENIED; });
+        page.AddAndOpen();
+    }
+    EXPECT_EQ(std::vector<std::wstring>{L"Settings failed."}, page.Messages());
+    EXPECT_FALSE(page.Apply());
+    std::filesystem::create_directories(user.SettingsFolder());
+    EXPECT_TRUE(page.Apply());
+    EXPECT_TRUE(FileExists(ProfilePath()));
+    ExpectNoDamage();
+}
+
+// The dialog for a file comes from a library that is loaded late.
+class OpenDialogFaultTest : public WholePageTest {
+protected:
+    void SetUp() override {
+        WholePageTest::SetUp();
+        page.WhenDialogOpens(IDD_SELECT_PROGRAM, [this](HWND dialog) {
+            Press(dialog, IDC_PROGRAMS_REFERENCE);
+            staysOpen = IsWindow(dialog) != FALSE && !page.HasEnded(dialog);
+        });
+    }
+    void ExpectNothingChosen() {
+        StartAnew();
+        EXPECT_TRUE(GoThroughThePage());
+        EXPECT_TRUE(staysOpen);
+        EXPECT_EQ(std::string::npos, State().file.find("regedit"));
+        ExpectNoDamage();
+    }
+
+    bool staysOpen = false;
+};
+
+TEST_F(OpenDialogFaultTest, WithoutItsLibraryNothingIsChosen) {
+    const ReplacedImport<"LoadLibraryW", decltype(LoadLibraryW)> load(module.Handle(),
+                                                                      [](LPCWSTR) { return HMODULE{}; });
+    ExpectNothingChosen();
+}
+
+TEST_F(OpenDialogFaultTest, WithoutItsFunctionNothingIsChosen) {
+    const ReplacedImport<"GetProcAddress", decltype(GetProcAddress)> find(module.Handle(),
+                                                                          [](HMODULE, LPCSTR) { return FARPROC{}; });
+    ExpectNothingChosen();
+}
+
+BOOL WINAPI FailToOpen(OPENFILENAMEW* /*request*/) {
+    return FALSE;
+}
+int errorsRead = 0;
+DWORD WINAPI ReadError() {
+    ++errorsRead;
+    return CDERR_INITIALIZATION;
+}
+
+TEST_F(OpenDialogFaultTest, ThatFailsWithAnErrorChoosesNothing) {
+    errorsRead = 0;
+    const ReplacedImport<"GetProcAddress", decltype(GetProcAddress)> find(
+        module.Handle(), [](HMODULE library, LPCSTR name) -> FARPROC {
+            if (std::strcmp(name, "GetOpenFileNameW") == 0)
+                return reinterpret_cast<FARPROC>(reinterpret_cast<void*>(&FailToOpen));
+            if (std::strcmp(name, "CommDlgExtendedError") == 0)
+                return reinterpret_cast<FARPROC>(reinterpret_cast<void*>(&ReadError));
+            return GetProcAddress(library, name);
+        });
+    ExpectNothingChosen();
+    EXPECT_EQ(1, errorsRead);
+}
+
+}  // namespace
+}  // namespace kvn::test
