@@ -13,6 +13,7 @@
 #include "page/module_state.h"
 #include "page/property_page.h"
 #include "page/service_folder.h"
+#include "platform/combo_box.h"
 #include "platform/module.h"
 #include "platform/raised_flag.h"
 #include "platform/service_window.h"
@@ -195,6 +196,7 @@ void KorvenPanel::OnCommand(WPARAM wParam, LPARAM /*lParam*/, HWND /*page*/) {
 }
 
 void KorvenPanel::OnProfileCommand(UINT notification) {
+    if (notification == CBN_DROPDOWN) platform::WidenDropList(Control(IDC_PAGE_PROFILE));
     if (notification != CBN_SELCHANGE) return;
     const LRESULT chosen = SendMessageW(Control(IDC_PAGE_PROFILE), CB_GETCURSEL, 0, 0);
     if (chosen < 0 || static_cast<std::size_t>(chosen) >= settings.profiles.size()) return;
