@@ -266,8 +266,16 @@ HBRUSH KorvenPanel::OnCtlColorStatic(HDC deviceContext, HWND control) {
 void KorvenPanel::OnTabChanged(HWND /*page*/, WPARAM /*wParam*/, const NMHDR* /*header*/) {
     const LRESULT tab = SendMessageW(Control(IDC_PAGE_TAB), TCM_GETCURSEL, 0, 0);
     if (tab != kButtonTab && tab != kGestureTab) return;
-    ShowWindow(buttonPaneWindow, tab == kButtonTab ? SW_SHOW : SW_HIDE);
-    ShowWindow(gesturePaneWindow, tab == kGestureTab ? SW_SHOW : SW_HIDE);
+    ShowPane(buttonPaneWindow, tab == kButtonTab);
+    ShowPane(gesturePaneWindow, tab == kGestureTab);
+}
+
+// A pane that goes gives the focus to the tabs, so that the keyboard keeps a place.
+void KorvenPanel::ShowPane(HWND pane, bool show) const {
+    if (!show && IsChild(pane, GetFocus())) {
+        SendMessageW(pageWindow, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(Control(IDC_PAGE_TAB)), TRUE);
+    }
+    ShowWindow(pane, show ? SW_SHOW : SW_HIDE);
 }
 
 }  // namespace kvn::page

@@ -21,6 +21,15 @@ protected:
         SendMessageW(tab, WM_LBUTTONUP, 0, point);
         sheet->Settle();
     }
+    // As another program does.
+    void SelectTab(int index) const {
+        sheet->Run([=, this] {
+            const HWND tab = sheet->PageControl(IDC_PAGE_TAB);
+            SendMessageW(tab, TCM_SETCURSEL, static_cast<WPARAM>(index), 0);
+            const NMHDR header{tab, IDC_PAGE_TAB, TCN_SELCHANGE};
+            SendMessageW(sheet->Page(), WM_NOTIFY, IDC_PAGE_TAB, reinterpret_cast<LPARAM>(&header));
+        });
+    }
     void ExpectUsableFocus() const {
         const HWND focus = sheet->Focus();
         ASSERT_NE(nullptr, focus);
@@ -29,7 +38,7 @@ protected:
     }
 };
 
-TEST_F(FocusTest, GoesToTheTabsWhenTheButtonPaneIsHidden) {
+TEST_F(FocusTest, LeavesTheButtonPaneWhenItIsHidden) {
     Open();
     BringToFront(sheet->Sheet());
     SetFocusTo(sheet->PaneControl(IDC_PANE_RIGHT));
@@ -38,7 +47,7 @@ TEST_F(FocusTest, GoesToTheTabsWhenTheButtonPaneIsHidden) {
     EXPECT_EQ(sheet->PageControl(IDC_PAGE_TAB), sheet->Focus());
 }
 
-TEST_F(FocusTest, GoesToTheTabsWhenTheGesturePaneIsHidden) {
+TEST_F(FocusTest, LeavesTheGesturePaneWhenItIsHidden) {
     OpenWith(kTwoGestures);
     ShowGestureTab();
     BringToFront(sheet->Sheet());
@@ -48,17 +57,21 @@ TEST_F(FocusTest, GoesToTheTabsWhenTheGesturePaneIsHidden) {
     EXPECT_EQ(sheet->PageControl(IDC_PAGE_TAB), sheet->Focus());
 }
 
+TEST_F(FocusTest, LeavesTheButtonPaneWhenAProgramSelectsTheOtherTab) {
+    Open();
+    BringToFront(sheet->Sheet());
+    SetFocusTo(sheet->PaneControl(IDC_PANE_RIGHT));
+    SelectTab(1);
+    ASSERT_FALSE(IsWindowVisible(sheet->ButtonPane()));
+    EXPECT_EQ(sheet->PageControl(IDC_PAGE_TAB), sheet->Focus());
+}
+
 TEST_F(FocusTest, StaysOutsideThePanesWhenTheyChange) {
     Open();
     BringToFront(sheet->Sheet());
     const HWND profiles = sheet->PageControl(IDC_PAGE_PROFILE);
     SetFocusTo(profiles);
-    sheet->Run([this] {
-        const HWND tab = sheet->PageControl(IDC_PAGE_TAB);
-        SendMessageW(tab, TCM_SETCURSEL, 1, 0);
-        const NMHDR header{tab, IDC_PAGE_TAB, TCN_SELCHANGE};
-        SendMessageW(sheet->Page(), WM_NOTIFY, IDC_PAGE_TAB, reinterpret_cast<LPARAM>(&header));
-    });
+    SelectTab(1);
     ASSERT_FALSE(IsWindowVisible(sheet->ButtonPane()));
     EXPECT_EQ(profiles, sheet->Focus());
 }

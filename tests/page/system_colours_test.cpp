@@ -2,6 +2,7 @@
 #include <windows.h>
 
 #include <commctrl.h>
+#include <uxtheme.h>
 
 #include <array>
 
@@ -19,13 +20,22 @@ class ChangedColours {
 public:
     ChangedColours() {
         for (std::size_t i = 0; i < kElements.size(); ++i) before[i] = GetSysColor(kElements[i]);
-        SetSysColors(static_cast<int>(kElements.size()), kElements.data(), kChanged.data());
+        Set(kChanged);
     }
-    ~ChangedColours() { SetSysColors(static_cast<int>(kElements.size()), kElements.data(), before.data()); }
+    ~ChangedColours() { Set(before); }
     ChangedColours(const ChangedColours&) = delete;
     ChangedColours& operator=(const ChangedColours&) = delete;
 
 private:
+    static void Set(const std::array<COLORREF, 3>& values) {
+        SetSysColors(static_cast<int>(values.size()), kElements.data(), values.data());
+        // The common controls keep the colours that they have seen last.
+        const HWND list =
+            CreateWindowExW(0, WC_LISTVIEWW, nullptr, WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr);
+        SendMessageW(list, WM_SYSCOLORCHANGE, 0, 0);
+        DestroyWindow(list);
+    }
+
     static constexpr std::array<int, 3> kElements{COLOR_BTNFACE, COLOR_WINDOW, COLOR_WINDOWTEXT};
     static constexpr std::array<COLORREF, 3> kChanged{kDialogGround, kWindowGround, kWindowText};
     std::array<COLORREF, 3> before{};
@@ -81,6 +91,8 @@ protected:
 
 TEST_F(SystemColoursTest, PageAndPanesHaveTheGroundOfDialogs) {
     Open();
+    // The sheet paints its theme's texture over the page, which a high contrast has not.
+    EnableThemeDialogTexture(sheet->Page(), ETDT_DISABLE);
     for (const HWND window : {sheet->Page(), sheet->ButtonPane(), sheet->GesturePane()}) {
         EXPECT_EQ(kDialogGround, PaintedAt(window, LowerRight(window)));
     }
