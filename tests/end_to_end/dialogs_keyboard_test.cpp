@@ -1,5 +1,9 @@
 // The gestures and every dialog without a mouse: Tab leads to each control, each has a name to be read out, and each is
 // worked by keys.
+#include <windows.h>
+
+#include <commctrl.h>
+
 #include "resources/resource.h"
 #include "tests/end_to_end/gesture_story.h"
 #include "tests/end_to_end/key_dialog.h"
@@ -13,13 +17,15 @@ namespace {
 
 using Names = std::vector<std::string>;
 
-// What a screen reader says of a control: its own text, or that of the label directly before it. The field of a combo
-// box is known by the combo box.
+// What a screen reader says of a control: the text of a button or of the list of gestures, else that of the label
+// directly before the control. The field of a combo box is known by the combo box.
 std::string NameOf(HWND control) {
-    const HWND parent = GetParent(control);
-    if (ClassOf(parent) == L"ComboBox") return NameOf(parent);
-    const bool namesItself = ClassOf(control) == L"Button" || GetDlgCtrlID(control) == IDC_GESTURES_LIST;
-    const HWND label = namesItself ? control : GetWindow(control, GW_HWNDPREV);
+    const std::wstring className = ClassOf(control);
+    if (const HWND parent = GetParent(control); ClassOf(parent) == L"ComboBox") return NameOf(parent);
+    if (className == L"Button" || className == WC_LISTVIEWW) {
+        if (const std::wstring own = TextOf(control); !own.empty()) return Narrow(own);
+    }
+    const HWND label = GetWindow(control, GW_HWNDPREV);
     return label == nullptr ? std::string() : Narrow(TextOf(label));
 }
 
