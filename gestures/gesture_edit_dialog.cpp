@@ -98,6 +98,7 @@ void GestureEditDialog::ShowStroke(const std::wstring& text) {
 void GestureEditDialog::OnCommand(int control, int notification) {
     switch (control) {
         case IDC_GESTURE_FUNCTION:
+            if (notification == CBN_DROPDOWN) platform::WidenDropList(Control(IDC_GESTURE_FUNCTION));
             if (notification == CBN_SELCHANGE) OnFunctionChosen();
             break;
         case IDC_GESTURE_STROKE:

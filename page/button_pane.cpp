@@ -184,6 +184,9 @@ void ButtonPane::OnCommand(UINT control, UINT notification) {
 
 void ButtonPane::OnChooserNotification(SlotChooser& chooser, UINT notification) {
     switch (notification) {
+        case CBN_DROPDOWN:
+            platform::WidenDropList(chooser.Window());
+            break;
         case CBN_SETFOCUS:
             earlierIndex = chooser.SelectedIndex();
             break;

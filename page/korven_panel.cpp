@@ -14,6 +14,7 @@
 #include "page/property_page.h"
 #include "page/service_folder.h"
 #include "platform/boundary.h"
+#include "platform/combo_box.h"
 #include "platform/module.h"
 #include "platform/raised_flag.h"
 #include "platform/service_window.h"
@@ -208,6 +209,7 @@ void KorvenPanel::OnCommand(WPARAM wParam, LPARAM /*lParam*/, HWND /*page*/) {
 }
 
 void KorvenPanel::OnProfileCommand(UINT notification) {
+    if (notification == CBN_DROPDOWN) platform::WidenDropList(Control(IDC_PAGE_PROFILE));
     if (notification != CBN_SELCHANGE) return;
     const LRESULT chosen = SendMessageW(Control(IDC_PAGE_PROFILE), CB_GETCURSEL, 0, 0);
     if (chosen < 0 || static_cast<std::size_t>(chosen) >= settings.profiles.size()) return;
@@ -284,8 +286,16 @@ HBRUSH KorvenPanel::OnCtlColorStatic(HDC deviceContext, HWND control) {
 void KorvenPanel::OnTabChanged(HWND /*page*/, WPARAM /*wParam*/, const NMHDR* /*header*/) {
     const LRESULT tab = SendMessageW(Control(IDC_PAGE_TAB), TCM_GETCURSEL, 0, 0);
     if (tab != kButtonTab && tab != kGestureTab) return;
-    ShowWindow(buttonPaneWindow, tab == kButtonTab ? SW_SHOW : SW_HIDE);
-    ShowWindow(gesturePaneWindow, tab == kGestureTab ? SW_SHOW : SW_HIDE);
+    ShowPane(buttonPaneWindow, tab == kButtonTab);
+    ShowPane(gesturePaneWindow, tab == kGestureTab);
+}
+
+// A pane that goes gives the focus to the tabs, so that the keyboard keeps a place.
+void KorvenPanel::ShowPane(HWND pane, bool show) const {
+    if (!show && IsChild(pane, GetFocus())) {
+        SendMessageW(pageWindow, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(Control(IDC_PAGE_TAB)), TRUE);
+    }
+    ShowWindow(pane, show ? SW_SHOW : SW_HIDE);
 }
 
 }  // namespace kvn::page

@@ -75,6 +75,7 @@ private:
     void FindServiceFiles();
 
     void PlacePane(HWND pane, HWND previous) const;
+    void ShowPane(HWND pane, bool show) const;
     // Puts what the button pane shows into the selected profile.
     void StorePane();
     bool SaveSettings();

@@ -2,11 +2,21 @@
 
 #include <algorithm>
 
+#include "platform/device_context.h"
+
 namespace kvn::platform {
 namespace {
 
 int Send(HWND combo, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
     return static_cast<int>(SendMessageW(combo, message, wParam, lParam));
+}
+
+std::wstring ComboText(HWND combo, int index) {
+    const int length = Send(combo, CB_GETLBTEXTLEN, static_cast<WPARAM>(index));
+    if (length <= 0) return {};
+    std::wstring text(static_cast<std::size_t>(length), L'\0');
+    Send(combo, CB_GETLBTEXT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(text.data()));
+    return text;
 }
 
 }  // namespace
@@ -24,11 +34,23 @@ std::optional<int> SelectedComboData(HWND combo) {
 
 std::wstring SelectedComboText(HWND combo) {
     const int index = Send(combo, CB_GETCURSEL);
-    const int length = index < 0 ? CB_ERR : Send(combo, CB_GETLBTEXTLEN, static_cast<WPARAM>(index));
-    if (length <= 0) return {};
-    std::wstring text(static_cast<std::size_t>(length), L'\0');
-    Send(combo, CB_GETLBTEXT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(text.data()));
-    return text;
+    return index < 0 ? std::wstring() : ComboText(combo, index);
+}
+
+void WidenDropList(HWND combo) {
+    const WindowDeviceContext context(combo);
+    if (!context) return;
+    const SelectedObject font(context.Get(), reinterpret_cast<HFONT>(SendMessageW(combo, WM_GETFONT, 0, 0)));
+    LONG longest = 0;
+    for (int index = Send(combo, CB_GETCOUNT); index-- > 0;) {
+        const std::wstring text = ComboText(combo, index);
+        SIZE size{};
+        GetTextExtentPoint32W(context.Get(), text.c_str(), static_cast<int>(text.size()), &size);
+        longest = std::max(longest, size.cx);
+    }
+    // Beside the text a list has a scroll bar, a frame, and a margin as wide as the frame.
+    const int width = longest + GetSystemMetrics(SM_CXVSCROLL) + 4 * GetSystemMetrics(SM_CXEDGE);
+    Send(combo, CB_SETDROPPEDWIDTH, static_cast<WPARAM>(std::min(width, GetSystemMetrics(SM_CXSCREEN))));
 }
 
 std::optional<int> FindComboData(HWND combo, int data, int maxCount) {

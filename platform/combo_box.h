@@ -23,6 +23,9 @@ std::optional<int> FindComboData(HWND combo, int data, int maxCount);
 // Selects the entry with this number, or none when there is no such entry.
 void SelectComboData(HWND combo, int data);
 
+// Makes the drop-down list wide enough for its texts. To be called when the list is about to open.
+void WidenDropList(HWND combo);
+
 // Gives the entry at this index another text. The selection stays on it if it was there.
 void ReplaceComboText(HWND combo, int index, const std::wstring& text);
 

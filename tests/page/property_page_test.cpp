@@ -85,16 +85,18 @@ TEST_F(PropertyPageTest, FailedApplyAnswersNoChangePage) {
         module.Handle(), [](HKEY, LPCWSTR, DWORD, DWORD, const BYTE*, DWORD) { return ERROR_ACCESS_DENIED; });
     Choose(IDC_PANE_RIGHT, 5);
     INT_PTR answer = -1;
+    LONG_PTR result = 0;
     sheet->Start([&, page = sheet->Page()] {
         SetWindowLongPtrW(page, DWLP_MSGRESULT, 0);
         NMHDR header{GetParent(page), 0, PSN_APPLY};
         const auto procedure = reinterpret_cast<DLGPROC>(GetWindowLongPtrW(page, DWLP_DLGPROC));
         answer = procedure(page, WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&header));
+        result = GetWindowLongPtrW(page, DWLP_MSGRESULT);  // the next message to the page clears it
     });
     AnswerMessageBox("Settings failed.", IDOK);
     sheet->Settle();
     EXPECT_EQ(TRUE, answer);
-    EXPECT_EQ(PSNRET_INVALID_NOCHANGEPAGE, GetWindowLongPtrW(sheet->Page(), DWLP_MSGRESULT));
+    EXPECT_EQ(PSNRET_INVALID_NOCHANGEPAGE, result);
 }
 
 TEST_F(PropertyPageTest, OnlyTheWarningTextIsRedAndTransparent) {

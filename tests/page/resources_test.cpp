@@ -194,7 +194,7 @@ const std::vector<DialogRow> kDialogs = {
      {{1008, L"Button", L"Edit"},
       {1009, L"Button", L"Add"},
       {1010, L"Button", L"Delete"},
-      {1039, L"SysListView32", L""}}},
+      {1039, L"SysListView32", L"Gesture"}}},
     {MAKEINTRESOURCEW(122),
      L"Edit gesture",
      {{-1, L"Static", L"Functions"},

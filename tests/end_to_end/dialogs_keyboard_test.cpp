@@ -1,0 +1,264 @@
+// The gestures and every dialog without a mouse: Tab leads to each control, each has a name to be read out, and each is
+// worked by keys.
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include "resources/resource.h"
+#include "tests/end_to_end/gesture_story.h"
+#include "tests/end_to_end/key_dialog.h"
+#include "tests/end_to_end/profile_story.h"
+#include "tests/end_to_end/text.h"
+#include "tests/end_to_end/waiting.h"
+#include "tests/end_to_end/windows_of_process.h"
+
+namespace kvn::end_to_end {
+namespace {
+
+using Names = std::vector<std::string>;
+
+// What a screen reader says of a control: the text of a button or of the list of gestures, else that of the label
+// directly before the control. The field of a combo box is known by the combo box.
+std::string NameOf(HWND control) {
+    const std::wstring className = ClassOf(control);
+    if (const HWND parent = GetParent(control); ClassOf(parent) == L"ComboBox") return NameOf(parent);
+    if (className == L"Button" || className == WC_LISTVIEWW) {
+        if (const std::wstring own = TextOf(control); !own.empty()) return Narrow(own);
+    }
+    const HWND label = GetWindow(control, GW_HWNDPREV);
+    return label == nullptr ? std::string() : Narrow(TextOf(label));
+}
+
+void PressTab(HWND dialog) {
+    const HWND before = FocusOf(dialog);
+    PressKey(VK_TAB);
+    WaitFor("the focus to leave " + Describe(before), [&] {
+        const HWND now = FocusOf(dialog);
+        return now != nullptr && now != before;
+    });
+    // A combo box hands the focus on to its field: an answer comes after that.
+    Send(dialog, WM_NULL);
+}
+
+// Tab, until the focus is on the control with this name.
+void MoveTo(HWND dialog, const std::string& name) {
+    constexpr int kLongestWay = 12;
+    for (int step = 0; NameOf(FocusOf(dialog)) != name; ++step) {
+        if (step == kLongestWay) throw StoryError("Tab does not lead to \"" + name + '"');
+        PressTab(dialog);
+    }
+}
+
+// The names of all controls that Tab leads to, beginning with the one that has the focus.
+Names Ring(HWND dialog) {
+    const HWND first = FocusOf(dialog);
+    Names names;
+    do {
+        names.push_back(NameOf(FocusOf(dialog)));
+        PressTab(dialog);
+    } while (FocusOf(dialog) != first);
+    return names;
+}
+
+class GestureKeys : public GestureStory {
+protected:
+    void SetUp() override {
+        EndToEndTest::SetUp();
+        WriteFileBytes(ProfileFile(), ProfileFileText({WheelProfile({{"U", "3", "back", ""}, {"D", "4", "", ""}})}));
+    }
+    // From the page's tabs, where the focus is when the sheet opens.
+    static void OpenTab(const Sheet& sheet) {
+        PressKey(VK_RIGHT);
+        WaitFor("the gestures", [&] { return IsWindowVisible(sheet.GesturePane()) != FALSE; });
+        // The editor's OK is followed by a click wherever the cursor is.
+        MoveCursorTo(MiddleOf(ScreenRectangle(GetWindow(sheet.Control(IDC_PAGE_PROFILE), GW_HWNDPREV))));
+    }
+    static void SelectFirstRow(const Sheet& sheet) {
+        MoveTo(sheet.Window(), "Gesture");
+        PressKey(VK_DOWN);
+        PressKey(VK_HOME);
+        WaitFor("the selection", [&] { return Rows(sheet).SelectedRows() == std::vector<int>{0}; });
+    }
+    static GestureEditor EditFirstRow(const Sheet& sheet) {
+        OpenTab(sheet);
+        SelectFirstRow(sheet);
+        MoveTo(sheet.Window(), "Edit");
+        PressKey(VK_SPACE);
+        return GestureEditor(sheet.ProcessId());
+    }
+    static ListDriver Rows(const Sheet& sheet) {
+        return ListDriver(GetDlgItem(sheet.GesturePane(), IDC_GESTURES_LIST));
+    }
+    void Close(const Sheet& sheet) const {
+        sheet.Close(IDCANCEL);
+        EXPECT_EQ(HostExitCode(), 0U);
+    }
+};
+
+TEST_F(GestureKeys, TabVisitsTheListAndTheButtonsThatCanBeUsed) {
+    const Sheet sheet = OpenSheetWithService();
+    OpenTab(sheet);
+    MoveTo(sheet.Window(), "Profile");
+    PressTab(sheet.Window());
+    EXPECT_EQ(NameOf(FocusOf(sheet.Window())), "Edit Profile");
+    PressTab(sheet.Window());
+    EXPECT_EQ(NameOf(FocusOf(sheet.Window())), "Gesture");
+    PressTab(sheet.Window());
+    EXPECT_EQ(NameOf(FocusOf(sheet.Window())), "Add");
+    PressTab(sheet.Window());
+    EXPECT_EQ(sheet.Focused(), IDC_PAGE_TAB);
+
+    SelectFirstRow(sheet);
+    for (const char* name : {"Add", "Delete", "Edit"}) {
+        PressTab(sheet.Window());
+        EXPECT_EQ(NameOf(FocusOf(sheet.Window())), name);
+    }
+    Close(sheet);
+}
+
+TEST_F(GestureKeys, EditorIsWorkedByKeys) {
+    const Sheet sheet = OpenSheetWithService();
+    const GestureEditor editor = EditFirstRow(sheet);
+    EXPECT_EQ(Ring(editor.Window()), (Names{"Functions", "Instructions", "OK", "Cancel"}));
+    PressKey(VK_DOWN);
+    WaitFor("the next function", [&] { return editor.Function() == "Forward (Internet Explorer)"; });
+    MoveTo(editor.Window(), "Instructions");
+    TypeText(L"on");
+    WaitFor("the note", [&] { return editor.Memo() == "on"; });
+    PressKey(VK_RETURN);
+    editor.WaitUntilClosed();
+    WaitFor("the row", [&] {
+        return Rows(sheet).Rows<3>()[0] == GestureRow{"U", "Forward (Internet Explorer)", "on"};
+    });
+    Close(sheet);
+}
+
+TEST_F(GestureKeys, EscapeLeavesTheEditorAndTheFocusComesBack) {
+    const Sheet sheet = OpenSheetWithService();
+    const GestureEditor editor = EditFirstRow(sheet);
+    PressKey(VK_ESCAPE);
+    editor.WaitUntilClosed();
+    WaitFor("the focus on Edit", [&] { return sheet.Focused() == IDC_GESTURES_EDIT; });
+    Close(sheet);
+}
+
+TEST_F(GestureKeys, KeyDialogIsWorkedByKeys) {
+    const Sheet sheet = OpenSheetWithService();
+    const GestureEditor editor = EditFirstRow(sheet);
+    PressKey(VK_END);  // "Arbitrary key", which opens the dialog
+    const KeyDialog keys(sheet.ProcessId());
+    EXPECT_EQ(Ring(keys.Window()), (Names{"Input 1:", "Input 2:", "Input 3:", "Clear", "OK", "Cancel"}));
+    keys.Press(IDC_KEYS_INPUT1, 'A', L"A");
+    MoveTo(keys.Window(), "Clear");
+    PressKey(VK_SPACE);
+    keys.Expect(IDC_KEYS_INPUT1, L"Enter key");
+    MoveTo(keys.Window(), "Input 1:");
+    keys.Press(IDC_KEYS_INPUT1, 'B', L"B");
+    MoveTo(keys.Window(), "OK");
+    PressKey(VK_SPACE);
+    keys.WaitUntilClosed();
+    WaitFor("the key in the editor", [&] { return editor.Function() == "Arbitrary key[B]"; });
+    PressKey(VK_ESCAPE);
+    editor.WaitUntilClosed();
+    Close(sheet);
+}
+
+TEST_F(GestureKeys, DeletedRowsLeaveTheFocusInThePane) {
+    const Sheet sheet = OpenSheetWithService();
+    OpenTab(sheet);
+    SelectFirstRow(sheet);
+    MoveTo(sheet.Window(), "Delete");
+    PressKey(VK_SPACE);
+    const Dialog question(sheet.ProcessId(), kMessageTitle);
+    PressKey(VK_RETURN);  // "Yes" has the focus
+    question.WaitUntilClosed();
+    WaitFor("the deletion", [&] { return Rows(sheet).RowCount() == 1; });
+    WaitFor("the focus on the list", [&] { return sheet.Focused() == IDC_GESTURES_LIST; });
+    Close(sheet);
+}
+
+class ProgramKeys : public ProfileStory {
+protected:
+    // The editor, with the only profile selected.
+    static ProfileEditor OpenEditorByKeys(const Sheet& sheet) {
+        sheet.MoveFocusTo(IDC_PAGE_EDIT_PROFILE);
+        PressKey(VK_SPACE);
+        const ProfileEditor editor(sheet.ProcessId());
+        PressKey(VK_END);
+        WaitFor("the selection", [&] { return editor.SelectedProfiles() == std::vector<int>{0}; });
+        return editor;
+    }
+    static ProgramSelection OpenSelection(const ProfileEditor& editor) {
+        MoveTo(editor.Window(), "Allocation program");
+        MoveTo(editor.Window(), "Add");
+        PressKey(VK_SPACE);
+        return ProgramSelection(editor.ProcessId());
+    }
+    void Finish(const Sheet& sheet, const ProfileEditor& editor) const {
+        PressKey(VK_ESCAPE);
+        editor.WaitUntilClosed();
+        Close(sheet, IDCANCEL);
+    }
+};
+
+TEST_F(ProgramKeys, NameDialogIsWorkedByKeys) {
+    const Sheet sheet = OpenSheetWithService();
+    const ProfileEditor editor = OpenEditorByKeys(sheet);
+    MoveTo(editor.Window(), "Copy");
+    PressKey(VK_SPACE);
+    const NameDialog name(sheet.ProcessId(), L"Copy profile");
+    EXPECT_EQ(Ring(name.Window()), (Names{"Profile", "OK", "Cancel"}));
+    name.CloseWith(VK_ESCAPE);
+    WaitFor("the focus on Copy", [&] { return NameOf(FocusOf(editor.Window())) == "Copy"; });
+    Finish(sheet, editor);
+}
+
+TEST_F(ProgramKeys, WindowOnTheScreenIsChosenByKeys) {
+    StartNotepad();
+    const Sheet sheet = OpenSheetWithService();
+    const ProfileEditor editor = OpenEditorByKeys(sheet);
+    const ProgramSelection selection = OpenSelection(editor);
+    EXPECT_EQ(Ring(selection.Window()), (Names{"Program", "Select window", "Reference", "OK", "Cancel"}));
+    MoveTo(selection.Window(), "Select window");
+    PressKey(VK_SPACE);
+    const WindowProgram window(sheet.ProcessId());
+    window.WaitForFocus(IDOK);
+    EXPECT_EQ(Ring(window.Window()), (Names{"OK", "Cancel"}));
+    EXPECT_EQ(window.Path(), Notepad()[1]);
+    PressKey(VK_RETURN);
+    selection.WaitUntilClosed();
+    editor.ExpectPrograms({Notepad()});
+    Finish(sheet, editor);
+}
+
+TEST_F(ProgramKeys, EscapeLeavesTheConfirmationAndThenTheSelection) {
+    const Sheet sheet = OpenSheetWithService();
+    const ProfileEditor editor = OpenEditorByKeys(sheet);
+    const ProgramSelection selection = OpenSelection(editor);
+    MoveTo(selection.Window(), "Select window");
+    PressKey(VK_SPACE);
+    const WindowProgram window(sheet.ProcessId());
+    PressKey(VK_ESCAPE);
+    window.WaitUntilClosed();
+    WaitFor("the focus on the button", [&] { return NameOf(FocusOf(selection.Window())) == "Select window"; });
+    PressKey(VK_ESCAPE);
+    selection.WaitUntilClosed();
+    editor.ExpectPrograms({});
+    Finish(sheet, editor);
+}
+
+TEST_F(ProgramKeys, FileIsChosenByKeys) {
+    const Sheet sheet = OpenSheetWithService();
+    const ProfileEditor editor = OpenEditorByKeys(sheet);
+    const ProgramSelection selection = OpenSelection(editor);
+    MoveTo(selection.Window(), "Reference");
+    PressKey(VK_SPACE);
+    const std::string path = Notepad()[1];
+    OpenFileByPath(sheet.ProcessId(), std::wstring(path.begin(), path.end()));
+    selection.WaitUntilClosed();
+    editor.ExpectPrograms({Notepad()});
+    Finish(sheet, editor);
+}
+
+}  // namespace
+}  // namespace kvn::end_to_end

@@ -1,0 +1,81 @@
+// Drop-down lists are wide enough for their longest text, however long it became.
+#include <windows.h>
+
+#include <algorithm>
+
+#include "tests/page/gesture_test.h"
+
+namespace kvn::test {
+namespace {
+
+constexpr char kLongKeys[] = "Left Windows+Right Windows+Application key";
+
+class DropListTest : public GestureTest {
+protected:
+    // Opens the list and expects that its rows have room for every text; closes it again.
+    void ExpectRoomForAllTexts(HWND combo) const {
+        LONG room = 0;
+        LONG longest = 0;
+        LONG field = 0;
+        sheet->Run([&] {
+            SendMessageW(combo, CB_SHOWDROPDOWN, TRUE, 0);
+            COMBOBOXINFO info{};
+            info.cbSize = sizeof info;
+            GetComboBoxInfo(combo, &info);
+            RECT row{};
+            SendMessageW(info.hwndList, LB_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&row));
+            room = row.right - row.left;
+            field = info.rcItem.right - info.rcItem.left;
+            longest = LongestText(combo);
+            SendMessageW(combo, CB_SHOWDROPDOWN, FALSE, 0);
+        });
+        EXPECT_GT(longest, field) << "the combo box alone would have been wide enough";
+        EXPECT_LE(longest, room);
+    }
+
+private:
+    static LONG LongestText(HWND combo) {
+        const HDC context = GetDC(combo);
+        const HGDIOBJ previous = SelectObject(context, reinterpret_cast<HFONT>(SendMessageW(combo, WM_GETFONT, 0, 0)));
+        LONG longest = 0;
+        for (const ComboEntry& entry : EntriesOf(combo)) {
+            SIZE size{};
+            GetTextExtentPoint32W(context, entry.text.c_str(), static_cast<int>(entry.text.size()), &size);
+            longest = std::max(longest, size.cx);
+        }
+        SelectObject(context, previous);
+        ReleaseDC(combo, context);
+        return longest;
+    }
+};
+
+TEST_F(DropListTest, ChoosersShowWholeKeyCombinations) {
+    WriteProfiles({ProfileText("Default", {{"button4", "37"}, {"button4_etcKey", kLongKeys}})});
+    Open();
+    ExpectRoomForAllTexts(sheet->PaneControl(IDC_PANE_BUTTON4));
+}
+
+TEST_F(DropListTest, GestureEditorShowsWholeKeyCombinations) {
+    OpenWith({{"U", 37, "", kLongKeys}});
+    const HWND editor = EditRow(0);
+    ExpectRoomForAllTexts(GetDlgItem(editor, IDC_GESTURE_FUNCTION));
+    CloseEditor(editor, IDCANCEL);
+}
+
+TEST_F(DropListTest, ProfilesShowWholeNames) {
+    WriteProfiles({ProfileText("Default"), ProfileText(std::string(90, 'W'))});
+    Open();
+    ExpectRoomForAllTexts(sheet->PageControl(IDC_PAGE_PROFILE));
+}
+
+TEST_F(DropListTest, IsNotWiderThanTheScreen) {
+    WriteProfiles({ProfileText("Default"), ProfileText(std::string(250, 'W'))});
+    Open();
+    const HWND combo = sheet->PageControl(IDC_PAGE_PROFILE);
+    sheet->Run([=] { SendMessageW(combo, CB_SHOWDROPDOWN, TRUE, 0); });
+    EXPECT_EQ(GetSystemMetrics(SM_CXSCREEN), SendMessageW(combo, CB_GETDROPPEDWIDTH, 0, 0));
+    sheet->Run([=] { SendMessageW(combo, CB_SHOWDROPDOWN, FALSE, 0); });
+}
+
+}  // namespace
+}  // namespace kvn::test
