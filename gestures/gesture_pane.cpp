@@ -2,9 +2,7 @@
 
 #include <commctrl.h>
 
-#include <algorithm>
 #include <array>
-#include <iterator>
 #include <utility>
 
 #include "gestures/gesture_button.h"
@@ -23,7 +21,7 @@ constexpr std::array<platform::ListColumn, 3> kColumns{
 
 }  // namespace
 
-const GesturePane::CommandRow GesturePane::kCommands[] = {
+const platform::CommandRow<GesturePane> GesturePane::kCommands[] = {
     {IDC_GESTURES_ADD, &GesturePane::OnAdd},
     {IDC_GESTURES_EDIT, &GesturePane::OnEdit},
     {IDC_GESTURES_DELETE, &GesturePane::OnDelete},
@@ -79,9 +77,7 @@ void GesturePane::OnDoubleClick() {
 }
 
 void GesturePane::OnCommand(UINT control, UINT /*notification*/) {
-    const auto row = std::find_if(std::begin(kCommands), std::end(kCommands),
-                                  [=](const CommandRow& command) { return command.control == control; });
-    if (row != std::end(kCommands)) (this->*row->handler)();
+    platform::CarryOutCommand(*this, kCommands, control);
 }
 
 void GesturePane::OnAdd() {

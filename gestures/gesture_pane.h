@@ -13,6 +13,7 @@
 #include "gestures/gesture_mgr.h"
 #include "gestures/gesture_trail_overlay.h"
 #include "model/mouse_settings.h"
+#include "platform/command_table.h"
 #include "platform/message_box.h"
 #include "platform/pane.h"
 
@@ -40,12 +41,7 @@ public:
     void ShowProfile();
 
 private:
-    using CommandHandler = void (GesturePane::*)();
-    struct CommandRow {
-        UINT control;
-        CommandHandler handler;
-    };
-    static const CommandRow kCommands[];
+    static const platform::CommandRow<GesturePane> kCommands[3];
 
     void OnCommand(UINT control, UINT notification) override;
     std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <array>
-#include <iterator>
 #include <span>
 
 #include "model/registry_records.h"
@@ -44,7 +43,7 @@ bool IsComboBox(HWND window) {
 
 }  // namespace
 
-const KorvenPanel::CommandRow KorvenPanel::kCommands[] = {
+const platform::CommandRow<KorvenPanel, UINT> KorvenPanel::kCommands[] = {
     {IDC_PANE_HELP, &KorvenPanel::OnHelpCommand},
     {IDC_PANE_RESET, &KorvenPanel::OnResetCommand},
     {IDC_PAGE_PROFILE, &KorvenPanel::OnProfileCommand},
@@ -203,9 +202,7 @@ bool KorvenPanel::OnCommandChanged(HWND window, WPARAM wParam, LPARAM /*lParam*/
 }
 
 void KorvenPanel::OnCommand(WPARAM wParam, LPARAM /*lParam*/, HWND /*page*/) {
-    const auto row = std::find_if(std::begin(kCommands), std::end(kCommands),
-                                  [&](const CommandRow& command) { return command.control == LOWORD(wParam); });
-    if (row != std::end(kCommands)) (this->*row->handler)(HIWORD(wParam));
+    platform::CarryOutCommand(*this, kCommands, LOWORD(wParam), UINT{HIWORD(wParam)});
 }
 
 void KorvenPanel::OnProfileCommand(UINT notification) {

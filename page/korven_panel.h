@@ -12,6 +12,7 @@
 #include "model/mouse_settings.h"
 #include "page/button_pane.h"
 #include "page/property_panel.h"
+#include "platform/command_table.h"
 #include "platform/critical_section.h"
 #include "platform/message_box.h"
 #include "profiles/profile_editor.h"
@@ -42,12 +43,7 @@ public:
     void OnTabChanged(HWND page, WPARAM wParam, const NMHDR* header) override;
 
 private:
-    using CommandHandler = void (KorvenPanel::*)(UINT notification);
-    struct CommandRow {
-        UINT control;
-        CommandHandler handler;
-    };
-    static const CommandRow kCommands[];
+    static const platform::CommandRow<KorvenPanel, UINT> kCommands[4];
 
     // IButtonPaneOwner, IGesturePaneOwner
     void OnHelp() override;

@@ -2,10 +2,8 @@
 
 #include <commctrl.h>
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
-#include <iterator>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -16,6 +14,7 @@
 #include "model/registry_records.h"
 #include "model/settings_store.h"
 #include "platform/boundary.h"
+#include "platform/command_table.h"
 #include "platform/dialog_control.h"
 #include "platform/list_view.h"
 #include "platform/modal_dialog.h"
@@ -60,14 +59,7 @@ private:
     INT_PTR OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     void OnInitDialog();
     void OnNotify(const NMHDR& header);
-    // False for a control without a command.
-    bool OnCommand(int control);
-
-    struct CommandRow {
-        int control;
-        void (ProfileEditor::*handler)();
-    };
-    static const CommandRow kCommands[];
+    static const platform::CommandRow<ProfileEditor> kCommands[8];
 
     void OnAddProfile();
     void OnDeleteProfiles();
@@ -100,7 +92,7 @@ private:
     HWND profileList = nullptr;
 };
 
-const ProfileEditor::CommandRow ProfileEditor::kCommands[] = {
+const platform::CommandRow<ProfileEditor> ProfileEditor::kCommands[] = {
     {IDC_PROFILES_ADD, &ProfileEditor::OnAddProfile},
     {IDC_PROFILES_DELETE, &ProfileEditor::OnDeleteProfiles},
     {IDC_PROFILES_RENAME, &ProfileEditor::OnRenameProfile},
@@ -117,7 +109,7 @@ INT_PTR ProfileEditor::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             OnInitDialog();
             return TRUE;
         case WM_COMMAND:
-            return OnCommand(LOWORD(wParam)) ? TRUE : FALSE;
+            return platform::CarryOutCommand(*this, kCommands, LOWORD(wParam)) ? TRUE : FALSE;
         case WM_NOTIFY:
             OnNotify(*reinterpret_cast<const NMHDR*>(lParam));
             return FALSE;
@@ -135,10 +127,9 @@ void ProfileEditor::OnInitDialog() {
 
     programs.SetUp(Control(IDC_PROFILES_PROGRAMS), Module());
 
-    // Add program stays enabled until the selection changes for the first time.
-    for (const int button :
-         {IDC_PROFILES_DELETE, IDC_PROFILES_RENAME, IDC_PROFILES_COPY, IDC_PROFILES_DELETE_PROGRAM}) {
-        EnableWindow(Control(button), FALSE);
+    for (const ButtonRow& row : kButtons) {
+        // Add program stays enabled until the selection changes for the first time.
+        if (row.button != IDC_PROFILES_ADD_PROGRAM) EnableWindow(Control(row.button), row.withNone ? TRUE : FALSE);
     }
 }
 
@@ -149,14 +140,6 @@ void ProfileEditor::OnNotify(const NMHDR& header) {
     if (change.iItem >= 0 && ((change.uOldState ^ change.uNewState) & LVIS_SELECTED) == 0) return;
     if (header.hwndFrom == profileList && !isDeleting) OnProfilesSelected();
     if (header.hwndFrom == programs.Window()) OnProgramsSelected();
-}
-
-bool ProfileEditor::OnCommand(int control) {
-    const auto* const row = std::find_if(std::begin(kCommands), std::end(kCommands),
-                                         [=](const CommandRow& command) { return command.control == control; });
-    if (row == std::end(kCommands)) return false;
-    (this->*row->handler)();
-    return true;
 }
 
 void ProfileEditor::OnProfilesSelected() {

@@ -1,0 +1,30 @@
+// Commands of controls, as a table of ids and the member functions that carry them out.
+#pragma once
+
+#include <windows.h>
+
+#include <algorithm>
+#include <iterator>
+
+namespace kvn::platform {
+
+// Details are what the member function wants to know besides the control.
+template <typename Owner, typename... Details>
+struct CommandRow {
+    UINT control;
+    void (Owner::*handler)(Details...);
+};
+
+// Carries out the command of the control's row; false when the table has none.
+template <typename Owner, typename... Details, std::size_t kRows>
+bool CarryOutCommand(Owner& owner, const CommandRow<Owner, Details...> (&table)[kRows], UINT control,
+                     Details... details) {
+    const auto* const row =
+        std::find_if(std::begin(table), std::end(table),
+                     [=](const CommandRow<Owner, Details...>& candidate) { return candidate.control == control; });
+    if (row == std::end(table)) return false;
+    (owner.*row->handler)(details...);
+    return true;
+}
+
+}  // namespace kvn::platform
