@@ -77,14 +77,19 @@ void EndToEndTest::EndService() {
     EXPECT_EQ(service->WaitForExitCode(), 0U);
 }
 
-std::vector<std::string> EndToEndTest::MessagesToService() const {
+std::vector<std::string> EndToEndTest::LinesOfLog() const {
     const std::string log = ReadFileBytes(scratch + L"service.log");
-    std::vector<std::string> messages;
+    std::vector<std::string> lines;
     std::size_t start = 0;
     for (std::size_t end = 0; (end = log.find("\r\n", start)) != std::string::npos; start = end + 2) {
-        const std::string text = WithoutTime(std::string_view(log).substr(start, end - start));
-        if (IsMessage(text)) messages.push_back(text);
+        lines.push_back(WithoutTime(std::string_view(log).substr(start, end - start)));
     }
+    return lines;
+}
+
+std::vector<std::string> EndToEndTest::MessagesToService() const {
+    std::vector<std::string> messages = LinesOfLog();
+    std::erase_if(messages, [](const std::string& line) { return !IsMessage(line); });
     return messages;
 }
 

@@ -36,6 +36,8 @@ protected:
     void EndService();
     // What the page said to the service so far, in order.
     std::vector<std::string> MessagesToService() const;
+    // All lines of the service's log, without their times.
+    std::vector<std::string> LinesOfLog() const;
 
     // Starts the host, which opens the sheet.
     const Process& StartHost(const Arguments& source = WithModule());

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <string>
 
 #include "platform/boundary.h"
@@ -81,6 +82,12 @@ std::wstring Join(const std::vector<std::int32_t>& numbers) {
         if (!text.empty()) text += L',';
         text += std::to_wstring(number);
     }
+    return text;
+}
+
+std::wstring Hexadecimal(const std::vector<std::byte>& bytes) {
+    std::wstring text;
+    for (const std::byte byte : bytes) text += Format(L" %02x", static_cast<unsigned>(byte));
     return text;
 }
 
@@ -182,6 +189,8 @@ LRESULT ServiceWindow::OnCopyData(const COPYDATASTRUCT* data) {
     if (!request) return static_cast<LRESULT>(SettingsReply::NotUnderstood);
     const SettingsReply reply = SendSettings(window, *request);
     log.Write(L"settings " + Join(request->settings) + L" to the page: " + Describe(reply));
+    const std::vector<std::byte> record = RecordOf(*request);
+    log.Write(std::to_wstring(record.size()) + L" bytes of WM_COPYDATA:" + Hexadecimal(record));
     return static_cast<LRESULT>(reply);
 }
 

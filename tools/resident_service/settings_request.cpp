@@ -72,12 +72,17 @@ std::optional<SettingsRequest> ReadRequest(const COPYDATASTRUCT* message) {
     return request;
 }
 
+std::vector<std::byte> RecordOf(const SettingsRequest& request) {
+    std::vector<std::byte> record(request.settings.size() * sizeof(std::int32_t));
+    std::memcpy(record.data(), request.settings.data(), record.size());
+    return record;
+}
+
 SettingsReply SendSettings(HWND service, const SettingsRequest& request) {
     const HWND page = request.page != 0 ? reinterpret_cast<HWND>(request.page) : FindPage();
     if (!IsWindow(page)) return SettingsReply::NoPage;
-    std::vector<std::int32_t> settings = request.settings;
-    const DWORD bytes = static_cast<DWORD>(settings.size() * sizeof(std::int32_t));
-    return SendCopyData(page, service, {0, bytes, settings.data()}, kPageTimeoutMilliseconds)
+    std::vector<std::byte> record = RecordOf(request);
+    return SendCopyData(page, service, {0, static_cast<DWORD>(record.size()), record.data()}, kPageTimeoutMilliseconds)
                ? SettingsReply::Delivered
                : SettingsReply::PageDidNotAnswer;
 }

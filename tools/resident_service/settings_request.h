@@ -3,6 +3,7 @@
 
 #include <windows.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <vector>
@@ -30,7 +31,10 @@ SettingsReply AskToSendSettings(HWND service, const SettingsRequest& request);
 // In the service: a request out of a WM_COPYDATA message; nothing when the message is something else.
 std::optional<SettingsRequest> ReadRequest(const COPYDATASTRUCT* message);
 
-// In the service: sends the settings to the page as a WM_COPYDATA message whose sender is `service`.
+// The settings as the page takes them: each number in four bytes, the lowest first.
+std::vector<std::byte> RecordOf(const SettingsRequest& request);
+
+// In the service: sends this record to the page as a WM_COPYDATA message whose sender is `service`.
 SettingsReply SendSettings(HWND service, const SettingsRequest& request);
 
 }  // namespace kvn::service

@@ -1,0 +1,97 @@
+// docs/support.md explains every message box, and quotes it as it is.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <regex>
+#include <set>
+
+#include "tests/docs/documents.h"
+
+namespace kvn::docs {
+namespace {
+
+constexpr char kDocument[] = "docs/support.md";
+
+// What the box shows in the place of the number.
+std::string Shown(std::string text) {
+    const std::size_t place = text.find("%d");
+    return place == std::string::npos ? text : text.replace(place, 2, "100");
+}
+
+// The texts that the code hands to a message box by their names.
+std::set<std::string> NamesInCalls() {
+    static const std::regex call("\\b(?:Warn|Show)\\(([^;]*)\\)");
+    static const std::regex name("IDS_\\w+");
+    std::set<std::string> names;
+    for (const char* folder : {"platform", "model", "gestures", "profiles", "page"}) {
+        const std::string sources = ReadSources(folder);
+        for (std::sregex_iterator found(sources.begin(), sources.end(), call), end; found != end; ++found) {
+            const std::string arguments = (*found)[1];
+            for (std::sregex_iterator id(arguments.begin(), arguments.end(), name); id != end; ++id) {
+                names.insert(id->str());
+            }
+        }
+    }
+    return names;
+}
+
+// A text with which other texts are put together before it is shown is a sentence all the same, and no other text is.
+bool IsSentence(const std::string& text) {
+    return text.ends_with('.') || text.ends_with('?');
+}
+
+std::set<std::string> TextsOfMessageBoxes() {
+    const std::set<std::string> inCalls = NamesInCalls();
+    std::set<std::string> texts;
+    for (const auto& [name, text] : StringTable()) {
+        if (inCalls.contains(name) || IsSentence(text)) texts.insert(Shown(text));
+    }
+    return texts;
+}
+
+std::vector<Row> DocumentedMessages() {
+    std::vector<Row> rows;
+    for (const Table& table : TablesWith(ReadFile(kDocument), "message")) {
+        rows.insert(rows.end(), table.rows.begin(), table.rows.end());
+    }
+    return rows;
+}
+
+TEST(MessageBoxes, AreFoundInTheCodeAndAreSentences) {
+    const std::set<std::string> names = NamesInCalls();
+    EXPECT_GE(names.size(), 10U);
+    for (const std::string& name : names) EXPECT_TRUE(IsSentence(TextOf(name))) << name;
+}
+
+TEST(MessageBoxes, AreExplainedInTheSupportDocumentWordByWord) {
+    std::set<std::string> documented;
+    for (const Row& row : DocumentedMessages()) EXPECT_TRUE(documented.insert(row[0]).second) << row[0] << " twice";
+    EXPECT_EQ(documented, TextsOfMessageBoxes());
+}
+
+TEST(MessageBoxes, HaveAMeaningAndButtons) {
+    for (const Row& row : DocumentedMessages()) {
+        ASSERT_EQ(row.size(), 4U) << row[0];
+        EXPECT_FALSE(row[2].empty()) << row[0];
+        const std::string expected = row[0] == TextOf("IDS_CONFIRM_DELETE")  ? "Yes, No"
+                                     : row[0] == TextOf("IDS_CONFIRM_RESET") ? "OK, Cancel"
+                                                                             : "OK";
+        EXPECT_EQ(row[1], expected) << row[0];
+    }
+}
+
+TEST(MessageBoxes, CaptionIsQuoted) {
+    EXPECT_NE(ReadFile(kDocument).find('"' + TextOf("IDS_CAPTION") + '"'), std::string::npos);
+}
+
+TEST(MessageBoxes, QuotesOfTheTextAreSentencesOfTheProgram) {
+    static const std::regex quote("\"([^\"]+[.?])\"");
+    const std::string document = ReadFile(kDocument);
+    const std::set<std::string> texts = TextsOfMessageBoxes();
+    for (std::sregex_iterator found(document.begin(), document.end(), quote), end; found != end; ++found) {
+        EXPECT_TRUE(texts.contains((*found)[1])) << (*found)[1];
+    }
+}
+
+}  // namespace
+}  // namespace kvn::docs

@@ -1,0 +1,136 @@
+// docs/service-protocol.md says what the code does.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <regex>
+
+#include "model/profile.h"
+#include "model/setting_field.h"
+#include "platform/service_protocol.h"
+#include "tests/docs/documents.h"
+
+namespace kvn::docs {
+namespace {
+
+std::string Document() {
+    return ReadFile("docs/service-protocol.md");
+}
+
+// The lines between the braces of an enumeration of the protocol's header.
+std::string BodyOf(const std::string& enumeration) {
+    const std::string header = ReadFile("platform/service_protocol.h");
+    const std::size_t begin = header.find('{', header.find("enum class " + enumeration));
+    return header.substr(begin, header.find("};", begin) - begin);
+}
+
+TEST(ServiceProtocolDocument, NamesTheMessagesAsTheHeaderDoes) {
+    static const std::regex enumerator("(\\w+) = (0x[0-9a-f]+), *// (sent|posted)");
+    const std::string body = BodyOf("ServiceMessage");
+    std::vector<Row> expected;
+    for (std::sregex_iterator found(body.begin(), body.end(), enumerator), end; found != end; ++found) {
+        expected.push_back(
+            {(*found)[1], std::to_string(std::stoi((*found)[2], nullptr, 16)), (*found)[2], (*found)[3]});
+    }
+    ASSERT_EQ(expected.size(), static_cast<std::size_t>(std::count(body.begin(), body.end(), '=')));
+
+    std::vector<Row> documented;
+    for (const Row& row : TableWith(Document(), "name").rows) {
+        documented.emplace_back(row.begin(), row.begin() + 4);
+        EXPECT_EQ(row[4], "0") << "wParam of " << row[0];
+        EXPECT_EQ(row[5], row[0] == "IsButtonHeld" ? "one button" : "0") << "lParam of " << row[0];
+        EXPECT_EQ(row[6].empty(), row[3] == "posted") << "reply of " << row[0];
+    }
+    EXPECT_EQ(documented, expected);
+}
+
+TEST(ServiceProtocolDocument, NamesTheRefusal) {
+    const Table messages = TableWith(Document(), "name");
+    EXPECT_EQ(messages.rows.at(1).at(6).find(std::to_string(platform::kProbeRefused) + ":"), 0U);
+}
+
+TEST(ServiceProtocolDocument, NamesTheButtonsAsTheHeaderDoes) {
+    static const std::regex enumerator("(\\w+) = (\\d+)");
+    const std::string body = BodyOf("ServiceButton");
+    std::vector<Row> expected;
+    for (std::sregex_iterator found(body.begin(), body.end(), enumerator), end; found != end; ++found) {
+        expected.push_back({(*found)[1], (*found)[2]});
+    }
+    EXPECT_EQ(TableWith(Document(), "button").rows, expected);
+}
+
+TEST(ServiceProtocolDocument, NamesTheTitleOfTheWindow) {
+    const std::wstring title = platform::kServiceName;
+    EXPECT_NE(Document().find("titled `" + std::string(title.begin(), title.end()) + '`'), std::string::npos);
+}
+
+class RecordDocument : public testing::Test {
+protected:
+    static Table Offsets() { return TableWith(Document(), "offset"); }
+
+    // What the page makes of a record in which the number at this offset, and only that, is out of every range.
+    static model::SettingValues ValuesWithFaultAt(std::size_t offset) {
+        std::vector<std::byte> record(kSize);
+        for (std::size_t place = 0; place < kSize; place += sizeof(std::int32_t)) {
+            const std::int32_t number = place == offset ? 1000 : 1;
+            std::memcpy(record.data() + place, &number, sizeof number);
+        }
+        return model::InitialValuesFromRecord(record).value();
+    }
+
+    static constexpr std::size_t kSize = model::kSettingFieldCount * sizeof(std::int32_t);
+};
+
+TEST_F(RecordDocument, TellsTheOffsetOfEveryField) {
+    std::size_t index = 0;
+    for (const auto& [offset, value] : Offsets().Columns("offset", "value in the registry")) {
+        ASSERT_LT(index, model::kSettingFieldCount);
+        const model::SettingFieldRow& row = model::kSettingFields[index++];
+        const std::wstring name = RowOf(row.registryValue).name;
+        EXPECT_EQ(value, std::string(name.begin(), name.end()));
+        const model::SettingValues values = ValuesWithFaultAt(std::stoul(offset));
+        for (const model::SettingFieldRow& each : model::kSettingFields) {
+            EXPECT_EQ(values[each.field] == model::kAbnormalValue, each.field == row.field) << value;
+        }
+    }
+    EXPECT_EQ(index, model::kSettingFieldCount);
+}
+
+TEST_F(RecordDocument, TellsTheRangeOfEveryField) {
+    std::vector<std::string> expected;
+    for (const model::SettingFieldRow& row : model::kSettingFields) {
+        expected.push_back(std::to_string(row.minimum) + " to " + std::to_string(row.maximum) +
+                           (row.mayBeUnset ? ", or " + std::to_string(model::kUnsetValue) : ""));
+    }
+    EXPECT_EQ(Offsets().Column("range"), expected);
+}
+
+TEST_F(RecordDocument, TellsTheSizeAndWhatAShorterRecordDoes) {
+    EXPECT_NE(Document().find("`cbData` is " + std::to_string(kSize) + '.'), std::string::npos);
+    EXPECT_TRUE(model::InitialValuesFromRecord(std::vector<std::byte>(kSize + 1)).has_value());
+    EXPECT_FALSE(model::InitialValuesFromRecord(std::vector<std::byte>(kSize - 1)).has_value());
+}
+
+// A number that is a constant of a source file.
+std::string Constant(const std::string& path, const std::string& name) {
+    const std::string source = ReadFile(path);
+    const std::regex definition(name + " = (\\d+);");
+    std::smatch found;
+    return std::regex_search(source, found, definition) ? found[1].str() : name + " is not in " + path;
+}
+
+TEST(ServiceProtocolDocument, TellsTheTimesOfTheCode) {
+    const std::string attempts = Constant("model/registry_records.cpp", "kReadAttempts");
+    const std::string pause = Constant("model/registry_records.cpp", "kReadRetryMilliseconds");
+    const std::string interval = Constant("gestures/gesture_edit_dialog.cpp", "kCaptureInterval");
+    const std::string document = Document();
+    EXPECT_NE(document.find("up to " + attempts + " reads, " + pause + " ms apart"), std::string::npos)
+        << attempts << ' ' << pause;
+    EXPECT_NE(document.find("every " + interval + " ms while"), std::string::npos) << interval;
+    EXPECT_NE(document.find("timer of " + interval + " ms"), std::string::npos) << interval;
+}
+
+}  // namespace
+}  // namespace kvn::docs
