@@ -11,6 +11,7 @@ namespace {
 
 constexpr wchar_t kUsage[] =
     L"\nUsage: control_panel [--dll FILE] [--tab INDEX] [--focus CONTROL_ID] [--screenshot FILE.png]"
+    L"\n                     [--ready-file FILE]"
     L"\n       control_panel --register FILE"
     L"\n       control_panel --unregister";
 
@@ -56,6 +57,7 @@ constexpr OptionRow kOptions[] = {
     {L"--screenshot", true, [](Options& options, const std::wstring& value) { options.screenshot = FullPath(value); }},
     {L"--tab", true, [](Options& options, const std::wstring& value) { options.tab = Number(value); }},
     {L"--focus", true, [](Options& options, const std::wstring& value) { options.focus = Number(value); }},
+    {L"--ready-file", true, [](Options& options, const std::wstring& value) { options.readyFile = FullPath(value); }},
 };
 
 const OptionRow& FindOption(const std::wstring& name) {

@@ -7,6 +7,7 @@
 
 #include <exception>
 
+#include "platform/unique_resource.h"
 #include "resources/resource.h"
 #include "tools/control_panel/host_error.h"
 #include "tools/control_panel/sheet.h"
@@ -37,6 +38,12 @@ void FocusControl(HWND sheet, HWND page, int id) {
     if (!control) throw HostError{L"The page shows no control " + std::to_wstring(id) + L"."};
     SendMessageW(sheet, WM_CHANGEUISTATE, MAKEWPARAM(UIS_CLEAR, UISF_HIDEFOCUS), 0);
     SendMessageW(sheet, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(control), TRUE);
+}
+
+void MakeReadyFile(const std::wstring& path) {
+    const platform::UniqueFile file(
+        CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!file) throw HostError{path + L" cannot be made."};
 }
 
 }  // namespace
@@ -91,6 +98,7 @@ void SheetDriver::Prepare(HWND sheet, HWND page) {
     if (GetForegroundWindow() == sheet) SendMessageW(sheet, WM_NCACTIVATE, TRUE, 0);
     if (options.tab) SelectTab(page, *options.tab);
     if (options.focus) FocusControl(sheet, page, *options.focus);
+    if (!options.readyFile.empty()) MakeReadyFile(options.readyFile);
 }
 
 // Two equal copies in a row: nothing is being painted any more.

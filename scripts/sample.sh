@@ -1,0 +1,57 @@
+# shellcheck shell=bash
+# What it takes to show the page, beside common.sh: the programs, the stand-in service with its sample mouse, and the end of
+# all that was started. Meant to be sourced by a script that sets $state, a folder for its files, and $own_prefix when it
+# uses a Wine prefix of its own.
+# shellcheck source=scripts/common.sh
+. "$(dirname "${BASH_SOURCE[0]}")/common.sh"
+
+programs=$build/windows
+service=$programs/service/KvnMouseApl.exe
+# shellcheck disable=SC2034  # for the scripts that source this file
+module=$programs/KvnMouseUtil.dll panel=$programs/control_panel.exe
+
+own_prefix=
+display_pid=
+service_pid=
+panel_pid=
+
+# Ends what was started, the last one first.
+finish() {
+    local status=$?
+    trap - EXIT INT TERM
+    [ -z "$panel_pid" ] || kill "$panel_pid" 2>/dev/null || true
+    if [ -n "$service_pid" ]; then
+        timeout 20 wine "$service" --quit || kill "$service_pid" 2>/dev/null || true
+    fi
+    [ -z "$own_prefix" ] || wineserver -k || true  # never the Wine of whoever runs this
+    [ -z "$display_pid" ] || kill "$display_pid" 2>/dev/null || true
+    exit "$status"
+}
+trap finish EXIT
+trap 'exit 130' INT
+trap 'exit 143' TERM
+
+build_programs() {
+    "$root/scripts/setup"
+    [ -e "$programs/build.ninja" ] || (cd "$root" && cmake --preset windows)
+    cmake --build "$programs" -j "$jobs" --target KvnMouseUtil control_panel KvnMouseApl -- --quiet
+}
+
+# Starts the service and waits until it is ready; the arguments are its options. Its log is then in $service_log.
+start_service() {
+    local ready_file=${state:?}/service-is-ready
+    service_log=$state/service.log
+    rm -f "$ready_file" "$service_log"
+    setsid wine "$service" --ready-file "$(windows_path "$ready_file")" --log "$(windows_path "$service_log")" "$@" &
+    service_pid=$!
+    wait_until 60 "$service_pid" test -e "$ready_file" && return
+    if kill -0 "$service_pid" 2>/dev/null; then
+        echo "The service does not get ready; its log: $service_log" >&2
+        exit 1
+    fi
+    # It has said why it ended: options that it refuses, or --help.
+    local status=0
+    wait "$service_pid" || status=$?
+    service_pid=
+    exit "$status"
+}
