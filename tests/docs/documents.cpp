@@ -103,7 +103,8 @@ Table TableWith(const std::string& document, const std::string& firstColumn, std
 }
 
 std::vector<std::pair<std::string, std::string>> StringTable() {
-    static const std::regex entry("(IDS_\\w+) \"(.*)\"\\n");
+    // Of a text that is there in several languages the first one, which is English.
+    static const std::regex entry("(IDS_\\w+)\\s+(?:\\w+\\(\\s*)?\"([^\"]*)\"");
     const std::string resources = ReadFile("resources/strings.rc");
     std::vector<std::pair<std::string, std::string>> texts;
     for (std::sregex_iterator found(resources.begin(), resources.end(), entry), end; found != end; ++found) {
