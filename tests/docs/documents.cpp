@@ -55,6 +55,10 @@ std::string ReadFile(const std::string& path) {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
+std::string ReadProse(const std::string& path) {
+    return std::regex_replace(ReadFile(path), std::regex("\\n *"), " ");
+}
+
 std::string ReadSources(const std::string& folder) {
     std::string sources;
     for (const fs::directory_entry& entry : fs::directory_iterator(kRoot / folder)) {

@@ -10,6 +10,8 @@ namespace kvn::docs {
 
 // A file by its path from the tree's root. Throws std::runtime_error when there is none.
 std::string ReadFile(const std::string& path);
+// A document in which a sentence stands in one line.
+std::string ReadProse(const std::string& path);
 // All sources of a folder, one after another.
 std::string ReadSources(const std::string& folder);
 

@@ -81,12 +81,12 @@ TEST(MessageBoxes, HaveAMeaningAndButtons) {
 }
 
 TEST(MessageBoxes, CaptionIsQuoted) {
-    EXPECT_NE(ReadFile(kDocument).find('"' + TextOf("IDS_CAPTION") + '"'), std::string::npos);
+    EXPECT_NE(ReadProse(kDocument).find('"' + TextOf("IDS_CAPTION") + '"'), std::string::npos);
 }
 
 TEST(MessageBoxes, QuotesOfTheTextAreSentencesOfTheProgram) {
     static const std::regex quote("\"([^\"]+[.?])\"");
-    const std::string document = ReadFile(kDocument);
+    const std::string document = ReadProse(kDocument);
     const std::set<std::string> texts = TextsOfMessageBoxes();
     for (std::sregex_iterator found(document.begin(), document.end(), quote), end; found != end; ++found) {
         EXPECT_TRUE(texts.contains((*found)[1])) << (*found)[1];

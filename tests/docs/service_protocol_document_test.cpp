@@ -19,6 +19,10 @@ std::string Document() {
     return ReadFile("docs/service-protocol.md");
 }
 
+std::string Prose() {
+    return ReadProse("docs/service-protocol.md");
+}
+
 // The lines between the braces of an enumeration of the protocol's header.
 std::string BodyOf(const std::string& enumeration) {
     const std::string header = ReadFile("platform/service_protocol.h");
@@ -63,7 +67,7 @@ TEST(ServiceProtocolDocument, NamesTheButtonsAsTheHeaderDoes) {
 
 TEST(ServiceProtocolDocument, NamesTheTitleOfTheWindow) {
     const std::wstring title = platform::kServiceName;
-    EXPECT_NE(Document().find("titled `" + std::string(title.begin(), title.end()) + '`'), std::string::npos);
+    EXPECT_NE(Prose().find("titled `" + std::string(title.begin(), title.end()) + '`'), std::string::npos);
 }
 
 class RecordDocument : public testing::Test {
@@ -108,7 +112,7 @@ TEST_F(RecordDocument, TellsTheRangeOfEveryField) {
 }
 
 TEST_F(RecordDocument, TellsTheSizeAndWhatAShorterRecordDoes) {
-    EXPECT_NE(Document().find("`cbData` is " + std::to_string(kSize) + '.'), std::string::npos);
+    EXPECT_NE(Prose().find("`cbData` is " + std::to_string(kSize) + '.'), std::string::npos);
     EXPECT_TRUE(model::InitialValuesFromRecord(std::vector<std::byte>(kSize + 1)).has_value());
     EXPECT_FALSE(model::InitialValuesFromRecord(std::vector<std::byte>(kSize - 1)).has_value());
 }
@@ -125,7 +129,7 @@ TEST(ServiceProtocolDocument, TellsTheTimesOfTheCode) {
     const std::string attempts = Constant("model/registry_records.cpp", "kReadAttempts");
     const std::string pause = Constant("model/registry_records.cpp", "kReadRetryMilliseconds");
     const std::string interval = Constant("gestures/gesture_edit_dialog.cpp", "kCaptureInterval");
-    const std::string document = Document();
+    const std::string document = Prose();
     EXPECT_NE(document.find("up to " + attempts + " reads, " + pause + " ms apart"), std::string::npos)
         << attempts << ' ' << pause;
     EXPECT_NE(document.find("every " + interval + " ms while"), std::string::npos) << interval;
