@@ -106,20 +106,20 @@ Table TableWith(const std::string& document, const std::string& firstColumn, std
     return TablesWith(document, firstColumn).at(index);
 }
 
-std::vector<std::pair<std::string, std::string>> StringTable() {
-    // Of a text that is there in several languages the first one, which is English.
-    static const std::regex entry("(IDS_\\w+)\\s+(?:\\w+\\(\\s*)?\"([^\"]*)\"");
+std::vector<StringRow> StringTable() {
+    static const std::regex entry("(IDS_\\w+)\\s+(?:UI_TEXT\\(\\s*)?\"([^\"]*)\"(?:,\\s*\"([^\"]*)\")?");
     const std::string resources = ReadFile("resources/strings.rc");
-    std::vector<std::pair<std::string, std::string>> texts;
+    std::vector<StringRow> rows;
     for (std::sregex_iterator found(resources.begin(), resources.end(), entry), end; found != end; ++found) {
-        texts.emplace_back((*found)[1], (*found)[2]);
+        const std::smatch& match = *found;
+        rows.push_back({match[1], match[2], match[3].matched ? match[3] : match[2]});
     }
-    return texts;
+    return rows;
 }
 
 std::string TextOf(const std::string& name) {
-    for (const auto& [id, text] : StringTable()) {
-        if (id == name) return text;
+    for (const StringRow& row : StringTable()) {
+        if (row.name == name) return row.english;
     }
     throw std::runtime_error("no text " + name);
 }

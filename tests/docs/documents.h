@@ -34,8 +34,15 @@ std::vector<Table> TablesWith(const std::string& document, const std::string& fi
 // One of them; throws std::out_of_range when there are fewer.
 Table TableWith(const std::string& document, const std::string& firstColumn, std::size_t index = 0);
 
-// The texts of resources/strings.rc by their names, such as IDS_CAPTION.
-std::vector<std::pair<std::string, std::string>> StringTable();
+// A text of resources/strings.rc by its name, such as IDS_CAPTION.
+struct StringRow {
+    std::string name;
+    std::string english;
+    std::string japanese;  // the English one when it is the same in every language
+};
+
+std::vector<StringRow> StringTable();
+// In English. Throws std::runtime_error when there is no such text.
 std::string TextOf(const std::string& name);
 
 }  // namespace kvn::docs

@@ -40,12 +40,21 @@ bool IsSentence(const std::string& text) {
     return text.ends_with('.') || text.ends_with('?');
 }
 
-std::set<std::string> TextsOfMessageBoxes() {
+// In Japanese, and in English.
+std::set<Row> TextsOfMessageBoxesInBothLanguages() {
     const std::set<std::string> inCalls = NamesInCalls();
-    std::set<std::string> texts;
-    for (const auto& [name, text] : StringTable()) {
-        if (inCalls.contains(name) || IsSentence(text)) texts.insert(Shown(text));
+    std::set<Row> texts;
+    for (const StringRow& row : StringTable()) {
+        if (inCalls.contains(row.name) || IsSentence(row.english)) {
+            texts.insert({Shown(row.japanese), Shown(row.english)});
+        }
     }
+    return texts;
+}
+
+std::set<std::string> TextsOfMessageBoxes() {
+    std::set<std::string> texts;
+    for (const Row& row : TextsOfMessageBoxesInBothLanguages()) texts.insert(row[1]);
     return texts;
 }
 
@@ -69,6 +78,12 @@ TEST(MessageBoxes, AreExplainedInTheSupportDocumentWordByWord) {
     EXPECT_EQ(documented, TextsOfMessageBoxes());
 }
 
+TEST(MessageBoxes, AreQuotedInJapaneseToo) {
+    const std::vector<Row> rows = TableWith(ReadFile(kDocument), "in Japanese").rows;
+    EXPECT_EQ(rows.size(), TextsOfMessageBoxes().size());
+    EXPECT_EQ(std::set(rows.begin(), rows.end()), TextsOfMessageBoxesInBothLanguages());
+}
+
 TEST(MessageBoxes, HaveAMeaningAndButtons) {
     for (const Row& row : DocumentedMessages()) {
         ASSERT_EQ(row.size(), 4U) << row[0];
@@ -81,7 +96,12 @@ TEST(MessageBoxes, HaveAMeaningAndButtons) {
 }
 
 TEST(MessageBoxes, CaptionIsQuoted) {
-    EXPECT_NE(ReadProse(kDocument).find('"' + TextOf("IDS_CAPTION") + '"'), std::string::npos);
+    const std::string document = ReadProse(kDocument);
+    for (const StringRow& row : StringTable()) {
+        if (row.name != "IDS_CAPTION") continue;
+        EXPECT_NE(document.find("the caption \"" + row.english + '"'), std::string::npos);
+        EXPECT_NE(document.find("the caption \"" + row.japanese + '"'), std::string::npos);
+    }
 }
 
 TEST(MessageBoxes, QuotesOfTheTextAreSentencesOfTheProgram) {
