@@ -46,11 +46,13 @@ void GesturePane::SetUp() {
 
 void GesturePane::ShowProfile() {
     if (Window() == nullptr) return;
+    isFilled = false;
     const platform::PausedRedraw pause(list);
     platform::ClearListRows(list);
     int row = 0;
     for (const model::GestureEntry& gesture : Gestures()) InsertRow(row++, gesture, FunctionText(Module(), gesture));
     EnableForSelection();
+    isFilled = true;
 }
 
 std::optional<LRESULT> GesturePane::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -134,7 +136,7 @@ void GesturePane::OpenGestureEditor(GestureEditMode mode) {
 void GesturePane::AddGesture(const model::GestureEntry& gesture, const std::wstring& functionText) {
     Gestures().push_back(gesture);
     // A list that could not be filled to its end has no place for the row.
-    if (static_cast<std::size_t>(platform::ListRowCount(list)) + 1 != Gestures().size()) return ShowProfile();
+    if (!isFilled) return ShowProfile();
     InsertRow(static_cast<int>(Gestures().size()) - 1, gesture, functionText);
 }
 

@@ -67,6 +67,7 @@ private:
     IGesturePaneOwner& owner;
     GestureEditDialog editor;
     HWND list = nullptr;
+    bool isFilled = false;  // the list has a row for every gesture
 };
 
 }  // namespace kvn::gestures

@@ -65,11 +65,7 @@ bool KorvenPanel::CanAddPage(LPFNADDPROPSHEETPAGE /*addPage*/, LPARAM /*paramete
 
 void KorvenPanel::OnInitDialog(HINSTANCE module, HWND page) {
     pageWindow = page;
-    const bool isComplete = platform::AtBoundary(false, [&] {
-        SetUpPage(module);
-        return true;
-    });
-    if (!isComplete) boxes.Warn(page, IDS_SETTINGS_FAILED);
+    if (!platform::Completes([&] { SetUpPage(module); })) boxes.Warn(page, IDS_SETTINGS_FAILED);
 }
 
 void KorvenPanel::SetUpPage(HINSTANCE module) {
@@ -212,14 +208,14 @@ void KorvenPanel::OnProfileCommand(UINT notification) {
     if (chosen < 0 || static_cast<std::size_t>(chosen) >= settings.profiles.size()) return;
     const auto index = static_cast<std::size_t>(chosen);
     model::ProfileSettings shown;
-    const bool canChange = platform::AtBoundary(false, [&] {
+    const bool canChange = platform::Completes([&] {
         StorePane();
         shown = model::CheckedCopy(settings.profiles[index].settings);
-        return true;
     });
     if (!canChange) return ShowSelectedProfile();
     settings.selectedProfile = index;
-    buttonPane.Fill(shown);
+    // The gestures are shown even when filling the buttons breaks off: their rows belong to the selected profile.
+    platform::Completes([&] { buttonPane.Fill(shown); });
     gesturePane.ShowProfile();
 }
 

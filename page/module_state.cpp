@@ -3,6 +3,7 @@
 #include <atomic>
 
 #include "page/korven_panel.h"
+#include "platform/boundary.h"
 #include "platform/module.h"
 
 namespace kvn::page {
@@ -59,6 +60,8 @@ void ReleaseModuleOfPage() noexcept {
 }
 
 void GiveBackModule() noexcept {
+    // A window procedure may still be on its way out; the next one who asks gives back then.
+    if (platform::callsInside != 0) return;
     for (int count = heldByNobody.exchange(0); count > 0; --count) FreeLibrary(platform::ThisModule());
 }
 

@@ -14,12 +14,11 @@ HRESULT STDMETHODCALLTYPE CShellPropSheetExt::AddPages(LPFNADDPROPSHEETPAGE addP
 
         const HPROPSHEETPAGE page = CreatePage();
         if (page == nullptr) return E_OUTOFMEMORY;
-        if (!addPage(page, parameter)) {
-            DestroyPropertySheetPage(page);
-            return E_FAIL;
-        }
         HoldModuleForPage();
-        return S_OK;
+        if (addPage(page, parameter)) return S_OK;
+        ReleaseModuleOfPage();
+        DestroyPropertySheetPage(page);
+        return E_FAIL;
     });
 }
 

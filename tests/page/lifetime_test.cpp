@@ -176,6 +176,8 @@ TEST_F(LifetimeTest, APageThatIsFirstOpenedAfterItsExtensionIsGoneWorks) {
     EXPECT_NE(nullptr, sheet->ButtonPane(1));
     ChangeAndApply(5);
     Close();
+    ModuleUnderTest().Unload();
+    EXPECT_FALSE(ModuleUnderTest::IsLoaded());
     EXPECT_EQ(0, violations.Seen());
 }
 
