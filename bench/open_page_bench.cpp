@@ -1,127 +1,90 @@
-#include <windows.h>
-
-#include <commctrl.h>
-#include <prsht.h>
-#include <shobjidl.h>
-
+#include <algorithm>
+#include <array>
 #include <cstdio>
-#include <thread>
+#include <numeric>
+#include <optional>
+#include <string>
+#include <vector>
 
 #include "bench/benches.h"
+#include "bench/import_watch.h"
+#include "bench/property_sheet.h"
 #include "bench/running_service.h"
 #include "bench/stopwatch.h"
-#include "page/server_class.h"
-#include "platform/subclass.h"
-#include "resources/resource.h"
+#include "bench/stored_profiles.h"
 
 namespace kvn::bench {
 namespace {
 
 constexpr int kRounds = 25;
-constexpr double kLimit = 1.5;
+constexpr std::array<std::size_t, 3> kProfileCounts{1, 10, 100};
+constexpr double kOpeningLimit = 1.5;
+constexpr double kManyProfilesLimit = 2.0;
+constexpr std::size_t kShownImports = 20;
 
-HMODULE pageModule = nullptr;
-
-BOOL CALLBACK TakePage(HPROPSHEETPAGE page, LPARAM taken) {
-    *reinterpret_cast<HPROPSHEETPAGE*>(taken) = page;
-    return TRUE;
+double MedianTime(const std::vector<OpeningTimes>& openings, double OpeningTimes::*time) {
+    std::vector<double> samples;
+    for (const OpeningTimes& opening : openings) samples.push_back(opening.*time);
+    return MedianOf(samples);
 }
 
-HPROPSHEETPAGE OurPage() {
-    using GetClassObject = HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**);
-    const auto getClassObject =
-        reinterpret_cast<GetClassObject>(reinterpret_cast<void*>(GetProcAddress(pageModule, "DllGetClassObject")));
-    IClassFactory* factory = nullptr;
-    IShellPropSheetExt* extension = nullptr;
-    HPROPSHEETPAGE page = nullptr;
-    if (FAILED(getClassObject(page::kServerClassId, IID_IClassFactory, reinterpret_cast<void**>(&factory))))
-        return nullptr;
-    if (SUCCEEDED(factory->CreateInstance(nullptr, IID_IShellPropSheetExt, reinterpret_cast<void**>(&extension)))) {
-        extension->AddPages(TakePage, reinterpret_cast<LPARAM>(&page));
-        extension->Release();
+void BenchOpening(Report& report, std::size_t profileCount) {
+    const StoredProfiles profiles(profileCount);
+    OpenSheet(OurPage);
+    OpenSheet(EmptyPage);
+    std::vector<OpeningTimes> ours;
+    std::vector<OpeningTimes> theirs;
+    for (int round = 0; round < report.Rounds(kRounds); ++round) {
+        ours.push_back(OpenSheet(OurPage));
+        theirs.push_back(OpenSheet(EmptyPage));
     }
-    factory->Release();
-    return page;
+    const double limit = profileCount == kProfileCounts.back() ? kManyProfilesLimit : kOpeningLimit;
+    const std::string with = " with " + std::to_string(profileCount) + (profileCount == 1 ? " profile" : " profiles");
+    const auto add = [&](const std::string& name, double OpeningTimes::*time) {
+        report.Add({name + with, "ms", MedianTime(ours, time), "the same sheet with an empty page",
+                    MedianTime(theirs, time), limit});
+    };
+    add("open the page", &OpeningTimes::idle);
+    add("  until its first paint", &OpeningTimes::firstPaint);
+    add("  until its first key", &OpeningTimes::firstInput);
 }
 
-// The windows of the page without anything in them: the same templates, two tabs, the panes in their places.
-INT_PTR CALLBACK EmptyPageProcedure(HWND page, UINT message, WPARAM /*wParam*/, LPARAM /*lParam*/) {
-    if (message != WM_INITDIALOG) return FALSE;
-    const HWND tab = GetDlgItem(page, IDC_PAGE_TAB);
-    for (const wchar_t* title : {L"Allocate button function", L"Allocate gesture function"}) {
-        TCITEMW item{};
-        item.mask = TCIF_TEXT;
-        item.pszText = const_cast<wchar_t*>(title);
-        SendMessageW(tab, TCM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item));
-    }
-    RECT area{};
-    GetClientRect(tab, &area);
-    SendMessageW(tab, TCM_ADJUSTRECT, FALSE, reinterpret_cast<LPARAM>(&area));
-    MapWindowPoints(tab, page, reinterpret_cast<POINT*>(&area), 2);
-    for (const int pane : {IDD_GESTURE_PANE, IDD_BUTTON_PANE}) {
-        const HWND window = CreateDialogParamW(pageModule, MAKEINTRESOURCEW(pane), page, platform::IgnoreMessage, 0);
-        SetWindowPos(window, HWND_TOP, area.left, area.top, area.right - area.left, area.bottom - area.top, 0);
-        if (pane == IDD_BUTTON_PANE) ShowWindow(window, SW_SHOW);
-    }
-    return TRUE;
-}
-
-HPROPSHEETPAGE EmptyPage() {
-    PROPSHEETPAGEW page{};
-    page.dwSize = sizeof(PROPSHEETPAGEW_V2);
-    page.hInstance = pageModule;
-    page.pszTemplate = L"KorvenMouseUtil";
-    page.pfnDlgProc = EmptyPageProcedure;
-    return CreatePropertySheetPageW(&page);
-}
-
-void PumpUntilIdle() {
-    MSG message{};
-    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
-        TranslateMessage(&message);
-        DispatchMessageW(&message);
-    }
-}
-
-// The milliseconds from asking for the page to the sheet that is painted and idle.
-double OpenSheet(HPROPSHEETPAGE (*makePage)()) {
-    double milliseconds = 0;
-    // The page's combo boxes post WM_QUIT when they go: each sheet has a thread of its own.
-    std::thread([&] {
-        CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-        HWND sheet = nullptr;
-        milliseconds = Measure([&] {
-            HPROPSHEETPAGE page = makePage();
-            PROPSHEETHEADERW header{};
-            header.dwSize = sizeof header;
-            header.dwFlags = PSH_MODELESS;
-            header.pszCaption = L"Bench";
-            header.nPages = 1;
-            header.phpage = &page;
-            sheet = reinterpret_cast<HWND>(PropertySheetW(&header));
-            UpdateWindow(sheet);
-            PumpUntilIdle();
-        });
-        DestroyWindow(sheet);
-        PumpUntilIdle();
-        CoUninitialize();
-    }).join();
-    return milliseconds;
+bool IsReady(const RunningService& service) {
+    return service.Runs() && PageModule() != nullptr;
 }
 
 }  // namespace
 
-void BenchOpenPage() {
+void BenchOpenPage(Report& report) {
     const RunningService service;
-    pageModule = LoadLibraryW(L"KvnMouseUtil.dll");
-    if (!service.Runs() || pageModule == nullptr) {
-        std::printf("open the page: the service or the DLL is not there\n");
-        return;
-    }
+    if (!IsReady(service)) return report.AddMissing("opening the page, without the service or the DLL");
+    for (const std::size_t count : kProfileCounts) BenchOpening(report, count);
+}
+
+void ShowWhereOpeningGoes() {
+    const RunningService service;
+    if (!IsReady(service)) return;
+    const StoredProfiles profiles(kProfileCounts[1]);
     OpenSheet(OurPage);
-    Print(Compare(
-        "open the page", "the same sheet with an empty page", kLimit, kRounds, [] { return OpenSheet(OurPage); },
-        [] { return OpenSheet(EmptyPage); }));
+    OpenSheet(EmptyPage);
+
+    std::optional<ImportWatch> watch;
+    std::vector<ImportCalls> calls;
+    const SheetWork watched{[&] { watch.emplace(PageModule()); },
+                            [&](HWND) {
+                                calls = watch->Calls();
+                                watch.reset();
+                            }};
+    const OpeningTimes opening = OpenSheet(OurPage, watched);
+    const double inImports = std::accumulate(
+        calls.begin(), calls.end(), 0.0, [](double sum, const ImportCalls& each) { return sum + each.milliseconds; });
+    std::printf("One opening with %zu profiles: %.2f ms, of which %.2f ms in functions that the page calls.\n",
+                kProfileCounts[1], opening.idle, inImports);
+    std::printf("%-32s %8s %10s\n", "function", "calls", "ms");
+    for (std::size_t i = 0; i < std::min(calls.size(), kShownImports); ++i) {
+        std::printf("%-32s %8zu %10.3f\n", calls[i].name.c_str(), calls[i].count, calls[i].milliseconds);
+    }
+    std::printf("The same sheet with an empty page: %.2f ms.\n", OpenSheet(EmptyPage).idle);
 }
 
 }  // namespace kvn::bench

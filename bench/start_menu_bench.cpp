@@ -3,7 +3,6 @@
 #include <shlobj.h>
 
 #include <array>
-#include <cstdio>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -19,6 +18,7 @@ namespace {
 using platform::ComPointer;
 
 constexpr std::array<int, 3> kCounts{100, 1'000, 3'000};
+constexpr int kQuickCount = 1'000;
 constexpr int kShortcutsOfFolder = 20;
 constexpr int kRounds = 11;
 constexpr double kLimit = 1.2;
@@ -88,11 +88,11 @@ void ReadBarely(const std::vector<std::wstring>& files) {
     }
 }
 
-void BenchCount(const std::wstring& folder, int count) {
+void BenchCount(Report& report, const std::wstring& folder, int count) {
     const std::vector<std::wstring> files = MakeShortcuts(folder, count);
     const OwnStartMenu menu(folder);
     std::size_t found = 0;
-    Print(Compare(
+    report.Compare(
         "gather " + std::to_string(count) + " shortcuts", "the bare shell links of the same files", kLimit, kRounds,
         [&] {
             return Measure([&] {
@@ -101,17 +101,18 @@ void BenchCount(const std::wstring& folder, int count) {
                 found = programs.size();
             });
         },
-        [&] { return Measure([&] { ReadBarely(files); }); }));
-    if (found < files.size() || files.empty()) std::printf("gather: only %zu programs were found\n", found);
+        [&] { return Measure([&] { ReadBarely(files); }); });
+    if (found < files.size() || files.empty()) report.AddMissing("gathering, which has not found all shortcuts");
 }
 
 }  // namespace
 
-void BenchStartMenu() {
+void BenchStartMenu(Report& report) {
     const platform::ComApartment apartment;
     for (const int count : kCounts) {
+        if (report.IsQuick() && count > kQuickCount) break;
         const std::filesystem::path folder = std::filesystem::absolute(kFolder);
-        BenchCount(folder.wstring(), count);
+        BenchCount(report, folder.wstring(), count);
         std::error_code ignored;
         std::filesystem::remove_all(folder, ignored);
     }
