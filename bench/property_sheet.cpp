@@ -1,13 +1,11 @@
 #include "bench/property_sheet.h"
 
-#include <commctrl.h>
 #include <shobjidl.h>
 
 #include <chrono>
 #include <thread>
 
 #include "page/server_class.h"
-#include "platform/subclass.h"
 #include "resources/resource.h"
 
 namespace kvn::bench {
@@ -25,27 +23,6 @@ double MillisecondsSince(Clock::time_point start) {
 
 BOOL CALLBACK TakePage(HPROPSHEETPAGE page, LPARAM taken) {
     *reinterpret_cast<HPROPSHEETPAGE*>(taken) = page;
-    return TRUE;
-}
-
-INT_PTR CALLBACK EmptyPageProcedure(HWND page, UINT message, WPARAM /*wParam*/, LPARAM /*lParam*/) {
-    if (message != WM_INITDIALOG) return FALSE;
-    const HWND tab = GetDlgItem(page, IDC_PAGE_TAB);
-    for (const wchar_t* title : {L"Allocate button function", L"Allocate gesture function"}) {
-        TCITEMW item{};
-        item.mask = TCIF_TEXT;
-        item.pszText = const_cast<wchar_t*>(title);
-        SendMessageW(tab, TCM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item));
-    }
-    RECT area{};
-    GetClientRect(tab, &area);
-    SendMessageW(tab, TCM_ADJUSTRECT, FALSE, reinterpret_cast<LPARAM>(&area));
-    MapWindowPoints(tab, page, reinterpret_cast<POINT*>(&area), 2);
-    for (const int pane : {IDD_GESTURE_PANE, IDD_BUTTON_PANE}) {
-        const HWND window = CreateDialogParamW(PageModule(), MAKEINTRESOURCEW(pane), page, platform::IgnoreMessage, 0);
-        SetWindowPos(window, HWND_TOP, area.left, area.top, area.right - area.left, area.bottom - area.top, 0);
-        if (pane == IDD_BUTTON_PANE) ShowWindow(window, SW_SHOW);
-    }
     return TRUE;
 }
 
@@ -130,15 +107,6 @@ HPROPSHEETPAGE OurPage() {
     }
     factory->Release();
     return page;
-}
-
-HPROPSHEETPAGE EmptyPage() {
-    PROPSHEETPAGEW page{};
-    page.dwSize = sizeof(PROPSHEETPAGEW_V2);
-    page.hInstance = PageModule();
-    page.pszTemplate = L"KorvenMouseUtil";
-    page.pfnDlgProc = EmptyPageProcedure;
-    return CreatePropertySheetPageW(&page);
 }
 
 HMODULE PageModule() {

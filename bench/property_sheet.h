@@ -30,16 +30,13 @@ OpeningTimes OpenSheet(PageMaker makePage, const SheetWork& work = {});
 // KvnMouseUtil.dll's page; null when there is none.
 HPROPSHEETPAGE OurPage();
 
-// The windows of that page without anything in them: the same templates, two tabs, the panes in their places.
-HPROPSHEETPAGE EmptyPage();
-
-// The module of both pages, loaded once and for good; null when it is not beside this program.
+// The module of the page and its dialog templates, loaded once and for good; null when it is not beside this program.
 HMODULE PageModule();
 
 // Carries the sheet's Apply out.
 void Apply(HWND sheet);
 
-// The button pane of the sheet's only page, ours or the empty one; null when there is none.
+// The button pane of the sheet's only page, ours or a reference; null when there is none.
 HWND ButtonPaneOf(HWND sheet);
 
 // While it lives, counts the messages that windows of this thread get.

@@ -1,6 +1,7 @@
 #include "bench/report.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 
 #include "bench/stopwatch.h"
@@ -10,14 +11,18 @@ namespace {
 
 constexpr int kQuickShare = 5;
 constexpr int kFewestRounds = 3;
+constexpr int kPatience = 4;
 
-// Three digits that say something, and no more than two decimal places where there are whole ones.
 std::string Shown(double value) {
     char text[32];
-    const bool isWhole = value == static_cast<double>(static_cast<long long>(value));
+    const bool isWhole = value == std::floor(value);
     const char* const format = isWhole ? "%.0f" : value < 0.1 ? "%.4f" : "%.2f";
     std::snprintf(text, sizeof text, format, value);
     return text;
+}
+
+std::string Shown(double value, const std::string& unit) {
+    return unit.empty() ? Shown(value) : Shown(value) + ' ' + unit;
 }
 
 void PrintLine(const std::string& name, const std::string& ours, const std::string& reference,
@@ -33,8 +38,12 @@ Report::Report(bool isQuick) : quick(isQuick) {
     PrintLine("figure", "ours", "reference", "theirs", "ratio", "at most", "");
 }
 
-int Report::Rounds(int full) const {
-    return quick ? std::min(full, std::max(full / kQuickShare, kFewestRounds)) : full;
+void Report::Repeat(int fullRounds, const std::function<bool()>& round) const {
+    const int rounds = quick ? std::min(fullRounds, std::max(fullRounds / kQuickShare, kFewestRounds)) : fullRounds;
+    const int most = rounds == 1 ? 1 : rounds * kPatience;
+    for (int done = 1; !round() || done < rounds; ++done) {
+        if (done >= most) return;
+    }
 }
 
 void Report::Add(const Figure& figure) {
@@ -42,19 +51,20 @@ void Report::Add(const Figure& figure) {
     const double ratio = figure.ours == 0 ? 0 : figure.ours / figure.theirs;
     const bool isOver = ratio > figure.limit;
     if (isOver) over.push_back(figure.name);
-    PrintLine(figure.name, Shown(figure.ours) + ' ' + figure.unit, figure.reference,
-              Shown(figure.theirs) + ' ' + figure.unit, Shown(ratio), Shown(figure.limit), isOver ? "OVER" : "ok");
+    PrintLine(figure.name, Shown(figure.ours, figure.unit), figure.reference, Shown(figure.theirs, figure.unit),
+              Shown(ratio), Shown(figure.limit), isOver ? "OVER" : "ok");
 }
 
 void Report::Compare(const std::string& name, const std::string& reference, double limit, int fullRounds,
                      const std::function<double()>& ours, const std::function<double()>& theirs) {
     std::vector<double> ourSamples;
     std::vector<double> theirSamples;
-    for (int round = 0; round < Rounds(fullRounds); ++round) {
+    Repeat(fullRounds, [&] {
         ourSamples.push_back(ours());
         theirSamples.push_back(theirs());
-    }
-    Add({name, "ms", MedianOf(ourSamples), reference, MedianOf(theirSamples), limit});
+        return HasSettled(ourSamples) && HasSettled(theirSamples);
+    });
+    Add({name, "ms", FastestOf(ourSamples), reference, FastestOf(theirSamples), limit});
 }
 
 void Report::AddMissing(const std::string& what) {

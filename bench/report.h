@@ -22,13 +22,14 @@ public:
     explicit Report(bool isQuick);
 
     bool IsQuick() const { return quick; }
-    // How often to measure what a full run measures so often.
-    int Rounds(int full) const;
+    // Repeats a round of measurements as often as a full run does it, or less in a quick one; some times more often
+    // when the machine is so busy that what the round has measured has not settled. The round tells whether it has.
+    void Repeat(int fullRounds, const std::function<bool()>& round) const;
 
     // Prints a line at once.
     void Add(const Figure& figure);
 
-    // Runs both pieces of work in turns and adds the medians. Each work returns the milliseconds that count.
+    // Runs both pieces of work in turns and compares the fastest runs. Each work returns the milliseconds that count.
     void Compare(const std::string& name, const std::string& reference, double limit, int fullRounds,
                  const std::function<double()>& ours, const std::function<double()>& theirs);
 

@@ -9,7 +9,10 @@ namespace kvn::bench {
 // The milliseconds that the work takes.
 double Measure(const std::function<void()>& work);
 
-// The middle one; the upper of two. There must be one at least.
-double MedianOf(std::vector<double> samples);
+// The shortest. What else a machine does only ever adds to the time that a piece of work takes.
+double FastestOf(const std::vector<double>& samples);
+
+// Whether the shortest has been met often enough to be believed: the three shortest are nearly the same.
+bool HasSettled(std::vector<double> samples);
 
 }  // namespace kvn::bench

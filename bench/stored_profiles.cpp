@@ -31,16 +31,21 @@ model::ProfileSet Profiles(std::size_t count) {
 
 }  // namespace
 
+const std::wstring& SampleProfileFile() {
+    static const std::wstring file = platform::SpecialFolder(CSIDL_APPDATA) +
+                                     platform::LoadText(PageModule(), IDS_SETTINGS_FOLDER) +
+                                     model::ModelName(kSampleVid, kSamplePid) + L".xml";
+    return file;
+}
+
 StoredProfiles::StoredProfiles(std::size_t count) {
-    const std::wstring folder =
-        platform::SpecialFolder(CSIDL_APPDATA) + platform::LoadText(PageModule(), IDS_SETTINGS_FOLDER);
-    SHCreateDirectory(nullptr, folder.c_str());
-    path = folder + model::ModelName(kSampleVid, kSamplePid) + L".xml";
-    model::SaveProfileFile(path, Profiles(count));
+    const std::wstring& file = SampleProfileFile();
+    SHCreateDirectory(nullptr, file.substr(0, file.rfind(L'\\')).c_str());
+    model::SaveProfileFile(file, Profiles(count));
 }
 
 StoredProfiles::~StoredProfiles() {
-    DeleteFileW(path.c_str());
+    DeleteFileW(SampleProfileFile().c_str());
 }
 
 }  // namespace kvn::bench

@@ -1,4 +1,4 @@
-// The profile file of the sample mouse, filled with so many profiles for as long as the object lives.
+// The profile file of the sample mouse, as the page will find it.
 #pragma once
 
 #include <cstddef>
@@ -6,18 +6,16 @@
 
 namespace kvn::bench {
 
+// The profile file of the sample mouse.
+const std::wstring& SampleProfileFile();
+
 class StoredProfiles {
 public:
-    // Each profile has ten programs and ten gestures.
+    // Fills the file with so many, for as long as the object lives. Each profile has ten programs and ten gestures.
     explicit StoredProfiles(std::size_t count);
     StoredProfiles(const StoredProfiles&) = delete;
     StoredProfiles& operator=(const StoredProfiles&) = delete;
     ~StoredProfiles();
-
-    const std::wstring& Path() const { return path; }
-
-private:
-    std::wstring path;
 };
 
 }  // namespace kvn::bench
