@@ -166,9 +166,10 @@ void WriteStub(BYTE* stub, const Detour& detour) {
     constexpr std::array<BYTE, 2> kMovRax{0x48, 0xB8};
     constexpr std::array<BYTE, 2> kMovR11{0x49, 0xBB};
     constexpr std::array<BYTE, 3> kJmpR11{0x41, 0xFF, 0xE3};
-    const auto append = [&stub](const void* bytes, std::size_t count) {
-        std::memcpy(stub, bytes, count);
-        stub += count;
+    BYTE* next = stub;
+    const auto append = [&next](const void* bytes, std::size_t count) {
+        std::memcpy(next, bytes, count);
+        next += count;
     };
     const Detour* const argument = &detour;
     const auto entry = &KvnBenchImportEntry;
