@@ -23,7 +23,7 @@ struct Limits {
     double idle;
     double reaction;
 };
-const std::map<std::size_t, Limits> kLimits{{1, {1.5, 2}}, {10, {1.5, 2.1}}, {100, {2.2, 3.5}}};
+const std::map<std::size_t, Limits> kLimits{{1, {1.5, 2}}, {10, {1.6, 2.3}}, {100, {2.3, 3.6}}};
 constexpr double kBareLimit = 1.2;
 constexpr std::size_t kShownImports = 20;
 
