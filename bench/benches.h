@@ -1,25 +1,37 @@
 // The groups of figures.
 #pragma once
 
+#include "bench/report.h"
+
 namespace kvn::bench {
 
 // Loading and saving a large profile file against TinyXML alone.
-void BenchProfileFile();
+void BenchProfileFile(Report& report);
 
-// Opening the page against opening an empty page made of the same templates. Needs the DLL and the service's folder
-// beside this program.
-void BenchOpenPage();
+// The DLL's size, and loading it, against a COM DLL that does nothing. To be called before anything else has loaded the
+// page's DLL. Both lie beside this program.
+void BenchLoading(Report& report);
+
+// Opening the page, with few profiles and with many, against an empty page made of the same templates. Needs the DLL
+// and the service's folder beside this program.
+void BenchOpenPage(Report& report);
+
+// Prints in which of the functions that the page calls the time of one opening goes.
+void ShowWhereOpeningGoes();
+
+// How often an opened and an applied page calls the registry, takes memory and gets messages. Needs the same.
+void BenchPageCounts(Report& report);
 
 // A tick of the stroke recogniser against the bare arithmetic, a tick with the service in its own process against the
 // time between two ticks, and a long list of gestures against a plain list view.
-void BenchGestures();
+void BenchGestures(Report& report);
 
 // Gathering the Start menu's programs against the bare shell links of the same files, and how the time grows with their
 // number.
-void BenchStartMenu();
+void BenchStartMenu(Report& report);
 
 // Opening the profile editor with a hundred profiles and selecting each of them, against plain list views of the same
 // rows and icons. Needs the DLL beside this program.
-void BenchProfileEditor();
+void BenchProfileEditor(Report& report);
 
 }  // namespace kvn::bench

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <cstdio>
 #include <functional>
 #include <string>
 #include <vector>
@@ -60,7 +59,7 @@ std::vector<model::StrokeSample> LongPath() {
     return samples;
 }
 
-void BenchRecogniser() {
+void BenchRecogniser(Report& report) {
     const std::vector<model::StrokeSample> samples = LongPath();
     volatile std::int64_t sink = 0;
     std::size_t allocations = 0;
@@ -80,56 +79,54 @@ void BenchRecogniser() {
         }
         sink = sum;
     };
-    Print(Compare(
+    report.Compare(
         "a million ticks of the recogniser", "bare distance and direction of the samples", kTickLimit, kRounds,
-        [&] { return Measure(take); }, [&] { return Measure(compute); }));
+        [&] { return Measure(take); }, [&] { return Measure(compute); });
 
     const std::size_t before = HeapAllocations();
     int* volatile onPurpose = new int(0);  // an allocation that the compiler cannot leave out
     delete onPurpose;
-    std::printf("%-34s %9zu     (of %zu ticks; an allocation on purpose counts %zu)\n", "heap allocations of the ticks",
-                allocations, kRounds * kSamples, HeapAllocations() - before);
+    const std::size_t counted = HeapAllocations() - before;
+    report.Add({"heap allocations of all these ticks", "", static_cast<double>(allocations), "one on purpose",
+                static_cast<double>(counted), 0});
 }
 
-constexpr int kTicks = 2'000;
+constexpr std::size_t kTicks = 2'000;
 constexpr double kTickMicroseconds = 100'000;
+constexpr double kTickShare = 0.01;
 constexpr int kScreenMargin = 300;
 
-void PrintTick(const char* name, const std::vector<double>& sortedMicroseconds) {
-    const double median = sortedMicroseconds[sortedMicroseconds.size() / 2];
-    const double nearlyAll = sortedMicroseconds[sortedMicroseconds.size() * 99 / 100];
-    std::printf(
-        "%-34s %9.2f us  99 of 100 below %.2f us: %.3f %% and %.3f %% of the 100 ms between two ticks (under 1)\n",
-        name, median, nearlyAll, 100 * median / kTickMicroseconds, 100 * nearlyAll / kTickMicroseconds);
-}
-
-// What the work takes each time while the cursor moves; sorted.
-std::vector<double> MeasureTicks(const std::function<void()>& work) {
-    Walk walk;
-    std::vector<double> microseconds(kTicks);
-    for (double& each : microseconds) {
-        SetCursorPos(kScreenMargin + walk.Next(kLongestStep), kScreenMargin + walk.Next(kLongestStep));
-        each = 1000 * Measure(work);
-    }
-    std::sort(microseconds.begin(), microseconds.end());
-    return microseconds;
+// What the work takes, in microseconds, while the cursor is somewhere else each time.
+double MeasureWithMovedCursor(Walk& walk, const std::function<void()>& work) {
+    SetCursorPos(kScreenMargin + walk.Next(kLongestStep), kScreenMargin + walk.Next(kLongestStep));
+    return 1000 * Measure(work);
 }
 
 // With a stroke going on: the cursor is read, the service asked in its own process, the trail drawn.
-void BenchTick(HMODULE pageModule) {
+void BenchTick(Report& report, HMODULE pageModule) {
     const RunningService service(L"--held 1");
-    if (!service.Runs()) {
-        std::printf("a tick of the gesture manager: the service is not there\n");
-        return;
-    }
+    if (!service.Runs()) return report.AddMissing("a tick of the gesture manager, without the service");
     gestures::GestureTrailOverlay trail;
     gestures::CGestureMgr manager(trail);
     manager.Arm(platform::ServiceButton::Center);
     manager.Tick();
     trail.Show(pageModule, nullptr);
     constexpr std::array kButton{platform::ServiceButton::Center};
-    PrintTick("a tick with the service", MeasureTicks([&] { manager.Tick(); }));
-    PrintTick("the question to the service alone", MeasureTicks([&] { platform::AreButtonsHeld(kButton); }));
+    Walk walk;
+    std::vector<double> ticks;
+    std::vector<double> questions;
+    for (std::size_t i = 0; i < kTicks; ++i) {
+        ticks.push_back(MeasureWithMovedCursor(walk, [&] { manager.Tick(); }));
+        questions.push_back(MeasureWithMovedCursor(walk, [&] { platform::AreButtonsHeld(kButton); }));
+    }
+    std::sort(ticks.begin(), ticks.end());
+    std::sort(questions.begin(), questions.end());
+    const double median = ticks[kTicks / 2];
+    report.Add(
+        {"a tick with the service", "us", median, "the time until the next tick", kTickMicroseconds, kTickShare});
+    report.Add({"  nine of ten ticks", "us", ticks[kTicks * 9 / 10], "the time until the next tick", kTickMicroseconds,
+                kTickShare});
+    report.Add({"  the same", "us", median, "the question to the service alone", questions[kTicks / 2], kTickLimit});
 }
 
 constexpr std::size_t kGestures = 100;
@@ -184,7 +181,7 @@ void ShowRows(HWND list, const std::vector<RowTexts>& rows) {
     InvalidateRect(list, nullptr, TRUE);
 }
 
-void BenchList(HMODULE pageModule) {
+void BenchList(Report& report, HMODULE pageModule) {
     // Shown, as the tab of the gestures is when the user sees the list change.
     const HWND frame = CreateWindowExW(0, WC_DIALOG, L"Bench", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 900, 700,
                                        nullptr, nullptr, nullptr, nullptr);
@@ -212,22 +209,19 @@ void BenchList(HMODULE pageModule) {
         return Measure([&] { pane.ShowProfile(); });
     };
     const auto switchRows = [&] { return Measure([&] { ShowRows(plainList, texts[shown % 2]); }); };
-    Print(Compare("show a profile of 100 gestures", "the same rows in a plain list view", kListLimit, kRounds,
-                  switchProfile, switchRows));
+    report.Compare("show a profile of 100 gestures", "the same rows in a plain list view", kListLimit, kRounds,
+                   switchProfile, switchRows);
     DestroyWindow(frame);
 }
 
 }  // namespace
 
-void BenchGestures() {
-    BenchRecogniser();
+void BenchGestures(Report& report) {
+    BenchRecogniser(report);
     const HMODULE pageModule = LoadLibraryW(L"KvnMouseUtil.dll");
-    if (pageModule == nullptr) {
-        std::printf("gestures: the DLL is not there\n");
-        return;
-    }
-    BenchTick(pageModule);
-    BenchList(pageModule);
+    if (pageModule == nullptr) return report.AddMissing("gestures, without the DLL");
+    BenchTick(report, pageModule);
+    BenchList(report, pageModule);
 }
 
 }  // namespace kvn::bench

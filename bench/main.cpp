@@ -1,19 +1,34 @@
-// Prints one line per figure.
-#include <windows.h>
-
+// Prints one line per figure. Exit codes: 0 every figure is within its limit, 1 one is not, 2 wrong options.
 #include <cstdio>
+#include <string_view>
 
 #include "bench/benches.h"
 
-int main() {
-    kvn::bench::BenchProfileFile();
-    kvn::bench::BenchOpenPage();
-    kvn::bench::BenchGestures();
-    kvn::bench::BenchStartMenu();
-    kvn::bench::BenchProfileEditor();
-    WIN32_FILE_ATTRIBUTE_DATA dll{};
-    if (GetFileAttributesExW(L"KvnMouseUtil.dll", GetFileExInfoStandard, &dll)) {
-        std::printf("%-34s %9lu bytes\n", "size of the DLL", static_cast<unsigned long>(dll.nFileSizeLow));
+namespace {
+
+bool BenchAll(bool isQuick) {
+    kvn::bench::Report report(isQuick);
+    kvn::bench::BenchLoading(report);
+    kvn::bench::BenchOpenPage(report);
+    kvn::bench::BenchPageCounts(report);
+    kvn::bench::BenchProfileFile(report);
+    kvn::bench::BenchProfileEditor(report);
+    kvn::bench::BenchGestures(report);
+    kvn::bench::BenchStartMenu(report);
+    return report.Finish();
+}
+
+}  // namespace
+
+int main(int count, char** words) {
+    const std::string_view option = count > 1 ? words[1] : "";
+    if (option == "--where") {
+        kvn::bench::ShowWhereOpeningGoes();
+        return 0;
     }
-    return 0;
+    if (!option.empty() && option != "--quick") {
+        std::printf("kvn_bench [--quick | --where]\n");
+        return 2;
+    }
+    return BenchAll(option == "--quick") ? 0 : 1;
 }

@@ -1,127 +1,107 @@
-#include <windows.h>
-
-#include <commctrl.h>
-#include <prsht.h>
-#include <shobjidl.h>
-
+#include <algorithm>
 #include <cstdio>
-#include <thread>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
 
 #include "bench/benches.h"
+#include "bench/import_watch.h"
+#include "bench/property_sheet.h"
+#include "bench/reference_page.h"
 #include "bench/running_service.h"
 #include "bench/stopwatch.h"
-#include "page/server_class.h"
-#include "platform/subclass.h"
-#include "resources/resource.h"
+#include "bench/stored_profiles.h"
 
 namespace kvn::bench {
 namespace {
 
 constexpr int kRounds = 25;
-constexpr double kLimit = 1.5;
+constexpr std::size_t kShownProfiles = 10;
+// The ratios aimed at. A bare page has the same file to parse and the same picture to draw, an empty one has neither.
+struct Limits {
+    double idle;
+    double reaction;
+};
+const std::map<std::size_t, Limits> kLimits{{1, {1.5, 2}}, {10, {1.6, 2.3}}, {100, {2.3, 3.6}}};
+constexpr double kBareLimit = 1.2;
+constexpr std::size_t kShownImports = 20;
 
-HMODULE pageModule = nullptr;
+using Samples = std::vector<double>;
 
-BOOL CALLBACK TakePage(HPROPSHEETPAGE page, LPARAM taken) {
-    *reinterpret_cast<HPROPSHEETPAGE*>(taken) = page;
-    return TRUE;
+// The same moment of many openings.
+Samples At(const std::vector<OpeningTimes>& openings, double OpeningTimes::*time) {
+    Samples samples;
+    for (const OpeningTimes& opening : openings) samples.push_back(opening.*time);
+    return samples;
 }
 
-HPROPSHEETPAGE OurPage() {
-    using GetClassObject = HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**);
-    const auto getClassObject =
-        reinterpret_cast<GetClassObject>(reinterpret_cast<void*>(GetProcAddress(pageModule, "DllGetClassObject")));
-    IClassFactory* factory = nullptr;
-    IShellPropSheetExt* extension = nullptr;
-    HPROPSHEETPAGE page = nullptr;
-    if (FAILED(getClassObject(page::kServerClassId, IID_IClassFactory, reinterpret_cast<void**>(&factory))))
-        return nullptr;
-    if (SUCCEEDED(factory->CreateInstance(nullptr, IID_IShellPropSheetExt, reinterpret_cast<void**>(&extension)))) {
-        extension->AddPages(TakePage, reinterpret_cast<LPARAM>(&page));
-        extension->Release();
-    }
-    factory->Release();
-    return page;
+void BenchOpening(Report& report, std::size_t profileCount) {
+    const StoredProfiles profiles(profileCount);
+    std::vector<OpeningTimes> ours;
+    std::vector<OpeningTimes> empty;
+    std::vector<OpeningTimes> bare;
+    const auto hasSettled = [](const auto& openings) { return HasSettled(At(openings, &OpeningTimes::idle)); };
+    report.Repeat(kRounds, [&] {
+        ours.push_back(OpenSheet(OurPage));
+        empty.push_back(OpenSheet(EmptyPage));
+        bare.push_back(OpenSheet(BarePage));
+        return hasSettled(ours) && hasSettled(empty) && hasSettled(bare);
+    });
+    const auto add = [&](const std::string& name, double OpeningTimes::*time, const std::string& reference,
+                         const std::vector<OpeningTimes>& theirs, double limit) {
+        report.Add({name, "ms", FastestOf(At(ours, time)), reference, FastestOf(At(theirs, time)), limit});
+    };
+    const Limits& limits = kLimits.at(profileCount);
+    const std::string with = std::to_string(profileCount) + (profileCount == 1 ? " profile" : " profiles");
+    add("open the page with " + with, &OpeningTimes::idle, "the same sheet with an empty page", empty, limits.idle);
+    add("  the same", &OpeningTimes::idle, "the same sheet with a bare page", bare, kBareLimit);
+    add("first paint with " + with, &OpeningTimes::firstPaint, "the same sheet with an empty page", empty,
+        limits.reaction);
+    add("first key with " + with, &OpeningTimes::firstInput, "the same sheet with an empty page", empty,
+        limits.reaction);
 }
 
-// The windows of the page without anything in them: the same templates, two tabs, the panes in their places.
-INT_PTR CALLBACK EmptyPageProcedure(HWND page, UINT message, WPARAM /*wParam*/, LPARAM /*lParam*/) {
-    if (message != WM_INITDIALOG) return FALSE;
-    const HWND tab = GetDlgItem(page, IDC_PAGE_TAB);
-    for (const wchar_t* title : {L"Allocate button function", L"Allocate gesture function"}) {
-        TCITEMW item{};
-        item.mask = TCIF_TEXT;
-        item.pszText = const_cast<wchar_t*>(title);
-        SendMessageW(tab, TCM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item));
-    }
-    RECT area{};
-    GetClientRect(tab, &area);
-    SendMessageW(tab, TCM_ADJUSTRECT, FALSE, reinterpret_cast<LPARAM>(&area));
-    MapWindowPoints(tab, page, reinterpret_cast<POINT*>(&area), 2);
-    for (const int pane : {IDD_GESTURE_PANE, IDD_BUTTON_PANE}) {
-        const HWND window = CreateDialogParamW(pageModule, MAKEINTRESOURCEW(pane), page, platform::IgnoreMessage, 0);
-        SetWindowPos(window, HWND_TOP, area.left, area.top, area.right - area.left, area.bottom - area.top, 0);
-        if (pane == IDD_BUTTON_PANE) ShowWindow(window, SW_SHOW);
-    }
-    return TRUE;
-}
-
-HPROPSHEETPAGE EmptyPage() {
-    PROPSHEETPAGEW page{};
-    page.dwSize = sizeof(PROPSHEETPAGEW_V2);
-    page.hInstance = pageModule;
-    page.pszTemplate = L"KorvenMouseUtil";
-    page.pfnDlgProc = EmptyPageProcedure;
-    return CreatePropertySheetPageW(&page);
-}
-
-void PumpUntilIdle() {
-    MSG message{};
-    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
-        TranslateMessage(&message);
-        DispatchMessageW(&message);
-    }
-}
-
-// The milliseconds from asking for the page to the sheet that is painted and idle.
-double OpenSheet(HPROPSHEETPAGE (*makePage)()) {
-    double milliseconds = 0;
-    // The page's combo boxes post WM_QUIT when they go: each sheet has a thread of its own.
-    std::thread([&] {
-        CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-        HWND sheet = nullptr;
-        milliseconds = Measure([&] {
-            HPROPSHEETPAGE page = makePage();
-            PROPSHEETHEADERW header{};
-            header.dwSize = sizeof header;
-            header.dwFlags = PSH_MODELESS;
-            header.pszCaption = L"Bench";
-            header.nPages = 1;
-            header.phpage = &page;
-            sheet = reinterpret_cast<HWND>(PropertySheetW(&header));
-            UpdateWindow(sheet);
-            PumpUntilIdle();
-        });
-        DestroyWindow(sheet);
-        PumpUntilIdle();
-        CoUninitialize();
-    }).join();
-    return milliseconds;
+bool IsReady(const RunningService& service) {
+    return service.Runs() && PageModule() != nullptr;
 }
 
 }  // namespace
 
-void BenchOpenPage() {
+void BenchOpenPage(Report& report) {
     const RunningService service;
-    pageModule = LoadLibraryW(L"KvnMouseUtil.dll");
-    if (!service.Runs() || pageModule == nullptr) {
-        std::printf("open the page: the service or the DLL is not there\n");
-        return;
-    }
+    if (!IsReady(service)) return report.AddMissing("opening the page, without the service or the DLL");
+    for (const auto& [count, limits] : kLimits) BenchOpening(report, count);
+}
+
+void ShowWhereOpeningGoes() {
+    const RunningService service;
+    if (!IsReady(service)) return;
+    const StoredProfiles profiles(kShownProfiles);
     OpenSheet(OurPage);
-    Print(Compare(
-        "open the page", "the same sheet with an empty page", kLimit, kRounds, [] { return OpenSheet(OurPage); },
-        [] { return OpenSheet(EmptyPage); }));
+
+    // The import's fastest opening each: the module calls the same functions every time.
+    std::map<std::string, ImportCalls> fastest;
+    std::optional<ImportWatch> watch;
+    const auto collect = [&](HWND) {
+        for (const ImportCalls& calls : watch->Calls()) {
+            ImportCalls& best = fastest.try_emplace(calls.name, calls).first->second;
+            best.milliseconds = std::min(best.milliseconds, calls.milliseconds);
+        }
+        watch.reset();
+    };
+    for (int round = 0; round < kRounds; ++round) {
+        OpenSheet(OurPage, {[&] { watch.emplace(PageModule()); }, collect});
+    }
+    std::vector<ImportCalls> shown;
+    for (const auto& [name, calls] : fastest) shown.push_back(calls);
+    std::sort(shown.begin(), shown.end(),
+              [](const ImportCalls& a, const ImportCalls& b) { return a.milliseconds > b.milliseconds; });
+    shown.resize(std::min(shown.size(), kShownImports));
+    std::printf("%-24s %8s %8s   in one opening with %zu profiles\n", "function", "calls", "ms", kShownProfiles);
+    for (const ImportCalls& calls : shown) {
+        std::printf("%-24s %8zu %8.3f\n", calls.name.c_str(), calls.count, calls.milliseconds);
+    }
 }
 
 }  // namespace kvn::bench

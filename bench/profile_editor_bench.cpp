@@ -5,7 +5,6 @@
 
 #include <array>
 #include <chrono>
-#include <cstdio>
 #include <functional>
 #include <string>
 #include <utility>
@@ -22,6 +21,7 @@ namespace kvn::bench {
 namespace {
 
 constexpr std::size_t kProfiles = 100;
+constexpr std::size_t kQuickProfiles = 5;
 constexpr std::size_t kPrograms = 100;
 constexpr int kOpeningRounds = 25;
 constexpr int kSelectingRounds = 1;  // of 10,000 icons on each side, some twenty seconds
@@ -96,10 +96,10 @@ private:
     std::function<void(HWND)> onIdle;
 };
 
-// What a program without us would do, with the same template.
+// What a program without us would do, with the same template: it works on a copy of its own too.
 class PlainDialog {
 public:
-    explicit PlainDialog(const model::MouseSettings& shown) : settings(shown) {}
+    explicit PlainDialog(const model::MouseSettings& shown) : profiles(shown.profiles) {}
     PlainDialog(const PlainDialog&) = delete;
     PlainDialog& operator=(const PlainDialog&) = delete;
     ~PlainDialog() { ImageList_Destroy(icons); }
@@ -133,7 +133,7 @@ private:
         SendMessageW(profileList, WM_SETREDRAW, FALSE, 0);
         LVITEMW item{};
         item.mask = LVIF_TEXT;
-        for (const model::ProfileRecord& profile : settings.profiles) {
+        for (const model::ProfileRecord& profile : profiles) {
             item.pszText = const_cast<wchar_t*>(profile.name.c_str());
             SendMessageW(profileList, LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item));
             ++item.iItem;
@@ -143,8 +143,7 @@ private:
 
     void OnNotify(const NMLISTVIEW& change) const {
         if (change.hdr.idFrom != IDC_PROFILES_LIST || change.hdr.code != LVN_ITEMCHANGED) return;
-        if ((change.uNewState & LVIS_SELECTED) != 0)
-            ShowPrograms(settings.profiles[static_cast<std::size_t>(change.iItem)]);
+        if ((change.uNewState & LVIS_SELECTED) != 0) ShowPrograms(profiles[static_cast<std::size_t>(change.iItem)]);
     }
 
     void ShowPrograms(const model::ProfileRecord& profile) const {
@@ -169,16 +168,16 @@ private:
         SendMessageW(programList, WM_SETREDRAW, TRUE, 0);
     }
 
-    const model::MouseSettings& settings;
+    const model::ProfileSet profiles;
     HWND programList = nullptr;
     HIMAGELIST icons = nullptr;
 };
 
-void SelectEachProfile(HWND dialog) {
+void SelectProfiles(HWND dialog, std::size_t count) {
     const HWND list = GetDlgItem(dialog, IDC_PROFILES_LIST);
     LVITEMW item{};
     item.stateMask = LVIS_SELECTED;
-    for (std::size_t row = 0; row < kProfiles; ++row) {
+    for (std::size_t row = 0; row < count; ++row) {
         item.state = 0;
         SendMessageW(list, LVM_SETITEMSTATE, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&item));
         item.state = LVIS_SELECTED;
@@ -198,20 +197,17 @@ double MeasureOpening(Owner& owner, const Opener& open) {
     return std::chrono::duration<double, std::milli>(end - start).count();
 }
 
-double MeasureSelecting(Owner& owner, const Opener& open) {
+double MeasureSelecting(Owner& owner, const Opener& open, std::size_t count) {
     double milliseconds = 0;
-    owner.Run(open, [&](HWND dialog) { milliseconds = Measure([&] { SelectEachProfile(dialog); }); });
+    owner.Run(open, [&](HWND dialog) { milliseconds = Measure([&] { SelectProfiles(dialog, count); }); });
     return milliseconds;
 }
 
 }  // namespace
 
-void BenchProfileEditor() {
+void BenchProfileEditor(Report& report) {
     pageModule = LoadLibraryW(L"KvnMouseUtil.dll");
-    if (pageModule == nullptr) {
-        std::printf("profile editor: the DLL is not there\n");
-        return;
-    }
+    if (pageModule == nullptr) return report.AddMissing("the profile editor, without the DLL");
     const platform::ComApartment apartment;
     Owner owner;
     NoDisplay display;
@@ -223,12 +219,15 @@ void BenchProfileEditor() {
     };
     const Opener theirs = [&] { PlainDialog(settings).Run(owner.Window()); };
     MeasureOpening(owner, ours);
-    Print(Compare(
-        "open the editor of 100 profiles", "the same rows in a plain dialog", kLimit, kOpeningRounds,
-        [&] { return MeasureOpening(owner, ours); }, [&] { return MeasureOpening(owner, theirs); }));
-    Print(Compare(
-        "select each one, of 100 programs", "the same rows and icons in plain list views", kLimit, kSelectingRounds,
-        [&] { return MeasureSelecting(owner, ours); }, [&] { return MeasureSelecting(owner, theirs); }));
+    report.Compare(
+        "open the editor of 100 profiles", "a plain dialog with a copy of the same rows", kLimit, kOpeningRounds,
+        [&] { return MeasureOpening(owner, ours); }, [&] { return MeasureOpening(owner, theirs); });
+    const std::size_t selected = report.IsQuick() ? kQuickProfiles : kProfiles;
+    report.Compare(
+        "select " + std::to_string(selected) + " of them, of 100 programs",
+        "the same rows and icons in plain list views", kLimit, kSelectingRounds,
+        [&] { return MeasureSelecting(owner, ours, selected); },
+        [&] { return MeasureSelecting(owner, theirs, selected); });
 }
 
 }  // namespace kvn::bench

@@ -32,13 +32,13 @@ model::ProfileSet LargestProfileSet() {
 
 }  // namespace
 
-void BenchProfileFile() {
+void BenchProfileFile(Report& report) {
     const model::ProfileSet profiles = LargestProfileSet();
     model::SaveProfileFile(kFile, profiles);
     TiXmlDocument reference;
     reference.LoadFile(kNarrowFile, TIXML_ENCODING_LEGACY);
 
-    Print(Compare(
+    report.Compare(
         "load 100 x 100 x 100", "TinyXML alone, parsing the same file", kLimit, kRounds,
         [] {
             return Measure([] {
@@ -51,11 +51,11 @@ void BenchProfileFile() {
                 TiXmlDocument parsed;
                 parsed.LoadFile(kNarrowFile, TIXML_ENCODING_LEGACY);
             });
-        }));
-    Print(Compare(
+        });
+    report.Compare(
         "save 100 x 100 x 100", "TinyXML alone, printing the same document", kLimit, kRounds,
         [&] { return Measure([&] { model::SaveProfileFile(kFile, profiles); }); },
-        [&] { return Measure([&] { reference.SaveFile(kReferenceFile); }); }));
+        [&] { return Measure([&] { reference.SaveFile(kReferenceFile); }); });
     _wremove(kFile);
     std::remove(kReferenceFile);
 }

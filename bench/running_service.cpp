@@ -10,7 +10,8 @@ constexpr DWORD kStartMilliseconds = 10'000;
 }  // namespace
 
 RunningService::RunningService(const std::wstring& moreOptions) {
-    std::wstring command = L"service\\KvnMouseApl.exe --image KvnSample --vid 0xBE4C --pid 0x0001 " + moreOptions;
+    std::wstring command = L"service\\KvnMouseApl.exe --image KvnSample --vid " + std::to_wstring(kSampleVid) +
+                           L" --pid " + std::to_wstring(kSamplePid) + L" " + moreOptions;
     STARTUPINFOW start{};
     start.cb = sizeof start;
     PROCESS_INFORMATION information{};

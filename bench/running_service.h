@@ -1,11 +1,16 @@
 // The stand-in service with the sample mouse, for as long as the object lives.
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 #include "platform/unique_resource.h"
 
 namespace kvn::bench {
+
+// The sample mouse.
+inline constexpr std::uint32_t kSampleVid = 0xBE4C;
+inline constexpr std::uint32_t kSamplePid = 0x0001;
 
 class RunningService {
 public:

@@ -2,31 +2,8 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cstdio>
-#include <utility>
-#include <vector>
 
 namespace kvn::bench {
-namespace {
-
-double MedianOf(std::vector<double> samples) {
-    const auto middle = samples.begin() + static_cast<std::ptrdiff_t>(samples.size() / 2);
-    std::nth_element(samples.begin(), middle, samples.end());
-    return *middle;
-}
-
-}  // namespace
-
-Comparison Compare(std::string name, std::string reference, double limit, int rounds,
-                   const std::function<double()>& ours, const std::function<double()>& theirs) {
-    std::vector<double> ourSamples;
-    std::vector<double> theirSamples;
-    for (int round = 0; round < rounds; ++round) {
-        ourSamples.push_back(ours());
-        theirSamples.push_back(theirs());
-    }
-    return {std::move(name), std::move(reference), MedianOf(ourSamples), MedianOf(theirSamples), limit};
-}
 
 double Measure(const std::function<void()>& work) {
     const auto start = std::chrono::steady_clock::now();
@@ -34,10 +11,16 @@ double Measure(const std::function<void()>& work) {
     return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
 }
 
-void Print(const Comparison& comparison) {
-    std::printf("%-34s %9.2f ms  %-44s %9.2f ms  ratio %5.2f  (at most %.1f)\n", comparison.name.c_str(),
-                comparison.ours, comparison.reference.c_str(), comparison.theirs, comparison.ours / comparison.theirs,
-                comparison.limit);
+double FastestOf(const std::vector<double>& samples) {
+    return *std::min_element(samples.begin(), samples.end());
+}
+
+bool HasSettled(std::vector<double> samples) {
+    constexpr std::ptrdiff_t kThird = 2;
+    constexpr double kNearlyTheSame = 1.05;
+    if (std::ssize(samples) <= kThird) return false;
+    std::nth_element(samples.begin(), samples.begin() + kThird, samples.end());
+    return samples[kThird] <= kNearlyTheSame * FastestOf(samples);
 }
 
 }  // namespace kvn::bench

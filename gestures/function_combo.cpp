@@ -3,6 +3,7 @@
 #include <limits>
 
 #include "platform/combo_box.h"
+#include "platform/list_view.h"
 #include "platform/texts.h"
 
 namespace kvn::gestures {
@@ -13,6 +14,7 @@ constexpr int kAllEntries = std::numeric_limits<int>::max();
 }  // namespace
 
 void AddFunctions(HWND combo, HINSTANCE module, const std::vector<model::CatalogueRow>& functions) {
+    const platform::PausedRedraw pause(combo);
     for (const model::CatalogueRow& row : functions) {
         platform::AddComboItem(combo, platform::LoadText(module, row.textId), row.code);
     }

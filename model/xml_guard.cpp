@@ -63,6 +63,15 @@ bool StartsName(char character) {
     return byte >= 127 || std::isalpha(byte) != 0 || byte == '_';
 }
 
+// The next quote or bracket; npos when there is none. The standard search calls the C library for every character.
+std::size_t FindQuoteOrBracket(std::string_view text, std::size_t from) {
+    for (std::size_t at = from; at < text.size(); ++at) {
+        const char character = text[at];
+        if (character == '"' || character == '\'' || character == '<' || character == '>') return at;
+    }
+    return std::string_view::npos;
+}
+
 // Whether every character reference is digits up to its ";": TinyXML takes the next ";" for its end, past any tags.
 bool HasWholeReferences(std::string_view text) {
     for (std::size_t at = text.find("&#"); at != std::string_view::npos; at = text.find("&#", at)) {
@@ -144,12 +153,12 @@ private:
     // first.
     std::size_t FindTagEnd(std::size_t from) const {
         const std::string_view tag = document.substr(from, kMaxXmlTagBytes);
-        std::size_t at = tag.find_first_of("\"'<>");
+        std::size_t at = FindQuoteOrBracket(tag, 0);
         while (at != std::string_view::npos && tag[at] != '>') {
             if (tag[at] == '<') return std::string_view::npos;
             const std::size_t closing = tag.find(tag[at], at + 1);
             if (closing == std::string_view::npos) return closing;
-            at = tag.find_first_of("\"'<>", closing + 1);
+            at = FindQuoteOrBracket(tag, closing + 1);
         }
         return at == std::string_view::npos ? at : from + at;
     }

@@ -14,6 +14,7 @@
 #include "page/service_folder.h"
 #include "platform/boundary.h"
 #include "platform/combo_box.h"
+#include "platform/list_view.h"
 #include "platform/module.h"
 #include "platform/raised_flag.h"
 #include "platform/service_window.h"
@@ -124,6 +125,7 @@ void KorvenPanel::PlacePane(HWND pane, HWND previous) const {
 
 void KorvenPanel::ShowProfiles() {
     const HWND combo = Control(IDC_PAGE_PROFILE);
+    const platform::PausedRedraw pause(combo);
     SendMessageW(combo, CB_RESETCONTENT, 0, 0);
     for (const model::ProfileRecord& profile : settings.profiles) {
         SendMessageW(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(profile.name.c_str()));

@@ -54,9 +54,13 @@ void WidenDropList(HWND combo) {
 }
 
 std::optional<int> FindComboData(HWND combo, int data, int maxCount) {
-    const int count = std::min(Send(combo, CB_GETCOUNT), maxCount);
+    // The list itself is asked: the combo box would pass every question on to it.
+    COMBOBOXINFO info{};
+    info.cbSize = sizeof info;
+    if (!GetComboBoxInfo(combo, &info)) return std::nullopt;
+    const int count = std::min(Send(info.hwndList, LB_GETCOUNT), maxCount);
     for (int index = 0; index < count; ++index) {
-        if (Send(combo, CB_GETITEMDATA, static_cast<WPARAM>(index)) == data) return index;
+        if (Send(info.hwndList, LB_GETITEMDATA, static_cast<WPARAM>(index)) == data) return index;
     }
     return std::nullopt;
 }

@@ -128,6 +128,13 @@ TEST(PrepareXml, AnElementWithoutContentIsNestedToo) {
     }
 }
 
+TEST(PrepareXml, AnEndWithinQuotesDoesNotEndATag) {
+    for (const std::string tag : {"<a b='/>'>", "<a b=\"/>\">", "<a b='\"/>'>", "<a b=\"'/>\">"}) {
+        EXPECT_TRUE(PrepareXml(Repeated(tag, kMaxXmlDepth))) << tag;
+        EXPECT_FALSE(PrepareXml(Repeated(tag, kMaxXmlDepth + 1))) << tag;
+    }
+}
+
 TEST(PrepareXml, AllowsAsManySiblingsAsThereAre) {
     EXPECT_TRUE(PrepareXml("<a>" + Repeated("<b>x</b>", 100'000) + "</a>"));
     EXPECT_TRUE(PrepareXml("<a>" + Repeated("<b/>", 100'000) + "</a>"));

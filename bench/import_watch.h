@@ -1,0 +1,41 @@
+// Counts and times every call that a loaded module makes through its imports.
+#pragma once
+
+#include <windows.h>
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kvn::bench {
+
+struct ImportCalls {
+    std::string name;
+    std::size_t count = 0;
+    double milliseconds = 0;  // without those of imports that were called meanwhile, by callbacks of the module
+};
+
+// While it lives, the module's imports are detoured. Only calls in the thread that made the object count. One at a
+// time; none of the calls may be left by an exception.
+class ImportWatch {
+public:
+    explicit ImportWatch(HMODULE module);
+    ImportWatch(const ImportWatch&) = delete;
+    ImportWatch& operator=(const ImportWatch&) = delete;
+    ~ImportWatch();
+
+    // Forgets what was counted so far.
+    void Restart();
+
+    // Every function that was called, the one that took longest first.
+    std::vector<ImportCalls> Calls() const;
+
+    // The calls of functions whose names begin like this.
+    std::size_t CountOf(std::string_view prefix) const;
+
+    // The module's calls of the C library's malloc, calloc and realloc: every block that it takes from the heap.
+    std::size_t Allocations() const;
+};
+
+}  // namespace kvn::bench

@@ -1,0 +1,53 @@
+#include <windows.h>
+
+#include <unknwn.h>
+
+#include <array>
+
+#include "bench/benches.h"
+#include "bench/stopwatch.h"
+#include "page/server_class.h"
+
+namespace kvn::bench {
+namespace {
+
+constexpr wchar_t kOurs[] = L"KvnMouseUtil.dll";
+constexpr wchar_t kEmpty[] = L"kvn_empty_com.dll";
+constexpr int kRounds = 25;
+constexpr double kLoadingLimit = 5;
+constexpr double kSizeLimit = 35;
+
+// As COM does it: the DLL comes, gives its class factory, and goes. False when it has not done so.
+bool LoadOnce(const wchar_t* dll) {
+    using GetClassObject = HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**);
+    const HMODULE module = LoadLibraryW(dll);
+    if (module == nullptr) return false;
+    const auto getClassObject =
+        reinterpret_cast<GetClassObject>(reinterpret_cast<void*>(GetProcAddress(module, "DllGetClassObject")));
+    IClassFactory* factory = nullptr;
+    const HRESULT result = getClassObject(page::kServerClassId, IID_IClassFactory, reinterpret_cast<void**>(&factory));
+    if (SUCCEEDED(result)) factory->Release();
+    FreeLibrary(module);
+    return SUCCEEDED(result) && GetModuleHandleW(dll) == nullptr;
+}
+
+double KilobytesOf(const wchar_t* dll) {
+    std::array<wchar_t, MAX_PATH> path{};
+    WIN32_FILE_ATTRIBUTE_DATA data{};
+    SearchPathW(nullptr, dll, nullptr, MAX_PATH, path.data(), nullptr);
+    GetFileAttributesExW(path.data(), GetFileExInfoStandard, &data);
+    return static_cast<double>(data.nFileSizeLow) / 1024;
+}
+
+}  // namespace
+
+void BenchLoading(Report& report) {
+    if (!LoadOnce(kOurs) || !LoadOnce(kEmpty)) return report.AddMissing("loading, without the two DLLs");
+    report.Compare(
+        "load, give the factory, unload", "a COM DLL that does nothing", kLoadingLimit, kRounds,
+        [] { return Measure([] { LoadOnce(kOurs); }); }, [] { return Measure([] { LoadOnce(kEmpty); }); });
+    report.Add(
+        {"size of the DLL", "KB", KilobytesOf(kOurs), "a COM DLL that does nothing", KilobytesOf(kEmpty), kSizeLimit});
+}
+
+}  // namespace kvn::bench
