@@ -22,7 +22,7 @@ struct CountRow {
     int count;
     double limit;
 };
-constexpr std::array<CountRow, 3> kCounts{{{100, 1.3}, {1'000, 1.2}, {3'000, 1.2}}};
+constexpr std::array<CountRow, 3> kCounts{{{100, 1.2}, {1'000, 1.2}, {3'000, 1.2}}};
 constexpr int kQuickCount = 1'000;
 constexpr int kShortcutsOfFolder = 20;
 constexpr int kRounds = 11;
