@@ -8,6 +8,11 @@
 #include "platform/service_window.h"
 
 namespace kvn::gestures {
+namespace {
+
+constexpr int kCancelKey = VK_RBUTTON;
+
+}  // namespace
 
 CGestureMgr::CGestureMgr(GestureTrailOverlay& trailOverlay) : trail(trailOverlay) {}
 
@@ -47,7 +52,7 @@ std::int32_t CGestureMgr::TakeSample() {
     if (!GetCursorPos(&cursor)) return 0;  // another desktop has the screen
     // Asked after the cursor was read: the answer may take its time.
     const bool isHeld = platform::AreButtonsHeld(std::span(keys.keys).first(keys.count));
-    const bool isCancelHeld = GetKeyState(cancelKey) < 0;
+    const bool isCancelHeld = GetKeyState(kCancelKey) < 0;
 
     const bool wasTracking = stroke.IsTracking();
     if (wasTracking && isHeld && !isCancelHeld) trail.DrawTo(cursor);
@@ -59,8 +64,8 @@ std::int32_t CGestureMgr::TakeSample() {
 }
 
 void CGestureMgr::TakePendingKeys() {
-    if (!isPending) return;
     const std::lock_guard guard(lock);
+    if (!isPending) return;
     keys = pendingKeys;
     isPending = false;
 }

@@ -54,12 +54,11 @@ private:
     KeyList keys;  // the buttons that must all be held
     bool isPending = false;
     KeyList pendingKeys;  // handed in by Arm
-    int cancelKey = VK_RBUTTON;
     model::StrokeRecogniser stroke;
     GestureCallback callback = nullptr;
     void* callbackContext = nullptr;
     GestureTrailOverlay& trail;
-    platform::CriticalSection lock;  // guards the hand-over of the pending keys
+    platform::CriticalSection lock;  // guards the hand-over of the pending keys, although one thread does both
 };
 
 }  // namespace kvn::gestures

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 
 #include "model/profile.h"
 #include "model/text_codec.h"

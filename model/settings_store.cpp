@@ -4,14 +4,11 @@
 #include <shlwapi.h>
 #include <windows.h>
 
-#include <array>
-
 #include "model/profile_file.h"
 #include "model/registry_records.h"
 #include "platform/module.h"
 #include "platform/special_folder.h"
 #include "platform/texts.h"
-#include "platform/unique_resource.h"
 #include "resources/resource.h"
 
 namespace kvn::model {

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <span>
+#include <utility>
 
 #include "model/registry_records.h"
 #include "model/settings_store.h"

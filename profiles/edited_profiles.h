@@ -14,8 +14,7 @@
 namespace kvn::profiles {
 
 // Row i of the list view always shows the name of profile i; a row beyond them, which only somebody else's messages can
-// have made, is nobody's. Everything but the addition of a program counts as a
-// change that the profile file needs.
+// have made, is nobody's. Every edit but the addition of a program is a change that the profile file needs.
 class EditedProfiles {
 public:
     // The name is the one by which the default profile is known.

@@ -32,19 +32,18 @@ using model::ApplicationEntry;
 
 constexpr std::array<platform::ListColumn, 1> kProfileColumns{{{IDS_COLUMN_PROFILE, 380}}};
 
-// When a button may be pressed, by the number of selected profiles.
+// When a button may be pressed, by the number of selected profiles; none may be without any.
 struct ButtonRow {
     int button;
-    bool withNone;
     bool withOne;
     bool withMany;
 };
 constexpr std::array<ButtonRow, 5> kButtons{{
-    {IDC_PROFILES_DELETE, false, true, true},
-    {IDC_PROFILES_RENAME, false, true, false},
-    {IDC_PROFILES_COPY, false, true, false},
-    {IDC_PROFILES_ADD_PROGRAM, false, true, false},
-    {IDC_PROFILES_DELETE_PROGRAM, false, false, false},
+    {IDC_PROFILES_DELETE, true, true},
+    {IDC_PROFILES_RENAME, true, false},
+    {IDC_PROFILES_COPY, true, false},
+    {IDC_PROFILES_ADD_PROGRAM, true, false},
+    {IDC_PROFILES_DELETE_PROGRAM, false, false},
 }};
 
 // One opening of the dialog.
@@ -129,7 +128,7 @@ void ProfileEditor::OnInitDialog() {
 
     for (const ButtonRow& row : kButtons) {
         // Add program stays enabled until the selection changes for the first time.
-        if (row.button != IDC_PROFILES_ADD_PROGRAM) EnableWindow(Control(row.button), row.withNone ? TRUE : FALSE);
+        if (row.button != IDC_PROFILES_ADD_PROGRAM) EnableWindow(Control(row.button), FALSE);
     }
 }
 
@@ -145,7 +144,7 @@ void ProfileEditor::OnNotify(const NMHDR& header) {
 void ProfileEditor::OnProfilesSelected() {
     const int count = edited.SelectedCount();
     for (const ButtonRow& row : kButtons) {
-        const bool isEnabled = count == 0 ? row.withNone : count == 1 ? row.withOne : row.withMany;
+        const bool isEnabled = count == 1 ? row.withOne : count > 1 && row.withMany;
         platform::EnableControl(Window(), row.button, isEnabled, profileList);
     }
     const auto profile = edited.OnlySelected();

@@ -86,7 +86,7 @@
 #define IDC_PROGRAMS_SELECT_WINDOW 1047
 #define IDC_PROGRAM_PATH 1049
 
-// Texts: limits, defaults and the functions of one Windows version only
+// Texts, by number
 #define IDS_ITEM_LIMIT 14
 #define IDS_DEFAULT_PROFILE_NAME 126
 #define IDS_FUNCTION_NONE 127
@@ -106,8 +106,6 @@
 #define IDS_FUNCTION_INPUT_LANGUAGE 146  // in no chooser
 #define IDS_FUNCTION_CHARMS 147
 #define IDS_FUNCTION_CYCLE_APPS 148
-
-// Texts: names of the controls of the mouse and of the scroll values
 #define IDS_SLOT_LEFT 203
 #define IDS_SLOT_RIGHT 204
 #define IDS_SLOT_CENTER 205
@@ -122,8 +120,6 @@
 #define IDS_FLYING_SPEED 215
 #define IDS_REVOLUTION_SPEED 216
 #define IDS_REVOLUTION_COUNT 217
-
-// Texts: the page, its tabs and lists
 #define IDS_GESTURE_SLOT_TAKEN 218
 #define IDS_TAB_BUTTONS 219
 #define IDS_TAB_GESTURES 220
@@ -134,8 +130,6 @@
 #define IDS_COLUMN_PROFILE 225
 #define IDS_COLUMN_FILE_NAME 226
 #define IDS_COLUMN_LOCATION 227
-
-// Texts: profiles, programs and gestures
 #define IDS_NO_PROFILE_SELECTED 228
 #define IDS_MANY_PROFILES_SELECTED 229
 #define IDS_PROGRAM_REGISTERED 230
@@ -151,8 +145,6 @@
 #define IDS_DEFAULT_PROFILE_DELETE 240
 #define IDS_DEFAULT_PROFILE_RENAME 241
 #define IDS_PROFILE_NAME_USED 242
-
-// Texts: functions
 #define IDS_FUNCTION_LEFT_CLICK 400
 #define IDS_FUNCTION_RIGHT_CLICK 401
 #define IDS_FUNCTION_BACK 402
@@ -191,8 +183,6 @@
 #define IDS_FUNCTION_GESTURE 435
 #define IDS_FUNCTION_ARBITRARY_KEY 436
 #define IDS_SETTINGS_FOLDER 437
-
-// Texts: messages of the page
 #define IDS_ABNORMAL_VALUES 1000
 #define IDS_CONFIRM_RESET 1002
 #define IDS_CAPTION 1004

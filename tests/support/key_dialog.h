@@ -3,6 +3,8 @@
 
 #include <windows.h>
 
+#include <string>
+
 #include "resources/resource.h"
 #include "tests/support/waiting.h"
 #include "tests/support/window_search.h"

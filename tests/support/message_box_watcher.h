@@ -8,7 +8,7 @@
 
 namespace kvn::test {
 
-// The MessageBoxW style bits that a user sees.
+// What a user sees of a message box.
 struct MessageBoxSeen {
     std::wstring caption;
     std::wstring text;
