@@ -6,7 +6,7 @@
 #include "model/settings_store.h"
 #include "profiles/profile_editor.h"
 #include "resources/resource.h"
-#include "tests/page/page_test.h"
+#include "tests/support/page_fixture.h"
 #include "tests/support/profile_dialogs.h"
 
 namespace kvn::test {

@@ -1,8 +1,8 @@
 // The function "Arbitrary key" in the button settings pane.
 #include <windows.h>
 
-#include "tests/page/page_test.h"
 #include "tests/support/key_dialog.h"
+#include "tests/support/page_fixture.h"
 
 namespace kvn::test {
 namespace {

@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "tests/page/gesture_test.h"
 #include "tests/support/access_violations.h"
+#include "tests/support/gesture_fixture.h"
 #include "tests/support/key_dialog.h"
 #include "tests/support/profile_dialogs.h"
 #include "tests/support/window_search.h"

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "tests/page/gesture_test.h"
+#include "tests/support/gesture_fixture.h"
 
 namespace kvn::test {
 namespace {

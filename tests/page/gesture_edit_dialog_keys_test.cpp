@@ -1,5 +1,5 @@
 // The function "Arbitrary key" in the gesture editor.
-#include "tests/page/gesture_test.h"
+#include "tests/support/gesture_fixture.h"
 #include "tests/support/key_dialog.h"
 #include "tests/support/window_search.h"
 

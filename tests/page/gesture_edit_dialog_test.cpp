@@ -1,6 +1,6 @@
 // The dialog "Edit gesture".
 #include "platform/device_context.h"
-#include "tests/page/gesture_test.h"
+#include "tests/support/gesture_fixture.h"
 #include "tests/support/window_search.h"
 
 namespace kvn::test {

@@ -1,8 +1,8 @@
 // Recording a stroke in the editor: the button query, and what the field shows.
 #include <atomic>
 
-#include "tests/page/gesture_test.h"
 #include "tests/support/debug_output.h"
+#include "tests/support/gesture_fixture.h"
 #include "tests/support/window_search.h"
 
 namespace kvn::test {

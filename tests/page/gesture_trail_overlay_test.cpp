@@ -1,6 +1,6 @@
 // The green line over the screen while a stroke is drawn.
 #include "platform/device_context.h"
-#include "tests/page/gesture_test.h"
+#include "tests/support/gesture_fixture.h"
 #include "tests/support/window_search.h"
 
 namespace kvn::test {

@@ -3,7 +3,7 @@
 
 #include <filesystem>
 
-#include "tests/page/page_test.h"
+#include "tests/support/page_fixture.h"
 #include "tests/support/recorded_writes.h"
 
 namespace kvn::test {

@@ -4,7 +4,7 @@
 #include <array>
 #include <cstdint>
 
-#include "tests/page/page_test.h"
+#include "tests/support/page_fixture.h"
 #include "tests/support/recorded_writes.h"
 
 namespace kvn::test {

@@ -3,8 +3,8 @@
 
 #include <algorithm>
 
-#include "tests/page/gesture_test.h"
 #include "tests/support/access_violations.h"
+#include "tests/support/gesture_fixture.h"
 
 namespace kvn::test {
 namespace {

@@ -14,7 +14,7 @@ using std::min;
 }  // namespace Gdiplus
 #include <gdiplus.h>
 
-#include "tests/page/page_test.h"
+#include "tests/support/page_fixture.h"
 
 namespace kvn::test {
 namespace {

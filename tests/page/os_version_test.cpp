@@ -7,7 +7,7 @@
 #include <cstdlib>
 #include <initializer_list>
 
-#include "tests/page/page_test.h"
+#include "tests/support/page_fixture.h"
 #include "tests/support/window_search.h"
 
 namespace kvn::test {

@@ -1,5 +1,5 @@
 // Renaming and copying profiles in the profile editor.
-#include "tests/page/profile_editor_fixture.h"
+#include "tests/support/profile_editor_fixture.h"
 #include "tests/support/window_search.h"
 
 namespace kvn::test {

@@ -1,7 +1,7 @@
 // OK and Cancel of the profile editor: what becomes of the page's profiles, of its combo box and of the file.
 #include <windows.h>
 
-#include "tests/page/profile_editor_fixture.h"
+#include "tests/support/profile_editor_fixture.h"
 #include "tests/support/window_search.h"
 
 namespace kvn::test {

@@ -3,7 +3,7 @@
 
 #include <shellapi.h>
 
-#include "tests/page/profile_editor_fixture.h"
+#include "tests/support/profile_editor_fixture.h"
 
 namespace kvn::test {
 namespace {

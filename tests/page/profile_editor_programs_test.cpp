@@ -6,7 +6,7 @@
 
 #include <set>
 
-#include "tests/page/profile_editor_fixture.h"
+#include "tests/support/profile_editor_fixture.h"
 
 namespace kvn::test {
 namespace {

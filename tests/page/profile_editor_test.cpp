@@ -3,7 +3,7 @@
 
 #include <commctrl.h>
 
-#include "tests/page/profile_editor_fixture.h"
+#include "tests/support/profile_editor_fixture.h"
 #include "tests/support/window_search.h"
 
 namespace kvn::test {

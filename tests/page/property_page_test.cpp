@@ -3,7 +3,7 @@
 
 #include <commctrl.h>
 
-#include "tests/page/page_test.h"
+#include "tests/support/page_fixture.h"
 #include "tests/support/window_search.h"
 
 namespace kvn::test {

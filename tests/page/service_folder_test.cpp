@@ -5,7 +5,7 @@
 #include <psapi.h>
 #include <shellapi.h>
 
-#include "tests/page/page_test.h"
+#include "tests/support/page_fixture.h"
 
 namespace kvn::test {
 namespace {

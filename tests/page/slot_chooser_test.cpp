@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "tests/page/page_test.h"
+#include "tests/support/page_fixture.h"
 
 namespace kvn::test {
 namespace {

@@ -6,7 +6,7 @@
 
 #include <array>
 
-#include "tests/page/gesture_test.h"
+#include "tests/support/gesture_fixture.h"
 
 namespace kvn::test {
 namespace {

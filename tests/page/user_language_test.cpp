@@ -8,7 +8,7 @@
 #include <cstdlib>
 
 #include "tests/page/module_texts.h"
-#include "tests/page/page_test.h"
+#include "tests/support/page_fixture.h"
 #include "tests/support/profile_dialogs.h"
 #include "tests/support/window_search.h"
 

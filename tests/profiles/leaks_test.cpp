@@ -1,7 +1,7 @@
 // Opening and closing again and again leaves nothing behind in memory.
 #include <windows.h>
 
-#include "tests/profiles/selection_test.h"
+#include "tests/profiles/selection_fixture.h"
 #include "tests/support/resource_use.h"
 
 namespace kvn::test {

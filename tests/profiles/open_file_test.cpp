@@ -7,7 +7,7 @@
 #include <cstring>
 #include <functional>
 
-#include "tests/profiles/selection_test.h"
+#include "tests/profiles/selection_fixture.h"
 #include "tests/support/replaced_import.h"
 #include "tests/support/window_search.h"
 

@@ -1,7 +1,7 @@
 // The dialog "Select allocation program": its list, what OK takes and when.
 #include "profiles/program_selection.h"
 
-#include "tests/profiles/selection_test.h"
+#include "tests/profiles/selection_fixture.h"
 #include "tests/support/real_input.h"
 #include "tests/support/replaced_import.h"
 #include "tests/support/window_search.h"

@@ -8,7 +8,7 @@
 #include <utility>
 
 #include "platform/unique_resource.h"
-#include "tests/profiles/selection_test.h"
+#include "tests/profiles/selection_fixture.h"
 #include "tests/support/replaced_import.h"
 #include "tests/support/window_search.h"
 

@@ -10,8 +10,8 @@
 #include <filesystem>
 #include <iterator>
 
-#include "tests/page/gesture_test.h"
 #include "tests/support/access_violations.h"
+#include "tests/support/gesture_fixture.h"
 #include "tests/support/key_dialog.h"
 #include "tests/support/profile_dialogs.h"
 #include "tests/support/resource_use.h"

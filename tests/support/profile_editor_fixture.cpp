@@ -1,4 +1,4 @@
-#include "tests/page/profile_editor_fixture.h"
+#include "tests/support/profile_editor_fixture.h"
 
 namespace kvn::test {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/page/page_test.h"
+#include "tests/support/page_fixture.h"
 
 namespace kvn::test {
 

@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "tests/page/page_test.h"
+#include "tests/support/page_fixture.h"
 #include "tests/support/profile_dialogs.h"
 
 namespace kvn::test {

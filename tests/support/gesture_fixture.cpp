@@ -1,4 +1,4 @@
-#include "tests/page/gesture_test.h"
+#include "tests/support/gesture_fixture.h"
 
 #include <commctrl.h>
 

@@ -1,4 +1,4 @@
-#include "tests/profiles/selection_test.h"
+#include "tests/profiles/selection_fixture.h"
 
 #include <stdexcept>
 

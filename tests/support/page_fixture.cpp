@@ -1,4 +1,4 @@
-#include "tests/page/page_test.h"
+#include "tests/support/page_fixture.h"
 
 #include <commctrl.h>
 
