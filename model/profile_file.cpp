@@ -187,8 +187,16 @@ bool SaveProfileFile(const std::wstring& path, const ProfileSet& list) {
     return file.Stream() != nullptr && document.SaveFile(file.Stream()) && file.Finish();
 }
 
-void RemoveUnfinishedSave(const std::wstring& path) {
-    DeleteFileW(UnfinishedPath(path).c_str());
+void FinishOrRemoveInterruptedSave(const std::wstring& path) {
+    const std::wstring unfinished = UnfinishedPath(path);
+    ProfileSet saved;
+    if (IsMissing(path) && LoadProfileFile(unfinished, saved) > 0) {
+        // Never over a file that another page has put there meanwhile; and if it cannot be moved, it is still the only
+        // one that has the profiles.
+        TryWhileShared([&] { return MoveFileExW(unfinished.c_str(), path.c_str(), MOVEFILE_WRITE_THROUGH) != FALSE; });
+    } else {
+        DeleteFileW(unfinished.c_str());
+    }
 }
 
 bool SetAsideProfileFile(const std::wstring& path) {

@@ -104,7 +104,7 @@ TEST_F(HeldProfileFile, ASaveLeavesAnotherSaveThatDoesNotEndAlone) {
     test::WriteBytes(Path() + L".saving", "another program writes here");
     Hold(0, 0, L".saving");
     EXPECT_FALSE(SaveProfileFile(Path(), OneProfile(L"new")));
-    RemoveUnfinishedSave(Path());
+    FinishOrRemoveInterruptedSave(Path());
     EXPECT_EQ(Waits(), 9);
     LetGo();
     EXPECT_EQ(test::ReadBytes(Path() + L".saving"), "another program writes here");

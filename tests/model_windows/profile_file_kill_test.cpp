@@ -104,7 +104,7 @@ TEST_F(SavingPrograms, KilledAtRandomMomentsLeaveOneVersionOrTheOtherWhole) {
         ASSERT_TRUE(FileIsOneOfTheVersions()) << "after kill " << kills;
         if (HasLeftover()) ++leftovers;
         // Half of the leftovers are for the next saver to write over.
-        if (kills % 2 == 0) RemoveUnfinishedSave(Path());
+        if (kills % 2 == 0) FinishOrRemoveInterruptedSave(Path());
         ASSERT_TRUE(kills % 2 != 0 || !HasLeftover()) << "after kill " << kills;
     }
     EXPECT_GE(counts->begun, kSaves);
@@ -126,7 +126,7 @@ TEST_F(SavingPrograms, AreNotDisturbedByPagesThatOpen) {
     AwaitSaves(1);
     int openings = 0;
     for (; counts->saved < 100 && counts->refused == 0; ++openings) {
-        RemoveUnfinishedSave(Path());
+        FinishOrRemoveInterruptedSave(Path());
         if (openings % 50 == 0) {
             ASSERT_TRUE(FileIsOneOfTheVersions());
         }
