@@ -190,7 +190,7 @@ TEST_F(ProfileFileWriteFault, AFileThatCannotBeFlushedOrClosedLeavesTheOldOne) {
 TEST_F(ProfileFileWriteFault, AFileThatCannotBeRenamedLeavesTheOldOne) {
     const ReplacedImport<"Sleep", void(DWORD)> sleep(ThisProgram(), [](DWORD) {});
     for (const DWORD error : {DWORD{ERROR_ACCESS_DENIED}, DWORD{ERROR_SHARING_VIOLATION}, DWORD{ERROR_DISK_FULL},
-                              DWORD{ERROR_NOT_SUPPORTED}, DWORD{ERROR_BAD_NETPATH}}) {
+                              DWORD{ERROR_BAD_NETPATH}}) {
         const test::InterceptedRename rename([error](HANDLE, const std::wstring&) {
             SetLastError(error);
             return FALSE;
