@@ -209,7 +209,7 @@ std::size_t LoadProfileFile(const std::wstring& path, ProfileSet& list) {
 
 bool SaveProfileFile(const std::wstring& path, const ProfileSet& list) {
     TiXmlDocument document;
-    BuildProfileDocument(list, LocaleCodec::OfHostProgram(), document);
+    if (BuildProfileDocument(list, LocaleCodec::OfHostProgram(), document) > kMaxXmlElements) return false;
     UnfinishedFile file(path);
     return file.Stream() != nullptr && document.SaveFile(file.Stream()) && file.Finish();
 }

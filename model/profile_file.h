@@ -12,7 +12,7 @@ namespace kvn::model {
 std::size_t LoadProfileFile(const std::wstring& path, ProfileSet& list);
 
 // Writes the list, which must not be empty, over the file. True: the file is the new one, whole and flushed to disk.
-// False: the file is what it was; that is also so when it is marked read-only.
+// False: the file is what it was; that is also so when it is marked read-only, and for a list too long to be read back.
 bool SaveProfileFile(const std::wstring& path, const ProfileSet& list);
 
 // Deals with what a save has left that was cut off, by a power failure or with its program. Where nothing stands at the

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "model/profile_document.h"
+#include "model/xml_guard.h"
 #include "tests/model_windows/genuine_function.h"
 #include "tests/model_windows/intercepted_rename.h"
 #include "tests/model_windows/profile_file_failure.h"
@@ -211,11 +212,30 @@ TEST_F(ProfileFileWriteFault, AStreamWithoutABufferOfItsOwnSavesAllTheSame) {
     EXPECT_EQ(loaded, OneProfile(L"new"));
 }
 
-TEST_F(ProfileFileWriteFault, AListThatCouldNotBeReadBackIsNotSaved) {
+TEST_F(ProfileFileWriteFault, AListOfMoreBytesThanAreReadBackIsNotSaved) {
     ProfileSet list = OneProfile(L"new");
     list[0].settings.gestures.assign(5'000, {L"U", 37, std::wstring(kMaxTextLength, L'\x939'), {}});
     ASSERT_FALSE(SaveProfileFile(Path(), list));
     ExpectOldFileAndNoOther();
+}
+
+TEST_F(ProfileFileWriteFault, AListOfMoreElementsThanAreReadBackIsNotSaved) {
+    constexpr std::size_t kElementsOfAProgram = 3;
+    ProfileSet list = OneProfile(L"new");
+    list[0].settings.applications.assign(kMaxXmlElements / kElementsOfAProgram, {L"", L""});
+    ASSERT_FALSE(SaveProfileFile(Path(), list));
+    ExpectOldFileAndNoOther();
+
+    // Each text outside the code page is one more.
+    list[0].settings.applications.assign(kMaxXmlElements / (kElementsOfAProgram + 2), {L"\x939", L"\x939"});
+    ASSERT_FALSE(SaveProfileFile(Path(), list));
+    ExpectOldFileAndNoOther();
+
+    list[0].settings.applications.resize(list[0].settings.applications.size() - 20);
+    ASSERT_TRUE(SaveProfileFile(Path(), list));
+    ProfileSet loaded;
+    EXPECT_EQ(LoadProfileFile(Path(), loaded), 1U);
+    EXPECT_TRUE(loaded == list);
 }
 
 }  // namespace
