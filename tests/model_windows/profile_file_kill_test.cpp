@@ -3,6 +3,7 @@
 #include <shlwapi.h>
 
 #include <array>
+#include <chrono>
 #include <optional>
 #include <random>
 #include <string>
@@ -44,6 +45,8 @@ public:
     Saver(const Saver&) = delete;
     Saver& operator=(const Saver&) = delete;
     ~Saver() { Kill(); }
+
+    bool IsRunning() const { return WaitForSingleObject(process.Get(), 0) == WAIT_TIMEOUT; }
 
     void Kill() const {
         TerminateProcess(process.Get(), 9);
@@ -125,7 +128,10 @@ TEST_F(SavingPrograms, AreNotDisturbedByPagesThatOpen) {
     const Saver saver(Path(), CountsName());
     AwaitSaves(1);
     int openings = 0;
+    const auto deadline = std::chrono::steady_clock::now() + kPatienceWithProcesses;
     for (; counts->saved < 100 && counts->refused == 0; ++openings) {
+        ASSERT_TRUE(saver.IsRunning());
+        ASSERT_LT(std::chrono::steady_clock::now(), deadline) << counts->saved << " saves";
         FinishOrRemoveInterruptedSave(Path());
         if (openings % 50 == 0) {
             ASSERT_TRUE(FileIsOneOfTheVersions());

@@ -10,6 +10,7 @@
 
 #include "model/profile_document.h"
 #include "model/xml_guard.h"
+#include "tests/model_windows/code_pages.h"
 #include "tests/model_windows/genuine_function.h"
 #include "tests/model_windows/intercepted_rename.h"
 #include "tests/model_windows/profile_file_failure.h"
@@ -96,11 +97,11 @@ protected:
 };
 
 TEST_F(ProfileFileWriteFault, ADiskThatIsFullAtAnyByteLeavesTheOldFile) {
-    const ProfileSet list = OneProfile(L"new");
+    const ProfileSet list = OneProfile(test::TextOfUsersCodePage());
     const std::size_t size = SizeOf(list);
     ASSERT_GT(size, 500U);
     for (std::size_t room = 0; room < size; ++room) {
-        ExpectNoSaveOnto(kKindsOfFullDisk[room % kKindsOfFullDisk.size()], room, list);
+        for (const FullDisk kind : kKindsOfFullDisk) ExpectNoSaveOnto(kind, room, list);
         if (HasFailure()) return;
     }
     EXPECT_TRUE(SaveOnto(FullDisk::WritesNothing, size, Path(), list));
