@@ -38,7 +38,8 @@ public:
         startup.cb = sizeof startup;
         PROCESS_INFORMATION started{};
         if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &started))
-            throw std::runtime_error("the program that saves cannot be started");
+            throw std::runtime_error("the program that saves cannot be started: error " +
+                                     std::to_string(GetLastError()));
         process.Reset(started.hProcess);
         CloseHandle(started.hThread);
     }
