@@ -2,6 +2,7 @@
 // through a code page (text_codec.h).
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 #include "model/profile.h"
@@ -25,6 +26,8 @@ struct DocumentContext {
 ProfileSet ParseProfileDocument(std::string document, const ProfileRecord& freshRecord, const DocumentContext& context);
 
 // Fills an empty document with the profiles. The set must not be empty; vid, pid and selection are the first record's.
-void BuildProfileDocument(const ProfileSet& profiles, const TextCodec& codec, TiXmlDocument& document);
+// Returns how many elements, CDATA sections and declarations it has; one of more than kMaxXmlElements (xml_guard.h)
+// would not be read back.
+std::size_t BuildProfileDocument(const ProfileSet& profiles, const TextCodec& codec, TiXmlDocument& document);
 
 }  // namespace kvn::model

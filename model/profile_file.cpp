@@ -6,6 +6,8 @@
 #include <tinyxml.h>
 #include <windows.h>
 
+#include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -76,6 +78,8 @@ std::wstring UnfinishedPath(const std::wstring& path) {
 
 // Creates the file, or empties what an earlier save has left of it; nobody else can open it, rename it or delete it.
 platform::UniqueFile CreateUnshared(const std::wstring& path) {
+    // A file that something has marked read-only, hidden or system cannot be emptied.
+    SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
     HANDLE file = INVALID_HANDLE_VALUE;
     TryWhileShared([&] {
         file = CreateFileW(path.c_str(), GENERIC_WRITE | DELETE, 0, nullptr, CREATE_ALWAYS,
@@ -111,17 +115,22 @@ bool RenameOver(HANDLE file, const std::wstring& target) {
     return SetFileInformationByHandle(file, FileRenameInfo, rename, static_cast<DWORD>(request.size())) != FALSE;
 }
 
+// What file systems say that cannot rename an open file, such as those of a web server or of a program.
+constexpr std::array<DWORD, 4> kRenameUnknown{ERROR_NOT_SUPPORTED, ERROR_INVALID_PARAMETER, ERROR_INVALID_FUNCTION,
+                                              ERROR_CALL_NOT_IMPLEMENTED};
+
 bool IsReadOnly(const std::wstring& path) {
     const DWORD attributes = GetFileAttributesW(path.c_str());
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0;
 }
 
 // A new file that is written from its start and vanishes unless it is moved to its place. It is held from beginning to
-// end, the renaming included: so a file of this kind that nobody holds is always a dead program's.
+// end, the renaming included wherever an open file can be renamed: so a file of this kind that nobody holds is always a
+// dead program's.
 class UnfinishedFile {
 public:
     explicit UnfinishedFile(const std::wstring& finalPath)
-        : target(finalPath), file(CreateUnshared(UnfinishedPath(finalPath))) {
+        : target(finalPath), path(UnfinishedPath(finalPath)), file(CreateUnshared(path)) {
         if (file) stream = OpenStream(file.Get());
         if (stream) static_cast<void>(std::setvbuf(stream, nullptr, _IOFBF, kWriteBufferBytes));
     }
@@ -129,7 +138,7 @@ public:
     UnfinishedFile& operator=(const UnfinishedFile&) = delete;
     ~UnfinishedFile() {
         if (stream) static_cast<void>(std::fclose(stream));
-        if (file && !finished) DeleteWhenClosed();
+        if (file && !finished) Discard();
     }
 
     // Null when the file could not be opened.
@@ -145,17 +154,35 @@ public:
     }
 
 private:
-    bool ReplaceTarget() const {
+    bool ReplaceTarget() {
         if (IsReadOnly(target)) return false;
-        return TryWhileShared([this] { return RenameOver(file.Get(), target); });
+        if (TryWhileShared([this] { return RenameOver(file.Get(), target); })) return true;
+        const bool isUnknown = std::ranges::find(kRenameUnknown, GetLastError()) != kRenameUnknown.end();
+        return isUnknown && ReplaceTargetOnceClosed();
     }
 
-    void DeleteWhenClosed() const {
-        FILE_DISPOSITION_INFO disposition{TRUE};
-        SetFileInformationByHandle(file.Get(), FileDispositionInfo, &disposition, sizeof disposition);
+    bool ReplaceTargetOnceClosed() {
+        Close();
+        const bool replaced = TryWhileShared([this] {
+            return MoveFileExW(path.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) !=
+                   FALSE;
+        });
+        if (!replaced) DeleteFileW(path.c_str());
+        return replaced;
     }
+
+    // Removes the file before anybody else can open it, or at least when it is closed.
+    void Discard() {
+        FILE_DISPOSITION_INFO disposition{TRUE};
+        if (SetFileInformationByHandle(file.Get(), FileDispositionInfo, &disposition, sizeof disposition)) return;
+        Close();
+        DeleteFileW(path.c_str());
+    }
+
+    void Close() { file = platform::UniqueFile(INVALID_HANDLE_VALUE); }
 
     const std::wstring& target;
+    const std::wstring path;
     platform::UniqueFile file;
     FILE* stream = nullptr;
     bool finished = false;
@@ -182,13 +209,22 @@ std::size_t LoadProfileFile(const std::wstring& path, ProfileSet& list) {
 
 bool SaveProfileFile(const std::wstring& path, const ProfileSet& list) {
     TiXmlDocument document;
-    BuildProfileDocument(list, LocaleCodec::OfHostProgram(), document);
+    if (BuildProfileDocument(list, LocaleCodec::OfHostProgram(), document) > kMaxXmlElements) return false;
     UnfinishedFile file(path);
     return file.Stream() != nullptr && document.SaveFile(file.Stream()) && file.Finish();
 }
 
-void RemoveUnfinishedSave(const std::wstring& path) {
-    DeleteFileW(UnfinishedPath(path).c_str());
+void FinishOrRemoveInterruptedSave(const std::wstring& path) {
+    const std::wstring unfinished = UnfinishedPath(path);
+    ProfileSet saved;
+    if (IsMissing(path) && LoadProfileFile(unfinished, saved) > 0) {
+        // Never over a file that another page has put there meanwhile; and if it cannot be moved, it is still the only
+        // one that has the profiles.
+        TryWhileShared([&] { return MoveFileExW(unfinished.c_str(), path.c_str(), MOVEFILE_WRITE_THROUGH) != FALSE; });
+    } else {
+        SetFileAttributesW(unfinished.c_str(), FILE_ATTRIBUTE_NORMAL);
+        DeleteFileW(unfinished.c_str());
+    }
 }
 
 bool SetAsideProfileFile(const std::wstring& path) {

@@ -12,12 +12,13 @@ namespace kvn::model {
 std::size_t LoadProfileFile(const std::wstring& path, ProfileSet& list);
 
 // Writes the list, which must not be empty, over the file. True: the file is the new one, whole and flushed to disk.
-// False: the file is what it was; that is also so when it is marked read-only.
+// False: the file is what it was; that is also so when it is marked read-only, and for a list too long to be read back.
 bool SaveProfileFile(const std::wstring& path, const ProfileSet& list);
 
-// Removes what a save has left that was cut off, by a power failure or with its program. A save that is under way, in
-// whatever program, goes on undisturbed.
-void RemoveUnfinishedSave(const std::wstring& path);
+// Deals with what a save has left that was cut off, by a power failure or with its program. Where nothing stands at the
+// path, as when a disk has lost the old name before it had the new one, a file that was written to its end is put
+// there; any other is removed. A save that is under way, in whatever program, goes on undisturbed.
+void FinishOrRemoveInterruptedSave(const std::wstring& path);
 
 // Renames a file of which nothing can be read, so that another can take its place and nothing in it is lost: to the
 // first free one of "name.broken-1.xml", "name.broken-2.xml" and so on. True when nothing stands at the path any

@@ -13,8 +13,9 @@ class ProfileWriter {
 public:
     explicit ProfileWriter(const TextCodec& textCodec) : codec(textCodec) {}
 
-    void Write(const ProfileSet& profiles, TiXmlDocument& document) const {
+    void Write(const ProfileSet& profiles, TiXmlDocument& document) {
         document.LinkEndChild(std::make_unique<TiXmlDeclaration>("1.0", "utf-8", "yes").release());
+        ++constructs;
         TiXmlElement& root = AddElement(document, element::kRoot);
         const ProfileRecord& first = profiles.front();
         AddNumber(root, element::kVid, first.vid);
@@ -23,8 +24,10 @@ public:
         for (const ProfileRecord& record : profiles) WriteProfile(record, AddElement(root, element::kProfile));
     }
 
+    std::size_t Constructs() const { return constructs; }
+
 private:
-    void WriteProfile(const ProfileRecord& record, TiXmlElement& profile) const {
+    void WriteProfile(const ProfileRecord& record, TiXmlElement& profile) {
         const ProfileSettings& settings = record.settings;
         AddText(profile, element::kProfileName, record.name);
         for (const SettingFieldRow& row : kSettingFields) {
@@ -46,39 +49,44 @@ private:
     }
 
     // A slot's arbitrary key follows its function; a scroll value has none.
-    void WriteEtcKeyOf(SettingField field, const ProfileSettings& settings, TiXmlElement& profile) const {
+    void WriteEtcKeyOf(SettingField field, const ProfileSettings& settings, TiXmlElement& profile) {
         for (const ButtonSlotRow& row : kButtonSlots) {
             if (row.field == field) AddText(profile, row.etcKeyElement, EtcKeyToText(settings.etcKeys[row.slot]));
         }
     }
 
-    static TiXmlElement& AddElement(TiXmlNode& parent, const char* name) {
+    TiXmlElement& AddElement(TiXmlNode& parent, const char* name) {
+        ++constructs;
         return *parent.LinkEndChild(std::make_unique<TiXmlElement>(name).release())->ToElement();
     }
 
-    static void AddNumber(TiXmlElement& parent, const char* name, std::int32_t number) {
+    void AddNumber(TiXmlElement& parent, const char* name, std::int32_t number) {
         AddTextNode(parent, name, std::to_string(number), false);
     }
 
-    void AddText(TiXmlElement& parent, const char* name, const std::wstring& text) const {
+    void AddText(TiXmlElement& parent, const char* name, const std::wstring& text) {
         const auto plain = codec.Encode(text);
         AddTextNode(parent, name, plain ? *plain : EncodeEscaped(text, codec), !plain);
     }
 
-    static void AddTextNode(TiXmlElement& parent, const char* name, const std::string& bytes, bool isCdata) {
+    void AddTextNode(TiXmlElement& parent, const char* name, const std::string& bytes, bool isCdata) {
         TiXmlElement& element = AddElement(parent, name);
         TiXmlNode* node = element.LinkEndChild(std::make_unique<TiXmlText>(bytes.c_str()).release());
         node->ToText()->SetCDATA(isCdata);
+        if (isCdata) ++constructs;
     }
 
     const TextCodec& codec;
+    std::size_t constructs = 0;  // whatever the file will have that begins with "<", end tags aside
 };
 
 }  // namespace
 
-void BuildProfileDocument(const ProfileSet& profiles, const TextCodec& codec, TiXmlDocument& document) {
+std::size_t BuildProfileDocument(const ProfileSet& profiles, const TextCodec& codec, TiXmlDocument& document) {
     assert(!profiles.empty());
-    ProfileWriter(codec).Write(profiles, document);
+    ProfileWriter writer(codec);
+    writer.Write(profiles, document);
+    return writer.Constructs();
 }
 
 }  // namespace kvn::model

@@ -62,7 +62,7 @@ bool LoadModel(MouseSettings& settings) {
     settings.os = ReadOsVersion();
     settings.profileFilePath = SettingsFolder() + ModelName(settings.device.vid, settings.device.pid) + L".xml";
     settings.setFileAsideBeforeSaving = false;
-    RemoveUnfinishedSave(settings.profileFilePath);
+    FinishOrRemoveInterruptedSave(settings.profileFilePath);
 
     if (LoadProfileFile(settings.profileFilePath, settings.profiles) > 0) {
         settings.selectedProfile = IndexWithin(settings.profiles, settings.profiles.front().selectedIndex);

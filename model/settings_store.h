@@ -6,9 +6,9 @@
 namespace kvn::model {
 
 // Loads the profiles of the model in settings.device, or makes a default profile and writes it at once; a file of which
-// nothing can be read is set aside first, and one that is in use is left alone. What is left of a save that was cut off
-// is removed. settings.initialValues must be there already. False when the file could not be read or written; the
-// settings hold at least one profile in any case.
+// nothing can be read is set aside first, and one that is in use is left alone. A save that was cut off is finished
+// if the file is missing and nothing but the renaming was to come, or else removed. settings.initialValues must be
+// there already. False when the file could not be read or written; the settings hold at least one profile in any case.
 bool LoadModel(MouseSettings& settings);
 
 // Writes the registry values in which the selected profile differs from settings.registrySettings, all of them even

@@ -9,10 +9,10 @@
 
 namespace kvn::model {
 
-// A profile file with every list full has a tenth of the bytes and a third of the elements.
+// A profile file with every list full has a tenth of the bytes and a sixth of the elements.
 inline constexpr std::size_t kMaxXmlBytes = std::size_t{32} * 1024 * 1024;
 // Elements, comments and whatever else begins with "<", end tags aside.
-inline constexpr std::size_t kMaxXmlElements = 250'000;
+inline constexpr std::size_t kMaxXmlElements = 500'000;
 inline constexpr std::size_t kMaxXmlDepth = 64;
 // Bounds the number of attributes, of which a profile file has none.
 inline constexpr std::size_t kMaxXmlTagBytes = 4096;

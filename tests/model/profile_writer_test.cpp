@@ -1,10 +1,13 @@
 // Writing of the profile document, down to its bytes.
 #include <gtest/gtest.h>
+#include <tinyxml.h>
 
+#include <initializer_list>
 #include <string>
 #include <vector>
 
 #include "model/profile_document.h"
+#include "model/xml_guard.h"
 #include "tests/model/printed_document.h"
 #include "tests/model/test_codecs.h"
 
@@ -168,6 +171,43 @@ TEST(ProfileWriter, ATextThatOnlyLooksEscapedIsNotMarkedAsEscaped) {
     const std::string printed = test::Written({record}, kLatin);
     EXPECT_NE(printed.find("<profname>&amp;#x41;</profname>"), std::string::npos);
     EXPECT_EQ(printed.find("CDATA"), std::string::npos);
+}
+
+// What begins with "<" in a document, end tags aside; a CDATA section may hold more of them.
+std::size_t ConstructsOf(const std::string& document) {
+    std::size_t count = 0;
+    for (std::size_t at = document.find('<'); at != std::string::npos; at = document.find('<', at + 1)) {
+        if (document[at + 1] == '/') continue;
+        ++count;
+        if (document.compare(at, 9, "<![CDATA[") == 0) at = document.find("]]>", at);
+    }
+    return count;
+}
+
+TEST(ProfileWriter, CountsWhateverItsDocumentHasBesideEndTags) {
+    ProfileSet profiles = TwoProfiles();
+    profiles[0].settings.applications.assign(3, {L"\x41C\x438r", L"<]]><b>&#x3C;"});
+    for (const TextCodec* codec : std::initializer_list<const TextCodec*>{&kLatin, &kDoubleByte}) {
+        TiXmlDocument document;
+        const std::size_t count = BuildProfileDocument(profiles, *codec, document);
+        EXPECT_EQ(count, ConstructsOf(test::Printed(document)));
+    }
+}
+
+// So what reading refuses is known before anything is written.
+TEST(ProfileWriter, ADocumentOfSoManyConstructsAsAreAllowedPassesTheGuardAndOneOfMoreDoesNot) {
+    ProfileRecord record = DefaultProfileRecord();
+    TiXmlDocument shortest;
+    const std::size_t missing = kMaxXmlElements - BuildProfileDocument({record}, kLatin, shortest);
+    const std::wstring escaped = L"\x41C";
+    record.settings.applications.assign(missing / 3, {});
+    for (std::size_t more = 0; more < missing % 3; ++more) record.settings.applications[more].name = escaped;
+    for (const bool isTooLong : {false, true}) {
+        if (isTooLong) record.settings.applications.back().path = escaped;
+        TiXmlDocument document;
+        EXPECT_EQ(BuildProfileDocument({record}, kLatin, document), kMaxXmlElements + (isTooLong ? 1 : 0));
+        EXPECT_EQ(PrepareXml(test::Printed(document)).has_value(), !isTooLong);
+    }
 }
 
 TEST(ProfileWriter, AnAbnormalNumberIsWrittenAsItIs) {

@@ -80,4 +80,10 @@ inline std::wstring AlphabetOf(UINT codePage) {
     return alphabet;
 }
 
+// Some characters of the user's code page, with one that is in none between them.
+inline std::wstring TextOfUsersCodePage() {
+    const std::wstring alphabet = AlphabetOf(UserCodePage());
+    return alphabet.substr(0, 3) + L'\x939' + alphabet.substr(alphabet.size() - 3);
+}
+
 }  // namespace kvn::model::test

@@ -56,7 +56,7 @@ TEST_F(ProfileFileFailure, ASaveIsClosedToOthersUntilItIsInItsPlace) {
     int renames = 0;
     const test::InterceptedRename rename([&](HANDLE file, const std::wstring& newPath) {
         ++renames;
-        RemoveUnfinishedSave(Path());
+        FinishOrRemoveInterruptedSave(Path());
         EXPECT_TRUE(PathFileExistsW(saving.c_str()));
         EXPECT_FALSE(MoveFileW(saving.c_str(), (Folder() + L"\\stolen.xml").c_str()));
         EXPECT_THROW(test::HeldFile(saving, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE),
@@ -73,10 +73,54 @@ TEST_F(ProfileFileFailure, ASaveIsClosedToOthersUntilItIsInItsPlace) {
 
 TEST_F(ProfileFileFailure, WhatAnInterruptedSaveLeftIsRemovedWithoutTheFile) {
     test::WriteBytes(Path() + L".saving", "<data><profile>");
-    RemoveUnfinishedSave(Path());
+    FinishOrRemoveInterruptedSave(Path());
     ExpectOldFileAndNoOther();
-    RemoveUnfinishedSave(Path());
+    FinishOrRemoveInterruptedSave(Path());
     ExpectOldFileAndNoOther();
+}
+
+TEST_F(ProfileFileFailure, ASaveThatLacksOnlyItsRenamingIsFinishedWhenTheFileIsGone) {
+    ASSERT_TRUE(MoveFileW(Path().c_str(), (Path() + L".saving").c_str()));
+    FinishOrRemoveInterruptedSave(Path());
+    ExpectOldFileAndNoOther();
+}
+
+TEST_F(ProfileFileFailure, ASaveThatLacksOnlyItsRenamingIsRemovedWhenTheFileIsThere) {
+    ASSERT_TRUE(SaveProfileFile(Folder() + L"\\other.xml", OneProfile(L"new")));
+    ASSERT_TRUE(MoveFileW((Folder() + L"\\other.xml").c_str(), (Path() + L".saving").c_str()));
+    FinishOrRemoveInterruptedSave(Path());
+    ExpectOldFileAndNoOther();
+}
+
+TEST_F(ProfileFileFailure, ASaveThatCannotBeFinishedIsKeptAndFinishedLater) {
+    ASSERT_TRUE(MoveFileW(Path().c_str(), (Path() + L".saving").c_str()));
+    {
+        const ReplacedImport<"MoveFileExW", BOOL(LPCWSTR, LPCWSTR, DWORD)> move(ThisProgram(),
+                                                                                [](LPCWSTR, LPCWSTR, DWORD) {
+                                                                                    SetLastError(ERROR_DISK_FULL);
+                                                                                    return FALSE;
+                                                                                });
+        ASSERT_TRUE(move.IsInPlace());
+        FinishOrRemoveInterruptedSave(Path());
+    }
+    EXPECT_EQ(test::NamesIn(Folder()), std::vector<std::wstring>{L"VID0abcPID00a1.xml.saving"});
+    FinishOrRemoveInterruptedSave(Path());
+    ExpectOldFileAndNoOther();
+}
+
+TEST_F(ProfileFileFailure, ASaveIsNotFinishedOverAFileThatComesMeanwhile) {
+    ASSERT_TRUE(SaveProfileFile(Folder() + L"\\other.xml", OneProfile(L"new")));
+    ASSERT_TRUE(MoveFileW((Folder() + L"\\other.xml").c_str(), (Path() + L".saving").c_str()));
+    int questions = 0;
+    const auto missing = [&questions](LPCWSTR) {
+        ++questions;
+        SetLastError(ERROR_FILE_NOT_FOUND);
+        return INVALID_FILE_ATTRIBUTES;
+    };
+    const ReplacedImport<"GetFileAttributesW", DWORD(LPCWSTR)> attributes(ThisProgram(), missing);
+    FinishOrRemoveInterruptedSave(Path());
+    EXPECT_EQ(questions, 1);
+    EXPECT_EQ(test::ReadBytes(Path()), OldBytes());
 }
 
 TEST_F(ProfileFileFailure, AReadOnlyFileIsNotReplaced) {
@@ -89,14 +133,14 @@ TEST_F(ProfileFileFailure, AReadOnlyFileIsNotReplaced) {
     EXPECT_TRUE(SaveProfileFile(Path(), OneProfile(L"new")));
 }
 
-// The attribute has no bearing on a folder's files in Windows; elsewhere it may forbid new ones.
-TEST_F(ProfileFileFailure, AFolderMarkedReadOnlyHasTheOldFileOrTheNew) {
+// Explorer marks folders so that look their own way; the files in them may be written all the same.
+TEST_F(ProfileFileFailure, AFolderMarkedReadOnlyIsSavedInto) {
     ASSERT_TRUE(SetFileAttributesW(Folder().c_str(), FILE_ATTRIBUTE_READONLY));
-    const bool saved = SaveProfileFile(Path(), OneProfile(L"new"));
+    EXPECT_TRUE(SaveProfileFile(Path(), OneProfile(L"new")));
     SetFileAttributesW(Folder().c_str(), FILE_ATTRIBUTE_NORMAL);
     ProfileSet list;
     EXPECT_EQ(LoadProfileFile(Path(), list), 1U);
-    EXPECT_EQ(list, OneProfile(saved ? L"new" : L"old"));
+    EXPECT_EQ(list, OneProfile(L"new"));
     EXPECT_EQ(test::NamesIn(Folder()), std::vector<std::wstring>{L"VID0abcPID00a1.xml"});
 }
 

@@ -41,8 +41,15 @@ private:
     ReplacedImport<"Sleep", void(DWORD)> sleep{ThisProgram(), [this](DWORD milliseconds) { Wait(milliseconds); }};
 };
 
-TEST_F(HeldProfileFile, IsSavedOnceItIsLetGo) {
-    Hold(FILE_SHARE_READ | FILE_SHARE_WRITE, 3);
+// Whatever the other program shares with others, short of deleting.
+class SharedProfileFile : public HeldProfileFile, public testing::WithParamInterface<DWORD> {};
+
+INSTANTIATE_TEST_SUITE_P(Sharing, SharedProfileFile,
+                         testing::Values(DWORD{0}, DWORD{FILE_SHARE_READ}, DWORD{FILE_SHARE_READ | FILE_SHARE_WRITE}),
+                         [](const auto& tested) { return std::to_string(tested.param); });
+
+TEST_P(SharedProfileFile, IsSavedOnceItIsLetGo) {
+    Hold(GetParam(), 3);
     EXPECT_TRUE(SaveProfileFile(Path(), OneProfile(L"new")));
     EXPECT_EQ(Waits(), 3);
     ProfileSet list;
@@ -50,8 +57,8 @@ TEST_F(HeldProfileFile, IsSavedOnceItIsLetGo) {
     EXPECT_EQ(list, OneProfile(L"new"));
 }
 
-TEST_F(HeldProfileFile, IsNotSavedWhenItStaysHeld) {
-    Hold(FILE_SHARE_READ | FILE_SHARE_WRITE);
+TEST_P(SharedProfileFile, IsNotSavedWhenItStaysHeld) {
+    Hold(GetParam());
     EXPECT_FALSE(SaveProfileFile(Path(), OneProfile(L"new")));
     EXPECT_EQ(Waits(), 9);
     LetGo();
@@ -104,7 +111,7 @@ TEST_F(HeldProfileFile, ASaveLeavesAnotherSaveThatDoesNotEndAlone) {
     test::WriteBytes(Path() + L".saving", "another program writes here");
     Hold(0, 0, L".saving");
     EXPECT_FALSE(SaveProfileFile(Path(), OneProfile(L"new")));
-    RemoveUnfinishedSave(Path());
+    FinishOrRemoveInterruptedSave(Path());
     EXPECT_EQ(Waits(), 9);
     LetGo();
     EXPECT_EQ(test::ReadBytes(Path() + L".saving"), "another program writes here");

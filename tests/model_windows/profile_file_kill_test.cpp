@@ -3,6 +3,7 @@
 #include <shlwapi.h>
 
 #include <array>
+#include <chrono>
 #include <optional>
 #include <random>
 #include <string>
@@ -37,13 +38,16 @@ public:
         startup.cb = sizeof startup;
         PROCESS_INFORMATION started{};
         if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &started))
-            throw std::runtime_error("the program that saves cannot be started");
+            throw std::runtime_error("the program that saves cannot be started: error " +
+                                     std::to_string(GetLastError()));
         process.Reset(started.hProcess);
         CloseHandle(started.hThread);
     }
     Saver(const Saver&) = delete;
     Saver& operator=(const Saver&) = delete;
     ~Saver() { Kill(); }
+
+    bool IsRunning() const { return WaitForSingleObject(process.Get(), 0) == WAIT_TIMEOUT; }
 
     void Kill() const {
         TerminateProcess(process.Get(), 9);
@@ -104,7 +108,7 @@ TEST_F(SavingPrograms, KilledAtRandomMomentsLeaveOneVersionOrTheOtherWhole) {
         ASSERT_TRUE(FileIsOneOfTheVersions()) << "after kill " << kills;
         if (HasLeftover()) ++leftovers;
         // Half of the leftovers are for the next saver to write over.
-        if (kills % 2 == 0) RemoveUnfinishedSave(Path());
+        if (kills % 2 == 0) FinishOrRemoveInterruptedSave(Path());
         ASSERT_TRUE(kills % 2 != 0 || !HasLeftover()) << "after kill " << kills;
     }
     EXPECT_GE(counts->begun, kSaves);
@@ -125,8 +129,11 @@ TEST_F(SavingPrograms, AreNotDisturbedByPagesThatOpen) {
     const Saver saver(Path(), CountsName());
     AwaitSaves(1);
     int openings = 0;
+    const auto deadline = std::chrono::steady_clock::now() + kPatienceWithProcesses;
     for (; counts->saved < 100 && counts->refused == 0; ++openings) {
-        RemoveUnfinishedSave(Path());
+        ASSERT_TRUE(saver.IsRunning());
+        ASSERT_LT(std::chrono::steady_clock::now(), deadline) << counts->saved << " saves";
+        FinishOrRemoveInterruptedSave(Path());
         if (openings % 50 == 0) {
             ASSERT_TRUE(FileIsOneOfTheVersions());
         }

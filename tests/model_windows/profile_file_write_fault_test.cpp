@@ -9,6 +9,8 @@
 #include <string>
 
 #include "model/profile_document.h"
+#include "model/xml_guard.h"
+#include "tests/model_windows/code_pages.h"
 #include "tests/model_windows/genuine_function.h"
 #include "tests/model_windows/intercepted_rename.h"
 #include "tests/model_windows/profile_file_failure.h"
@@ -95,11 +97,11 @@ protected:
 };
 
 TEST_F(ProfileFileWriteFault, ADiskThatIsFullAtAnyByteLeavesTheOldFile) {
-    const ProfileSet list = OneProfile(L"new");
+    const ProfileSet list = OneProfile(test::TextOfUsersCodePage());
     const std::size_t size = SizeOf(list);
     ASSERT_GT(size, 500U);
     for (std::size_t room = 0; room < size; ++room) {
-        ExpectNoSaveOnto(kKindsOfFullDisk[room % kKindsOfFullDisk.size()], room, list);
+        for (const FullDisk kind : kKindsOfFullDisk) ExpectNoSaveOnto(kind, room, list);
         if (HasFailure()) return;
     }
     EXPECT_TRUE(SaveOnto(FullDisk::WritesNothing, size, Path(), list));
@@ -190,7 +192,7 @@ TEST_F(ProfileFileWriteFault, AFileThatCannotBeFlushedOrClosedLeavesTheOldOne) {
 TEST_F(ProfileFileWriteFault, AFileThatCannotBeRenamedLeavesTheOldOne) {
     const ReplacedImport<"Sleep", void(DWORD)> sleep(ThisProgram(), [](DWORD) {});
     for (const DWORD error : {DWORD{ERROR_ACCESS_DENIED}, DWORD{ERROR_SHARING_VIOLATION}, DWORD{ERROR_DISK_FULL},
-                              DWORD{ERROR_NOT_SUPPORTED}, DWORD{ERROR_BAD_NETPATH}}) {
+                              DWORD{ERROR_BAD_NETPATH}}) {
         const test::InterceptedRename rename([error](HANDLE, const std::wstring&) {
             SetLastError(error);
             return FALSE;
@@ -211,11 +213,30 @@ TEST_F(ProfileFileWriteFault, AStreamWithoutABufferOfItsOwnSavesAllTheSame) {
     EXPECT_EQ(loaded, OneProfile(L"new"));
 }
 
-TEST_F(ProfileFileWriteFault, AListThatCouldNotBeReadBackIsNotSaved) {
+TEST_F(ProfileFileWriteFault, AListOfMoreBytesThanAreReadBackIsNotSaved) {
     ProfileSet list = OneProfile(L"new");
     list[0].settings.gestures.assign(5'000, {L"U", 37, std::wstring(kMaxTextLength, L'\x939'), {}});
     ASSERT_FALSE(SaveProfileFile(Path(), list));
     ExpectOldFileAndNoOther();
+}
+
+TEST_F(ProfileFileWriteFault, AListOfMoreElementsThanAreReadBackIsNotSaved) {
+    constexpr std::size_t kElementsOfAProgram = 3;
+    ProfileSet list = OneProfile(L"new");
+    list[0].settings.applications.assign(kMaxXmlElements / kElementsOfAProgram, {L"", L""});
+    ASSERT_FALSE(SaveProfileFile(Path(), list));
+    ExpectOldFileAndNoOther();
+
+    // Each text outside the code page is one more.
+    list[0].settings.applications.assign(kMaxXmlElements / (kElementsOfAProgram + 2), {L"\x939", L"\x939"});
+    ASSERT_FALSE(SaveProfileFile(Path(), list));
+    ExpectOldFileAndNoOther();
+
+    list[0].settings.applications.resize(list[0].settings.applications.size() - 20);
+    ASSERT_TRUE(SaveProfileFile(Path(), list));
+    ProfileSet loaded;
+    EXPECT_EQ(LoadProfileFile(Path(), loaded), 1U);
+    EXPECT_TRUE(loaded == list);
 }
 
 }  // namespace

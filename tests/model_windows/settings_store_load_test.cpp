@@ -177,6 +177,25 @@ TEST_F(LoadModelTest, WhatASaveThatWasCutOffLeftIsRemoved) {
     EXPECT_EQ(FilesInFolder(), std::vector<std::wstring>{kFileName});
 }
 
+TEST_F(LoadModelTest, WhatASaveLeftThatLacksOnlyItsRenamingComesBackWhenTheFileIsGone) {
+    const std::string bytes = "<data><profile><profname>mine</profname></profile></data>";
+    WriteFile(bytes);
+    ASSERT_TRUE(MoveFileW(Path().c_str(), (Path() + L".saving").c_str()));
+    EXPECT_TRUE(LoadModel(settings));
+    EXPECT_EQ(settings.profiles[0].name, L"mine");
+    EXPECT_EQ(test::ReadBytes(Path()), bytes);
+    EXPECT_TRUE(StoredValues().empty());
+    EXPECT_EQ(FilesInFolder(), std::vector<std::wstring>{kFileName});
+}
+
+TEST_F(LoadModelTest, HalfASaveWithoutTheFileGivesWayToADefaultProfile) {
+    WriteFile("<data><profile><profname>mine</profname></profile>");
+    ASSERT_TRUE(MoveFileW(Path().c_str(), (Path() + L".saving").c_str()));
+    EXPECT_TRUE(LoadModel(settings));
+    EXPECT_EQ(settings.profiles, ProfileSet{DefaultProfileOfTheModel()});
+    EXPECT_EQ(FilesInFolder(), std::vector<std::wstring>{kFileName});
+}
+
 TEST_F(LoadModelTest, ASaveThatIsUnderWayIsLeftAlone) {
     WriteFile("<data><profile/></data>");
     test::WriteBytes(Path() + L".saving", "<data><profile>");

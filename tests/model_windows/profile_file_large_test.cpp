@@ -1,0 +1,110 @@
+// Files as large as are read, and larger: what loading them takes. Each test prints its row of a table: time and the
+// most heap at one moment.
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <cstdio>
+#include <string>
+
+#include "model/xml_guard.h"
+#include "tests/model_windows/heap_watch.h"
+#include "tests/model_windows/profile_file_failure.h"
+#include "tests/model_windows/small_stack.h"
+
+namespace kvn::model {
+namespace {
+
+constexpr std::size_t kMegabyte = std::size_t{1024} * 1024;
+constexpr std::size_t kSmallStack = std::size_t{256} * 1024;
+
+class LargeFile : public ProfileFileFailure {
+protected:
+    // Loads a file of these bytes with little stack, once to watch the heap and once to take the time.
+    void ExpectLoaded(const std::string& bytes, std::size_t profiles, std::size_t mostHeapBytes) const {
+        test::WriteBytes(Path(), bytes);
+        std::ptrdiff_t peak = 0;
+        {
+            const test::HeapWatch heap;
+            ASSERT_TRUE(heap.IsInPlace());
+            EXPECT_EQ(LoadWithLittleStack(), profiles);
+            peak = heap.PeakBytes();
+        }
+        EXPECT_LE(peak, static_cast<std::ptrdiff_t>(mostHeapBytes));
+
+        const auto begin = std::chrono::steady_clock::now();
+        EXPECT_EQ(LoadWithLittleStack(), profiles);
+        const auto taken = std::chrono::steady_clock::now() - begin;
+        std::printf("    %.1f MiB: %lld ms, %.1f MB of heap\n",
+                    static_cast<double>(bytes.size()) / static_cast<double>(kMegabyte),
+                    static_cast<long long>(std::chrono::duration_cast<std::chrono::milliseconds>(taken).count()),
+                    static_cast<double>(peak) / 1e6);
+        EXPECT_EQ(test::ReadBytes(Path()).size(), bytes.size());
+    }
+
+private:
+    std::size_t LoadWithLittleStack() const {
+        std::size_t loaded = 0;
+        ProfileSet list;
+        test::RunWithStackOf(kSmallStack, [&] { loaded = LoadProfileFile(Path(), list); });
+        return loaded;
+    }
+};
+
+// As many programs and as long paths as fit into the limits of bytes and of elements.
+std::string LargestGoodFile() {
+    constexpr std::size_t kProfiles = 1650;
+    constexpr std::size_t kPrograms = 100;
+    constexpr std::size_t kElements = kProfiles * (2 + kPrograms * 3);
+    static_assert(kElements < kMaxXmlElements);
+    const std::string program = "<Application><name>n</name><path>" + std::string(146, 'p') + "</path></Application>";
+    std::string bytes = "<data>";
+    bytes.reserve(kMaxXmlBytes);
+    for (std::size_t profile = 0; profile < kProfiles; ++profile) {
+        bytes += "<profile><profname>n</profname>";
+        for (std::size_t number = 0; number < kPrograms; ++number) bytes += program;
+        bytes += "</profile>";
+    }
+    bytes += "</data>";
+    EXPECT_GT(bytes.size(), kMaxXmlBytes - kMegabyte);
+    bytes.resize(kMaxXmlBytes, ' ');
+    return bytes;
+}
+
+TEST_F(LargeFile, OfFiftyMegabytesTakesNothing) {
+    ExpectLoaded("<data><profile/>" + std::string(50 * kMegabyte, ' ') + "</data>", 0, kMegabyte / 16);
+}
+
+TEST_F(LargeFile, OfZerosTakesItsOwnBytes) {
+    ExpectLoaded(std::string(kMaxXmlBytes, '\0'), 0, kMaxXmlBytes + kMegabyte);
+}
+
+TEST_F(LargeFile, OfTagsWithoutEndsTakesItsOwnBytes) {
+    ExpectLoaded(std::string(31 * kMegabyte, '<'), 0, kMaxXmlBytes + kMegabyte);
+}
+
+TEST_F(LargeFile, OfManyTagsInsideOfEachOtherTakesItsOwnBytes) {
+    std::string bytes;
+    while (bytes.size() < 300'000) bytes += "<a>";
+    ExpectLoaded(bytes, 0, kMegabyte);
+}
+
+TEST_F(LargeFile, ThatIsGoodIsLoadedWhole) {
+    const std::string bytes = LargestGoodFile();
+    ASSERT_NE(bytes.find("</data>"), std::string::npos);
+    ExpectLoaded(bytes, 1650, 300 * kMegabyte);
+}
+
+TEST_F(LargeFile, ThatIsCutOffIsRefusedWhole) {
+    const std::string bytes = LargestGoodFile();
+    ExpectLoaded(bytes.substr(0, bytes.rfind("</profile>")), 0, 250 * kMegabyte);
+}
+
+TEST_F(LargeFile, OfAsManyElementsAsAreAllowedIsLoaded) {
+    std::string bytes = "<data><profile/>";
+    bytes.reserve(kMegabyte * 4);
+    for (std::size_t element = 2; element < kMaxXmlElements; ++element) bytes += "<a/>";
+    ExpectLoaded(bytes + "</data>", 1, 128 * kMegabyte);
+}
+
+}  // namespace
+}  // namespace kvn::model
