@@ -37,9 +37,11 @@ public:
         STARTUPINFOW startup{};
         startup.cb = sizeof startup;
         PROCESS_INFORMATION started{};
-        if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &started))
-            throw std::runtime_error("the program that saves cannot be started: error " +
-                                     std::to_string(GetLastError()));
+        // A machine that has just killed one may be short of something for a moment.
+        kvn::test::Await("the program that saves", [&] {
+            return CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
+                                  &started) != FALSE;
+        });
         process.Reset(started.hProcess);
         CloseHandle(started.hThread);
     }
