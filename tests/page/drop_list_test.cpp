@@ -1,4 +1,4 @@
-// Drop-down lists are wide enough for their longest text, however long it became.
+// Drop-down lists are wide enough for their longest text, however long it became and however large the font is.
 #include <windows.h>
 
 #include <algorithm>
@@ -8,29 +8,59 @@
 namespace kvn::test {
 namespace {
 
+constexpr int kScales[] = {96, 120, 144, 192};  // dots per inch
+
 constexpr char kLongKeys[] = "Left Windows+Right Windows+Application key";
+
+// While it lives, the combo box has its font in the size of another scale of the screen.
+class ScaledFont {
+public:
+    ScaledFont(HWND comboBox, int dotsPerInch)
+        : combo(comboBox), previous(reinterpret_cast<HFONT>(SendMessageW(combo, WM_GETFONT, 0, 0))) {
+        LOGFONTW description{};
+        GetObjectW(previous, sizeof description, &description);
+        description.lfHeight = MulDiv(description.lfHeight, dotsPerInch, USER_DEFAULT_SCREEN_DPI);
+        scaled = CreateFontIndirectW(&description);
+        SendMessageW(combo, WM_SETFONT, reinterpret_cast<WPARAM>(scaled), FALSE);
+    }
+    ScaledFont(const ScaledFont&) = delete;
+    ScaledFont& operator=(const ScaledFont&) = delete;
+    ~ScaledFont() {
+        SendMessageW(combo, WM_SETFONT, reinterpret_cast<WPARAM>(previous), FALSE);
+        DeleteObject(scaled);
+    }
+
+private:
+    HWND combo;
+    HFONT previous;
+    HFONT scaled;
+};
 
 class DropListTest : public GestureTest {
 protected:
-    // Opens the list and expects that its rows have room for every text; closes it again.
+    // Opens the list at every scale and expects that its rows have room for every text; closes it again.
     void ExpectRoomForAllTexts(HWND combo) const {
-        LONG room = 0;
-        LONG longest = 0;
-        LONG field = 0;
-        sheet->Run([&] {
-            SendMessageW(combo, CB_SHOWDROPDOWN, TRUE, 0);
-            COMBOBOXINFO info{};
-            info.cbSize = sizeof info;
-            GetComboBoxInfo(combo, &info);
-            RECT row{};
-            SendMessageW(info.hwndList, LB_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&row));
-            room = row.right - row.left;
-            field = info.rcItem.right - info.rcItem.left;
-            longest = LongestText(combo);
-            SendMessageW(combo, CB_SHOWDROPDOWN, FALSE, 0);
-        });
-        EXPECT_GT(longest, field) << "the combo box alone would have been wide enough";
-        EXPECT_LE(longest, room);
+        for (const int scale : kScales) {
+            SCOPED_TRACE(scale);
+            LONG room = 0;
+            LONG longest = 0;
+            LONG field = 0;
+            sheet->Run([&] {
+                const ScaledFont font(combo, scale);
+                SendMessageW(combo, CB_SHOWDROPDOWN, TRUE, 0);
+                COMBOBOXINFO info{};
+                info.cbSize = sizeof info;
+                GetComboBoxInfo(combo, &info);
+                RECT row{};
+                SendMessageW(info.hwndList, LB_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&row));
+                room = row.right - row.left;
+                field = info.rcItem.right - info.rcItem.left;
+                longest = LongestText(combo);
+                SendMessageW(combo, CB_SHOWDROPDOWN, FALSE, 0);
+            });
+            EXPECT_GT(longest, field) << "the combo box alone would have been wide enough";
+            EXPECT_LE(longest, room);
+        }
     }
 
 private:
@@ -63,7 +93,7 @@ TEST_F(DropListTest, GestureEditorShowsWholeKeyCombinations) {
 }
 
 TEST_F(DropListTest, ProfilesShowWholeNames) {
-    WriteProfiles({ProfileText("Default"), ProfileText(std::string(90, 'W'))});
+    WriteProfiles({ProfileText("Default"), ProfileText(std::string(40, 'W'))});
     Open();
     ExpectRoomForAllTexts(sheet->PageControl(IDC_PAGE_PROFILE));
 }
