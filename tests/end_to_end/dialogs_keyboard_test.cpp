@@ -1,5 +1,6 @@
-// The gestures and every dialog without a mouse: Tab leads to each control, each has a name to be read out, and each is
-// worked by keys.
+// The gestures and every dialog without a mouse: Tab leads to each control that takes the focus, each has a name to be
+// read out, and each is worked by keys. Only the stroke of a gesture needs the mouse: its field begins to record at a
+// click.
 #include <windows.h>
 
 #include <commctrl.h>
