@@ -113,6 +113,7 @@ private:
     ReplacedImport<"EndDialog", decltype(EndDialog)> endDialog;
     ReplacedImport<"MessageBoxW", decltype(MessageBoxW)> messageBox;
     ReplacedImport<"PostQuitMessage", decltype(PostQuitMessage)> postQuit;
+    ReplacedImport<"_commit", int(int)> commit;
 };
 
 }  // namespace kvn::test
