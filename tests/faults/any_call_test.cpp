@@ -44,7 +44,7 @@ TEST_P(AnyCallTest, ThatFailsHarmsNothingThatIsSaved) {
         EXPECT_TRUE(isApplied || page.Apply());
         EXPECT_NE(std::string::npos, State().file.find("<profname>Second</profname>"));
         EXPECT_NE(std::string::npos, State().file.find("C:\\windows\\notepad.exe"));
-        page.Close();
+        CloseAndExpectNoLeak();
         if (HasFailure()) break;
         call = during;
         EXPECT_TRUE(number > 1 || call.WasReached()) << "never called";

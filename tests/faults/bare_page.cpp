@@ -98,6 +98,7 @@ void BarePage::Add() {
 }
 
 void BarePage::Open() {
+    ++openings;
     page = CreateDialogParamW(module.Handle(), description.pszTemplate, parent, GuardedPage,
                               reinterpret_cast<LPARAM>(&description));
     if (page == nullptr) throw std::runtime_error("the page could not be made");

@@ -10,6 +10,7 @@
 #include <string>
 
 #include "tests/faults/bare_page.h"
+#include "tests/faults/leak_check.h"
 #include "tests/support/access_violations.h"
 #include "tests/support/fake_service.h"
 #include "tests/support/module_memory.h"
@@ -72,7 +73,6 @@ protected:
 
 private:
     void ExpectNoDamage() const;
-    std::size_t BlocksAtRest();
 
     const AccessViolations violations;
     const ReplacedImport<"Sleep", decltype(Sleep)> sleep{module.Handle(), [](DWORD) {}};
