@@ -30,7 +30,7 @@ private:
 // Opens and closes the page, and throws: what a first page and a first exception make for the module's life is no leak.
 void WarmUp(ModuleMemory& memory, BarePage& page);
 
-// The module's blocks that live while there is no page; the page must be closed.
+// The module's blocks that live while there is no page, but for those that others have lost; the page must be closed.
 std::size_t BlocksAtRest(const ModuleMemory& memory, BarePage& page);
 
 }  // namespace kvn::test

@@ -20,7 +20,7 @@ void MemoryFaultTest::SetUp() {
 
 void MemoryFaultTest::WriteProfilesOfEveryKind() const {
     const std::string first = ProfileText(
-        "Default",
+        kFirstProfile,
         {{"lbutton", "1"},
          {"rbutton", "37"},
          {"rbutton_etcKey", "Left Ctrl+V"},
@@ -108,11 +108,6 @@ void MemoryFaultTest::CloseAndExpectNoLeak() {
     page.Close();
     EXPECT_EQ(S_OK, module.CanUnloadNow());
     EXPECT_EQ(blocksAtRest, BlocksAtRest(memory, page));
-}
-
-void MemoryFaultTest::CloseAndForgetLeak() {
-    page.Close();
-    blocksAtRest = BlocksAtRest(memory, page);
 }
 
 void MemoryFaultTest::ExpectNoUnfinishedFile() const {
