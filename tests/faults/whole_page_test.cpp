@@ -68,10 +68,11 @@ void WholePageTest::SetUp() {
     ASSERT_TRUE(GoThroughThePage());
     page.Close();
     WarmUp(memory, page);
+    leaks.emplace(module, memory, page);
+    // What the test looks at begins here.
     service.emplace();
     helpFiles.clear();
     page.ForgetMessages();
-    leaks.emplace(module, memory, page);
 }
 
 void WholePageTest::TearDown() {
