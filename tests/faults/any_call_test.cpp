@@ -9,6 +9,7 @@
 
 #include <gdiplus.h>
 
+#include <memory>
 #include <ostream>
 
 #include "tests/faults/failed_call.h"
@@ -44,7 +45,7 @@ TEST_P(AnyCallTest, ThatFailsHarmsNothingThatIsSaved) {
         EXPECT_TRUE(isApplied || page.Apply());
         EXPECT_NE(std::string::npos, State().file.find("<profname>Second</profname>"));
         EXPECT_NE(std::string::npos, State().file.find("C:\\windows\\notepad.exe"));
-        page.Close();
+        CloseAndExpectNoLeak();
         if (HasFailure()) break;
         call = during;
         EXPECT_TRUE(number > 1 || call.WasReached()) << "never called";
@@ -53,9 +54,36 @@ TEST_P(AnyCallTest, ThatFailsHarmsNothingThatIsSaved) {
     ExpectWholeTour(whole);
 }
 
+// The folder of the user's settings is found: without it the file would go to the root of the current drive.
+std::shared_ptr<void> FailToFindStartMenu(HMODULE module, FailedCall& call) {
+    const auto standIn = [&call](HWND owner, int folder, LPITEMIDLIST* items) -> HRESULT {
+        if (folder != CSIDL_APPDATA && call.Fails()) return E_FAIL;
+        return SHGetSpecialFolderLocation(owner, folder, items);
+    };
+    using Import = ReplacedImport<"SHGetSpecialFolderLocation", decltype(SHGetSpecialFolderLocation)>;
+    auto import = std::make_shared<Import>(module, standIn);
+    return import->IsInPlace() ? import : nullptr;
+}
+
 INSTANTIATE_TEST_SUITE_P(
     OfWindows, AnyCallTest,
     testing::Values(
+        FaultRow{"GdipDrawImageRectI",
+                 FailingWith<"GdipDrawImageRectI">(gdi::GdipDrawImageRectI, Gdiplus::Status::OutOfMemory)},
+        FaultRow{"GdipGraphicsClear",
+                 FailingWith<"GdipGraphicsClear">(gdi::GdipGraphicsClear, Gdiplus::Status::OutOfMemory)},
+        FaultRow{"GdipSetInterpolationMode",
+                 FailingWith<"GdipSetInterpolationMode">(gdi::GdipSetInterpolationMode, Gdiplus::Status::OutOfMemory)},
+        FaultRow{"SetLayeredWindowAttributes",
+                 FailingWith<"SetLayeredWindowAttributes">(SetLayeredWindowAttributes, WINBOOL{FALSE})},
+        FaultRow{"EnumWindows", FailingWith<"EnumWindows">(EnumWindows, WINBOOL{FALSE})},
+        FaultRow{"GetStockObject", FailingWith<"GetStockObject">(GetStockObject, HGDIOBJ{})},
+        FaultRow{"SelectObject", FailingWith<"SelectObject">(SelectObject, HGDIOBJ{})},
+        FaultRow{"FindNextFileW", FailingWith<"FindNextFileW">(FindNextFileW, WINBOOL{FALSE})},
+        FaultRow{"GetClassNameW", FailingWith<"GetClassNameW">(GetClassNameW, 0)},
+        FaultRow{"SetWindowPos", FailingWith<"SetWindowPos">(SetWindowPos, WINBOOL{FALSE})},
+        FaultRow{"MapWindowPoints", FailingWith<"MapWindowPoints">(MapWindowPoints, 0)},
+        FaultRow{"SHGetSpecialFolderLocation", &FailToFindStartMenu},
         FaultRow{"CreateDialogParamW", FailingWith<"CreateDialogParamW">(CreateDialogParamW, HWND{})},
         FaultRow{"SetTimer", FailingWith<"SetTimer">(SetTimer, UINT_PTR{0})},
         FaultRow{"GetDC", FailingWith<"GetDC">(GetDC, HDC{})},

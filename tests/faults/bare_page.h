@@ -35,6 +35,7 @@ public:
 
     // Makes the page's window.
     void Open();
+    int Openings() const { return openings; }
     // Add, then Open.
     void AddAndOpen();
     // Destroys the window and gives everything back.
@@ -93,6 +94,7 @@ private:
     std::vector<std::wstring> messages;
     std::function<void()> onMessage;
     UINT refusedDialog = 0;
+    int openings = 0;
     int openedDialogs = 0;
     int stuckDialogs = 0;
 
@@ -113,6 +115,7 @@ private:
     ReplacedImport<"EndDialog", decltype(EndDialog)> endDialog;
     ReplacedImport<"MessageBoxW", decltype(MessageBoxW)> messageBox;
     ReplacedImport<"PostQuitMessage", decltype(PostQuitMessage)> postQuit;
+    ReplacedImport<"_commit", int(int)> commit;
 };
 
 }  // namespace kvn::test

@@ -14,19 +14,13 @@ void MemoryFaultTest::SetUp() {
     ASSERT_TRUE(memory.IsInPlace());
     PublishMouse(mouse);
     WriteProfilesOfEveryKind();
-    // What a first page makes for the life of the module is no leak.
-    page.AddAndOpen();
-    page.Close();
-    // So is what the first exception makes, here one that itself found no memory.
-    memory.Refuse(1, 2);
-    ASSERT_EQ(E_OUTOFMEMORY, page.MakeFactory());
-    ASSERT_TRUE(memory.StopRefusing());
-    blocksAtRest = BlocksAtRest();
+    WarmUp(memory, page);
+    blocksAtRest = BlocksAtRest(memory, page);
 }
 
 void MemoryFaultTest::WriteProfilesOfEveryKind() const {
     const std::string first = ProfileText(
-        "Default",
+        kFirstProfile,
         {{"lbutton", "1"},
          {"rbutton", "37"},
          {"rbutton_etcKey", "Left Ctrl+V"},
@@ -113,19 +107,7 @@ void MemoryFaultTest::ExpectSuccessfulApply() {
 void MemoryFaultTest::CloseAndExpectNoLeak() {
     page.Close();
     EXPECT_EQ(S_OK, module.CanUnloadNow());
-    EXPECT_EQ(blocksAtRest, BlocksAtRest());
-}
-
-void MemoryFaultTest::CloseAndForgetLeak() {
-    page.Close();
-    blocksAtRest = BlocksAtRest();
-}
-
-std::size_t MemoryFaultTest::BlocksAtRest() {
-    // The module takes what it holds in reserve when it is called.
-    page.Add();
-    page.Close();
-    return memory.LiveBlocks();
+    EXPECT_EQ(blocksAtRest, BlocksAtRest(memory, page));
 }
 
 void MemoryFaultTest::ExpectNoUnfinishedFile() const {

@@ -1,6 +1,9 @@
 // Memory that is refused while the page is made and opened.
+#include <cctype>
+#include <cstdlib>
 #include <thread>
 #include <tuple>
+#include <utility>
 
 #include "resources/resource.h"
 #include "tests/faults/memory_fault_test.h"
@@ -94,6 +97,33 @@ TEST_F(MemoryOfExtensionTest, APanelThatIsRefusedTwiceMeansNoPage) {
     EXPECT_EQ(S_OK, result);
 }
 
+// Tells the memory when the parser of the profile file is at work, which loses its tree when its memory is refused;
+// nobody else loses anything. It begins with a look for white space and is over when the first text is decoded.
+class ParserWatch {
+public:
+    ParserWatch(HMODULE module, ModuleMemory& memory)
+        : read(module,
+               [this](HANDLE file, LPVOID bytes, DWORD size, LPDWORD done, LPOVERLAPPED overlapped) -> WINBOOL {
+                   isRead = true;
+                   return ReadFile(file, bytes, size, done, overlapped);
+               }),
+          look(module,
+               [this, &memory](int character) {
+                   if (std::exchange(isRead, false)) memory.BeginCarelessWork();
+                   return std::isspace(character);
+               }),
+          decode(module, [&memory](wchar_t* text, const char* bytes, std::size_t size, _locale_t locale) {
+              memory.EndCarelessWork();
+              return _mbstowcs_l(text, bytes, size, locale);
+          }) {}
+
+private:
+    bool isRead = false;  // and not yet parsed
+    ReplacedImport<"ReadFile", decltype(ReadFile)> read;
+    ReplacedImport<"isspace", int(int)> look;
+    ReplacedImport<"_mbstowcs_l", std::size_t(wchar_t*, const char*, std::size_t, _locale_t)> decode;
+};
+
 // The rounds of one sweep, in shares, so that no test takes long.
 class MemoryOfOpeningTest : public MemoryFaultTest, public testing::WithParamInterface<std::tuple<bool, int>> {
 protected:
@@ -109,7 +139,7 @@ protected:
         const auto applyAndClose = [&] {
             Apply();
             check();
-            Close();
+            CloseAndExpectNoLeak();
         };
         const int made =
             SweepRefusals({once, share + 1, kShares}, {add, [&] { page.Open(); }, applyAndClose, isEnough});
@@ -153,14 +183,7 @@ private:
         ExpectNoUnfinishedFile();
     }
 
-    void Close() {
-        // The parser of the profile file loses what it has when its memory is refused; nobody else does.
-        if (hadPanes) {
-            CloseAndExpectNoLeak();
-        } else {
-            CloseAndForgetLeak();
-        }
-    }
+    const ParserWatch parser{module.Handle(), memory};
 
 protected:
     bool hadPanes = false;

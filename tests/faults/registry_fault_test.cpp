@@ -5,6 +5,7 @@
 
 #include "resources/resource.h"
 #include "tests/faults/bare_page.h"
+#include "tests/faults/leak_check.h"
 #include "tests/support/fake_service.h"
 #include "tests/support/mouse_on_registry.h"
 #include "tests/support/profile_text.h"
@@ -83,7 +84,19 @@ private:
 
 class RegistryFaultTest : public testing::Test {
 protected:
-    void SetUp() override { PublishMouse(mouse); }
+    void SetUp() override {
+        PublishMouse(mouse);
+        WarmUp(memory, page);
+        DeleteFileW(ProfilePath().c_str());
+        RegDeleteTreeW(HKEY_CURRENT_USER, mouse.Key().c_str());
+        registry.FailNothing();
+        page.ForgetMessages();
+        leaks.emplace(module, memory, page);
+    }
+    void TearDown() override {
+        page.Close();
+        if (leaks && !HasFailure()) leaks->ExpectNothing();
+    }
 
     std::wstring ProfilePath() const { return user.SettingsFolder() + L"\\" + mouse.Name() + L".xml"; }
     std::string Saved() const { return ReadFileText(ProfilePath()); }
@@ -160,6 +173,7 @@ protected:
             EXPECT_EQ(all, ModelValues());
             EXPECT_NE(file, Saved());
             page.Close();
+            leaks->ExpectNoBlocks();
         }
     }
 
@@ -188,6 +202,7 @@ protected:
             EXPECT_EQ(std::vector<std::wstring>{order[static_cast<std::size_t>(k) - 1]}, registry.written);
             EXPECT_EQ(all, ModelValues());
             page.Close();
+            leaks->ExpectNoBlocks();
         }
     }
 
@@ -211,6 +226,7 @@ protected:
                 registry.FailNothing();
                 ExpectSuccessfulApply();
                 page.Close();
+                leaks->ExpectNoBlocks();
             }
         }
     }
@@ -225,7 +241,9 @@ protected:
     PublishedMouse mouse;
     FakeService service;
     ModuleUnderTest module;
+    ModuleMemory memory{module.Handle()};
     BarePage page{module};
+    std::optional<LeakCheck> leaks;
     FaultyRegistry registry{module.Handle()};
 };
 

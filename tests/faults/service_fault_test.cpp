@@ -185,6 +185,61 @@ TEST_F(ServiceFaultTest, ThatVanishesInsteadOfAnAnswerHoldsNoButton) {
     ExpectApplies();
 }
 
+TEST_F(ServiceFaultTest, ThatAnswersTheProbeLateGetsItsPage) {
+    bool wasAsked = false;
+    service->WhenCalled(ServiceMessage::Probe, [&] {
+        Sleep(300);
+        wasAsked = true;
+    });
+    page.AddAndOpen();
+    EXPECT_TRUE(wasAsked);
+    EXPECT_EQ(1U, service->CountOf(ServiceMessage::Probe));
+    ExpectApplies();
+}
+
+TEST_F(ServiceFaultTest, ThatVanishesInsteadOfAnAnswerToTheProbeHasNotRefusedAndThePageWorksWithoutIt) {
+    service->WhenCalled(ServiceMessage::Probe, [window = service->Window()] { DestroyWindow(window); });
+    page.AddAndOpen();
+    EXPECT_FALSE(IsWindow(service->Window()));
+    ExpectApplies();
+    page.Close();
+    service.emplace();
+    page.AddAndOpen();
+    ExpectApplies();
+}
+
+TEST_F(ServiceFaultTest, ThatTakesTheStartOfTheEditorLateIsWaitedFor) {
+    page.AddAndOpen();
+    bool wasTold = false;
+    service->WhenCalled(ServiceMessage::GestureEditBegin, [&] {
+        Sleep(300);
+        wasTold = true;
+    });
+    WithEditor([&](HWND editor) {
+        EXPECT_TRUE(wasTold);
+        EXPECT_EQ(1U, service->CountOf(ServiceMessage::GestureEditBegin));
+        StartStroke(editor);
+        EXPECT_EQ(L"R", Stroke(editor));
+    });
+    ExpectApplies();
+}
+
+TEST_F(ServiceFaultTest, ThatVanishesAtTheStartOfTheEditorLeavesItToTheUser) {
+    page.AddAndOpen();
+    service->WhenCalled(ServiceMessage::GestureEditBegin, [window = service->Window()] { DestroyWindow(window); });
+    bool wasOpened = false;
+    WithEditor([&](HWND editor) {
+        wasOpened = true;
+        EXPECT_FALSE(IsWindow(service->Window()));
+        ClickStroke(editor);
+        const std::wstring waiting = Stroke(editor);
+        Tick(editor);
+        EXPECT_EQ(waiting, Stroke(editor));
+    });
+    EXPECT_TRUE(wasOpened);
+    ExpectApplies();
+}
+
 TEST_F(ServiceFaultTest, RecordsOfAnyOtherSizeAreShortOrTheirRestIsNoMatter) {
     page.AddAndOpen();
     const Record before = InitialValues();

@@ -63,10 +63,22 @@ void WholePageTest::SetUp() {
     WritePng(folder + L"\\MouseImage\\" + mouse.image + L"_2.png");
     WriteShortcut(folder + L"\\Programs\\Editor.lnk");
     UseDialogs();
+    // A whole tour loads the libraries and fills the caches that stay.
+    StartAnew();
+    ASSERT_TRUE(GoThroughThePage());
+    page.Close();
+    WarmUp(memory, page);
+    leaks.emplace(module, memory, page);
+    // What the test looks at begins here.
+    service.emplace();
+    helpFiles.clear();
+    page.ForgetMessages();
 }
 
 void WholePageTest::TearDown() {
     page.Close();
+    service.emplace();  // without one no page can be added
+    if (leaks && !HasFailure()) leaks->ExpectNothing();
     CoUninitialize();
 }
 
@@ -130,6 +142,11 @@ bool WholePageTest::GoThroughThePage() {
     Press(page.GesturePane(), IDC_GESTURES_ADD);
     Press(page.Window(), IDC_PAGE_EDIT_PROFILE);
     return page.Apply();
+}
+
+void WholePageTest::CloseAndExpectNoLeak() {
+    page.Close();
+    leaks->ExpectNoBlocks();
 }
 
 void WholePageTest::ExpectNoDamage() const {

@@ -17,6 +17,7 @@
 
 #include "resources/resource.h"
 #include "tests/faults/bare_page.h"
+#include "tests/faults/leak_check.h"
 #include "tests/support/access_violations.h"
 #include "tests/support/fake_service.h"
 #include "tests/support/mouse_on_registry.h"
@@ -52,6 +53,7 @@ protected:
     Saved StateAfterTour();
 
     void ExpectNoDamage() const;
+    void CloseAndExpectNoLeak();
     std::wstring ProfilePath() const { return user.SettingsFolder() + L"\\" + mouse.Name() + L".xml"; }
 
     // What the dialogs' user does.
@@ -64,7 +66,9 @@ protected:
     PublishedMouse mouse;
     std::optional<FakeService> service{std::in_place};
     ModuleUnderTest module;
+    ModuleMemory memory{module.Handle()};
     BarePage page{module};
+    std::optional<LeakCheck> leaks;       // from the first tour to the end of the test
     std::vector<std::wstring> helpFiles;  // that were opened
     bool hasFileName = true;              // the service's process tells where its program lies
 

@@ -64,23 +64,41 @@ bool ModuleMemory::Refuses(std::size_t size) {
         return false;
     }
     ++refused;
+    if (isCareless) lost.merge(careless);
+    EndCarelessWork();
     return true;
 }
 
+void ModuleMemory::BeginCarelessWork() {
+    EndCarelessWork();
+    isCareless = true;
+}
+
+void ModuleMemory::EndCarelessWork() {
+    isCareless = false;
+    careless.clear();
+}
+
 void* ModuleMemory::Remember(void* block) {
-    if (block != nullptr) live.insert(block);
+    if (block == nullptr) return block;
+    live.insert(block);
+    if (isCareless) careless.insert(block);
     return block;
 }
 
 void ModuleMemory::Forget(void* block) {
     if (block == nullptr) return;
-    live.erase(block);
+    Strike(block);
     if (isExhausted && refused > 0) givenBack += _msize(block);
+}
+
+void ModuleMemory::Strike(void* block) {
+    for (auto* blocks : {&live, &careless, &lost}) blocks->erase(block);
 }
 
 void* ModuleMemory::Reallocate(void* block, std::size_t size) {
     if (Refuses(size)) return nullptr;
-    live.erase(block);
+    Strike(block);
     void* const moved = std::realloc(block, size);
     return Remember(moved == nullptr && size != 0 ? block : moved);
 }

@@ -25,12 +25,19 @@ public:
     // What was allocated since the making of this object and not given back.
     std::size_t LiveBlocks() const { return live.size(); }
 
+    // Between these two somebody is at work who loses what he has when his memory is refused; a refusal ends it, too.
+    void BeginCarelessWork();
+    void EndCarelessWork();
+    // Of the live blocks those that were allocated in such work that a refusal ended.
+    std::size_t CarelesslyLostBlocks() const { return lost.size(); }
+
     bool IsInPlace() const;
 
 private:
     bool Refuses(std::size_t size);
     void* Remember(void* block);
     void Forget(void* block);
+    void Strike(void* block);
     void* Reallocate(void* block, std::size_t size);
 
     int count = 0;  // allocations since the refusals were set
@@ -40,6 +47,9 @@ private:
     std::size_t givenBack = 0;  // bytes that an exhausted memory has again
     int refused = 0;
     std::unordered_set<void*> live;
+    bool isCareless = false;
+    std::unordered_set<void*> careless;  // of the work that goes on
+    std::unordered_set<void*> lost;
 
     ReplacedImport<"malloc", void*(std::size_t)> allocate;
     ReplacedImport<"calloc", void*(std::size_t, std::size_t)> allocateCleared;

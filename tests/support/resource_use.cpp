@@ -77,14 +77,22 @@ HANDLE RuntimeHeap() {
     return reinterpret_cast<HANDLE>(_get_heap_handle());
 }
 
+std::size_t CountGdiObjects() {
+    return CountObjects<HPEN>([] { return CreatePen(PS_SOLID, 1, RGB(0, 0, 0)); }, IndexOf<HPEN>,
+                              [](HPEN pen) { DeleteObject(pen); });
+}
+
+std::size_t CountKernelHandles() {
+    return CountObjects<HANDLE>([] { return CreateEventW(nullptr, TRUE, FALSE, nullptr); },
+                                [](HANDLE handle) { return reinterpret_cast<ULONG_PTR>(handle) / 4; },
+                                [](HANDLE handle) { CloseHandle(handle); });
+}
+
 ResourceUse MeasureResourceUse() {
     ResourceUse use;
     use.windows = CountWindows();
-    use.kernelHandles = CountObjects<HANDLE>([] { return CreateEventW(nullptr, TRUE, FALSE, nullptr); },
-                                             [](HANDLE handle) { return reinterpret_cast<ULONG_PTR>(handle) / 4; },
-                                             [](HANDLE handle) { CloseHandle(handle); });
-    use.gdiObjects = CountObjects<HPEN>([] { return CreatePen(PS_SOLID, 1, RGB(0, 0, 0)); }, IndexOf<HPEN>,
-                                        [](HPEN pen) { DeleteObject(pen); });
+    use.kernelHandles = CountKernelHandles();
+    use.gdiObjects = CountGdiObjects();
     use.userObjects =
         CountObjects<HMENU>([] { return CreateMenu(); }, IndexOf<HMENU>, [](HMENU menu) { DestroyMenu(menu); });
     use.privateBytes = CountPrivateBytes();

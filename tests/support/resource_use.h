@@ -32,6 +32,10 @@ struct ResourceUse {
 
 ResourceUse MeasureResourceUse();
 
+// Two of them alone.
+std::size_t CountGdiObjects();
+std::size_t CountKernelHandles();
+
 // One line.
 std::string Describe(const ResourceUse& use);
 

@@ -1,0 +1,54 @@
+#include "tests/faults/leak_check.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/support/resource_use.h"
+
+namespace kvn::test {
+namespace {
+
+// Other threads of the process open a handle now and then.
+constexpr std::size_t kHandleSlack = 3;
+
+}  // namespace
+
+LeakCheck::LeakCheck(const ModuleUnderTest& moduleUnderTest, ModuleMemory& moduleMemory, BarePage& barePage)
+    : module(moduleUnderTest),
+      memory(moduleMemory),
+      page(barePage),
+      blocks(BlocksAtRest(memory, page)),
+      gdiObjects(CountGdiObjects()),
+      kernelHandles(CountKernelHandles()),
+      openings(page.Openings()) {}
+
+void LeakCheck::ExpectNoBlocks() {
+    EXPECT_EQ(S_OK, module.CanUnloadNow());
+    EXPECT_EQ(blocks, BlocksAtRest(memory, page));
+}
+
+void LeakCheck::ExpectNothing() {
+    ExpectNoBlocks();
+    // The dialog manager is told that the end of the page's window was dealt with, which leaves the dialog's font
+    // behind.
+    const auto fonts = static_cast<std::size_t>(page.Openings() - openings);
+    EXPECT_LE(CountGdiObjects(), gdiObjects + fonts);
+    EXPECT_LE(CountKernelHandles(), kernelHandles + kHandleSlack);
+}
+
+void WarmUp(ModuleMemory& memory, BarePage& page) {
+    page.AddAndOpen();
+    page.Close();
+    // An exception that itself found no memory.
+    memory.Refuse(1, 2);
+    EXPECT_EQ(E_OUTOFMEMORY, page.MakeFactory());
+    EXPECT_TRUE(memory.StopRefusing());
+}
+
+std::size_t BlocksAtRest(const ModuleMemory& memory, BarePage& page) {
+    // The module takes what it holds in reserve when it is called.
+    page.Add();
+    page.Close();
+    return memory.LiveBlocks() - memory.CarelesslyLostBlocks();
+}
+
+}  // namespace kvn::test
