@@ -14,7 +14,7 @@ public:
 
     // The module's own memory: cheap enough for every round. The page must be closed.
     void ExpectNoBlocks();
-    // The same, and GDI objects and kernel handles, which takes about half a second.
+    // The same, and GDI objects and kernel handles.
     void ExpectNothing();
 
 private:

@@ -63,10 +63,14 @@ void WholePageTest::SetUp() {
     WritePng(folder + L"\\MouseImage\\" + mouse.image + L"_2.png");
     WriteShortcut(folder + L"\\Programs\\Editor.lnk");
     UseDialogs();
-    // A whole tour loads the libraries and fills the caches that stay.
-    StartAnew();
-    ASSERT_TRUE(GoThroughThePage());
-    page.Close();
+    // Whole tours load the libraries and fill the caches that stay; those of the process take three.
+    static int tours = 3;
+    for (; tours > 0; --tours) {
+        StartAnew();
+        ASSERT_TRUE(GoThroughThePage());
+        page.Close();
+    }
+    tours = 1;
     WarmUp(memory, page);
     leaks.emplace(module, memory, page);
     // What the test looks at begins here.

@@ -9,16 +9,13 @@
 namespace kvn::test {
 namespace {
 
-// More than a table has holes.
-constexpr std::size_t kProbes = 3000;
-
 // Takes the lowest free places of a table until the holes are filled: the highest place, less what was taken, is the
 // number of objects that were there.
 template <typename Handle, typename Make, typename PlaceOf, typename GiveBack>
-std::size_t CountObjects(Make make, PlaceOf placeOf, GiveBack giveBack) {
+std::size_t CountObjects(std::size_t probes, Make make, PlaceOf placeOf, GiveBack giveBack) {
     std::vector<Handle> made;
     std::size_t highest = 0;
-    for (std::size_t i = 0; i < kProbes; ++i) {
+    for (std::size_t i = 0; i < probes; ++i) {
         const Handle handle = make();
         if (handle == nullptr) break;
         made.push_back(handle);
@@ -77,15 +74,17 @@ HANDLE RuntimeHeap() {
     return reinterpret_cast<HANDLE>(_get_heap_handle());
 }
 
-std::size_t CountGdiObjects() {
-    return CountObjects<HPEN>([] { return CreatePen(PS_SOLID, 1, RGB(0, 0, 0)); }, IndexOf<HPEN>,
-                              [](HPEN pen) { DeleteObject(pen); });
+std::size_t CountGdiObjects(std::size_t probes) {
+    return CountObjects<HPEN>(
+        probes, [] { return CreatePen(PS_SOLID, 1, RGB(0, 0, 0)); }, IndexOf<HPEN>,
+        [](HPEN pen) { DeleteObject(pen); });
 }
 
-std::size_t CountKernelHandles() {
-    return CountObjects<HANDLE>([] { return CreateEventW(nullptr, TRUE, FALSE, nullptr); },
-                                [](HANDLE handle) { return reinterpret_cast<ULONG_PTR>(handle) / 4; },
-                                [](HANDLE handle) { CloseHandle(handle); });
+std::size_t CountKernelHandles(std::size_t probes) {
+    return CountObjects<HANDLE>(
+        probes, [] { return CreateEventW(nullptr, TRUE, FALSE, nullptr); },
+        [](HANDLE handle) { return reinterpret_cast<ULONG_PTR>(handle) / 4; },
+        [](HANDLE handle) { CloseHandle(handle); });
 }
 
 ResourceUse MeasureResourceUse() {
@@ -93,8 +92,8 @@ ResourceUse MeasureResourceUse() {
     use.windows = CountWindows();
     use.kernelHandles = CountKernelHandles();
     use.gdiObjects = CountGdiObjects();
-    use.userObjects =
-        CountObjects<HMENU>([] { return CreateMenu(); }, IndexOf<HMENU>, [](HMENU menu) { DestroyMenu(menu); });
+    use.userObjects = CountObjects<HMENU>(
+        kManyProbes, [] { return CreateMenu(); }, IndexOf<HMENU>, [](HMENU menu) { DestroyMenu(menu); });
     use.privateBytes = CountPrivateBytes();
     use.processHeap = UseOf(GetProcessHeap());
     use.runtimeHeap = UseOf(RuntimeHeap());

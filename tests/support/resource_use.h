@@ -32,9 +32,10 @@ struct ResourceUse {
 
 ResourceUse MeasureResourceUse();
 
-// Two of them alone.
-std::size_t CountGdiObjects();
-std::size_t CountKernelHandles();
+// Two of them alone. The probes must be more than the table has holes.
+inline constexpr std::size_t kManyProbes = 3000;
+std::size_t CountGdiObjects(std::size_t probes = kManyProbes);
+std::size_t CountKernelHandles(std::size_t probes = kManyProbes);
 
 // One line.
 std::string Describe(const ResourceUse& use);
