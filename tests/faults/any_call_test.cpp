@@ -13,7 +13,7 @@
 #include <ostream>
 
 #include "tests/faults/failed_call.h"
-#include "tests/faults/whole_page_test.h"
+#include "tests/faults/whole_page_fixture.h"
 
 namespace kvn::test {
 namespace {

@@ -7,7 +7,7 @@
 #include <tuple>
 
 #include "resources/resource.h"
-#include "tests/faults/memory_fault_test.h"
+#include "tests/faults/memory_fault_fixture.h"
 #include "tests/support/combo_contents.h"
 #include "tests/support/window_search.h"
 

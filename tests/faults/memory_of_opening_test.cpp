@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "resources/resource.h"
-#include "tests/faults/memory_fault_test.h"
+#include "tests/faults/memory_fault_fixture.h"
 
 namespace kvn::test {
 namespace {

@@ -1,6 +1,6 @@
 // Memory that is refused while the open page saves, changes its profile or is told something.
 #include "resources/resource.h"
-#include "tests/faults/memory_fault_test.h"
+#include "tests/faults/memory_fault_fixture.h"
 #include "tests/support/waiting.h"
 
 namespace kvn::test {

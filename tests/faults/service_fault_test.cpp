@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <cstring>
 
-#include "tests/faults/whole_page_test.h"
+#include "tests/faults/whole_page_fixture.h"
 #include "tests/support/combo_contents.h"
 #include "tests/support/profile_text.h"
 #include "tests/support/waiting.h"

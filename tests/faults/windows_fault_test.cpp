@@ -13,7 +13,7 @@
 #include <filesystem>
 #include <set>
 
-#include "tests/faults/whole_page_test.h"
+#include "tests/faults/whole_page_fixture.h"
 #include "tests/support/profile_text.h"
 
 namespace kvn::test {

@@ -12,7 +12,7 @@
 #include "tests/model_windows/code_pages.h"
 #include "tests/model_windows/genuine_function.h"
 #include "tests/model_windows/heap_watch.h"
-#include "tests/model_windows/settings_store_test.h"
+#include "tests/model_windows/settings_store_fixture.h"
 #include "tests/model_windows/small_stack.h"
 #include "tests/support/replaced_import.h"
 

@@ -5,7 +5,7 @@
 #include "model/profile_file.h"
 #include "tests/model_windows/genuine_function.h"
 #include "tests/model_windows/locked_key.h"
-#include "tests/model_windows/settings_store_test.h"
+#include "tests/model_windows/settings_store_fixture.h"
 #include "tests/support/replaced_import.h"
 
 namespace kvn::model {

@@ -1,4 +1,4 @@
-#include "tests/faults/whole_page_test.h"
+#include "tests/faults/whole_page_fixture.h"
 
 #include <commctrl.h>
 #include <objbase.h>

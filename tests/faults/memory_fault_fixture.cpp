@@ -1,4 +1,4 @@
-#include "tests/faults/memory_fault_test.h"
+#include "tests/faults/memory_fault_fixture.h"
 
 #include <filesystem>
 #include <limits>
