@@ -57,6 +57,16 @@ use_wine_prefix() {
     mkdir -p "$HOME"
 }
 
+# Keeps this shell, and whatever it starts from now on, on one processor. Wine's programs and its server answer each other
+# thousands of times in an opening: on one processor that costs the same each time; across two it depends on whether the other
+# one sleeps.
+stay_on_one_processor() {
+    local allowed
+    allowed=$(taskset -cp $$)
+    allowed=${allowed##*: }
+    taskset -cp "${allowed%%[,-]*}" $$ >/dev/null
+}
+
 # Makes the prefix of use_wine_prefix when it is new. $1 is its graphics: `null` needs no display at all, `x11` draws on
 # $DISPLAY and does not wait for a window manager.
 prepare_wine_prefix() {
