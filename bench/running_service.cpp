@@ -10,7 +10,7 @@ constexpr DWORD kStartMilliseconds = 10'000;
 }  // namespace
 
 RunningService::RunningService(const std::wstring& moreOptions) {
-    std::wstring command = L"service\\KvnMouseApl.exe --image KvnSample --vid " + std::to_wstring(kSampleVid) +
+    std::wstring command = L"service\\KvnMouseAplDouble.exe --image KvnSample --vid " + std::to_wstring(kSampleVid) +
                            L" --pid " + std::to_wstring(kSamplePid) + L" " + moreOptions;
     STARTUPINFOW start{};
     start.cb = sizeof start;

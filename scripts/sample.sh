@@ -6,7 +6,7 @@
 . "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 programs=$build/windows
-service=$programs/service/KvnMouseApl.exe
+service=$programs/service/KvnMouseAplDouble.exe
 # shellcheck disable=SC2034  # for the scripts that source this file
 module=$programs/KvnMouseUtil.dll panel=$programs/control_panel.exe
 
@@ -34,7 +34,7 @@ trap 'exit 143' TERM
 build_programs() {
     "$root/scripts/setup"
     [ -e "$programs/build.ninja" ] || (cd "$root" && cmake --preset windows)
-    cmake --build "$programs" -j "$jobs" --target KvnMouseUtil control_panel KvnMouseApl -- --quiet
+    cmake --build "$programs" -j "$jobs" --target KvnMouseUtil control_panel KvnMouseAplDouble -- --quiet
 }
 
 # Starts the service and waits until it is ready; the arguments are its options. Its log is then in $service_log.

@@ -114,7 +114,7 @@ DWORD EndToEndTest::RunHost(const Arguments& options) const {
 }
 
 std::wstring EndToEndTest::ServiceProgram() {
-    return ProgramFolder() + L"service\\KvnMouseApl.exe";
+    return ProgramFolder() + L"service\\KvnMouseAplDouble.exe";
 }
 
 std::wstring EndToEndTest::ModulePath() {

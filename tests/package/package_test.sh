@@ -8,7 +8,7 @@ set -euo pipefail
 programs=$1
 version=$2
 state=$build/package-test
-service=$programs/service/KvnMouseApl.exe
+service=$programs/service/KvnMouseAplDouble.exe
 
 own_prefix=
 display_pid=

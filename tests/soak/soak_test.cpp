@@ -41,7 +41,7 @@ int Rounds() {
 std::filesystem::path ServiceProgram() {
     std::array<wchar_t, MAX_PATH> program{};
     GetModuleFileNameW(nullptr, program.data(), MAX_PATH);
-    return std::filesystem::path(program.data()).parent_path() / L"service" / L"KvnMouseApl.exe";
+    return std::filesystem::path(program.data()).parent_path() / L"service" / L"KvnMouseAplDouble.exe";
 }
 
 // Windows of the sheet's thread that the sheet has left behind.

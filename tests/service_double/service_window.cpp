@@ -1,4 +1,4 @@
-#include "tools/resident_service/service_window.h"
+#include "tests/service_double/service_window.h"
 
 #include <algorithm>
 #include <array>
@@ -7,10 +7,10 @@
 
 #include "platform/boundary.h"
 #include "platform/service_protocol.h"
-#include "tools/resident_service/settings_request.h"
-#include "tools/resident_service/text.h"
+#include "tests/service_double/settings_request.h"
+#include "tests/service_double/text.h"
 
-namespace kvn::service {
+namespace kvn::service_double {
 namespace {
 
 using platform::ServiceButton;
@@ -194,4 +194,4 @@ LRESULT ServiceWindow::OnCopyData(const COPYDATASTRUCT* data) {
     return static_cast<LRESULT>(reply);
 }
 
-}  // namespace kvn::service
+}  // namespace kvn::service_double

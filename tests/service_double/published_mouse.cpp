@@ -1,4 +1,4 @@
-#include "tools/resident_service/published_mouse.h"
+#include "tests/service_double/published_mouse.h"
 
 #include <windows.h>
 
@@ -8,9 +8,9 @@
 
 #include "model/registry_values.h"
 #include "platform/unique_resource.h"
-#include "tools/resident_service/text.h"
+#include "tests/service_double/text.h"
 
-namespace kvn::service {
+namespace kvn::service_double {
 namespace {
 
 using model::RegistryValue;
@@ -63,4 +63,4 @@ std::wstring Describe(const model::DeviceRecord& mouse) {
            mouse.mouseImage;
 }
 
-}  // namespace kvn::service
+}  // namespace kvn::service_double

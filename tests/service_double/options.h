@@ -8,7 +8,7 @@
 
 #include "model/device_record.h"
 
-namespace kvn::service {
+namespace kvn::service_double {
 
 // A five-button mouse with a tilting wheel.
 model::DeviceRecord SampleMouse();
@@ -48,4 +48,4 @@ Options ParseOptions(const std::vector<std::wstring>& arguments);
 
 std::wstring Usage();
 
-}  // namespace kvn::service
+}  // namespace kvn::service_double

@@ -1,4 +1,4 @@
-#include "tools/resident_service/options.h"
+#include "tests/service_double/options.h"
 
 #include <array>
 #include <cerrno>
@@ -6,7 +6,7 @@
 #include <limits>
 #include <string_view>
 
-namespace kvn::service {
+namespace kvn::service_double {
 namespace {
 
 constexpr std::size_t kLongestSettings = 64;
@@ -141,4 +141,4 @@ std::wstring Usage() {
     return text;
 }
 
-}  // namespace kvn::service
+}  // namespace kvn::service_double

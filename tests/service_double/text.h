@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace kvn::service {
+namespace kvn::service_double {
 
 // Formats at most 255 characters, as std::swprintf does; meant for numbers and short names.
 template <typename... Values>
@@ -21,4 +21,4 @@ std::string ToUtf8(std::wstring_view text);
 // To the standard error output, else to the console that the program was started from, else in a message box.
 void TellUser(const std::wstring& text);
 
-}  // namespace kvn::service
+}  // namespace kvn::service_double

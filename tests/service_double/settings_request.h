@@ -8,7 +8,7 @@
 #include <optional>
 #include <vector>
 
-namespace kvn::service {
+namespace kvn::service_double {
 
 // The answers to a request; 0 is what a window that does not know requests would say.
 enum class SettingsReply : LRESULT {
@@ -37,4 +37,4 @@ std::vector<std::byte> RecordOf(const SettingsRequest& request);
 // In the service: sends this record to the page as a WM_COPYDATA message whose sender is `service`.
 SettingsReply SendSettings(HWND service, const SettingsRequest& request);
 
-}  // namespace kvn::service
+}  // namespace kvn::service_double

@@ -1,8 +1,8 @@
-#include "tools/resident_service/service_log.h"
+#include "tests/service_double/service_log.h"
 
-#include "tools/resident_service/text.h"
+#include "tests/service_double/text.h"
 
-namespace kvn::service {
+namespace kvn::service_double {
 namespace {
 
 // The view forgets its older half when it holds this many characters.
@@ -49,4 +49,4 @@ void ServiceLog::Write(std::wstring_view text) {
     if (view != nullptr) AppendToView(view, line);
 }
 
-}  // namespace kvn::service
+}  // namespace kvn::service_double

@@ -11,14 +11,14 @@
 
 #include "platform/service_window.h"
 #include "platform/unique_resource.h"
-#include "tools/resident_service/options.h"
-#include "tools/resident_service/published_mouse.h"
-#include "tools/resident_service/service_log.h"
-#include "tools/resident_service/service_window.h"
-#include "tools/resident_service/settings_request.h"
-#include "tools/resident_service/text.h"
+#include "tests/service_double/options.h"
+#include "tests/service_double/published_mouse.h"
+#include "tests/service_double/service_log.h"
+#include "tests/service_double/service_window.h"
+#include "tests/service_double/settings_request.h"
+#include "tests/service_double/text.h"
 
-namespace kvn::service {
+namespace kvn::service_double {
 namespace {
 
 // Exit codes: 0 done, 1 failed, 2 wrong options, 3 the wrong number of services runs already.
@@ -148,10 +148,10 @@ ExitCode Run(HINSTANCE instance) {
 }
 
 }  // namespace
-}  // namespace kvn::service
+}  // namespace kvn::service_double
 
 int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, wchar_t*, int) {
-    using namespace kvn::service;
+    using namespace kvn::service_double;
     try {
         return Run(instance);
     } catch (const OptionError& error) {

@@ -9,7 +9,7 @@
 
 #include "platform/unique_resource.h"
 
-namespace kvn::service {
+namespace kvn::service_double {
 
 class ServiceLog {
 public:
@@ -32,4 +32,4 @@ private:
     HWND view = nullptr;
 };
 
-}  // namespace kvn::service
+}  // namespace kvn::service_double

@@ -1,8 +1,8 @@
-#include "tools/resident_service/text.h"
+#include "tests/service_double/text.h"
 
 #include <windows.h>
 
-namespace kvn::service {
+namespace kvn::service_double {
 
 std::string ToUtf8(std::wstring_view text) {
     const int characters = static_cast<int>(text.size());
@@ -28,4 +28,4 @@ void TellUser(const std::wstring& text) {
     MessageBoxW(nullptr, text.c_str(), L"KvnMouseApl (stand-in)", MB_ICONINFORMATION);
 }
 
-}  // namespace kvn::service
+}  // namespace kvn::service_double

@@ -1,11 +1,11 @@
-#include "tools/resident_service/settings_request.h"
+#include "tests/service_double/settings_request.h"
 
 #include <cstddef>
 #include <cstring>
 
 #include "resources/resource.h"
 
-namespace kvn::service {
+namespace kvn::service_double {
 namespace {
 
 // Tells requests from any other WM_COPYDATA message.
@@ -87,4 +87,4 @@ SettingsReply SendSettings(HWND service, const SettingsRequest& request) {
                : SettingsReply::PageDidNotAnswer;
 }
 
-}  // namespace kvn::service
+}  // namespace kvn::service_double

@@ -5,7 +5,7 @@
 
 #include "model/device_record.h"
 
-namespace kvn::service {
+namespace kvn::service_double {
 
 // False when a value could not be written.
 bool PublishMouse(const model::DeviceRecord& mouse);
@@ -16,4 +16,4 @@ void RemovePublishedMouse();
 // One line for the log.
 std::wstring Describe(const model::DeviceRecord& mouse);
 
-}  // namespace kvn::service
+}  // namespace kvn::service_double

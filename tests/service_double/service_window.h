@@ -6,10 +6,10 @@
 #include <cstddef>
 
 #include "platform/unique_resource.h"
-#include "tools/resident_service/options.h"
-#include "tools/resident_service/service_log.h"
+#include "tests/service_double/options.h"
+#include "tests/service_double/service_log.h"
 
-namespace kvn::service {
+namespace kvn::service_double {
 
 using UniqueFont = platform::Owned<HFONT, &DeleteObject>;
 
@@ -42,4 +42,4 @@ private:
     std::size_t heldRepliesGiven = 0;
 };
 
-}  // namespace kvn::service
+}  // namespace kvn::service_double

@@ -1,0 +1,63 @@
+// What the service does for each function code: the one table that the engine and the hands of the service walk.
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+#include "model/function_catalogue.h"
+#include "model/key_names.h"
+#include "model/setting_field.h"
+
+namespace kvn::service {
+
+enum class FunctionKind : std::uint8_t {
+    Natural,  // what Windows does with the control by itself
+    Held,     // begins at the press, ends at the release
+    Once,     // acts at the press
+    Repeats,  // a key that is held: it repeats until the release
+    Gesture,  // draws a stroke
+    Nothing,  // press and release are kept, and nothing is done
+};
+
+// How a function is carried out.
+enum class Deed : std::uint8_t {
+    None,
+    PressButton,     // `button`
+    PressKeys,       // `keys`, in their order; Once: down and up again in the opposite order
+    SwitchPrograms,  // Alt down, Tab down and up; Alt up at the end
+    CloseWindow,
+    MaximizeWindow,  // or restores it
+    MinimizeWindow,
+    DoubleClick,
+    Open,  // `program`
+    ScrollLeft,
+    ScrollRight,
+    PressChosenKeys,  // the control's own keys
+};
+
+// What the deed Open opens.
+enum class Program : std::uint8_t { None, Computer, Browser, Explorer, ControlPanel, Printers, Magnifier };
+
+struct FunctionRow {
+    model::FunctionCode code;
+    FunctionKind kind;
+    Deed deed = Deed::None;
+    std::array<model::KeyCode, 3> keys{model::kNoKey, model::kNoKey, model::kNoKey};
+    model::ButtonSlot button =
+        model::ButtonSlot::Left;  // as the user sees it: with swapped buttons Left is the primary one
+    Program program = Program::None;
+};
+
+// The row of a function; nullptr for 0 and for codes that the catalogue lacks, which are natural.
+const FunctionRow* FindFunction(model::FunctionCode code);
+
+// Natural for codes without a row.
+FunctionKind KindOf(model::FunctionCode code);
+
+// The function that is what Windows does with this control by itself (a tilt's only at horizontal speed 4).
+constexpr model::FunctionCode NaturalFunctionOf(model::ButtonSlot control) {
+    constexpr std::array<model::FunctionCode, model::kButtonSlotCount> kNatural{1, 2, 9, 3, 4, 33, 34};
+    return kNatural[static_cast<std::size_t>(control)];
+}
+
+}  // namespace kvn::service
