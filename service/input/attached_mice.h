@@ -1,0 +1,61 @@
+// The mice that Windows lists by Raw Input, and which of them was used last.
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "model/device_record.h"
+
+namespace kvn::service {
+
+// What Raw Input says of a mouse.
+struct MouseFacts {
+    std::wstring deviceName;
+    std::uint32_t buttons = 0;
+    bool hasHorizontalWheel = false;
+};
+
+struct MouseIds {
+    std::uint16_t vid = 0;
+    std::uint16_t pid = 0;
+
+    friend bool operator==(const MouseIds&, const MouseIds&) = default;
+};
+
+// The ids of the device name, in the forms of USB and Bluetooth; 0xFFFF:0xFFFF when it has none, and in the place of
+// ids of 0.
+MouseIds IdsOfDeviceName(std::wstring_view deviceName);
+
+// What is published of a mouse. pressedButtons: bit n, the button of slot n was pressed on it.
+model::DeviceRecord DescribeMouse(const MouseFacts& facts, std::uint32_t pressedButtons);
+
+// Used on one thread, the one of the window that gets WM_INPUT and WM_INPUT_DEVICE_CHANGE.
+class AttachedMice {
+public:
+    struct Outlets {
+        std::function<void(const model::DeviceRecord&)> onMouse;  // the mouse to publish has changed
+        std::function<void(std::uint32_t time)> onPress;          // a button of any mouse was pressed by its user
+    };
+
+    explicit AttachedMice(Outlets chosenOutlets);
+
+    // Registers the window for input of mice in the background and lists those that are attached.
+    bool Watch(HWND window);
+    void OnInput(HRAWINPUT input);
+    void OnDeviceChange(WPARAM change, HANDLE device);
+
+    // The mouse to publish; nothing when none was ever seen.
+    const std::optional<model::DeviceRecord>& Current() const { return current; }
+
+private:
+    Outlets outlets;
+    std::optional<model::DeviceRecord> current;
+};
+
+}  // namespace kvn::service
