@@ -6,9 +6,12 @@
 #include <cstdint>
 #include <cstring>
 #include <regex>
+#include <utility>
+#include <vector>
 
 #include "model/profile.h"
 #include "model/setting_field.h"
+#include "model/stroke_recogniser.h"
 #include "platform/service_protocol.h"
 #include "tests/docs/documents.h"
 
@@ -134,6 +137,46 @@ TEST(ServiceProtocolDocument, TellsTheTimesOfTheCode) {
         << attempts << ' ' << pause;
     EXPECT_NE(document.find("every " + interval + " ms while"), std::string::npos) << interval;
     EXPECT_NE(document.find("timer of " + interval + " ms"), std::string::npos) << interval;
+}
+
+// "(0,0) (60,-5)" as places.
+std::vector<model::ScreenPoint> Places(const std::string& text) {
+    static const std::regex place("\\((-?\\d+),(-?\\d+)\\)");
+    std::vector<model::ScreenPoint> places;
+    for (std::sregex_iterator found(text.begin(), text.end(), place), end; found != end; ++found) {
+        places.push_back({std::stoi((*found)[1]), std::stoi((*found)[2])});
+    }
+    return places;
+}
+
+std::string LettersOf(const std::vector<model::ScreenPoint>& places) {
+    model::StrokeRecogniser recogniser;
+    for (const model::ScreenPoint& place : places) recogniser.Take({place, true});
+    const model::GestureNotice notice = recogniser.Take({places.back(), false}).value();
+    std::string letters;
+    for (std::int32_t i = 0; i < notice.count; ++i) {
+        letters += "?URDL"[static_cast<std::size_t>(notice.directions[static_cast<std::size_t>(i)])];
+    }
+    return letters;
+}
+
+TEST(ServiceProtocolDocument, RecognisesTheStrokesOfItsTableAsTheCodeDoes) {
+    const Table strokes = TableWith(Document(), "places, one each 100 ms");
+    EXPECT_GE(strokes.rows.size(), 6U);
+    for (const Row& row : strokes.rows) EXPECT_EQ(LettersOf(Places(row[0])), row[1]) << row[0];
+}
+
+TEST(ServiceProtocolDocument, NamesTheValuesOfANewProfile) {
+    const auto documented = TableWith(Document(), "value").Columns("value", "in a new profile");
+    const model::ProfileRecord record = model::DefaultProfileRecord();
+    for (const model::SettingFieldRow& row : model::kSettingFields) {
+        const std::wstring name = RowOf(row.registryValue).name;
+        const std::string value = std::to_string(record.settings[row.field]);
+        const auto line = std::ranges::find(documented, std::string(name.begin(), name.end()),
+                                            &std::pair<std::string, std::string>::first);
+        ASSERT_NE(line, documented.end()) << value;
+        EXPECT_EQ(line->second.substr(0, line->second.find(',')), value);
+    }
 }
 
 }  // namespace
