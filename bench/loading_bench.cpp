@@ -15,7 +15,7 @@ constexpr wchar_t kOurs[] = L"KvnMouseUtil.dll";
 constexpr wchar_t kEmpty[] = L"kvn_empty_com.dll";
 constexpr int kRounds = 25;
 constexpr double kLoadingLimit = 5;
-constexpr double kSizeLimit = 35;
+constexpr double kSizeLimit = 25;
 
 // As COM does it: the DLL comes, gives its class factory, and goes. False when it has not done so.
 bool LoadOnce(const wchar_t* dll) {

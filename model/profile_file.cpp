@@ -21,6 +21,7 @@
 #include "model/registry_records.h"
 #include "model/xml_guard.h"
 #include "platform/module.h"
+#include "platform/number_text.h"
 #include "platform/texts.h"
 #include "platform/unique_resource.h"
 #include "resources/resource.h"
@@ -234,7 +235,7 @@ bool SetAsideProfileFile(const std::wstring& path) {
     if (LoadProfileFile(path, readable) > 0) return false;
     const std::wstring stem = path.substr(0, path.rfind(L'.'));
     for (int number = 1; number <= kMaxBrokenFiles; ++number) {
-        const std::wstring aside = stem + L".broken-" + std::to_wstring(number) + L".xml";
+        const std::wstring aside = stem + L".broken-" + platform::NumberText(number) + L".xml";
         if (PathFileExistsW(aside.c_str())) continue;
         return TryWhileShared(
             [&] { return MoveFileExW(path.c_str(), aside.c_str(), MOVEFILE_WRITE_THROUGH) != FALSE; });

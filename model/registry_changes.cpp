@@ -4,6 +4,8 @@
 #include <array>
 #include <span>
 
+#include "platform/number_text.h"
+
 namespace kvn::model {
 namespace {
 
@@ -89,7 +91,7 @@ std::wstring ApplicationsToMultiString(const std::vector<ApplicationEntry>& appl
 std::wstring GesturesToMultiString(const std::vector<GestureEntry>& gestures) {
     std::wstring block;
     for (const GestureEntry& entry : gestures) {
-        block += FieldText(entry.stroke) + kFieldSeparator + std::to_wstring(entry.function) + kFieldSeparator +
+        block += FieldText(entry.stroke) + kFieldSeparator + platform::NumberText(entry.function) + kFieldSeparator +
                  FieldText(entry.memo) + kFieldSeparator + EtcKeyToText(entry.etcKey) + L'\0';
     }
     return block + L'\0';

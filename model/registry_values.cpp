@@ -1,14 +1,12 @@
 #include "model/registry_values.h"
 
-#include <cwchar>
+#include "platform/number_text.h"
 
 namespace kvn::model {
 
 std::wstring ModelName(std::uint32_t vid, std::uint32_t pid) {
-    wchar_t name[32];
-    const int length =
-        std::swprintf(name, std::size(name), L"VID%04xPID%04x", static_cast<unsigned>(vid), static_cast<unsigned>(pid));
-    return {name, static_cast<std::size_t>(length)};
+    constexpr std::size_t kDigits = 4;
+    return L"VID" + platform::HexText(vid, kDigits) + L"PID" + platform::HexText(pid, kDigits);
 }
 
 std::wstring ModelKey(std::uint32_t vid, std::uint32_t pid) {

@@ -6,6 +6,7 @@
 
 #include "gestures/arbitrary_key_dialog.h"
 #include "platform/combo_box.h"
+#include "platform/number_text.h"
 #include "platform/texts.h"
 #include "resources/resource.h"
 
@@ -86,7 +87,7 @@ void ButtonPane::SetUp() {
     const HWND revolutions = Control(IDC_PANE_REVOLUTION_COUNT);
     platform::AddComboItem(revolutions, platform::LoadText(Module(), IDS_REVOLUTIONS_INVALID), model::kUnsetValue);
     for (int count = 1; count <= kMaxRevolutionCount; ++count) {
-        platform::AddComboItem(revolutions, std::to_wstring(count), count);
+        platform::AddComboItem(revolutions, platform::NumberText(count), count);
     }
     TakeOver();
 }
@@ -151,7 +152,7 @@ void ButtonPane::LoadPictures(const std::wstring& folder) {
     const std::wstring stem = folder + device.mouseImage;
     pictures.emplace_back(target, stem + kPictureExtension);
     for (int k = 1; k < count; ++k) {
-        pictures.emplace_back(target, (stem + L'_').append(std::to_wstring(k)).append(kPictureExtension));
+        pictures.emplace_back(target, (stem + L'_').append(platform::NumberText(k)).append(kPictureExtension));
     }
     ShowPicture(std::nullopt);
     InvalidateRect(Window(), nullptr, TRUE);

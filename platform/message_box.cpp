@@ -1,5 +1,6 @@
 #include "platform/message_box.h"
 
+#include "platform/number_text.h"
 #include "platform/texts.h"
 #include "resources/resource.h"
 
@@ -44,7 +45,7 @@ bool MessageBoxes::AllowsAnotherItem(HWND owner, int itemCount) const {
     if (itemCount < kItemLimit) return true;
     std::wstring text = Load(module, IDS_ITEM_LIMIT);
     const std::size_t place = text.find(L"%d");
-    if (place != std::wstring::npos) text.replace(place, 2, std::to_wstring(kItemLimit));
+    if (place != std::wstring::npos) text.replace(place, 2, NumberText(kItemLimit));
     if (!text.empty()) WarnText(owner, text);
     return false;
 }

@@ -15,8 +15,8 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-// How long the other side may take for anything; a busy machine needs far less.
-inline constexpr std::chrono::seconds kPatience{10};
+// How long the other side may take for anything; even a busy machine needs less.
+inline constexpr std::chrono::seconds kPatience{30};
 
 // Asks again and again until the answer counts as true, and returns that answer.
 template <typename Condition>

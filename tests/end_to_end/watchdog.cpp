@@ -6,7 +6,7 @@ namespace kvn::end_to_end {
 namespace {
 
 // More than any test takes, even on a busy machine; every single wait gives up earlier.
-constexpr std::chrono::seconds kLongestTest{45};
+constexpr std::chrono::seconds kLongestTest{150};
 
 }  // namespace
 

@@ -100,7 +100,7 @@ void MemoryFaultTest::ExpectSuccessfulApply() {
     const std::size_t before = service.CountOf(ServiceMessage::SettingsChanged);
     EXPECT_TRUE(page.Apply());
     EXPECT_TRUE(page.Messages().empty());
-    EXPECT_TRUE(ComesTrue([&] { return service.CountOf(ServiceMessage::SettingsChanged) == before + 1; }));
+    EXPECT_EQ(before + 1, service.CountOf(ServiceMessage::SettingsChanged));
     ExpectNoUnfinishedFile();
 }
 

@@ -24,14 +24,7 @@ protected:
         ExpectSuccessfulApply();
         return State();
     }
-    // Waits until the service has taken what was posted before.
-    std::size_t NoticesSoFar() const {
-        constexpr auto kMark = platform::ServiceMessage::GestureEditBegin;
-        const std::size_t marks = service.CountOf(kMark);
-        PostMessageW(service.Window(), NumberOf(kMark), 0, 0);
-        EXPECT_TRUE(ComesTrue([&] { return service.CountOf(kMark) == marks + 1; }));
-        return service.CountOf(platform::ServiceMessage::SettingsChanged);
-    }
+    std::size_t NoticesSoFar() const { return service.CountOf(platform::ServiceMessage::SettingsChanged); }
     int ShownProfile() const {
         return static_cast<int>(SendMessageW(page.PageControl(IDC_PAGE_PROFILE), CB_GETCURSEL, 0, 0));
     }

@@ -135,7 +135,7 @@ protected:
         const std::size_t before = Notices();
         EXPECT_TRUE(page.Apply());
         EXPECT_TRUE(page.Messages().empty());
-        EXPECT_TRUE(ComesTrue([&] { return Notices() == before + 1; }));
+        EXPECT_EQ(before + 1, Notices());
     }
 
     // The k-th write of an apply of all values fails, for every k.

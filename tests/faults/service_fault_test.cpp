@@ -135,7 +135,7 @@ TEST_F(ServiceFaultTest, ReplacedWhileAStrokeIsDrawnTheNewOneIsAsked) {
         Tick(editor);
         EXPECT_EQ(L"RD", Stroke(editor));
     });
-    EXPECT_TRUE(ComesTrue([&] { return service->CountOf(ServiceMessage::GestureEditEnd) == 1; }));
+    EXPECT_EQ(1U, service->CountOf(ServiceMessage::GestureEditEnd));
     EXPECT_EQ(0U, service->CountOf(ServiceMessage::GestureEditBegin));
     ExpectApplies();
 }

@@ -212,7 +212,8 @@ TEST_F(GestureMgrTest, ATickThatComesWhileTheServiceIsAskedIsNone) {
     Draw(editor, "R");
     std::atomic<int> nested = 0;
     service->WhenCalled(ServiceMessage::IsButtonHeld, [&] {
-        if (nested++ == 0) SendMessageTimeoutW(editor, WM_TIMER, kCaptureTimer, 0, SMTO_NORMAL, 2000, nullptr);
+        if (nested++ == 0)
+            SendMessageTimeoutW(editor, WM_TIMER, kCaptureTimer, 0, SMTO_NORMAL, kPatienceMilliseconds, nullptr);
     });
     ReleaseGestureButton(editor);
     EXPECT_EQ(1, nested);

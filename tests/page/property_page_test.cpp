@@ -246,7 +246,7 @@ TEST_F(PropertyPageTest, AnExtensionThatIsAskedTwiceGivesTwoWorkingPages) {
     EXPECT_EQ(1, SelectedData(GetDlgItem(sheet->ButtonPane(1), IDC_PANE_LEFT)));
     sheet->PressOk();
     EXPECT_EQ(1, sheet->AwaitClosed());
-    EXPECT_TRUE(ComesTrue([&] { return service->CountOf(ServiceMessage::SettingsChanged) == 2; }));
+    EXPECT_EQ(2U, service->CountOf(ServiceMessage::SettingsChanged));
     EXPECT_EQ(S_OK, module.CanUnloadNow());
 }
 
@@ -272,7 +272,7 @@ TEST_F(PropertyPageTest, OkAppliesAndClosesAndCancelOnlyCloses) {
     sheet->PressOk();
     EXPECT_EQ(1, sheet->AwaitClosed());
     EXPECT_EQ("12", SavedElement("rbutton"));
-    EXPECT_TRUE(ComesTrue([&] { return service->CountOf(ServiceMessage::SettingsChanged) == 1; }));
+    EXPECT_EQ(1U, service->CountOf(ServiceMessage::SettingsChanged));
 
     Open();
     Choose(IDC_PANE_RIGHT, 13);

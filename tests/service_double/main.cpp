@@ -24,7 +24,7 @@ namespace {
 // Exit codes: 0 done, 1 failed, 2 wrong options, 3 the wrong number of services runs already.
 enum ExitCode : int { kDone = 0, kFailed = 1, kWrongOptions = 2, kWrongService = 3 };
 
-constexpr DWORD kQuitTimeoutMilliseconds = 5'000;
+constexpr DWORD kQuitTimeoutMilliseconds = 20'000;
 
 std::vector<std::wstring> Arguments() {
     int count = 0;

@@ -3,10 +3,15 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "tests/support/waiting.h"
+
 namespace kvn::test {
 namespace {
 
 constexpr wchar_t kClassName[] = L"KvnFakeService";
+
+// Posted behind what others have posted: where it is, they are.
+constexpr UINT kMarkMessage = WM_USER;
 
 }  // namespace
 
@@ -41,6 +46,7 @@ void FakeService::Run() {
 LRESULT CALLBACK FakeService::WindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     auto* self = reinterpret_cast<FakeService*>(GetWindowLongPtrW(window, GWLP_USERDATA));
     if (message == WM_DESTROY) PostQuitMessage(0);
+    if (message == kMarkMessage && self != nullptr) self->markSeen = wParam;
     if (self == nullptr || message < WM_APP || message >= 0xC000)
         return DefWindowProcW(window, message, wParam, lParam);
     return self->OnPrivateMessage({message, wParam, lParam, InSendMessage() != FALSE});
@@ -70,7 +76,14 @@ void FakeService::WhenCalled(platform::ServiceMessage message, std::function<voi
     reactions[static_cast<UINT>(message)] = std::move(reaction);
 }
 
+void FakeService::AwaitPosts() const {
+    const WPARAM mark = ++lastMark;
+    if (!PostMessageW(window, kMarkMessage, mark, 0)) return;  // the window is gone
+    Await("the service to take its messages", [&] { return markSeen >= mark || !IsWindow(window); });
+}
+
 std::vector<ServiceCall> FakeService::Calls() const {
+    AwaitPosts();
     const std::lock_guard guard(mutex);
     return calls;
 }

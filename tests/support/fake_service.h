@@ -3,6 +3,7 @@
 
 #include <windows.h>
 
+#include <atomic>
 #include <functional>
 #include <map>
 #include <mutex>
@@ -41,7 +42,8 @@ public:
     // Runs in the service's thread when a message arrives, before it is recorded.
     void WhenCalled(platform::ServiceMessage message, std::function<void()> reaction);
 
-    // Every private message so far, in the order of arrival.
+    // Every private message so far, in the order of arrival. Waits until what was posted before the call has arrived,
+    // so that a count is no matter of luck; not for the service's own reactions.
     std::vector<ServiceCall> Calls() const;
     std::size_t CountOf(platform::ServiceMessage message) const;
 
@@ -49,6 +51,7 @@ public:
     void SendData(HWND receiver, const void* bytes, DWORD size) const;
 
 private:
+    void AwaitPosts() const;
     static LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     void Run();
     LRESULT OnPrivateMessage(const ServiceCall& call);
@@ -57,6 +60,8 @@ private:
     std::map<UINT, LRESULT> replies;
     std::map<UINT, std::function<void()>> reactions;
     std::vector<ServiceCall> calls;
+    mutable std::atomic<WPARAM> lastMark = 0;
+    std::atomic<WPARAM> markSeen = 0;
     HWND window = nullptr;
     HANDLE ready;
     std::thread thread;

@@ -149,6 +149,12 @@ HWND OpenedSheet::Page(int index) const {
     return reinterpret_cast<HWND>(SendMessageW(sheet, PSM_INDEXTOHWND, static_cast<WPARAM>(index), 0));
 }
 
+std::size_t OpenedSheet::ShownPageCount() const {
+    std::size_t count = 0;
+    for (int index = 0; index < static_cast<int>(pages.size()); ++index) count += Page(index) != nullptr ? 1U : 0U;
+    return count;
+}
+
 HWND OpenedSheet::ButtonPane(int index) const {
     return PaneWith(Page(index), IDC_PANE_PICTURE);
 }

@@ -40,6 +40,8 @@ public:
 
     // Valid once the sheet is closed or open.
     std::size_t PageCount() const { return pages.size(); }
+    // A sheet makes a page's window when it shows the page for the first time.
+    std::size_t ShownPageCount() const;
     const std::vector<HRESULT>& AddPagesResults() const { return results; }
 
     HWND Sheet() const { return sheet; }
