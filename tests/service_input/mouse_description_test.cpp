@@ -1,6 +1,6 @@
-#include <gtest/gtest.h>
+#include "service/input/mouse_description.h"
 
-#include "service/input/attached_mice.h"
+#include <gtest/gtest.h>
 
 namespace kvn::test {
 namespace {

@@ -1,8 +1,10 @@
 #include "service/input/performer.h"
 
+#include <atomic>
 #include <chrono>
 
 #include "tests/service_input/performer_fixture.h"
+#include "tests/support/replaced_import.h"
 #include "tests/support/waiting.h"
 
 namespace kvn::test {
@@ -139,6 +141,25 @@ TEST_F(PerformerTest, TheReportSaysWhatWasDone) {
     End(1);
     AwaitDone(3);
     EXPECT_EQ(Done(), (std::vector<std::wstring>{L"Ctrl+C", L"Left Ctrl+V", L"left button"}));
+}
+
+TEST_F(PerformerTest, AReleaseThatWindowsDoesNotTakeIsTriedAgain) {
+    Begin(1, kShift);
+    EXPECT_EQ(recorder.Await("+Shift"), "+Shift");
+    {
+        std::atomic<int> refusals = 0;
+        const ReplacedImport<"SendInput", UINT(UINT, LPINPUT, int)> locked(GetModuleHandleW(nullptr),
+                                                                           [&](UINT, LPINPUT, int) {
+                                                                               ++refusals;
+                                                                               return 0U;
+                                                                           });
+        ASSERT_TRUE(locked.IsInPlace());
+        End(1);
+        EXPECT_TRUE(ComesTrue([&] { return refusals >= 2; }));
+        EXPECT_EQ(held.counts[VK_LSHIFT], 1);
+    }
+    EXPECT_EQ(recorder.Await("+Shift -Shift"), "+Shift -Shift");
+    EXPECT_TRUE(ComesTrue([&] { return IsListEmpty(); }));
 }
 
 TEST_F(PerformerTest, ItsEndReleasesWhatIsHeld) {
