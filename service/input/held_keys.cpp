@@ -84,11 +84,12 @@ void HeldKeys::Repeat(const HeldChord& held) {
     batch.Send();
 }
 
-void HeldKeys::Release(const HeldChord& held) {
+bool HeldKeys::Release(const HeldChord& held) {
     InputBatch batch;
     AddUps(held, batch);
-    batch.Send();
+    if (!batch.Send()) return false;
     Forget(held);
+    return true;
 }
 
 void HeldKeys::Tap(const Chord& chord) {
@@ -125,7 +126,13 @@ HeldChord HeldKeys::PressButton(WORD button) {
 }
 
 void HeldKeys::Click(WORD button) {
-    Release(PressButton(button));
+    InputBatch batch;
+    HeldChord held;
+    AddDown(button, batch);
+    held.Add(button);
+    AddUps(held, batch);
+    batch.Send();
+    Forget(held);
 }
 
 HeldChord HeldKeys::AddPress(const Chord& chord, InputBatch& batch) {

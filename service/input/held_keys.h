@@ -33,7 +33,8 @@ public:
     HeldChord Press(const Chord& chord);
     // Presses the last plain key again, as a keyboard does for as long as a key is held.
     void Repeat(const HeldChord& held);
-    void Release(const HeldChord& held);
+    // False while Windows takes no input; then everything is still held.
+    [[nodiscard]] bool Release(const HeldChord& held);
     // Down and up again, in one piece.
     void Tap(const Chord& chord);
     // The whole chord goes down, and its plain keys up again.
