@@ -164,10 +164,10 @@ EngineInput InputMaker::Bare(InputKind kind) {
     return input;
 }
 
-// Off twice as often as on.
+// Mostly off: while it is paused or overloaded little happens.
 EngineInput InputMaker::Switch(InputKind kind) {
     EngineInput input = Bare(kind);
-    input.isOn = OneIn(3);
+    input.isOn = OneIn(5);
     return input;
 }
 
