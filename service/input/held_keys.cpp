@@ -148,21 +148,25 @@ HeldChord HeldKeys::AddPress(const Chord& chord, InputBatch& batch) {
 // A plain key that another control holds is pressed again, as a repeating key is.
 void HeldKeys::AddDown(WORD key, InputBatch& batch) {
     const bool isFirst = list.counts[key].fetch_add(1) == 0;
+    if (!IsMouseButton(key)) {
+        if (isFirst || !IsModifier(key)) batch.KeyDown(key);
+    } else if (isFirst) {
+        pressedButtons[key] = PhysicalButton(key);
+        batch.ButtonDown(pressedButtons[key]);
+    }
+}
+
+void HeldKeys::AddUp(WORD key, InputBatch& batch) {
     if (IsMouseButton(key)) {
-        if (isFirst) batch.ButtonDown(key);
-    } else if (isFirst || !IsModifier(key)) {
-        batch.KeyDown(key);
+        batch.ButtonUp(pressedButtons[key]);
+    } else {
+        batch.KeyUp(key);
     }
 }
 
 void HeldKeys::AddUps(const HeldChord& held, InputBatch& batch) {
     for (const WORD key : held.Keys() | std::views::reverse) {
-        if (list.counts[key].load() > 1) continue;
-        if (IsMouseButton(key)) {
-            batch.ButtonUp(key);
-        } else {
-            batch.KeyUp(key);
-        }
+        if (list.counts[key].load() <= 1) AddUp(key, batch);
     }
 }
 

@@ -46,12 +46,15 @@ public:
 private:
     HeldChord AddPress(const Chord& chord, InputBatch& batch);
     void AddDown(WORD key, InputBatch& batch);
+    void AddUp(WORD key, InputBatch& batch);
     void AddUps(const HeldChord& held, InputBatch& batch);
     void Forget(const HeldChord& held);
     bool IsHeldByUser(const ChordKey& key) const;
     bool IsHeldByUser(WORD key) const;
 
     HeldList& list;
+    // By VK_LBUTTON to VK_XBUTTON2: which physical button went down. The user may swap them before it goes up.
+    std::array<WORD, VK_XBUTTON2 + 1> pressedButtons{};
 };
 
 }  // namespace kvn::service

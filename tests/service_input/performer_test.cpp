@@ -162,6 +162,26 @@ TEST_F(PerformerTest, AReleaseThatWindowsDoesNotTakeIsTriedAgain) {
     EXPECT_TRUE(ComesTrue([&] { return IsListEmpty(); }));
 }
 
+// Wine sends the named button whatever is swapped, so what is asked of Windows is looked at.
+TEST_F(PerformerTest, WithSwappedButtonsTheLeftOneIsThePhysicalRightOneUntilItsRelease) {
+    std::mutex flagsLock;
+    std::vector<DWORD> flags;
+    const ReplacedImport<"SendInput", UINT(UINT, LPINPUT, int)> watched(
+        GetModuleHandleW(nullptr), [&](UINT count, LPINPUT inputs, int) {
+            const std::lock_guard guard(flagsLock);
+            for (UINT index = 0; index < count; ++index) flags.push_back(inputs[index].mi.dwFlags);
+            return count;
+        });
+    SwapMouseButton(TRUE);
+    Begin(1, kLeftButton);
+    AwaitDone(1);
+    SwapMouseButton(FALSE);
+    End(1);
+    EXPECT_TRUE(ComesTrue([&] { return IsListEmpty(); }));
+    const std::lock_guard guard(flagsLock);
+    EXPECT_EQ(flags, (std::vector<DWORD>{MOUSEEVENTF_RIGHTDOWN, MOUSEEVENTF_RIGHTUP}));
+}
+
 TEST_F(PerformerTest, ItsEndReleasesWhatIsHeld) {
     Begin(1, kShift);
     Begin(2, kLeftButton);
