@@ -35,7 +35,7 @@ InputMaker::InputMaker(Chooser numbers) : choose(std::move(numbers)), now(Pick(c
 EngineInput InputMaker::Next() {
     PassTime();
     if (!std::exchange(hasBegun, true)) return Settings();
-    return turnsLeft > 0 && !OneIn(12) ? NextOfBurst() : Fresh();
+    return turnsLeft > 0 && !OneIn(7) ? NextOfBurst() : Fresh();
 }
 
 void InputMaker::PassTime() {
@@ -89,9 +89,14 @@ model::ButtonSlot InputMaker::AnyButton() {
     return static_cast<model::ButtonSlot>(choose(kButtonCountOfMouse));
 }
 
+// Often the one that was used last, so that settings change while it is held.
+model::ButtonSlot InputMaker::AnyControl() {
+    return OneIn(2) ? lastUsed : static_cast<model::ButtonSlot>(choose(model::kButtonSlotCount));
+}
+
 EngineInput InputMaker::Press() {
     EngineInput input = MouseInput(MouseEventKind::Press);
-    input.mouse.control = AnyButton();
+    input.mouse.control = lastUsed = AnyButton();
     down |= 1U << static_cast<std::uint32_t>(input.mouse.control);
     if (OneIn(2)) Draw(input.mouse.control);
     return input;
@@ -130,7 +135,8 @@ EngineInput InputMaker::Tilt() {
     input.mouse.delta = Pick(choose, kDeltas) * (OneIn(2) ? -1 : 1);
     if (OneIn(100)) input.mouse.delta *= 100'000;
     lastTurn = input;
-    turnsLeft = static_cast<int>(choose(5));
+    lastUsed = input.mouse.delta < 0 ? model::ButtonSlot::TiltLeft : model::ButtonSlot::TiltRight;
+    turnsLeft = static_cast<int>(choose(7));
     turnGap = Pick(choose, kTurnGaps);
     return input;
 }
@@ -212,7 +218,7 @@ void InputMaker::ChangeSettings() {
     if (what < 5) return;
     const std::uint32_t changes = what == 5 ? 5 : 1;
     for (std::uint32_t change = 0; change < changes; ++change) {
-        const auto control = static_cast<model::ButtonSlot>(choose(model::kButtonSlotCount));
+        const model::ButtonSlot control = AnyControl();
         settings.functions[control] = AnyFunction();
         settings.keys[control] = AnyKeys();
     }

@@ -43,13 +43,15 @@ private:
     model::FunctionCode AnyFunction();
     model::EtcKey AnyKeys();
     model::ButtonSlot AnyButton();
+    model::ButtonSlot AnyControl();
     bool OneIn(std::uint32_t count) { return choose(count) == 0; }
 
     Chooser choose;
     bool hasBegun = false;
     std::int64_t now;
     std::uint32_t down = 0;  // as seen by whoever presses
-    EngineInput lastTurn;    // of the wheel or of a tilt, or the tick of a stroke
+    model::ButtonSlot lastUsed = model::ButtonSlot::Left;
+    EngineInput lastTurn;  // of the wheel or of a tilt, or the tick of a stroke
     model::ButtonSlot drawing = model::ButtonSlot::Left;
     model::ScreenPoint stride;  // of the stroke
     int turnsLeft = 0;

@@ -18,7 +18,7 @@ namespace {
 
 // The oracle looks back at the whole history, so it must not be long.
 constexpr std::uint64_t kHistoryLength = 250;
-constexpr std::uint64_t kUsualInputs = 30'000;
+constexpr std::uint64_t kUsualInputs = 20'000;
 
 std::uint64_t NumberFrom(const char* variable, std::uint64_t otherwise) {
     const char* const text = std::getenv(variable);
