@@ -172,6 +172,7 @@ bool KorvenPanel::OnApply(HINSTANCE /*module*/, HWND page) {
 }
 
 void KorvenPanel::StorePane() {
+    buttonPane.TakeBackUnconfirmed();
     model::ProfileSettings& selected = settings.Selected();
     selected = model::CheckedCopy(buttonPane.Read(selected));
 }
@@ -206,7 +207,11 @@ void KorvenPanel::OnCommand(WPARAM wParam, LPARAM /*lParam*/, HWND /*page*/) {
 
 void KorvenPanel::OnProfileCommand(UINT notification) {
     if (notification == CBN_DROPDOWN) platform::WidenDropList(Control(IDC_PAGE_PROFILE));
-    if (notification != CBN_SELCHANGE) return;
+    const bool isGivenBack = profileList.OnNotification(Control(IDC_PAGE_PROFILE), notification);
+    if (isGivenBack || notification == CBN_SELCHANGE) OnProfileChosen();
+}
+
+void KorvenPanel::OnProfileChosen() {
     const LRESULT chosen = SendMessageW(Control(IDC_PAGE_PROFILE), CB_GETCURSEL, 0, 0);
     if (chosen < 0 || static_cast<std::size_t>(chosen) >= settings.profiles.size()) return;
     const auto index = static_cast<std::size_t>(chosen);
