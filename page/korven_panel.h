@@ -72,6 +72,9 @@ private:
     void RepairProfiles();
     void FindServiceFiles();
 
+    void FillProfileCombo();
+    void SelectInProfileCombo();
+    void ShowGestures();
     void PlacePane(HWND pane, HWND previous) const;
     void ShowPane(HWND pane, bool show) const;
     // Puts what the button pane shows into the selected profile.
