@@ -40,8 +40,8 @@ struct ProfileEditorContext {
 
 // Runs the dialog above the page. It works on a copy of the profiles that OK puts in place, and then writes the profile
 // file unless programs were merely added. A deletion selects the first profile at once, and Cancel does not take that
-// back; the selection stays within the list in any case. The page's panes go on showing what they showed, but for the gestures, which are the selected
-// profile's.
+// back; the selection stays within the list in any case. The page's panes go on showing what they showed, but for the
+// gestures, which are the selected profile's.
 void RunProfileEditor(const ProfileEditorContext& context);
 
 }  // namespace kvn::profiles
