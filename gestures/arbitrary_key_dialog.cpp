@@ -1,5 +1,6 @@
 #include "gestures/arbitrary_key_dialog.h"
 
+#include <imm.h>
 #include <winnls32.h>
 
 #include <algorithm>
@@ -9,6 +10,7 @@
 #include "platform/combo_box.h"
 #include "platform/modal_dialog.h"
 #include "platform/subclass.h"
+#include "platform/system_library.h"
 #include "platform/window_text.h"
 #include "resources/resource.h"
 
@@ -37,11 +39,26 @@ struct SidedKey {
 constexpr std::array<SidedKey, 3> kSidedKeys{
     {{VK_SHIFT, VK_LSHIFT, VK_RSHIFT}, {VK_CONTROL, VK_LCONTROL, VK_RCONTROL}, {VK_MENU, VK_LMENU, VK_RMENU}}};
 
+constexpr wchar_t kInputMethods[] = L"imm32.dll";
+
 // The procedure that all three edit fields had.
 WNDPROC previousFieldProcedure = nullptr;
 
 bool IsExcluded(const KeyCaptureRecord& record, KeyCode code) {
     return (record.excludeShift & 1U) != 0 && model::IsShiftKey(code);
+}
+
+// Switches the input method editor on or off for the whole thread, where Windows still does so.
+void EnableInputMethod(bool enable) {
+    WINNLSEnableIME(nullptr, enable ? TRUE : FALSE);
+}
+
+// An input method editor takes every key before the field sees it, and leaves VK_PROCESSKEY: the field goes without
+// one.
+void FreeOfInputMethod(HWND combo) {
+    const auto associate =
+        platform::SystemFunction<decltype(ImmAssociateContextEx)>(kInputMethods, "ImmAssociateContextEx");
+    if (associate != nullptr) associate(combo, nullptr, IACE_CHILDREN);
 }
 
 HWND EditFieldOf(HWND combo) {
@@ -131,12 +148,13 @@ INT_PTR ArbitraryKeyDialog::OnMessage(UINT message, WPARAM wParam, LPARAM /*lPar
 }
 
 void ArbitraryKeyDialog::OnInitDialog() {
-    WINNLSEnableIME(Window(), FALSE);
+    EnableInputMethod(false);
     for (std::size_t i = 0; i < kInputs.size(); ++i) {
         const HWND combo = Control(kInputs[i]);
         const HWND field = EditFieldOf(combo);
         if (field == nullptr) continue;
         FillInput(combo, field, record.keys.codes[i]);
+        FreeOfInputMethod(combo);
         previousFieldProcedure = platform::Subclass(field, FieldProcedure, &record);
     }
     SetFocus(Control(kInputs[0]));
@@ -184,7 +202,7 @@ void ArbitraryKeyDialog::OnOk() {
 }
 
 void ArbitraryKeyDialog::OnDestroy() const {
-    WINNLSEnableIME(Window(), TRUE);
+    EnableInputMethod(true);
     InvalidateRect(nullptr, nullptr, TRUE);
 }
 

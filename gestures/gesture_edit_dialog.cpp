@@ -98,8 +98,7 @@ void GestureEditDialog::ShowStroke(const std::wstring& text) {
 void GestureEditDialog::OnCommand(int control, int notification) {
     switch (control) {
         case IDC_GESTURE_FUNCTION:
-            if (notification == CBN_DROPDOWN) platform::WidenDropList(Control(IDC_GESTURE_FUNCTION));
-            if (notification == CBN_SELCHANGE) OnFunctionChosen();
+            OnFunctionNotification(static_cast<UINT>(notification));
             break;
         case IDC_GESTURE_STROKE:
             if (notification == STN_CLICKED) OnStrokeClicked();
@@ -115,9 +114,18 @@ void GestureEditDialog::OnCommand(int control, int notification) {
     }
 }
 
+void GestureEditDialog::OnFunctionNotification(UINT notification) {
+    const HWND functions = Control(IDC_GESTURE_FUNCTION);
+    if (notification == CBN_DROPDOWN) platform::WidenDropList(functions);
+    functionList.OnNotification(functions, notification);
+    if (notification == CBN_SELCHANGE) OnFunctionChosen();
+}
+
 void GestureEditDialog::OnFunctionChosen() {
     const HWND functions = Control(IDC_GESTURE_FUNCTION);
     if (platform::SelectedComboData(functions) != model::kFunctionArbitraryKey) return;
+    // The key dialog takes the focus, which leaves a list that is open.
+    functionList.Confirm();
     KeyCaptureRecord capture;
     capture.keys = SelectedKeys();
     capture.origin = Window();
@@ -143,6 +151,7 @@ void GestureEditDialog::OnOk() {
     if (confirmed.stroke.empty() || manager.IsActive()) return;
     confirmed.memo = platform::WindowText(Control(IDC_GESTURE_MEMO), kMaxFieldText);
     const HWND functions = Control(IDC_GESTURE_FUNCTION);
+    platform::LeaveList(functions);
     const auto function = platform::SelectedComboData(functions);
     if (!function) return;
     const std::wstring functionText = platform::SelectedComboText(functions);

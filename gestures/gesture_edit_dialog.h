@@ -10,6 +10,7 @@
 #include "gestures/gesture_mgr.h"
 #include "gestures/gesture_trail_overlay.h"
 #include "model/mouse_settings.h"
+#include "platform/combo_box.h"
 #include "platform/message_box.h"
 #include "platform/modal_dialog.h"
 
@@ -40,6 +41,7 @@ private:
     INT_PTR OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     void OnInitDialog();
     void OnCommand(int control, int notification);
+    void OnFunctionNotification(UINT notification);
     void OnFunctionChosen();
     void OnStrokeClicked();
     void OnOk();
@@ -60,6 +62,7 @@ private:
     GestureTrailOverlay& trail;
 
     GestureEditRequest request;
+    platform::OpenedList functionList;
 };
 
 }  // namespace kvn::gestures

@@ -160,7 +160,7 @@ void GesturePane::SetDetails(int row, const model::GestureEntry& gesture, const 
 
 std::optional<std::size_t> GesturePane::SelectedGesture() const {
     const auto row = platform::FirstSelectedRow(list);
-    // The editor of profiles may put another profile in place of the one that the list shows.
+    // Somebody else's messages can have made a row that is nobody's.
     if (!row || static_cast<std::size_t>(*row) >= Gestures().size()) return std::nullopt;
     return static_cast<std::size_t>(*row);
 }

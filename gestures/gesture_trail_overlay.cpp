@@ -55,7 +55,7 @@ void GestureTrailOverlay::Repaint(HWND window) {
     GetClientRect(window, &area);
     platform::EraseTrailGround(context.Get(), area);
     const auto* self = platform::ObjectOf<GestureTrailOverlay>(window);
-     if (self != nullptr) self->trail.Draw(context.Get());
+    if (self != nullptr) self->trail.Draw(context.Get());
 }
 
 INT_PTR CALLBACK GestureTrailOverlay::DialogProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {

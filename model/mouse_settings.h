@@ -17,7 +17,7 @@ struct MouseSettings {
     ProfileSet profiles;  // never empty once a model is loaded
     std::size_t selectedProfile = 0;
     std::wstring profileFilePath;
-    // Nothing was read from the file: whatever stands at the path is renamed before it is written.
+    // Nothing was read from the file, or not yet: whatever stands at the path is renamed before it is written.
     bool setFileAsideBeforeSaving = false;
 
     SettingValues initialValues;  // behind "Return to initial values"

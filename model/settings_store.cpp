@@ -59,20 +59,21 @@ std::wstring ProfileFileName(std::uint32_t vid, std::uint32_t pid) {
 }
 
 bool LoadModel(MouseSettings& settings) {
+    // Until the file has been read: memory may run out on the way, and the page goes on without its profiles.
+    settings.setFileAsideBeforeSaving = true;
     settings.os = ReadOsVersion();
     const std::wstring folder = SettingsFolder();
     MakeFolder(folder);
     settings.profileFilePath = folder + ProfileFileName(settings.device.vid, settings.device.pid);
-    settings.setFileAsideBeforeSaving = false;
     FinishOrRemoveInterruptedSave(settings.profileFilePath);
 
     if (LoadProfileFile(settings.profileFilePath, settings.profiles) > 0) {
+        settings.setFileAsideBeforeSaving = false;
         settings.selectedProfile = SelectedProfileOf(settings.profiles);
         settings.registrySettings = CheckedCopy(settings.Selected());
         return true;
     }
     MakeDefaultProfile(settings);
-    settings.setFileAsideBeforeSaving = true;
     settings.registrySettings = CheckedCopy(settings.Selected());
     const bool saved = SaveProfiles(settings);
     // A file that could not even be set aside is in use: what is in it, and in the registry, stays the user's.
@@ -90,7 +91,11 @@ bool WriteRegistryValues(MouseSettings& settings) {
 }
 
 bool SaveProfiles(MouseSettings& settings) {
-    if (settings.setFileAsideBeforeSaving && !SetAsideProfileFile(settings.profileFilePath)) return false;
+    if (settings.setFileAsideBeforeSaving) {
+        // An interrupted save may still be the only file that has the profiles.
+        FinishOrRemoveInterruptedSave(settings.profileFilePath);
+        if (!SetAsideProfileFile(settings.profileFilePath)) return false;
+    }
     settings.setFileAsideBeforeSaving = false;
 
     ProfileRecord& first = settings.profiles.front();

@@ -2,6 +2,7 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
 #include <span>
 
 #include "gestures/arbitrary_key_dialog.h"
@@ -95,7 +96,8 @@ void ButtonPane::SetUp() {
 void ButtonPane::Fill(const model::ProfileSettings& shown) {
     isFilled = false;
     if (!HasTakenOver()) return;
-    for (const SlotChooser& chooser : choosers) {
+    LeaveLists();
+    for (SlotChooser& chooser : choosers) {
         const ButtonSlot slot = chooser.Slot();
         const model::FunctionCode function = shown.FunctionOf(slot);
         model::EtcKey keys;
@@ -103,6 +105,7 @@ void ButtonPane::Fill(const model::ProfileSettings& shown) {
         if (!settings.IsOnMouse(slot)) keys = model::WithoutShiftKeys(keys);
         chooser.ShowArbitraryKeys(keys);
         chooser.Select(function);
+        chooser.Confirm();
     }
     for (const TrackbarRow& row : kTrackbars) {
         SendMessageW(Control(row.control), TBM_SETPOS, TRUE, shown[row.field]);
@@ -143,6 +146,18 @@ model::ProfileSettings ButtonPane::Read(const model::ProfileSettings& base) cons
     return read;
 }
 
+void ButtonPane::TakeBackUnconfirmed() {
+    if (!isFilled) return;
+    LeaveLists();
+    if (KeepsRules(&SlotChooser::Selected) || !KeepsRules(&SlotChooser::Confirmed)) return;
+    for (const SlotChooser& chooser : choosers) chooser.TakeBack();
+}
+
+void ButtonPane::LeaveLists() const {
+    for (const SlotChooser& chooser : choosers) chooser.LeaveList();
+    platform::LeaveList(Control(IDC_PANE_REVOLUTION_COUNT));
+}
+
 void ButtonPane::LoadPictures(const std::wstring& folder) {
     if (Window() == nullptr) return;
     const HWND target = Control(IDC_PANE_PICTURE);
@@ -175,7 +190,7 @@ void ButtonPane::Enable(int control, bool enable) const {
 void ButtonPane::OnCommand(UINT control, UINT notification) {
     if (control == IDC_PANE_HELP) return owner.OnHelp();
     if (control == IDC_PANE_RESET) return owner.OnReset();
-    if (control == IDC_PANE_REVOLUTION_COUNT && notification == CBN_SELCHANGE) return OnRevolutionCountChosen();
+    if (control == IDC_PANE_REVOLUTION_COUNT) return OnRevolutionNotification(notification);
     for (const ChooserRow& row : kChoosers) {
         if (control == static_cast<UINT>(row.control)) {
             OnChooserNotification(choosers[static_cast<std::size_t>(row.slot)], notification);
@@ -184,6 +199,7 @@ void ButtonPane::OnCommand(UINT control, UINT notification) {
 }
 
 void ButtonPane::OnChooserNotification(SlotChooser& chooser, UINT notification) {
+    chooser.OnNotification(notification);
     switch (notification) {
         case CBN_DROPDOWN:
             platform::WidenDropList(chooser.Window());
@@ -196,6 +212,7 @@ void ButtonPane::OnChooserNotification(SlotChooser& chooser, UINT notification) 
             break;
         case CBN_SELENDOK:
             OnChoiceConfirmed(chooser);
+            chooser.Confirm();
             earlierIndex = chooser.SelectedIndex();
             break;
         default:
@@ -206,8 +223,7 @@ void ButtonPane::OnChooserNotification(SlotChooser& chooser, UINT notification) 
 void ButtonPane::OnChoiceConfirmed(SlotChooser& changed) {
     // A message box takes the focus from the chooser, which clears the remembered choice.
     const int indexBefore = earlierIndex;
-    int gestureCount = 0;
-    for (const SlotChooser& chooser : choosers) gestureCount += chooser.Selected() == model::kFunctionGesture ? 1 : 0;
+    int gestureCount = GestureCount(&SlotChooser::Selected);
 
     // Putting "Left click" back counts as one gesture function less, whatever it has replaced.
     if (PutBackLeftClick(changed)) --gestureCount;
@@ -219,14 +235,26 @@ void ButtonPane::OnChoiceConfirmed(SlotChooser& changed) {
 }
 
 bool ButtonPane::PutBackLeftClick(const SlotChooser& changed) const {
-    for (const SlotChooser& chooser : choosers) {
-        if (chooser.Selected() == model::kFunctionLeftClick) return false;
-    }
+    if (HasLeftClick(&SlotChooser::Selected)) return false;
     const auto leftClick = changed.IndexOfLeftClick();
     if (!leftClick) return false;
     boxes.Warn(Window(), IDS_LEFT_CLICK_MISSING);
     changed.SelectIndex(*leftClick);
     return true;
+}
+
+bool ButtonPane::KeepsRules(ChooserFunction function) const {
+    return HasLeftClick(function) && GestureCount(function) <= 1;
+}
+
+bool ButtonPane::HasLeftClick(ChooserFunction function) const {
+    return std::ranges::any_of(
+        choosers, [=](const SlotChooser& chooser) { return (chooser.*function)() == model::kFunctionLeftClick; });
+}
+
+int ButtonPane::GestureCount(ChooserFunction function) const {
+    return static_cast<int>(std::ranges::count_if(
+        choosers, [=](const SlotChooser& chooser) { return (chooser.*function)() == model::kFunctionGesture; }));
 }
 
 void ButtonPane::RegisterArbitraryKey(SlotChooser& chooser) {
@@ -238,6 +266,11 @@ void ButtonPane::RegisterArbitraryKey(SlotChooser& chooser) {
     if (!gestures::RunArbitraryKeyDialog(Module(), capture)) return;
     settings.Selected().etcKeys[slot] = capture.keys;
     chooser.ShowArbitraryKeys(capture.keys);
+}
+
+void ButtonPane::OnRevolutionNotification(UINT notification) {
+    const bool isGivenBack = revolutionList.OnNotification(Control(IDC_PANE_REVOLUTION_COUNT), notification);
+    if (isGivenBack || notification == CBN_SELCHANGE) OnRevolutionCountChosen();
 }
 
 void ButtonPane::OnRevolutionCountChosen() {

@@ -40,6 +40,11 @@ public:
     // Disables what this mouse does not have.
     void DisableMissingCapabilities();
 
+    // To be called before the settings are stored: leaves lists that are open, and takes choices back that nobody has
+    // confirmed and that break the rules. So what is stored has a "Left click" and at most one "Gesture function"
+    // unless the profile never had.
+    void TakeBackUnconfirmed();
+
     // The settings as the user sees them: the numbers that a control shows, everything else as in `base`. A chooser
     // without a selection holds a code that it does not offer and keeps it. A pane that could not be filled to its end
     // shows nobody's settings and keeps everything.
@@ -62,7 +67,15 @@ private:
     bool PutBackLeftClick(const SlotChooser& changed) const;
     void RegisterArbitraryKey(SlotChooser& chooser);
 
+    // Whether there is a "Left click" and at most one "Gesture function" among what this says of each chooser.
+    using ChooserFunction = std::optional<model::FunctionCode> (SlotChooser::*)() const;
+    bool KeepsRules(ChooserFunction function) const;
+    bool HasLeftClick(ChooserFunction function) const;
+    int GestureCount(ChooserFunction function) const;
+    void LeaveLists() const;
+
     void FillRevolutionCount(std::int32_t count);
+    void OnRevolutionNotification(UINT notification);
     void OnRevolutionCountChosen();
     void EnableFlyingSpeeds(bool enable) const;
     void Enable(int control, bool enable) const;
@@ -74,6 +87,7 @@ private:
     std::array<SlotChooser, model::kButtonSlotCount> choosers;
     // Index 0 is the plain mouse, index k the mouse with its k-th control marked.
     std::vector<MousePicture> pictures;
+    platform::OpenedList revolutionList;
     // The index that a chooser had selected when the focus came to it or its choice was last confirmed.
     int earlierIndex = 0;
     bool isFilled = false;

@@ -76,7 +76,7 @@ void KorvenPanel::SetUpPage(HINSTANCE module) {
     ReadDevice();
     LoadProfiles();
     CreatePanes(module);
-    ShowProfiles();
+    FillProfileCombo();
     RepairProfiles();
     buttonPane.Fill(settings.Selected());
     gesturePane.ShowProfile();
@@ -124,18 +124,34 @@ void KorvenPanel::PlacePane(HWND pane, HWND previous) const {
     SetWindowPos(pane, previous, area.left, area.top, area.right - area.left, area.bottom - area.top, SWP_NOACTIVATE);
 }
 
-void KorvenPanel::ShowProfiles() {
+void KorvenPanel::FillProfileCombo() {
     const HWND combo = Control(IDC_PAGE_PROFILE);
     const platform::PausedRedraw pause(combo);
     SendMessageW(combo, CB_RESETCONTENT, 0, 0);
     for (const model::ProfileRecord& profile : settings.profiles) {
         SendMessageW(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(profile.name.c_str()));
     }
-    ShowSelectedProfile();
+    SelectInProfileCombo();
+}
+
+void KorvenPanel::SelectInProfileCombo() {
+    profileList.Confirm();
+    SendMessageW(Control(IDC_PAGE_PROFILE), CB_SETCURSEL, settings.selectedProfile, 0);
+}
+
+void KorvenPanel::ShowProfiles() {
+    FillProfileCombo();
+    ShowGestures();
 }
 
 void KorvenPanel::ShowSelectedProfile() {
-    SendMessageW(Control(IDC_PAGE_PROFILE), CB_SETCURSEL, settings.selectedProfile, 0);
+    SelectInProfileCombo();
+    ShowGestures();
+}
+
+// What the combo shows and whose gestures are listed is always the same profile: a row's command acts on its gesture.
+void KorvenPanel::ShowGestures() {
+    platform::Completes([this] { gesturePane.ShowProfile(); });
 }
 
 void KorvenPanel::RepairProfiles() {
@@ -172,6 +188,7 @@ bool KorvenPanel::OnApply(HINSTANCE /*module*/, HWND page) {
 }
 
 void KorvenPanel::StorePane() {
+    buttonPane.TakeBackUnconfirmed();
     model::ProfileSettings& selected = settings.Selected();
     selected = model::CheckedCopy(buttonPane.Read(selected));
 }
@@ -206,7 +223,11 @@ void KorvenPanel::OnCommand(WPARAM wParam, LPARAM /*lParam*/, HWND /*page*/) {
 
 void KorvenPanel::OnProfileCommand(UINT notification) {
     if (notification == CBN_DROPDOWN) platform::WidenDropList(Control(IDC_PAGE_PROFILE));
-    if (notification != CBN_SELCHANGE) return;
+    const bool isGivenBack = profileList.OnNotification(Control(IDC_PAGE_PROFILE), notification);
+    if (isGivenBack || notification == CBN_SELCHANGE) OnProfileChosen();
+}
+
+void KorvenPanel::OnProfileChosen() {
     const LRESULT chosen = SendMessageW(Control(IDC_PAGE_PROFILE), CB_GETCURSEL, 0, 0);
     if (chosen < 0 || static_cast<std::size_t>(chosen) >= settings.profiles.size()) return;
     const auto index = static_cast<std::size_t>(chosen);
@@ -215,11 +236,11 @@ void KorvenPanel::OnProfileCommand(UINT notification) {
         StorePane();
         shown = model::CheckedCopy(settings.profiles[index].settings);
     });
-    if (!canChange) return ShowSelectedProfile();
+    if (!canChange) return SelectInProfileCombo();
     settings.selectedProfile = index;
     // The gestures are shown even when filling the buttons breaks off: their rows belong to the selected profile.
     platform::Completes([&] { buttonPane.Fill(shown); });
-    gesturePane.ShowProfile();
+    ShowGestures();
 }
 
 void KorvenPanel::OnEditProfileCommand(UINT notification) {

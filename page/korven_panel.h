@@ -12,6 +12,7 @@
 #include "model/mouse_settings.h"
 #include "page/button_pane.h"
 #include "page/property_panel.h"
+#include "platform/combo_box.h"
 #include "platform/command_table.h"
 #include "platform/critical_section.h"
 #include "platform/message_box.h"
@@ -58,6 +59,7 @@ private:
     void ShowSelectedProfile() override;
 
     void OnProfileCommand(UINT notification);
+    void OnProfileChosen();
     void OnEditProfileCommand(UINT notification);
     void OnHelpCommand(UINT notification);
     void OnResetCommand(UINT notification);
@@ -70,6 +72,9 @@ private:
     void RepairProfiles();
     void FindServiceFiles();
 
+    void FillProfileCombo();
+    void SelectInProfileCombo();
+    void ShowGestures();
     void PlacePane(HWND pane, HWND previous) const;
     void ShowPane(HWND pane, bool show) const;
     // Puts what the button pane shows into the selected profile.
@@ -86,6 +91,7 @@ private:
     gestures::CGestureMgr gestureManager{gestureTrail};
     gestures::GesturePane gesturePane;
 
+    platform::OpenedList profileList;
     HWND pageWindow = nullptr;
     HWND buttonPaneWindow = nullptr;
     HWND gesturePaneWindow = nullptr;

@@ -4,7 +4,6 @@
 
 #include "gestures/function_combo.h"
 #include "platform/boundary.h"
-#include "platform/combo_box.h"
 #include "platform/subclass.h"
 
 namespace kvn::page {
@@ -43,6 +42,19 @@ int SlotChooser::SelectedIndex() const {
 
 void SlotChooser::SelectIndex(int index) const {
     SendMessageW(combo, CB_SETCURSEL, static_cast<WPARAM>(index), 0);
+}
+
+void SlotChooser::Confirm() {
+    list.Confirm();
+    confirmedIndex = SelectedIndex();
+}
+
+std::optional<model::FunctionCode> SlotChooser::Confirmed() const {
+    return platform::ComboData(combo, confirmedIndex);
+}
+
+void SlotChooser::LeaveList() const {
+    platform::LeaveList(combo);
 }
 
 std::optional<int> SlotChooser::IndexOfLeftClick() const {

@@ -9,6 +9,7 @@
 
 #include "model/function_catalogue.h"
 #include "model/profile.h"
+#include "platform/combo_box.h"
 
 namespace kvn::page {
 
@@ -35,6 +36,17 @@ public:
     int SelectedIndex() const;
     void SelectIndex(int index) const;
 
+    // What is selected now has passed the rules, or stands in the profile; and the function that last did.
+    void Confirm();
+    std::optional<model::FunctionCode> Confirmed() const;
+    // Selects what was confirmed last.
+    void TakeBack() const { SelectIndex(confirmedIndex); }
+
+    // Closes the list if it is open, without confirming.
+    void LeaveList() const;
+    // To be called with every notification of the combo box, before anything else is done about it.
+    void OnNotification(UINT notification) { list.OnNotification(combo, notification); }
+
     // The index of "Left click", if it is offered.
     std::optional<int> IndexOfLeftClick() const;
 
@@ -49,6 +61,8 @@ private:
     WNDPROC previousProcedure = nullptr;
     HINSTANCE resources = nullptr;
     FocusListener onFocusChanged;
+    platform::OpenedList list;
+    int confirmedIndex = -1;
 };
 
 }  // namespace kvn::page

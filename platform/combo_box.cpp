@@ -1,6 +1,7 @@
 #include "platform/combo_box.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/device_context.h"
 
@@ -26,10 +27,13 @@ void AddComboItem(HWND combo, const std::wstring& text, int data) {
     if (index >= 0) Send(combo, CB_SETITEMDATA, static_cast<WPARAM>(index), data);
 }
 
-std::optional<int> SelectedComboData(HWND combo) {
-    const int index = Send(combo, CB_GETCURSEL);
+std::optional<int> ComboData(HWND combo, int index) {
     if (index < 0) return std::nullopt;
     return Send(combo, CB_GETITEMDATA, static_cast<WPARAM>(index));
+}
+
+std::optional<int> SelectedComboData(HWND combo) {
+    return ComboData(combo, Send(combo, CB_GETCURSEL));
 }
 
 std::wstring SelectedComboText(HWND combo) {
@@ -68,6 +72,22 @@ std::optional<int> FindComboData(HWND combo, int data, int maxCount) {
 void SelectComboData(HWND combo, int data) {
     const auto index = FindComboData(combo, data, Send(combo, CB_GETCOUNT));
     Send(combo, CB_SETCURSEL, index ? static_cast<WPARAM>(*index) : static_cast<WPARAM>(-1));
+}
+
+// Confirming, like anything else that moves the focus, may bring another cancellation: a second one finds nothing to
+// give back.
+bool OpenedList::OnNotification(HWND combo, UINT notification) {
+    if (notification == CBN_DROPDOWN) indexBefore = Send(combo, CB_GETCURSEL);
+    const bool isOver = notification == CBN_SELENDOK || notification == CBN_SELENDCANCEL || notification == CBN_CLOSEUP;
+    if (!isOver) return false;
+    const auto before = std::exchange(indexBefore, std::nullopt);
+    if (notification == CBN_SELENDOK || !before || *before == Send(combo, CB_GETCURSEL)) return false;
+    Send(combo, CB_SETCURSEL, static_cast<WPARAM>(*before));
+    return true;
+}
+
+void LeaveList(HWND combo) {
+    if (Send(combo, CB_GETDROPPEDSTATE) != 0) Send(combo, CB_SHOWDROPDOWN, FALSE);
 }
 
 void ReplaceComboText(HWND combo, int index, const std::wstring& text) {

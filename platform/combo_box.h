@@ -11,6 +11,9 @@ namespace kvn::platform {
 // Appends an entry.
 void AddComboItem(HWND combo, const std::wstring& text, int data);
 
+// The number of the entry at this index; nothing for a negative one.
+std::optional<int> ComboData(HWND combo, int index);
+
 // The number of the selected entry; nothing when none is selected.
 std::optional<int> SelectedComboData(HWND combo);
 
@@ -25,6 +28,23 @@ void SelectComboData(HWND combo, int data);
 
 // Makes the drop-down list wide enough for its texts. To be called when the list is about to open.
 void WidenDropList(HWND combo);
+
+// Gives a combo box back what it had selected before its list was opened, when the list is left without confirming.
+class OpenedList {
+public:
+    // To be called with every notification of the combo box, before anything else is done about it. True when another
+    // entry was given back.
+    bool OnNotification(HWND combo, UINT notification);
+
+    // Whatever is selected now counts as confirmed.
+    void Confirm() { indexBefore.reset(); }
+
+private:
+    std::optional<int> indexBefore;  // while the list is open and nothing is confirmed
+};
+
+// Closes the list if it is open, without confirming.
+void LeaveList(HWND combo);
 
 // Gives the entry at this index another text. The selection stays on it if it was there.
 void ReplaceComboText(HWND combo, int index, const std::wstring& text);

@@ -227,6 +227,8 @@ void ProfileEditor::OnAddPrograms() {
 
 void ProfileEditor::AddPrograms(std::size_t profile, const std::vector<ApplicationEntry>& chosen) {
     for (const ApplicationEntry& program : chosen) {
+        // A row's icon may have brought a message that selects another profile.
+        if (edited.OnlySelected() != profile) return;
         if (const auto user = edited.ProfileUsing(program)) {
             Warn(*user == profile ? IDS_PROGRAM_REGISTERED : IDS_PROGRAM_USED_ELSEWHERE);
             continue;

@@ -16,9 +16,9 @@ namespace kvn::profiles {
 // Where the page shows the profiles by their names.
 class IProfileDisplay {
 public:
-    // Shows the settings' profiles anew, with the selected one.
+    // Shows the settings' profiles again, with the selected one.
     virtual void ShowProfiles() = 0;
-    // Shows another one of them as selected.
+    // Shows another one of them as selected, and what the page lists of it.
     virtual void ShowSelectedProfile() = 0;
 
 protected:
@@ -40,7 +40,8 @@ struct ProfileEditorContext {
 
 // Runs the dialog above the page. It works on a copy of the profiles that OK puts in place, and then writes the profile
 // file unless programs were merely added. A deletion selects the first profile at once, and Cancel does not take that
-// back; the selection stays within the list in any case. The page's panes go on showing what they showed.
+// back; the selection stays within the list in any case. The page's panes go on showing what they showed, but for the
+// gestures, which are the selected profile's.
 void RunProfileEditor(const ProfileEditorContext& context);
 
 }  // namespace kvn::profiles

@@ -40,8 +40,8 @@ int ProgramIcons::Append(const std::wstring& path) {
     return icon ? ImageList_ReplaceIcon(images.Get(), kAppend, icon.Get()) : kNoIcon;
 }
 
-void InsertProgramRow(HWND list, int row, ProgramIcons& icons, const model::ApplicationEntry& program) {
-    platform::InsertListRow(list, row, program.name, icons.Append(program.path));
+void InsertProgramRow(HWND list, int row, const model::ApplicationEntry& program, int icon) {
+    platform::InsertListRow(list, row, program.name, icon);
     platform::SetListText(list, row, kPathColumn, program.path);
 }
 

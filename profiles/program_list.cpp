@@ -21,12 +21,18 @@ void ProgramList::SetUp(HWND listView, HINSTANCE module) {
 
 void ProgramList::Show(const std::vector<model::ApplicationEntry>& programs) {
     const platform::PausedRedraw pause(list);
+    const unsigned filling = ++fillings;
     platform::ClearListRows(list);
-    for (const model::ApplicationEntry& program : programs) Append(program);
+    for (const model::ApplicationEntry& program : programs) {
+        Append(program);
+        if (filling != fillings) return;
+    }
 }
 
 void ProgramList::Append(const model::ApplicationEntry& program) {
-    InsertProgramRow(list, platform::ListRowCount(list), icons, program);
+    const unsigned filling = fillings;
+    const int icon = icons.Append(program.path);
+    if (filling == fillings) InsertProgramRow(list, platform::ListRowCount(list), program, icon);
 }
 
 int ProgramList::Count() const {

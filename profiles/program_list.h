@@ -15,7 +15,8 @@ public:
     // Makes the columns and shows the icons.
     void SetUp(HWND listView, HINSTANCE module);
 
-    // Shows these programs and no others, none of them selected.
+    // Shows these programs and no others, none of them selected. While the shell is asked for an icon, a message may
+    // bring another filling: the newer one counts, and ends the older one.
     void Show(const std::vector<model::ApplicationEntry>& programs);
     void Append(const model::ApplicationEntry& program);
 
@@ -25,6 +26,7 @@ public:
 
 private:
     ProgramIcons icons;
+    unsigned fillings = 0;
     HWND list = nullptr;
 };
 

@@ -37,12 +37,31 @@ constexpr wchar_t kProgramExtension[] = L"exe";
 // The row of the last click, kNoRow for the empty space; lives as long as the module, from one opening to the next.
 int lastClickedRow = 0;
 
+// The current folder of the host program, put back at the end: the dialog that opens files leaves another one, which
+// would then be in use for as long as the host runs.
+class KeptCurrentFolder {
+public:
+    KeptCurrentFolder() : folder(GetCurrentDirectoryW(0, nullptr), L'\0') {
+        const DWORD length = GetCurrentDirectoryW(static_cast<DWORD>(folder.size()), folder.data());
+        folder.resize(length < folder.size() ? length : 0);
+    }
+    ~KeptCurrentFolder() {
+        if (!folder.empty()) SetCurrentDirectoryW(folder.c_str());
+    }
+    KeptCurrentFolder(const KeptCurrentFolder&) = delete;
+    KeptCurrentFolder& operator=(const KeptCurrentFolder&) = delete;
+
+private:
+    std::wstring folder;
+};
+
 // False when the user cancels, and on every failure.
 bool ShowOpenDialog(OPENFILENAMEW& request) {
     using platform::SystemFunction;
     const auto getOpenFileName = SystemFunction<decltype(GetOpenFileNameW)>(kCommonDialogs, "GetOpenFileNameW");
     const auto getError = SystemFunction<decltype(CommDlgExtendedError)>(kCommonDialogs, "CommDlgExtendedError");
     if (getOpenFileName == nullptr || getError == nullptr) return false;
+    const KeptCurrentFolder folder;
     if (getOpenFileName(&request)) return true;
     getError();  // reading it is all that is done about it
     return false;
@@ -109,7 +128,8 @@ void ProgramSelectionDialog::FillList() {
     AppendStartMenuPrograms(Window(), programs);
     SendMessageW(list, LVM_SETITEMCOUNT, programs.size(), 0);
     int row = 0;
-    for (const ApplicationEntry& program : programs) InsertProgramRow(list, row++, *icons, program);
+    for (const ApplicationEntry& program : programs)
+        InsertProgramRow(list, row++, program, icons->Append(program.path));
 }
 
 void ProgramSelectionDialog::OnCommand(int control) {

@@ -64,7 +64,7 @@ TEST_F(Reset, AcceptedShowsTheDefaultsAndWritesThemOnlyWhenApplied) {
 
 TEST_F(Reset, ServiceSaysWhatTheInitialValuesAre) {
     const Sheet sheet = OpenSheetWithService();
-    // One value is out of range and shows as no choice.
+    // One value is out of range and gives way to its default.
     AskService({L"--send-settings", L"1,2,8,5,99,7,34,33,9,3,1"});
     EXPECT_EQ(sheet.Chosen(IDC_PANE_CENTER), 6);
     EXPECT_FALSE(sheet.CanApply());
@@ -76,7 +76,7 @@ TEST_F(Reset, ServiceSaysWhatTheInitialValuesAre) {
     EXPECT_EQ(sheet.Chosen(IDC_PANE_RIGHT), 2);
     EXPECT_EQ(sheet.Chosen(IDC_PANE_CENTER), 8);
     EXPECT_EQ(sheet.Chosen(IDC_PANE_BUTTON4), 5);
-    EXPECT_EQ(sheet.Chosen(IDC_PANE_BUTTON5), std::nullopt);
+    EXPECT_EQ(sheet.Chosen(IDC_PANE_BUTTON5), 4);
     EXPECT_EQ(sheet.Position(IDC_PANE_HORIZONTAL_SPEED), 7);
     EXPECT_EQ(sheet.Chosen(IDC_PANE_TILT_LEFT), 34);
     EXPECT_EQ(sheet.Chosen(IDC_PANE_TILT_RIGHT), 33);

@@ -1,7 +1,9 @@
 // Loading a model, and the default profile of one that has no file.
 #include <shlobj.h>
 
+#include <algorithm>
 #include <limits>
+#include <new>
 
 #include "tests/model_windows/genuine_function.h"
 #include "tests/model_windows/locked_key.h"
@@ -165,6 +167,73 @@ TEST_F(LoadModelTest, AFileInUseIsLeftAloneAndSoIsTheRegistry) {
     EXPECT_FALSE(SaveProfiles(settings));
     EXPECT_EQ(test::ReadBytes(Path()), bytes);
     EXPECT_EQ(FilesInFolder(), std::vector<std::wstring>{kFileName});
+}
+
+// Loads with each call of a function of Windows in turn running out of memory, and then saves what a user has made on
+// the page that opened all the same.
+class LoadWithoutMemoryTest : public SettingsStore {
+protected:
+    void ExpectKept(const std::string& bytes, const std::wstring& name) {
+        int failing = 0;
+        for (bool isEnough = false; !isEnough;) {
+            MouseSettings opened = settings;
+            test::WriteBytes(User().SettingsFolder() + L'\\' + name, bytes);
+            isEnough = LoadsWithFailureAt(++failing, opened);
+            if (isEnough) break;
+            opened.profiles.assign(1, DefaultProfileRecord());
+            SaveProfiles(opened);
+            EXPECT_TRUE(IsKept(bytes)) << failing;
+            for (const std::wstring& file : FilesInFolder())
+                DeleteFileW((User().SettingsFolder() + L'\\' + file).c_str());
+        }
+        EXPECT_GT(failing, 2);
+    }
+
+private:
+    template <kvn::test::FunctionName kName, typename Result, typename... Arguments>
+    static ReplacedImport<kName, Result(Arguments...)> Failing(int& left, Result (*genuine)(Arguments...)) {
+        return {GetModuleHandleW(nullptr), [&left, genuine](Arguments... arguments) -> Result {
+                    if (--left == 0) throw std::bad_alloc();
+                    return genuine(arguments...);
+                }};
+    }
+
+    // False when the memory ran out.
+    static bool LoadsWithFailureAt(int number, MouseSettings& opened) {
+        int left = number;
+        const auto read = Failing<"ReadFile">(left, &ReadFile);
+        const auto look = Failing<"GetFileAttributesW">(left, &GetFileAttributesW);
+        const auto key = Failing<"RegOpenKeyExW">(left, &RegOpenKeyExW);
+        try {
+            LoadModel(opened);
+        } catch (const std::bad_alloc&) {
+            return false;
+        }
+        return true;
+    }
+
+    bool IsKept(const std::string& bytes) const {
+        const auto files = FilesInFolder();
+        return std::any_of(files.begin(), files.end(), [&](const std::wstring& file) {
+            return test::ReadBytes(User().SettingsFolder() + L'\\' + file) == bytes;
+        });
+    }
+};
+
+TEST_F(LoadWithoutMemoryTest, AGoodFileIsNotReplacedLater) {
+    WriteFile("");
+    ExpectKept("<data><profile><profname>mine</profname></profile></data>", kFileName);
+}
+
+TEST_F(LoadWithoutMemoryTest, ABrokenFileIsSetAsideLater) {
+    WriteFile("");
+    ExpectKept("<data><profile><profname>mine</profname>", kFileName);
+}
+
+TEST_F(LoadWithoutMemoryTest, ASaveThatWasCutOffIsFinishedLater) {
+    WriteFile("");
+    DeleteFileW(Path().c_str());
+    ExpectKept("<data><profile><profname>mine</profname></profile></data>", std::wstring(kFileName) + L".saving");
 }
 
 TEST_F(LoadModelTest, WhatASaveThatWasCutOffLeftIsRemoved) {

@@ -1,7 +1,12 @@
 // Adding programs to a profile: the editor itself, opened without a page, with a stand-in for the choice of programs.
 #include <gtest/gtest.h>
 
+#include <windows.h>
+
+#include <shellapi.h>
+
 #include <future>
+#include <utility>
 
 #include "model/settings_store.h"
 #include "profiles/profile_editor.h"
@@ -118,6 +123,25 @@ TEST_F(AddingProgramsTest, AppendsThemInTheirOrderWithNameIconAndPath) {
     EXPECT_EQ((Entries{Program(L"old"), chosen[0], chosen[1]}), settings.profiles[1].settings.applications);
     EXPECT_TRUE(settings.profiles[0].settings.applications.empty());
     EXPECT_EQ(1, choices);
+}
+
+TEST_F(AddingProgramsTest, EndsWhenTheShellPumpsMessagesThatSelectAnotherProfile) {
+    AddProfile(L"Default");
+    AddProfile(L"a", {Program(L"own")});
+    bool isNested = false;
+    const ReplacedImport<"SHGetFileInfoW", decltype(SHGetFileInfoW)> lookup(
+        GetModuleHandleW(nullptr), [&](const wchar_t* path, DWORD, SHFILEINFOW*, UINT, UINT) -> DWORD_PTR {
+            if (path == Program(L"x").path && !std::exchange(isNested, true)) editor->SelectProfiles({1});
+            return 0;
+        });
+    ASSERT_TRUE(lookup.IsInPlace());
+    Open({Program(L"x"), Program(L"y")}, 0);
+    PressAdd();
+    AwaitRows(1);
+    Close(IDOK);
+    EXPECT_TRUE(isNested);
+    EXPECT_EQ((Paths{L"C:\\x.exe"}), PathsOf(0));
+    EXPECT_EQ((Paths{L"C:\\own.exe"}), PathsOf(1));
 }
 
 TEST_F(AddingProgramsTest, AloneIsKeptInMemoryAndNotWritten) {

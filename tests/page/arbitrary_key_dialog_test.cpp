@@ -3,7 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <imm.h>
+
+#include <cstring>
 #include <future>
+#include <vector>
 
 #include "model/key_names.h"
 #include "resources/resource.h"
@@ -11,6 +15,7 @@
 #include "tests/support/key_dialog.h"
 #include "tests/support/module_under_test.h"
 #include "tests/support/real_input.h"
+#include "tests/support/replaced_import.h"
 #include "tests/support/waiting.h"
 #include "tests/support/window_search.h"
 
@@ -294,6 +299,57 @@ TEST_F(ArbitraryKeyDialogTest, EachOpeningStartsAfresh) {
     EXPECT_EQ(L"Left Shift", PressInField(3, VK_LSHIFT));
     EXPECT_TRUE(Close(IDC_KEYS_OK));
     EXPECT_EQ((Codes{-2, 160, 160}), record.keys.codes);
+}
+
+TEST_F(ArbitraryKeyDialogTest, SwitchesTheInputMethodOffAndOnForTheThread) {
+    struct Call {
+        HWND window;
+        BOOL enable;
+        bool operator==(const Call&) const = default;
+    };
+    std::vector<Call> calls;
+    const ReplacedImport<"WINNLSEnableIME", BOOL(HWND, BOOL)> enable(GetModuleHandleW(nullptr),
+                                                                     [&](HWND window, BOOL isEnabled) {
+                                                                         calls.push_back({window, isEnabled});
+                                                                         return TRUE;
+                                                                     });
+    ASSERT_TRUE(enable.IsInPlace());
+    Open();
+    EXPECT_EQ((std::vector<Call>{{nullptr, FALSE}}), calls);
+    EXPECT_FALSE(Close(IDC_KEYS_CANCEL));
+    EXPECT_EQ((std::vector<Call>{{nullptr, FALSE}, {nullptr, TRUE}}), calls);
+}
+
+// In the place of the function that parts windows from the input method editor: writes down what it is given.
+std::vector<HWND> partedFrom;
+BOOL WINAPI PartFromContext(HWND window, HIMC context, DWORD flags) {
+    EXPECT_EQ(nullptr, context);
+    EXPECT_EQ(static_cast<DWORD>(IACE_CHILDREN), flags);
+    partedFrom.push_back(window);
+    return TRUE;
+}
+
+TEST_F(ArbitraryKeyDialogTest, FieldsAreFreeOfTheInputMethod) {
+    partedFrom.clear();
+    const ReplacedImport<"GetProcAddress", decltype(GetProcAddress)> find(
+        GetModuleHandleW(nullptr), [](HMODULE library, LPCSTR name) {
+            if (std::strcmp(name, "ImmAssociateContextEx") != 0) return GetProcAddress(library, name);
+            return reinterpret_cast<FARPROC>(reinterpret_cast<void*>(&PartFromContext));
+        });
+    ASSERT_TRUE(find.IsInPlace());
+    Open();
+    EXPECT_EQ((std::vector<HWND>{Input(1), Input(2), Input(3)}), partedFrom);
+    EXPECT_FALSE(Close(IDC_KEYS_CANCEL));
+}
+
+TEST_F(ArbitraryKeyDialogTest, OpensWithoutTheInputMethodsLibrary) {
+    const ReplacedImport<"GetProcAddress", decltype(GetProcAddress)> find(
+        GetModuleHandleW(nullptr), [](HMODULE library, LPCSTR name) {
+            return std::strcmp(name, "ImmAssociateContextEx") == 0 ? nullptr : GetProcAddress(library, name);
+        });
+    Open({'A', -2, -2});
+    EXPECT_EQ(L"A", Shown(1));
+    EXPECT_TRUE(Close(IDC_KEYS_OK));
 }
 
 }  // namespace

@@ -163,15 +163,15 @@ TEST_F(KorvenPanelResetTest, RecordIsIgnoredWhenNoServiceRuns) {
     EXPECT_EQ(kDefaults, Shown());
 }
 
-TEST_F(KorvenPanelResetTest, SentValuesOutOfRangeSelectNothing) {
+TEST_F(KorvenPanelResetTest, SentValuesOutOfRangeGiveWayToTheDefaults) {
     InitialRecord sent = kSent;
     sent[1] = 55;
     sent[2] = -5;
     sent[10] = -2;
     service->SendData(sheet->Page(), sent.data(), sizeof sent);
     Reset(IDOK);
-    EXPECT_EQ(std::nullopt, Chosen(IDC_PANE_RIGHT));
-    EXPECT_EQ(std::nullopt, Chosen(IDC_PANE_CENTER));
+    EXPECT_EQ(2, Chosen(IDC_PANE_RIGHT));
+    EXPECT_EQ(9, Chosen(IDC_PANE_CENTER));
     EXPECT_EQ(-2, Chosen(IDC_PANE_REVOLUTION_COUNT));
     EXPECT_EQ(2, Chosen(IDC_PANE_LEFT));
 }

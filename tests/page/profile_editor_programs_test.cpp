@@ -48,6 +48,21 @@ TEST_F(ProgramsOfAProfileTest, AreShownWhenItAloneIsSelected) {
     EXPECT_TRUE(editor->Programs().empty());
 }
 
+TEST_F(ProgramsOfAProfileTest, AreThoseOfTheNewestSelectionWhenTheShellPumpsMessages) {
+    OpenEditor({ProfileText("Default"), ProfileWithPrograms("a", {{"1", "C:\\a1.exe"}, {"2", "C:\\a2.exe"}}),
+                ProfileWithPrograms("b", {{"1", "C:\\b1.exe"}, {"2", "C:\\b2.exe"}})});
+    bool isNested = false;
+    const ReplacedImport<"SHGetFileInfoW", decltype(SHGetFileInfoW)> lookup(
+        module.Handle(), [&](const wchar_t* path, DWORD, SHFILEINFOW*, UINT, UINT) -> DWORD_PTR {
+            if (path == std::wstring(L"C:\\a1.exe") && !std::exchange(isNested, true)) editor->SelectProfiles({2});
+            return 0;
+        });
+    editor->SelectProfiles({1});
+    EXPECT_TRUE(isNested);
+    EXPECT_EQ((Rows{2}), editor->SelectedRows(IDC_PROFILES_LIST));
+    EXPECT_EQ((Paths{L"C:\\b1.exe", L"C:\\b2.exe"}), ProgramPaths());
+}
+
 TEST_F(ProgramsOfAProfileTest, HaveTheIconsOfTheirFiles) {
     OpenEditor({ProfileText("Default"), ProfileWithPrograms("a", {{"Editor", kRealProgram},
                                                                   {"Missing", kMissingProgram},

@@ -152,5 +152,32 @@ TEST_F(OpenFileRequestTest, TakesTheTitleAndThePathAsTheyCome) {
     EXPECT_EQ(0, errorsRead);
 }
 
+std::wstring CurrentFolder() {
+    wchar_t folder[MAX_PATH]{};
+    GetCurrentDirectoryW(MAX_PATH, folder);
+    return folder;
+}
+
+TEST_F(OpenFileRequestTest, LeavesTheCurrentFolderAsItWas) {
+    const std::wstring before = CurrentFolder();
+    for (const BOOL isChosen : {FALSE, TRUE}) {
+        answer = [=](OPENFILENAMEW& request) {
+            EXPECT_TRUE(SetCurrentDirectoryW(L"C:\\windows\\system32"));
+            lstrcpynW(request.lpstrFile, L"C:\\windows\\system32\\x.exe", 260);
+            return isChosen;
+        };
+        Open();
+        Press(IDC_PROGRAMS_REFERENCE);
+        if (isChosen) {
+            EXPECT_TRUE(AwaitEnd());
+        } else {
+            EXPECT_TRUE(StaysOpen());
+            EXPECT_FALSE(Close(IDCANCEL));
+        }
+        EXPECT_EQ(before, CurrentFolder());
+        SetCurrentDirectoryW(before.c_str());
+    }
+}
+
 }  // namespace
 }  // namespace kvn::test

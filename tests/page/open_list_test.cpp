@@ -1,0 +1,236 @@
+// Drop-down lists that are left without confirming: what was chosen before comes back, and nothing else is stored.
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "tests/support/gesture_fixture.h"
+#include "tests/support/key_dialog.h"
+
+namespace kvn::test {
+namespace {
+
+bool IsListOpen(HWND combo) {
+    return SendMessageW(combo, CB_GETDROPPEDSTATE, 0, 0) != 0;
+}
+
+class OpenListTest : public GestureTest {
+protected:
+    // Opens the list with the keyboard and goes to the entry with this number, which nobody confirms.
+    void GoTo(HWND combo, int data) const {
+        SetFocusTo(combo);
+        PressKey(VK_F4);
+        Await("the open list", [=] { return IsListOpen(combo); });
+        const int way = IndexOfData(combo, data) - static_cast<int>(SendMessageW(combo, CB_GETCURSEL, 0, 0));
+        for (int step = 0; step < std::abs(way); ++step) PressKey(way > 0 ? VK_DOWN : VK_UP);
+        Await("the entry", [=] { return SelectedData(combo) == data; });
+    }
+    void AwaitClosedList(HWND combo) const {
+        Await("the closed list", [=] { return !IsListOpen(combo); });
+        EXPECT_TRUE(sheet->IsQuiet());
+    }
+
+    struct Leaving {
+        std::string name;
+        std::function<void()> leave;
+    };
+    std::vector<Leaving> WaysToLeave() const {
+        return {{"Esc", [] { PressKey(VK_ESCAPE); }},
+                {"Tab", [] { PressKey(VK_TAB); }},
+                {"another control", [this] { SetFocusTo(sheet->PaneControl(IDC_PANE_HORIZONTAL_SPEED)); }},
+                {"a program", [this] {
+                     for (const int control : kSlotControls) {
+                         SendMessageW(sheet->PaneControl(control), CB_SHOWDROPDOWN, FALSE, 0);
+                     }
+                 }}};
+    }
+    // As F4 and Alt+Up leave a list where they do not confirm.
+    void Press(WORD key, bool withAlt) const {
+        if (withAlt) HoldKey(VK_LMENU);
+        PressKey(key);
+        if (withAlt) LetGoOfKey(VK_LMENU);
+    }
+
+    // Chooses as programs do that send no notification.
+    void SetSilently(int control, int data) const {
+        const HWND combo = sheet->PaneControl(control);
+        SendMessageW(combo, CB_SETCURSEL, static_cast<WPARAM>(IndexOfData(combo, data)), 0);
+    }
+};
+
+TEST_F(OpenListTest, AChooserGetsBackWhatItHadBefore) {
+    Open();
+    BringToFront(sheet->Sheet());
+    const HWND combo = sheet->PaneControl(IDC_PANE_LEFT);
+    for (const int data : {2, 36, 37}) {
+        for (const Leaving& way : WaysToLeave()) {
+            SCOPED_TRACE(way.name + ", " + std::to_string(data));
+            GoTo(combo, data);
+            way.leave();
+            AwaitClosedList(combo);
+            EXPECT_EQ(1, Chosen(IDC_PANE_LEFT));
+        }
+    }
+    ApplySuccessfully();
+    EXPECT_EQ("1", SavedElement("lbutton"));
+}
+
+TEST_F(OpenListTest, TheKeysThatCloseAListGiveBackOrConfirm) {
+    Open();
+    BringToFront(sheet->Sheet());
+    const HWND combo = sheet->PaneControl(IDC_PANE_LEFT);
+    for (const bool withAlt : {false, true}) {
+        SCOPED_TRACE(withAlt ? "Alt+Up" : "F4");
+        GoTo(combo, 2);
+        Press(withAlt ? VK_UP : VK_F4, withAlt);
+        AwaitClosedList(combo);
+        EXPECT_EQ(1, Chosen(IDC_PANE_LEFT));
+    }
+}
+
+TEST_F(OpenListTest, ApplyStoresWhatWasChosenBefore) {
+    WriteProfiles({ProfileText("Default", {{"button4", "36"}})});
+    Open();
+    BringToFront(sheet->Sheet());
+    const HWND left = sheet->PaneControl(IDC_PANE_LEFT);
+    GoTo(left, 2);
+    ApplySuccessfully();
+    EXPECT_EQ("1", SavedElement("lbutton"));
+    EXPECT_FALSE(IsListOpen(left));
+    EXPECT_EQ(1, Chosen(IDC_PANE_LEFT));
+    GoTo(sheet->PaneControl(IDC_PANE_BUTTON5), 36);
+    ApplySuccessfully();
+    EXPECT_EQ("4", SavedElement("button5"));
+    EXPECT_TRUE(ModelValues().empty());
+}
+
+TEST_F(OpenListTest, AConfirmedChoiceIsNotTakenBackByTheWarning) {
+    WriteProfiles({ProfileText("Default", {{"rbutton", "1"}, {"button4", "36"}})});
+    Open();
+    BringToFront(sheet->Sheet());
+    GoTo(sheet->PaneControl(IDC_PANE_BUTTON5), 36);
+    PressKey(VK_RETURN);
+    ExpectWarning(AnswerMessageBox("about the gesture", IDOK), L"Gesture is already registered.");
+    EXPECT_TRUE(sheet->IsQuiet());
+    EXPECT_EQ(4, Chosen(IDC_PANE_BUTTON5));
+    GoTo(sheet->PaneControl(IDC_PANE_RIGHT), 5);
+    PressKey(VK_RETURN);
+    AwaitClosedList(sheet->PaneControl(IDC_PANE_RIGHT));
+    GoTo(sheet->PaneControl(IDC_PANE_LEFT), 5);
+    PressKey(VK_RETURN);
+    ExpectWarning(AnswerMessageBox("about the left click", IDOK), L"Left Click is not set.");
+    EXPECT_TRUE(sheet->IsQuiet());
+    EXPECT_EQ(1, Chosen(IDC_PANE_LEFT));
+    EXPECT_EQ(5, Chosen(IDC_PANE_RIGHT));
+}
+
+TEST_F(OpenListTest, AConfirmedArbitraryKeyIsNotTakenBackByItsDialog) {
+    Open();
+    BringToFront(sheet->Sheet());
+    const HWND combo = sheet->PaneControl(IDC_PANE_BUTTON4);
+    GoTo(combo, 37);
+    PressKey(VK_RETURN);
+    const HWND dialog = AwaitKeyDialog();
+    EnterKey(dialog, IDC_KEYS_INPUT1, L"A");
+    CloseKeyDialog(dialog, IDC_KEYS_OK);
+    EXPECT_TRUE(sheet->IsQuiet());
+    EXPECT_EQ(L"Arbitrary key[A]", SelectedText(combo));
+    GoTo(combo, 3);
+    PressKey(VK_ESCAPE);
+    AwaitClosedList(combo);
+    EXPECT_EQ(L"Arbitrary key[A]", SelectedText(combo));
+}
+
+TEST_F(OpenListTest, WhatNobodyConfirmedIsStoredOnlyIfTheRulesAllowIt) {
+    WriteProfiles({ProfileText("Default", {{"button4", "36"}})});
+    Open();
+    SetSilently(IDC_PANE_LEFT, 2);
+    SetSilently(IDC_PANE_CENTER, 10);
+    ApplySuccessfully();
+    EXPECT_EQ("1", SavedElement("lbutton"));
+    EXPECT_EQ(1, Chosen(IDC_PANE_LEFT));
+    SetSilently(IDC_PANE_BUTTON5, 36);
+    ApplySuccessfully();
+    EXPECT_EQ("4", SavedElement("button5"));
+    SetSilently(IDC_PANE_CENTER, 10);
+    ApplySuccessfully();
+    EXPECT_EQ("10", SavedElement("tbutton"));
+}
+
+TEST_F(OpenListTest, AProfileThatNeverHadALeftClickIsStoredAsItIs) {
+    WriteProfiles({ProfileText("Default", {{"lbutton", "5"}, {"rbutton", "36"}, {"button4", "36"}})});
+    Open();
+    ApplySuccessfully();
+    EXPECT_EQ("5", SavedElement("lbutton"));
+    EXPECT_EQ("36", SavedElement("rbutton"));
+    EXPECT_EQ("36", SavedElement("button4"));
+}
+
+TEST_F(OpenListTest, TheNumberOfRevolutionsComesBackWithItsSpeeds) {
+    Open();
+    BringToFront(sheet->Sheet());
+    const HWND combo = sheet->PaneControl(IDC_PANE_REVOLUTION_COUNT);
+    GoTo(combo, -2);
+    EXPECT_TRUE(ComesTrue([&] { return !IsEnabled(IDC_PANE_FLYING_SPEED); }));
+    PressKey(VK_ESCAPE);
+    AwaitClosedList(combo);
+    EXPECT_EQ(2, Chosen(IDC_PANE_REVOLUTION_COUNT));
+    EXPECT_TRUE(IsEnabled(IDC_PANE_FLYING_SPEED));
+}
+
+TEST_F(OpenListTest, TheProfileComesBackWithItsSettings) {
+    WriteProfiles({ProfileText("Default", {{"tbutton", "10"}}), ProfileText("Games", {{"tbutton", "11"}})});
+    Open();
+    BringToFront(sheet->Sheet());
+    const HWND combo = sheet->PageControl(IDC_PAGE_PROFILE);
+    SetFocusTo(combo);
+    PressKey(VK_F4);
+    Await("the open list", [=] { return IsListOpen(combo); });
+    PressKey(VK_DOWN);
+    EXPECT_TRUE(ComesTrue([&] { return Chosen(IDC_PANE_CENTER) == 11; }));
+    PressKey(VK_ESCAPE);
+    AwaitClosedList(combo);
+    EXPECT_EQ(0, SendMessageW(combo, CB_GETCURSEL, 0, 0));
+    EXPECT_EQ(10, Chosen(IDC_PANE_CENTER));
+    ApplySuccessfully();
+    EXPECT_EQ("10", SavedElement("tbutton", 0));
+    EXPECT_EQ("11", SavedElement("tbutton", 1));
+}
+
+TEST_F(OpenListTest, TheFunctionOfAGestureComesBack) {
+    OpenWith({{"U", 5, "", ""}});
+    const HWND editor = EditRow(0);
+    BringToFront(editor);
+    const HWND combo = GetDlgItem(editor, IDC_GESTURE_FUNCTION);
+    GoTo(combo, 7);
+    PressKey(VK_ESCAPE);
+    Await("the closed list", [=] { return !IsListOpen(combo); });
+    sheet->Settle();
+    EXPECT_EQ(5, SelectedData(combo));
+    GoTo(combo, 7);
+    CloseEditor(editor, IDOK);
+    EXPECT_EQ((RowTexts{L"U", L"Switch applications", L""}), Row(0));
+}
+
+TEST_F(OpenListTest, TheArbitraryKeyOfAGestureIsNotTakenBackByItsDialog) {
+    OpenWith({{"U", 34, "", ""}});
+    const HWND editor = EditRow(0);
+    BringToFront(editor);
+    const HWND combo = GetDlgItem(editor, IDC_GESTURE_FUNCTION);
+    SetFocusTo(combo);
+    PressKey(VK_F4);
+    Await("the open list", [=] { return IsListOpen(combo); });
+    PressKey(VK_DOWN);
+    const HWND dialog = AwaitKeyDialog();
+    EnterKey(dialog, IDC_KEYS_INPUT1, L"A");
+    CloseKeyDialog(dialog, IDC_KEYS_OK);
+    EXPECT_EQ(L"Arbitrary key[A]", SelectedText(combo));
+    CloseEditor(editor, IDOK);
+    EXPECT_EQ((RowTexts{L"U", L"Arbitrary key[A]", L""}), Row(0));
+}
+
+}  // namespace
+}  // namespace kvn::test
