@@ -116,8 +116,8 @@ private:
     Ticket lastTicket = 0;
     std::uint32_t heldButtons = 0;
     std::uint64_t pressCount = 0;
-    std::array<Press, kButtonCount>
-        presses{};  // by physical button: its release is its own, whatever it is called then
+    // By physical button, whatever it is called at its release.
+    std::array<Press, kButtonCount> presses{};
     TiltPush push;
     PageQuestions page;
     model::StrokeRecogniser stroke;

@@ -47,7 +47,6 @@ public:
     std::optional<std::uint32_t> Repeat(std::uint32_t now);
 
 private:
-    void Keep(const Holding& holding);
     void EndHolding(Holding& holding);
     void RepeatHolding(Holding& holding, std::uint32_t now);
     bool WasEnded(Ticket ticket);

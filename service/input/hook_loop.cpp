@@ -120,7 +120,7 @@ void HookLoop::CarryOut(const Command& command) {
 
 // A move decides nothing, and there are a thousand of them in a second.
 bool HookLoop::Keeps(WPARAM message, const MSLLHOOKSTRUCT& details) {
-    NoteActivity(details.time);
+    NoteActivity();
     if (message == WM_MOUSEMOVE) return false;
     const std::optional<MouseEvent> event = EventOf(message, details);
     return event && Decide(*event) == Verdict::Keep;
@@ -169,15 +169,17 @@ void HookLoop::Publish() {
     isGestureEdited.store(engine.IsGestureEdited(), std::memory_order_release);
 }
 
-void HookLoop::NoteActivity(std::uint32_t time) {
-    activity.lastEvent.store(time, std::memory_order_release);
-    if (!activity.isSomeoneAsleep.load(std::memory_order_acquire)) return;
+// The clock's own time: a program that makes input may write any time into it. In this order, since the sleeper raises
+// its flag first and looks at the time then.
+void HookLoop::NoteActivity() {
+    activity.lastEvent.store(GetTickCount());
+    if (!activity.isSomeoneAsleep.load()) return;
     if (activity.isSomeoneAsleep.exchange(false) && activity.wake != nullptr) SetEvent(activity.wake);
 }
 
 // What a program has made shows that the hook lives, but is no press by the user.
 void HookLoop::NoteEvent(const MouseEvent& event) {
-    if (event.kind == MouseEventKind::Press) lastPress.store(event.time, std::memory_order_release);
+    if (event.kind == MouseEventKind::Press) lastPress.store(GetTickCount(), std::memory_order_release);
     if (event.isInjected) return;
     const bool isPush = event.kind == MouseEventKind::Tilt && pushes.Begins(event.delta, event.time);
     if (isPush || event.kind == MouseEventKind::Press) pressCount.fetch_add(1, std::memory_order_relaxed);

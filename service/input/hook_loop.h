@@ -57,7 +57,7 @@ private:
     void Tick();
     void HandOver();
     void Publish();
-    void NoteActivity(std::uint32_t time);
+    void NoteActivity();
     void NoteEvent(const MouseEvent& event);
     void WatchTicks();
 

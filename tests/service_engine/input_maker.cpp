@@ -1,5 +1,6 @@
 #include "tests/service_engine/input_maker.h"
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -177,10 +178,11 @@ EngineInput InputMaker::Switch(InputKind kind) {
     return input;
 }
 
-// It may be heard before events that are a little older.
+// It may be heard before events that are a little older, but questions come in their order.
 EngineInput InputMaker::Question() {
     EngineInput input = Bare(InputKind::Question);
-    input.time += choose(30);
+    lastQuestion = std::max(lastQuestion, now + choose(30));
+    input.time = lastQuestion;
     input.asked = static_cast<model::ButtonSlot>(choose(model::kButtonSlotCount));
     return input;
 }

@@ -49,6 +49,7 @@ private:
     Chooser choose;
     bool hasBegun = false;
     std::int64_t now;
+    std::int64_t lastQuestion = 0;
     std::uint32_t down = 0;  // as seen by whoever presses
     model::ButtonSlot lastUsed = model::ButtonSlot::Left;
     EngineInput lastTurn;  // of the wheel or of a tilt, or the tick of a stroke
