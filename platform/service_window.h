@@ -1,29 +1,26 @@
-// Messages to the resident service. The service's window is looked up anew before each one; without it nothing is sent.
+// Messages to the resident service. The service's window is looked up before each one; without it nothing is sent.
 #pragma once
 
 #include <windows.h>
-
-#include <span>
 
 #include "platform/service_protocol.h"
 
 namespace kvn::platform {
 
 // The service's window, or null.
-HWND FindService();
+[[nodiscard]] HWND FindService();
 
 // Whether the service runs and says that it is available. Waits for its answer.
-bool IsServiceAvailable();
+[[nodiscard]] bool IsServiceAvailable();
 
-// Tells the service that the settings have been written. Does not wait.
+// The settings have been written. Does not wait.
 void NotifySettingsChanged();
 
-// Tells the service that the gesture editor opens, and waits until it knows; and that the editor has closed.
+// The gesture editor opens; waits until the service knows. And: the editor has closed.
 void NotifyGestureEditBegin();
 void NotifyGestureEditEnd();
 
-// Whether the service sees every one of these buttons held. They are asked for in turn, and the first one that is not
-// held ends the query. False without buttons or without a service.
-bool AreButtonsHeld(std::span<const ServiceButton> buttons);
+// Whether the service sees the button held. Waits for its answer; false without a service.
+[[nodiscard]] bool IsButtonHeld(ServiceButton button);
 
 }  // namespace kvn::platform
