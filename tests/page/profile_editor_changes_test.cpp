@@ -178,7 +178,9 @@ TEST_F(CopyingAProfileTest, IsNotLimited) {
     EXPECT_EQ(102U, SavedNames().size());
 }
 
-TEST_F(RenamingAProfileTest, ANewProfileIsScrolledIntoSight) {
+class AddingAProfileTest : public ProfileEditorTest {};
+
+TEST_F(AddingAProfileTest, ANewProfileIsScrolledIntoSight) {
     OpenEditor(NumberedProfiles(60));
     const HWND list = editor->Control(IDC_PROFILES_LIST);
     EXPECT_FALSE(SendMessageW(list, LVM_ISITEMVISIBLE, 59, 0));
