@@ -178,9 +178,9 @@ TEST_F(CopyingAProfileTest, IsNotLimited) {
     EXPECT_EQ(102U, SavedNames().size());
 }
 
-class AddingAProfileTest : public ProfileEditorTest {};
+class NewProfileTest : public ProfileEditorTest {};
 
-TEST_F(AddingAProfileTest, ANewProfileIsScrolledIntoSight) {
+TEST_F(NewProfileTest, IsScrolledIntoSight) {
     OpenEditor(NumberedProfiles(60));
     const HWND list = editor->Control(IDC_PROFILES_LIST);
     EXPECT_FALSE(SendMessageW(list, LVM_ISITEMVISIBLE, 59, 0));
