@@ -7,6 +7,7 @@
 #include "service/page/window_numbers.h"
 #include "service/press_log.h"
 #include "service/tray/tray_menu.h"
+#include "service/watcher.h"
 
 namespace kvn::service {
 namespace {
@@ -23,6 +24,18 @@ TEST(HookCheckTest, APressLongAfterTheHooksLastOneIsMissed) {
     EXPECT_TRUE(HasMissed(4'000, 5'000));
     EXPECT_TRUE(HasMissed(0, 5'000));
     EXPECT_TRUE(HasMissed(0, 0x90000000U));
+}
+
+TEST(RestartLimitTest, ThreeRestartsAreAllowedInAnyTenMinutes) {
+    constexpr std::uint64_t kMinute = 60'000;
+    RestartLimit limit;
+    EXPECT_TRUE(limit.Allows(1 * kMinute));
+    EXPECT_TRUE(limit.Allows(2 * kMinute));
+    EXPECT_TRUE(limit.Allows(3 * kMinute));
+    EXPECT_FALSE(limit.Allows(10 * kMinute));
+    EXPECT_TRUE(limit.Allows(11 * kMinute));
+    EXPECT_FALSE(limit.Allows(11 * kMinute + 1));
+    EXPECT_TRUE(limit.Allows(12 * kMinute));
 }
 
 TEST(TrayMenuTest, AnAmpersandIsShownAsItIs) {

@@ -1,5 +1,4 @@
 // The second process of the service.
-#include "service/watcher.h"
 #include "service/shared_state.h"
 #include "tests/service/program.h"
 #include "tests/support/waiting.h"
@@ -7,21 +6,8 @@
 namespace kvn::service_test {
 namespace {
 
-using service::RestartLimit;
 using service::SharedMemory;
 using test::Await;
-
-TEST(RestartLimitTest, ThreeRestartsAreAllowedInAnyTenMinutes) {
-    constexpr std::uint64_t kMinute = 60'000;
-    RestartLimit limit;
-    EXPECT_TRUE(limit.Allows(1 * kMinute));
-    EXPECT_TRUE(limit.Allows(2 * kMinute));
-    EXPECT_TRUE(limit.Allows(3 * kMinute));
-    EXPECT_FALSE(limit.Allows(10 * kMinute));
-    EXPECT_TRUE(limit.Allows(11 * kMinute));
-    EXPECT_FALSE(limit.Allows(11 * kMinute + 1));
-    EXPECT_TRUE(limit.Allows(12 * kMinute));
-}
 
 class WatcherTest : public ServiceProgramTest {
 protected:
