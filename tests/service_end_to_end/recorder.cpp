@@ -126,10 +126,11 @@ struct CommandRow {
 constexpr std::array<CommandRow, 4> kCommands{
     {{SC_CLOSE, "SC_CLOSE"}, {SC_MAXIMIZE, "SC_MAXIMIZE"}, {SC_MINIMIZE, "SC_MINIMIZE"}, {SC_RESTORE, "SC_RESTORE"}}};
 
-void RecordCommand(WPARAM command) {
+void RecordCommand(HWND window, WPARAM command) {
     const char* const way = InSendMessage() ? "told " : "posted ";
+    const char* const whom = GetWindow(window, GW_OWNER) == nullptr ? "" : " to the dialog";
     for (const CommandRow& row : kCommands) {
-        if (row.command == (command & 0xFFF0)) WriteLine(way + std::string(row.name));
+        if (row.command == (command & 0xFFF0)) WriteLine(way + std::string(row.name) + whom);
     }
 }
 
@@ -146,7 +147,7 @@ bool RecordInput(UINT message, WPARAM wParam, LPARAM lParam) {
 LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (RecordInput(message, wParam, lParam)) return 0;
     if (message == WM_SYSCOMMAND) {
-        RecordCommand(wParam);
+        RecordCommand(window, wParam);
         if (!obeysCommands) return 0;
     }
     if (message == kHangFor) Sleep(static_cast<DWORD>(wParam));

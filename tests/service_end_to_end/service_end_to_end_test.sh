@@ -35,12 +35,21 @@ start_hands() {
     export KVN_X_INPUT_PORT
 }
 
+# Programs that functions open, each replaced by one that only says that it was opened.
+plant_programs() {
+    local windows=$WINEPREFIX/drive_c/windows program
+    for program in explorer.exe system32/magnify.exe system32/control.exe system32/browser.exe; do
+        cp "$programs/service_opened_program.exe" "$windows/$program"
+    done
+}
+
 rm -rf "$state"
 mkdir -p "$state"
 use_wine_prefix service-end-to-end
 own_prefix=yes
 start_display "$state"
 prepare_wine_prefix x11
+plant_programs
 start_hands
 cd "$programs"
 wine "$tests.exe" "$@"
