@@ -2,36 +2,20 @@
 
 #include "platform/device_context.h"
 #include "platform/subclass.h"
-#include "platform/unique_resource.h"
 #include "resources/resource.h"
 
 namespace kvn::gestures {
 namespace {
 
-constexpr COLORREF kTransparent = RGB(5, 0, 0);  // a colour that nobody draws with
-constexpr COLORREF kTrailColour = RGB(0, 255, 0);
-constexpr int kTrailWidth = 3;
 constexpr DWORD kEndingParameter = 9;  // any message with this in its lParam ends the dialog
 
 void CoverScreen(HWND window) {
     SetWindowLongW(window, GWL_EXSTYLE, WS_EX_LAYERED);
-    SetLayeredWindowAttributes(window, kTransparent, 0, LWA_COLORKEY);
+    SetLayeredWindowAttributes(window, platform::kTrailGround, 0, LWA_COLORKEY);
     // It maximises on the monitor where it stands, and is to cover the one at the origin.
     SetWindowPos(window, nullptr, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
     ShowWindow(window, SW_MAXIMIZE);
     SetWindowPos(window, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE | SWP_SHOWWINDOW);
-}
-
-void EraseBackground(HWND window) {
-    const platform::WindowDeviceContext context(window);
-    const platform::UniqueBrush brush(CreateSolidBrush(kTransparent));
-    if (!context || !brush) return;
-    RECT area{};
-    GetClientRect(window, &area);
-    const platform::SelectedObject noPen(context.Get(), GetStockObject(NULL_PEN));
-    const platform::SelectedObject ground(context.Get(), brush.Get());
-    // Without a pen a rectangle lacks its last column and row.
-    Rectangle(context.Get(), area.left, area.top, area.right + 1, area.bottom + 1);
 }
 
 }  // namespace
@@ -42,6 +26,7 @@ GestureTrailOverlay::~GestureTrailOverlay() {
 
 void GestureTrailOverlay::Show(HINSTANCE module, HWND owner) {
     if (overlay != nullptr) return;
+    trail.Clear();
     overlay = CreateDialogParamW(module, MAKEINTRESOURCEW(IDD_GESTURE_TRAIL), owner, DialogProcedure, 0);
     if (overlay != nullptr) SetWindowLongPtrW(overlay, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
 }
@@ -52,24 +37,25 @@ void GestureTrailOverlay::Destroy() {
 }
 
 void GestureTrailOverlay::StartAt(POINT cursor) {
-    lastPoint = cursor;
-}
-
-void GestureTrailOverlay::DrawTo(POINT cursor) {
-    // A line without length would leave a dot as wide as the pen.
-    const bool hasMoved = cursor.x != lastPoint.x || cursor.y != lastPoint.y;
-    if (overlay != nullptr && hasMoved) DrawLineTo(cursor);
-    lastPoint = cursor;
+    trail.StartAt(cursor);
 }
 
 // The window covers the screen from its origin, so its client coordinates are the screen's.
-void GestureTrailOverlay::DrawLineTo(POINT cursor) const {
+void GestureTrailOverlay::DrawTo(POINT cursor) {
+    if (!trail.ExtendTo(cursor) || overlay == nullptr) return;
     const platform::WindowDeviceContext context(overlay);
-    const platform::UniquePen pen(CreatePen(PS_SOLID, kTrailWidth, kTrailColour));
-    if (!context || !pen) return;
-    const platform::SelectedObject selectedPen(context.Get(), pen.Get());
-    MoveToEx(context.Get(), lastPoint.x, lastPoint.y, nullptr);
-    LineTo(context.Get(), cursor.x, cursor.y);
+    if (context) trail.DrawLastLine(context.Get());
+}
+
+// Whatever erases the window, the path so far stays to be seen.
+void GestureTrailOverlay::Repaint(HWND window) {
+    const platform::WindowDeviceContext context(window);
+    if (!context) return;
+    RECT area{};
+    GetClientRect(window, &area);
+    platform::EraseTrailGround(context.Get(), area);
+    const auto* self = platform::ObjectOf<GestureTrailOverlay>(window);
+     if (self != nullptr) self->trail.Draw(context.Get());
 }
 
 INT_PTR CALLBACK GestureTrailOverlay::DialogProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -78,7 +64,7 @@ INT_PTR CALLBACK GestureTrailOverlay::DialogProcedure(HWND window, UINT message,
             CoverScreen(window);
             return TRUE;
         case WM_ERASEBKGND:
-            EraseBackground(window);
+            Repaint(window);
             return TRUE;
         case WM_NCDESTROY:  // with its owner, or closed by the user
             if (auto* self = platform::ObjectOf<GestureTrailOverlay>(window)) self->overlay = nullptr;

@@ -4,6 +4,8 @@
 
 #include <windows.h>
 
+#include "platform/stroke_trail.h"
+
 namespace kvn::gestures {
 
 class GestureTrailOverlay {
@@ -24,10 +26,10 @@ public:
 
 private:
     static INT_PTR CALLBACK DialogProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-    void DrawLineTo(POINT cursor) const;
+    static void Repaint(HWND window);
 
     HWND overlay = nullptr;
-    POINT lastPoint{};
+    platform::StrokeTrail trail;
 };
 
 }  // namespace kvn::gestures

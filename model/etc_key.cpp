@@ -7,6 +7,13 @@ namespace {
 
 constexpr wchar_t kKeySeparator = L'+';
 constexpr std::wstring_view kBrackets = L"[]";
+constexpr std::wstring_view kBlanks = L" \t\n\v\f\r";
+
+// The text without the blanks before and after it.
+std::wstring_view Trimmed(std::wstring_view text) {
+    text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
+    return text.substr(0, text.find_last_not_of(kBlanks) + 1);
+}
 
 // Takes the next run of characters without brackets off the front of the text; empty when there is none.
 std::wstring_view TakeToken(std::wstring_view& text) {
@@ -32,6 +39,7 @@ std::wstring EtcKeyToText(const EtcKey& keys) {
 }
 
 EtcKey TextToEtcKey(std::wstring_view text, std::wstring_view arbitraryKeyText) {
+    text = Trimmed(text);
     std::wstring_view names = TakeToken(text);
     const bool isHeading = !arbitraryKeyText.empty() && names.find(arbitraryKeyText) != std::wstring_view::npos;
     if (isHeading) names = TakeToken(text);
@@ -40,7 +48,7 @@ EtcKey TextToEtcKey(std::wstring_view text, std::wstring_view arbitraryKeyText) 
     for (KeyCode& code : keys.codes) {
         if (names.empty()) break;
         const std::size_t end = std::min(names.find(kKeySeparator), names.size());
-        code = KeyCodeOf(names.substr(0, end));
+        code = KeyCodeOf(Trimmed(names.substr(0, end)));
         names.remove_prefix(std::min(end + 1, names.size()));
     }
     return keys;

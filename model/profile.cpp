@@ -3,6 +3,18 @@
 #include <cstring>
 
 namespace kvn::model {
+namespace {
+
+// The numbers, with its field's default for each that is out of range.
+SettingValues WithDefaults(const SettingValues& numbers) {
+    SettingValues values = CheckedSettings(numbers);
+    for (const SettingFieldRow& row : kSettingFields) {
+        if (values[row.field] == kAbnormalValue) values[row.field] = row.defaultValue;
+    }
+    return values;
+}
+
+}  // namespace
 
 ProfileRecord DefaultProfileRecord(FunctionCode centerFunction) {
     ProfileRecord record;
@@ -18,18 +30,14 @@ ProfileSettings CheckedCopy(const ProfileSettings& settings) {
 }
 
 SettingValues InitialValuesOf(const ProfileRecord& record) {
-    SettingValues values = CheckedSettings(record.settings.values);
-    for (const SettingFieldRow& row : kSettingFields) {
-        if (values[row.field] == kAbnormalValue) values[row.field] = row.defaultValue;
-    }
-    return values;
+    return WithDefaults(record.settings.values);
 }
 
 std::optional<SettingValues> InitialValuesFromRecord(std::span<const std::byte> data) {
     SettingValues values;
     if (data.size() < sizeof values.items) return std::nullopt;
     std::memcpy(values.items.data(), data.data(), sizeof values.items);
-    return CheckedSettings(values);
+    return WithDefaults(values);
 }
 
 std::vector<AbnormalValue> RepairAbnormalValues(ProfileSet& profiles, const SettingValues& initialValues) {

@@ -71,7 +71,8 @@ ProfileSettings CheckedCopy(const ProfileSettings& settings);
 SettingValues InitialValuesOf(const ProfileRecord& record);
 
 // The initial settings in the record that the service sends: its numbers as signed 32-bit values in the order of
-// SettingField, each checked. Nothing when the data is shorter than they are; what follows them is ignored.
+// SettingField, or the field's default where one is out of range: a repair must not bring another bad number into a
+// profile. Nothing when the data is shorter than they are; what follows them is ignored.
 std::optional<SettingValues> InitialValuesFromRecord(std::span<const std::byte> data);
 
 // A number of a profile that was out of its range.

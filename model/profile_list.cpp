@@ -30,6 +30,12 @@ std::size_t ProfileToDelete(const ProfileSet& profiles, std::size_t index) {
     return FindProfile(profiles, [&](const ProfileRecord& profile) { return profile.name == name; }).value_or(index);
 }
 
+std::size_t SelectedProfileOf(const ProfileSet& profiles) {
+    const std::int32_t stored = profiles.front().selectedIndex;
+    const auto index = static_cast<std::size_t>(stored);
+    return stored >= 0 && index < profiles.size() ? index : 0;
+}
+
 ProfileRecord CopyWithoutPrograms(const ProfileRecord& source, const std::wstring& name) {
     ProfileRecord copy = source;
     copy.name = name;

@@ -21,6 +21,9 @@ bool IsNameInUse(const ProfileSet& profiles, std::wstring_view name);
 // another one only in a file that was edited by hand.
 std::size_t ProfileToDelete(const ProfileSet& profiles, std::size_t index);
 
+// The index of the selected profile: the stored one, or 0 where no profile has that. The list must not be empty.
+std::size_t SelectedProfileOf(const ProfileSet& profiles);
+
 // A copy under another name. It has no programs: a program belongs to one profile.
 ProfileRecord CopyWithoutPrograms(const ProfileRecord& source, const std::wstring& name);
 

@@ -1,5 +1,7 @@
 #include "model/registry_records.h"
 
+#include <vector>
+
 #include "platform/unique_resource.h"
 
 namespace kvn::model {
@@ -36,6 +38,18 @@ bool SetUnterminatedText(std::uint32_t vid, std::uint32_t pid, RegistryValue val
     return SetModelValue(vid, pid, value, guarded.c_str(), lengthInBytes);
 }
 
+// A value may grow between the question for its size and its reading: then it counts as missing, and its change is a
+// reason to read again.
+std::optional<std::vector<std::uint8_t>> ReadBytes(HKEY key, const wchar_t* name) {
+    DWORD size = 0;
+    if (RegQueryValueExW(key, name, nullptr, nullptr, nullptr, &size) != ERROR_SUCCESS) return std::nullopt;
+    if (size > kMaxStoredBytes) return std::nullopt;
+    std::vector<std::uint8_t> bytes(std::size_t{size} + 1);  // never without a buffer, which would ask for the size
+    if (RegQueryValueExW(key, name, nullptr, nullptr, bytes.data(), &size) != ERROR_SUCCESS) return std::nullopt;
+    bytes.resize(size);
+    return bytes;
+}
+
 template <typename Buffer>
 bool ReadInto(RegistryValue value, Buffer& buffer) {
     return !ReadCurrentDeviceValue(value, &buffer, sizeof buffer);
@@ -63,6 +77,17 @@ bool WriteModelValue(std::uint32_t vid, std::uint32_t pid, const RegistryWrite& 
     const bool isList = RowOf(write.value).type == RegistryType::MultiString;
     const auto lengthInBytes = isList ? static_cast<DWORD>(write.text.size() * sizeof(wchar_t)) : 0;
     return WriteModelValue(vid, pid, write.value, write.text.c_str(), lengthInBytes);
+}
+
+StoredBytes ReadModelValues(std::uint32_t vid, std::uint32_t pid) {
+    StoredBytes bytes;
+    UniqueRegistryKey key;
+    if (RegOpenKeyExW(HKEY_CURRENT_USER, ModelKey(vid, pid).c_str(), 0, KEY_QUERY_VALUE, key.Receive()) !=
+        ERROR_SUCCESS) {
+        return bytes;
+    }
+    for (const RegistryValueRow& row : kRegistryValues) bytes[row.value] = ReadBytes(key.Get(), row.name);
+    return bytes;
 }
 
 bool ReadDefaultCenterBinding(FunctionCode& code) {

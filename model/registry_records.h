@@ -1,4 +1,5 @@
-// The registry side of the model: reading the attached mouse, writing a model's values, the machine-wide default.
+// The registry side of the model: reading the attached mouse, reading and writing a model's
+// values, the machine-wide default.
 #pragma once
 
 #include <windows.h>
@@ -9,6 +10,7 @@
 #include "model/profile.h"
 #include "model/registry_changes.h"
 #include "model/registry_values.h"
+#include "model/stored_settings.h"
 
 namespace kvn::model {
 
@@ -23,6 +25,13 @@ bool WriteModelValue(std::uint32_t vid, std::uint32_t pid, RegistryValue value, 
 
 // The same for a prepared write. Returns true on failure.
 bool WriteModelValue(std::uint32_t vid, std::uint32_t pid, const RegistryWrite& write);
+
+// A value of more bytes counts as missing: no list that the page writes needs as much.
+inline constexpr DWORD kMaxStoredBytes = DWORD{1024} * 1024;
+
+// The values of the model's key as they are just now, whatever their types; nothing for one that is missing or cannot
+// be read.
+StoredBytes ReadModelValues(std::uint32_t vid, std::uint32_t pid);
 
 // Reads the machine-wide function of the wheel button over the caller's. Returns true when there is one of type
 // REG_DWORD.

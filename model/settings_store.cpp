@@ -5,6 +5,7 @@
 #include <windows.h>
 
 #include "model/profile_file.h"
+#include "model/profile_list.h"
 #include "model/registry_records.h"
 #include "platform/module.h"
 #include "platform/special_folder.h"
@@ -21,17 +22,8 @@ OsVersion ReadOsVersion() {
     return {version.dwMajorVersion, version.dwMinorVersion};
 }
 
-// The folder of the profile files, made when it is missing.
-std::wstring SettingsFolder() {
-    std::wstring folder =
-        platform::SpecialFolder(CSIDL_APPDATA) + platform::LoadText(platform::ThisModule(), IDS_SETTINGS_FOLDER);
+void MakeFolder(const std::wstring& folder) {
     if (!PathFileExistsW(folder.c_str())) SHCreateDirectory(nullptr, folder.c_str());
-    return folder;
-}
-
-std::size_t IndexWithin(const ProfileSet& profiles, std::int32_t stored) {
-    const auto index = static_cast<std::size_t>(stored);
-    return stored >= 0 && index < profiles.size() ? index : 0;
 }
 
 void MakeDefaultProfile(MouseSettings& settings) {
@@ -58,14 +50,24 @@ void PublishNewProfile(MouseSettings& settings) {
 
 }  // namespace
 
+std::wstring SettingsFolder() {
+    return platform::SpecialFolder(CSIDL_APPDATA) + platform::LoadText(platform::ThisModule(), IDS_SETTINGS_FOLDER);
+}
+
+std::wstring ProfileFileName(std::uint32_t vid, std::uint32_t pid) {
+    return ModelName(vid, pid) + L".xml";
+}
+
 bool LoadModel(MouseSettings& settings) {
     settings.os = ReadOsVersion();
-    settings.profileFilePath = SettingsFolder() + ModelName(settings.device.vid, settings.device.pid) + L".xml";
+    const std::wstring folder = SettingsFolder();
+    MakeFolder(folder);
+    settings.profileFilePath = folder + ProfileFileName(settings.device.vid, settings.device.pid);
     settings.setFileAsideBeforeSaving = false;
     FinishOrRemoveInterruptedSave(settings.profileFilePath);
 
     if (LoadProfileFile(settings.profileFilePath, settings.profiles) > 0) {
-        settings.selectedProfile = IndexWithin(settings.profiles, settings.profiles.front().selectedIndex);
+        settings.selectedProfile = SelectedProfileOf(settings.profiles);
         settings.registrySettings = CheckedCopy(settings.Selected());
         return true;
     }

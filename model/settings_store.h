@@ -1,9 +1,18 @@
 // Loads the attached mouse's settings from disk and writes changes to registry and disk.
 #pragma once
 
+#include <cstdint>
+#include <string>
+
 #include "model/mouse_settings.h"
 
 namespace kvn::model {
+
+// The folder of the profile files, with a final backslash; it need not be there yet.
+std::wstring SettingsFolder();
+
+// The name of a model's profile file in that folder.
+std::wstring ProfileFileName(std::uint32_t vid, std::uint32_t pid);
 
 // Loads the profiles of the model in settings.device, or makes a default profile and writes it at once; a file of which
 // nothing can be read is set aside first, and one that is in use is left alone. A save that was cut off is finished

@@ -63,11 +63,15 @@ bool StartsName(char character) {
     return byte >= 127 || std::isalpha(byte) != 0 || byte == '_';
 }
 
-// The next quote or bracket; npos when there is none. The standard search calls the C library for every character.
-std::size_t FindQuoteOrBracket(std::string_view text, std::size_t from) {
+bool IsTagMark(char character) {
+    return character == '"' || character == '\'' || character == '<' || character == '>' || character == '=';
+}
+
+// The next quote, bracket or sign of equality; npos when there is none. The standard search calls the C library for
+// every character.
+std::size_t FindTagMark(std::string_view text, std::size_t from) {
     for (std::size_t at = from; at < text.size(); ++at) {
-        const char character = text[at];
-        if (character == '"' || character == '\'' || character == '<' || character == '>') return at;
+        if (IsTagMark(text[at])) return at;
     }
     return std::string_view::npos;
 }
@@ -116,18 +120,31 @@ private:
         for (const FlatConstruct& construct : kFlatConstructs) {
             if (rest.starts_with(construct.start)) return PassTo(construct.end, construct.start.size());
         }
-        if (rest.starts_with("<?")) return depth == 0 && BlankDeclaration();
+        if (rest.starts_with("<?")) return PassInstruction();
         if (rest.size() > 1 && StartsName(rest[1])) return PassStartTag();
         // Of no interest to TinyXML, which looks for nothing but its end.
         return PassTo(">", 1);
     }
 
-    // TinyXML may read a quoted value past the end of the declaration, so it must not meet any.
-    bool BlankDeclaration() {
+    // TinyXML may read a quoted value past the end of a declaration, so it must not meet any. Inside of an element
+    // something must go on parting the texts before and after: "<!>" is of no interest to TinyXML.
+    bool PassInstruction() {
         const std::size_t begin = position;
         if (!PassTo(">", 2)) return false;
+        PassToQuestionMark();
         bytes.replace(begin, position - begin, position - begin, ' ');
+        if (depth == 0) return true;
+        bytes[begin] = '<';
+        bytes[begin + 1] = '!';
+        bytes[position - 1] = '>';
         return true;
+    }
+
+    // An instruction may hold a ">" of its own before its "?>".
+    void PassToQuestionMark() {
+        if (document[position - 2] == '?') return;
+        const std::size_t end = document.substr(0, document.find('<', position)).find("?>", position);
+        if (end != std::string_view::npos) position = end + 2;
     }
 
     bool PassTo(std::string_view end, std::size_t after) {
@@ -139,7 +156,7 @@ private:
 
     bool PassStartTag() {
         const std::size_t begin = position;
-        const std::size_t end = FindTagEnd(begin + 1);
+        const std::size_t end = PassAttributes(begin + 1);
         if (end == std::string_view::npos || !HasWholeReferences(document.substr(begin, end - begin))) return false;
         position = end + 1;
         if (depth == kMaxXmlDepth) return false;
@@ -149,18 +166,20 @@ private:
         return true;
     }
 
-    // The ">" that ends the tag, past quoted attribute values; npos when it has none within the limit or a "<" comes
-    // first.
-    std::size_t FindTagEnd(std::size_t from) const {
-        const std::string_view tag = document.substr(from, kMaxXmlTagBytes);
-        std::size_t at = FindQuoteOrBracket(tag, 0);
-        while (at != std::string_view::npos && tag[at] != '>') {
-            if (tag[at] == '<') return std::string_view::npos;
-            const std::size_t closing = tag.find(tag[at], at + 1);
-            if (closing == std::string_view::npos) return closing;
-            at = FindQuoteOrBracket(tag, closing + 1);
+    // The ">" that ends the tag, past quoted attribute values; npos when it has none, a "<" comes first or there are
+    // too many attributes. Each has a sign of equality outside of quotes.
+    std::size_t PassAttributes(std::size_t from) {
+        std::size_t attributes = 0;
+        std::size_t at = FindTagMark(document, from);
+        while (at != std::string_view::npos && document[at] != '>') {
+            if (document[at] == '<') return std::string_view::npos;
+            if (document[at] != '=')
+                at = document.find(document[at], at + 1);
+            else if (++attributes > kMaxXmlAttributes || ++constructs > kMaxXmlElements)
+                return std::string_view::npos;
+            if (at != std::string_view::npos) at = FindTagMark(document, at + 1);
         }
-        return at == std::string_view::npos ? at : from + at;
+        return at;
     }
 
     // Notes the text that begins here when it is white space up to an end tag.

@@ -11,15 +11,16 @@ namespace kvn::model {
 
 // A profile file with every list full has a tenth of the bytes and a sixth of the elements.
 inline constexpr std::size_t kMaxXmlBytes = std::size_t{32} * 1024 * 1024;
-// Elements, comments and whatever else begins with "<", end tags aside.
+// Elements, comments and whatever else begins with "<", end tags aside; and attributes.
 inline constexpr std::size_t kMaxXmlElements = 500'000;
 inline constexpr std::size_t kMaxXmlDepth = 64;
-// Bounds the number of attributes, of which a profile file has none.
-inline constexpr std::size_t kMaxXmlTagBytes = 4096;
+// Of one element; a profile file has none.
+inline constexpr std::size_t kMaxXmlAttributes = 256;
 
 // The document as TinyXML may parse it: line ends are single line feeds, a text of white space only between a start tag
-// and its end tag is in a CDATA section, and blanks stand for the declaration, which nobody reads. Nothing when it is
-// empty, too large, too deep, or holds a zero, a tag without end or a character reference that is not one.
+// and its end tag is in a CDATA section, and blanks stand for the declaration, which nobody reads, as for the inside of
+// a processing instruction. Nothing when it is empty, too large, too deep, or holds a zero, too many attributes, a tag
+// without end or a character reference that is not one.
 std::optional<std::string> PrepareXml(std::string document);
 
 }  // namespace kvn::model

@@ -4,12 +4,18 @@
 // Times are milliseconds that wrap around as Windows' tick count does; places are pixels of the screen.
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 
 #include "model/setting_field.h"
 #include "model/stroke_recogniser.h"
 #include "service/engine/engine_settings.h"
+#include "service/engine/flying_wheel.h"
 #include "service/engine/orders.h"
+#include "service/engine/page_questions.h"
+#include "service/engine/press.h"
+#include "service/engine/tilt_push.h"
 
 namespace kvn::service {
 
@@ -23,8 +29,6 @@ struct MouseEvent {
     std::uint32_t time = 0;
     bool isInjected = false;  // made by a program, ours or another: passes and changes nothing
 };
-
-enum class Verdict : std::uint8_t { Pass, Keep };
 
 class Engine {
 public:
@@ -57,6 +61,68 @@ public:
 
     // Another window came to the front.
     void OnWindowInFront(Orders& orders);
+
+    // Presses of buttons and pushes of tilts until now, by the user.
+    std::uint64_t PressCount() const { return pressCount; }
+
+private:
+    using Decision = Verdict (Engine::*)(Press&, const MouseEvent&, Orders&);
+
+    Verdict OnPress(const MouseEvent& event, Orders& orders);
+    Verdict OnRelease(const MouseEvent& event, Orders& orders);
+    Verdict OnTilt(const MouseEvent& event, Orders& orders);
+    Verdict OnWheel(const MouseEvent& event, Orders& orders);
+    Verdict OnMove(const MouseEvent& event, Orders& orders);
+    void Expire(std::uint32_t time);
+
+    // A press, by what its control does.
+    Verdict Decide(Press& press, const MouseEvent& event, Orders& orders);
+    Verdict LeaveNatural(Press& press, const MouseEvent& event, Orders& orders);
+    Verdict Begin(Press& press, const MouseEvent& event, Orders& orders);
+    Verdict Act(Press& press, const MouseEvent& event, Orders& orders);
+    Verdict Draw(Press& press, const MouseEvent& event, Orders& orders);
+    Verdict Swallow(Press& press, const MouseEvent& event, Orders& orders);
+    Verdict KeepFor(const Press& press, Cause cause, Orders& orders);
+
+    // A tilt.
+    void BeginPush(model::ButtonSlot control);
+    void Push(std::int32_t delta, bool isFirst, Orders& orders);
+    void PushScroll(std::int32_t delta, bool isFirst, Orders& orders);
+    void PushNotches(std::int32_t delta, bool isFirst, Orders& orders);
+
+    // The stroke under way.
+    bool IsDrawing() const { return stroke.IsTracking(); }
+    void BeginStroke(model::ScreenPoint place, Orders& orders);
+    void CompleteStroke(Orders& orders);
+    void GiveStrokeUp(Orders& orders);
+    void ActOnStroke(const model::GestureNotice& drawn, Orders& orders) const;
+    const EngineGesture* FindGesture(const model::GestureNotice& drawn) const;
+
+    // Endings.
+    void End(Press& press, Orders& orders);
+    void EndAll(Orders& orders);
+    void EndFlight(Orders& orders);
+
+    std::size_t PhysicalOf(model::ButtonSlot control) const;
+    Press PressOf(model::ButtonSlot control) const;
+    Order OrderOf(const Press& press, OrderKind kind) const;
+    // Of the trail or of the flying wheel.
+    Order PlainOrder(OrderKind kind, model::ScreenPoint place) const;
+
+    EngineSettings settings;
+    bool isPaused = false;
+    bool isOverloaded = false;
+    bool areButtonsSwapped = false;
+    Ticket lastTicket = 0;
+    std::uint32_t heldButtons = 0;
+    std::uint64_t pressCount = 0;
+    std::array<Press, kButtonCount>
+        presses{};  // by physical button: its release is its own, whatever it is called then
+    TiltPush push;
+    PageQuestions page;
+    model::StrokeRecogniser stroke;
+    std::size_t drawingButton = 0;  // physical, while a stroke is under way
+    FlyingWheel wheel;
 };
 
 }  // namespace kvn::service

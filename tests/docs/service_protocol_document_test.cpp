@@ -78,12 +78,13 @@ protected:
     static model::SettingValues ValuesWithFaultAt(std::size_t offset) {
         std::vector<std::byte> record(kSize);
         for (std::size_t place = 0; place < kSize; place += sizeof(std::int32_t)) {
-            const std::int32_t number = place == offset ? 1000 : 1;
+            const std::int32_t number = place == offset ? 1000 : kGood;
             std::memcpy(record.data() + place, &number, sizeof number);
         }
         return model::InitialValuesFromRecord(record).value();
     }
 
+    static constexpr std::int32_t kGood = 7;  // in every range, and no field's default
     static constexpr std::size_t kSize = model::kSettingFieldCount * sizeof(std::int32_t);
 };
 
@@ -96,7 +97,7 @@ TEST_F(RecordDocument, TellsTheOffsetOfEveryField) {
         EXPECT_EQ(value, std::string(name.begin(), name.end()));
         const model::SettingValues values = ValuesWithFaultAt(std::stoul(offset));
         for (const model::SettingFieldRow& each : model::kSettingFields) {
-            EXPECT_EQ(values[each.field] == model::kAbnormalValue, each.field == row.field) << value;
+            EXPECT_EQ(values[each.field], each.field == row.field ? row.defaultValue : kGood) << value;
         }
     }
     EXPECT_EQ(index, model::kSettingFieldCount);

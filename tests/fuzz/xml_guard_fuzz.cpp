@@ -2,6 +2,8 @@
 #include <tinyxml.h>
 
 #include <algorithm>
+#include <array>
+#include <string_view>
 
 #include "model/xml_guard.h"
 #include "tests/fuzz/fuzz_input.h"
@@ -10,25 +12,39 @@ using namespace kvn;
 
 namespace {
 
-// One byte of the input stands for this run, so that a few changes of it make a deep document.
-constexpr char kDeepByte = '\x01';
-constexpr std::size_t kRunLength = model::kMaxXmlDepth - 1;
+// One byte of the input stands for a run of a piece, so that a few changes of it make a deep document or seem to end
+// one.
+struct Run {
+    char byte;
+    std::string_view piece;
+    std::size_t length;
+};
+constexpr std::array<Run, 2> kRuns{
+    {{'\x01', "<a>", model::kMaxXmlDepth - 1}, {'\x02', "</a>", model::kMaxXmlDepth - 1}}};
 
 std::string Expanded(const std::string& bytes) {
     std::string document;
     for (const char byte : bytes) {
-        if (byte == kDeepByte) {
-            for (std::size_t count = 0; count < kRunLength; ++count) document += "<a>";
-        } else {
+        const auto run = std::find_if(kRuns.begin(), kRuns.end(), [=](const Run& row) { return row.byte == byte; });
+        if (run == kRuns.end()) {
             document += byte;
+        } else {
+            for (std::size_t count = 0; count < run->length; ++count) document += run->piece;
         }
     }
     return document;
 }
 
+void RequireFewAttributes(const TiXmlElement& element) {
+    std::size_t count = 0;
+    for (const TiXmlAttribute* each = element.FirstAttribute(); each; each = each->Next()) ++count;
+    fuzz::Require(count <= model::kMaxXmlAttributes, "no element has more attributes than the guard allows");
+}
+
 std::size_t DepthBelow(const TiXmlNode& node) {
     std::size_t depth = 0;
     for (const TiXmlElement* child = node.FirstChildElement(); child; child = child->NextSiblingElement()) {
+        RequireFewAttributes(*child);
         depth = std::max(depth, 1 + DepthBelow(*child));
     }
     return depth;

@@ -63,8 +63,18 @@ TEST(TextToEtcKey, AnUnknownNameLeavesItsPlaceUnused) {
 
 TEST(TextToEtcKey, NamesAreCaseSensitiveAndWhole) {
     EXPECT_EQ(FromText(L"ctrl+Alt"), Keys(kNoKey, kAlt));
-    EXPECT_EQ(FromText(L"Ctrl + Alt"), Keys());
-    EXPECT_EQ(FromText(L" Ctrl"), Keys());
+    EXPECT_EQ(FromText(L"Left  Ctrl"), Keys());
+    EXPECT_EQ(FromText(L"LeftCtrl"), Keys());
+}
+
+TEST(TextToEtcKey, BlanksAroundANameDoNotCount) {
+    EXPECT_EQ(FromText(L" Ctrl "), Keys(kCtrl));
+    EXPECT_EQ(FromText(L"Ctrl + Alt"), Keys(kCtrl, kAlt));
+    EXPECT_EQ(FromText(L"\n\t\tLeft Ctrl+\r\n V\v\f\n"), Keys(kLeftCtrl, kV));
+    EXPECT_EQ(FromText(L"\n    Arbitrary key[ Left Ctrl+V ]\n"), Keys(kLeftCtrl, kV));
+    EXPECT_EQ(FromText(L"\n    [Left Ctrl]\n"), Keys(kLeftCtrl));
+    EXPECT_EQ(FromText(L" + Ctrl"), Keys(kNoKey, kCtrl));
+    EXPECT_EQ(FromText(L" \n "), Keys());
 }
 
 TEST(TextToEtcKey, EmptyPiecesTakeAPlace) {

@@ -204,6 +204,24 @@ TEST(ProfileReader, KeysMayCarryTheHeading) {
     EXPECT_EQ(record.settings.gestures[0].etcKey.codes, (std::array{112, -2, -2}));
 }
 
+TEST(ProfileReader, KeysSurviveAFormatter) {
+    const ProfileRecord record = ReadOne(
+        "<lbutton_etcKey>\n            Left Ctrl+V\n        </lbutton_etcKey>"
+        "<rbutton_etcKey> Ctrl + Alt </rbutton_etcKey>"
+        "<Gesture><EtcKey>\r\n\tF1\r\n</EtcKey></Gesture>");
+    EXPECT_EQ(record.settings.etcKeys[ButtonSlot::Left].codes, (std::array{162, 86, -2}));
+    EXPECT_EQ(record.settings.etcKeys[ButtonSlot::Right].codes, (std::array{17, 18, -2}));
+    EXPECT_EQ(record.settings.gestures[0].etcKey.codes, (std::array{112, -2, -2}));
+}
+
+TEST(ProfileReader, AnInstructionOrALongTagBreaksNothing) {
+    const ProfileRecord record =
+        ReadOne("<?editor indent=\"4\"?><profname>mine<?mark?>!</profname><?if (a > b) ?><lbutton note='" +
+                std::string(10'000, 'x') + "'>12</lbutton>");
+    EXPECT_EQ(record.name, L"mine");
+    EXPECT_EQ(record.settings[SettingField::Left], 12);
+}
+
 TEST(ProfileReader, NamesAreCaseSensitiveAndUnknownOnesIgnored) {
     const ProfileSet profiles = Read(
         "<data><Vid>9</Vid><Profile/><other><profile/></other><profile><LBUTTON>9</LBUTTON><gesture><Key>U</Key></"

@@ -34,9 +34,11 @@ std::size_t DepthOf(const TiXmlNode& node) {
 // Pieces of markup in any order: most of them mislead a parser about where tags end.
 std::string MarkupSoup(std::mt19937& random) {
     static const std::string kDeep = Repeated("<a>", 40);
-    static const std::array<std::string_view, 28> kPieces{
-        kDeep, kDeep, kDeep, kDeep, "</a>", "<a>", "<a b=", "<!--", "-->", "<![CDATA[", "]]>",  "<!", "<1 ",  "<",
-        ">",   ">",   ">",   "\"",  "\"",   "'",   "'",     "=",    "/>",  "&#x",       "x41;", "&#", "#65;", "x "};
+    static const std::string kEnds = Repeated("</a>", 40);
+    static const std::array<std::string_view, 33> kPieces{
+        "<!-->", kEnds,  "<?",  "?>",        "<?xml ", kDeep, kDeep, kDeep,  kDeep, "</a>", "<a>",
+        "<a b=", "<!--", "-->", "<![CDATA[", "]]>",    "<!",  "<1 ", "<",    ">",   ">",    ">",
+        "\"",    "\"",   "'",   "'",         "=",      "/>",  "&#x", "x41;", "&#",  "#65;", "x "};
     static const std::array<std::string_view, 4> kStarts{"", "<a>", "<?xml ", "<?xml version="};
     std::string soup(kStarts[random() % kStarts.size()]);
     for (std::size_t pieces = 2 + random() % 14; pieces > 0; --pieces) soup += kPieces[random() % kPieces.size()];
@@ -195,11 +197,30 @@ TEST(PrepareXml, RefusesATagWithoutEnd) {
     }
 }
 
-TEST(PrepareXml, RefusesATagThatIsTooLong) {
-    EXPECT_FALSE(PrepareXml("<a" + Repeated(" b='c'", 100'000) + "></a>"));
-    EXPECT_FALSE(PrepareXml("<a b='" + std::string(kMaxXmlTagBytes, 'x') + "'></a>"));
-    EXPECT_FALSE(PrepareXml("<a b='" + std::string(1'000'000, 'x')));
-    EXPECT_TRUE(PrepareXml("<a b='" + std::string(kMaxXmlTagBytes - 100, 'x') + "'></a>"));
+TEST(PrepareXml, RefusesATagWithTooManyAttributes) {
+    for (const std::string attribute : {" b='c'", " b=c", " b = \"c\""}) {
+        const auto tag = [&](std::size_t count) { return "<a" + Repeated(attribute, count) + "></a>"; };
+        EXPECT_TRUE(PrepareXml(tag(kMaxXmlAttributes))) << attribute;
+        EXPECT_FALSE(PrepareXml(tag(kMaxXmlAttributes + 1))) << attribute;
+        EXPECT_FALSE(PrepareXml(tag(100'000))) << attribute;
+    }
+}
+
+TEST(PrepareXml, CountsAttributesAsElements) {
+    const std::string tag = "<b" + Repeated(" c='d'", 199) + "/>";
+    EXPECT_TRUE(PrepareXml("<a>" + Repeated(tag, kMaxXmlElements / 200 - 1) + "</a>"));
+    EXPECT_FALSE(PrepareXml("<a>" + Repeated(tag, kMaxXmlElements / 200) + "</a>"));
+}
+
+TEST(PrepareXml, AllowsALongTag) {
+    const std::string value(1'000'000, 'x');
+    const std::string blanks(1'000'000, ' ');
+    for (const std::string& document : {"<a b='" + value + "'>x</a>", "<a b=\"" + value + "=\">x</a>",
+                                        "<a" + blanks + ">x</a>", "<a><" + value + "/></a>"}) {
+        EXPECT_EQ(PrepareXml(document), document);
+    }
+    EXPECT_TRUE(PrepareXml("<a b='" + Repeated("=", 1000) + "'>x</a>"));
+    EXPECT_FALSE(PrepareXml("<a b='" + value));
 }
 
 TEST(PrepareXml, RefusesTooManyConstructsOfEveryKind) {
@@ -209,8 +230,28 @@ TEST(PrepareXml, RefusesTooManyConstructsOfEveryKind) {
     }
 }
 
-TEST(PrepareXml, RefusesAnInstructionInsideOfAnElement) {
-    EXPECT_FALSE(PrepareXml("<a><?xml version=\"1.0\"?></a>"));
+TEST(PrepareXml, BlanksTheInsideOfAnInstructionInAnElement) {
+    EXPECT_EQ(PrepareXml("<a><?xml v=\"1\"?></a>"), "<a><!" + std::string(10, ' ') + "></a>");
+    EXPECT_EQ(PrepareXml("<a>x<?b?>y</a>"), "<a>x<!  >y</a>");
+    EXPECT_EQ(PrepareXml("<a>x<?>y</a>"), "<a>x<!>y</a>");
+}
+
+TEST(PrepareXml, AnInstructionEndsAtItsQuestionMark) {
+    EXPECT_EQ(PrepareXml("<a><?b if (c > d) ?></a>"), "<a><!" + std::string(14, ' ') + "></a>");
+    EXPECT_EQ(PrepareXml("<?b c > d ?><a>x</a>"), std::string(12, ' ') + "<a>x</a>");
+    EXPECT_EQ(PrepareXml("<a><?b>x<c>y</c><?d?></a>"), "<a><! >x<c>y</c><!  ></a>");
+    EXPECT_EQ(PrepareXml("<a><?b>?</a>"), "<a><! >?</a>");
+}
+
+TEST(PrepareXml, ACommentDoesNotEndWhereItsStartOverlapsItsEnd) {
+    const std::string deep = Repeated("<a>", 60);
+    const std::string ends = Repeated("</a>", 60);
+    for (const std::string start : {"<!-->", "<!--->", "<![CDATA[>", "<![CDATA[]>"}) {
+        const std::string end = start.starts_with("<!--") ? "-->" : "]]>";
+        EXPECT_FALSE(PrepareXml(Repeated(deep + start + ends + end, 6))) << start;
+        EXPECT_TRUE(PrepareXml("<a>" + start + deep + deep + end + "</a>")) << start;
+        EXPECT_FALSE(PrepareXml("<a>" + start + "</a>")) << start;
+    }
 }
 
 }  // namespace

@@ -13,6 +13,16 @@ protected:
         sheet->Run([&] { colour = GetPixel(platform::WindowDeviceContext(overlay).Get(), x, y); });
         return colour;
     }
+    // Has the whole window erased and painted, as whatever uncovers or invalidates it does.
+    void Repaint(HWND overlay) const {
+        sheet->Run([=] { RedrawWindow(overlay, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW); });
+    }
+    void ExpectTrail(HWND overlay, POINT from, const std::vector<POINT>& places) const {
+        for (const POINT place : places) {
+            EXPECT_EQ(RGB(0, 255, 0), PixelOf(overlay, from.x + place.x, from.y + place.y))
+                << place.x << ' ' << place.y;
+        }
+    }
 };
 
 TEST_F(GestureTrailOverlayTest, TheOverlayCoversTheScreenWhileAStrokeIsDrawn) {
@@ -69,6 +79,45 @@ TEST_F(GestureTrailOverlayTest, TheTrailIsAGreenLineOnTransparentGround) {
     for (const POINT place : {POINT{90, 2}, POINT{90, -2}, POINT{-5, 0}, POINT{180, 190}, POINT{90, 90}}) {
         EXPECT_EQ(RGB(5, 0, 0), PixelOf(overlay, from.x + place.x, from.y + place.y)) << place.x << ' ' << place.y;
     }
+    ReleaseGestureButton(editor);
+    CloseEditor(editor, IDCANCEL);
+}
+
+TEST_F(GestureTrailOverlayTest, TheTrailSurvivesARepaint) {
+    OpenWith({});
+    const HWND editor = OpenEditor();
+    ClickStroke(editor);
+    HoldGestureButton(editor);
+    const HWND overlay = OverlayOf(editor);
+    POINT from{};
+    GetCursorPos(&from);
+    Draw(editor, "RD");
+    Repaint(overlay);
+    ExpectTrail(overlay, from, {{0, 0}, {90, 0}, {180, 60}, {180, 170}});
+    Draw(editor, "L");
+    Repaint(overlay);
+    ExpectTrail(overlay, from, {{90, 0}, {180, 60}, {90, 180}});
+    EXPECT_EQ(RGB(5, 0, 0), PixelOf(overlay, from.x + 90, from.y + 90));
+    ReleaseGestureButton(editor);
+    CloseEditor(editor, IDCANCEL);
+}
+
+TEST_F(GestureTrailOverlayTest, ANewStrokeShowsNothingOfTheLastOne) {
+    OpenWith({});
+    const HWND editor = OpenEditor();
+    POINT from{};
+    ClickStroke(editor);
+    HoldGestureButton(editor);
+    GetCursorPos(&from);
+    Draw(editor, "R");
+    ReleaseGestureButton(editor);
+    ClickStroke(editor);
+    HoldGestureButton(editor);
+    const HWND overlay = OverlayOf(editor);
+    Draw(editor, "D");
+    Repaint(overlay);
+    EXPECT_EQ(RGB(5, 0, 0), PixelOf(overlay, from.x + 90, from.y));
+    ExpectTrail(overlay, from, {{0, 90}});
     ReleaseGestureButton(editor);
     CloseEditor(editor, IDCANCEL);
 }

@@ -1,0 +1,41 @@
+// The selected profile as the values of a model's key tell it: what the page writes there, read back. What others may
+// have put there is taken as far as it makes sense.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "model/enum_array.h"
+#include "model/profile.h"
+#include "model/registry_values.h"
+
+namespace kvn::model {
+
+// The bytes of the values as they lie in the registry, whatever their types; nothing where there is no value.
+using StoredBytes = EnumArray<RegistryValue, std::optional<std::vector<std::uint8_t>>, kRegistryValues.size()>;
+
+// Nothing where a value is missing.
+struct StoredSettings {
+    EnumArray<SettingField, std::optional<std::int32_t>, kSettingFieldCount> values;
+    EnumArray<ButtonSlot, std::optional<EtcKey>, kButtonSlotCount> etcKeys;
+    std::optional<std::vector<ApplicationEntry>> applications;
+    std::optional<std::vector<GestureEntry>> gestures;
+};
+
+// A number of more than four bytes counts as missing, as does a function or horizontal speed out of its range; a short
+// number fills the low bytes. The flying-scroll numbers are taken as they stand. A text ends at its first zero, if it
+// has one. arbitraryKeyText is the heading that a text of keys may carry.
+StoredSettings StoredSettingsFrom(const StoredBytes& bytes, std::wstring_view arbitraryKeyText);
+
+// The stored settings, and these where a value is missing.
+ProfileSettings CompletedFrom(const StoredSettings& stored, const ProfileSettings& fallback);
+
+// The entries of a REG_MULTI_SZ: each ends at a zero or with the block, and an empty one ends the list. Fields that are
+// missing are empty; what follows the last one of an entry is ignored. A function that is no number is kAbnormalValue.
+std::vector<ApplicationEntry> ApplicationsFromMultiString(std::wstring_view block);
+std::vector<GestureEntry> GesturesFromMultiString(std::wstring_view block, std::wstring_view arbitraryKeyText);
+
+}  // namespace kvn::model

@@ -1,0 +1,52 @@
+#include "platform/stroke_trail.h"
+
+#include "platform/device_context.h"
+#include "platform/unique_resource.h"
+
+namespace kvn::platform {
+
+void StrokeTrail::StartAt(POINT point) {
+    points[0] = point;
+    count = 1;
+}
+
+bool StrokeTrail::ExtendTo(POINT point) {
+    if (count == 0) {
+        StartAt(point);
+        return false;
+    }
+    const POINT& last = points[count - 1];
+    if (point.x == last.x && point.y == last.y) return false;
+    if (count == kCapacity) Thin();
+    points[count++] = point;
+    return true;
+}
+
+// The last point has an odd index, since the capacity is even: it moves to the end of what is left.
+void StrokeTrail::Thin() {
+    static_assert(kCapacity % 2 == 0);
+    const POINT last = points[count - 1];
+    for (std::size_t kept = 1; kept < kCapacity / 2; ++kept) points[kept] = points[2 * kept];
+    count = kCapacity / 2;
+    points[count++] = last;
+}
+
+void StrokeTrail::DrawFrom(HDC context, std::size_t first) const {
+    if (count < 2) return;
+    const UniquePen pen(CreatePen(PS_SOLID, kTrailWidth, kTrailColour));
+    if (!pen) return;
+    const SelectedObject selectedPen(context, pen.Get());
+    MoveToEx(context, points[first].x, points[first].y, nullptr);
+    for (std::size_t i = first + 1; i < count; ++i) LineTo(context, points[i].x, points[i].y);
+}
+
+void EraseTrailGround(HDC context, const RECT& area) {
+    const UniqueBrush brush(CreateSolidBrush(kTrailGround));
+    if (!brush) return;
+    const SelectedObject noPen(context, GetStockObject(NULL_PEN));
+    const SelectedObject ground(context, brush.Get());
+    // Without a pen a rectangle lacks its last column and row.
+    Rectangle(context, area.left, area.top, area.right + 1, area.bottom + 1);
+}
+
+}  // namespace kvn::platform

@@ -1,0 +1,243 @@
+#include "service/application.h"
+
+#include <array>
+#include <utility>
+
+#include "platform/raised_flag.h"
+#include "service/ending.h"
+#include "service/greeting.h"
+#include "service/page/page_search.h"
+#include "service/panels.h"
+#include "service/processes.h"
+#include "service/resource.h"
+#include "service/texts.h"
+#include "service/tray/mouse_name.h"
+#include "service/version.h"
+
+namespace kvn::service {
+
+Application::Application()
+    : shared(memory.State()),
+      watcher(shared),
+      window(*this),
+      protocol(ProtocolOutlets()),
+      session(SessionOutlets()),
+      tray({.state = [this] { return CurrentTrayState(); },
+            .onChoice = [this](const TrayChoice& choice) { OnTrayChoice(choice); }}) {}
+
+Application::~Application() {
+    End();
+}
+
+PageProtocol::Outlets Application::ProtocolOutlets() {
+    return {.isMouseKnown = [this] { return driver->Mouse().has_value(); },
+            .onSettingsChanged = [this] { driver->Settings().Reread(); },
+            .onGestureEditBegin = [this] { driver->Hook().GestureEditBegin(); },
+            .onGestureEditEnd = [this] { driver->Hook().GestureEditEnd(); },
+            .onGestureEditForgotten = [this] { driver->Hook().GestureEditForgotten(); },
+            .isGestureEdited = [this] { return driver->Hook().IsGestureEdited(); },
+            .isButtonHeld = [this](model::ButtonSlot button) { return driver->IsHeld(button); },
+            .isPageOpen = [] { return IsPageOpen(); }};
+}
+
+SessionEvents::Outlets Application::SessionOutlets() {
+    return {.onLeft = [this] { driver->LeaveSession(session.IsActive()); },
+            .onReturned = [this] { driver->ReturnToSession(); },
+            .onResumed = [this] { driver->Reinstall(); },
+            .onSwapped = [this](bool areSwapped) { driver->Hook().Swapped(areSwapped); },
+            .onEnd = [this] { RequestEnd(), End(); }};
+}
+
+// What other threads say is left for this one.
+MouseDriver::Outlets Application::DriverOutlets() {
+    return {
+        .onChange = [this] { posted.Post([this] { tray.Refresh(); }); },
+        .onStroke = [this](const Order& order) { posted.Post([this, order] { OnStroke(order); }); },
+        .onProblem =
+            [this](SettingsProblem problem, const std::wstring& path) {
+                posted.Post([this, problem, path] { OnProblem(problem, path); });
+            },
+    };
+}
+
+bool Application::Start(const CommandLine& commands) {
+    if (!window.Create()) return false;
+    posted.RunOn(window.Handle());
+    driver = std::make_unique<MouseDriver>(shared.held, DriverOutlets());
+    if (commands.logFile) driver->LogTo(*commands.logFile);
+    KeepOptions(commands);
+    if (!driver->Start(window.Handle(), commands.mouse)) return false;
+    SessionEvents::Watch(window.Handle());
+    tray.Show(window.Handle());
+    watcher.Start(commands.watcherProcess.value_or(0));
+    window.Announce();
+    Greet(commands.mouse.has_value());
+    return true;
+}
+
+void Application::Greet(bool isChosenMouse) {
+    if (!driver->Hook().IsInstalled()) tray.Tell(Text(IDS_BALLOON_NO_HOOK), NIIF_ERROR);
+    if (!isChosenMouse && IsFirstStart()) tray.Tell(Text(IDS_BALLOON_FIRST_START), NIIF_INFO);
+}
+
+// For the watcher, should it have to start the service again.
+void Application::KeepOptions(const CommandLine& commands) {
+    if (commands.mouse) keptMouse = commands.mouse;
+    if (commands.logFile) keptLog = *commands.logFile;
+    CommandLine kept;
+    kept.mouse = keptMouse;
+    if (!keptLog.empty()) kept.logFile = keptLog;
+    shared.KeepArguments(Quoted(ArgumentsForService(kept)));
+}
+
+Answer Application::CarryOut(const CommandLine& commands) {
+    if (commands.quits) RequestEnd();
+    if (commands.mouse) driver->Choose(*commands.mouse);
+    if (commands.logFile) driver->LogTo(*commands.logFile);
+    if (commands.mouse || commands.logFile) KeepOptions(commands);
+    Answer answer = commands.profile ? ForceProfile(*commands.profile) : Answer{};
+    if (commands.pause) driver->Pause(*commands.pause);
+    if (answer.exitCode == kDone && commands.wantsSettings) answer = OpenSettings();
+    if (commands.wantsStatus) answer.text += StatusText(driver->CurrentStatus());
+    return answer;
+}
+
+Answer Application::ForceProfile(const std::wstring& name) {
+    const bool isAutomatic = name == kAutomaticProfile;
+    if (isAutomatic) driver->Settings().ForceAutomatic();
+    if (!isAutomatic && !driver->Settings().Force(name))
+        return {kFailed, Text(IDS_FAULT_UNKNOWN_PROFILE, name) + L'\n'};
+    return {};
+}
+
+Answer Application::OpenSettings() const {
+    if (OpenMouseControlPanel()) return {};
+    return {kFailed, Text(IDS_FAULT_SETTINGS) + L'\n'};
+}
+
+void Application::OnTrayChoice(const TrayChoice& choice) {
+    if (driver == nullptr) return;
+    if (const auto* const profile = std::get_if<std::wstring>(&choice)) {
+        static_cast<void>(ForceProfile(*profile));
+    } else {
+        OnTrayCommand(std::get<TrayCommand>(choice));
+    }
+    tray.Refresh();
+}
+
+void Application::OnTrayCommand(TrayCommand command) {
+    switch (command) {
+        case TrayCommand::Settings:
+            if (const Answer answer = OpenSettings(); !answer.text.empty()) tray.Tell(answer.text, NIIF_ERROR);
+            break;
+        case TrayCommand::Automatic:
+            driver->Settings().ForceAutomatic();
+            break;
+        case TrayCommand::Pause:
+            driver->Pause(!driver->IsPaused());
+            break;
+        case TrayCommand::Help:
+            OpenHelpPage([this] { posted.Post([this] { tray.Tell(Text(IDS_FAULT_HELP), NIIF_ERROR); }); });
+            break;
+        case TrayCommand::About:
+            ShowAbout();
+            break;
+        case TrayCommand::Exit:
+            RequestEnd();
+            break;
+    }
+}
+
+TrayState Application::CurrentTrayState() const {
+    if (driver == nullptr) return {};
+    return {.mouse = driver->Mouse() ? MouseName(*driver->Mouse()) : std::wstring(),
+            .profile = driver->Mouse() ? driver->Settings().InForce().name : std::wstring(),
+            .forcedProfile = driver->Settings().ForcedProfile(),
+            .profiles = driver->Settings().ProfileNames(),
+            .isPaused = driver->IsPaused()};
+}
+
+void Application::ShowAbout() {
+    if (isAboutOpen) return;
+    const platform::RaisedFlag open(isAboutOpen);
+    MessageBoxW(nullptr, Text(IDS_SERVICE_ABOUT, kVersion).c_str(), Text(IDS_SERVICE_CAPTION).c_str(),
+                MB_OK | MB_ICONINFORMATION);
+}
+
+void Application::OnStroke(const Order& order) {
+    const POINT place{order.place.x, order.place.y};
+    if (order.kind == OrderKind::StrokeBegin) trail.Begin(place);
+    if (order.kind == OrderKind::StrokeMove) trail.MoveTo(place);
+    if (order.kind == OrderKind::StrokeEnd) trail.End();
+}
+
+void Application::OnProblem(SettingsProblem problem, const std::wstring& path) {
+    const bool wasSetAside = problem == SettingsProblem::FileSetAside;
+    tray.Tell(Text(wasSetAside ? IDS_BALLOON_FILE_SET_ASIDE : IDS_BALLOON_FILE_UNREADABLE, path), NIIF_WARNING);
+}
+
+std::optional<LRESULT> Application::OnMessage(const Message& message) {
+    if (driver == nullptr) return std::nullopt;
+    const std::array<IMessageHandler*, 5> handlers{&posted, &protocol, driver.get(), &tray, &session};
+    for (IMessageHandler* const handler : handlers) {
+        if (const auto answer = handler->OnMessage(message)) return answer;
+        if (driver == nullptr) return 0;
+    }
+    return OnOwnMessage(message);
+}
+
+std::optional<LRESULT> Application::OnOwnMessage(const Message& message) {
+    switch (message.id) {
+        case WM_COPYDATA:
+            return OnHandedOver(message);
+        case WM_CLOSE:
+            RequestEnd();
+            return 0;
+        default:
+            return std::nullopt;
+    }
+}
+
+std::optional<LRESULT> Application::OnHandedOver(const Message& message) {
+    const auto request = ReadHandedOver(message.wParam, message.lParam);
+    if (!request) return FALSE;
+    const auto parsed = ParseArguments(SplitCommandLine(L"x " + request->arguments));
+    const auto* const commands = std::get_if<CommandLine>(&parsed);
+    if (commands == nullptr) return FALSE;
+    return Reply(message.window, *request, CarryOut(*commands));
+}
+
+void Application::Run() {
+    MSG message{};
+    for (;;) {
+        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+            if (message.message == WM_QUIT) return;
+            TranslateMessage(&message);
+            DispatchMessageW(&message);
+        }
+        const HANDLE watched = watcher.Process();
+        const DWORD count = watched == nullptr ? 0 : 1;
+        const DWORD woken = MsgWaitForMultipleObjectsEx(count, &watched, INFINITE, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
+        if (count == 1 && woken == WAIT_OBJECT_0 && !isEnding) watcher.Replace();
+    }
+}
+
+// The loop ends, and with it everything; a menu or box that is open ends too.
+void Application::RequestEnd() {
+    shared.hasEnded = 1;
+    EndMenu();
+    PostQuitMessage(0);
+}
+
+void Application::End() {
+    if (std::exchange(isEnding, true)) return;
+    const EndInTime guard(shared.held);
+    shared.hasEnded = 1;
+    window.Withdraw();
+    tray.Remove();
+    trail.End();
+    driver.reset();
+    ReleaseAll(shared.held);
+}
+
+}  // namespace kvn::service

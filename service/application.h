@@ -1,0 +1,77 @@
+// The service as one: its window and what hears its messages, the mouse, the icon, the watcher.
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "service/command_line.h"
+#include "service/handover.h"
+#include "service/mouse_driver.h"
+#include "service/page/page_protocol.h"
+#include "service/page/service_window.h"
+#include "service/posted_work.h"
+#include "service/session_events.h"
+#include "service/shared_state.h"
+#include "service/tray/trail_window.h"
+#include "service/tray/tray_icon.h"
+#include "service/watcher.h"
+
+namespace kvn::service {
+
+class Application : private IMessageHandler {
+public:
+    Application();
+    virtual ~Application();
+    Application(const Application&) = delete;
+    Application& operator=(const Application&) = delete;
+
+    // When it returns true, the mouse is driven and the page finds the service.
+    bool Start(const CommandLine& commands);
+    // What options ask for, of this start or of another one.
+    Answer CarryOut(const CommandLine& commands);
+    // Until the service is to end.
+    void Run();
+
+private:
+    std::optional<LRESULT> OnMessage(const Message& message) override;
+    std::optional<LRESULT> OnOwnMessage(const Message& message);
+    std::optional<LRESULT> OnHandedOver(const Message& message);
+
+    PageProtocol::Outlets ProtocolOutlets();
+    SessionEvents::Outlets SessionOutlets();
+    MouseDriver::Outlets DriverOutlets();
+
+    Answer ForceProfile(const std::wstring& name);
+    Answer OpenSettings() const;
+    void OnTrayChoice(const TrayChoice& choice);
+    void OnTrayCommand(TrayCommand command);
+    TrayState CurrentTrayState() const;
+    void ShowAbout();
+    void OnStroke(const Order& order);
+    void OnProblem(SettingsProblem problem, const std::wstring& path);
+    void Greet(bool isChosenMouse);
+    void KeepOptions(const CommandLine& commands);
+    void RequestEnd();
+    void End();
+
+    SharedMemory memory;
+    SharedState& shared;
+    Watcher watcher;
+    PostedWork posted;
+    ServiceWindow window;
+    PageProtocol protocol;
+    SessionEvents session;
+    TrayIcon tray;
+    TrailWindow trail;
+    std::unique_ptr<MouseDriver> driver;  // empty before the start and at the end
+    std::optional<MouseChoice> keptMouse;
+    std::wstring keptLog;
+    bool isEnding = false;
+    bool isAboutOpen = false;
+};
+
+}  // namespace kvn::service

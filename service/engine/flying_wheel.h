@@ -1,0 +1,55 @@
+// Flying scroll: counts the flicks of the wheel, and knows whether it flies.
+#pragma once
+
+#include <cstdint>
+
+#include "service/engine/engine_settings.h"
+
+namespace kvn::service {
+
+// Whether flying scroll is on.
+bool IsOn(const FlyingScroll& flying);
+
+// The first rate of a flight, in notches a second.
+std::int32_t FirstRateOf(const FlyingScroll& flying);
+
+class FlyingWheel {
+public:
+    // Adds a report of the wheel up to whole notches: so many, with their sign.
+    std::int32_t AddReport(std::int32_t delta);
+
+    bool IsFlying() const { return isFlying; }
+    // Whether notches of this sign stop the flight.
+    bool IsAgainstFlight(std::int32_t notches) const { return isFlying && IsOtherWay(notches); }
+    // Counts notches; true: with these the wheel begins to fly.
+    bool Count(std::int32_t notches, std::uint32_t time, const FlyingScroll& flying);
+
+    // The flight ends, and what was counted is forgotten.
+    void Stop();
+    // The same, and the reports are added up from nothing.
+    void Forget() { *this = {}; }
+    // A flight that has run down is over, and what was too long ago counts no more.
+    void Expire(std::uint32_t time);
+
+private:
+    bool IsOtherWay(std::int32_t notches) const { return (notches < 0) != isTowardsUser; }
+    // True: with these notches the run becomes a flick.
+    bool AddToRun(std::int32_t notches, std::uint32_t time);
+    void BeginRun(std::uint32_t time);
+    void BeginFlight(std::uint32_t time, const FlyingScroll& flying);
+
+    std::int64_t notchPart = 0;  // below a notch, with its sign
+
+    bool isCounting = false;
+    bool isTowardsUser = false;  // the direction of what is counted, or of the flight
+    std::int64_t run = 0;        // notches without a longer gap
+    std::uint32_t lastNotch = 0;
+    std::int32_t flicksBefore = 0;  // flicks in a row before the run
+    std::uint32_t lastFlickEnd = 0;
+
+    bool isFlying = false;
+    std::uint32_t flightBegin = 0;
+    std::uint32_t flightTime = 0;
+};
+
+}  // namespace kvn::service

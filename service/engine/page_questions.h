@@ -1,0 +1,34 @@
+// What the page's gesture editor asks of the engine: presses of some buttons are its own for a while.
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+#include "service/engine/press.h"
+
+namespace kvn::service {
+
+class PageQuestions {
+public:
+    void BeginEdit() { ++editors; }
+    // An end that has no beginning is one that came too late.
+    void EndEdit() { editors -= editors > 0 ? 1 : 0; }
+    void ForgetEdits() { editors = 0; }
+    bool IsEditing() const { return editors > 0; }
+
+    void Ask(std::size_t physicalButton, std::uint32_t time);
+    bool IsAsked(std::size_t physicalButton, std::uint32_t time) const;
+    // Forgets what was asked too long ago, before the clock comes round.
+    void Expire(std::uint32_t time);
+
+private:
+    struct Question {
+        bool isOpen = false;
+        std::uint32_t time = 0;
+    };
+
+    std::uint32_t editors = 0;
+    std::array<Question, kButtonCount> questions{};
+};
+
+}  // namespace kvn::service

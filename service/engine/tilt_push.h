@@ -1,0 +1,39 @@
+// One push of a tilt: its reports less than 300 ms apart. A push is decided once, as a press is.
+#pragma once
+
+#include "service/engine/press.h"
+
+namespace kvn::service {
+
+class TiltPush {
+public:
+    // The press that the push stands for.
+    const Press& AsPress() const { return press; }
+
+    // Whether a report at this time belongs to this push.
+    bool Takes(model::ButtonSlot control, std::uint32_t time) const;
+    void Begin(const Press& decided);
+    // Forgets a push that no later report can belong to.
+    void Expire(std::uint32_t time);
+
+    // The push does nothing more; the rest of its reports are treated as before.
+    void EndFunction() { isOver = true; }
+    bool IsOver() const { return isOver; }
+
+    // Adds a report; true for the first one.
+    bool AddReport(std::uint32_t time);
+    // The reports' sum reaches so many notches more.
+    std::int32_t AddForNotches(std::int32_t delta);
+    // What a scroll at this speed adds, rounded down; the rest is carried on.
+    std::int32_t AddForScroll(std::int32_t delta, std::int32_t speed);
+
+private:
+    Press press;
+    bool isOver = false;
+    bool hasReport = false;
+    std::uint32_t lastReport = 0;
+    std::int64_t notchPart = 0;     // below a notch
+    std::int64_t quartersLeft = 0;  // quarters of a unit
+};
+
+}  // namespace kvn::service

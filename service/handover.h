@@ -1,0 +1,35 @@
+// How a second start hands its command to the running service, and gets the answer: WM_COPYDATA to the service's
+// window, and its text back to a window of the second start.
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace kvn::service {
+
+enum ExitCode : int { kDone = 0, kFailed = 1, kWrongOptions = 2 };
+
+struct Answer {
+    int exitCode = kDone;
+    std::wstring text;  // complete lines, or nothing
+};
+
+// In the second start. Nothing when the service does not answer within seconds, or does not understand.
+std::optional<Answer> AskService(HWND service, const std::vector<std::wstring>& arguments);
+
+// In the service.
+struct HandedOver {
+    HWND replyWindow = nullptr;
+    std::wstring arguments;  // as one command line, without a program's name
+};
+
+// Nothing when the message is somebody else's.
+std::optional<HandedOver> ReadHandedOver(WPARAM wParam, LPARAM lParam);
+// Sends the text; the result is what the message is to be answered with.
+LRESULT Reply(HWND service, const HandedOver& request, const Answer& answer);
+
+}  // namespace kvn::service

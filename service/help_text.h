@@ -1,0 +1,13 @@
+// What the program says about its options.
+#pragma once
+
+#include <string>
+
+#include "service/command_line.h"
+
+namespace kvn::service {
+
+std::wstring HelpText();
+std::wstring ErrorText(const UsageError& error);
+
+}  // namespace kvn::service

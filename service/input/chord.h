@@ -1,0 +1,55 @@
+// The keys of one function: which they are, which of them are modifiers, and which modifiers they leave no room for.
+//
+// A modifier that is named without its side (Shift, Ctrl, Alt) is pressed as the left one, and is there already when
+// the user holds either of the two. One that is named with its side is there only when the user holds that very key.
+// The twin on the other side is never in the way: programs see one modifier.
+#pragma once
+
+#include <windows.h>
+
+#include <array>
+#include <cstddef>
+#include <span>
+
+#include "model/key_names.h"
+
+namespace kvn::service {
+
+// The eight keys that count as modifiers: both Shift, Ctrl, Alt and Windows keys.
+inline constexpr std::array<WORD, 8> kModifiers{VK_LSHIFT, VK_RSHIFT, VK_LCONTROL, VK_RCONTROL,
+                                                VK_LMENU,  VK_RMENU,  VK_LWIN,     VK_RWIN};
+
+struct ChordKey {
+    WORD key = 0;            // never a modifier without its side
+    bool isEitherSide = false;  // the key was named without its side
+};
+
+class Chord {
+public:
+    Chord() = default;
+    // Codes that name no key are left out, and so is a key that is there already.
+    explicit Chord(std::span<const model::KeyCode> codes);
+
+    std::span<const ChordKey> Keys() const { return {keys.data(), count}; }
+    bool IsEmpty() const { return count == 0; }
+    // Whether other modifiers that are down must not reach the program along with it. Shift, Ctrl and Alt by themselves
+    // join whatever is held, as the real keys do.
+    bool ArrivesAsNamed() const;
+    // The last key that is no modifier, or 0.
+    WORD LastPlainKey() const;
+    // Whether the modifier, when it is down, would make another chord of this one.
+    bool IsForeign(WORD modifier) const;
+
+private:
+    void Add(ChordKey added);
+
+    std::array<ChordKey, 3> keys{};
+    std::size_t count = 0;
+};
+
+bool IsModifier(WORD key);
+
+// The same modifier on the other side; 0 for other keys.
+WORD TwinOf(WORD modifier);
+
+}  // namespace kvn::service

@@ -1,0 +1,23 @@
+// The notches of the flying wheel, sent when each is due.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+namespace kvn::service {
+
+class FlyingNotches {
+public:
+    // The rate is in notches a second; negative is towards the user.
+    void Begin(std::int32_t firstRate, std::uint32_t now);
+    void End() { rate = 0; }
+    // Sends what is due, and returns in how many milliseconds the next one is; nothing when the wheel stands.
+    std::optional<std::uint32_t> Continue(std::uint32_t now);
+
+private:
+    std::int32_t rate = 0;  // 0: it stands
+    std::int32_t next = 1;  // the number of the next notch
+    std::uint32_t start = 0;
+};
+
+}  // namespace kvn::service

@@ -1,0 +1,176 @@
+#include "service/input/held_keys.h"
+
+#include <algorithm>
+#include <ranges>
+
+namespace kvn::service {
+namespace {
+
+// A key without any meaning. Pressed while Alt or Windows is down, it keeps their release from opening a menu.
+constexpr WORD kMaskKey = 0xE8;
+
+bool IsDown(WORD key) {
+    return (GetAsyncKeyState(key) & 0x8000) != 0;
+}
+
+bool OpensMenu(WORD modifier) {
+    return modifier == VK_LMENU || modifier == VK_RMENU || modifier == VK_LWIN || modifier == VK_RWIN;
+}
+
+void AddMask(InputBatch& batch) {
+    batch.KeyDown(kMaskKey);
+    batch.KeyUp(kMaskKey);
+}
+
+// The modifiers that are down and foreign to a chord: up for its press, and down again afterwards.
+class LiftedModifiers {
+public:
+    explicit LiftedModifiers(const Chord& chord) {
+        if (!chord.ArrivesAsNamed()) return;
+        for (const WORD modifier : kModifiers) {
+            if (chord.IsForeign(modifier) && IsDown(modifier)) modifiers[count++] = modifier;
+        }
+    }
+
+    void AddLift(InputBatch& batch) const {
+        AddMaskIfNeeded(batch);
+        for (const WORD modifier : All()) batch.KeyUp(modifier);
+    }
+
+    // The user's own release of the key comes later, and must not open a menu either.
+    void AddReturn(InputBatch& batch) const {
+        for (const WORD modifier : All()) batch.KeyDown(modifier);
+        AddMaskIfNeeded(batch);
+    }
+
+private:
+    std::span<const WORD> All() const { return {modifiers.data(), count}; }
+    void AddMaskIfNeeded(InputBatch& batch) const {
+        if (std::ranges::any_of(All(), OpensMenu)) AddMask(batch);
+    }
+
+    std::array<WORD, kModifiers.size()> modifiers{};
+    std::size_t count = 0;
+};
+
+HeldChord PartOf(const HeldChord& held, bool areModifiers) {
+    HeldChord part{.chord = held.chord};
+    for (const WORD key : held.Keys()) {
+        if (IsModifier(key) == areModifiers) part.Add(key);
+    }
+    return part;
+}
+
+}  // namespace
+
+HeldChord HeldKeys::Press(const Chord& chord) {
+    const LiftedModifiers lifted(chord);
+    InputBatch batch;
+    lifted.AddLift(batch);
+    const HeldChord held = AddPress(chord, batch);
+    lifted.AddReturn(batch);
+    batch.Send();
+    return held;
+}
+
+void HeldKeys::Repeat(const HeldChord& held) {
+    const WORD key = held.chord.LastPlainKey();
+    if (key == 0) return;
+    const LiftedModifiers lifted(held.chord);
+    InputBatch batch;
+    lifted.AddLift(batch);
+    batch.KeyDown(key);
+    lifted.AddReturn(batch);
+    batch.Send();
+}
+
+void HeldKeys::Release(const HeldChord& held) {
+    InputBatch batch;
+    AddUps(held, batch);
+    batch.Send();
+    Forget(held);
+}
+
+void HeldKeys::Tap(const Chord& chord) {
+    const LiftedModifiers lifted(chord);
+    InputBatch batch;
+    lifted.AddLift(batch);
+    const HeldChord held = AddPress(chord, batch);
+    AddUps(held, batch);
+    lifted.AddReturn(batch);
+    batch.Send();
+    Forget(held);
+}
+
+HeldChord HeldKeys::PressAndKeepModifiers(const Chord& chord) {
+    const LiftedModifiers lifted(chord);
+    InputBatch batch;
+    lifted.AddLift(batch);
+    const HeldChord held = AddPress(chord, batch);
+    const HeldChord plain = PartOf(held, false);
+    AddUps(plain, batch);
+    lifted.AddReturn(batch);
+    batch.Send();
+    Forget(plain);
+    return PartOf(held, true);
+}
+
+HeldChord HeldKeys::PressButton(WORD button) {
+    InputBatch batch;
+    HeldChord held;
+    AddDown(button, batch);
+    held.Add(button);
+    batch.Send();
+    return held;
+}
+
+void HeldKeys::Click(WORD button) {
+    Release(PressButton(button));
+}
+
+HeldChord HeldKeys::AddPress(const Chord& chord, InputBatch& batch) {
+    HeldChord held{.chord = chord};
+    for (const ChordKey& key : chord.Keys()) {
+        if (IsModifier(key.key) && IsHeldByUser(key)) continue;
+        AddDown(key.key, batch);
+        held.Add(key.key);
+    }
+    return held;
+}
+
+// A plain key that another control holds is pressed again, as a repeating key is.
+void HeldKeys::AddDown(WORD key, InputBatch& batch) {
+    const bool isFirst = list.counts[key].fetch_add(1) == 0;
+    if (IsMouseButton(key)) {
+        if (isFirst) batch.ButtonDown(key);
+    } else if (isFirst || !IsModifier(key)) {
+        batch.KeyDown(key);
+    }
+}
+
+void HeldKeys::AddUps(const HeldChord& held, InputBatch& batch) {
+    for (const WORD key : held.Keys() | std::views::reverse) {
+        if (list.counts[key].load() > 1) continue;
+        if (IsMouseButton(key)) {
+            batch.ButtonUp(key);
+        } else {
+            batch.KeyUp(key);
+        }
+    }
+}
+
+void HeldKeys::Forget(const HeldChord& held) {
+    for (const WORD key : held.Keys()) {
+        if (list.counts[key].load() != 0) list.counts[key].fetch_sub(1);
+    }
+}
+
+bool HeldKeys::IsHeldByUser(const ChordKey& key) const {
+    return IsHeldByUser(key.key) || (key.isEitherSide && IsHeldByUser(TwinOf(key.key)));
+}
+
+bool HeldKeys::IsHeldByUser(WORD key) const {
+    return list.counts[key].load() == 0 && IsDown(key);
+}
+
+}  // namespace kvn::service

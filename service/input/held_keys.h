@@ -1,0 +1,56 @@
+// Presses and releases keys and buttons, and counts who holds them. One thread at a time uses it.
+//
+// Rules of the list that the watcher shares: a key is counted before its press is sent, and no longer counted only after
+// its release was sent; so whatever is down when the service is killed is in the list.
+#pragma once
+
+#include <windows.h>
+
+#include <array>
+#include <cstddef>
+#include <span>
+
+#include "service/input/chord.h"
+#include "service/input/held_list.h"
+#include "service/input/key_sending.h"
+
+namespace kvn::service {
+
+// What one control holds down, in the order of the presses: keys that the user holds already are not among them.
+struct HeldChord {
+    Chord chord;  // as it was named
+    std::array<WORD, 3> keys{};
+    std::size_t count = 0;
+
+    std::span<const WORD> Keys() const { return {keys.data(), count}; }
+    void Add(WORD key) { keys[count++] = key; }
+};
+
+class HeldKeys {
+public:
+    explicit HeldKeys(HeldList& sharedList) : list(sharedList) {}
+
+    HeldChord Press(const Chord& chord);
+    // Presses the last plain key again, as a keyboard does for as long as a key is held.
+    void Repeat(const HeldChord& held);
+    void Release(const HeldChord& held);
+    // Down and up again, in one piece.
+    void Tap(const Chord& chord);
+    // The whole chord goes down, and its plain keys up again.
+    HeldChord PressAndKeepModifiers(const Chord& chord);
+
+    HeldChord PressButton(WORD button);
+    void Click(WORD button);
+
+private:
+    HeldChord AddPress(const Chord& chord, InputBatch& batch);
+    void AddDown(WORD key, InputBatch& batch);
+    void AddUps(const HeldChord& held, InputBatch& batch);
+    void Forget(const HeldChord& held);
+    bool IsHeldByUser(const ChordKey& key) const;
+    bool IsHeldByUser(WORD key) const;
+
+    HeldList& list;
+};
+
+}  // namespace kvn::service

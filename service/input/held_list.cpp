@@ -1,0 +1,28 @@
+#include "service/input/held_list.h"
+
+#include "service/input/key_sending.h"
+
+namespace kvn::service {
+namespace {
+
+void Release(WORD key, InputBatch& batch) {
+    if (IsMouseButton(key)) {
+        batch.ButtonUp(key);
+    } else {
+        batch.KeyUp(key);
+    }
+}
+
+}  // namespace
+
+// Modifiers have the higher codes but for the Windows keys, so that mostly they go up last.
+void ReleaseAll(HeldList& held) {
+    InputBatch batch;
+    for (WORD key = 1; key < held.counts.size(); ++key) {
+        if (held.counts[key].load() != 0) Release(key, batch);
+    }
+    batch.Send();
+    for (auto& count : held.counts) count.store(0);
+}
+
+}  // namespace kvn::service

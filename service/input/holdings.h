@@ -1,0 +1,64 @@
+// What the controls hold at this moment, by ticket: keys, buttons, scrolling. Worker and keeper share it; its lock is
+// held for no longer than input takes to be sent.
+//
+// An ending can overtake its beginning, when the worker is late. Then what begins ends at once.
+#pragma once
+
+#include <windows.h>
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+
+#include "platform/critical_section.h"
+#include "service/engine/functions.h"
+#include "service/engine/orders.h"
+#include "service/input/held_keys.h"
+
+namespace kvn::service {
+
+// What is held for one control.
+struct Holding {
+    bool isUsed = false;
+    Ticket ticket = 0;
+    HeldChord held;
+    std::int32_t scrollStep = 0;   // of a button that scrolls; else 0
+    std::uint32_t period = 0;      // milliseconds between two repeats; 0: nothing repeats
+    std::uint32_t due = 0;         // tick count of the next repeat
+};
+
+class Holdings {
+public:
+    explicit Holdings(HeldList& sharedList) : keys(sharedList) {}
+
+    // False when the function's deed is none of keys, buttons and scrolling.
+    static bool CanDo(const FunctionRow& row);
+
+    void Begin(const Order& order, const FunctionRow& row);
+    void Act(const Order& order, const FunctionRow& row);
+    void End(Ticket ticket);
+    // Ends everything, and lets nothing begin any more.
+    void Close();
+
+    // Repeats what is due, and returns in how many milliseconds there is something to do again; nothing when nothing
+    // repeats.
+    std::optional<std::uint32_t> Repeat(std::uint32_t now);
+
+private:
+    void Keep(const Holding& holding);
+    void EndHolding(Holding& holding);
+    void RepeatHolding(Holding& holding, std::uint32_t now);
+    bool WasEnded(Ticket ticket);
+    void RememberEnded(Ticket ticket);
+
+    platform::CriticalSection lock;
+    HeldKeys keys;
+    std::array<Holding, 32> holdings{};
+    // The last tickets whose ending came first. More than these cannot wait for the worker.
+    std::array<std::optional<Ticket>, 128> ended{};
+    std::size_t endedCount = 0;
+    bool isClosed = false;
+};
+
+}  // namespace kvn::service

@@ -1,0 +1,186 @@
+#include "service/input/hook_loop.h"
+
+#include <algorithm>
+#include <array>
+
+#include "platform/boundary.h"
+
+namespace kvn::service {
+namespace {
+
+constexpr UINT kWakeMessage = WM_APP;
+constexpr UINT kTickPeriod = 100;  // milliseconds
+
+// A hook has no owner to be told of; one loop at a time has one.
+std::atomic<HookLoop*> hookOwner = nullptr;
+
+// No guard that takes memory here: an exception passes the event.
+bool OwnerKeeps(WPARAM message, LPARAM details) noexcept {
+    HookLoop* const owner = hookOwner.load(std::memory_order_acquire);
+    if (owner == nullptr) return false;
+    try {
+        return owner->Keeps(message, *reinterpret_cast<const MSLLHOOKSTRUCT*>(details));
+    } catch (...) {
+        return false;
+    }
+}
+
+LRESULT CALLBACK OnMouseHook(int code, WPARAM message, LPARAM details) {
+    if (code == HC_ACTION && OwnerKeeps(message, details)) return 1;
+    return CallNextHookEx(nullptr, code, message, details);
+}
+
+struct CommandRow {
+    CommandKind kind;
+    void (*carryOut)(HookLoop&, const Command&);
+};
+
+constexpr std::array<CommandRow, 11> kCommands{{
+    {CommandKind::UseSettings, [](HookLoop& l, const Command& /*c*/) { l.UseNewestSettings(); }},
+    {CommandKind::Pause, [](HookLoop& l, const Command& c) { l.engine.OnPause(c.isOn, l.orders); }},
+    {CommandKind::LeaveSession, [](HookLoop& l, const Command& /*c*/) { l.engine.OnSessionLeft(l.orders); }},
+    {CommandKind::Swapped, [](HookLoop& l, const Command& c) { l.engine.OnSwapped(c.isOn); }},
+    {CommandKind::GestureEditBegin, [](HookLoop& l, const Command& /*c*/) { l.engine.OnGestureEditBegin(l.orders); }},
+    {CommandKind::GestureEditEnd, [](HookLoop& l, const Command& /*c*/) { l.engine.OnGestureEditEnd(); }},
+    {CommandKind::GestureEditForgotten, [](HookLoop& l, const Command& /*c*/) { l.engine.OnGestureEditForgotten(); }},
+    {CommandKind::Question, [](HookLoop& l, const Command& c) { l.engine.OnQuestion(c.button, c.time); }},
+    {CommandKind::WindowInFront, [](HookLoop& l, const Command& /*c*/) { l.engine.OnWindowInFront(l.orders); }},
+    {CommandKind::Reinstall, [](HookLoop& l, const Command& /*c*/) { l.Install(); }},
+    {CommandKind::Quit, [](HookLoop& l, const Command& /*c*/) { l.Quit(); }},
+}};
+
+}  // namespace
+
+HookLoop::HookLoop(Performer& orderTaker, MouseActivity& mouseActivity)
+    : performer(orderTaker), activity(mouseActivity) {}
+
+void HookLoop::Run() {
+    MSG message;
+    PeekMessageW(&message, nullptr, WM_USER, WM_USER, PM_NOREMOVE);  // makes the queue, for those who wake the thread
+    threadId = GetCurrentThreadId();
+    platform::Completes([&] { CarryOutCommands(); });
+    Install();
+    SetEvent(ready.Get());
+    while (!isEnding && GetMessageW(&message, nullptr, 0, 0) > 0) {
+        platform::Completes([&] { Serve(message); });
+    }
+    hook.Reset();
+    hookOwner = nullptr;
+    isInstalled = false;
+    engine.OnSessionLeft(orders);
+    HandOver();
+}
+
+void HookLoop::Serve(const MSG& message) {
+    CarryOutCommands();
+    if (message.message == WM_TIMER) Tick();
+    WatchTicks();
+}
+
+bool HookLoop::Send(const Command& command) {
+    const bool isSent = mailbox.Put(command);
+    Wake();
+    return isSent;
+}
+
+bool HookLoop::Send(const EngineSettings& settings) {
+    const bool isSent = mailbox.PutSettings(settings);
+    Wake();
+    return isSent;
+}
+
+// Before the thread has a queue nobody needs to wake it.
+void HookLoop::Wake() {
+    if (const DWORD thread = threadId; thread != 0) PostThreadMessageW(thread, kWakeMessage, 0, 0);
+}
+
+void HookLoop::Install() {
+    hook.Reset();
+    hookOwner.store(this, std::memory_order_release);
+    hook.Reset(SetWindowsHookExW(WH_MOUSE_LL, OnMouseHook, GetModuleHandleW(nullptr), 0));
+    isInstalled = static_cast<bool>(hook);
+}
+
+void HookLoop::UseNewestSettings() {
+    if (const EngineSettings* const settings = mailbox.TakeSettings()) engine.OnSettings(*settings, orders);
+}
+
+void HookLoop::CarryOutCommands() {
+    if (mailbox.IsEmpty()) return;
+    Command command;
+    while (mailbox.Take(command)) CarryOut(command);
+    Publish();
+}
+
+void HookLoop::CarryOut(const Command& command) {
+    const auto row = std::ranges::find(kCommands, command.kind, &CommandRow::kind);
+    if (row != kCommands.end()) row->carryOut(*this, command);
+    HandOver();
+}
+
+// A move decides nothing, and there are a thousand of them in a second.
+bool HookLoop::Keeps(WPARAM message, const MSLLHOOKSTRUCT& details) {
+    NoteActivity(details.time);
+    if (message == WM_MOUSEMOVE) return false;
+    const std::optional<MouseEvent> event = EventOf(message, details);
+    return event && Decide(*event) == Verdict::Keep;
+}
+
+Verdict HookLoop::Decide(const MouseEvent& event) {
+    CarryOutCommands();
+    if (const bool hasRoom = performer.HasRoom(); hasRoom == isOverloaded) {
+        isOverloaded = !hasRoom;
+        engine.OnOverload(isOverloaded);
+    }
+    const Verdict verdict = engine.OnMouse(event, orders);
+    HandOver();
+    NoteEvent(event);
+    Publish();
+    WatchTicks();
+    return verdict;
+}
+
+void HookLoop::Tick() {
+    POINT cursor;
+    if (!engine.WantsTicks() || !GetCursorPos(&cursor)) return;
+    engine.OnTick({cursor.x, cursor.y}, orders);
+    HandOver();
+    Publish();
+}
+
+void HookLoop::WatchTicks() {
+    if (engine.WantsTicks() == (ticks != 0)) return;
+    if (ticks == 0) {
+        ticks = SetTimer(nullptr, 0, kTickPeriod, nullptr);
+    } else {
+        KillTimer(nullptr, ticks);
+        ticks = 0;
+    }
+}
+
+void HookLoop::HandOver() {
+    if (orders.All().empty()) return;
+    performer.Take(orders);
+    orders.Clear();
+}
+
+void HookLoop::Publish() {
+    heldButtons.store(engine.HeldButtons(), std::memory_order_release);
+    isGestureEdited.store(engine.IsGestureEdited(), std::memory_order_release);
+}
+
+void HookLoop::NoteActivity(std::uint32_t time) {
+    activity.lastEvent.store(time, std::memory_order_release);
+    if (!activity.isSomeoneAsleep.load(std::memory_order_acquire)) return;
+    if (activity.isSomeoneAsleep.exchange(false) && activity.wake != nullptr) SetEvent(activity.wake);
+}
+
+// What a program has made shows that the hook lives, but is no press by the user.
+void HookLoop::NoteEvent(const MouseEvent& event) {
+    if (event.kind == MouseEventKind::Press) lastPress.store(event.time, std::memory_order_release);
+    if (event.isInjected) return;
+    const bool isPush = event.kind == MouseEventKind::Tilt && pushes.Begins(event.delta, event.time);
+    if (isPush || event.kind == MouseEventKind::Press) pressCount.fetch_add(1, std::memory_order_relaxed);
+}
+
+}  // namespace kvn::service

@@ -1,0 +1,87 @@
+#include "service/input/keeper.h"
+
+#include <algorithm>
+#include <array>
+
+#include "platform/boundary.h"
+#include "service/input/flying_notches.h"
+
+namespace kvn::service {
+namespace {
+
+struct Keeper {
+    PerformerState& state;
+    FlyingNotches flying;
+};
+
+void EndHolding(Keeper& keeper, const Order& order) {
+    keeper.state.holdings.End(order.ticket);
+}
+
+void Stroke(Keeper& keeper, const Order& order) {
+    if (keeper.state.outlets.onStroke) keeper.state.outlets.onStroke(order);
+}
+
+void BeginFlying(Keeper& keeper, const Order& order) {
+    keeper.flying.Begin(order.amount, GetTickCount());
+}
+
+void EndFlying(Keeper& keeper, const Order& /*order*/) {
+    keeper.flying.End();
+}
+
+struct KeeperRow {
+    OrderKind kind;
+    void (*carryOut)(Keeper&, const Order&);
+};
+
+constexpr std::array<KeeperRow, 6> kKeeperOrderTable{{
+    {OrderKind::End, EndHolding},
+    {OrderKind::StrokeBegin, Stroke},
+    {OrderKind::StrokeMove, Stroke},
+    {OrderKind::StrokeEnd, Stroke},
+    {OrderKind::FlyBegin, BeginFlying},
+    {OrderKind::FlyEnd, EndFlying},
+}};
+
+void CarryOutAll(Keeper& keeper) {
+    Order order;
+    while (keeper.state.keeperOrders.Take(order)) {
+        const auto row = std::ranges::find(kKeeperOrderTable, order.kind, &KeeperRow::kind);
+        if (row == kKeeperOrderTable.end()) continue;
+        platform::Completes([&] { row->carryOut(keeper, order); });
+    }
+}
+
+// Does what is due, and returns how long nothing will be.
+DWORD Continue(Keeper& keeper) {
+    const std::uint32_t now = GetTickCount();
+    const auto repeat = keeper.state.holdings.Repeat(now);
+    const auto notch = keeper.flying.Continue(now);
+    return std::min(repeat.value_or(INFINITE), notch.value_or(INFINITE));
+}
+
+void ServeWindows() {
+    MSG message;
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    }
+}
+
+}  // namespace
+
+void RunKeeper(PerformerState& state) {
+    Keeper keeper{state, {}};
+    const HANDLE wake = state.keeperWake.Get();
+    while (!state.isEnding) {
+        CarryOutAll(keeper);
+        const DWORD wait = Continue(keeper);
+        MsgWaitForMultipleObjectsEx(1, &wake, wait, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
+        platform::Completes(ServeWindows);
+    }
+    CarryOutAll(keeper);
+    state.holdings.Close();
+}
+
+}  // namespace kvn::service

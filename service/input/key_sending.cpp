@@ -1,0 +1,113 @@
+#include "service/input/key_sending.h"
+
+#include <algorithm>
+
+namespace kvn::service {
+namespace {
+
+// Keys whose scan code has the prefix that tells them from their twins. The right Shift key is among them: without the
+// flag some systems take it for the left one.
+constexpr std::array<WORD, 21> kExtendedKeys{
+    VK_PRIOR,  VK_NEXT,    VK_END,   VK_HOME, VK_LEFT, VK_UP,  VK_RIGHT, VK_DOWN,  VK_SNAPSHOT, VK_INSERT, VK_DELETE,
+    VK_DIVIDE, VK_NUMLOCK, VK_RMENU, VK_LWIN, VK_RWIN, VK_APPS, VK_RSHIFT, VK_RCONTROL, VK_CANCEL,   VK_HELP};
+
+// Print Screen's own scan code; the table of the layout has the one that it gives together with Alt.
+constexpr WORD kPrintScreenScanCode = 0x37;
+
+struct ButtonRow {
+    WORD button;
+    DWORD down;
+    DWORD up;
+    DWORD data;
+};
+
+constexpr std::array<ButtonRow, 5> kButtons{{
+    {VK_LBUTTON, MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP, 0},
+    {VK_RBUTTON, MOUSEEVENTF_RIGHTDOWN, MOUSEEVENTF_RIGHTUP, 0},
+    {VK_MBUTTON, MOUSEEVENTF_MIDDLEDOWN, MOUSEEVENTF_MIDDLEUP, 0},
+    {VK_XBUTTON1, MOUSEEVENTF_XDOWN, MOUSEEVENTF_XUP, XBUTTON1},
+    {VK_XBUTTON2, MOUSEEVENTF_XDOWN, MOUSEEVENTF_XUP, XBUTTON2},
+}};
+
+// What is sent is about the physical button.
+WORD PhysicalButton(WORD button) {
+    if (GetSystemMetrics(SM_SWAPBUTTON) == 0) return button;
+    if (button == VK_LBUTTON) return VK_RBUTTON;
+    return button == VK_RBUTTON ? WORD{VK_LBUTTON} : button;
+}
+
+const ButtonRow& RowOf(WORD button) {
+    const auto row = std::ranges::find(kButtons, PhysicalButton(button), &ButtonRow::button);
+    return row == kButtons.end() ? kButtons.front() : *row;
+}
+
+WORD ScanCodeOf(WORD key) {
+    if (key == VK_SNAPSHOT) return kPrintScreenScanCode;
+    const HKL layout = GetKeyboardLayout(GetWindowThreadProcessId(GetForegroundWindow(), nullptr));
+    return static_cast<WORD>(MapVirtualKeyExW(key, MAPVK_VK_TO_VSC, layout) & 0xFF);
+}
+
+}  // namespace
+
+bool IsMouseButton(WORD key) {
+    return std::ranges::find(kButtons, key, &ButtonRow::button) != kButtons.end();
+}
+
+void InputBatch::KeyDown(WORD key) {
+    AddKey(key, 0);
+}
+
+void InputBatch::KeyUp(WORD key) {
+    AddKey(key, KEYEVENTF_KEYUP);
+}
+
+void InputBatch::ButtonDown(WORD button) {
+    const ButtonRow& row = RowOf(button);
+    AddMouse(row.down, static_cast<std::int32_t>(row.data));
+}
+
+void InputBatch::ButtonUp(WORD button) {
+    const ButtonRow& row = RowOf(button);
+    AddMouse(row.up, static_cast<std::int32_t>(row.data));
+}
+
+void InputBatch::Wheel(std::int32_t amount) {
+    AddMouse(MOUSEEVENTF_WHEEL, amount);
+}
+
+void InputBatch::HorizontalWheel(std::int32_t amount) {
+    AddMouse(MOUSEEVENTF_HWHEEL, amount);
+}
+
+void InputBatch::AddKey(WORD key, DWORD flags) {
+    const bool isExtended = std::ranges::find(kExtendedKeys, key) != kExtendedKeys.end();
+    INPUT input{};
+    input.type = INPUT_KEYBOARD;
+    input.ki.wVk = key;
+    input.ki.wScan = ScanCodeOf(key);
+    input.ki.dwFlags = flags | (isExtended ? DWORD{KEYEVENTF_EXTENDEDKEY} : 0);
+    Add(input);
+}
+
+void InputBatch::AddMouse(DWORD flags, std::int32_t data) {
+    INPUT input{};
+    input.type = INPUT_MOUSE;
+    input.mi.dwFlags = flags;
+    input.mi.mouseData = static_cast<DWORD>(data);
+    Add(input);
+}
+
+void InputBatch::Add(const INPUT& input) {
+    if (count == inputs.size()) areAllSent = Send();
+    inputs[count++] = input;
+}
+
+bool InputBatch::Send() {
+    const auto sent = count == 0 ? 0 : SendInput(static_cast<UINT>(count), inputs.data(), sizeof(INPUT));
+    const bool isSent = areAllSent && sent == count;
+    count = 0;
+    areAllSent = true;
+    return isSent;
+}
+
+}  // namespace kvn::service

@@ -1,0 +1,40 @@
+// The one place from which input is sent. Keys carry both their virtual key and the scan code of the keyboard layout of
+// the window in front; buttons are named as the user sees them, by VK_LBUTTON (the primary one) to VK_XBUTTON2.
+#pragma once
+
+#include <windows.h>
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+namespace kvn::service {
+
+// Input that arrives in one piece: nobody else's gets in between. More than fits is sent in several pieces.
+class InputBatch {
+public:
+    void KeyDown(WORD key);
+    void KeyUp(WORD key);
+    void ButtonDown(WORD button);
+    void ButtonUp(WORD button);
+    // Amounts as the wheel reports them: 120 is a notch.
+    void Wheel(std::int32_t amount);
+    void HorizontalWheel(std::int32_t amount);
+
+    // Sends what was gathered; false when Windows does not take all of it (as while a secure desktop is shown).
+    bool Send();
+
+private:
+    void AddKey(WORD key, DWORD flags);
+    void AddMouse(DWORD flags, std::int32_t data);
+    void Add(const INPUT& input);
+
+    std::array<INPUT, 48> inputs{};
+    std::size_t count = 0;
+    bool areAllSent = true;
+};
+
+// Whether the virtual key stands for a button of the mouse.
+bool IsMouseButton(WORD key);
+
+}  // namespace kvn::service

@@ -1,0 +1,14 @@
+// In English words, for the log: what input a function makes.
+#pragma once
+
+#include <string>
+
+#include "service/engine/functions.h"
+#include "service/engine/orders.h"
+
+namespace kvn::service {
+
+// "Ctrl+C", "left button", "scrolled left"; "nothing" for a deed that makes no input.
+std::wstring TextOfInput(const Order& order, const FunctionRow& row);
+
+}  // namespace kvn::service

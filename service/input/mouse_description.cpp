@@ -1,0 +1,66 @@
+#include <algorithm>
+#include <bit>
+#include <cwctype>
+
+#include "service/input/attached_mice.h"
+
+namespace kvn::service {
+namespace {
+
+constexpr MouseIds kUnknownMouse{0xFFFF, 0xFFFF};
+constexpr std::int32_t kCountWithTilt = model::kMaxButtonCount;
+constexpr std::uint32_t kFewestButtons = 3;
+constexpr std::uint32_t kMostButtons = 5;
+
+std::wstring InUpperCase(std::wstring_view text) {
+    std::wstring upper(text);
+    std::ranges::transform(upper, upper.begin(), [](wchar_t c) { return c >= L'a' && c <= L'z' ? c - 32 : c; });
+    return upper;
+}
+
+std::optional<std::uint32_t> DigitOf(wchar_t c) {
+    if (c >= L'0' && c <= L'9') return c - L'0';
+    if (c >= L'A' && c <= L'F') return c - L'A' + 10;
+    return std::nullopt;
+}
+
+// The hexadecimal number at the text's beginning: its low 16 bits.
+std::optional<std::uint16_t> NumberAt(std::wstring_view text) {
+    std::uint32_t number = 0;
+    std::size_t length = 0;
+    for (; length < text.size() && DigitOf(text[length]); ++length) number = number << 4U | *DigitOf(text[length]);
+    if (length < 4) return std::nullopt;
+    return static_cast<std::uint16_t>(number & 0xFFFFU);
+}
+
+// "VID_045E" of a USB mouse, "VID&0002045E" of a Bluetooth one, where the vendor's list comes first.
+std::optional<std::uint16_t> IdBehind(std::wstring_view name, std::wstring_view word) {
+    const std::size_t place = name.find(word);
+    if (place == std::wstring_view::npos) return std::nullopt;
+    const std::wstring_view rest = name.substr(place + word.size());
+    if (rest.empty() || (rest.front() != L'_' && rest.front() != L'&')) return std::nullopt;
+    return NumberAt(rest.substr(1));
+}
+
+}  // namespace
+
+MouseIds IdsOfDeviceName(std::wstring_view deviceName) {
+    const std::wstring name = InUpperCase(deviceName);
+    const std::uint16_t vid = IdBehind(name, L"VID").value_or(0);
+    const std::uint16_t pid = IdBehind(name, L"PID").value_or(0);
+    return vid == 0 || pid == 0 ? kUnknownMouse : MouseIds{vid, pid};
+}
+
+model::DeviceRecord DescribeMouse(const MouseFacts& facts, std::uint32_t pressedButtons) {
+    const auto pressed = static_cast<std::uint32_t>(std::bit_width(pressedButtons));
+    const std::uint32_t buttons = std::clamp(std::max(facts.buttons, pressed), kFewestButtons, kMostButtons);
+    const MouseIds ids = IdsOfDeviceName(facts.deviceName);
+    model::DeviceRecord record;
+    record.hasTilt = facts.hasHorizontalWheel ? 1 : 0;
+    record.buttonCount = facts.hasHorizontalWheel ? kCountWithTilt : static_cast<std::int32_t>(buttons);
+    record.vid = ids.vid;
+    record.pid = ids.pid;
+    return record;
+}
+
+}  // namespace kvn::service

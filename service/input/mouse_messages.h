@@ -1,0 +1,15 @@
+// What a low-level hook is told, as an event of the engine.
+#pragma once
+
+#include <windows.h>
+
+#include <optional>
+
+#include "service/engine/engine.h"
+
+namespace kvn::service {
+
+// Nothing for messages that are none of a mouse's.
+std::optional<MouseEvent> EventOf(WPARAM message, const MSLLHOOKSTRUCT& details);
+
+}  // namespace kvn::service

@@ -1,0 +1,51 @@
+// What the hook thread, the worker and the keeper of one performer share.
+#pragma once
+
+#include <windows.h>
+
+#include <atomic>
+#include <cstdint>
+#include <utility>
+
+#include "platform/unique_resource.h"
+#include "service/input/holdings.h"
+#include "service/input/lock_free_ring.h"
+#include "service/input/performer.h"
+
+namespace kvn::service {
+
+// More is not put off: then presses are natural.
+inline constexpr std::size_t kWorkerOrders = 64;
+inline constexpr std::size_t kKeeperOrders = 256;
+
+// Lets one thread in at a time, and nobody any more once it is closed. Nobody waits at it.
+class Gate {
+public:
+    bool Enter() { return Change(State::Open, State::Inside); }
+    void Leave() { Change(State::Inside, State::Open); }
+    void Close() { Change(State::Open, State::Closed); }
+
+private:
+    enum class State : std::uint8_t { Open, Inside, Closed };
+    bool Change(State from, State to) { return state.compare_exchange_strong(from, to); }
+
+    std::atomic<State> state = State::Open;
+};
+
+struct PerformerState {
+    PerformerState(HeldList& heldList, Performer::Outlets chosenOutlets)
+        : outlets(std::move(chosenOutlets)), holdings(heldList) {}
+
+    Performer::Outlets outlets;
+    Gate outletGate;  // the worker's way to its outlet
+    Holdings holdings;
+    LockFreeRing<Order, kWorkerOrders> workerOrders;
+    LockFreeRing<Order, kKeeperOrders> keeperOrders;
+    platform::UniqueKernelObject workerWake{CreateEventW(nullptr, FALSE, FALSE, nullptr)};
+    platform::UniqueKernelObject keeperWake{CreateEventW(nullptr, FALSE, FALSE, nullptr)};
+    std::atomic<bool> isEnding = false;
+    std::atomic<std::uint32_t> busySince = 0;  // tick count at which the worker began its present order; 0: it has none
+    std::atomic<std::uint64_t> actions = 0;
+};
+
+}  // namespace kvn::service

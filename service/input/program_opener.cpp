@@ -1,0 +1,115 @@
+#include "service/input/program_opener.h"
+
+#include <windows.h>
+
+#include <objbase.h>
+#include <shellapi.h>
+#include <shlwapi.h>
+
+#include <algorithm>
+#include <array>
+
+#include "platform/com_pointer.h"
+
+namespace kvn::service {
+namespace {
+
+std::wstring WindowsFolder() {
+    std::array<wchar_t, MAX_PATH> path{};
+    return {path.data(), GetSystemWindowsDirectoryW(path.data(), MAX_PATH)};
+}
+
+std::wstring SystemFolder() {
+    std::array<wchar_t, MAX_PATH> path{};
+    return {path.data(), GetSystemDirectoryW(path.data(), MAX_PATH)};
+}
+
+// The file with its full path, so that no other one of its name is opened; the bare name when it is not there.
+std::wstring PathOf(const std::wstring& folder, const wchar_t* file) {
+    const std::wstring path = folder + L'\\' + file;
+    return GetFileAttributesW(path.c_str()) == INVALID_FILE_ATTRIBUTES ? file : path;
+}
+
+std::wstring ExecutableOf(const wchar_t* association) {
+    std::array<wchar_t, 1024> path{};
+    DWORD length = path.size();
+    const HRESULT result =
+        AssocQueryStringW(ASSOCF_NONE, ASSOCSTR_EXECUTABLE, association, L"open", path.data(), &length);
+    return SUCCEEDED(result) ? path.data() : L"";
+}
+
+// What the user has chosen for web pages; empty when nothing was.
+std::wstring ChosenBrowserClass() {
+    constexpr wchar_t kKey[] =
+        L"Software\\Microsoft\\Windows\\Shell\\Associations\\UrlAssociations\\http\\UserChoice";
+    std::array<wchar_t, 256> name{};
+    DWORD bytes = sizeof name;
+    const LSTATUS result =
+        RegGetValueW(HKEY_CURRENT_USER, kKey, L"ProgId", RRF_RT_REG_SZ, nullptr, name.data(), &bytes);
+    return result == ERROR_SUCCESS ? name.data() : L"";
+}
+
+std::wstring BrowserPath() {
+    const std::wstring chosen = ChosenBrowserClass();
+    const std::wstring path = chosen.empty() ? L"" : ExecutableOf(chosen.c_str());
+    return path.empty() ? ExecutableOf(L"http") : path;
+}
+
+std::wstring ExplorerPath() {
+    return PathOf(WindowsFolder(), L"explorer.exe");
+}
+
+std::wstring ControlPath() {
+    return PathOf(SystemFolder(), L"control.exe");
+}
+
+std::wstring MagnifierPath() {
+    return PathOf(SystemFolder(), L"magnify.exe");
+}
+
+struct ProgramRow {
+    Program program;
+    std::wstring (*path)();
+    const wchar_t* arguments;
+};
+
+constexpr std::array<ProgramRow, 6> kPrograms{{
+    {Program::Computer, ExplorerPath, L"shell:MyComputerFolder"},
+    {Program::Browser, BrowserPath, nullptr},
+    {Program::Explorer, ExplorerPath, nullptr},
+    {Program::ControlPanel, ControlPath, nullptr},
+    {Program::Printers, ExplorerPath, L"shell:PrintersFolder"},
+    {Program::Magnifier, MagnifierPath, nullptr},
+}};
+
+// The folder in which it starts is Windows' own: the service's would be in the way of its removal.
+bool Open(const std::wstring& path, const wchar_t* arguments) {
+    const std::wstring folder = WindowsFolder();
+    SHELLEXECUTEINFOW execution{};
+    execution.cbSize = sizeof execution;
+    execution.fMask = SEE_MASK_FLAG_NO_UI | SEE_MASK_NOASYNC;
+    execution.lpFile = path.c_str();
+    execution.lpParameters = arguments;
+    execution.lpDirectory = folder.c_str();
+    execution.nShow = SW_SHOWNORMAL;
+    return ShellExecuteExW(&execution) != FALSE;
+}
+
+std::wstring NameOf(const std::wstring& path, const wchar_t* arguments) {
+    const std::wstring name = path.substr(path.find_last_of(L'\\') + 1);
+    return arguments == nullptr ? name : name + L' ' + arguments;
+}
+
+}  // namespace
+
+std::wstring OpenProgram(Program program) {
+    const auto row = std::ranges::find(kPrograms, program, &ProgramRow::program);
+    if (row == kPrograms.end()) return L"nothing";
+    const platform::ComApartment apartment;
+    const std::wstring path = row->path();
+    if (path.empty()) return L"no program to open";
+    const std::wstring name = NameOf(path, row->arguments);
+    return Open(path, row->arguments) ? L"opened " + name : L"could not open " + name;
+}
+
+}  // namespace kvn::service

@@ -1,0 +1,40 @@
+// Threads that share what they work on: it lives until the last of them and of its owners is gone, so that a thread
+// that hangs can be left behind.
+#pragma once
+
+#include <windows.h>
+
+#include <memory>
+
+#include "platform/boundary.h"
+#include "platform/unique_resource.h"
+
+namespace kvn::service {
+
+template <typename Shared>
+struct ThreadStart {
+    std::shared_ptr<Shared> shared;
+    void (*body)(Shared&);
+};
+
+template <typename Shared>
+DWORD WINAPI RunThread(void* parameter) {
+    const std::unique_ptr<ThreadStart<Shared>> start(static_cast<ThreadStart<Shared>*>(parameter));
+    const bool isComplete = platform::Completes([&] { start->body(*start->shared); });
+    return isComplete ? 0 : 1;
+}
+
+// Null when there is no thread to be had.
+template <typename Shared>
+platform::UniqueKernelObject StartThread(std::shared_ptr<Shared> shared, void (*body)(Shared&), int priority) {
+    auto start = std::make_unique<ThreadStart<Shared>>(std::move(shared), body);
+    platform::UniqueKernelObject thread(
+        CreateThread(nullptr, 0, RunThread<Shared>, start.get(), CREATE_SUSPENDED, nullptr));
+    if (!thread) return thread;
+    start.release();
+    SetThreadPriority(thread.Get(), priority);
+    ResumeThread(thread.Get());
+    return thread;
+}
+
+}  // namespace kvn::service

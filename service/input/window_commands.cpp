@@ -1,0 +1,79 @@
+#include "service/input/window_commands.h"
+
+#include <windows.h>
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+namespace kvn::service {
+namespace {
+
+constexpr std::array<std::wstring_view, 4> kShellClasses{L"Progman", L"WorkerW", L"Shell_TrayWnd",
+                                                         L"Shell_SecondaryTrayWnd"};
+
+std::wstring ClassOf(HWND window) {
+    std::array<wchar_t, 257> name{};
+    const int length = GetClassNameW(window, name.data(), static_cast<int>(name.size()));
+    return {name.data(), static_cast<std::size_t>(length)};
+}
+
+bool IsOfShell(HWND window) {
+    if (window == GetShellWindow() || window == GetDesktopWindow()) return true;
+    return std::ranges::find(kShellClasses, ClassOf(window)) != kShellClasses.end();
+}
+
+// Null when there is none that a command may go to.
+HWND WindowInFront() {
+    const HWND window = GetForegroundWindow();
+    if (window == nullptr || IsOfShell(window)) return nullptr;
+    const HWND owner = GetAncestor(window, GA_ROOTOWNER);
+    return owner != nullptr && IsOfShell(owner) ? nullptr : window;
+}
+
+std::wstring Post(HWND window, WPARAM command, const wchar_t* done) {
+    return PostMessageW(window, WM_SYSCOMMAND, command, 0) ? done : L"the window takes no commands";
+}
+
+bool HasBox(HWND window, LONG_PTR box) {
+    return (GetWindowLongPtrW(window, GWL_STYLE) & box) != 0;
+}
+
+std::wstring CloseWindowInFront(HWND window) {
+    return Post(window, SC_CLOSE, L"closed the window");
+}
+
+std::wstring MaximizeOrRestore(HWND window) {
+    const HWND owner = GetAncestor(window, GA_ROOTOWNER);
+    if (!HasBox(owner, WS_MAXIMIZEBOX)) return L"the window has no such box";
+    if (IsZoomed(owner)) return Post(owner, SC_RESTORE, L"restored the window");
+    return Post(owner, SC_MAXIMIZE, L"maximized the window");
+}
+
+std::wstring Minimize(HWND window) {
+    const HWND owner = GetAncestor(window, GA_ROOTOWNER);
+    if (!HasBox(owner, WS_MINIMIZEBOX)) return L"the window has no such box";
+    return Post(owner, SC_MINIMIZE, L"minimized the window");
+}
+
+struct CommandRow {
+    Deed deed;
+    std::wstring (*carryOut)(HWND);
+};
+
+constexpr std::array<CommandRow, 3> kCommands{{
+    {Deed::CloseWindow, CloseWindowInFront},
+    {Deed::MaximizeWindow, MaximizeOrRestore},
+    {Deed::MinimizeWindow, Minimize},
+}};
+
+}  // namespace
+
+std::wstring DoWindowCommand(Deed deed) {
+    const auto command = std::ranges::find(kCommands, deed, &CommandRow::deed);
+    if (command == kCommands.end()) return L"nothing";
+    const HWND window = WindowInFront();
+    return window == nullptr ? L"no window in front" : command->carryOut(window);
+}
+
+}  // namespace kvn::service

@@ -1,0 +1,11 @@
+// The thread that carries out what begins, in order. It may hang in a program that it opens; nobody waits for it.
+#pragma once
+
+#include "service/input/performer_state.h"
+
+namespace kvn::service {
+
+// The body of the thread: until the state's end.
+void RunWorker(PerformerState& state);
+
+}  // namespace kvn::service

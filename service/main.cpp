@@ -1,0 +1,139 @@
+// KvnMouseApl: the resident service that drives the mouse as people have chosen on the settings page. One start is the
+// service of the session; the others hand it their options and end.
+#include <windows.h>
+
+#include <exception>
+#include <string>
+#include <variant>
+
+#include "service/application.h"
+#include "service/command_line.h"
+#include "service/handover.h"
+#include "service/help_text.h"
+#include "service/page/service_window.h"
+#include "service/processes.h"
+#include "service/resource.h"
+#include "service/session_lock.h"
+#include "service/texts.h"
+#include "service/version.h"
+#include "service/watcher.h"
+
+namespace kvn::service {
+namespace {
+
+// A service that starts or ends takes less.
+constexpr std::uint64_t kTransitionMilliseconds = 10'000;
+constexpr DWORD kPollMilliseconds = 50;
+
+ExitCode Complain(unsigned textId) {
+    Print(Text(textId) + L'\n');
+    return kFailed;
+}
+
+int Tell(const Answer& answer) {
+    Print(answer.text);
+    return answer.exitCode;
+}
+
+// Takes the service's place until it is to end.
+int Serve(const CommandLine& commands) {
+    if (IsForeignServiceThere()) return Complain(IDS_FAULT_OTHER_SERVICE);
+    Application application;
+    if (!application.Start(commands)) return Complain(IDS_FAULT_CANNOT_START);
+    CommandLine rest = commands;
+    rest.mouse.reset();
+    rest.logFile.reset();
+    if (const int exitCode = Tell(application.CarryOut(rest)); exitCode != kDone) return exitCode;
+    application.Run();
+    return kDone;
+}
+
+// One try; nothing when there is a service that is starting or ending just now.
+std::optional<int> TryToServe(const CommandLine& commands) {
+    const SessionLock lock;
+    if (lock.IsMine()) return Serve(commands);
+    // Whoever was started by the watcher comes too late: somebody else has started the service.
+    if (commands.watcherProcess) return kDone;
+    return std::nullopt;
+}
+
+std::optional<int> TryToHandOver(const CommandLine& commands) {
+    const HWND service = FindRunningService();
+    if (service == nullptr) return std::nullopt;
+    if (const auto answer = AskService(service, ArgumentsForService(commands))) return Tell(*answer);
+    if (IsWindow(service)) return Complain(IDS_FAULT_NO_ANSWER);
+    return std::nullopt;
+}
+
+int StartOrHandOver(const CommandLine& commands) {
+    const std::uint64_t deadline = GetTickCount64() + kTransitionMilliseconds;
+    while (GetTickCount64() < deadline) {
+        if (const auto done = TryToServe(commands)) return *done;
+        if (const auto done = TryToHandOver(commands)) return *done;
+        Sleep(kPollMilliseconds);
+    }
+    return Complain(IDS_FAULT_NO_ANSWER);
+}
+
+// For options that need a running service.
+int HandOver(const CommandLine& commands) {
+    const std::uint64_t deadline = GetTickCount64() + kTransitionMilliseconds;
+    while (SessionLock::IsTaken()) {
+        if (const auto done = TryToHandOver(commands)) return *done;
+        if (GetTickCount64() >= deadline) return Complain(IDS_FAULT_NO_ANSWER);
+        Sleep(kPollMilliseconds);
+    }
+    return Complain(IsForeignServiceThere() ? IDS_FAULT_OTHER_SERVICE : IDS_FAULT_NOT_RUNNING);
+}
+
+platform::UniqueKernelObject ProcessOf(HWND window) {
+    DWORD processId = 0;
+    GetWindowThreadProcessId(window, &processId);
+    return platform::UniqueKernelObject(OpenProcess(SYNCHRONIZE, FALSE, processId));
+}
+
+// Waits until the service and its watcher have ended.
+int QuitService(const CommandLine& commands) {
+    const platform::UniqueKernelObject service = ProcessOf(FindRunningService());
+    if (SessionLock::IsTaken()) {
+        if (const int exitCode = HandOver(commands); exitCode != kDone && SessionLock::IsTaken()) return exitCode;
+    }
+    if (service) WaitForSingleObject(service.Get(), static_cast<DWORD>(kTransitionMilliseconds));
+    return EndWatcher() && !SessionLock::IsTaken() ? kDone : Complain(IDS_FAULT_NO_ANSWER);
+}
+
+int CarryOut(const CommandLine& commands) {
+    if (commands.watchedProcess) {
+        WatchService(*commands.watchedProcess);
+        return kDone;
+    }
+    if (commands.wantsHelp || commands.wantsVersion) {
+        Print(commands.wantsHelp ? HelpText() : std::wstring(L"KvnMouseApl ") + kVersion + L'\n');
+        return kDone;
+    }
+    if (commands.quits) return QuitService(commands);
+    return commands.Starts() ? StartOrHandOver(commands) : HandOver(commands);
+}
+
+int Run() {
+    const auto parsed = ParseArguments(Arguments());
+    if (const auto* const error = std::get_if<UsageError>(&parsed)) {
+        Print(ErrorText(*error));
+        return kWrongOptions;
+    }
+    CommandLine commands = std::get<CommandLine>(parsed);
+    // The running service is somewhere else.
+    if (commands.logFile) commands.logFile = FullPath(*commands.logFile);
+    return CarryOut(commands);
+}
+
+}  // namespace
+}  // namespace kvn::service
+
+int WINAPI wWinMain(HINSTANCE, HINSTANCE, wchar_t*, int) {
+    try {
+        return kvn::service::Run();
+    } catch (const std::exception&) {
+        return kvn::service::kFailed;
+    }
+}

@@ -1,0 +1,19 @@
+// The value of --mouse: VID:PID:BUTTONS:TILT[:IMAGE[:FLAG]], or "none".
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "service/command_line.h"
+
+namespace kvn::service {
+
+// Ids are hexadecimal and neither is 0, which would mean the base key itself; the rest is decimal. Nothing when the
+// text is anything else.
+std::optional<MouseChoice> ParseMouseChoice(std::wstring_view text);
+
+// The text that says the same.
+std::wstring TextOf(const MouseChoice& choice);
+
+}  // namespace kvn::service

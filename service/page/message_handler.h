@@ -1,0 +1,26 @@
+// Whoever hears the messages of the service's window.
+#pragma once
+
+#include <windows.h>
+
+#include <optional>
+
+namespace kvn::service {
+
+struct Message {
+    HWND window = nullptr;
+    UINT id = 0;
+    WPARAM wParam = 0;
+    LPARAM lParam = 0;
+};
+
+class IMessageHandler {
+public:
+    // Nothing: the message is for somebody else, and at last for Windows.
+    virtual std::optional<LRESULT> OnMessage(const Message& message) = 0;
+
+protected:
+    ~IMessageHandler() = default;
+};
+
+}  // namespace kvn::service

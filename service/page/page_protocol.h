@@ -1,0 +1,47 @@
+// What the page says to the service and asks it.
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <optional>
+
+#include "model/setting_field.h"
+#include "service/page/message_handler.h"
+
+namespace kvn::service {
+
+class PageProtocol : public IMessageHandler {
+public:
+    struct Outlets {
+        std::function<bool()> isMouseKnown;
+        std::function<void()> onSettingsChanged;
+        std::function<void()> onGestureEditBegin;
+        std::function<void()> onGestureEditEnd;
+        std::function<void()> onGestureEditForgotten;
+        std::function<bool()> isGestureEdited;
+        std::function<bool(model::ButtonSlot)> isButtonHeld;  // the physical button
+        std::function<bool()> isPageOpen;
+    };
+
+    explicit PageProtocol(Outlets chosenOutlets) : outlets(std::move(chosenOutlets)) {}
+    virtual ~PageProtocol() = default;
+
+    std::optional<LRESULT> OnMessage(const Message& message) override;
+
+private:
+    using Handler = LRESULT (PageProtocol::*)(const Message& message);
+    struct Row;
+    static const Row kRows[];
+
+    LRESULT OnProbe(const Message& message);
+    LRESULT OnSettingsChanged(const Message& message);
+    LRESULT OnGestureEditBegin(const Message& message);
+    LRESULT OnGestureEditEnd(const Message& message);
+    LRESULT OnIsButtonHeld(const Message& message);
+    void LookForThePage(HWND window);
+
+    Outlets outlets;
+};
+
+}  // namespace kvn::service

@@ -1,0 +1,13 @@
+// The messages and timers of the service's window that are its own, beside the protocol's (WM_APP + 1 to 7).
+#pragma once
+
+#include <windows.h>
+
+namespace kvn::service {
+
+inline constexpr UINT kRunPostedMessage = WM_APP + 0x20;
+inline constexpr UINT kTrayMessage = WM_APP + 0x21;  // from the icon: lParam is the event, as of icon version 3
+
+enum class Timer : UINT_PTR { GestureEdit = 1, HookCheck = 2 };
+
+}  // namespace kvn::service

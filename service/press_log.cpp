@@ -1,0 +1,109 @@
+#include "service/press_log.h"
+
+#include <algorithm>
+#include <array>
+#include <cwchar>
+#include <mutex>
+
+#include "model/enum_array.h"
+#include "service/texts.h"
+
+namespace kvn::service {
+namespace {
+
+using model::StrokeDirection;
+
+constexpr model::EnumArray<model::ButtonSlot, const wchar_t*, model::kButtonSlotCount> kControlNames{
+    {L"left", L"right", L"wheel", L"button4", L"button5", L"tilt-left", L"tilt-right"}};
+
+// In the order of Cause; %1 stands for the stroke, %2 for what was done.
+constexpr model::EnumArray<Cause, const wchar_t*, 7> kNotes{{
+    nullptr,
+    L"gesture ",
+    L"no gesture ",
+    L"no stroke: ",
+    L"stroke given up",
+    L"gives the stroke up",
+    L"kept for the settings page",
+}};
+
+wchar_t LetterOf(StrokeDirection direction) {
+    constexpr std::array kLetters{
+        std::pair{StrokeDirection::Up, L'U'},
+        std::pair{StrokeDirection::Right, L'R'},
+        std::pair{StrokeDirection::Down, L'D'},
+        std::pair{StrokeDirection::Left, L'L'},
+    };
+    const auto row = std::ranges::find(kLetters, direction, &std::pair<StrokeDirection, wchar_t>::first);
+    return row == kLetters.end() ? L'\0' : row->second;
+}
+
+std::wstring StrokeText(const Order& order) {
+    std::wstring text;
+    for (const StrokeDirection direction : order.stroke) {
+        if (const wchar_t letter = LetterOf(direction); letter != L'\0') text += letter;
+    }
+    return text;
+}
+
+std::wstring WhatWasDone(const Order& order, const std::wstring& done) {
+    switch (order.cause) {
+        case Cause::Function:
+            return done;
+        case Cause::Gesture:
+            return kNotes[order.cause] + StrokeText(order) + L": " + done;
+        case Cause::UnknownStroke:
+            return kNotes[order.cause] + StrokeText(order);
+        case Cause::NoStroke:
+            return kNotes[order.cause] + done;
+        default:
+            return kNotes[order.cause];
+    }
+}
+
+// A TAB or a line's end inside a field would be taken for the end of the field.
+std::wstring Field(std::wstring text) {
+    std::ranges::replace_if(
+        text, [](wchar_t character) { return character < L' '; }, L' ');
+    return text;
+}
+
+std::wstring TimeText(const SYSTEMTIME& time) {
+    std::array<wchar_t, 32> text{};
+    std::swprintf(text.data(), text.size(), L"%04u-%02u-%02u %02u:%02u:%02u.%03u", time.wYear, time.wMonth, time.wDay,
+                  time.wHour, time.wMinute, time.wSecond, time.wMilliseconds);
+    return text.data();
+}
+
+}  // namespace
+
+std::wstring LogLine(const SYSTEMTIME& time, const Order& order, const std::wstring& profile,
+                     const std::wstring& done) {
+    return TimeText(time) + L'\t' + kControlNames[order.control] + L'\t' + std::to_wstring(order.controlFunction) +
+           L'\t' + Field(profile) + L'\t' + Field(WhatWasDone(order, done)) + L"\r\n";
+}
+
+void PressLog::WriteTo(const std::wstring& path) {
+    const std::lock_guard lock(section);
+    constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    file = platform::UniqueFile(path.empty() ? INVALID_HANDLE_VALUE
+                                             : CreateFileW(path.c_str(), FILE_APPEND_DATA, kShareAll, nullptr,
+                                                           OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+}
+
+void PressLog::Write(const Order& order, const std::wstring& profile, const std::wstring& done) {
+    const std::lock_guard lock(section);
+    if (!file) return;
+    SYSTEMTIME now{};
+    GetLocalTime(&now);
+    const std::string line = Utf8(LogLine(now, order, profile, done));
+    DWORD written = 0;
+    WriteFile(file.Get(), line.data(), static_cast<DWORD>(line.size()), &written, nullptr);
+}
+
+bool PressLog::IsOpen() const {
+    const std::lock_guard lock(section);
+    return static_cast<bool>(file);
+}
+
+}  // namespace kvn::service

@@ -1,0 +1,77 @@
+#include "service/processes.h"
+
+#include <shellapi.h>
+
+namespace kvn::service {
+namespace {
+
+constexpr std::size_t kLongestPath = 32767;
+
+// Backslashes before a quote, the closing one included, are doubled; elsewhere they stand for themselves.
+void AppendQuoted(std::wstring& line, const std::wstring& argument) {
+    line += L'"';
+    std::size_t backslashes = 0;
+    for (const wchar_t character : argument) {
+        if (character == L'"') line.append(backslashes + 1, L'\\');
+        backslashes = character == L'\\' ? backslashes + 1 : 0;
+        line += character;
+    }
+    line.append(backslashes, L'\\') += L'"';
+}
+
+}  // namespace
+
+std::wstring ProgramPath() {
+    std::wstring path(MAX_PATH, L'\0');
+    for (;;) {
+        const DWORD length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
+        if (length < path.size() || path.size() >= kLongestPath) return path.substr(0, length);
+        path.resize(kLongestPath);
+    }
+}
+
+std::wstring ProgramFolder() {
+    const std::wstring path = ProgramPath();
+    return path.substr(0, path.find_last_of(L'\\') + 1);
+}
+
+std::wstring FullPath(const std::wstring& path) {
+    std::wstring full(kLongestPath, L'\0');
+    const DWORD length = GetFullPathNameW(path.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr);
+    return length == 0 || length >= full.size() ? path : full.substr(0, length);
+}
+
+std::vector<std::wstring> Arguments() {
+    return SplitCommandLine(GetCommandLineW());
+}
+
+std::vector<std::wstring> SplitCommandLine(const std::wstring& commandLine) {
+    int count = 0;
+    const platform::Owned<wchar_t**, &LocalFree> words{CommandLineToArgvW(commandLine.c_str(), &count)};
+    if (!words || count < 1) return {};
+    return {words.Get() + 1, words.Get() + count};
+}
+
+std::wstring Quoted(std::span<const std::wstring> arguments) {
+    std::wstring line;
+    for (const std::wstring& argument : arguments) {
+        if (!line.empty()) line += L' ';
+        AppendQuoted(line, argument);
+    }
+    return line;
+}
+
+StartedProcess StartProcess(const std::wstring& program, const std::wstring& quotedArguments) {
+    std::wstring commandLine = L'"' + program + L"\" " + quotedArguments;
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION started{};
+    if (!CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
+                        &started)) {
+        return {};
+    }
+    CloseHandle(started.hThread);
+    return {platform::UniqueKernelObject(started.hProcess), started.dwProcessId};
+}
+
+}  // namespace kvn::service

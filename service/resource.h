@@ -1,0 +1,48 @@
+// Every resource id of the service's own: icons and texts. The resource compiler reads this file too, so it holds plain
+// macros only. The numbers keep clear of the page's, whose texts the service has as well.
+#pragma once
+
+#define IDI_SERVICE 1  // the first icon is the program's own
+#define IDI_SERVICE_PAUSED 2
+
+// Texts, by number
+#define IDS_SERVICE_CAPTION 2000
+#define IDS_SERVICE_ABOUT 2001
+#define IDS_TRAY_MOUSE 2010
+#define IDS_TRAY_NO_MOUSE 2011
+#define IDS_TRAY_PROFILE 2012
+#define IDS_TRAY_PAUSED 2013
+#define IDS_MENU_SETTINGS 2020
+#define IDS_MENU_PROFILE 2021
+#define IDS_MENU_AUTOMATIC 2022
+#define IDS_MENU_PAUSE 2023
+#define IDS_MENU_HELP 2024
+#define IDS_MENU_ABOUT 2025
+#define IDS_MENU_EXIT 2026
+#define IDS_BALLOON_FIRST_START 2030
+#define IDS_BALLOON_FILE_UNREADABLE 2031
+#define IDS_BALLOON_FILE_SET_ASIDE 2032
+#define IDS_BALLOON_NO_HOOK 2033
+#define IDS_FAULT_UNKNOWN_OPTION 2040
+#define IDS_FAULT_VALUE_MISSING 2041
+#define IDS_FAULT_VALUE_BAD 2042
+#define IDS_FAULT_QUIT_STANDS_ALONE 2043
+#define IDS_FAULT_NOT_RUNNING 2044
+#define IDS_FAULT_OTHER_SERVICE 2045
+#define IDS_FAULT_NO_ANSWER 2046
+#define IDS_FAULT_UNKNOWN_PROFILE 2047
+#define IDS_FAULT_CANNOT_START 2048
+#define IDS_FAULT_SETTINGS 2049
+#define IDS_FAULT_HELP 2050
+#define IDS_EVENT_GIVEN_UP 2060
+#define IDS_USAGE 2070
+#define IDS_OPTION_QUIT 2071
+#define IDS_OPTION_PAUSE 2072
+#define IDS_OPTION_RESUME 2073
+#define IDS_OPTION_SETTINGS 2074
+#define IDS_OPTION_STATUS 2075
+#define IDS_OPTION_PROFILE 2076
+#define IDS_OPTION_MOUSE 2077
+#define IDS_OPTION_LOG 2078
+#define IDS_OPTION_HELP 2079
+#define IDS_OPTION_VERSION 2080

@@ -1,0 +1,85 @@
+// What the hub's thread and all others hand each other. The lock is held for a copy only, never during work.
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "model/device_record.h"
+#include "platform/critical_section.h"
+#include "platform/unique_resource.h"
+#include "service/settings/settings_hub.h"
+
+namespace kvn::service {
+
+// What others ask of the hub, the last of each kind.
+struct HubOrders {
+    std::optional<model::DeviceRecord> mouse;
+    std::optional<std::wstring> forced;  // a profile's name; empty: automatic
+    bool reread = false;
+};
+
+// What others can know of it.
+struct HubReport {
+    using Names = std::shared_ptr<const std::vector<std::wstring>>;
+
+    ProfileInForce inForce;
+    Names profiles = std::make_shared<std::vector<std::wstring>>();  // in the order of the file
+    Names numbered = std::make_shared<std::vector<std::wstring>>();  // names by number, beginning with 1
+    std::wstring forced;
+    std::uint64_t switches = 0;
+};
+
+class HubExchange {
+public:
+    HubExchange() : orderCame(CreateEventW(nullptr, FALSE, FALSE, nullptr)) {}
+
+    // Any thread.
+    template <typename Change>
+    void Order(const Change& change) {
+        {
+            const Guard guard(*this);
+            change(orders);
+        }
+        SetEvent(orderCame.Get());
+    }
+    template <typename Question>
+    auto Ask(const Question& question) const {
+        const Guard guard(*this);
+        return question(report);
+    }
+
+    // The hub's thread.
+    HANDLE OrderCame() const { return orderCame.Get(); }  // auto-reset; null when there is none
+    HubOrders TakeOrders() {
+        HubOrders none;
+        const Guard guard(*this);
+        std::swap(orders, none);
+        return none;
+    }
+    template <typename Change>
+    void Report(const Change& change) {
+        const Guard guard(*this);
+        change(report);
+    }
+
+private:
+    struct Guard {
+        explicit Guard(const HubExchange& exchange) : section(exchange.section) { section.lock(); }
+        Guard(const Guard&) = delete;
+        Guard& operator=(const Guard&) = delete;
+        ~Guard() { section.unlock(); }
+        platform::CriticalSection& section;
+    };
+
+    mutable platform::CriticalSection section;
+    platform::UniqueKernelObject orderCame;
+    HubOrders orders;
+    HubReport report;
+};
+
+}  // namespace kvn::service

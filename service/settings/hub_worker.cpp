@@ -1,0 +1,239 @@
+#include "service/settings/hub_worker.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+#include <vector>
+
+#include "model/registry_values.h"
+#include "platform/boundary.h"
+#include "service/settings/profile_choice.h"
+#include "service/settings/settings_block.h"
+
+namespace kvn::service {
+namespace {
+
+constexpr std::uint64_t kLookEvery = 500;
+constexpr std::uint64_t kLookAfterLastEvent = 1000;
+constexpr DWORD kPauseAfterFailure = 100;
+constexpr DWORD kPatienceAtEnd = 1000;
+
+using UniqueEventHook = platform::Owned<HWINEVENTHOOK, &UnhookWinEvent>;
+
+// The event says only that it is time to look; the message that brings it has woken the thread.
+void CALLBACK OnWindowEvent(HWINEVENTHOOK, DWORD, HWND, LONG, LONG, DWORD, DWORD) {}
+
+UniqueEventHook FollowWindowsInFront() {
+    return UniqueEventHook(SetWinEventHook(EVENT_SYSTEM_FOREGROUND, EVENT_SYSTEM_FOREGROUND, nullptr, OnWindowEvent, 0,
+                                           0, WINEVENT_OUTOFCONTEXT | WINEVENT_SKIPOWNPROCESS));
+}
+
+void TakeMessages() {
+    MSG message{};
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
+}
+
+std::vector<std::wstring> NamesOf(const model::ProfileSet& profiles) {
+    std::vector<std::wstring> names;
+    for (const model::ProfileRecord& profile : profiles) names.push_back(profile.name);
+    return names;
+}
+
+}  // namespace
+
+SettingsHub::Worker::Worker(MouseActivity& mouseActivity, Outlets chosenOutlets)
+    : activity(mouseActivity),
+      outlets(std::move(chosenOutlets)),
+      mouseMoved(CreateEventW(nullptr, FALSE, FALSE, nullptr)) {
+    activity.wake = mouseMoved.Get();
+}
+
+SettingsHub::Worker::~Worker() {
+    activity.isSomeoneAsleep = false;
+    activity.wake = nullptr;
+}
+
+bool SettingsHub::Worker::Start() {
+    if (!exchange.OrderCame() || !mouseMoved) return false;
+    thread.Reset(CreateThread(nullptr, 0, Run, this, 0, nullptr));
+    return static_cast<bool>(thread);
+}
+
+bool SettingsHub::Worker::Stop() {
+    isStopping = true;
+    SetEvent(exchange.OrderCame());
+    return !thread || WaitForSingleObject(thread.Get(), kPatienceAtEnd) == WAIT_OBJECT_0;
+}
+
+DWORD WINAPI SettingsHub::Worker::Run(void* worker) {
+    platform::Completes([&] { static_cast<Worker*>(worker)->Live(); });
+    return 0;
+}
+
+// Each step by itself: one that fails for want of memory keeps no other from its work, and is made again.
+void SettingsHub::Worker::Live() {
+    const UniqueEventHook followed = FollowWindowsInFront();
+    while (true) {
+        for (const auto step :
+             {&Worker::TakeOrders, &Worker::ReadIfDue, &Worker::LookIfDue, &Worker::WorkOutProfile, &Worker::Wait}) {
+            if (isStopping) return;
+            if (!platform::Completes([&] { (this->*step)(); })) Sleep(kPauseAfterFailure);
+        }
+    }
+}
+
+void SettingsHub::Worker::Wait() {
+    std::vector<HANDLE> signals{exchange.OrderCame(), mouseMoved.Get()};
+    if (keyWatch && keyWatch->Signal()) signals.push_back(keyWatch->Signal());
+    for (const HANDLE signal : folderWatch.Signals()) signals.push_back(signal);
+
+    const auto count = static_cast<DWORD>(signals.size());
+    const DWORD first =
+        MsgWaitForMultipleObjectsEx(count, signals.data(), WaitMilliseconds(), QS_ALLINPUT, MWMO_INPUTAVAILABLE);
+    activity.isSomeoneAsleep = false;
+    if (first < WAIT_OBJECT_0 + count) return NoteSignal(signals[first - WAIT_OBJECT_0]);
+    if (first != WAIT_OBJECT_0 + count) return;
+    TakeMessages();
+    lastWindowEvent = GetTickCount64();
+    lastLook = 0;
+}
+
+void SettingsHub::Worker::NoteSignal(HANDLE signal) {
+    if (signal == exchange.OrderCame() || signal == mouseMoved.Get()) return;
+    schedule.NoteChange(GetTickCount64());
+    if (keyWatch && signal == keyWatch->Signal()) {
+        keyWatch.emplace();
+    } else {
+        folderWatch = FolderWatch(store.Folder());
+    }
+}
+
+bool SettingsHub::Worker::IsMouseInUse() const {
+    return GetTickCount() - activity.lastEvent <= kLookAfterLastEvent;
+}
+
+// Nothing when the mouse rests: its next event then wakes the thread.
+std::optional<std::uint64_t> SettingsHub::Worker::NextLook() {
+    const auto isInUse = [this] { return IsMouseInUse() || GetTickCount64() - lastWindowEvent <= kLookAfterLastEvent; };
+    if (isInUse()) return lastLook + kLookEvery;
+    activity.isSomeoneAsleep = true;
+    if (!isInUse()) return std::nullopt;
+    activity.isSomeoneAsleep = false;
+    return lastLook + kLookEvery;
+}
+
+DWORD SettingsHub::Worker::WaitMilliseconds() {
+    if (orderedMouse || isProfileStale) return kPauseAfterFailure;
+    const std::optional<std::uint64_t> look = NextLook();
+    const std::optional<std::uint64_t> reading = schedule.Due();
+    if (!look && !reading) return INFINITE;
+    const std::uint64_t now = GetTickCount64();
+    const std::uint64_t next = std::min(look.value_or(UINT64_MAX), reading.value_or(UINT64_MAX));
+    return next > now ? static_cast<DWORD>(next - now) : 0;
+}
+
+void SettingsHub::Worker::TakeOrders() {
+    HubOrders orders = exchange.TakeOrders();
+    if (orders.reread) schedule.ReadAtOnce(GetTickCount64());
+    if (orders.forced) {
+        forced = std::move(*orders.forced);
+        isProfileStale = true;
+    }
+    if (orders.mouse) orderedMouse = std::move(orders.mouse);
+    if (!orderedMouse) return;
+    UseMouse(*orderedMouse);
+    orderedMouse.reset();
+}
+
+void SettingsHub::Worker::UseMouse(const model::DeviceRecord& used) {
+    const bool isOtherModel = !mouse || mouse->vid != used.vid || mouse->pid != used.pid;
+    if (isOtherModel) {
+        store = ProfileStore(used.vid, used.pid);
+        isFileUnreadable = false;
+    }
+    mouse = used;
+    schedule.ReadAtOnce(GetTickCount64());
+}
+
+void SettingsHub::Worker::ReadIfDue() {
+    if (!schedule.IsDue(GetTickCount64())) return;
+    schedule.NoteReading();
+    if (mouse && !platform::Completes([this] { Read(); })) schedule.NoteFailure(GetTickCount64());
+}
+
+// The watches are renewed first: what changes during the reading is read again.
+void SettingsHub::Worker::Read() {
+    keyWatch.emplace();
+    folderWatch = FolderWatch(store.Folder());
+    const bool wasUnreadable = std::exchange(isFileUnreadable, !store.Read());
+    isProfileStale = true;
+    if (isFileUnreadable) schedule.NoteFailure(GetTickCount64());
+    frontComparison.Forget();
+    ReportNames();
+    ReportSetAside();
+    if (isFileUnreadable && !wasUnreadable) Call(outlets.onProblem, SettingsProblem::FileUnreadable, store.FilePath());
+}
+
+void SettingsHub::Worker::ReportSetAside() {
+    for (const std::wstring& path : store.TakeNewlySetAside()) {
+        Call(outlets.onProblem, SettingsProblem::FileSetAside, path);
+    }
+}
+
+void SettingsHub::Worker::LookIfDue() {
+    const std::uint64_t now = GetTickCount64();
+    if (now < lastLook + kLookEvery) return;
+    lastLook = now;
+    const FrontProgram::Change change = front.Look();
+    if (change.isOtherProgram) {
+        isProfileStale = true;
+        frontComparison.SetProgram(front.Program());
+    }
+    if (change.isOtherWindow) Call(outlets.onWindowInFront, front.Window());
+}
+
+void SettingsHub::Worker::WorkOutProfile() {
+    if (!mouse || !isProfileStale) return;
+    const ProfileChoice choice = ChooseProfile(store.Profiles(), store.Selected(), forced, frontComparison);
+    ProfileInForce next;
+    next.name = store.Profiles()[choice.profile].name;
+    next.why = choice.why;
+    next.settings = SettingsBlock(store.SettingsOf(choice.profile), *mouse, NumberOf(next.name));
+    Publish(next);
+    isProfileStale = false;
+}
+
+void SettingsHub::Worker::Publish(const ProfileInForce& next) {
+    const bool isOtherProfile = inForce && inForce->profile != next.settings.profile;
+    const bool isNews = !inForce || *inForce != next.settings;
+    ProfileInForce reported = next;
+    std::wstring reportedForced = next.why == Why::Forced ? next.name : std::wstring();
+    exchange.Report([&](HubReport& report) {
+        std::swap(report.inForce, reported);
+        report.forced.swap(reportedForced);
+        if (isOtherProfile) ++report.switches;
+    });
+    inForce = next.settings;
+    if (isNews) Call(outlets.onProfile, next);
+}
+
+std::uint32_t SettingsHub::Worker::NumberOf(const std::wstring& profileName) {
+    const std::wstring key = model::ModelName(mouse->vid, mouse->pid) + profileName;
+    const auto known = numbers.find(key);
+    if (known != numbers.end()) return known->second;
+
+    auto names =
+        std::make_shared<std::vector<std::wstring>>(*exchange.Ask([](const HubReport& r) { return r.numbered; }));
+    names->push_back(profileName);
+    const auto number = static_cast<std::uint32_t>(names->size());
+    numbers.emplace(key, number);
+    exchange.Report([&](HubReport& report) { report.numbered = std::move(names); });
+    return number;
+}
+
+void SettingsHub::Worker::ReportNames() {
+    HubReport::Names names = std::make_shared<std::vector<std::wstring>>(NamesOf(store.Profiles()));
+    exchange.Report([&](HubReport& report) { report.profiles.swap(names); });
+}
+
+}  // namespace kvn::service

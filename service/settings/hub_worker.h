@@ -1,0 +1,88 @@
+// The hub's thread: it waits for orders, for changes of registry and files and for the program in front, and works out
+// the profile in force after each.
+#pragma once
+
+#include <windows.h>
+
+#include <atomic>
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+
+#include "platform/unique_resource.h"
+#include "service/settings/change_watch.h"
+#include "service/settings/front_program.h"
+#include "service/settings/hub_exchange.h"
+#include "service/settings/profile_store.h"
+#include "service/settings/program_path.h"
+#include "service/settings/reading_schedule.h"
+#include "service/settings/settings_hub.h"
+
+namespace kvn::service {
+
+class SettingsHub::Worker {
+public:
+    Worker(MouseActivity& mouseActivity, Outlets chosenOutlets);
+    Worker(const Worker&) = delete;
+    Worker& operator=(const Worker&) = delete;
+    ~Worker();
+
+    bool Start();
+    // Asks the thread to end; false when it is busy (a drive that does not answer) and lives on.
+    bool Stop();
+
+    HubExchange& Exchange() { return exchange; }
+
+private:
+    static DWORD WINAPI Run(void* worker);
+    void Live();
+
+    void Wait();
+    void NoteSignal(HANDLE signal);
+    DWORD WaitMilliseconds();
+    std::optional<std::uint64_t> NextLook();
+    bool IsMouseInUse() const;
+
+    void TakeOrders();
+    void UseMouse(const model::DeviceRecord& used);
+    void ReadIfDue();
+    void Read();
+    void ReportSetAside();
+    void LookIfDue();
+    void WorkOutProfile();
+    void Publish(const ProfileInForce& next);
+    // A thread that lives on after it was asked to end calls nobody.
+    template <typename Outlet, typename... Arguments>
+    void Call(const Outlet& outlet, const Arguments&... arguments) {
+        if (outlet && !isStopping) outlet(arguments...);
+    }
+    std::uint32_t NumberOf(const std::wstring& profileName);
+    void ReportNames();
+
+    MouseActivity& activity;
+    const Outlets outlets;
+    HubExchange exchange;
+    platform::UniqueKernelObject mouseMoved;
+    platform::UniqueKernelObject thread;
+    std::atomic<bool> isStopping = false;
+
+    // The thread's own.
+    std::optional<model::DeviceRecord> orderedMouse;  // not taken up yet
+    std::optional<model::DeviceRecord> mouse;
+    ProfileStore store;
+    bool isProfileStale = false;  // something has changed since it was worked out
+    bool isFileUnreadable = false;
+    std::wstring forced;
+    FrontProgram front;
+    ProgramComparison frontComparison;
+    ReadingSchedule schedule;
+    std::optional<KeyWatch> keyWatch;
+    FolderWatch folderWatch;
+    std::uint64_t lastLook = 0;
+    std::uint64_t lastWindowEvent = 0;
+    std::map<std::wstring, std::uint32_t> numbers;  // by model and name
+    std::optional<EngineSettings> inForce;
+};
+
+}  // namespace kvn::service

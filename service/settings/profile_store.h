@@ -1,0 +1,53 @@
+// The profiles of one mouse as the service goes by them: those of the profile file, and for the selected one what the
+// registry holds. Nothing is ever written.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "model/profile.h"
+#include "model/stored_settings.h"
+
+namespace kvn::service {
+
+class ProfileStore {
+public:
+    // No mouse: one default profile.
+    ProfileStore();
+    // The mouse with these ids; nothing is read yet.
+    ProfileStore(std::uint32_t mouseVid, std::uint32_t mousePid);
+
+    // Reads registry and file. False when there is a file that could not be read, or that has no profile: the profiles
+    // are what they were. Without a file there is one default profile.
+    bool Read();
+
+    // Files that the page has set aside since this was asked, or since the store was made.
+    std::vector<std::wstring> TakeNewlySetAside();
+
+    const model::ProfileSet& Profiles() const { return profiles; }  // never empty
+    std::size_t Selected() const { return selected; }
+    // Every number is in its range, but for those of flying scroll.
+    model::ProfileSettings SettingsOf(std::size_t profile) const;
+
+    const std::wstring& Folder() const { return folder; }
+    const std::wstring& FilePath() const { return filePath; }
+
+private:
+    bool ReadFile();
+    void Take(model::ProfileSet read);
+    std::set<std::wstring> FilesSetAside() const;
+
+    std::uint32_t vid = 0;
+    std::uint32_t pid = 0;
+    std::wstring folder;
+    std::wstring filePath;
+    model::ProfileSet profiles;
+    std::size_t selected = 0;
+    model::StoredSettings stored;
+    std::set<std::wstring> knownSetAside;
+};
+
+}  // namespace kvn::service

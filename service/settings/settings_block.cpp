@@ -1,0 +1,84 @@
+#include "service/settings/settings_block.h"
+
+#include <algorithm>
+#include <optional>
+#include <string>
+
+namespace kvn::service {
+namespace {
+
+using model::SettingField;
+using model::StrokeDirection;
+
+using Stroke = std::array<StrokeDirection, model::kMaxStrokeLength>;
+
+constexpr std::int32_t kMostFlicks = 5;
+constexpr std::int32_t kFastest = 10;
+constexpr std::int32_t kUsualSpeed = 5;
+
+struct LetterRow {
+    wchar_t letter;
+    StrokeDirection direction;
+};
+
+constexpr std::array<LetterRow, 4> kLetters{{{L'U', StrokeDirection::Up},
+                                             {L'R', StrokeDirection::Right},
+                                             {L'D', StrokeDirection::Down},
+                                             {L'L', StrokeDirection::Left}}};
+
+StrokeDirection DirectionOf(wchar_t letter) {
+    const auto row = std::ranges::find(kLetters, letter, &LetterRow::letter);
+    return row == kLetters.end() ? StrokeDirection::None : row->direction;
+}
+
+std::optional<Stroke> StrokeOf(const std::wstring& letters) {
+    if (letters.empty() || letters.size() > model::kMaxStrokeLength) return std::nullopt;
+    Stroke stroke{};
+    std::ranges::transform(letters, stroke.begin(), DirectionOf);
+    const auto end = stroke.begin() + static_cast<std::ptrdiff_t>(letters.size());
+    if (std::find(stroke.begin(), end, StrokeDirection::None) != end) return std::nullopt;
+    return stroke;
+}
+
+std::int32_t ControlCount(const model::DeviceRecord& mouse) {
+    return mouse.HasTiltWheel() ? model::kMaxButtonCount : std::clamp(mouse.buttonCount, 0, model::kMaxButtonCount);
+}
+
+std::int32_t Speed(std::int32_t stored) {
+    return stored >= 1 && stored <= kFastest ? stored : kUsualSpeed;
+}
+
+FlyingScroll FlyingScrollOf(const model::ProfileSettings& settings, const model::DeviceRecord& mouse) {
+    const std::int32_t flicks = settings[SettingField::FlyingRevolutionCount];
+    const bool isOn = flicks >= 1 && flicks <= kMostFlicks && !mouse.LacksFlyingScroll();
+    return {.flicks = isOn ? flicks : 0,
+            .revolutionSpeed = Speed(settings[SettingField::FlyingRevolutionSpeed]),
+            .scrollSpeed = Speed(settings[SettingField::FlyingScrollSpeed])};
+}
+
+void AddGestures(const std::vector<model::GestureEntry>& gestures, EngineSettings& block) {
+    for (const model::GestureEntry& gesture : gestures) {
+        if (block.gestureCount == kMaxGestures) return;
+        const std::optional<Stroke> stroke = StrokeOf(gesture.stroke);
+        if (stroke) block.gestures[block.gestureCount++] = {*stroke, gesture.function, gesture.etcKey};
+    }
+}
+
+}  // namespace
+
+EngineSettings SettingsBlock(const model::ProfileSettings& settings, const model::DeviceRecord& mouse,
+                             std::uint32_t profile) {
+    EngineSettings block;
+    block.profile = profile;
+    block.controlCount = ControlCount(mouse);
+    for (const model::ButtonSlotRow& row : model::kButtonSlots) {
+        block.functions[row.slot] = settings.FunctionOf(row.slot);
+    }
+    block.keys = settings.etcKeys;
+    block.horizontalSpeed = settings[SettingField::HorizontalScrollSpeed];
+    block.flying = FlyingScrollOf(settings, mouse);
+    AddGestures(settings.gestures, block);
+    return block;
+}
+
+}  // namespace kvn::service

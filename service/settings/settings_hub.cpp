@@ -1,0 +1,62 @@
+#include "service/settings/settings_hub.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "service/settings/hub_worker.h"
+
+namespace kvn::service {
+
+SettingsHub::SettingsHub(MouseActivity& mouseActivity, Outlets chosenOutlets)
+    : worker(std::make_unique<Worker>(mouseActivity, std::move(chosenOutlets))) {}
+
+// A thread that waits for a drive keeps what it works on; the program is about to end.
+SettingsHub::~SettingsHub() {
+    if (!worker->Stop()) static_cast<void>(worker.release());
+}
+
+bool SettingsHub::Start() {
+    return worker->Start();
+}
+
+void SettingsHub::UseMouse(const model::DeviceRecord& mouse) {
+    worker->Exchange().Order([&](HubOrders& orders) { orders.mouse = mouse; });
+}
+
+void SettingsHub::Reread() {
+    worker->Exchange().Order([](HubOrders& orders) { orders.reread = true; });
+}
+
+void SettingsHub::ForceAutomatic() {
+    worker->Exchange().Order([](HubOrders& orders) { orders.forced = std::wstring(); });
+}
+
+bool SettingsHub::Force(const std::wstring& profileName) {
+    const HubReport::Names known = worker->Exchange().Ask([](const HubReport& report) { return report.profiles; });
+    if (profileName.empty() || std::ranges::find(*known, profileName) == known->end()) return false;
+    worker->Exchange().Order([&](HubOrders& orders) { orders.forced = profileName; });
+    return true;
+}
+
+ProfileInForce SettingsHub::InForce() const {
+    return worker->Exchange().Ask([](const HubReport& report) { return report.inForce; });
+}
+
+std::vector<std::wstring> SettingsHub::ProfileNames() const {
+    return *worker->Exchange().Ask([](const HubReport& report) { return report.profiles; });
+}
+
+std::wstring SettingsHub::ForcedProfile() const {
+    return worker->Exchange().Ask([](const HubReport& report) { return report.forced; });
+}
+
+std::wstring SettingsHub::NameOf(std::uint32_t profile) const {
+    const HubReport::Names names = worker->Exchange().Ask([](const HubReport& report) { return report.numbered; });
+    return profile >= 1 && profile <= names->size() ? (*names)[profile - 1] : std::wstring();
+}
+
+std::uint64_t SettingsHub::SwitchCount() const {
+    return worker->Exchange().Ask([](const HubReport& report) { return report.switches; });
+}
+
+}  // namespace kvn::service

@@ -1,0 +1,13 @@
+// What a mouse is called where there is little room.
+#pragma once
+
+#include <string>
+
+#include "model/device_record.h"
+
+namespace kvn::service {
+
+// Its ids, as in "1234:5678": what people can look up, and what the profile file bears in its name.
+std::wstring MouseName(const model::DeviceRecord& mouse);
+
+}  // namespace kvn::service

@@ -1,0 +1,67 @@
+#include "service/tray/trail_window.h"
+
+#include "platform/boundary.h"
+#include "platform/device_context.h"
+#include "platform/module.h"
+#include "platform/subclass.h"
+
+namespace kvn::service {
+namespace {
+
+constexpr wchar_t kClassName[] = L"KvnMouseAplTrail";
+constexpr DWORD kStyles = WS_EX_LAYERED | WS_EX_TRANSPARENT | WS_EX_NOACTIVATE | WS_EX_TOOLWINDOW | WS_EX_TOPMOST;
+
+bool RegisterTrailClass(WNDPROC procedure) {
+    WNDCLASSEXW windowClass{};
+    windowClass.cbSize = sizeof windowClass;
+    windowClass.lpfnWndProc = procedure;
+    windowClass.hInstance = platform::ThisModule();
+    windowClass.lpszClassName = kClassName;
+    return RegisterClassExW(&windowClass) != 0 || GetLastError() == ERROR_CLASS_ALREADY_EXISTS;
+}
+
+}  // namespace
+
+void TrailWindow::Begin(POINT place) {
+    if (!window && !Create()) return;
+    trail.StartAt(InWindow(place));
+    SetWindowPos(window.Get(), HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | SWP_SHOWWINDOW);
+}
+
+void TrailWindow::MoveTo(POINT place) {
+    if (!window || !trail.ExtendTo(InWindow(place))) return;
+    const platform::WindowDeviceContext context(window.Get());
+    if (context) trail.DrawLastLine(context.Get());
+}
+
+bool TrailWindow::Create() {
+    if (!RegisterTrailClass(Procedure)) return false;
+    origin = {GetSystemMetrics(SM_XVIRTUALSCREEN), GetSystemMetrics(SM_YVIRTUALSCREEN)};
+    window.Reset(CreateWindowExW(kStyles, kClassName, nullptr, WS_POPUP, origin.x, origin.y,
+                                 GetSystemMetrics(SM_CXVIRTUALSCREEN), GetSystemMetrics(SM_CYVIRTUALSCREEN), nullptr,
+                                 nullptr, platform::ThisModule(), nullptr));
+    if (!window) return false;
+    SetWindowLongPtrW(window.Get(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    trail.Clear();
+    return SetLayeredWindowAttributes(window.Get(), platform::kTrailGround, 0, LWA_COLORKEY) != FALSE;
+}
+
+void TrailWindow::Paint(HDC context) const {
+    RECT area{};
+    GetClientRect(window.Get(), &area);
+    platform::EraseTrailGround(context, area);
+    trail.Draw(context);
+}
+
+LRESULT CALLBACK TrailWindow::Procedure(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+    const auto* const self = platform::ObjectOf<const TrailWindow>(handle);
+    if (self != nullptr && message == WM_ERASEBKGND) {
+        platform::Completes([&] { self->Paint(reinterpret_cast<HDC>(wParam)); });
+        return TRUE;
+    }
+    if (message == WM_NCHITTEST) return HTTRANSPARENT;
+    if (message == WM_MOUSEACTIVATE) return MA_NOACTIVATE;
+    return DefWindowProcW(handle, message, wParam, lParam);
+}
+
+}  // namespace kvn::service

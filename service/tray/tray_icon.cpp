@@ -1,0 +1,126 @@
+#include "service/tray/tray_icon.h"
+
+#include <commctrl.h>
+
+#include <algorithm>
+
+#include "platform/module.h"
+#include "platform/raised_flag.h"
+#include "platform/window_text.h"
+#include "service/page/window_numbers.h"
+#include "service/resource.h"
+#include "service/texts.h"
+
+namespace kvn::service {
+namespace {
+
+constexpr UINT kIconNumber = 1;
+
+HICON LoadSmallIcon(UINT id) {
+    HICON loaded = nullptr;
+    LoadIconMetric(platform::ThisModule(), MAKEINTRESOURCEW(id), LIM_SMALL, &loaded);
+    return loaded;
+}
+
+// Cut to what fits, with its final zero.
+template <std::size_t kSize>
+void Copy(const std::wstring& text, wchar_t (&field)[kSize]) {
+    const std::wstring cut = platform::CutText(text, static_cast<int>(kSize) - 1);
+    *std::ranges::copy(cut, field).out = L'\0';
+}
+
+}  // namespace
+
+std::wstring TrayTip(const TrayState& state) {
+    std::wstring tip = state.mouse.empty() ? Text(IDS_TRAY_NO_MOUSE) : Text(IDS_TRAY_MOUSE, state.mouse);
+    if (state.isPaused) tip += L" - " + Text(IDS_TRAY_PAUSED);
+    if (!state.profile.empty()) tip += L'\n' + Text(IDS_TRAY_PROFILE, state.profile);
+    return tip;
+}
+
+TrayIcon::TrayIcon(Outlets chosenOutlets)
+    : outlets(std::move(chosenOutlets)),
+      taskbarCreated(RegisterWindowMessageW(L"TaskbarCreated")),
+      icon(LoadSmallIcon(IDI_SERVICE)),
+      pausedIcon(LoadSmallIcon(IDI_SERVICE_PAUSED)) {
+    // Explorer may have fewer rights than a service that was started as administrator.
+    ChangeWindowMessageFilter(taskbarCreated, MSGFLT_ADD);
+}
+
+NOTIFYICONDATAW TrayIcon::Data(UINT flags) const {
+    const TrayState state = outlets.state();
+    NOTIFYICONDATAW data{};
+    data.cbSize = sizeof data;
+    data.hWnd = window;
+    data.uID = kIconNumber;
+    data.uFlags = flags;
+    data.uCallbackMessage = kTrayMessage;
+    data.hIcon = state.isPaused ? pausedIcon.Get() : icon.Get();
+    Copy(TrayTip(state), data.szTip);
+    return data;
+}
+
+void TrayIcon::Show(HWND messageWindow) {
+    window = messageWindow;
+    Add();
+}
+
+void TrayIcon::Add() {
+    NOTIFYICONDATAW data = Data(NIF_MESSAGE | NIF_ICON | NIF_TIP);
+    Shell_NotifyIconW(NIM_ADD, &data);
+    data.uVersion = NOTIFYICON_VERSION;
+    Shell_NotifyIconW(NIM_SETVERSION, &data);
+}
+
+void TrayIcon::Refresh() {
+    if (window == nullptr) return;
+    NOTIFYICONDATAW data = Data(NIF_ICON | NIF_TIP);
+    Shell_NotifyIconW(NIM_MODIFY, &data);
+}
+
+void TrayIcon::Remove() {
+    if (window == nullptr) return;
+    NOTIFYICONDATAW data{};
+    data.cbSize = sizeof data;
+    data.hWnd = window;
+    data.uID = kIconNumber;
+    Shell_NotifyIconW(NIM_DELETE, &data);
+    window = nullptr;
+}
+
+void TrayIcon::Tell(const std::wstring& text, DWORD kind) {
+    if (window == nullptr) return;
+    NOTIFYICONDATAW data = Data(NIF_INFO);
+    data.dwInfoFlags = kind;
+    Copy(Text(IDS_SERVICE_CAPTION), data.szInfoTitle);
+    Copy(text, data.szInfo);
+    Shell_NotifyIconW(NIM_MODIFY, &data);
+}
+
+std::optional<LRESULT> TrayIcon::OnMessage(const Message& message) {
+    if (window == nullptr) return std::nullopt;
+    if (message.id == taskbarCreated) {
+        Add();
+        return 0;
+    }
+    if (message.id != kTrayMessage) return std::nullopt;
+    OnIconEvent(static_cast<UINT>(message.lParam));
+    return 0;
+}
+
+void TrayIcon::OnIconEvent(UINT event) {
+    if (event == WM_CONTEXTMENU) OpenMenu();
+    if (event == WM_LBUTTONDBLCLK || event == NIN_KEYSELECT) outlets.onChoice(TrayCommand::Settings);
+}
+
+void TrayIcon::OpenMenu() {
+    if (isMenuOpen) return;
+    std::optional<TrayChoice> choice;
+    {
+        const platform::RaisedFlag open(isMenuOpen);
+        choice = ShowTrayMenu(window, outlets.state());
+    }
+    if (choice) outlets.onChoice(*choice);
+}
+
+}  // namespace kvn::service

@@ -1,0 +1,57 @@
+// The icon in the taskbar's notification area: its tip, its menu and its balloons.
+#pragma once
+
+#include <windows.h>
+
+#include <shellapi.h>
+
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "platform/unique_resource.h"
+#include "service/page/message_handler.h"
+#include "service/tray/tray_menu.h"
+
+namespace kvn::service {
+
+// What the tip says, a line each; at most 127 characters.
+std::wstring TrayTip(const TrayState& state);
+
+class TrayIcon : public IMessageHandler {
+public:
+    struct Outlets {
+        std::function<TrayState()> state;
+        std::function<void(const TrayChoice&)> onChoice;
+    };
+
+    explicit TrayIcon(Outlets chosenOutlets);
+    virtual ~TrayIcon() { Remove(); }
+    TrayIcon(const TrayIcon&) = delete;
+    TrayIcon& operator=(const TrayIcon&) = delete;
+
+    // The window gets the icon's messages. Without a taskbar the icon comes as soon as there is one.
+    void Show(HWND messageWindow);
+    void Refresh();
+    void Remove();
+
+    // In a balloon; `kind` is NIIF_INFO, NIIF_WARNING or NIIF_ERROR.
+    void Tell(const std::wstring& text, DWORD kind);
+
+    std::optional<LRESULT> OnMessage(const Message& message) override;
+
+private:
+    NOTIFYICONDATAW Data(UINT flags) const;
+    void Add();
+    void OnIconEvent(UINT event);
+    void OpenMenu();
+
+    Outlets outlets;
+    HWND window = nullptr;
+    UINT taskbarCreated;
+    platform::Owned<HICON, &DestroyIcon> icon;
+    platform::Owned<HICON, &DestroyIcon> pausedIcon;
+    bool isMenuOpen = false;
+};
+
+}  // namespace kvn::service

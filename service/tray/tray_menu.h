@@ -1,0 +1,34 @@
+// The menu of the tray icon.
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace kvn::service {
+
+// What icon and menu show.
+struct TrayState {
+    std::wstring mouse;    // empty: none
+    std::wstring profile;  // the one in force
+    std::wstring forcedProfile;
+    std::vector<std::wstring> profiles;
+    bool isPaused = false;
+};
+
+enum class TrayCommand : std::uint8_t { Settings = 1, Automatic, Pause, Help, About, Exit };
+
+// A command, or the profile with this name.
+using TrayChoice = std::variant<TrayCommand, std::wstring>;
+
+// Shows the menu at the cursor until something is chosen; nothing when nothing is.
+std::optional<TrayChoice> ShowTrayMenu(HWND window, const TrayState& state);
+
+// A name as menus show it: an ampersand is no mark of a letter to press.
+std::wstring MenuText(const std::wstring& name);
+
+}  // namespace kvn::service

@@ -1,0 +1,120 @@
+#include "service/watcher.h"
+
+#include <algorithm>
+#include <array>
+
+#include "service/processes.h"
+#include "service/resource.h"
+#include "service/texts.h"
+
+namespace kvn::service {
+namespace {
+
+using platform::UniqueKernelObject;
+
+// Set for a watcher that is to end though its service has not said so.
+constexpr wchar_t kEndEventName[] = L"Local\\KvnMouseApl.EndWatcher";
+constexpr DWORD kEndMilliseconds = 2'000;
+// A watcher that keeps ending at once is not started for ever.
+constexpr std::uint64_t kShortLifeMilliseconds = 2'000;
+constexpr int kMostShortLives = 5;
+
+UniqueKernelObject OpenEndEvent() {
+    return UniqueKernelObject(CreateEventW(nullptr, FALSE, FALSE, kEndEventName));
+}
+
+UniqueKernelObject OpenToWait(std::uint32_t processId) {
+    return UniqueKernelObject(processId == 0 ? nullptr : OpenProcess(SYNCHRONIZE, FALSE, processId));
+}
+
+// True when the service has ended; false when the watcher is to end.
+bool AwaitEnd(HANDLE service, HANDLE endEvent) {
+    const std::array<HANDLE, 2> handles{endEvent, service};
+    return WaitForMultipleObjects(static_cast<DWORD>(handles.size()), handles.data(), FALSE, INFINITE) ==
+           WAIT_OBJECT_0 + 1;
+}
+
+UniqueKernelObject StartServiceAgain(const SharedState& shared) {
+    const std::wstring watchedBy = L"--watched-by " + std::to_wstring(GetCurrentProcessId());
+    return std::move(StartProcess(ProgramPath(), watchedBy + L' ' + shared.Arguments()).handle);
+}
+
+// To Windows' application log.
+void ReportGivingUp() {
+    const HANDLE source = RegisterEventSourceW(nullptr, L"KvnMouseApl");
+    if (source == nullptr) return;
+    const std::wstring text = Text(IDS_EVENT_GIVEN_UP);
+    const wchar_t* const texts = text.c_str();
+    ReportEventW(source, EVENTLOG_ERROR_TYPE, 0, 1, nullptr, 1, 0, const_cast<const wchar_t**>(&texts), nullptr);
+    DeregisterEventSource(source);
+}
+
+}  // namespace
+
+bool RestartLimit::Allows(std::uint64_t now) {
+    // The oldest of the last three.
+    std::uint64_t& oldest = times[count % kRestarts];
+    if (count >= kRestarts && now - oldest < kPeriodMilliseconds) return false;
+    oldest = now;
+    ++count;
+    return true;
+}
+
+void WatchService(std::uint32_t serviceProcess) {
+    SharedMemory memory;
+    SharedState& shared = memory.State();
+    const UniqueKernelObject endEvent = OpenEndEvent();
+    UniqueKernelObject service = OpenToWait(serviceProcess);
+    if (!memory.IsShared() || !endEvent) return;
+    shared.watcherProcess = GetCurrentProcessId();
+    RestartLimit limit;
+    // A service that cannot be opened any more has ended.
+    while (!service || AwaitEnd(service.Get(), endEvent.Get())) {
+        ReleaseAll(shared.held);
+        if (shared.hasEnded != 0) return;
+        if (!limit.Allows(GetTickCount64())) return ReportGivingUp();
+        service = StartServiceAgain(shared);
+    }
+}
+
+bool EndWatcher() {
+    SharedMemory memory;
+    const UniqueKernelObject watcher = OpenToWait(memory.State().watcherProcess);
+    if (!watcher) return true;
+    const UniqueKernelObject endEvent = OpenEndEvent();
+    SetEvent(endEvent.Get());
+    const bool hasEnded = WaitForSingleObject(watcher.Get(), kEndMilliseconds) == WAIT_OBJECT_0;
+    // The event must not wait for the next watcher.
+    ResetEvent(endEvent.Get());
+    return hasEnded;
+}
+
+void Watcher::Start(std::uint32_t startedBy) {
+    if (startedBy != 0 && Adopt(startedBy)) return;
+    EndWatcher();
+    shared.hasEnded = 0;
+    StartAnother();
+}
+
+bool Watcher::Adopt(std::uint32_t processId) {
+    if (shared.watcherProcess != processId) return false;
+    process = OpenToWait(processId);
+    startTime = GetTickCount64();
+    return static_cast<bool>(process);
+}
+
+void Watcher::StartAnother() {
+    StartedProcess started = StartProcess(ProgramPath(), L"--watch " + std::to_wstring(GetCurrentProcessId()));
+    shared.watcherProcess = started.id;
+    process = std::move(started.handle);
+    startTime = GetTickCount64();
+}
+
+void Watcher::Replace() {
+    process.Reset();
+    const bool wasShort = GetTickCount64() - startTime < kShortLifeMilliseconds;
+    shortLives = wasShort ? shortLives + 1 : 0;
+    if (shortLives < kMostShortLives) StartAnother();
+}
+
+}  // namespace kvn::service
