@@ -95,6 +95,8 @@ private:
         lastPush[control] = Clock::now();
     }
 
+    const end_to_end::TemporaryText browser{HKEY_LOCAL_MACHINE, L"Software\\Classes\\http\\shell\\open\\command", L"",
+                                            L"\"C:\\windows\\system32\\browser.exe\" \"%1\""};
     Recorder* recorder = nullptr;
     std::map<ButtonSlot, Clock::time_point> lastPush;
 };

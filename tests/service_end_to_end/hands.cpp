@@ -1,6 +1,7 @@
 #include "tests/service_end_to_end/hands.h"
 
 #include <array>
+#include <cstdint>
 #include <cstdlib>
 
 #include "tests/end_to_end/waiting.h"
@@ -67,6 +68,16 @@ void Hands::MoveTo(POINT place) const {
 void Hands::PressKey(const std::string& name) const {
     HoldKey(name);
     LetGoOfKey(name);
+}
+
+void Hands::BringToFront(HWND window) const {
+    // Wine keeps the number of the X window there. Wine alone would not move the keyboard: it asks the display with the
+    // time of an old message.
+    const auto number = reinterpret_cast<std::uintptr_t>(GetPropW(window, L"__wine_x11_whole_window"));
+    end_to_end::WaitFor("the window in front", [&] {
+        if (GetForegroundWindow() != window) SetForegroundWindow(window);
+        return Ask("focus " + std::to_string(number)) == "ok" && GetForegroundWindow() == window;
+    });
 }
 
 std::string Hands::PixelOrder(const RECT& place) {

@@ -29,6 +29,8 @@ public:
     void HoldKey(const std::string& name) const { Order("keydown " + name); }
     void LetGoOfKey(const std::string& name) const { Order("keyup " + name); }
     void PressKey(const std::string& name) const;
+    // Brings a window to the front, with the keyboard; throws StoryError when it does not come.
+    void BringToFront(HWND window) const;
     void LetGoOfAll() const { Order("letgo"); }
 
     // The colours on the screen, as RRGGBB one behind the other, row by row.

@@ -56,7 +56,7 @@ TEST_F(PageAndService, FunctionThatIsChosenOnThePageHappens) {
     hands.Press(kTiltLeft);
     ExpectAll(recorder, {"sent down Enter", "sent up Enter"});
 
-    SetForegroundWindow(sheet.Window());
+    hands.BringToFront(sheet.Window());
     sheet.ChooseByMouse(IDC_PANE_BUTTON4, kBackButton);
     sheet.Close(IDOK);
     WaitForFunction(recorder, kBack, {"real back down", "real back up"});
@@ -116,7 +116,7 @@ TEST_F(PageAndService, GesturesRestWhileTheEditorIsOpen) {
         }
         hands.Release(kWheel);
         ExpectAll(recorder, {});
-        SetForegroundWindow(editor.Window());
+        hands.BringToFront(editor.Window());
         editor.CloseWith(IDCANCEL);
     }
     sheet.Close(IDCANCEL);

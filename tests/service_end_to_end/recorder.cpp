@@ -24,6 +24,7 @@ namespace {
 struct Options {
     std::wstring title = L"Recorder";
     std::wstring log;
+    std::wstring windowClass = kRecorderClass;
     RECT place{0, 0, 500, 400};
     bool obeys = false;
     bool hasDialog = false;
@@ -166,6 +167,7 @@ Options ReadOptions() {
         if (option == L"--dialog") options.hasDialog = true;
         if (index + 1 == count) break;
         if (option == L"--log") options.log = arguments[index + 1];
+        if (option == L"--class") options.windowClass = arguments[index + 1];
         if (option == L"--title") options.title = arguments[index + 1];
         if (option == L"--left") {
             OffsetRect(&options.place, static_cast<int>(wcstol(arguments[index + 1], nullptr, 10)), 0);
@@ -175,13 +177,14 @@ Options ReadOptions() {
     return options;
 }
 
-HWND Open(const std::wstring& title, DWORD style, const RECT& place, HWND owner) {
-    return CreateWindowExW(0, kRecorderClass, title.c_str(), style, place.left, place.top, place.right - place.left,
-                           place.bottom - place.top, owner, nullptr, GetModuleHandleW(nullptr), nullptr);
+HWND Open(const Options& options, const std::wstring& title, DWORD style, const RECT& place, HWND owner) {
+    return CreateWindowExW(0, options.windowClass.c_str(), title.c_str(), style, place.left, place.top,
+                           place.right - place.left, place.bottom - place.top, owner, nullptr,
+                           GetModuleHandleW(nullptr), nullptr);
 }
 
 void OpenWindows(const Options& options) {
-    const HWND window = Open(options.title, WS_OVERLAPPEDWINDOW | WS_VISIBLE, options.place, nullptr);
+    const HWND window = Open(options, options.title, WS_OVERLAPPEDWINDOW | WS_VISIBLE, options.place, nullptr);
     if (!options.hasDialog) {
         SetForegroundWindow(window);
         return;
@@ -189,16 +192,16 @@ void OpenWindows(const Options& options) {
     RECT inside = options.place;
     InflateRect(&inside, -100, -100);
     SetForegroundWindow(
-        Open(options.title + L" dialog", WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_VISIBLE, inside, window));
+        Open(options, options.title + L" dialog", WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_VISIBLE, inside, window));
 }
 
-void RegisterRecorder() {
+void RegisterRecorder(const Options& options) {
     WNDCLASSW windowClass{};
     windowClass.lpfnWndProc = &WindowProcedure;
     windowClass.hInstance = GetModuleHandleW(nullptr);
     windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     windowClass.hbrBackground = static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH));
-    windowClass.lpszClassName = kRecorderClass;
+    windowClass.lpszClassName = options.windowClass.c_str();
     RegisterClassW(&windowClass);
 }
 
@@ -209,7 +212,7 @@ int Run() {
     obeysCommands = options.obeys;
     logFile = CreateFileW(options.log.c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                           nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
-    RegisterRecorder();
+    RegisterRecorder(options);
     OpenWindows(options);
     MSG message{};
     while (GetMessageW(&message, nullptr, 0, 0) > 0) DispatchMessageW(&message);

@@ -42,7 +42,7 @@ Recorder::Recorder(const end_to_end::ProcessGroup& processes, const Hands& userH
                    const std::wstring& title, const std::wstring& logPath, std::vector<std::wstring> options)
     : hands(userHands), log(logPath), process(processes.Start(program, WithLog(title, log, std::move(options)))) {
     window = WaitFor("the recorder's window", [&] {
-        const HWND found = FindWindowW(kRecorderClass, title.c_str());
+        const HWND found = FindWindowW(nullptr, title.c_str());
         return found != nullptr && IsWindowVisible(found) ? found : nullptr;
     });
 }
@@ -52,11 +52,7 @@ POINT Recorder::Middle() const {
 }
 
 void Recorder::ComeToFront() const {
-    WaitFor("the recorder in front", [this] {
-        if (GetForegroundWindow() == window) return true;
-        SetForegroundWindow(window);
-        return false;
-    });
+    hands.BringToFront(window);
     hands.MoveTo(Middle());
     WaitFor("the pointer over the recorder", [this] {
         POINT now{};

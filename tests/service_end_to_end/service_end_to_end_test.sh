@@ -47,6 +47,7 @@ rm -rf "$state"
 mkdir -p "$state"
 use_wine_prefix service-end-to-end
 own_prefix=yes
+export WINEDLLOVERRIDES="$WINEDLLOVERRIDES;control.exe=n"  # the planted one
 start_display "$state"
 prepare_wine_prefix x11
 plant_programs

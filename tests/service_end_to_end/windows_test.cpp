@@ -35,10 +35,7 @@ TEST_F(WindowCommands, DialogIsClosedItselfAndItsOwnerMaximizedAndMinimized) {
     UseCommands(recorder);
     Recorder& dialog = StartRecorder(L"dialogs", {L"--dialog"});
     const HWND inner = FindWindowW(kRecorderClass, L"dialogs dialog");
-    WaitFor("the dialog in front", [&] {
-        SetForegroundWindow(inner);
-        return GetForegroundWindow() == inner;
-    });
+    hands.BringToFront(inner);
     hands.Click(kBack);
     hands.Click(kForward);
     hands.Click(kRight);
@@ -57,14 +54,16 @@ TEST_F(WindowCommands, WindowsObey) {
     EXPECT_EQ(recorder.Process().WaitForExitCode(), 0U);
 }
 
-TEST_F(WindowCommands, DesktopIsLeftAlone) {
+TEST_F(WindowCommands, DesktopAndTaskbarAreLeftAlone) {
     Recorder& recorder = StartRecorder();
     UseCommands(recorder);
-    SetForegroundWindow(GetDesktopWindow());
-    hands.Click(kBack);
-    hands.Click(kRight);
-    WaitFor("the presses in the log", [&] { return LogLines().size() >= 2; });
-    EXPECT_TRUE(IsWindow(GetDesktopWindow()));
+    for (const wchar_t* const shellClass : {L"Progman", L"Shell_TrayWnd"}) {
+        Recorder& shell = StartRecorder(shellClass, {L"--class", shellClass});
+        const std::size_t logged = LogLines().size();
+        for (const ButtonSlot control : {kBack, kForward, kRight}) hands.Click(control);
+        WaitFor("the presses in the log", [&] { return LogLines().size() >= logged + 3; });
+        ExpectAll(shell, {});
+    }
     recorder.ComeToFront();
     ExpectAll(recorder, {});
 }
@@ -73,10 +72,7 @@ TEST_F(WindowCommands, ProgramThatDoesNotAnswerDelaysNoRelease) {
     Recorder& hung = StartRecorder(L"hung");
     Recorder& other = StartRecorder(L"other");
     Use({.functions = {{kBack, kCloseWindow}, {kForward, kCtrl}, {kRight, kMaximize}}}, other);
-    WaitFor("the other program in front", [&] {
-        SetForegroundWindow(hung.Window());
-        return GetForegroundWindow() == hung.Window();
-    });
+    hands.BringToFront(hung.Window());
     hands.MoveTo(other.Middle());
     PostMessageW(hung.Window(), kHangFor, 3000, 0);
     hands.Press(kForward);

@@ -69,6 +69,13 @@ void StoreControl(const model::ButtonSlotRow& row, const Choice& choice) {
     StoreNumber(field.registryValue, static_cast<DWORD>(ValueOr(choice.functions, row.slot, field.defaultValue)));
 }
 
+constexpr char kClicked[] = "(clicked)";
+
+// Of the witness, which is a button other than the left one.
+bool IsRealRelease(const std::string& line) {
+    return line.starts_with("real ") && line.ends_with(" up");
+}
+
 std::string WithoutFirstField(const std::string& line) {
     return line.substr(std::min(line.find('\t'), line.size() - 1) + 1);
 }
@@ -240,15 +247,27 @@ void ServiceTest::Use(Choice choice, Recorder& recorder, ButtonSlot witness) {
     const std::wstring key(1, kWitnessKeys[witnessKey++ % (std::size(kWitnessKeys) - 1)]);
     choice.functions[witness] = Function::kKeys;
     choice.keys[witness] = key;
+    const std::size_t loggedBefore = LogLines().size();
     Store(choice);
     Announce();
-    const std::string line = "sent up " + end_to_end::Narrow(key);
-    WaitFor("the settings to be in force", [&] {
-        hands.Click(witness);
+    const Lines arrived = PressUntil(recorder, witness, "sent up " + end_to_end::Narrow(key));
+    const auto clicks = static_cast<std::size_t>(std::count(arrived.begin(), arrived.end(), kClicked));
+    const auto passed = static_cast<std::size_t>(std::count_if(arrived.begin(), arrived.end(), &IsRealRelease));
+    WaitFor("every press to be carried out", [&] { return LogLines().size() - loggedBefore + passed >= clicks; });
+    recorder.Forget();
+}
+
+// Returns all that has arrived meanwhile, with a line kClicked for each click.
+Lines ServiceTest::PressUntil(Recorder& recorder, ButtonSlot control, const std::string& line) const {
+    Lines all;
+    WaitFor("the line \"" + line + '"', [&] {
+        all.push_back(kClicked);
+        hands.Click(control);
         const Lines arrived = recorder.ArrivedUntilNow();
+        all.insert(all.end(), arrived.begin(), arrived.end());
         return std::find(arrived.begin(), arrived.end(), line) != arrived.end();
     });
-    recorder.Forget();
+    return all;
 }
 
 void ServiceTest::Expect(Recorder& recorder, const Lines& expected) {

@@ -101,6 +101,8 @@ protected:
     Hands hands;
 
 private:
+    Lines PressUntil(Recorder& recorder, ButtonSlot control, const std::string& line) const;
+
     std::unique_ptr<end_to_end::ProcessGroup> processes;
     std::unique_ptr<end_to_end::Watchdog> watchdog;
     std::wstring scratch;

@@ -8,6 +8,7 @@ the display has taken it:
                                   right, 8 back, 9 forward
     move X Y                      the pointer, in pixels of the screen
     keydown NAME, keyup NAME      a key, by its X name (Shift_L, F12, a)
+    focus ID                      the keyboard goes to the window with this number
     pixels X Y WIDTH HEIGHT       answers with the colours there, as RRGGBB one behind the other
     letgo                         releases whatever this program still holds
 
@@ -21,6 +22,9 @@ import socket
 import sys
 
 Z_PIXMAP = 2
+REVERT_TO_PARENT = 2
+CURRENT_TIME = 0
+IS_VIEWABLE = 2
 ALL_PLANES = ctypes.c_ulong(-1)
 
 
@@ -33,6 +37,18 @@ class Image(ctypes.Structure):
         (name, ctypes.c_int)
         for name in ("byte_order", "bitmap_unit", "bitmap_bit_order", "bitmap_pad", "depth", "bytes_per_line")
     ]
+
+
+class WindowAttributes(ctypes.Structure):
+    """Xlib's XWindowAttributes."""
+
+    _fields_ = [(name, ctypes.c_int) for name in ("x", "y", "width", "height", "border_width", "depth")]
+    _fields_ += [("visual", ctypes.c_void_p), ("root", ctypes.c_ulong)]
+    _fields_ += [(name, ctypes.c_int) for name in ("window_class", "bit_gravity", "win_gravity", "backing_store")]
+    _fields_ += [(name, ctypes.c_ulong) for name in ("backing_planes", "backing_pixel")]
+    _fields_ += [("save_under", ctypes.c_int), ("colormap", ctypes.c_ulong)]
+    _fields_ += [("map_installed", ctypes.c_int), ("map_state", ctypes.c_int)]
+    _fields_ += [("rest", ctypes.c_long * 8)]
 
 
 class Display:
@@ -48,6 +64,9 @@ class Display:
             sys.exit("x_input: there is no display")
         self.display = ctypes.c_void_p(display)
         self.x11.XAutoRepeatOff(self.display)
+        # A window that has gone is no reason to end.
+        self.on_error = ctypes.CFUNCTYPE(ctypes.c_int, ctypes.c_void_p, ctypes.c_void_p)(lambda display, event: 0)
+        self.x11.XSetErrorHandler(self.on_error)
         self.held: set[tuple[str, str]] = set()
 
     def button(self, number: str, is_press: bool) -> None:
@@ -76,6 +95,18 @@ class Display:
         for command, what in list(self.held):
             self.obey([command, what])
 
+    def focus(self, window: str) -> str:
+        number = ctypes.c_ulong(int(window))
+        if not self.is_viewable(number):
+            return "error not shown"
+        self.x11.XSetInputFocus(self.display, number, REVERT_TO_PARENT, ctypes.c_ulong(CURRENT_TIME))
+        return "ok"
+
+    def is_viewable(self, window: ctypes.c_ulong) -> bool:
+        attributes = WindowAttributes()
+        self.x11.XGetWindowAttributes(self.display, window, ctypes.byref(attributes))
+        return attributes.map_state == IS_VIEWABLE
+
     def pixels(self, *place: str) -> str:
         left, top, width, height = map(int, place)
         root = ctypes.c_ulong(self.x11.XDefaultRootWindow(self.display))
@@ -95,6 +126,7 @@ class Display:
             "move": self.move,
             "keydown": lambda name: self.key(name, True),
             "keyup": lambda name: self.key(name, False),
+            "focus": self.focus,
             "letgo": self.let_go,
             "pixels": self.pixels,
         }
