@@ -9,7 +9,8 @@ jobs=$(nproc)
 
 # The folders that hold the product's code, for the checks that walk them.
 # shellcheck disable=SC2034  # used by those who source this
-product_folders=(model platform gestures profiles page)
+product_folders=(model platform gestures profiles page service service/engine service/input service/settings service/page
+    service/tray)
 
 # What builds and runs the fuzz targets.
 # shellcheck disable=SC2034  # used by those who source this

@@ -1,7 +1,7 @@
 # shellcheck shell=bash
-# What it takes to show the page, beside common.sh: the programs, the stand-in service with its sample mouse, and the end of
-# all that was started. Meant to be sourced by a script that sets $state, a folder for its files, and $own_prefix when it
-# uses a Wine prefix of its own.
+# What it takes to show the page, beside common.sh: the programs, the service's scripted double with its sample mouse, and the
+# end of all that was started. Meant to be sourced by a script that sets $state, a folder for its files, and $own_prefix when
+# it uses a Wine prefix of its own; and $service when it starts the real service.
 # shellcheck source=scripts/common.sh
 . "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
@@ -34,10 +34,10 @@ trap 'exit 143' TERM
 build_programs() {
     "$root/scripts/setup"
     [ -e "$programs/build.ninja" ] || (cd "$root" && cmake --preset windows)
-    cmake --build "$programs" -j "$jobs" --target KvnMouseUtil control_panel KvnMouseAplDouble -- --quiet
+    cmake --build "$programs" -j "$jobs" --target KvnMouseUtil control_panel KvnMouseApl KvnMouseAplDouble -- --quiet
 }
 
-# Starts the service and waits until it is ready; the arguments are its options. Its log is then in $service_log.
+# Starts the double and waits until it is ready; the arguments are its options. Its log is then in $service_log.
 start_service() {
     local ready_file=${state:?}/service-is-ready
     service_log=$state/service.log

@@ -95,7 +95,8 @@ Answer Application::CarryOut(const CommandLine& commands) {
     if (commands.mouse) driver->Choose(*commands.mouse);
     if (commands.logFile) driver->LogTo(*commands.logFile);
     if (commands.mouse || commands.logFile) KeepOptions(commands);
-    Answer answer = commands.profile ? ForceProfile(*commands.profile) : Answer{};
+    Answer answer;
+    if (commands.profile) answer = ForceProfile(*commands.profile == kAutomaticProfile ? L"" : *commands.profile);
     if (commands.pause) driver->Pause(*commands.pause);
     if (answer.exitCode == kDone && commands.wantsSettings) answer = OpenSettings();
     if (commands.wantsStatus) answer.text += StatusText(driver->CurrentStatus());
@@ -103,11 +104,8 @@ Answer Application::CarryOut(const CommandLine& commands) {
 }
 
 Answer Application::ForceProfile(const std::wstring& name) {
-    const bool isAutomatic = name == kAutomaticProfile;
-    if (isAutomatic) driver->Settings().ForceAutomatic();
-    if (!isAutomatic && !driver->Settings().Force(name))
-        return {kFailed, Text(IDS_FAULT_UNKNOWN_PROFILE, name) + L'\n'};
-    return {};
+    if (driver->Force(name)) return {};
+    return {kFailed, Text(IDS_FAULT_UNKNOWN_PROFILE, name) + L'\n'};
 }
 
 Answer Application::OpenSettings() const {
@@ -131,7 +129,7 @@ void Application::OnTrayCommand(TrayCommand command) {
             if (const Answer answer = OpenSettings(); !answer.text.empty()) tray.Tell(answer.text, NIIF_ERROR);
             break;
         case TrayCommand::Automatic:
-            driver->Settings().ForceAutomatic();
+            static_cast<void>(ForceProfile({}));
             break;
         case TrayCommand::Pause:
             driver->Pause(!driver->IsPaused());
@@ -181,7 +179,7 @@ std::optional<LRESULT> Application::OnMessage(const Message& message) {
     const std::array<IMessageHandler*, 5> handlers{&posted, &protocol, driver.get(), &tray, &session};
     for (IMessageHandler* const handler : handlers) {
         if (const auto answer = handler->OnMessage(message)) return answer;
-        if (driver == nullptr) return 0;
+        if (isEnding) return 0;
     }
     return OnOwnMessage(message);
 }

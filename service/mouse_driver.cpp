@@ -13,6 +13,8 @@ using model::ButtonSlot;
 
 // Settings that nobody has read by then come later.
 constexpr DWORD kSettingsMilliseconds = 2'000;
+constexpr DWORD kForceMilliseconds = 500;
+constexpr DWORD kPollMilliseconds = 5;
 
 // In the order of ButtonSlot; physical buttons.
 constexpr std::array kVirtualKeys{VK_LBUTTON, VK_RBUTTON, VK_MBUTTON, VK_XBUTTON1, VK_XBUTTON2};
@@ -100,6 +102,18 @@ void MouseDriver::Pause(bool pause) {
     isPaused = pause;
     hook.Pause(pause);
     outlets.onChange();
+}
+
+bool MouseDriver::Force(const std::wstring& profile) {
+    if (profile.empty()) {
+        hub.ForceAutomatic();
+    } else if (!hub.Force(profile)) {
+        return false;
+    }
+    for (DWORD waited = 0; waited < kForceMilliseconds && hub.ForcedProfile() != profile; waited += kPollMilliseconds) {
+        Sleep(kPollMilliseconds);
+    }
+    return true;
 }
 
 void MouseDriver::LeaveSession(bool isStillActive) {

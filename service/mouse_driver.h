@@ -48,6 +48,8 @@ public:
     void Choose(const MouseChoice& choice);
     void LogTo(const std::wstring& path) { log.WriteTo(path); }
     void Pause(bool pause);
+    // An empty name: by the program in front. Waits a moment until it is so; false when there is no such profile.
+    bool Force(const std::wstring& profile);
     // The session was switched away, so another one publishes its mouse; or it is back.
     void LeaveSession(bool isStillActive);
     void ReturnToSession();

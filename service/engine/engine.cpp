@@ -127,7 +127,10 @@ Verdict Engine::Swallow(Press& press, const MouseEvent&, Orders& orders) {
 Verdict Engine::KeepFor(const Press& press, Cause cause, Orders& orders) {
     Order note = OrderOf(press, OrderKind::Note);
     note.cause = cause;
-    if (cause != Cause::Function) note.function = model::kFunctionNone;
+    if (cause != Cause::Function) {
+        note.function = model::kFunctionNone;
+        note.keys = {};
+    }
     orders.Add(note);
     return Verdict::Keep;
 }

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -54,8 +55,28 @@ public:
     const std::optional<model::DeviceRecord>& Current() const { return current; }
 
 private:
+    struct Mouse {
+        HANDLE handle = nullptr;
+        MouseFacts facts;
+    };
+
+    void List();
+    void Arrive(HANDLE device);
+    void Remove(HANDLE device);
+    void TakeFlags(HANDLE device, std::uint32_t flags);
+    void NotePressed(const Mouse& mouse, std::uint32_t buttons);
+    void UseMostCapable();
+    void Publish(const Mouse& mouse);
+    model::DeviceRecord Describe(const Mouse& mouse) const;
+    Mouse* Find(HANDLE device);
+
     Outlets outlets;
     std::optional<model::DeviceRecord> current;
+    HANDLE currentDevice = nullptr;
+    std::vector<Mouse> mice;
+    // By device name, also of mice that are away: the buttons that were pressed until now, and until the last arrival.
+    std::map<std::wstring, std::uint32_t> pressedButtons;
+    std::map<std::wstring, std::uint32_t> countedButtons;
 };
 
 }  // namespace kvn::service

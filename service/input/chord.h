@@ -20,7 +20,7 @@ inline constexpr std::array<WORD, 8> kModifiers{VK_LSHIFT, VK_RSHIFT, VK_LCONTRO
                                                 VK_LMENU,  VK_RMENU,  VK_LWIN,     VK_RWIN};
 
 struct ChordKey {
-    WORD key = 0;            // never a modifier without its side
+    WORD key = 0;               // never a modifier without its side
     bool isEitherSide = false;  // the key was named without its side
 };
 

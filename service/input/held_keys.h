@@ -1,7 +1,7 @@
 // Presses and releases keys and buttons, and counts who holds them. One thread at a time uses it.
 //
-// Rules of the list that the watcher shares: a key is counted before its press is sent, and no longer counted only after
-// its release was sent; so whatever is down when the service is killed is in the list.
+// Rules of the list that the watcher shares: a key is counted before its press is sent, and no longer counted only
+// after its release was sent; so whatever is down when the service is killed is in the list.
 #pragma once
 
 #include <windows.h>
@@ -18,7 +18,7 @@ namespace kvn::service {
 
 // What one control holds down, in the order of the presses: keys that the user holds already are not among them.
 struct HeldChord {
-    Chord chord;  // as it was named
+    Chord chord{};  // as it was named
     std::array<WORD, 3> keys{};
     std::size_t count = 0;
 

@@ -22,10 +22,10 @@ namespace kvn::service {
 struct Holding {
     bool isUsed = false;
     Ticket ticket = 0;
-    HeldChord held;
-    std::int32_t scrollStep = 0;   // of a button that scrolls; else 0
-    std::uint32_t period = 0;      // milliseconds between two repeats; 0: nothing repeats
-    std::uint32_t due = 0;         // tick count of the next repeat
+    HeldChord held{};
+    std::int32_t scrollStep = 0;  // of a button that scrolls; else 0
+    std::uint32_t period = 0;     // milliseconds between two repeats; 0: nothing repeats
+    std::uint32_t due = 0;        // tick count of the next repeat
 };
 
 class Holdings {

@@ -36,9 +36,7 @@ public:
         return true;
     }
 
-    bool IsEmpty() const {
-        return read.load(std::memory_order_relaxed) == written.load(std::memory_order_acquire);
-    }
+    bool IsEmpty() const { return read.load(std::memory_order_relaxed) == written.load(std::memory_order_acquire); }
 
 private:
     std::array<T, kCapacity> items{};

@@ -31,9 +31,9 @@ enum class CommandKind : std::uint8_t {
 
 struct Command {
     CommandKind kind = CommandKind::Quit;
-    bool isOn = false;                                      // of Pause and Swapped
-    model::ButtonSlot button = model::ButtonSlot::Left;     // of Question
-    std::uint32_t time = 0;                                 // of Question
+    bool isOn = false;                                   // of Pause and Swapped
+    model::ButtonSlot button = model::ButtonSlot::Left;  // of Question
+    std::uint32_t time = 0;                              // of Question
 };
 
 class Mailbox {

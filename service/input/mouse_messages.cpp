@@ -39,7 +39,9 @@ bool IsOfXButton(WPARAM message) {
 std::optional<MouseEvent> EventOf(WPARAM message, const MSLLHOOKSTRUCT& details) {
     const auto row = std::ranges::find(kMessages, message, &MessageRow::message);
     if (row == kMessages.end()) return std::nullopt;
-    MouseEvent event{.kind = row->kind, .control = row->control};
+    MouseEvent event;
+    event.kind = row->kind;
+    event.control = row->control;
     const WORD data = HIWORD(details.mouseData);
     if (IsOfXButton(message) && data == XBUTTON2) event.control = ButtonSlot::Button5;
     if (IsOfXButton(message) && data != XBUTTON1 && data != XBUTTON2) return std::nullopt;

@@ -40,8 +40,7 @@ std::wstring ExecutableOf(const wchar_t* association) {
 
 // What the user has chosen for web pages; empty when nothing was.
 std::wstring ChosenBrowserClass() {
-    constexpr wchar_t kKey[] =
-        L"Software\\Microsoft\\Windows\\Shell\\Associations\\UrlAssociations\\http\\UserChoice";
+    constexpr wchar_t kKey[] = L"Software\\Microsoft\\Windows\\Shell\\Associations\\UrlAssociations\\http\\UserChoice";
     std::array<wchar_t, 256> name{};
     DWORD bytes = sizeof name;
     const LSTATUS result =

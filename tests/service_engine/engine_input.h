@@ -1,0 +1,39 @@
+// Everything that an engine can be told, as one value: histories are made of them.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "service/engine/engine.h"
+
+namespace kvn::service {
+
+enum class InputKind : std::uint8_t {
+    Mouse,
+    Settings,
+    Pause,
+    SessionLeft,
+    Overload,
+    Swapped,
+    EditBegin,
+    EditEnd,
+    EditForgotten,
+    Question,
+    Tick,
+    WindowInFront
+};
+
+struct EngineInput {
+    InputKind kind = InputKind::Mouse;
+    std::int64_t time = 0;                           // of Mouse and Question, in milliseconds; does not wrap around
+    MouseEvent mouse;                                // of Mouse
+    std::shared_ptr<const EngineSettings> settings;  // of Settings
+    bool isOn = false;                               // of Pause, Overload and Swapped
+    model::ButtonSlot asked = model::ButtonSlot::Left;
+    model::ScreenPoint cursor;  // of Tick
+};
+
+// Pass for all but events of the mouse.
+Verdict Tell(Engine& engine, const EngineInput& input, Orders& orders);
+
+}  // namespace kvn::service

@@ -1,0 +1,584 @@
+#include "tests/service_engine/engine_oracle.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdlib>
+#include <limits>
+#include <string_view>
+
+#include "tests/model/stroke_oracle.h"
+
+namespace kvn::service {
+namespace {
+
+using enum model::ButtonSlot;
+
+constexpr int kButtons = 5;
+
+bool IsGood(std::int32_t value, std::int32_t low, std::int32_t high) {
+    return value >= low && value <= high;
+}
+
+bool IsOfTilt(model::ButtonSlot control) {
+    return control == TiltLeft || control == TiltRight;
+}
+
+int SideOf(std::int64_t delta) {
+    return delta < 0 ? -1 : 1;
+}
+
+bool IsFlyingOn(const EngineSettings& settings) {
+    return IsGood(settings.flying.flicks, 1, 5);
+}
+
+int OrFive(std::int32_t value) {
+    return IsGood(value, 1, 10) ? value : 5;
+}
+
+char LetterOf(model::StrokeDirection direction) {
+    return " URDL"[static_cast<std::size_t>(direction)];
+}
+
+std::string LettersOf(const EngineGesture& gesture) {
+    std::string letters;
+    for (const model::StrokeDirection direction : gesture.stroke) {
+        if (direction != model::StrokeDirection::None) letters += LetterOf(direction);
+    }
+    return letters;
+}
+
+bool HasUsableKey(const model::EtcKey& keys) {
+    for (const model::KeyCode code : keys.codes) {
+        for (const auto& row : model::KeyNameTable) {
+            if (code != 0 && row.code == code) return true;
+        }
+    }
+    return false;
+}
+
+model::FunctionCode NaturalCodeOf(model::ButtonSlot control) {
+    switch (control) {
+        case Left:
+            return 1;
+        case Right:
+            return 2;
+        case Center:
+            return 9;
+        case Button4:
+            return 3;
+        case Button5:
+            return 4;
+        case TiltLeft:
+            return 33;
+        case TiltRight:
+            return 34;
+    }
+    return 0;
+}
+
+}  // namespace
+
+// One letter for each code from 0 to 54.
+char EngineOracle::KindOfCode(model::FunctionCode code) {
+    constexpr std::string_view kKinds =
+        "nhhhhhooo"      // 0 to 8
+        "hooooo"         // 9 to 14
+        "orrrhhhrrooo"   // 15 to 26
+        "oooooorrngr-"   // 27 to 38
+        "ooooooonoonno"  // 39 to 51
+        "noo";           // 52 to 54
+    static_assert(kKinds.size() == 55);
+    return code >= 0 && code < 55 ? kKinds[static_cast<std::size_t>(code)] : 'n';
+}
+
+bool EngineOracle::IsUnusable(model::ButtonSlot control, Place at) const {
+    const EngineSettings& settings = SettingsAt(at);
+    const model::FunctionCode code = settings.functions[control];
+    if (KindOfCode(code) == 'n') return true;
+    if (code == 36 && IsOfTilt(control)) return true;
+    if (code == 37 && !HasUsableKey(settings.keys[control])) return true;
+    if (control != Left) return false;
+    for (int other = 0; other < std::min(settings.controlCount, 7); ++other) {
+        if (settings.functions.items[static_cast<std::size_t>(other)] == 1) return false;
+    }
+    return true;
+}
+
+char EngineOracle::KindAt(model::ButtonSlot control, Place at) const {
+    const model::FunctionCode code = SettingsAt(at).functions[control];
+    if (IsUnusable(control, at)) return 'n';
+    if (code == NaturalCodeOf(control) && !(IsOfTilt(control) && SpeedAt(at) != 4)) return 'n';
+    return KindOfCode(code);
+}
+
+bool EngineOracle::HasSameFunction(model::ButtonSlot control, Place before, Place now) const {
+    const EngineSettings& was = SettingsAt(before);
+    const EngineSettings& is = SettingsAt(now);
+    const model::FunctionCode code = is.functions[control];
+    if (was.functions[control] != code || IsUnusable(control, now)) return false;
+    return code != 37 || was.keys[control] == is.keys[control];
+}
+
+const EngineSettings& EngineOracle::SettingsAt(Place at) const {
+    static const EngineSettings kFirst;
+    for (; at >= 0; --at) {
+        if (At(at).input.kind == InputKind::Settings) return *At(at).input.settings;
+    }
+    return kFirst;
+}
+
+std::int32_t EngineOracle::SpeedAt(Place at) const {
+    const std::int32_t speed = SettingsAt(at).horizontalSpeed;
+    return IsGood(speed, 1, 8) ? speed : 4;
+}
+
+bool EngineOracle::SwitchAt(InputKind kind, Place at) const {
+    for (; at >= 0; --at) {
+        if (At(at).input.kind == kind) return At(at).input.isOn;
+    }
+    return false;
+}
+
+bool EngineOracle::IsMouse(Place at, MouseEventKind kind) const {
+    return At(at).input.kind == InputKind::Mouse && At(at).input.mouse.kind == kind;
+}
+
+int EngineOracle::PhysicalAt(Place at) const {
+    const int button = static_cast<int>(At(at).input.mouse.control);
+    return button < 2 && SwitchAt(InputKind::Swapped, at) ? 1 - button : button;
+}
+
+bool EngineOracle::IsButton(Place at, MouseEventKind kind, int physical) const {
+    return IsMouse(at, kind) && PhysicalAt(at) == physical;
+}
+
+bool EngineOracle::EndsEverything(Place at) const {
+    const EngineInput& input = At(at).input;
+    return input.kind == InputKind::SessionLeft || (input.kind == InputKind::Pause && input.isOn);
+}
+
+bool EngineOracle::IsWheelOffAt(Place at) const {
+    return EndsEverything(at) || (At(at).input.kind == InputKind::Settings && !IsFlyingOn(*At(at).input.settings));
+}
+
+bool EngineOracle::IsAskedAt(int physical, Place at) const {
+    for (Place k = at; k >= 0; --k) {
+        const EngineInput& input = At(k).input;
+        const bool isIt = input.kind == InputKind::Question && static_cast<int>(input.asked) == physical;
+        if (isIt && At(at).input.time - input.time < 500) return true;
+    }
+    return false;
+}
+
+int EngineOracle::EditorsAt(Place at) const {
+    int editors = 0;
+    for (Place k = 0; k <= at; ++k) {
+        const InputKind kind = At(k).input.kind;
+        if (kind == InputKind::EditBegin) ++editors;
+        if (kind == InputKind::EditEnd) editors = std::max(editors - 1, 0);
+        if (kind == InputKind::EditForgotten) editors = 0;
+    }
+    return editors;
+}
+
+bool EngineOracle::HasOrder(Place at, OrderKind kind) const {
+    return std::ranges::any_of(At(at).answer.orders, [kind](const Order& order) { return order.kind == kind; });
+}
+
+const OracleAnswer& EngineOracle::Hear(const EngineInput& input) {
+    if (input.kind == InputKind::Mouse && input.mouse.isInjected) return injected;
+    history.push_back({input, {}});
+    const bool wasDrawing = StrokeUnderWay() >= 0;
+    AnswerEndings();
+    AnswerStroke();
+    if (IsMouse(Now(), MouseEventKind::Wheel)) history.back().notches = NotchesNow();
+    const Place flight = FlightUnderWay();
+    if (flight >= 0 && StopsFlight(flight)) {
+        Order end;
+        end.kind = OrderKind::FlyEnd;
+        Add(end);
+    } else {
+        history.back().isInFlight = flight >= 0;
+    }
+    if (IsMouse(Now(), MouseEventKind::Press)) AnswerPress(wasDrawing);
+    if (IsMouse(Now(), MouseEventKind::Release)) AnswerRelease();
+    if (IsMouse(Now(), MouseEventKind::Tilt) && input.mouse.delta != 0) AnswerTilt();
+    if (IsMouse(Now(), MouseEventKind::Wheel)) AnswerWheel();
+    return history.back().answer;
+}
+
+// The press of a physical button whose release has not come before now.
+EngineOracle::Place EngineOracle::OpenPress(int physical) const {
+    for (Place k = Now() - 1; k >= 0; --k) {
+        if (IsButton(k, MouseEventKind::Press, physical)) return k;
+        if (IsButton(k, MouseEventKind::Release, physical)) return -1;
+    }
+    return -1;
+}
+
+// What a press began and nothing has ended before now.
+Ticket EngineOracle::LiveTicket(Place press) const {
+    Ticket ticket = 0;
+    for (Place k = press; k < Now(); ++k) {
+        for (const Order& order : At(k).answer.orders) {
+            if (k == press && order.kind == OrderKind::Begin) ticket = order.ticket;
+            if (order.kind == OrderKind::End && order.ticket == ticket) return 0;
+        }
+    }
+    return ticket;
+}
+
+bool EngineOracle::EndsPress(Place press) const {
+    const Place now = Now();
+    const int physical = PhysicalAt(press);
+    if (EndsEverything(now)) return true;
+    if (IsButton(now, MouseEventKind::Press, physical) || IsButton(now, MouseEventKind::Release, physical)) return true;
+    return At(now).input.kind == InputKind::Settings && !HasSameFunction(At(press).input.mouse.control, press, now);
+}
+
+void EngineOracle::AnswerEndings() {
+    for (int physical = 0; physical < kButtons; ++physical) {
+        const Place press = OpenPress(physical);
+        if (press < 0 || !EndsPress(press)) continue;
+        const Ticket ticket = LiveTicket(press);
+        if (ticket == 0) continue;
+        Order end = OrderOf(press, OrderKind::End);
+        end.ticket = ticket;
+        Add(end);
+    }
+}
+
+// The press that began the stroke that was under way before now.
+EngineOracle::Place EngineOracle::StrokeUnderWay() const {
+    for (Place k = Now() - 1; k >= 0; --k) {
+        if (HasOrder(k, OrderKind::StrokeBegin)) return k;
+        if (HasOrder(k, OrderKind::StrokeEnd)) return -1;
+    }
+    return -1;
+}
+
+bool EngineOracle::IsPressThatGivesUp(Place stroke) const {
+    const Place now = Now();
+    const bool isRight = IsMouse(now, MouseEventKind::Press) && At(now).input.mouse.control == Right;
+    if (!isRight || PhysicalAt(now) == PhysicalAt(stroke)) return false;
+    if (SwitchAt(InputKind::Overload, now) || IsAskedAt(PhysicalAt(now), now)) return false;
+    return KindAt(Right, now) != 'g';
+}
+
+bool EngineOracle::GivesUp(Place stroke) const {
+    const Place now = Now();
+    if (EndsEverything(now) || At(now).input.kind == InputKind::EditBegin) return true;
+    if (IsButton(now, MouseEventKind::Press, PhysicalAt(stroke)) || IsPressThatGivesUp(stroke)) return true;
+    if (At(now).input.kind != InputKind::Settings) return false;
+    const bool isOtherProfile = SettingsAt(stroke).profile != SettingsAt(now).profile;
+    return isOtherProfile || KindAt(At(stroke).input.mouse.control, now) != 'g';
+}
+
+void EngineOracle::AnswerStroke() {
+    const Place stroke = StrokeUnderWay();
+    if (stroke < 0) return;
+    const bool isGivenUp = GivesUp(stroke);
+    const bool isDrawn = IsButton(Now(), MouseEventKind::Release, PhysicalAt(stroke));
+    Order order;
+    if (At(Now()).input.kind == InputKind::Tick) {
+        order.kind = OrderKind::StrokeMove;
+        order.place = At(Now()).input.cursor;
+        Add(order);
+    }
+    if (!isGivenUp && !isDrawn) return;
+    order.kind = OrderKind::StrokeEnd;
+    Add(order);
+    if (isGivenUp) return Note(stroke, Cause::GivenUp);
+    AnswerStrokeDrawn(stroke);
+}
+
+// The letters that were drawn from the press on.
+std::string EngineOracle::StrokeDrawn(Place stroke) const {
+    model::StrokeOracle recogniser;
+    const model::ScreenPoint begin = At(stroke).input.mouse.place;
+    recogniser.Take(begin.x, begin.y, true, false);
+    for (Place k = stroke + 1; k < Now(); ++k) {
+        const model::ScreenPoint cursor = At(k).input.cursor;
+        if (At(k).input.kind == InputKind::Tick) recogniser.Take(cursor.x, cursor.y, true, false);
+    }
+    return recogniser.Take(0, 0, false, false).substr(std::string_view("Completed ").size());
+}
+
+void EngineOracle::AnswerStrokeDrawn(Place stroke) {
+    const std::string drawn = StrokeDrawn(stroke);
+    const EngineSettings& settings = SettingsAt(Now());
+    Order order = OrderOf(stroke, OrderKind::Note);
+    order.cause = Cause::UnknownStroke;
+    order.function = 0;
+    order.keys = {};
+    for (std::size_t letter = 0; letter < drawn.size(); ++letter) {
+        order.stroke[letter] = static_cast<model::StrokeDirection>(std::string_view(" URDL").find(drawn[letter]));
+    }
+    if (drawn.empty()) {
+        order.kind = OrderKind::Act;
+        order.cause = Cause::NoStroke;
+        order.function = NaturalCodeOf(order.control);
+        return Add(order);
+    }
+    const auto count = std::min<std::uint32_t>(settings.gestureCount, 100);
+    for (std::uint32_t index = 0; index < count; ++index) {
+        const EngineGesture& gesture = settings.gestures[index];
+        if (LettersOf(gesture) != drawn) continue;
+        const char kind = KindOfCode(gesture.function);
+        const bool isUseless = kind == 'n' || (gesture.function == 37 && !HasUsableKey(gesture.keys));
+        order.cause = Cause::Gesture;
+        order.kind = isUseless || kind == 'g' || kind == '-' ? OrderKind::Note : OrderKind::Act;
+        order.function = isUseless ? 0 : gesture.function;
+        if (order.function == 37) order.keys = gesture.keys;
+        break;
+    }
+    Add(order);
+}
+
+void EngineOracle::AnswerPress(bool wasDrawing) {
+    const Place now = Now();
+    OracleAnswer& answer = history.back().answer;
+    history.back().isNewPress = true;
+    if (SwitchAt(InputKind::Pause, now) || SwitchAt(InputKind::Overload, now)) return;
+    const bool hasEnded =
+        std::ranges::any_of(answer.orders, [](const Order& order) { return order.kind == OrderKind::StrokeEnd; });
+    const char kind = KindAt(At(now).input.mouse.control, now);
+    answer.isKept = true;
+    if (IsAskedAt(PhysicalAt(now), now)) return Note(now, Cause::Asked);
+    const Place stroke = StrokeUnderWay();
+    if (stroke >= 0 && IsPressThatGivesUp(stroke)) return Note(now, Cause::GivesUp);
+    answer.isKept = kind != 'n';
+    if (kind == 'o') Add(OrderOf(now, OrderKind::Act));
+    if (kind == '-') Note(now, Cause::Function);
+    if (kind == 'h' || kind == 'r') {
+        Order begin = OrderOf(now, OrderKind::Begin);
+        begin.ticket = ++beginnings;
+        Add(begin);
+    }
+    if (kind != 'g') return;
+    if (EditorsAt(now) > 0) return Note(now, Cause::Asked);
+    if (wasDrawing && !hasEnded) return Note(now, Cause::Function);
+    Order begin;
+    begin.kind = OrderKind::StrokeBegin;
+    begin.place = At(now).input.mouse.place;
+    Add(begin);
+}
+
+void EngineOracle::AnswerRelease() {
+    const Place press = OpenPress(PhysicalAt(Now()));
+    history.back().answer.isKept = press >= 0 && At(press).answer.isKept;
+}
+
+bool EngineOracle::BelongsToPush(Place report, Place later) const {
+    const EngineInput& one = At(report).input;
+    const EngineInput& other = At(later).input;
+    return SideOf(one.mouse.delta) == SideOf(other.mouse.delta) && other.time - one.time < 300;
+}
+
+// The first report of the push that the tilt report now belongs to.
+EngineOracle::Place EngineOracle::FirstOfPush() const {
+    Place first = Now();
+    for (Place k = first - 1; k >= 0; --k) {
+        if (!IsMouse(k, MouseEventKind::Tilt) || At(k).input.mouse.delta == 0) continue;
+        if (!BelongsToPush(k, first)) break;
+        first = k;
+    }
+    return first;
+}
+
+// What the reports of a push come to: as they are, or in quarters of what they scroll.
+std::int64_t EngineOracle::PushSum(Place first, Place last, bool isScroll) const {
+    std::int64_t sum = 0;
+    for (Place k = first; k <= last; ++k) {
+        if (!IsMouse(k, MouseEventKind::Tilt)) continue;
+        sum += std::abs(std::int64_t{At(k).input.mouse.delta}) * (isScroll ? SpeedAt(k) : 1);
+    }
+    return sum;
+}
+
+void EngineOracle::AnswerTilt() {
+    const Place first = FirstOfPush();
+    history.back().isNewPress = first == Now();
+    const auto control = At(Now()).input.mouse.delta < 0 ? TiltLeft : TiltRight;
+    const bool isOut = SwitchAt(InputKind::Pause, first) || SwitchAt(InputKind::Overload, first);
+    if (isOut || KindAt(control, first) == 'n') return;
+    history.back().answer.isKept = true;
+    for (Place k = first + 1; k < Now(); ++k) {
+        if (EndsEverything(k)) return;
+        if (At(k).input.kind == InputKind::Settings && !HasSameFunction(control, first, k)) return;
+    }
+    AnswerTiltReport(first);
+}
+
+void EngineOracle::AnswerTiltReport(Place first) {
+    const Place now = Now();
+    Order order = OrderOf(first, OrderKind::Note);
+    order.isOfPress = first == now;
+    const char kind = KindOfCode(order.function);
+    const bool isScroll = order.function == 33 || order.function == 34;
+    const std::int64_t unit = isScroll ? 4 : 120;
+    const std::int64_t steps = PushSum(first, now, isScroll) / unit - PushSum(first, now - 1, isScroll) / unit;
+    if (isScroll && steps > 0) {
+        order.kind = OrderKind::Scroll;
+        const auto size = std::min<std::int64_t>(steps, std::numeric_limits<std::int32_t>::max());
+        order.amount = static_cast<std::int32_t>(order.function == 33 ? -size : size);
+        return Add(order);
+    }
+    std::int64_t acts = kind == '-' ? 0 : (first == now ? 1 : 0);
+    if (kind == 'r') acts = isScroll ? 0 : std::min<std::int64_t>(steps, 8);
+    if (acts == 0 && first == now) Add(order);
+    order.kind = OrderKind::Act;
+    for (; acts > 0; --acts) {
+        Add(order);
+        order.isOfPress = false;
+    }
+}
+
+// Where the flight that goes on began; one that has run down by the last event of the mouse is none.
+EngineOracle::Place EngineOracle::FlightUnderWay() const {
+    Place flight = Now() - 1;
+    while (flight >= 0 && !HasOrder(flight, OrderKind::FlyBegin)) {
+        if (HasOrder(flight, OrderKind::FlyEnd)) return -1;
+        --flight;
+    }
+    if (flight < 0) return -1;
+    const double lasts = std::round(700 * std::log2(4.0 * OrFive(SettingsAt(flight).flying.scrollSpeed)));
+    for (Place k = flight; k <= Now(); ++k) {
+        const bool isEvent = At(k).input.kind == InputKind::Mouse;
+        if (isEvent && static_cast<double>(At(k).input.time - At(flight).input.time) >= lasts) return -1;
+    }
+    return flight;
+}
+
+bool EngineOracle::StopsFlight(Place flight) const {
+    const Place now = Now();
+    const EngineInput& input = At(now).input;
+    if (IsWheelOffAt(now) || input.kind == InputKind::WindowInFront) return true;
+    if (input.kind != InputKind::Mouse) return false;
+    if (input.mouse.kind == MouseEventKind::Press) return true;
+    if (input.mouse.kind == MouseEventKind::Tilt) return input.mouse.delta != 0;
+    return At(now).notches != 0 && SideOf(At(now).notches) != SideOf(At(flight).notches);
+}
+
+// The notches that are full with the wheel's report now.
+std::int64_t EngineOracle::NotchesNow() const {
+    const Place now = Now();
+    const std::int64_t delta = At(now).input.mouse.delta;
+    if (delta == 0 || SwitchAt(InputKind::Pause, now) || !IsFlyingOn(SettingsAt(now))) return 0;
+    std::int64_t before = 0;
+    for (Place k = now - 1; k >= 0 && !IsWheelOffAt(k); --k) {
+        const std::int64_t other = IsMouse(k, MouseEventKind::Wheel) ? At(k).input.mouse.delta : 0;
+        if (other == 0) continue;
+        if (SideOf(other) != SideOf(delta)) break;
+        // Off or paused from the beginning of the history on.
+        if (SwitchAt(InputKind::Pause, k) || !IsFlyingOn(SettingsAt(k))) break;
+        before += other;
+    }
+    return (before + delta) / 120 - before / 120;
+}
+
+// How many flicks in a row the one makes that is full with the notches now; 0: none is.
+int EngineOracle::FlicksNow() const {
+    struct Run {
+        std::int64_t begin;
+        std::int64_t end;
+        std::int64_t notches;
+    };
+    std::vector<Run> runs;  // the latest first
+    std::int64_t later = 0, gap = 0;
+    const Place now = Now();
+    for (Place k = now; k >= 0 && !IsWheelOffAt(k); --k) {
+        const Entry& entry = At(k);
+        if (entry.notches == 0) continue;
+        if (SideOf(entry.notches) != SideOf(At(now).notches) || entry.isInFlight) break;
+        if (HasOrder(k, OrderKind::FlyBegin)) break;
+        if (runs.empty() || later - entry.input.time > gap) runs.push_back({0, entry.input.time, 0});
+        runs.back().begin = entry.input.time;
+        runs.back().notches += std::abs(entry.notches);
+        later = entry.input.time;
+        gap = 90 - 6 * OrFive(SettingsAt(k).flying.revolutionSpeed);
+    }
+    if (runs.empty() || runs[0].notches < 6 || runs[0].notches - std::abs(At(now).notches) >= 6) return 0;
+    int flicks = 1;
+    std::int64_t next = runs[0].begin;
+    for (std::size_t index = 1; index < runs.size(); ++index) {
+        if (runs[index].notches < 6) continue;
+        if (next - runs[index].end > 400) break;
+        ++flicks;
+        next = runs[index].begin;
+    }
+    return flicks;
+}
+
+void EngineOracle::AnswerWheel() {
+    const Place now = Now();
+    if (At(now).notches == 0 || At(now).isInFlight) return;
+    const FlyingScroll& flying = SettingsAt(now).flying;
+    const int flicks = FlicksNow();
+    if (flicks == 0 || flicks < flying.flicks) return;
+    Order begin;
+    begin.kind = OrderKind::FlyBegin;
+    begin.amount = SideOf(At(now).notches) * 8 * OrFive(flying.scrollSpeed);
+    Add(begin);
+}
+
+std::uint32_t EngineOracle::HeldButtons() const {
+    std::uint32_t held = 0;
+    for (int physical = 0; physical < kButtons; ++physical) {
+        for (Place k = Now(); k >= 0; --k) {
+            if (At(k).input.kind == InputKind::SessionLeft) break;
+            if (IsButton(k, MouseEventKind::Release, physical)) break;
+            if (!IsButton(k, MouseEventKind::Press, physical)) continue;
+            held |= 1U << physical;
+            break;
+        }
+    }
+    return held;
+}
+
+bool EngineOracle::IsDrawing() const {
+    for (Place k = Now(); k >= 0; --k) {
+        if (HasOrder(k, OrderKind::StrokeBegin)) return true;
+        if (HasOrder(k, OrderKind::StrokeEnd)) return false;
+    }
+    return false;
+}
+
+std::uint64_t EngineOracle::PressCount() const {
+    const auto count = std::ranges::count_if(history, &Entry::isNewPress);
+    return static_cast<std::uint64_t>(count);
+}
+
+bool EngineOracle::IsEdited() const {
+    return EditorsAt(Now()) > 0;
+}
+
+// An order of a press, or of the push whose first report this is.
+Order EngineOracle::OrderOf(Place press, OrderKind kind) const {
+    const EngineSettings& settings = SettingsAt(press);
+    const MouseEvent& event = At(press).input.mouse;
+    const auto tilt = event.delta < 0 ? TiltLeft : TiltRight;
+    Order order;
+    order.kind = kind;
+    order.control = event.kind == MouseEventKind::Tilt ? tilt : event.control;
+    order.isOfPress = kind != OrderKind::End;
+    order.controlFunction = settings.functions[order.control];
+    order.function = order.controlFunction;
+    if (order.function == 37) order.keys = settings.keys[order.control];
+    order.horizontalSpeed = SpeedAt(Now());
+    order.profile = settings.profile;
+    return order;
+}
+
+void EngineOracle::Note(Place press, Cause cause) {
+    Order note = OrderOf(press, OrderKind::Note);
+    note.cause = cause;
+    if (cause != Cause::Function) {
+        note.function = 0;
+        note.keys = {};
+    }
+    Add(note);
+}
+
+}  // namespace kvn::service

@@ -1,0 +1,55 @@
+// Makes histories of inputs out of numbers, random ones or a fuzzer's: people who press, tilt, flick and draw, while
+// everything around them changes.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+
+#include "tests/service_engine/engine_input.h"
+
+namespace kvn::service {
+
+class InputMaker {
+public:
+    // Gives a number below the one that it is asked for.
+    using Chooser = std::function<std::uint32_t(std::uint32_t below)>;
+
+    explicit InputMaker(Chooser numbers);
+
+    EngineInput Next();
+
+private:
+    EngineInput NextOfBurst();
+    EngineInput Fresh();
+    EngineInput MouseInput(MouseEventKind kind);
+    EngineInput Press();
+    EngineInput Release();
+    EngineInput Tilt();
+    EngineInput Wheel();
+    EngineInput Move();
+    EngineInput Tick();
+    EngineInput Settings();
+    EngineInput Question();
+    EngineInput Switch(InputKind kind);
+    EngineInput Bare(InputKind kind);
+    void ChangeSettings();
+    void ChangeGestures();
+    void PassTime();
+
+    model::FunctionCode AnyFunction();
+    model::EtcKey AnyKeys();
+    model::ButtonSlot AnyButton();
+    bool OneIn(std::uint32_t count) { return choose(count) == 0; }
+
+    Chooser choose;
+    std::int64_t now;
+    std::uint32_t down = 0;  // as seen by whoever presses
+    EngineInput lastTurn;    // of the wheel or of a tilt
+    int turnsLeft = 0;
+    std::int64_t turnGap = 0;
+    model::ScreenPoint cursor;
+    EngineSettings settings;
+};
+
+}  // namespace kvn::service

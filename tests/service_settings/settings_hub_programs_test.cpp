@@ -1,0 +1,106 @@
+// The hub follows the program in front: real programs, each with a profile of its own.
+#include <gtest/gtest.h>
+
+#include <optional>
+
+#include "tests/service_settings/hub_fixture.h"
+#include "tests/service_settings/shown_program.h"
+
+namespace kvn::service {
+namespace {
+
+using kvn::test::ComesTrue;
+using kvn::test::ProfileText;
+using kvn::test::ShownProgram;
+
+std::string Program(const std::wstring& path) {
+    return "<name></name><path>" + std::string(path.begin(), path.end()) + "</path>";
+}
+
+class SettingsHubPrograms : public HubFixture {
+protected:
+    void SetUp() override {
+        WriteFile({ProfileText("Default", {{"lbutton", "5"}}),
+                   ProfileText("Edit", {{"lbutton", "6"}, {"Application", Program(editorPath)}}),
+                   ProfileText("Play", {{"lbutton", "7"}, {"Application", Program(L"player.EXE")}})});
+        other.BringToFront();
+        StartReadHub();
+        ASSERT_TRUE(BecomesInForce(L"Default"));
+    }
+    // By the windows' event or, where none comes, by the next look.
+    void BringToFront(const ShownProgram& program) {
+        program.BringToFront();
+        MoveMouse();
+    }
+
+    kvn::test::ProgramFolder folder;
+    const std::wstring editorPath = folder.Copy(L"editor.exe");
+    const ShownProgram other{folder.Copy(L"other.exe")};
+    const ShownProgram editor{editorPath};
+    const ShownProgram player{folder.Copy(L"player.exe")};
+};
+
+TEST_F(SettingsHubPrograms, EachProgramHasItsProfileWhileItIsInFront) {
+    BringToFront(editor);
+    ASSERT_TRUE(BecomesInForce(L"Edit"));
+    EXPECT_EQ(Hub().InForce().why, Why::Program);
+    EXPECT_EQ(LeftFunction(), 6);
+    BringToFront(player);
+    ASSERT_TRUE(BecomesInForce(L"Play"));
+    EXPECT_EQ(LeftFunction(), 7);
+    BringToFront(other);
+    ASSERT_TRUE(BecomesInForce(L"Default"));
+    EXPECT_EQ(Hub().InForce().why, Why::Selected);
+    EXPECT_EQ(Hub().SwitchCount(), 3U);
+    EndHub();
+    EXPECT_EQ(Heard().size(), 4U);
+    EXPECT_EQ(Windows(), (std::vector{other.Window(), editor.Window(), player.Window(), other.Window()}));
+}
+
+TEST_F(SettingsHubPrograms, TheSelectedProfileIsTheRegistrysAlsoWithItsProgramInFront) {
+    WriteFile({ProfileText("Default"), ProfileText("Edit", {{"lbutton", "6"}, {"Application", Program(editorPath)}})},
+              1);
+    SetNumber(L"BindKeyLeft", 10);
+    ASSERT_TRUE(LeftFunctionBecomes(10));
+    BringToFront(editor);
+    ASSERT_TRUE(ComesTrue([this] { return Hub().InForce().why == Why::Program; }));
+    EXPECT_EQ(Hub().InForce().name, L"Edit");
+    EXPECT_EQ(LeftFunction(), 10);
+}
+
+TEST_F(SettingsHubPrograms, AForcedProfileStaysWhateverIsInFront) {
+    ASSERT_TRUE(Hub().Force(L"Play"));
+    ASSERT_TRUE(BecomesInForce(L"Play"));
+    BringToFront(editor);
+    ASSERT_TRUE(ComesTrue([this] { return Windows().back() == editor.Window(); }));
+    EXPECT_EQ(Hub().InForce().name, L"Play");
+    Hub().ForceAutomatic();
+    EXPECT_TRUE(BecomesInForce(L"Edit"));
+}
+
+TEST_F(SettingsHubPrograms, AFileThatChangesCountsForTheProgramInFront) {
+    BringToFront(editor);
+    ASSERT_TRUE(BecomesInForce(L"Edit"));
+    WriteFile({ProfileText("Default"), ProfileText("New", {{"Application", Program(editorPath)}})});
+    ASSERT_TRUE(BecomesInForce(L"New"));
+    DeleteFileW(FilePath().c_str());
+    EXPECT_TRUE(BecomesInForce(L"Default"));
+}
+
+TEST_F(SettingsHubPrograms, AWindowOfTheServiceLeavesTheProgramBeforeIt) {
+    BringToFront(editor);
+    ASSERT_TRUE(BecomesInForce(L"Edit"));
+    const HWND own = CreateWindowExW(0, L"STATIC", L"own", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 50, 50, nullptr,
+                                     nullptr, nullptr, nullptr);
+    SetForegroundWindow(own);
+    ASSERT_EQ(GetForegroundWindow(), own);
+    MoveMouse();
+    // It has looked once it sleeps again.
+    ASSERT_TRUE(ComesTrue([this] { return activity.isSomeoneAsleep.load(); }));
+    EXPECT_EQ(Hub().InForce().name, L"Edit");
+    EXPECT_EQ(Windows().back(), editor.Window());
+    DestroyWindow(own);
+}
+
+}  // namespace
+}  // namespace kvn::service

@@ -1,0 +1,163 @@
+// The hub reads again when registry or profile file change, and says what is wrong with the file.
+#include <gtest/gtest.h>
+
+#include <shlwapi.h>
+
+#include <filesystem>
+
+#include "tests/service_settings/hub_fixture.h"
+
+namespace kvn::service {
+namespace {
+
+using kvn::test::ComesTrue;
+using kvn::test::ProfileFileText;
+using kvn::test::ProfileText;
+
+class SettingsHubReading : public HubFixture {};
+
+TEST_F(SettingsHubReading, FollowsTheRegistry) {
+    StartReadHub();
+    SetNumber(L"BindKeyLeft", 10);
+    ASSERT_TRUE(LeftFunctionBecomes(10));
+    SetNumber(L"BindKeyLeft", 11);
+    ASSERT_TRUE(LeftFunctionBecomes(11));
+    SHDeleteKeyW(HKEY_CURRENT_USER, kModelKey);
+    ASSERT_TRUE(LeftFunctionBecomes(1));
+    SetNumber(L"BindKeyLeft", 12);
+    ASSERT_TRUE(LeftFunctionBecomes(12));
+}
+
+TEST_F(SettingsHubReading, FollowsARegistryKeyThatGoesWithItsParents) {
+    StartReadHub();
+    for (const DWORD code : {10, 11}) {
+        SetNumber(L"BindKeyLeft", code);
+        ASSERT_TRUE(LeftFunctionBecomes(static_cast<model::FunctionCode>(code)));
+        SHDeleteKeyW(HKEY_CURRENT_USER, L"Software\\KORVEN");
+        ASSERT_TRUE(LeftFunctionBecomes(1));
+    }
+}
+
+TEST_F(SettingsHubReading, FollowsTheFile) {
+    StartReadHub();
+    WriteFile({ProfileText("Default", {{"lbutton", "5"}})});
+    ASSERT_TRUE(LeftFunctionBecomes(5));
+    WriteFile({ProfileText("Default", {{"lbutton", "6"}})});
+    ASSERT_TRUE(LeftFunctionBecomes(6));
+    DeleteFileW(FilePath().c_str());
+    ASSERT_TRUE(LeftFunctionBecomes(1));
+    EXPECT_TRUE(Problems().empty());
+}
+
+TEST_F(SettingsHubReading, FollowsAFileWhoseFolderGoesAndComesBack) {
+    WriteFile({ProfileText("Default", {{"lbutton", "5"}})});
+    StartReadHub();
+    for (const int code : {6, 7}) {
+        std::filesystem::remove_all(User().ApplicationData() + L"\\KORVEN");
+        ASSERT_TRUE(LeftFunctionBecomes(1));
+        WriteFile({ProfileText("Default", {{"lbutton", std::to_string(code)}})});
+        ASSERT_TRUE(LeftFunctionBecomes(code));
+    }
+}
+
+TEST_F(SettingsHubReading, ReadsOnceAfterSeveralChanges) {
+    StartReadHub();
+    for (const wchar_t* value : {L"BindKeyLeft", L"BindKeyRight", L"BindKeyMinus", L"BindKeyPlus", L"HolizonScroll"}) {
+        SetNumber(value, 7);
+    }
+    ASSERT_TRUE(LeftFunctionBecomes(7));
+    EndHub();
+    EXPECT_EQ(Heard().size(), 2U);
+    EXPECT_EQ(Heard().back().settings.horizontalSpeed, 7);
+}
+
+TEST_F(SettingsHubReading, ReadsDuringChangesThatDoNotEnd) {
+    StartReadHub();
+    DWORD count = 0;
+    EXPECT_TRUE(ComesTrue(
+        [&] {
+            SetNumber(L"BindKeyLeft", 10 + ++count % 2);
+            Sleep(20);
+            return LeftFunction() != 1;
+        },
+        std::chrono::seconds(20)));
+}
+
+TEST_F(SettingsHubReading, SaysOnceThatTheFileCannotBeRead) {
+    WriteFile({ProfileText("Default", {{"lbutton", "5"}})});
+    StartReadHub();
+    WriteBytes("broken");
+    ASSERT_TRUE(ComesTrue([this] { return !Problems().empty(); }));
+    WriteBytes("broken, too");
+    SetNumber(L"BindKeyRight", 10);
+    ASSERT_TRUE(ComesTrue([this] { return Hub().InForce().settings.functions[model::ButtonSlot::Right] == 10; }));
+    EXPECT_EQ(LeftFunction(), 5);
+    EXPECT_EQ(Problems(), (std::vector{Problem{SettingsProblem::FileUnreadable, FilePath()}}));
+}
+
+TEST_F(SettingsHubReading, SaysItAgainWhenItWasGoneMeanwhile) {
+    WriteBytes("broken");
+    StartReadHub();
+    ASSERT_TRUE(ComesTrue([this] { return Problems().size() == 1; }));
+    WriteFile({ProfileText("Default", {{"lbutton", "5"}})});
+    ASSERT_TRUE(LeftFunctionBecomes(5));
+    WriteBytes("broken");
+    EXPECT_TRUE(ComesTrue([this] { return Problems().size() == 2; }));
+}
+
+TEST_F(SettingsHubReading, SaysWhatThePageHasSetAside) {
+    WriteBytes("broken");
+    StartReadHub();
+    const std::wstring aside = FilePath().substr(0, FilePath().size() - 4) + L".broken-1.xml";
+    ASSERT_TRUE(ComesTrue([&] { return MoveFileW(FilePath().c_str(), aside.c_str()) != FALSE; }));
+    const Problem expected{SettingsProblem::FileSetAside, aside};
+    EXPECT_TRUE(ComesTrue([&] { return !Problems().empty() && Problems().back() == expected; }));
+}
+
+TEST_F(SettingsHubReading, ReadsAFileThatWasHeldOnceItIsFree) {
+    WriteFile({ProfileText("Default", {{"lbutton", "5"}})});
+    const HANDLE held = CreateFileW(FilePath().c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    ASSERT_NE(held, INVALID_HANDLE_VALUE);
+    StartReadHub();
+    ASSERT_TRUE(ComesTrue([this] { return !Problems().empty(); }));
+    EXPECT_EQ(LeftFunction(), 1);
+    CloseHandle(held);
+    EXPECT_TRUE(ComesTrue([this] { return LeftFunction() == 5; }, std::chrono::seconds(20)));
+}
+
+TEST_F(SettingsHubReading, NeverStandsInTheWayOfASave) {
+    std::string large = ProfileText("Default");
+    for (int profile = 0; profile < 100; ++profile)
+        large += ProfileText("P" + std::to_string(profile), {{"x", std::string(10'000, 'x')}});
+    StartReadHub();
+    for (int time = 1; time <= 30; ++time) {
+        WriteFile({large + ProfileText("Last" + std::to_string(time))});
+        Hub().Reread();
+    }
+    EXPECT_TRUE(ComesTrue([this] {
+        const auto names = Hub().ProfileNames();
+        return !names.empty() && names.back() == L"Last30";
+    }));
+    EXPECT_TRUE(Problems().empty());
+}
+
+TEST_F(SettingsHubReading, AnswersWhileItReadsAHugeFile) {
+    StartReadHub();
+    std::string huge;
+    for (int profile = 0; profile < 20'000; ++profile) huge += ProfileText("P" + std::to_string(profile));
+    WriteFile({huge});
+    ULONGLONG longest = 0;
+    ASSERT_TRUE(ComesTrue(
+        [&] {
+            const ULONGLONG begin = GetTickCount64();
+            const std::size_t count = Hub().ProfileNames().size();
+            static_cast<void>(Hub().InForce());
+            if (count == 1) longest = std::max(longest, GetTickCount64() - begin);
+            return count == 20'000;
+        },
+        std::chrono::seconds(30)));
+    EXPECT_LT(longest, 200U);
+}
+
+}  // namespace
+}  // namespace kvn::service

@@ -1,0 +1,81 @@
+#include "tests/service_settings/shown_program.h"
+
+#include <filesystem>
+#include <stdexcept>
+
+#include "tests/support/waiting.h"
+
+namespace kvn::test {
+namespace {
+
+constexpr wchar_t kProgram[] = L"front_window.exe";
+
+std::wstring UniqueName() {
+    static int number = 0;
+    return L"kvn-front-" + std::to_wstring(GetCurrentProcessId()) + L"-" + std::to_wstring(++number);
+}
+
+std::filesystem::path FolderOfTests() {
+    wchar_t path[MAX_PATH]{};
+    GetModuleFileNameW(nullptr, path, MAX_PATH);
+    return std::filesystem::path(path).parent_path();
+}
+
+HWND FindShown(const std::wstring& title, const std::wstring& windowClass, const std::wstring& parent) {
+    if (parent.empty()) return FindWindowW(windowClass.c_str(), title.c_str());
+    return FindWindowExW(FindWindowW(nullptr, parent.c_str()), nullptr, windowClass.c_str(), title.c_str());
+}
+
+}  // namespace
+
+ProgramFolder::ProgramFolder()
+    : path((std::filesystem::temp_directory_path() / ("programs of " + std::to_string(GetCurrentProcessId())))
+               .wstring()) {
+    std::filesystem::create_directories(path);
+}
+
+ProgramFolder::~ProgramFolder() {
+    // A program that has just ended may still be held.
+    ComesTrue([&] {
+        std::error_code failed;
+        std::filesystem::remove_all(path, failed);
+        return !failed;
+    });
+}
+
+std::wstring ProgramFolder::Copy(const std::wstring& name) const {
+    const std::filesystem::path copy = std::filesystem::path(path) / name;
+    std::filesystem::create_directories(copy.parent_path());
+    std::filesystem::copy_file(FolderOfTests() / kProgram, copy, std::filesystem::copy_options::overwrite_existing);
+    return copy.wstring();
+}
+
+ShownProgram::ShownProgram(const std::wstring& programPath, const std::wstring& windowClass, const std::wstring& parent)
+    : title(UniqueName()) {
+    std::wstring command = L"\"" + programPath + L"\" " + title + L" " + windowClass + L" " + parent;
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION started{};
+    if (!CreateProcessW(programPath.c_str(), command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
+                        &started)) {
+        throw std::runtime_error("the program could not be started");
+    }
+    CloseHandle(started.hThread);
+    process.Reset(started.hProcess);
+    processId = started.dwProcessId;
+    window = Await("a program's window", [&] { return FindShown(title, windowClass, parent); });
+}
+
+ShownProgram::~ShownProgram() {
+    TerminateProcess(process.Get(), 0);
+    WaitForSingleObject(process.Get(), 5000);
+}
+
+void ShownProgram::BringToFront() const {
+    Await("a program in front", [this] {
+        SetForegroundWindow(window);
+        return GetForegroundWindow() == window;
+    });
+}
+
+}  // namespace kvn::test
