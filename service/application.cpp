@@ -18,7 +18,7 @@ namespace kvn::service {
 
 Application::Application()
     : shared(memory.State()),
-      watcher(shared),
+      watcher(memory),
       window(*this),
       protocol(ProtocolOutlets()),
       session(SessionOutlets()),

@@ -41,6 +41,8 @@ public:
     // Without memory to share it is this process's own.
     SharedState& State() { return *state; }
     bool IsShared() const { return view != nullptr; }
+    // From now on the memory lives as long as that process too, which may not have come to looking for it.
+    void KeepFor(HANDLE process) const;
 
 private:
     platform::UniqueKernelObject section;

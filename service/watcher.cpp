@@ -107,6 +107,7 @@ void Watcher::StartAnother() {
     StartedProcess started = StartProcess(ProgramPath(), L"--watch " + std::to_wstring(GetCurrentProcessId()));
     shared.watcherProcess = started.id;
     process = std::move(started.handle);
+    if (process) memory.KeepFor(process.Get());
     startTime = GetTickCount64();
 }
 

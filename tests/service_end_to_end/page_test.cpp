@@ -30,16 +30,9 @@ protected:
         const end_to_end::Process host =
             Processes().Start(folder + L"control_panel.exe",
                               {L"--focus", std::to_wstring(IDC_PAGE_TAB), L"--dll", folder + L"KvnMouseUtil.dll"});
-        return Sheet(host.Id());
-    }
-
-    // Presses the control until nothing but these lines arrives.
-    void WaitForFunction(Recorder& recorder, ButtonSlot control, const Lines& lines) {
-        recorder.ComeToFront();
-        WaitFor("the function that was chosen", [&] {
-            hands.Click(control);
-            return recorder.ArrivedUntilNow() == lines;
-        });
+        Sheet sheet(host.Id());
+        hands.BringToFront(sheet.Window());
+        return sheet;
     }
 };
 
@@ -52,14 +45,16 @@ TEST_F(PageAndService, FunctionThatIsChosenOnThePageHappens) {
     sheet.ChooseByMouse(IDC_PANE_BUTTON4, kCopy);
     sheet.ChooseByMouse(IDC_PANE_TILT_LEFT, Function::kEnter);
     sheet.Apply();
-    WaitForFunction(recorder, kBack, kCopyLines);
+    recorder.ComeToFront();
+    PressUntil(recorder, kBack, "sent up C [Ctrl]");
     hands.Press(kTiltLeft);
     ExpectAll(recorder, {"sent down Enter", "sent up Enter"});
 
     hands.BringToFront(sheet.Window());
     sheet.ChooseByMouse(IDC_PANE_BUTTON4, kBackButton);
     sheet.Close(IDOK);
-    WaitForFunction(recorder, kBack, {"real back down", "real back up"});
+    recorder.ComeToFront();
+    PressUntil(recorder, kBack, "real back up");
 }
 
 TEST_F(PageAndService, StrokeThatIsRecordedOnThePageActsOverAProgram) {

@@ -37,13 +37,7 @@ protected:
     }
 
     // Presses back until it types this key.
-    void WaitForKey(Recorder& recorder, const std::string& key) {
-        WaitFor("the key " + key, [&] {
-            hands.Click(kBack);
-            const Lines arrived = recorder.ArrivedUntilNow();
-            return std::find(arrived.begin(), arrived.end(), "sent up " + key) != arrived.end();
-        });
-    }
+    void WaitForKey(Recorder& recorder, const std::string& key) { PressUntil(recorder, kBack, "sent up " + key); }
 
     void WaitForKeyInFront(Recorder& recorder, const std::string& key) {
         recorder.ComeToFront();
@@ -81,8 +75,7 @@ TEST_F(Programs, ProgramThatComesToTheFrontWhileAControlIsHeldEndsItsFunctionOnc
     hands.Press(kBack);
     Expect(other, {"sent down Ctrl"});
     Recorder& beta = StartRecorder(L"beta");
-    WaitFor("Ctrl to be up", [] { return (GetAsyncKeyState(VK_CONTROL) & 0x8000) == 0; });
-    beta.Forget();
+    Expect(beta, {"sent up Ctrl"});
     hands.Release(kBack);
     ExpectAll(beta, {});
     WaitForKey(beta, "B");

@@ -34,7 +34,7 @@ TEST_F(WindowCommands, DialogIsClosedItselfAndItsOwnerMaximizedAndMinimized) {
     Recorder& recorder = StartRecorder(L"withdialog");
     UseCommands(recorder);
     Recorder& dialog = StartRecorder(L"dialogs", {L"--dialog"});
-    const HWND inner = FindWindowW(kRecorderClass, L"dialogs dialog");
+    const HWND inner = WaitFor("the dialog", [] { return FindWindowW(kRecorderClass, L"dialogs dialog"); });
     hands.BringToFront(inner);
     hands.Click(kBack);
     hands.Click(kForward);

@@ -83,6 +83,10 @@ protected:
     // matter to the test, then types another key than before. The recorder has forgotten everything afterwards.
     void Use(Choice choice, Recorder& recorder, ButtonSlot witness = kWheel);
 
+    // Presses a button until this line arrives, and waits until every press is carried out. The recorder has forgotten
+    // everything afterwards. For buttons other than the left one.
+    void PressUntil(Recorder& recorder, ButtonSlot control, const std::string& line) const;
+
     // Waits for as many lines and compares.
     static void Expect(Recorder& recorder, const Lines& expected);
     // Compares with everything that comes at all.
@@ -101,8 +105,6 @@ protected:
     Hands hands;
 
 private:
-    Lines PressUntil(Recorder& recorder, ButtonSlot control, const std::string& line) const;
-
     std::unique_ptr<end_to_end::ProcessGroup> processes;
     std::unique_ptr<end_to_end::Watchdog> watchdog;
     std::wstring scratch;
