@@ -68,7 +68,7 @@ private:
     TrayIcon tray;
     TrailWindow trail;
     std::unique_ptr<MouseDriver> driver;  // empty before the start and at the end
-    std::optional<MouseChoice> keptMouse;
+    std::optional<ChosenMouse> keptMouse;
     std::wstring keptLog;
     bool isEnding = false;
     bool isAboutOpen = false;

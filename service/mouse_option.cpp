@@ -48,14 +48,14 @@ std::optional<model::DeviceRecord> ParseMouse(std::wstring_view text) {
 
 }  // namespace
 
-std::optional<MouseChoice> ParseMouseChoice(std::wstring_view text) {
-    if (text == kNone) return MouseChoice{};
+std::optional<ChosenMouse> ParseChosenMouse(std::wstring_view text) {
+    if (text == kNone) return ChosenMouse{};
     auto mouse = ParseMouse(text);
     if (!mouse) return std::nullopt;
-    return MouseChoice{std::move(mouse)};
+    return ChosenMouse{std::move(mouse)};
 }
 
-std::wstring TextOf(const MouseChoice& choice) {
+std::wstring TextOf(const ChosenMouse& choice) {
     if (!choice.mouse) return std::wstring(kNone);
     const model::DeviceRecord& mouse = *choice.mouse;
     std::array<wchar_t, 64> numbers{};

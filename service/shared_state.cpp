@@ -30,13 +30,14 @@ SharedMemory::SharedMemory()
       view(section ? MapViewOfFile(section.Get(), FILE_MAP_ALL_ACCESS, 0, 0, sizeof(SharedState)) : nullptr),
       state(view != nullptr ? static_cast<SharedState*>(view) : &ownState) {}
 
-void SharedMemory::KeepFor(HANDLE process) const {
-    HANDLE theirs = nullptr;
-    DuplicateHandle(GetCurrentProcess(), section.Get(), process, &theirs, 0, FALSE, DUPLICATE_SAME_ACCESS);
-}
-
 SharedMemory::~SharedMemory() {
     if (view != nullptr) UnmapViewOfFile(view);
+}
+
+// A handle that the other process owns without knowing.
+void SharedMemory::KeepFor(HANDLE process) const {
+    HANDLE kept = nullptr;
+    DuplicateHandle(GetCurrentProcess(), section.Get(), process, &kept, 0, FALSE, DUPLICATE_SAME_ACCESS);
 }
 
 }  // namespace kvn::service

@@ -41,7 +41,7 @@ public:
     // Without memory to share it is this process's own.
     SharedState& State() { return *state; }
     bool IsShared() const { return view != nullptr; }
-    // From now on the memory lives as long as that process too, which may not have come to looking for it.
+    // The other process finds the memory even when it gets to look for it only after this one has ended.
     void KeepFor(HANDLE process) const;
 
 private:

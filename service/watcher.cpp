@@ -105,9 +105,9 @@ bool Watcher::Adopt(std::uint32_t processId) {
 
 void Watcher::StartAnother() {
     StartedProcess started = StartProcess(ProgramPath(), L"--watch " + std::to_wstring(GetCurrentProcessId()));
+    memory.KeepFor(started.handle.Get());
     shared.watcherProcess = started.id;
     process = std::move(started.handle);
-    if (process) memory.KeepFor(process.Get());
     startTime = GetTickCount64();
 }
 

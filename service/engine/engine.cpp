@@ -87,7 +87,7 @@ Verdict Engine::Decide(Press& press, const MouseEvent& event, Orders& orders) {
     static constexpr std::array<Decision, 6> kDecisions{&Engine::LeaveNatural, &Engine::Begin, &Engine::Act,
                                                         &Engine::Begin,        &Engine::Draw,  &Engine::Swallow};
     if (isPaused || isOverloaded) return Verdict::Pass;
-    if (page.IsAsked(PhysicalOf(press.control), event.time)) return KeepFor(press, Cause::Asked, orders);
+    if (page.IsAsked(PhysicalOf(press.control))) return KeepFor(press, Cause::Asked, orders);
     const bool isGestureButton = press.function.kind == FunctionKind::Gesture;
     if (IsDrawing() && press.control == ButtonSlot::Right && !isGestureButton) {
         GiveStrokeUp(orders);
@@ -139,7 +139,7 @@ Verdict Engine::OnTilt(const MouseEvent& event, Orders& orders) {
     if (event.delta == 0) return Verdict::Pass;
     EndFlight(orders);
     const ButtonSlot control = event.delta < 0 ? ButtonSlot::TiltLeft : ButtonSlot::TiltRight;
-    if (!push.Takes(control, event.time)) BeginPush(control);
+    if (!push.Takes(control)) BeginPush(control);
     const bool isFirst = push.AddReport(event.time);
     if (push.AsPress().verdict == Verdict::Keep && !push.IsOver()) Push(event.delta, isFirst, orders);
     return push.AsPress().verdict;
@@ -270,7 +270,6 @@ void Engine::OnWindowInFront(Orders& orders) {
 }
 
 void Engine::BeginStroke(ScreenPoint place, Orders& orders) {
-    stroke = {};
     stroke.Take({.cursor = place, .isHeld = true});
     orders.Add(PlainOrder(OrderKind::StrokeBegin, place));
 }

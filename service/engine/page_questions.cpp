@@ -17,11 +17,6 @@ void PageQuestions::Ask(std::size_t physicalButton, std::uint32_t time) {
     if (physicalButton < questions.size()) questions[physicalButton] = {true, time};
 }
 
-bool PageQuestions::IsAsked(std::size_t physicalButton, std::uint32_t time) const {
-    const Question& question = questions[physicalButton];
-    return question.isOpen && IsRecent(question.time, time);
-}
-
 void PageQuestions::Expire(std::uint32_t time) {
     for (Question& question : questions) question.isOpen = question.isOpen && IsRecent(question.time, time);
 }

@@ -17,9 +17,9 @@ public:
     bool IsEditing() const { return editors > 0; }
 
     void Ask(std::size_t physicalButton, std::uint32_t time);
-    bool IsAsked(std::size_t physicalButton, std::uint32_t time) const;
-    // Forgets what was asked too long ago, before the clock comes round.
+    // Forgets what was asked 500 ms ago or more. To be called with each event, before the clock comes round.
     void Expire(std::uint32_t time);
+    bool IsAsked(std::size_t physicalButton) const { return questions[physicalButton].isOpen; }
 
 private:
     struct Question {

@@ -20,10 +20,6 @@ std::int64_t SizeOf(std::int32_t delta) {
 
 }  // namespace
 
-bool TiltPush::Takes(model::ButtonSlot control, std::uint32_t time) const {
-    return press.isKnown && press.control == control && time - lastReport < kPushGap;
-}
-
 void TiltPush::Begin(const Press& decided) {
     *this = {};
     press = decided;

@@ -10,11 +10,11 @@ public:
     // The press that the push stands for.
     const Press& AsPress() const { return press; }
 
-    // Whether a report at this time belongs to this push.
-    bool Takes(model::ButtonSlot control, std::uint32_t time) const;
-    void Begin(const Press& decided);
-    // Forgets a push that no later report can belong to.
+    // A push is over when no report has come for 300 ms. To be called with each event, before the clock comes round.
     void Expire(std::uint32_t time);
+    // Whether a report of this control belongs to the push.
+    bool Takes(model::ButtonSlot control) const { return press.isKnown && press.control == control; }
+    void Begin(const Press& decided);
 
     // The push does nothing more; the rest of its reports are treated as before.
     void EndFunction() { isOver = true; }

@@ -26,14 +26,6 @@ constexpr std::array<FlagRow, 7> kFlags{{
     {RI_MOUSE_HWHEEL, 0, true},
 }};
 
-bool IsSame(const model::DeviceRecord& left, const model::DeviceRecord& right) {
-    const auto tied = [](const model::DeviceRecord& record) {
-        return std::tie(record.hasTilt, record.buttonCount, record.vid, record.pid, record.mouseImage,
-                        record.mouseFlag);
-    };
-    return tied(left) == tied(right);
-}
-
 std::wstring NameOf(HANDLE device) {
     UINT length = 0;
     GetRawInputDeviceInfoW(device, RIDI_DEVICENAME, nullptr, &length);
@@ -90,82 +82,40 @@ bool AttachedMice::Watch(HWND window) {
     return isRegistered;
 }
 
+// Input that programs make has no device.
 void AttachedMice::OnInput(HRAWINPUT input) {
     RAWINPUT data{};
     UINT bytes = sizeof data;
     const UINT copied = GetRawInputData(input, RID_INPUT, &data, &bytes, sizeof(RAWINPUTHEADER));
     if (copied == static_cast<UINT>(-1) || data.header.dwType != RIM_TYPEMOUSE) return;
-    if (data.data.mouse.usButtonFlags != 0) TakeFlags(data.header.hDevice, data.data.mouse.usButtonFlags);
-}
-
-void AttachedMice::OnDeviceChange(WPARAM change, HANDLE device) {
-    if (change == GIDC_ARRIVAL) Arrive(device);
-    if (change == GIDC_REMOVAL) Remove(device);
-}
-
-// At the start nobody knows which mouse will be used.
-void AttachedMice::List() {
-    mice.clear();
-    for (const RAWINPUTDEVICELIST& listed : ListDevices()) {
-        if (auto facts = FactsOf(listed.hDevice)) mice.push_back({listed.hDevice, std::move(*facts)});
-    }
-    UseMostCapable();
-}
-
-void AttachedMice::Arrive(HANDLE device) {
-    auto facts = FactsOf(device);
-    if (!facts) return;
-    countedButtons[facts->deviceName] = pressedButtons[facts->deviceName];
-    Mouse* known = Find(device);
-    if (known == nullptr) known = &mice.emplace_back(Mouse{device, {}});
-    known->facts = std::move(*facts);
-    if (currentDevice == nullptr || currentDevice == device) Publish(*known);
-}
-
-// The values of the last mouse stay.
-void AttachedMice::Remove(HANDLE device) {
-    std::erase_if(mice, [=](const Mouse& mouse) { return mouse.handle == device; });
-    if (currentDevice != device) return;
-    currentDevice = nullptr;
-    UseMostCapable();
-}
-
-// Input that programs make has no device.
-void AttachedMice::TakeFlags(HANDLE device, std::uint32_t flags) {
-    Mouse* const mouse = Find(device);
-    if (mouse == nullptr) return;
+    const std::uint32_t flags = data.data.mouse.usButtonFlags;
     const std::uint32_t presses = PressesIn(flags);
-    NotePressed(*mouse, presses);
-    if (ShowUse(flags) && currentDevice != device) Publish(*mouse);
+    if (flags == 0 || !choice.Take(data.header.hDevice, presses, ShowUse(flags))) return;
+    ReportChange();
     if (presses != 0 && outlets.onPress) outlets.onPress(static_cast<std::uint32_t>(GetMessageTime()));
 }
 
-void AttachedMice::NotePressed(const Mouse& mouse, std::uint32_t buttons) {
-    if (buttons != 0) pressedButtons[mouse.facts.deviceName] |= buttons;
+void AttachedMice::OnDeviceChange(WPARAM change, HANDLE device) {
+    if (change == GIDC_ARRIVAL) Attach(device);
+    if (change == GIDC_REMOVAL) choice.Detach(device);
+    ReportChange();
 }
 
-void AttachedMice::UseMostCapable() {
-    const auto buttonsOf = [this](const Mouse& mouse) { return Describe(mouse).buttonCount; };
-    const auto best = std::ranges::max_element(mice, {}, buttonsOf);
-    if (best != mice.end()) Publish(*best);
+void AttachedMice::List() {
+    for (const RAWINPUTDEVICELIST& listed : ListDevices()) Attach(listed.hDevice);
+    choice.ChooseMostCapable();
+    ReportChange();
 }
 
-void AttachedMice::Publish(const Mouse& mouse) {
-    currentDevice = mouse.handle;
-    const model::DeviceRecord described = Describe(mouse);
-    if (current && IsSame(*current, described)) return;
-    current = described;
-    if (outlets.onMouse) outlets.onMouse(described);
+void AttachedMice::Attach(HANDLE device) {
+    if (const auto facts = FactsOf(device)) choice.Attach(device, *facts);
 }
 
-model::DeviceRecord AttachedMice::Describe(const Mouse& mouse) const {
-    const auto counted = countedButtons.find(mouse.facts.deviceName);
-    return DescribeMouse(mouse.facts, counted == countedButtons.end() ? 0 : counted->second);
-}
-
-AttachedMice::Mouse* AttachedMice::Find(HANDLE device) {
-    const auto found = std::ranges::find(mice, device, &Mouse::handle);
-    return found == mice.end() ? nullptr : &*found;
+void AttachedMice::ReportChange() {
+    const std::optional<model::DeviceRecord> chosen = choice.Chosen();
+    if (!chosen || (current && IsSameMouse(*current, *chosen))) return;
+    current = chosen;
+    if (outlets.onMouse) outlets.onMouse(*chosen);
 }
 
 }  // namespace kvn::service

@@ -84,11 +84,12 @@ void HeldKeys::Repeat(const HeldChord& held) {
     batch.Send();
 }
 
-void HeldKeys::Release(const HeldChord& held) {
+bool HeldKeys::Release(const HeldChord& held) {
     InputBatch batch;
     AddUps(held, batch);
-    batch.Send();
+    if (!batch.Send()) return false;
     Forget(held);
+    return true;
 }
 
 void HeldKeys::Tap(const Chord& chord) {
@@ -125,7 +126,13 @@ HeldChord HeldKeys::PressButton(WORD button) {
 }
 
 void HeldKeys::Click(WORD button) {
-    Release(PressButton(button));
+    InputBatch batch;
+    HeldChord held;
+    AddDown(button, batch);
+    held.Add(button);
+    AddUps(held, batch);
+    batch.Send();
+    Forget(held);
 }
 
 HeldChord HeldKeys::AddPress(const Chord& chord, InputBatch& batch) {
@@ -141,21 +148,25 @@ HeldChord HeldKeys::AddPress(const Chord& chord, InputBatch& batch) {
 // A plain key that another control holds is pressed again, as a repeating key is.
 void HeldKeys::AddDown(WORD key, InputBatch& batch) {
     const bool isFirst = list.counts[key].fetch_add(1) == 0;
+    if (!IsMouseButton(key)) {
+        if (isFirst || !IsModifier(key)) batch.KeyDown(key);
+    } else if (isFirst) {
+        pressedButtons[key] = PhysicalButton(key);
+        batch.ButtonDown(pressedButtons[key]);
+    }
+}
+
+void HeldKeys::AddUp(WORD key, InputBatch& batch) {
     if (IsMouseButton(key)) {
-        if (isFirst) batch.ButtonDown(key);
-    } else if (isFirst || !IsModifier(key)) {
-        batch.KeyDown(key);
+        batch.ButtonUp(pressedButtons[key]);
+    } else {
+        batch.KeyUp(key);
     }
 }
 
 void HeldKeys::AddUps(const HeldChord& held, InputBatch& batch) {
     for (const WORD key : held.Keys() | std::views::reverse) {
-        if (list.counts[key].load() > 1) continue;
-        if (IsMouseButton(key)) {
-            batch.ButtonUp(key);
-        } else {
-            batch.KeyUp(key);
-        }
+        if (list.counts[key].load() <= 1) AddUp(key, batch);
     }
 }
 

@@ -33,7 +33,8 @@ public:
     HeldChord Press(const Chord& chord);
     // Presses the last plain key again, as a keyboard does for as long as a key is held.
     void Repeat(const HeldChord& held);
-    void Release(const HeldChord& held);
+    // False while Windows takes no input; then everything is still held.
+    [[nodiscard]] bool Release(const HeldChord& held);
     // Down and up again, in one piece.
     void Tap(const Chord& chord);
     // The whole chord goes down, and its plain keys up again.
@@ -45,12 +46,15 @@ public:
 private:
     HeldChord AddPress(const Chord& chord, InputBatch& batch);
     void AddDown(WORD key, InputBatch& batch);
+    void AddUp(WORD key, InputBatch& batch);
     void AddUps(const HeldChord& held, InputBatch& batch);
     void Forget(const HeldChord& held);
     bool IsHeldByUser(const ChordKey& key) const;
     bool IsHeldByUser(WORD key) const;
 
     HeldList& list;
+    // By VK_LBUTTON to VK_XBUTTON2: which physical button went down. The user may swap them before it goes up.
+    std::array<WORD, VK_XBUTTON2 + 1> pressedButtons{};
 };
 
 }  // namespace kvn::service

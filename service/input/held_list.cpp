@@ -7,7 +7,7 @@ namespace {
 
 void Release(WORD key, InputBatch& batch) {
     if (IsMouseButton(key)) {
-        batch.ButtonUp(key);
+        batch.ButtonUp(PhysicalButton(key));
     } else {
         batch.KeyUp(key);
     }

@@ -6,7 +6,9 @@
 namespace kvn::service {
 namespace {
 
-constexpr std::uint32_t kScrollPeriod = 100;
+constexpr std::uint32_t kScrollPeriod = 100;  // milliseconds
+// Windows takes no input while it shows a desktop of its own, as for a lock.
+constexpr std::uint32_t kReleaseRetryPeriod = 250;
 constexpr std::int32_t kNotch = 120;
 constexpr std::int32_t kNaturalSpeed = 4;
 
@@ -148,7 +150,9 @@ void Holdings::Act(const Order& order, const FunctionRow& row) {
 
 void Holdings::End(Ticket ticket) {
     const std::lock_guard guard(lock);
-    const auto isMeant = [=](const Holding& holding) { return holding.isUsed && holding.ticket == ticket; };
+    const auto isMeant = [=](const Holding& holding) {
+        return holding.isUsed && !holding.isOver && holding.ticket == ticket;
+    };
     const auto found = std::ranges::find_if(holdings, isMeant);
     if (found == holdings.end()) return RememberEnded(ticket);
     EndHolding(*found);
@@ -175,12 +179,14 @@ std::optional<std::uint32_t> Holdings::Repeat(std::uint32_t now) {
 }
 
 void Holdings::EndHolding(Holding& holding) {
-    keys.Release(holding.held);
-    holding.isUsed = false;
+    holding.isUsed = holding.isOver = !keys.Release(holding.held);
+    holding.period = kReleaseRetryPeriod;
+    holding.due = GetTickCount() + kReleaseRetryPeriod;
 }
 
 // A repeat that comes late is not made up for.
 void Holdings::RepeatHolding(Holding& holding, std::uint32_t now) {
+    if (holding.isOver) return EndHolding(holding);
     if (holding.scrollStep != 0) {
         ScrollBy(holding.scrollStep);
     } else {

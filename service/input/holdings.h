@@ -21,6 +21,7 @@ namespace kvn::service {
 // What is held for one control.
 struct Holding {
     bool isUsed = false;
+    bool isOver = false;  // it has ended, and Windows took no input: its release is tried again
     Ticket ticket = 0;
     HeldChord held{};
     std::int32_t scrollStep = 0;  // of a button that scrolls; else 0

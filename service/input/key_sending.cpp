@@ -30,15 +30,8 @@ constexpr std::array<ButtonRow, 5> kButtons{{
     {VK_XBUTTON2, MOUSEEVENTF_XDOWN, MOUSEEVENTF_XUP, XBUTTON2},
 }};
 
-// What is sent is about the physical button.
-WORD PhysicalButton(WORD button) {
-    if (GetSystemMetrics(SM_SWAPBUTTON) == 0) return button;
-    if (button == VK_LBUTTON) return VK_RBUTTON;
-    return button == VK_RBUTTON ? WORD{VK_LBUTTON} : button;
-}
-
 const ButtonRow& RowOf(WORD button) {
-    const auto row = std::ranges::find(kButtons, PhysicalButton(button), &ButtonRow::button);
+    const auto row = std::ranges::find(kButtons, button, &ButtonRow::button);
     return row == kButtons.end() ? kButtons.front() : *row;
 }
 
@@ -49,6 +42,12 @@ WORD ScanCodeOf(WORD key) {
 }
 
 }  // namespace
+
+WORD PhysicalButton(WORD button) {
+    if (GetSystemMetrics(SM_SWAPBUTTON) == 0) return button;
+    if (button == VK_LBUTTON) return VK_RBUTTON;
+    return button == VK_RBUTTON ? WORD{VK_LBUTTON} : button;
+}
 
 bool IsMouseButton(WORD key) {
     return std::ranges::find(kButtons, key, &ButtonRow::button) != kButtons.end();

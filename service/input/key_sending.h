@@ -1,5 +1,5 @@
 // The one place from which input is sent. Keys carry both their virtual key and the scan code of the keyboard layout of
-// the window in front; buttons are named as the user sees them, by VK_LBUTTON (the primary one) to VK_XBUTTON2.
+// the window in front.
 #pragma once
 
 #include <windows.h>
@@ -15,6 +15,7 @@ class InputBatch {
 public:
     void KeyDown(WORD key);
     void KeyUp(WORD key);
+    // VK_LBUTTON to VK_XBUTTON2, the physical ones.
     void ButtonDown(WORD button);
     void ButtonUp(WORD button);
     // Amounts as the wheel reports them: 120 is a notch.
@@ -33,6 +34,10 @@ private:
     std::size_t count = 0;
     bool areAllSent = true;
 };
+
+// The physical button that the user sees as this one: VK_LBUTTON is the primary one, which is the physical right one
+// while the buttons are swapped.
+WORD PhysicalButton(WORD button);
 
 // Whether the virtual key stands for a button of the mouse.
 bool IsMouseButton(WORD key);

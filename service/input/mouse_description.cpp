@@ -1,8 +1,9 @@
+#include "service/input/mouse_description.h"
+
 #include <algorithm>
 #include <bit>
-#include <cwctype>
-
-#include "service/input/attached_mice.h"
+#include <optional>
+#include <tuple>
 
 namespace kvn::service {
 namespace {
@@ -61,6 +62,14 @@ model::DeviceRecord DescribeMouse(const MouseFacts& facts, std::uint32_t pressed
     record.vid = ids.vid;
     record.pid = ids.pid;
     return record;
+}
+
+bool IsSameMouse(const model::DeviceRecord& left, const model::DeviceRecord& right) {
+    const auto tied = [](const model::DeviceRecord& record) {
+        return std::tie(record.hasTilt, record.buttonCount, record.vid, record.pid, record.mouseImage,
+                        record.mouseFlag);
+    };
+    return tied(left) == tied(right);
 }
 
 }  // namespace kvn::service

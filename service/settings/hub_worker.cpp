@@ -104,8 +104,14 @@ void SettingsHub::Worker::NoteSignal(HANDLE signal) {
     if (keyWatch && signal == keyWatch->Signal()) {
         keyWatch.emplace();
     } else {
-        folderWatch = FolderWatch(store.Folder());
+        WatchFolder();
     }
+}
+
+// A folder that was deleted stays until nobody holds it: so it is let go before it is opened again.
+void SettingsHub::Worker::WatchFolder() {
+    folderWatch = FolderWatch();
+    folderWatch = FolderWatch(store.Folder());
 }
 
 bool SettingsHub::Worker::IsMouseInUse() const {
@@ -164,7 +170,7 @@ void SettingsHub::Worker::ReadIfDue() {
 // The watches are renewed first: what changes during the reading is read again.
 void SettingsHub::Worker::Read() {
     keyWatch.emplace();
-    folderWatch = FolderWatch(store.Folder());
+    WatchFolder();
     const bool wasUnreadable = std::exchange(isFileUnreadable, !store.Read());
     isProfileStale = true;
     if (isFileUnreadable) schedule.NoteFailure(GetTickCount64());

@@ -40,6 +40,7 @@ private:
 
     void Wait();
     void NoteSignal(HANDLE signal);
+    void WatchFolder();
     DWORD WaitMilliseconds();
     std::optional<std::uint64_t> NextLook();
     bool IsMouseInUse() const;

@@ -28,16 +28,11 @@ std::wstring WithoutPrefix(const std::wstring& path) {
     return path.starts_with(kAnyPathPrefix) ? path.substr(kAnyPathPrefix.size()) : path;
 }
 
-// The path behind links; the path itself when the file cannot be opened.
-std::wstring BehindLinks(const std::wstring& path) {
-    const platform::UniqueFile file(CreateFileW(path.c_str(), FILE_READ_ATTRIBUTES,
-                                                FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                                OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
-    if (!file) return path;
+// The path of an open file behind all links; empty when Windows does not say.
+std::wstring FinalPath(HANDLE file) {
     std::wstring found(kLongestPath, L'\0');
-    const DWORD length = GetFinalPathNameByHandleW(file.Get(), found.data(), kLongestPath, VOLUME_NAME_DOS);
-    if (length == 0 || length >= kLongestPath) return path;
-    found.resize(length);
+    const DWORD length = GetFinalPathNameByHandleW(file, found.data(), kLongestPath, VOLUME_NAME_DOS);
+    found.resize(length < kLongestPath ? length : 0);
     return WithoutPrefix(found);
 }
 
@@ -83,7 +78,12 @@ DWORD ProcessOfWindow(HWND window) {
 }
 
 std::wstring ResolvedPath(const std::wstring& path) {
-    return WithLongNames(BehindLinks(path));
+    const platform::UniqueFile file(CreateFileW(path.c_str(), FILE_READ_ATTRIBUTES,
+                                                FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                                OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!file) return path;
+    const std::wstring found = FinalPath(file.Get());
+    return WithLongNames(found.empty() ? path : found);
 }
 
 bool IsSameText(const std::wstring& left, const std::wstring& right) {

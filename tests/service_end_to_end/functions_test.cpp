@@ -55,6 +55,7 @@ private:
             choice.functions[controls[index]] = AllFunctions()[(round + 7 * index) % AllFunctions().size()];
             choice.keys[controls[index]] = kChosenKeys;
         }
+        SCOPED_TRACE("round " + std::to_string(round));
         Use(choice, *recorder, witness);
         for (const ButtonSlot control : controls) Try(choice.functions[control], control);
     }
@@ -63,7 +64,7 @@ private:
         SCOPED_TRACE(Described(code, control));
         const Expectation expected = ExpectationOf(code, control);
         const std::size_t openedBefore = Opened().size();
-        if (IsTilt(control)) WaitForNextPush(control);
+        if (IsTilt(control)) std::this_thread::sleep_until(lastPush[control] + kPushEnds);
 
         hands.Press(control);
         const Lines atPress = Seen(recorder->Arrived(expected.atPress.size()), expected);
@@ -71,10 +72,12 @@ private:
         hands.Release(control);
         Lines atRelease = recorder->Arrived(expected.atRelease.size());
         if (!expected.opened.empty()) ExpectOpened(expected, openedBefore);
+        if (code == kGesture) WaitUntilTrailHasGone();
         const Lines later = recorder->ArrivedUntilNow();
         atRelease.insert(atRelease.end(), later.begin(), later.end());
         if (expected.maySendMore) std::erase(atRelease, expected.atPress.front());
         EXPECT_EQ(Seen(atRelease, expected), expected.atRelease) << "at the release";
+        lastPush[control] = Clock::now();
     }
 
     static Lines Seen(Lines lines, const Expectation& expected) {
@@ -88,11 +91,6 @@ private:
         ASSERT_EQ(opened.size(), openedBefore + 1);
         EXPECT_TRUE(opened.back().starts_with(expected.opened + ' ')) << opened.back();
         EXPECT_NE(opened.back().find(expected.argument), std::string::npos) << opened.back();
-    }
-
-    void WaitForNextPush(ButtonSlot control) {
-        std::this_thread::sleep_until(lastPush[control] + kPushEnds);
-        lastPush[control] = Clock::now();
     }
 
     const end_to_end::TemporaryText browser{HKEY_LOCAL_MACHINE, L"Software\\Classes\\http\\shell\\open\\command", L"",

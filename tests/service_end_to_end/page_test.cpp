@@ -1,4 +1,8 @@
 // Page and service together: what is chosen on the page happens when the mouse is pressed.
+#include <windows.h>
+
+#include <commctrl.h>
+
 #include "platform/service_protocol.h"
 #include "resources/resource.h"
 #include "tests/end_to_end/gesture_driver.h"
@@ -14,7 +18,6 @@ namespace kvn::service_end_to_end {
 namespace {
 
 using end_to_end::GestureEditor;
-using end_to_end::GestureList;
 using end_to_end::Sheet;
 using end_to_end::WaitFor;
 
@@ -34,6 +37,47 @@ protected:
         hands.BringToFront(sheet.Window());
         return sheet;
     }
+
+    void Click(POINT place) {
+        pen.MoveTo(place);
+        hands.Click(kLeft);
+    }
+
+    void Click(HWND control) { Click(end_to_end::MiddleOf(end_to_end::ScreenRectangle(control))); }
+
+    // With mouse and keyboard, as a user does.
+    void Choose(HWND combo, int function) {
+        Click(combo);
+        WaitFor("the open list", [&] { return SendMessageW(combo, CB_GETDROPPEDSTATE, 0, 0) != FALSE; });
+        hands.PressKey("Home");
+        WaitFor("the first entry", [&] { return SendMessageW(combo, CB_GETCURSEL, 0, 0) == 0; });
+        for (LRESULT entry = 0; SendMessageW(combo, CB_GETITEMDATA, static_cast<WPARAM>(entry), 0) != function;) {
+            hands.PressKey("Down");
+            ++entry;
+            WaitFor("the next entry", [&] { return SendMessageW(combo, CB_GETCURSEL, 0, 0) == entry; });
+        }
+        hands.PressKey("Return");
+        WaitFor("the closed list", [&] { return SendMessageW(combo, CB_GETDROPPEDSTATE, 0, 0) == FALSE; });
+    }
+
+    void Apply(const Sheet& sheet) {
+        WaitFor("a change to apply", [&] { return sheet.CanApply(); });
+        Click(sheet.Control(end_to_end::kApplyButton));
+        WaitFor("the end of applying", [&] { return !sheet.CanApply(); });
+    }
+
+    // Opens the editor of a new gesture.
+    GestureEditor AddGesture(const Sheet& sheet) {
+        RECT tab = end_to_end::ReadRectangle(sheet.Control(IDC_PAGE_TAB), TCM_GETITEMRECT, 1);
+        MapWindowPoints(sheet.Control(IDC_PAGE_TAB), nullptr, reinterpret_cast<POINT*>(&tab), 2);
+        Click(end_to_end::MiddleOf(tab));
+        const HWND add = GetDlgItem(sheet.GesturePane(), IDC_GESTURES_ADD);
+        WaitFor("the list of gestures", [&] { return IsWindowVisible(add) != FALSE; });
+        Click(add);
+        return GestureEditor(sheet.ProcessId());
+    }
+
+    Pen pen{hands};
 };
 
 const Lines kCopyLines{"sent down Ctrl", "sent down C [Ctrl]", "sent up C [Ctrl]", "sent up Ctrl"};
@@ -42,17 +86,17 @@ TEST_F(PageAndService, FunctionThatIsChosenOnThePageHappens) {
     StartService();
     Recorder& recorder = StartRecorder();
     const Sheet sheet = OpenSheet();
-    sheet.ChooseByMouse(IDC_PANE_BUTTON4, kCopy);
-    sheet.ChooseByMouse(IDC_PANE_TILT_LEFT, Function::kEnter);
-    sheet.Apply();
+    Choose(sheet.Control(IDC_PANE_BUTTON4), kCopy);
+    Choose(sheet.Control(IDC_PANE_TILT_LEFT), Function::kEnter);
+    Apply(sheet);
     recorder.ComeToFront();
     PressUntil(recorder, kBack, "sent up C [Ctrl]");
     hands.Press(kTiltLeft);
     ExpectAll(recorder, {"sent down Enter", "sent up Enter"});
 
     hands.BringToFront(sheet.Window());
-    sheet.ChooseByMouse(IDC_PANE_BUTTON4, kBackButton);
-    sheet.Close(IDOK);
+    Choose(sheet.Control(IDC_PANE_BUTTON4), kBackButton);
+    Apply(sheet);
     recorder.ComeToFront();
     PressUntil(recorder, kBack, "real back up");
 }
@@ -62,13 +106,11 @@ TEST_F(PageAndService, StrokeThatIsRecordedOnThePageActsOverAProgram) {
     Store({.functions = {{kWheel, kGesture}}});
     StartService();
     Recorder& recorder = StartRecorder();
-    Pen pen(hands);
     {
         const Sheet sheet = OpenSheet();
-        const GestureList list(sheet);
-        list.Click(IDC_GESTURES_ADD);
-        const GestureEditor editor(sheet.ProcessId());
-        editor.ClickStroke();
+        const GestureEditor editor = AddGesture(sheet);
+        Click(editor.Control(IDC_GESTURE_STROKE));
+        editor.ExpectStroke("Start");
         pen.MoveTo({60, 90});
         hands.Press(kWheel);
         WaitFor("the page's trail", [&] { return editor.Trail() != nullptr; });
@@ -76,9 +118,11 @@ TEST_F(PageAndService, StrokeThatIsRecordedOnThePageActsOverAProgram) {
         hands.Release(kWheel);
         editor.ExpectStroke("RD");
         WaitFor("the end of the page's trail", [&] { return editor.Trail() == nullptr; });
-        editor.ChooseFunction(kCopy);
-        editor.CloseWith(IDOK);
-        sheet.Close(IDOK);
+        hands.BringToFront(editor.Window());
+        Choose(editor.Control(IDC_GESTURE_FUNCTION), kCopy);
+        Click(editor.Control(IDOK));
+        editor.WaitUntilClosed();
+        Apply(sheet);
     }
     recorder.ComeToFront();
     recorder.Forget();
@@ -97,24 +141,20 @@ TEST_F(PageAndService, GesturesRestWhileTheEditorIsOpen) {
     StartService();
     Recorder& recorder = StartRecorder();
     const Sheet sheet = OpenSheet();
-    {
-        const GestureList list(sheet);
-        list.Click(IDC_GESTURES_ADD);
-        const GestureEditor editor(sheet.ProcessId());
-        recorder.ComeToFront();
-        recorder.Forget();
-        hands.MoveTo({60, 90});
-        hands.Press(kWheel);
-        for (int x = 60; x <= 240; x += 60) {
-            hands.MoveTo({x, 90});
-            Sleep(120);  // the service looks ten times a second
-        }
-        hands.Release(kWheel);
-        ExpectAll(recorder, {});
-        hands.BringToFront(editor.Window());
-        editor.CloseWith(IDCANCEL);
+    const GestureEditor editor = AddGesture(sheet);
+    recorder.ComeToFront();
+    recorder.Forget();
+    pen.MoveTo({60, 90});
+    hands.Press(kWheel);
+    for (int x = 60; x <= 240; x += 60) {
+        pen.MoveTo({x, 90});
+        Sleep(120);  // the service looks ten times a second
     }
-    sheet.Close(IDCANCEL);
+    hands.Release(kWheel);
+    ExpectAll(recorder, {});
+    hands.BringToFront(editor.Window());
+    Click(editor.Control(IDCANCEL));
+    editor.WaitUntilClosed();
     recorder.ComeToFront();
     hands.Click(kWheel);
     ExpectAll(recorder, {"sent wheel down", "sent wheel up"});

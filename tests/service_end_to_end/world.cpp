@@ -10,6 +10,7 @@
 #include "tests/end_to_end/stored_state.h"
 #include "tests/end_to_end/text.h"
 #include "tests/end_to_end/waiting.h"
+#include "tests/end_to_end/windows_of_process.h"
 #include "tests/service_end_to_end/opened_program.h"
 
 namespace kvn::service_end_to_end {
@@ -185,6 +186,11 @@ void ServiceTest::WaitForService() {
                                    &answer) != 0 &&
                answer != 0;
     });
+}
+
+void ServiceTest::WaitUntilTrailHasGone() {
+    const auto isShown = [](HWND window) { return IsWindowVisible(window) != FALSE; };
+    WaitFor("the end of the trail", [&] { return end_to_end::FindTopLevel(ServiceProcess(), isShown) == nullptr; });
 }
 
 void ServiceTest::StartService(std::vector<std::wstring> options) {

@@ -71,6 +71,8 @@ protected:
     static HWND ServiceWindow();
     static DWORD ServiceProcess();
     static void WaitForService();
+    // A click that the display hands to a trail that goes just then would be lost.
+    static void WaitUntilTrailHasGone();
     // Of the service's log, each with its fields joined by blanks, without the time.
     Lines LogLines() const;
 

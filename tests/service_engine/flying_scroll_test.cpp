@@ -106,6 +106,14 @@ TEST_F(FlyingScrollTest, OneLongFlickIsOne) {
     EXPECT_EQ(Done(), "");
 }
 
+TEST_F(FlyingScrollTest, ItFliesFromTheSixthNotchOfAFlickOrNotAtAll) {
+    TurnOn(2);
+    Turn(7);
+    TurnOn(1);
+    Turn(20);
+    EXPECT_EQ(Done(), "");
+}
+
 TEST_F(FlyingScrollTest, NotchesBetweenTwoFlicksDoNotPartThem) {
     TurnOn(2);
     Turn(6);

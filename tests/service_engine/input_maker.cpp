@@ -17,22 +17,25 @@ constexpr std::array<std::int64_t, 16> kGaps{0, 1, 5, 10, 20, 30, 59, 60, 61, 10
 constexpr std::array<std::int64_t, 4> kLongGaps{499, 500, 3025, 0x3000'0000};
 constexpr std::array<std::int64_t, 8> kTurnGaps{1, 5, 10, 30, 31, 59, 60, 299};
 constexpr std::array<std::int32_t, 10> kDeltas{120, 120, 120, 30, 40, 1, 119, 240, 720, 0};
-constexpr std::array<std::int32_t, 9> kSteps{0, 10, 49, 50, 51, 60, 100, 200, 1000};
+constexpr std::array<std::int32_t, 9> kSteps{0, 10, 49, 50, 51, 60, 60, 100, 1000};
 constexpr std::array<model::FunctionCode, 20> kFunctions{0,  1,  1,  2,  3,  4,  9,  10, 16, 19,
                                                          30, 33, 34, 36, 36, 36, 37, 37, 38, 46};
 constexpr std::array<model::KeyCode, 6> kKeyCodes{model::kNoKey, model::kPromptKey, 7, 'A', 162, 1000};
 
 constexpr std::uint32_t kButtonCountOfMouse = 5;
+constexpr std::uint32_t kMostGestures = 12;
 
 }  // namespace
 
 InputMaker::InputMaker(Chooser numbers) : choose(std::move(numbers)), now(Pick(choose, kBeginnings)) {
-    settings.gestureCount = 0;
+    ChangeGestures();
+    for (model::FunctionCode& function : settings.functions.items) function = AnyFunction();
 }
 
 EngineInput InputMaker::Next() {
     PassTime();
-    return turnsLeft > 0 && !OneIn(12) ? NextOfBurst() : Fresh();
+    if (!std::exchange(hasBegun, true)) return Settings();
+    return turnsLeft > 0 && !OneIn(7) ? NextOfBurst() : Fresh();
 }
 
 void InputMaker::PassTime() {
@@ -45,19 +48,24 @@ void InputMaker::PassTime() {
 
 EngineInput InputMaker::NextOfBurst() {
     --turnsLeft;
-    EngineInput input = lastTurn;
-    input.time = now;
-    return input;
+    lastTurn.time = now;
+    if (lastTurn.kind != InputKind::Tick) return lastTurn;
+    if (turnsLeft == 0) return ReleaseOf(drawing);
+    cursor.x += stride.x;
+    cursor.y += stride.y;
+    if (OneIn(3)) Turn();
+    lastTurn.cursor = cursor;
+    return lastTurn;
 }
 
 EngineInput InputMaker::Fresh() {
     const std::uint32_t what = choose(100);
-    if (what < 22) return Press();
-    if (what < 42) return Release();
-    if (what < 50) return Tilt();
-    if (what < 60) return Wheel();
-    if (what < 74) return Tick();
-    if (what < 76) return Move();
+    if (what < 26) return Press();
+    if (what < 46) return Release();
+    if (what < 54) return Tilt();
+    if (what < 66) return Wheel();
+    if (what < 68) return Tick();
+    if (what < 70) return Move();
     if (what < 86) return Settings();
     if (what < 88) return Switch(InputKind::Pause);
     if (what < 90) return Switch(InputKind::Overload);
@@ -81,21 +89,45 @@ model::ButtonSlot InputMaker::AnyButton() {
     return static_cast<model::ButtonSlot>(choose(kButtonCountOfMouse));
 }
 
+// Often the one that was used last, so that settings change while it is held.
+model::ButtonSlot InputMaker::AnyControl() {
+    return OneIn(2) ? lastUsed : static_cast<model::ButtonSlot>(choose(model::kButtonSlotCount));
+}
+
 EngineInput InputMaker::Press() {
     EngineInput input = MouseInput(MouseEventKind::Press);
-    input.mouse.control = AnyButton();
+    input.mouse.control = lastUsed = AnyButton();
     down |= 1U << static_cast<std::uint32_t>(input.mouse.control);
+    if (OneIn(2)) Draw(input.mouse.control);
+    return input;
+}
+
+void InputMaker::Draw(model::ButtonSlot button) {
+    drawing = button;
+    lastTurn = Bare(InputKind::Tick);
+    turnsLeft = 2 + static_cast<int>(choose(5));
+    turnGap = 100;
+    Turn();
+}
+
+// Strokes are drawn along the axes.
+void InputMaker::Turn() {
+    const std::int32_t step = Pick(choose, kSteps) * (OneIn(2) ? -1 : 1);
+    stride = OneIn(2) ? model::ScreenPoint{step, 0} : model::ScreenPoint{0, step};
+}
+
+EngineInput InputMaker::ReleaseOf(model::ButtonSlot button) {
+    EngineInput input = MouseInput(MouseEventKind::Release);
+    input.mouse.control = button;
+    down &= ~(1U << static_cast<std::uint32_t>(button));
     return input;
 }
 
 // Mostly of what is down.
 EngineInput InputMaker::Release() {
-    EngineInput input = MouseInput(MouseEventKind::Release);
     std::uint32_t button = choose(kButtonCountOfMouse);
     for (int tries = 0; tries < 4 && (down & (1U << button)) == 0; ++tries) button = (button + 1) % kButtonCountOfMouse;
-    input.mouse.control = static_cast<model::ButtonSlot>(button);
-    down &= ~(1U << button);
-    return input;
+    return ReleaseOf(static_cast<model::ButtonSlot>(button));
 }
 
 EngineInput InputMaker::Tilt() {
@@ -103,7 +135,8 @@ EngineInput InputMaker::Tilt() {
     input.mouse.delta = Pick(choose, kDeltas) * (OneIn(2) ? -1 : 1);
     if (OneIn(100)) input.mouse.delta *= 100'000;
     lastTurn = input;
-    turnsLeft = static_cast<int>(choose(5));
+    lastUsed = input.mouse.delta < 0 ? model::ButtonSlot::TiltLeft : model::ButtonSlot::TiltRight;
+    turnsLeft = static_cast<int>(choose(7));
     turnGap = Pick(choose, kTurnGaps);
     return input;
 }
@@ -137,10 +170,10 @@ EngineInput InputMaker::Bare(InputKind kind) {
     return input;
 }
 
-// Off twice as often as on.
+// Mostly off: while it is paused or overloaded little happens.
 EngineInput InputMaker::Switch(InputKind kind) {
     EngineInput input = Bare(kind);
-    input.isOn = OneIn(3);
+    input.isOn = OneIn(5);
     return input;
 }
 
@@ -185,18 +218,18 @@ void InputMaker::ChangeSettings() {
     if (what < 5) return;
     const std::uint32_t changes = what == 5 ? 5 : 1;
     for (std::uint32_t change = 0; change < changes; ++change) {
-        const auto control = static_cast<model::ButtonSlot>(choose(model::kButtonSlotCount));
+        const model::ButtonSlot control = AnyControl();
         settings.functions[control] = AnyFunction();
         settings.keys[control] = AnyKeys();
     }
 }
 
 void InputMaker::ChangeGestures() {
-    settings.gestureCount = OneIn(50) ? 0xFFFF'FFFF : choose(12);
-    for (std::uint32_t index = 0; index < settings.gestureCount && index < 12; ++index) {
+    settings.gestureCount = OneIn(50) ? 0xFFFF'FFFF : choose(kMostGestures + 1);
+    for (std::uint32_t index = 0; index < settings.gestureCount && index < kMostGestures; ++index) {
         EngineGesture& gesture = settings.gestures[index];
         gesture = {};
-        const std::uint32_t letters = choose(model::kMaxStrokeLength + 1);
+        const std::uint32_t letters = !OneIn(4) ? 1 : choose(model::kMaxStrokeLength + 1);
         for (std::uint32_t letter = 0; letter < letters; ++letter) {
             gesture.stroke[letter] = static_cast<model::StrokeDirection>(1 + choose(4));
         }

@@ -25,6 +25,9 @@ private:
     EngineInput MouseInput(MouseEventKind kind);
     EngineInput Press();
     EngineInput Release();
+    EngineInput ReleaseOf(model::ButtonSlot button);
+    void Draw(model::ButtonSlot button);
+    void Turn();
     EngineInput Tilt();
     EngineInput Wheel();
     EngineInput Move();
@@ -40,12 +43,17 @@ private:
     model::FunctionCode AnyFunction();
     model::EtcKey AnyKeys();
     model::ButtonSlot AnyButton();
+    model::ButtonSlot AnyControl();
     bool OneIn(std::uint32_t count) { return choose(count) == 0; }
 
     Chooser choose;
+    bool hasBegun = false;
     std::int64_t now;
     std::uint32_t down = 0;  // as seen by whoever presses
-    EngineInput lastTurn;    // of the wheel or of a tilt
+    model::ButtonSlot lastUsed = model::ButtonSlot::Left;
+    EngineInput lastTurn;  // of the wheel or of a tilt, or the tick of a stroke
+    model::ButtonSlot drawing = model::ButtonSlot::Left;
+    model::ScreenPoint stride;  // of the stroke
     int turnsLeft = 0;
     std::int64_t turnGap = 0;
     model::ScreenPoint cursor;

@@ -35,6 +35,13 @@ void PerformerTest::Take(const service::Order& order) {
     performer->Take(orders);
 }
 
+void PerformerTest::Take(service::OrderKind kind, std::int32_t amount) {
+    service::Order order;
+    order.kind = kind;
+    order.amount = amount;
+    Take(order);
+}
+
 void PerformerTest::Begin(service::Ticket ticket, model::FunctionCode function, const model::EtcKey& keys) {
     service::Order order;
     order.kind = service::OrderKind::Begin;

@@ -19,6 +19,7 @@ protected:
     ~PerformerTest() override;
 
     void Take(const service::Order& order);
+    void Take(service::OrderKind kind, std::int32_t amount = 0);
     // A function begins and gets this ticket; it ends; it is carried out once.
     void Begin(service::Ticket ticket, model::FunctionCode function, const model::EtcKey& keys = {});
     void End(service::Ticket ticket);

@@ -124,8 +124,8 @@ TEST_F(FolderWatchTest, ReportsAFolderThatIsMadeFromNothing) {
     EXPECT_TRUE(Reports(watch));
 }
 
-TEST_F(FolderWatchTest, ReportsAFolderThatGoes) {
-    MakeFolder();
+TEST_F(FolderWatchTest, ReportsAFolderThatGoesWithItsFiles) {
+    kvn::test::WriteFileText(Folder() + L"file.xml", "");
     const FolderWatch watch(Folder());
     std::filesystem::remove_all(Folder());
     EXPECT_TRUE(Reports(watch));

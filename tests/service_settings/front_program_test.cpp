@@ -4,7 +4,7 @@
 
 #include "service/settings/program_path.h"
 #include "tests/service_settings/shown_program.h"
-#include "tests/support/waiting.h"
+#include "tests/support/replaced_import.h"
 
 namespace kvn::service {
 namespace {
@@ -64,6 +64,19 @@ TEST_F(FrontProgramTest, TheServicesOwnWindowsDoNotCount) {
     EXPECT_FALSE(change.isOtherWindow || change.isOtherProgram);
     EXPECT_TRUE(IsInFront(editor));
     DestroyWindow(own);
+}
+
+TEST_F(FrontProgramTest, APathThatIsRefusedIsNoProgram) {
+    const ShownProgram first(editor);
+    const ShownProgram second(player);
+    first.BringToFront();
+    front.Look();
+    const kvn::test::ReplacedImport<"OpenProcess", decltype(OpenProcess)> refused(
+        GetModuleHandleW(nullptr), [](DWORD, BOOL, DWORD) -> HANDLE { return nullptr; });
+    ASSERT_TRUE(refused.IsInPlace());
+    second.BringToFront();
+    EXPECT_TRUE(front.Look().isOtherProgram);
+    EXPECT_EQ(front.Program(), L"");
 }
 
 TEST_F(FrontProgramTest, AStoreAppMayAppearInItsFrameLater) {

@@ -88,17 +88,6 @@ TEST_F(ProgramPath, MayBeAnything) {
     }
 }
 
-TEST_F(ProgramPath, OfAnEntryIsLookedUpAgainOnceForgotten) {
-    const std::wstring entry = folder.Path() + L"\\sub\\..\\A rather long name.exe";
-    ProgramComparison comparison;
-    comparison.SetProgram(program);
-    const bool before = comparison.IsProgram(entry);
-    fs::create_directories(folder.Path() + L"\\sub");
-    comparison.Forget();
-    EXPECT_TRUE(comparison.IsProgram(entry));
-    static_cast<void>(before);
-}
-
 TEST_F(ProgramPath, OfAStoreAppIsNotThatOfItsFrame) {
     const std::wstring app = folder.Copy(L"app.exe");
     const kvn::test::ShownProgram frame(program, L"ApplicationFrameWindow");

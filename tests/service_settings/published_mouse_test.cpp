@@ -4,8 +4,13 @@
 
 #include <windows.h>
 
+#include <set>
+#include <string>
+#include <vector>
+
 #include "model/registry_records.h"
 #include "tests/support/mouse_on_registry.h"
+#include "tests/support/replaced_import.h"
 #include "tests/support/sandboxed_user.h"
 
 namespace kvn::service {
@@ -13,6 +18,42 @@ namespace {
 
 using kvn::test::StoredNumber;
 using kvn::test::StoredValue;
+
+template <typename Function>
+Function* Original(const char* name) {
+    return reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"advapi32"), name)));
+}
+
+// What this program deletes and writes, call by call.
+class RegistryCalls {
+public:
+    void FailToWrite(const std::wstring& value) { failing = value; }
+    const std::vector<std::wstring>& Deleted() const { return deletedValues; }
+    const std::vector<std::wstring>& Written() const { return writtenValues; }
+    const std::vector<std::wstring>& All() const { return allValues; }
+
+private:
+    LSTATUS Delete(HKEY key, const wchar_t* name) {
+        deletedValues.emplace_back(name);
+        allValues.emplace_back(name);
+        return Original<decltype(RegDeleteValueW)>("RegDeleteValueW")(key, name);
+    }
+    LSTATUS Write(HKEY key, const wchar_t* name, DWORD reserved, DWORD type, const BYTE* data, DWORD size) {
+        writtenValues.emplace_back(name);
+        allValues.emplace_back(name);
+        if (failing == name) return ERROR_ACCESS_DENIED;
+        return Original<decltype(RegSetValueExW)>("RegSetValueExW")(key, name, reserved, type, data, size);
+    }
+
+    std::wstring failing;
+    std::vector<std::wstring> deletedValues;
+    std::vector<std::wstring> writtenValues;
+    std::vector<std::wstring> allValues;
+    kvn::test::ReplacedImport<"RegDeleteValueW", decltype(RegDeleteValueW)> deletions{
+        GetModuleHandleW(nullptr), [this](auto... arguments) { return Delete(arguments...); }};
+    kvn::test::ReplacedImport<"RegSetValueExW", decltype(RegSetValueExW)> writes{
+        GetModuleHandleW(nullptr), [this](auto... arguments) { return Write(arguments...); }};
+};
 
 class PublishedMouse : public testing::Test {
 protected:
@@ -58,37 +99,25 @@ TEST_F(PublishedMouse, HasAPictureNameThatThePageCanRead) {
     EXPECT_EQ(read->mouseImage, std::wstring(model::kMaxMouseImageLength, L'x'));
 }
 
-// The values go first, and the ids come last: whoever reads in their order finds the others once the ids are there.
-TEST_F(PublishedMouse, ComesWithItsIdsLast) {
+TEST_F(PublishedMouse, LosesAllOldValuesBeforeItsIdsComeLast) {
+    const RegistryCalls calls;
     ASSERT_TRUE(PublishMouse(mouse));
-    HKEY key = nullptr;
-    ASSERT_EQ(RegOpenKeyExW(HKEY_CURRENT_USER, kvn::test::kMouseKey, 0, KEY_NOTIFY | KEY_QUERY_VALUE, &key),
-              ERROR_SUCCESS);
-    struct Publisher {
-        static DWORD WINAPI Run(void* record) {
-            for (int time = 0; time < 200; ++time) PublishMouse(*static_cast<const model::DeviceRecord*>(record));
-            return 0;
-        }
-    };
-    model::DeviceRecord copy = mouse;
-    const HANDLE thread = CreateThread(nullptr, 0, Publisher::Run, &copy, 0, nullptr);
-    const auto isThere = [key](const wchar_t* name) {
-        return RegQueryValueExW(key, name, nullptr, nullptr, nullptr, nullptr) == ERROR_SUCCESS;
-    };
-    // In the order opposite to that of their writing: one that is there while the next one is missing was written
-    // before it, or deleted after it.
-    int seenWithoutIds = 0;
-    while (WaitForSingleObject(thread, 0) == WAIT_TIMEOUT) {
-        if (!isThere(L"PID") && isThere(L"MouseFlag")) ++seenWithoutIds;
+    const std::vector<std::wstring> values{L"HasTilt", L"ButtonCount", L"MouseImage", L"MouseFlag", L"VID", L"PID"};
+    ASSERT_EQ(calls.Deleted().size() + calls.Written().size(), calls.All().size());
+    EXPECT_EQ(std::set(calls.Deleted().begin(), calls.Deleted().end()), std::set(values.begin(), values.end()));
+    EXPECT_EQ(calls.Written(), values);
+    EXPECT_EQ(calls.All().at(values.size()), L"HasTilt");
+}
+
+TEST_F(PublishedMouse, IsNotPublishedWhenAValueCannotBeWritten) {
+    RegistryCalls calls;
+    for (const wchar_t* value : {L"HasTilt", L"ButtonCount", L"MouseImage", L"MouseFlag", L"VID", L"PID"}) {
+        calls.FailToWrite(value);
+        EXPECT_FALSE(PublishMouse(mouse)) << testing::PrintToString(value);
     }
-    CloseHandle(thread);
-    RegCloseKey(key);
-    EXPECT_GT(seenWithoutIds, 0);
 }
 
 TEST_F(PublishedMouse, IsNotPublishedWhereTheKeyCannotBeMade) {
-    kvn::test::SandboxedUser another;
-    // A value's key cannot be made below a key that was deleted.
     HKEY gone = nullptr;
     ASSERT_EQ(RegCreateKeyExW(HKEY_CURRENT_USER, L"Gone", 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &gone, nullptr),
               ERROR_SUCCESS);

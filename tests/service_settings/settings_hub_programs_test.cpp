@@ -5,6 +5,7 @@
 
 #include "tests/service_settings/hub_fixture.h"
 #include "tests/service_settings/shown_program.h"
+#include "tests/support/replaced_import.h"
 
 namespace kvn::service {
 namespace {
@@ -84,6 +85,15 @@ TEST_F(SettingsHubPrograms, AFileThatChangesCountsForTheProgramInFront) {
     WriteFile({ProfileText("Default"), ProfileText("New", {{"Application", Program(editorPath)}})});
     ASSERT_TRUE(BecomesInForce(L"New"));
     DeleteFileW(FilePath().c_str());
+    EXPECT_TRUE(BecomesInForce(L"Default"));
+}
+
+TEST_F(SettingsHubPrograms, AProgramThatKeepsItsPathSecretHasTheSelectedProfile) {
+    BringToFront(editor);
+    ASSERT_TRUE(BecomesInForce(L"Edit"));
+    const kvn::test::ReplacedImport<"OpenProcess", decltype(OpenProcess)> refused(
+        GetModuleHandleW(nullptr), [](DWORD, BOOL, DWORD) -> HANDLE { return nullptr; });
+    BringToFront(player);
     EXPECT_TRUE(BecomesInForce(L"Default"));
 }
 

@@ -53,7 +53,9 @@ TEST_F(SettingsHubReading, FollowsAFileWhoseFolderGoesAndComesBack) {
     WriteFile({ProfileText("Default", {{"lbutton", "5"}})});
     StartReadHub();
     for (const int code : {6, 7}) {
-        std::filesystem::remove_all(User().ApplicationData() + L"\\KORVEN");
+        std::filesystem::remove_all(User().SettingsFolder());
+        // It goes once the hub has noticed, and lets go of it.
+        ASSERT_TRUE(ComesTrue([this] { return !kvn::test::FileExists(User().SettingsFolder()); }));
         ASSERT_TRUE(LeftFunctionBecomes(1));
         WriteFile({ProfileText("Default", {{"lbutton", std::to_string(code)}})});
         ASSERT_TRUE(LeftFunctionBecomes(code));

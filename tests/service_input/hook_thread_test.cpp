@@ -1,0 +1,74 @@
+#include "service/input/hook_thread.h"
+
+#include "service/input/key_sending.h"
+#include "tests/service_input/performer_fixture.h"
+#include "tests/support/waiting.h"
+
+namespace kvn::test {
+namespace {
+
+using model::ButtonSlot;
+
+constexpr model::FunctionCode kNothing = 38;
+
+class HookThreadTest : public PerformerTest {
+protected:
+    HookThreadTest() {
+        settings.functions[ButtonSlot::Center] = kNothing;
+        hook.Use(settings);
+        EXPECT_TRUE(hook.Start());
+    }
+
+    static void ClickTheWheel() {
+        service::InputBatch batch;
+        batch.ButtonDown(VK_MBUTTON);
+        batch.ButtonUp(VK_MBUTTON);
+        batch.Send();
+    }
+
+    service::EngineSettings settings;
+    service::MouseActivity activity;
+    service::HookThread hook{*performer, activity};
+};
+
+TEST_F(HookThreadTest, InputOfAnotherProgramPassesAndShowsThatTheHookLives) {
+    EXPECT_TRUE(hook.IsInstalled());
+    ClickTheWheel();
+    EXPECT_EQ(recorder.Await("+Middle -Middle"), "+Middle -Middle");
+    EXPECT_NE(hook.LastPress(), 0U);
+    EXPECT_EQ(hook.PressCount(), 0U);
+}
+
+TEST_F(HookThreadTest, CommandsTakeEffectWithoutAnyEventOfTheMouse) {
+    hook.GestureEditBegin();
+    EXPECT_TRUE(ComesTrue([&] { return hook.IsGestureEdited(); }));
+    hook.GestureEditEnd();
+    EXPECT_TRUE(ComesTrue([&] { return !hook.IsGestureEdited(); }));
+    hook.GestureEditBegin();
+    hook.GestureEditBegin();
+    hook.GestureEditForgotten();
+    EXPECT_TRUE(ComesTrue([&] { return !hook.IsGestureEdited(); }));
+}
+
+TEST_F(HookThreadTest, ManyCommandsAtOnceAllArriveInTheirOrder) {
+    for (int round = 0; round < 1000; ++round) {
+        hook.Use(settings);
+        hook.GestureEditBegin();
+        hook.Pause(round % 2 == 0);
+        hook.GestureEditEnd();
+    }
+    EXPECT_TRUE(ComesTrue([&] { return !hook.IsGestureEdited(); }));
+    EXPECT_TRUE(hook.IsInstalled());
+}
+
+TEST_F(HookThreadTest, AHookThatIsInstalledAgainSeesTheMouse) {
+    hook.Reinstall();
+    hook.GestureEditBegin();  // shows that the command before it is done
+    EXPECT_TRUE(ComesTrue([&] { return hook.IsGestureEdited(); }));
+    EXPECT_TRUE(hook.IsInstalled());
+    ClickTheWheel();
+    EXPECT_TRUE(ComesTrue([&] { return hook.LastPress() != 0; }));
+}
+
+}  // namespace
+}  // namespace kvn::test

@@ -1,0 +1,208 @@
+#include "service/input/performer.h"
+
+#include <atomic>
+#include <chrono>
+
+#include "tests/service_input/performer_fixture.h"
+#include "tests/support/replaced_import.h"
+#include "tests/support/waiting.h"
+
+namespace kvn::test {
+namespace {
+
+using service::Order;
+using service::OrderKind;
+
+constexpr model::FunctionCode kLeftButton = 1, kButton4 = 3, kSwitchPrograms = 5, kMiddleButton = 9, kCopy = 10,
+                              kEnter = 16, kShift = 19, kDoubleClick = 30, kScrollLeft = 33, kChosenKeys = 37;
+
+TEST_F(PerformerTest, KeysGoDownInTheirOrderAndUpInTheOppositeOne) {
+    Begin(1, kChosenKeys, {{VK_LCONTROL, VK_LSHIFT, 'A'}});
+    EXPECT_EQ(recorder.Await("+Ctrl +Shift +A"), "+Ctrl +Shift +A");
+    End(1);
+    EXPECT_EQ(recorder.Await("+Ctrl +Shift +A -A -Shift -Ctrl"), "+Ctrl +Shift +A -A -Shift -Ctrl");
+    EXPECT_TRUE(ComesTrue([&] { return IsListEmpty(); }));
+}
+
+TEST_F(PerformerTest, UnknownKeysAreLeftOut) {
+    Act(kChosenKeys, {{1000, 'A', model::kNoKey}});
+    EXPECT_EQ(recorder.Await("+A -A"), "+A -A");
+}
+
+TEST_F(PerformerTest, WhatIsHeldIsInTheList) {
+    Begin(1, kMiddleButton);
+    Begin(2, kShift);
+    EXPECT_EQ(recorder.Await("+Middle +Shift"), "+Middle +Shift");
+    EXPECT_EQ(held.counts[VK_MBUTTON], 1);
+    EXPECT_EQ(held.counts[VK_LSHIFT], 1);
+    End(1);
+    End(2);
+    EXPECT_EQ(recorder.Await("+Middle +Shift -Middle -Shift"), "+Middle +Shift -Middle -Shift");
+    EXPECT_TRUE(ComesTrue([&] { return IsListEmpty(); }));
+}
+
+TEST_F(PerformerTest, AButtonOfTwoControlsGoesUpWithTheLast) {
+    Begin(1, kLeftButton);
+    Begin(2, kLeftButton);
+    AwaitDone(2);
+    End(1);
+    Act(kCopy);  // comes after the first end had its chance
+    AwaitDone(3);
+    Await("the first end", [&] { return held.counts[VK_LBUTTON] == 1; });
+    EXPECT_EQ(recorder.Await("+Left +Ctrl +C -C -Ctrl"), "+Left +Ctrl +C -C -Ctrl");
+    End(2);
+    EXPECT_EQ(recorder.Await("+Left +Ctrl +C -C -Ctrl -Left"), "+Left +Ctrl +C -C -Ctrl -Left");
+}
+
+TEST_F(PerformerTest, AnEndThatOvertakesItsBeginningMakesAPressAndARelease) {
+    End(7);
+    Begin(7, kShift);
+    EXPECT_EQ(recorder.Await("+Shift -Shift"), "+Shift -Shift");
+    EXPECT_TRUE(ComesTrue([&] { return IsListEmpty(); }));
+}
+
+TEST_F(PerformerTest, AnEndDoesNotWaitForAWorkerThatHangs) {
+    Begin(1, kShift);
+    AwaitDone(1);
+    ResetEvent(mayGoOn);
+    Act(kCopy);
+    AwaitDone(2);
+    End(1);
+    EXPECT_EQ(recorder.Await("+Shift -Shift +Ctrl +C -C -Ctrl +Shift -Shift"),
+              "+Shift -Shift +Ctrl +C -C -Ctrl +Shift -Shift");
+}
+
+TEST_F(PerformerTest, WhatWasHeldAndReleasedWhileTheWorkerHungIsPressedAndReleased) {
+    ResetEvent(mayGoOn);
+    Act(kCopy);
+    AwaitDone(1);
+    Begin(1, kEnter);
+    End(1);
+    SetEvent(mayGoOn);
+    EXPECT_EQ(recorder.Await("+Ctrl +C -C -Ctrl +Enter -Enter"), "+Ctrl +C -C -Ctrl +Enter -Enter");
+    EXPECT_TRUE(ComesTrue([&] { return IsListEmpty(); }));
+}
+
+TEST_F(PerformerTest, AWorkerThatHangsLeavesNoRoomAfterAWhile) {
+    EXPECT_TRUE(performer->HasRoom());
+    ResetEvent(mayGoOn);
+    Act(kCopy);
+    for (int order = 0; order < 100 && performer->HasRoom(); ++order) Act(kEnter);
+    EXPECT_FALSE(performer->HasRoom());
+    SetEvent(mayGoOn);
+    EXPECT_TRUE(ComesTrue([&] { return performer->HasRoom(); }));
+}
+
+TEST_F(PerformerTest, AltStaysDownWhileProgramsAreSwitched) {
+    Begin(1, kSwitchPrograms);
+    EXPECT_EQ(recorder.Await("+Alt +Tab -Tab"), "+Alt +Tab -Tab");
+    End(1);
+    EXPECT_EQ(recorder.Await("+Alt +Tab -Tab -Alt"), "+Alt +Tab -Tab -Alt");
+}
+
+TEST_F(PerformerTest, ADoubleClickIsTwoClicks) {
+    Act(kDoubleClick);
+    EXPECT_EQ(recorder.Await("+Left -Left +Left -Left"), "+Left -Left +Left -Left");
+}
+
+TEST_F(PerformerTest, AHeldFunctionThatActsIsPressedAndReleased) {
+    Act(kButton4);
+    EXPECT_EQ(recorder.Await("+X1 -X1"), "+X1 -X1");
+    EXPECT_TRUE(ComesTrue([&] { return IsListEmpty(); }));
+}
+
+TEST_F(PerformerTest, AScrollIsSentAsLargeAsItIs) {
+    Take(OrderKind::Scroll, -60);
+    EXPECT_EQ(recorder.Await("HWheel-60"), "HWheel-60");
+}
+
+TEST_F(PerformerTest, AScrollThatActsIsOneStepOfTheSpeed) {
+    Order order;
+    order.kind = OrderKind::Act;
+    order.function = kScrollLeft;
+    order.horizontalSpeed = 8;
+    Take(order);
+    EXPECT_EQ(recorder.Await("HWheel-240"), "HWheel-240");
+}
+
+TEST_F(PerformerTest, EveryFunctionThatIsCarriedOutCounts) {
+    Act(kCopy);
+    Begin(1, kShift);
+    End(1);
+    Take(OrderKind::Note);
+    AwaitDone(3);
+    EXPECT_EQ(performer->ActionCount(), 2U);
+}
+
+TEST_F(PerformerTest, TheReportSaysWhatWasDone) {
+    Act(kCopy);
+    Act(kChosenKeys, {{VK_LCONTROL, 'V', model::kNoKey}});
+    Begin(1, kLeftButton);
+    End(1);
+    AwaitDone(3);
+    EXPECT_EQ(Done(), (std::vector<std::wstring>{L"Ctrl+C", L"Left Ctrl+V", L"left button"}));
+}
+
+TEST_F(PerformerTest, AReleaseThatWindowsDoesNotTakeIsTriedAgain) {
+    Begin(1, kShift);
+    EXPECT_EQ(recorder.Await("+Shift"), "+Shift");
+    {
+        std::atomic<int> refusals = 0;
+        const ReplacedImport<"SendInput", UINT(UINT, LPINPUT, int)> locked(GetModuleHandleW(nullptr),
+                                                                           [&](UINT, LPINPUT, int) {
+                                                                               ++refusals;
+                                                                               return 0U;
+                                                                           });
+        ASSERT_TRUE(locked.IsInPlace());
+        End(1);
+        EXPECT_TRUE(ComesTrue([&] { return refusals >= 2; }));
+        EXPECT_EQ(held.counts[VK_LSHIFT], 1);
+    }
+    EXPECT_EQ(recorder.Await("+Shift -Shift"), "+Shift -Shift");
+    EXPECT_TRUE(ComesTrue([&] { return IsListEmpty(); }));
+}
+
+// Wine sends the named button whatever is swapped, so what is asked of Windows is looked at.
+TEST_F(PerformerTest, WithSwappedButtonsTheLeftOneIsThePhysicalRightOneUntilItsRelease) {
+    std::mutex flagsLock;
+    std::vector<DWORD> flags;
+    const ReplacedImport<"SendInput", UINT(UINT, LPINPUT, int)> watched(
+        GetModuleHandleW(nullptr), [&](UINT count, LPINPUT inputs, int) {
+            const std::lock_guard guard(flagsLock);
+            for (UINT index = 0; index < count; ++index) flags.push_back(inputs[index].mi.dwFlags);
+            return count;
+        });
+    SwapMouseButton(TRUE);
+    Begin(1, kLeftButton);
+    AwaitDone(1);
+    SwapMouseButton(FALSE);
+    End(1);
+    EXPECT_TRUE(ComesTrue([&] { return IsListEmpty(); }));
+    const std::lock_guard guard(flagsLock);
+    EXPECT_EQ(flags, (std::vector<DWORD>{MOUSEEVENTF_RIGHTDOWN, MOUSEEVENTF_RIGHTUP}));
+}
+
+TEST_F(PerformerTest, ItsEndReleasesWhatIsHeld) {
+    Begin(1, kShift);
+    Begin(2, kLeftButton);
+    EXPECT_EQ(recorder.Await("+Shift +Left"), "+Shift +Left");
+    performer.reset();
+    EXPECT_EQ(recorder.Await("+Shift +Left -Shift -Left"), "+Shift +Left -Shift -Left");
+    EXPECT_TRUE(IsListEmpty());
+}
+
+TEST_F(PerformerTest, ItsEndDoesNotWaitForAWorkerThatHangs) {
+    Begin(1, kShift);
+    AwaitDone(1);
+    ResetEvent(mayGoOn);
+    Act(kEnter);
+    AwaitDone(2);
+    const auto start = std::chrono::steady_clock::now();
+    performer.reset();
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(3));
+    EXPECT_EQ(recorder.Await("+Shift +Enter -Enter -Shift"), "+Shift +Enter -Enter -Shift");
+    EXPECT_TRUE(IsListEmpty());
+}
+
+}  // namespace
+}  // namespace kvn::test
