@@ -9,8 +9,7 @@ jobs=$(nproc)
 
 # The folders that hold the product's code, for the checks that walk them.
 # shellcheck disable=SC2034  # used by those who source this
-product_folders=(model platform gestures profiles page service service/engine service/input service/settings service/page
-    service/tray)
+product_folders=(model platform gestures profiles page service)
 
 # What builds and runs the fuzz targets.
 # shellcheck disable=SC2034  # used by those who source this
@@ -36,12 +35,16 @@ install_packages() {
     done
     [ ${#missing[@]} -eq 0 ] && return
     echo "Installing: ${missing[*]}"
-    # A package index may not have been read on a new machine, or may be older than the archive.
-    as_root apt-get update -qq
     mkdir -p "$build"
-    local log=$build/install-packages.log
-    as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" \
-        >"$log" 2>&1 || { tail -n 20 "$log"; return 1; }
+    # Scripts may run beside each other, Debian's installer may not.
+    {
+        flock 9
+        # A package index may not have been read on a new machine, or may be older than the archive.
+        as_root apt-get update -qq
+        local log=$build/install-packages.log
+        as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" \
+            >"$log" 2>&1 || { tail -n 20 "$log"; return 1; }
+    } 9>"$build/install-packages.lock"
 }
 
 # The name by which programs under Wine know a file of this machine; $1 is its full path.

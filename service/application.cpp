@@ -18,7 +18,7 @@ namespace kvn::service {
 
 Application::Application()
     : shared(memory.State()),
-      watcher(shared),
+      watcher(memory),
       window(*this),
       protocol(ProtocolOutlets()),
       session(SessionOutlets()),
@@ -108,7 +108,7 @@ Answer Application::ForceProfile(const std::wstring& name) {
     return {kFailed, Text(IDS_FAULT_UNKNOWN_PROFILE, name) + L'\n'};
 }
 
-Answer Application::OpenSettings() const {
+Answer Application::OpenSettings() {
     if (OpenMouseControlPanel()) return {};
     return {kFailed, Text(IDS_FAULT_SETTINGS) + L'\n'};
 }

@@ -46,7 +46,7 @@ private:
     MouseDriver::Outlets DriverOutlets();
 
     Answer ForceProfile(const std::wstring& name);
-    Answer OpenSettings() const;
+    static Answer OpenSettings();
     void OnTrayChoice(const TrayChoice& choice);
     void OnTrayCommand(TrayCommand command);
     TrayState CurrentTrayState() const;
@@ -68,7 +68,7 @@ private:
     TrayIcon tray;
     TrailWindow trail;
     std::unique_ptr<MouseDriver> driver;  // empty before the start and at the end
-    std::optional<MouseOption> keptMouse;
+    std::optional<ChosenMouse> keptMouse;
     std::wstring keptLog;
     bool isEnding = false;
     bool isAboutOpen = false;

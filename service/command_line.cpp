@@ -40,7 +40,7 @@ bool SetText(std::optional<std::wstring>& text, Text value) {
 }
 
 bool SetMouse(CommandLine& commands, Text value) {
-    commands.mouse = ParseMouseOption(value);
+    commands.mouse = ParseChosenMouse(value);
     return commands.mouse.has_value();
 }
 

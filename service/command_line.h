@@ -14,7 +14,7 @@
 namespace kvn::service {
 
 // The mouse to publish in the place of the attached one; without one: as if none were attached.
-struct MouseOption {
+struct ChosenMouse {
     std::optional<model::DeviceRecord> mouse;
 };
 
@@ -28,7 +28,7 @@ struct CommandLine {
     bool quits = false;
     std::optional<bool> pause;
     std::optional<std::wstring> profile;  // kAutomaticProfile: by the program in front
-    std::optional<MouseOption> mouse;
+    std::optional<ChosenMouse> mouse;
     std::optional<std::wstring> logFile;
 
     // Between the service and its watcher: the process to watch, and the one that watches.

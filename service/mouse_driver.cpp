@@ -40,7 +40,7 @@ MouseDriver::MouseDriver(HeldList& held, Outlets chosenOutlets)
 
 MouseDriver::~MouseDriver() = default;
 
-bool MouseDriver::Start(HWND messageWindow, const std::optional<MouseOption>& choice) {
+bool MouseDriver::Start(HWND messageWindow, const std::optional<ChosenMouse>& choice) {
     window = messageWindow;
     if (!performer.Start() || !hub.Start()) return false;
     // What is attached at the start is taken once, below.
@@ -58,7 +58,7 @@ void MouseDriver::AwaitSettings() const {
     WaitForSingleObject(hasSettings.Get(), kSettingsMilliseconds);
 }
 
-void MouseDriver::Choose(const MouseOption& choice) {
+void MouseDriver::Choose(const ChosenMouse& choice) {
     isChosen = true;
     Take(choice.mouse);
 }

@@ -43,9 +43,9 @@ public:
 
     // Watches the mice by this window, publishes one and takes its settings; the choice is that of --mouse. False when
     // the mouse cannot be driven at all.
-    bool Start(HWND messageWindow, const std::optional<MouseOption>& choice);
+    bool Start(HWND messageWindow, const std::optional<ChosenMouse>& choice);
 
-    void Choose(const MouseOption& choice);
+    void Choose(const ChosenMouse& choice);
     void LogTo(const std::wstring& path) { log.WriteTo(path); }
     void Pause(bool pause);
     // An empty name: by the program in front. Waits a moment until it is so; false when there is no such profile.

@@ -48,14 +48,14 @@ std::optional<model::DeviceRecord> ParseMouse(std::wstring_view text) {
 
 }  // namespace
 
-std::optional<MouseOption> ParseMouseOption(std::wstring_view text) {
-    if (text == kNone) return MouseOption{};
+std::optional<ChosenMouse> ParseChosenMouse(std::wstring_view text) {
+    if (text == kNone) return ChosenMouse{};
     auto mouse = ParseMouse(text);
     if (!mouse) return std::nullopt;
-    return MouseOption{std::move(mouse)};
+    return ChosenMouse{std::move(mouse)};
 }
 
-std::wstring TextOf(const MouseOption& choice) {
+std::wstring TextOf(const ChosenMouse& choice) {
     if (!choice.mouse) return std::wstring(kNone);
     const model::DeviceRecord& mouse = *choice.mouse;
     std::array<wchar_t, 64> numbers{};

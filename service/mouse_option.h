@@ -11,9 +11,9 @@ namespace kvn::service {
 
 // Ids are hexadecimal and neither is 0, which would mean the base key itself; the rest is decimal. Nothing when the
 // text is anything else.
-std::optional<MouseOption> ParseMouseOption(std::wstring_view text);
+std::optional<ChosenMouse> ParseChosenMouse(std::wstring_view text);
 
 // The text that says the same.
-std::wstring TextOf(const MouseOption& choice);
+std::wstring TextOf(const ChosenMouse& choice);
 
 }  // namespace kvn::service

@@ -34,4 +34,10 @@ SharedMemory::~SharedMemory() {
     if (view != nullptr) UnmapViewOfFile(view);
 }
 
+// A handle that the other process owns without knowing.
+void SharedMemory::KeepFor(HANDLE process) const {
+    HANDLE kept = nullptr;
+    DuplicateHandle(GetCurrentProcess(), section.Get(), process, &kept, 0, FALSE, DUPLICATE_SAME_ACCESS);
+}
+
 }  // namespace kvn::service

@@ -41,6 +41,8 @@ public:
     // Without memory to share it is this process's own.
     SharedState& State() { return *state; }
     bool IsShared() const { return view != nullptr; }
+    // The other process finds the memory even when it gets to look for it only after this one has ended.
+    void KeepFor(HANDLE process) const;
 
 private:
     platform::UniqueKernelObject section;

@@ -105,6 +105,7 @@ bool Watcher::Adopt(std::uint32_t processId) {
 
 void Watcher::StartAnother() {
     StartedProcess started = StartProcess(ProgramPath(), L"--watch " + std::to_wstring(GetCurrentProcessId()));
+    memory.KeepFor(started.handle.Get());
     shared.watcherProcess = started.id;
     process = std::move(started.handle);
     startTime = GetTickCount64();

@@ -18,7 +18,7 @@ public:
 
 private:
     static constexpr std::size_t kRestarts = 3;
-    static constexpr std::uint64_t kPeriodMilliseconds = 10 * 60 * 1000;
+    static constexpr std::uint64_t kPeriodMilliseconds = 600'000;
     std::array<std::uint64_t, kRestarts> times{};
     std::size_t count = 0;
 };
@@ -33,7 +33,8 @@ bool EndWatcher();
 // In the service.
 class Watcher {
 public:
-    explicit Watcher(SharedState& sharedState) : shared(sharedState) {}
+    // The memory is borrowed.
+    explicit Watcher(SharedMemory& sharedMemory) : memory(sharedMemory), shared(sharedMemory.State()) {}
 
     // Keeps the watcher that has started this service, or starts one.
     void Start(std::uint32_t startedBy);
@@ -46,6 +47,7 @@ private:
     bool Adopt(std::uint32_t processId);
     void StartAnother();
 
+    SharedMemory& memory;
     SharedState& shared;
     platform::UniqueKernelObject process;
     std::uint64_t startTime = 0;

@@ -38,13 +38,13 @@ std::int32_t SignOf(FunctionCode scroll) {
 }  // namespace
 
 Verdict Engine::OnMouse(const MouseEvent& event, Orders& orders) {
-    using Handler = Verdict (Engine::*)(const MouseEvent&, Orders&);
-    // In the order of MouseEventKind.
+    // In the order of MouseEventKind; moves pass.
     static constexpr std::array<Handler, 5> kHandlers{&Engine::OnPress, &Engine::OnRelease, &Engine::OnTilt,
-                                                      &Engine::OnWheel, &Engine::OnMove};
+                                                      &Engine::OnWheel, nullptr};
     if (event.isInjected) return Verdict::Pass;
     Expire(event.time);
-    return (this->*kHandlers[static_cast<std::size_t>(event.kind)])(event, orders);
+    const Handler handler = kHandlers[static_cast<std::size_t>(event.kind)];
+    return handler == nullptr ? Verdict::Pass : (this->*handler)(event, orders);
 }
 
 void Engine::Expire(std::uint32_t time) {
@@ -78,14 +78,10 @@ Verdict Engine::OnRelease(const MouseEvent& event, Orders& orders) {
     return press.verdict;
 }
 
-Verdict Engine::OnMove(const MouseEvent&, Orders&) {
-    return Verdict::Pass;
-}
-
 Verdict Engine::Decide(Press& press, const MouseEvent& event, Orders& orders) {
-    // In the order of FunctionKind.
-    static constexpr std::array<Decision, 6> kDecisions{&Engine::LeaveNatural, &Engine::Begin, &Engine::Act,
-                                                        &Engine::Begin,        &Engine::Draw,  &Engine::Swallow};
+    // In the order of FunctionKind; what is natural passes.
+    static constexpr std::array<Decision, 6> kDecisions{nullptr,        &Engine::Begin, &Engine::Act,
+                                                        &Engine::Begin, &Engine::Draw,  &Engine::Swallow};
     if (isPaused || isOverloaded) return Verdict::Pass;
     if (page.IsAsked(PhysicalOf(press.control))) return KeepFor(press, Cause::Asked, orders);
     const bool isGestureButton = press.function.kind == FunctionKind::Gesture;
@@ -93,11 +89,8 @@ Verdict Engine::Decide(Press& press, const MouseEvent& event, Orders& orders) {
         GiveStrokeUp(orders);
         return KeepFor(press, Cause::GivesUp, orders);
     }
-    return (this->*kDecisions[static_cast<std::size_t>(press.function.kind)])(press, event, orders);
-}
-
-Verdict Engine::LeaveNatural(Press&, const MouseEvent&, Orders&) {
-    return Verdict::Pass;
+    const Decision decision = kDecisions[static_cast<std::size_t>(press.function.kind)];
+    return decision == nullptr ? Verdict::Pass : (this->*decision)(press, event, orders);
 }
 
 Verdict Engine::Begin(Press& press, const MouseEvent&, Orders& orders) {

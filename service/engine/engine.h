@@ -34,13 +34,13 @@ class Engine {
 public:
     Verdict OnMouse(const MouseEvent& event, Orders& orders);
 
-    void OnSettings(const EngineSettings& settings, Orders& orders);
-    void OnPause(bool isPaused, Orders& orders);
+    void OnSettings(const EngineSettings& next, Orders& orders);
+    void OnPause(bool pauses, Orders& orders);
     // The session is locked or switched away, or the service ends: everything that is held ends, and no button counts
     // as held.
     void OnSessionLeft(Orders& orders);
     // While nobody takes orders (the worker hangs), new presses are natural.
-    void OnOverload(bool isOverloaded);
+    void OnOverload(bool overloaded);
     // The mouse's left and right button are swapped: Left is the physical right one.
     void OnSwapped(bool areSwapped);
 
@@ -66,18 +66,17 @@ public:
     std::uint64_t PressCount() const { return pressCount; }
 
 private:
+    using Handler = Verdict (Engine::*)(const MouseEvent&, Orders&);
     using Decision = Verdict (Engine::*)(Press&, const MouseEvent&, Orders&);
 
     Verdict OnPress(const MouseEvent& event, Orders& orders);
     Verdict OnRelease(const MouseEvent& event, Orders& orders);
     Verdict OnTilt(const MouseEvent& event, Orders& orders);
     Verdict OnWheel(const MouseEvent& event, Orders& orders);
-    Verdict OnMove(const MouseEvent& event, Orders& orders);
     void Expire(std::uint32_t time);
 
     // A press, by what its control does.
     Verdict Decide(Press& press, const MouseEvent& event, Orders& orders);
-    Verdict LeaveNatural(Press& press, const MouseEvent& event, Orders& orders);
     Verdict Begin(Press& press, const MouseEvent& event, Orders& orders);
     Verdict Act(Press& press, const MouseEvent& event, Orders& orders);
     Verdict Draw(Press& press, const MouseEvent& event, Orders& orders);

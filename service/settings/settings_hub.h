@@ -37,6 +37,7 @@ public:
         std::function<void(SettingsProblem, const std::wstring& path)> onProblem;
     };
 
+    // Puts its own event into the activity, whose writer must end before the hub does.
     SettingsHub(MouseActivity& mouseActivity, Outlets chosenOutlets);
     ~SettingsHub();
     SettingsHub(const SettingsHub&) = delete;
@@ -48,7 +49,7 @@ public:
     void UseMouse(const model::DeviceRecord& mouse);
     void Reread();  // the page says that the settings have changed
     void ForceAutomatic();
-    bool Force(const std::wstring& profileName);  // false: there is no such profile
+    bool Force(const std::wstring& profileName);  // false: there is no such profile, or none was read yet
 
     ProfileInForce InForce() const;
     std::vector<std::wstring> ProfileNames() const;    // in the order of the file

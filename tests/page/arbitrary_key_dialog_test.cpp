@@ -196,6 +196,18 @@ TEST_F(ArbitraryKeyDialogTest, ExcludedShiftKeysAreIgnored) {
     EXPECT_EQ(L"Left Ctrl", PressInField(1, VK_LCONTROL));
 }
 
+// Some programs send a side's own code, which no keyboard reports.
+TEST_F(ArbitraryKeyDialogTest, TheSidesOfAnExcludedShiftAreIgnoredAsSuch) {
+    Open({-2, -2, -2}, 1);
+    Enter(1, L"?");
+    for (const WPARAM key : {WPARAM{VK_LSHIFT}, WPARAM{VK_RSHIFT}}) {
+        EXPECT_EQ(1, SendMessageW(Field(1), WM_KEYDOWN, key, 0));
+        EXPECT_EQ(L"?", Shown(1));
+    }
+    EXPECT_EQ(1, SendMessageW(Field(1), WM_KEYDOWN, VK_LCONTROL, 0));
+    EXPECT_EQ(L"Left Ctrl", Shown(1));
+}
+
 TEST_F(ArbitraryKeyDialogTest, IgnoredAndUnknownKeysAreSwallowed) {
     Open();
     Enter(1, L"?");
@@ -302,6 +314,20 @@ TEST_F(ArbitraryKeyDialogTest, EachOpeningStartsAfresh) {
     EXPECT_EQ(L"Left Shift", PressInField(3, VK_LSHIFT));
     EXPECT_TRUE(Close(IDC_KEYS_OK));
     EXPECT_EQ((Codes{-2, 160, 160}), keys.codes);
+}
+
+TEST_F(ArbitraryKeyDialogTest, ItsEndHasEveryWindowPaintedAgain) {
+    int everyWindow = 0;
+    const ReplacedImport<"InvalidateRect", decltype(InvalidateRect)> invalidate(
+        GetModuleHandleW(nullptr), [&](HWND window, const RECT* area, WINBOOL erases) -> WINBOOL {
+            everyWindow += window == nullptr && area == nullptr && erases ? 1 : 0;
+            return TRUE;
+        });
+    ASSERT_TRUE(invalidate.IsInPlace());
+    Open();
+    EXPECT_EQ(0, everyWindow);
+    EXPECT_FALSE(Close(IDC_KEYS_CANCEL));
+    EXPECT_EQ(1, everyWindow);
 }
 
 TEST_F(ArbitraryKeyDialogTest, SwitchesTheInputMethodOffAndOnForTheThread) {

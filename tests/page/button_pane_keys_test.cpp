@@ -78,6 +78,18 @@ TEST_F(ButtonPaneKeysTest, ClearedKeysShowThePlainEntry) {
     EXPECT_EQ("", SavedElement("button4_etcKey"));
 }
 
+TEST_F(ButtonPaneKeysTest, ClearedKeysComeBackWithCancel) {
+    WriteProfiles({ProfileText("Default", {{"button4", "37"}, {"button4_etcKey", "Left Alt+F4"}})});
+    Open();
+    Choose(IDC_PANE_BUTTON4, 37);
+    const HWND dialog = AwaitKeyDialog();
+    SendMessageW(dialog, WM_COMMAND, IDC_KEYS_CLEAR, 0);
+    Finish(dialog, IDC_KEYS_CANCEL);
+    EXPECT_EQ(L"Arbitrary key[Left Alt+F4]", SelectedText(sheet->PaneControl(IDC_PANE_BUTTON4)));
+    ApplySuccessfully();
+    EXPECT_EQ("Left Alt+F4", SavedElement("button4_etcKey"));
+}
+
 TEST_F(ButtonPaneKeysTest, OnlyTiltsForbidShift) {
     mouse.buttonCount = 7;
     Open();

@@ -277,5 +277,45 @@ TEST_F(GestureEditDialogTest, EscCancels) {
     EXPECT_EQ(2, RowCount());
 }
 
+TEST_F(GestureEditDialogTest, TheNoteScrollsSideways) {
+    OpenWith({});
+    const HWND editor = OpenEditor();
+    EXPECT_NE(0, GetWindowLongW(GetDlgItem(editor, IDC_GESTURE_MEMO), GWL_STYLE) & ES_AUTOHSCROLL);
+    CloseEditor(editor, IDCANCEL);
+}
+
+TEST_F(GestureEditDialogTest, TheCursorIsSampledEveryTenthOfASecond) {
+    std::vector<std::pair<UINT_PTR, UINT>> timers;
+    const ReplacedImport<"SetTimer", UINT_PTR(HWND, UINT_PTR, UINT, TIMERPROC)> timer(
+        module.Handle(), [&](HWND, UINT_PTR id, UINT interval, TIMERPROC procedure) -> UINT_PTR {
+            EXPECT_EQ(nullptr, procedure);
+            timers.emplace_back(id, interval);
+            return id;
+        });
+    ASSERT_TRUE(timer.IsInPlace());
+    OpenWith({});
+    const HWND editor = OpenEditor();
+    EXPECT_EQ((std::vector<std::pair<UINT_PTR, UINT>>{{221, 100}}), timers);
+    CloseEditor(editor, IDCANCEL);
+}
+
+TEST_F(GestureEditDialogTest, TheDialogEndsBeforeTheClickIsMade) {
+    OpenWith({});
+    const HWND editor = OpenEditor();
+    Record(editor, "U");
+    ChooseFunction(editor, 5);
+    std::vector<DWORD> clicksBefore{1};
+    {
+        const ReplacedImport<"EndDialog", decltype(EndDialog)> end(module.Handle(), [&](HWND dialog, INT_PTR result) {
+            clicksBefore = clicks;
+            return EndDialog(dialog, result);
+        });
+        ASSERT_TRUE(end.IsInPlace());
+        CloseEditor(editor, IDOK);
+    }
+    EXPECT_TRUE(clicksBefore.empty());
+    EXPECT_EQ(2U, clicks.size());
+}
+
 }  // namespace
 }  // namespace kvn::test

@@ -15,6 +15,9 @@ using InitialRecord = std::array<std::int32_t, 11>;
 // In the order of the profile file.
 constexpr InitialRecord kSent{2, 1, 10, 11, 12, 8, 13, 14, 9, 10, 5};
 
+constexpr char kProgram[] = "<name>Editor</name><path>C:\\edit.exe</path>";
+constexpr char kGesture[] = "<Key>UR</Key><Function>5</Function><Memo>note</Memo><EtcKey></EtcKey>";
+
 class KorvenPanelResetTest : public PageTest {
 protected:
     void SetUp() override {
@@ -23,7 +26,9 @@ protected:
                                                {"scrolls", "7"},
                                                {"hcount", "3"},
                                                {"button4", "37"},
-                                               {"button4_etcKey", "Left Ctrl+A"}})});
+                                               {"button4_etcKey", "Left Ctrl+A"},
+                                               {"Application", kProgram},
+                                               {"Gesture", kGesture}})});
         Open();
     }
 
@@ -184,6 +189,19 @@ TEST_F(KorvenPanelResetTest, LeavesTheKeysOfTheProfileAlone) {
     EXPECT_EQ(L"Arbitrary key", entries[index].text);
     ApplySuccessfully();
     EXPECT_EQ("Left Ctrl+A", SavedElement("button4_etcKey"));
+}
+
+TEST_F(KorvenPanelResetTest, LeavesGesturesAndProgramsAlone) {
+    ForgetModelValues();
+    Reset(IDOK);
+    ApplySuccessfully();
+    const std::string saved = ReadFileText(ProfilePath());
+    for (const char* text : {"<Key>UR</Key>", "<Memo>note</Memo>", "<path>C:\\edit.exe</path>"}) {
+        EXPECT_NE(std::string::npos, saved.find(text)) << text;
+    }
+    const auto values = ModelValues();
+    EXPECT_EQ(0U, values.count(L"Gesture")) << "it is what it was";
+    EXPECT_EQ(0U, values.count(L"ProfileApp"));
 }
 
 }  // namespace

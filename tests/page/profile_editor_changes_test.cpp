@@ -178,5 +178,15 @@ TEST_F(CopyingAProfileTest, IsNotLimited) {
     EXPECT_EQ(102U, SavedNames().size());
 }
 
+class NewProfileTest : public ProfileEditorTest {};
+
+TEST_F(NewProfileTest, IsScrolledIntoSight) {
+    OpenEditor(NumberedProfiles(60));
+    const HWND list = editor->Control(IDC_PROFILES_LIST);
+    EXPECT_FALSE(SendMessageW(list, LVM_ISITEMVISIBLE, 59, 0));
+    Name(IDC_PROFILES_ADD, L"new");
+    EXPECT_TRUE(SendMessageW(list, LVM_ISITEMVISIBLE, 60, 0));
+}
+
 }  // namespace
 }  // namespace kvn::test

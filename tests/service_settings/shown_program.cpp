@@ -64,6 +64,8 @@ ShownProgram::ShownProgram(const std::wstring& programPath, const std::wstring& 
     process.Reset(started.hProcess);
     processId = started.dwProcessId;
     window = Await("a program's window", [&] { return FindShown(title, windowClass, parent); });
+    // Until it waits for messages its window may still bring itself to the front.
+    WaitForInputIdle(process.Get(), 5000);
 }
 
 ShownProgram::~ShownProgram() {

@@ -1,0 +1,137 @@
+// The command line, from outside.
+#include <string>
+
+#include "platform/service_protocol.h"
+#include "tests/service/program.h"
+#include "tests/support/waiting.h"
+
+namespace kvn::service_test {
+namespace {
+
+class ServiceOptionsTest : public ServiceProgramTest {};
+
+TEST_F(ServiceOptionsTest, HelpAndVersionNeedNoService) {
+    const Outcome help = Run({L"--help"});
+    EXPECT_EQ(help.exitCode, 0U);
+    for (const char* const option :
+         {"--quit", "--pause", "--resume", "--settings", "--status", "--profile", "--mouse", "--log", "--version"}) {
+        EXPECT_NE(help.output.find(option), std::string::npos) << option;
+    }
+    EXPECT_EQ(help.output.find("--watch"), std::string::npos);
+    EXPECT_NE(Run({L"--version"}).output.find("1."), std::string::npos);
+    EXPECT_EQ(Window(), nullptr);
+}
+
+TEST_F(ServiceOptionsTest, BadOptionsAreNamedAndEndWithTwo) {
+    struct Row {
+        Arguments arguments;
+        std::string named;
+    };
+    const Row rows[]{{{L"--bogus"}, "--bogus"},
+                     {{L"stray"}, "stray"},
+                     {{L"--log"}, "--log"},
+                     {{L"--mouse", L"1234:5678"}, "1234:5678"},
+                     {{L"--quit", L"--pause"}, "--quit"}};
+    for (const Row& row : rows) {
+        const Outcome outcome = Run(row.arguments);
+        EXPECT_EQ(outcome.exitCode, 2U) << row.named;
+        EXPECT_NE(outcome.output.find(row.named), std::string::npos) << outcome.output;
+    }
+}
+
+TEST_F(ServiceOptionsTest, WhatNeedsAServiceEndsWithOneWhenNoneRuns) {
+    for (const Arguments& arguments :
+         {Arguments{L"--status"}, {L"--pause"}, {L"--resume"}, {L"--profile", L"auto"}, {L"--profile", L"Default"}}) {
+        const Outcome outcome = Run(arguments);
+        EXPECT_EQ(outcome.exitCode, 1U);
+        EXPECT_NE(outcome.output, "");
+    }
+    EXPECT_EQ(Window(), nullptr);
+}
+
+TEST_F(ServiceOptionsTest, QuitIsContentWhenNoServiceRuns) {
+    EXPECT_EQ(Run({L"--quit"}).exitCode, 0U);
+}
+
+TEST_F(ServiceOptionsTest, StatusHasItsLinesInTheirOrder) {
+    StartService();
+    const Outcome outcome = Run({L"--status"});
+    EXPECT_EQ(outcome.exitCode, 0U);
+    std::string keys;
+    for (std::size_t start = 0, end = 0; (end = outcome.output.find('\n', start)) != std::string::npos;
+         start = end + 1) {
+        keys += outcome.output.substr(start, outcome.output.find('=', start) - start) + ' ';
+    }
+    EXPECT_EQ(keys, "version vid pid buttons tilt profile why paused hook reinstalled presses actions switches ");
+    EXPECT_NE(outcome.output.find("vid=1234\npid=5678\nbuttons=7\ntilt=1\n"), std::string::npos) << outcome.output;
+    EXPECT_NE(outcome.output.find("why=selected\npaused=no\n"), std::string::npos) << outcome.output;
+}
+
+TEST_F(ServiceOptionsTest, ASecondStartReachesTheRunningServiceAndEnds) {
+    StartService();
+    const DWORD first = ServiceProcess();
+    EXPECT_EQ(Run({}).exitCode, 0U);
+    EXPECT_EQ(Run({L"--pause"}).exitCode, 0U);
+    EXPECT_EQ(Status()["paused"], "yes");
+    EXPECT_EQ(Run({L"--resume"}).exitCode, 0U);
+    EXPECT_EQ(Status()["paused"], "no");
+    EXPECT_EQ(Run({L"--mouse", L"abcd:00ef:5:0"}).exitCode, 0U);
+    EXPECT_EQ(Status()["vid"] + ':' + Status()["pid"], "abcd:00ef");
+    EXPECT_EQ(ServiceProcess(), first);
+}
+
+TEST_F(ServiceOptionsTest, SeveralOptionsAreCarriedOutBeforeTheStatusIsPrinted) {
+    StartService();
+    const std::string output = Run({L"--status", L"--pause", L"--profile", L"Default"}).output;
+    EXPECT_NE(output.find("why=forced\npaused=yes\n"), std::string::npos) << output;
+}
+
+TEST_F(ServiceOptionsTest, AnUnknownProfileEndsWithOneAndChangesNothing) {
+    StartService();
+    const Outcome outcome = Run({L"--profile", L"Nobody's"});
+    EXPECT_EQ(outcome.exitCode, 1U);
+    EXPECT_NE(outcome.output.find("Nobody's"), std::string::npos);
+    EXPECT_EQ(Status()["why"], "selected");
+}
+
+TEST_F(ServiceOptionsTest, AForcedProfileStaysUntilAutomaticIsChosen) {
+    StartService();
+    EXPECT_EQ(Run({L"--profile", L"Default"}).exitCode, 0U);
+    EXPECT_EQ(Status()["why"], "forced");
+    EXPECT_EQ(Run({L"--profile", L"auto"}).exitCode, 0U);
+    EXPECT_EQ(Status()["why"], "selected");
+}
+
+TEST_F(ServiceOptionsTest, QuitWaitsUntilServiceAndWatcherHaveEnded) {
+    StartService();
+    test::Await("the watcher", [this] { return RunningProcesses() == 2; });
+    EXPECT_EQ(Run({L"--quit"}).exitCode, 0U);
+    EXPECT_EQ(RunningProcesses(), 0);
+    EXPECT_EQ(ExitCodeOfService(), 0U);
+    EXPECT_EQ(Window(), nullptr);
+}
+
+LRESULT CALLBACK Ignore(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    return DefWindowProcW(window, message, wParam, lParam);
+}
+
+TEST_F(ServiceOptionsTest, AWindowOfTheServicesNameThatIsNotItsOwnKeepsItFromStarting) {
+    WNDCLASSW windowClass{};
+    windowClass.lpfnWndProc = Ignore;
+    windowClass.lpszClassName = L"KvnSomebodyElse";
+    RegisterClassW(&windowClass);
+    {
+        const platform::Owned<HWND, &DestroyWindow> other(CreateWindowExW(0, windowClass.lpszClassName,
+                                                                          platform::kServiceName, WS_POPUP, 0, 0, 0, 0,
+                                                                          nullptr, nullptr, nullptr, nullptr));
+        for (const Arguments& arguments : {Arguments{}, {L"--status"}, kSample}) {
+            const Outcome outcome = Run(arguments);
+            EXPECT_EQ(outcome.exitCode, 1U);
+            EXPECT_NE(outcome.output.find("KvnMouseApl"), std::string::npos) << outcome.output;
+        }
+    }
+    UnregisterClassW(windowClass.lpszClassName, nullptr);
+}
+
+}  // namespace
+}  // namespace kvn::service_test

@@ -1,0 +1,73 @@
+// The menu of the service's icon, worked by its keys.
+#include "service/page/window_numbers.h"
+#include "tests/service/program.h"
+#include "tests/support/real_input.h"
+#include "tests/support/waiting.h"
+
+namespace kvn::service_test {
+namespace {
+
+constexpr wchar_t kMenuClass[] = L"#32768";
+
+class TrayMenuOfServiceTest : public ServiceProgramTest {
+protected:
+    static HWND Menu() {
+        const HWND menu = FindWindowW(kMenuClass, nullptr);
+        return menu != nullptr && IsWindowVisible(menu) ? menu : nullptr;
+    }
+
+    // As the taskbar says that the icon was clicked with the right button.
+    static void OpenMenu() {
+        PostMessageW(Window(), service::kTrayMessage, 1, WM_CONTEXTMENU);
+        test::Await("the menu", Menu);
+        test::Await("the menu's keys", [] { return GetForegroundWindow() == Window(); });
+    }
+
+    static void Choose(WORD key) {
+        OpenMenu();
+        test::PressKey(key);
+        test::Await("the menu's end", [] { return Menu() == nullptr; });
+    }
+};
+
+TEST_F(TrayMenuOfServiceTest, PauseIsSwitchedOnAndOff) {
+    StartService();
+    Choose('U');
+    EXPECT_EQ(Status()["paused"], "yes");
+    Choose('U');
+    EXPECT_EQ(Status()["paused"], "no");
+}
+
+TEST_F(TrayMenuOfServiceTest, AProfileIsForcedUntilAutomaticIsChosen) {
+    StartService();
+    OpenMenu();
+    test::PressKey('P');
+    test::PressKey(VK_DOWN);  // from Automatic to the first profile
+    test::PressKey(VK_RETURN);
+    test::Await("the menu's end", [] { return Menu() == nullptr; });
+    EXPECT_EQ(Status()["why"], "forced");
+    OpenMenu();
+    test::PressKey('P');
+    test::PressKey('A');
+    test::Await("the menu's end", [] { return Menu() == nullptr; });
+    EXPECT_EQ(Status()["why"], "selected");
+}
+
+TEST_F(TrayMenuOfServiceTest, ExitEndsTheServiceAndItsWatcher) {
+    StartService();
+    OpenMenu();
+    test::PressKey('X');
+    EXPECT_EQ(ExitCodeOfService(), 0U);
+    EXPECT_TRUE(test::ComesTrue([this] { return RunningProcesses() == 0; }));
+}
+
+TEST_F(TrayMenuOfServiceTest, TheServiceAnswersAndEndsWhileTheMenuIsOpen) {
+    StartService();
+    OpenMenu();
+    EXPECT_EQ(Status()["paused"], "no");
+    EXPECT_EQ(Run({L"--quit"}).exitCode, 0U);
+    EXPECT_EQ(Menu(), nullptr);
+}
+
+}  // namespace
+}  // namespace kvn::service_test
