@@ -198,7 +198,7 @@ TEST_F(ArbitraryKeyDialogTest, ExcludedShiftKeysAreIgnored) {
 
 // Some programs send a side's own code, which no keyboard reports.
 TEST_F(ArbitraryKeyDialogTest, TheSidesOfAnExcludedShiftAreIgnoredAsSuch) {
-    Open({-2, -2, -2}, 1);
+    Open({-2, -2, -2}, ShiftKeys::Excluded);
     Enter(1, L"?");
     for (const WPARAM key : {WPARAM{VK_LSHIFT}, WPARAM{VK_RSHIFT}}) {
         EXPECT_EQ(1, SendMessageW(Field(1), WM_KEYDOWN, key, 0));
