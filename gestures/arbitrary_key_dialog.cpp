@@ -122,7 +122,7 @@ private:
     void OnCommand(int control);
     void OnClear() const;
     void OnOk();
-    void OnDestroy() const;
+    static void OnDestroy();
 
     // Fills one combo box with the keys that may be chosen and shows the given one.
     void FillInput(HWND combo, HWND field, KeyCode current) const;
@@ -204,7 +204,7 @@ void ArbitraryKeyDialog::OnOk() {
     End(platform::DialogResult::Accepted);
 }
 
-void ArbitraryKeyDialog::OnDestroy() const {
+void ArbitraryKeyDialog::OnDestroy() {
     EnableInputMethod(true);
     InvalidateRect(nullptr, nullptr, TRUE);
 }

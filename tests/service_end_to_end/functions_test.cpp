@@ -63,16 +63,18 @@ private:
     void Try(model::FunctionCode code, ButtonSlot control) {
         SCOPED_TRACE(Described(code, control));
         const Expectation expected = ExpectationOf(code, control);
+        const bool draws = code == kGesture && !IsTilt(control);
         const std::size_t openedBefore = Opened().size();
         if (IsTilt(control)) std::this_thread::sleep_until(lastPush[control] + kPushEnds);
 
         hands.Press(control);
         const Lines atPress = Seen(recorder->Arrived(expected.atPress.size()), expected);
         EXPECT_EQ(atPress, expected.atPress) << "at the press";
+        if (draws) WaitForTrail();
         hands.Release(control);
         Lines atRelease = recorder->Arrived(expected.atRelease.size());
         if (!expected.opened.empty()) ExpectOpened(expected, openedBefore);
-        if (code == kGesture) WaitUntilTrailHasGone();
+        if (draws) WaitUntilTrailHasGone(*recorder);
         const Lines later = recorder->ArrivedUntilNow();
         atRelease.insert(atRelease.end(), later.begin(), later.end());
         if (expected.maySendMore) std::erase(atRelease, expected.atPress.front());

@@ -79,7 +79,7 @@ TEST_F(Gestures, RightButtonGivesTheStrokeUp) {
     hands.Click(kRight);
     pen.WaitUntilTrailHasGone();
     hands.Release(kWheel);
-    WaitUntilTrailHasGone();
+    WaitUntilTrailHasGone(*recorder);
     ExpectAll({});
     hands.Click(kRight);
     ExpectAll({"real right down", "real right up"});

@@ -22,6 +22,11 @@ bool IsTilt(model::ButtonSlot control) {
     return control == model::ButtonSlot::TiltLeft || control == model::ButtonSlot::TiltRight;
 }
 
+// Wine keeps the number of the X window there.
+std::string DisplayNumberOf(HWND window) {
+    return std::to_string(reinterpret_cast<std::uintptr_t>(GetPropW(window, L"__wine_x11_whole_window")));
+}
+
 SOCKET Connect() {
     const char* const port = std::getenv("KVN_X_INPUT_PORT");
     if (port == nullptr) throw StoryError("run service_end_to_end_test.sh, which starts the mouse");
@@ -71,13 +76,15 @@ void Hands::PressKey(const std::string& name) const {
 }
 
 void Hands::BringToFront(HWND window) const {
-    // Wine keeps the number of the X window there. Wine alone would not move the keyboard: it asks the display with the
-    // time of an old message.
-    const auto number = reinterpret_cast<std::uintptr_t>(GetPropW(window, L"__wine_x11_whole_window"));
+    // Wine alone would not move the keyboard: it asks the display with the time of an old message.
     end_to_end::WaitFor("the window in front", [&] {
         if (GetForegroundWindow() != window) SetForegroundWindow(window);
-        return Ask("focus " + std::to_string(number)) == "ok" && GetForegroundWindow() == window;
+        return Ask("focus " + DisplayNumberOf(window)) == "ok" && GetForegroundWindow() == window;
     });
+}
+
+bool Hands::IsPointerOver(HWND window) const {
+    return Ask("under") == DisplayNumberOf(window);
 }
 
 std::string Hands::PixelOrder(const RECT& place) {

@@ -31,6 +31,8 @@ public:
     void PressKey(const std::string& name) const;
     // Brings a window to the front, with the keyboard; throws StoryError when it does not come.
     void BringToFront(HWND window) const;
+    // Whether the display gives a click to this window, and not to one that only Windows has closed already.
+    bool IsPointerOver(HWND window) const;
     void LetGoOfAll() const { Order("letgo"); }
 
     // The colours on the screen, as RRGGBB one behind the other, row by row.

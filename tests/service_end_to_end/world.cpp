@@ -70,8 +70,19 @@ void StoreControl(const model::ButtonSlotRow& row, const Choice& choice) {
     StoreNumber(field.registryValue, static_cast<DWORD>(ValueOr(choice.functions, row.slot, field.defaultValue)));
 }
 
-bool IsRealRelease(const std::string& line) {
-    return line.starts_with("real ") && line.find(" up") != std::string::npos;
+std::size_t CountOf(const Lines& lines, const char* origin, const char* what) {
+    return static_cast<std::size_t>(std::count_if(lines.begin(), lines.end(), [=](const std::string& line) {
+        return line.starts_with(origin) && line.find(what) != std::string::npos &&
+               line.find(" again") == std::string::npos;
+    }));
+}
+
+// It is the only window that the service shows in these tests.
+bool IsTrailShown() {
+    DWORD process = 0;
+    GetWindowThreadProcessId(FindWindowW(nullptr, platform::kServiceName), &process);
+    const auto isShown = [](HWND window) { return IsWindowVisible(window) != FALSE; };
+    return end_to_end::FindTopLevel(process, isShown) != nullptr;
 }
 
 std::string WithoutFirstField(const std::string& line) {
@@ -188,9 +199,12 @@ void ServiceTest::WaitForService() {
     });
 }
 
-void ServiceTest::WaitUntilTrailHasGone() {
-    const auto isShown = [](HWND window) { return IsWindowVisible(window) != FALSE; };
-    WaitFor("the end of the trail", [&] { return end_to_end::FindTopLevel(ServiceProcess(), isShown) == nullptr; });
+void ServiceTest::WaitForTrail() {
+    WaitFor("the trail", &IsTrailShown);
+}
+
+void ServiceTest::WaitUntilTrailHasGone(const Recorder& recorder) const {
+    WaitFor("the end of the trail", [&] { return !IsTrailShown() && hands.IsPointerOver(recorder.Window()); });
 }
 
 void ServiceTest::StartService(std::vector<std::wstring> options) {
@@ -258,17 +272,24 @@ void ServiceTest::Use(Choice choice, Recorder& recorder, ButtonSlot witness) {
 void ServiceTest::PressUntil(Recorder& recorder, ButtonSlot control, const std::string& line) const {
     const std::size_t loggedBefore = LogLines().size();
     std::size_t clicks = 0;
-    std::size_t passed = 0;
+    Lines all;
+    const auto takeMore = [&] {
+        const Lines arrived = recorder.ArrivedUntilNow();
+        all.insert(all.end(), arrived.begin(), arrived.end());
+    };
     WaitFor("the line \"" + line + '"', [&] {
         ++clicks;
         hands.Click(control);
-        const Lines arrived = recorder.ArrivedUntilNow();
-        passed += static_cast<std::size_t>(std::count_if(arrived.begin(), arrived.end(), &IsRealRelease));
-        return std::find(arrived.begin(), arrived.end(), line) != arrived.end();
+        takeMore();
+        return std::find(all.begin(), all.end(), line) != all.end();
     });
-    // Each press either passes or is in the log.
-    WaitFor("every press to be carried out", [&] { return LogLines().size() - loggedBefore + passed >= clicks; });
-    recorder.Forget();
+    // Each press either passes or is in the log, and what it has pressed is released.
+    WaitFor("every press to be carried out",
+            [&] { return LogLines().size() - loggedBefore + CountOf(all, "real ", " up") >= clicks; });
+    WaitFor("every release", [&] {
+        takeMore();
+        return CountOf(all, "sent ", "down ") <= CountOf(all, "sent ", "up ");
+    });
 }
 
 void ServiceTest::Expect(Recorder& recorder, const Lines& expected) {

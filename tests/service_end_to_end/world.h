@@ -71,8 +71,9 @@ protected:
     static HWND ServiceWindow();
     static DWORD ServiceProcess();
     static void WaitForService();
+    static void WaitForTrail();
     // A click that the display hands to a trail that goes just then would be lost.
-    static void WaitUntilTrailHasGone();
+    void WaitUntilTrailHasGone(const Recorder& recorder) const;
     // Of the service's log, each with its fields joined by blanks, without the time.
     Lines LogLines() const;
 

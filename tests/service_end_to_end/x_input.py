@@ -9,6 +9,7 @@ the display has taken it:
     move X Y                      the pointer, in pixels of the screen
     keydown NAME, keyup NAME      a key, by its X name (Shift_L, F12, a)
     focus ID                      the keyboard goes to the window with this number
+    under                         answers with the number of the window under the pointer
     pixels X Y WIDTH HEIGHT       answers with the colours there, as RRGGBB one behind the other
     letgo                         releases whatever this program still holds
 
@@ -102,6 +103,13 @@ class Display:
         self.x11.XSetInputFocus(self.display, number, REVERT_TO_PARENT, ctypes.c_ulong(CURRENT_TIME))
         return "ok"
 
+    def under(self) -> str:
+        root = ctypes.c_ulong(self.x11.XDefaultRootWindow(self.display))
+        windows = [ctypes.c_ulong() for _ in range(2)]
+        numbers = [ctypes.c_int() for _ in range(5)]
+        self.x11.XQueryPointer(self.display, root, *map(ctypes.byref, windows), *map(ctypes.byref, numbers))
+        return str(windows[1].value)
+
     def is_viewable(self, window: ctypes.c_ulong) -> bool:
         attributes = WindowAttributes()
         self.x11.XGetWindowAttributes(self.display, window, ctypes.byref(attributes))
@@ -127,6 +135,7 @@ class Display:
             "keydown": lambda name: self.key(name, True),
             "keyup": lambda name: self.key(name, False),
             "focus": self.focus,
+            "under": self.under,
             "letgo": self.let_go,
             "pixels": self.pixels,
         }
