@@ -19,7 +19,7 @@
 #include "gestures/gesture_trail_overlay.h"
 #include "model/stroke_recogniser.h"
 #include "platform/list_view.h"
-#include "platform/service_window.h"
+#include "platform/service_messages.h"
 #include "platform/subclass.h"
 #include "resources/resource.h"
 

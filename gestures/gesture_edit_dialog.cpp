@@ -9,7 +9,7 @@
 #include "gestures/gesture_texts.h"
 #include "platform/boundary.h"
 #include "platform/combo_box.h"
-#include "platform/service_window.h"
+#include "platform/service_messages.h"
 #include "platform/texts.h"
 #include "platform/window_text.h"
 #include "resources/resource.h"

@@ -1,7 +1,7 @@
 #include "gestures/gesture_mgr.h"
 
 #include "platform/raised_flag.h"
-#include "platform/service_window.h"
+#include "platform/service_messages.h"
 
 namespace kvn::gestures {
 namespace {

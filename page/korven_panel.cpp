@@ -18,7 +18,7 @@
 #include "platform/module.h"
 #include "platform/paused_redraw.h"
 #include "platform/raised_flag.h"
-#include "platform/service_window.h"
+#include "platform/service_messages.h"
 #include "platform/texts.h"
 #include "resources/resource.h"
 

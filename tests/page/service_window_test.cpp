@@ -1,4 +1,4 @@
-#include "platform/service_window.h"
+#include "platform/service_messages.h"
 
 #include <gtest/gtest.h>
 

@@ -6,7 +6,7 @@
 
 #include "resources/server_class.h"
 #include "tools/control_panel/host_error.h"
-#include "tools/control_panel/registration.h"
+#include "tools/control_panel/page_registration.h"
 #include "tools/control_panel/registry_text.h"
 
 namespace kvn::control_panel {

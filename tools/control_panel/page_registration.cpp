@@ -1,4 +1,4 @@
-#include "tools/control_panel/registration.h"
+#include "tools/control_panel/page_registration.h"
 
 #include "resources/server_class.h"
 #include "tools/control_panel/handlers.h"
