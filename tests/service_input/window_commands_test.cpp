@@ -73,7 +73,7 @@ private:
 
 TEST(WindowCommandsTest, ADialogOfTheDesktopIsClosedAndTheDesktopStaysAsItIs) {
     const DesktopWindow desktop;
-    RecorderWindow recorder(kBoxes);
+    RecorderWindow recorder(WS_POPUP | WS_CAPTION | WS_SYSMENU);
     desktop.Own(recorder.Get());
     EXPECT_EQ(DoWindowCommand(Deed::MaximizeWindow), L"the window has no such box");
     EXPECT_EQ(DoWindowCommand(Deed::MinimizeWindow), L"the window has no such box");
