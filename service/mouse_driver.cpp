@@ -145,8 +145,9 @@ bool MouseDriver::IsHeld(ButtonSlot physicalButton) {
     return (hook.HeldButtons() >> slot & 1U) != 0;
 }
 
+// The hub keeps the profile of a mouse that is there no more.
 Status MouseDriver::CurrentStatus() const {
-    const ProfileInForce inForce = hub.InForce();
+    const ProfileInForce inForce = mouse ? hub.InForce() : ProfileInForce{};
     return {.mouse = mouse,
             .profile = inForce.name,
             .why = inForce.why,

@@ -43,6 +43,16 @@ TEST_F(ServiceWindowTest, WithoutAMouseTheProbeIsRefusedAndNothingIsPublished) {
     EXPECT_EQ(Status()["vid"], "0000");
 }
 
+TEST_F(ServiceWindowTest, NoProfileIsInForceOnceTheMouseIsTakenAway) {
+    StartService();
+    EXPECT_EQ(Run({L"--profile", L"Default"}).exitCode, 0U);
+    EXPECT_EQ(Run({L"--mouse", L"none"}).exitCode, 0U);
+    EXPECT_EQ(Send(Number(ServiceMessage::Probe)), platform::kProbeRefused);
+    EXPECT_EQ(Status()["vid"], "0000");
+    EXPECT_EQ(Status()["profile"], "");
+    EXPECT_EQ(Status()["why"], "selected");
+}
+
 TEST_F(ServiceWindowTest, AMouseThatComesLaterIsPublishedAndAnswered) {
     StartService({L"--mouse", L"none"});
     EXPECT_EQ(Run(kSample).exitCode, 0U);
