@@ -114,6 +114,18 @@ TEST_F(ServiceWindowTest, TheSessionThatIsSwitchedToPublishesItsMouseAgain) {
     EXPECT_EQ(test::StoredValues(test::kMouseKey).at(L"VID"), StoredNumber(0x4321));
 }
 
+TEST_F(ServiceWindowTest, TheHookIsInstalledAgainAfterSleepAndLock) {
+    StartService();
+    EXPECT_EQ(Status()["reinstalled"], "0");
+    Send(WM_POWERBROADCAST, PBT_APMRESUMEAUTOMATIC);
+    EXPECT_EQ(Status()["reinstalled"], "1");
+    Send(WM_WTSSESSION_CHANGE, WTS_SESSION_LOCK);
+    EXPECT_EQ(Status()["reinstalled"], "1");
+    Send(WM_WTSSESSION_CHANGE, WTS_SESSION_UNLOCK);
+    EXPECT_EQ(Status()["reinstalled"], "2");
+    EXPECT_EQ(Status()["hook"], "alive");
+}
+
 TEST_F(ServiceWindowTest, TheTaskbarsReturnAndTheIconsDoubleClickDoNoHarm) {
     StartService();
     Send(RegisterWindowMessageW(L"TaskbarCreated"));
