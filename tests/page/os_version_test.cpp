@@ -145,6 +145,7 @@ TEST_F(OsVersionTest, DecidesWhetherTheGestureEditorShowsAGesturesFunction) {
         const HWND opened = EditRow(row);
         EXPECT_EQ(function, SelectedData(GetDlgItem(opened, IDC_GESTURE_FUNCTION))) << row;
         CloseEditor(opened, IDCANCEL);
+        SelectRow(row, false);
     };
     expectFunction(0, hasCharms ? std::optional(54) : std::nullopt);
     expectFunction(1, 37);
