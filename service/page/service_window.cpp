@@ -3,8 +3,8 @@
 #include "platform/boundary.h"
 #include "platform/module.h"
 #include "platform/raised_flag.h"
+#include "platform/service_messages.h"
 #include "platform/service_protocol.h"
-#include "platform/service_window.h"
 #include "platform/subclass.h"
 
 namespace kvn::service {
