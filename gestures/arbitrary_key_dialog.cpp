@@ -119,7 +119,7 @@ private:
     void OnCommand(int control);
     void OnClear();
     void OnOk();
-    void OnDestroy() const;
+    static void OnDestroy();
 
     // Fills one combo box with the keys that may be chosen and shows the given one.
     void FillInput(HWND combo, HWND field, KeyCode current) const;
@@ -201,7 +201,7 @@ void ArbitraryKeyDialog::OnOk() {
     End(platform::DialogResult::Accepted);
 }
 
-void ArbitraryKeyDialog::OnDestroy() const {
+void ArbitraryKeyDialog::OnDestroy() {
     EnableInputMethod(true);
     InvalidateRect(nullptr, nullptr, TRUE);
 }

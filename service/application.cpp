@@ -108,7 +108,7 @@ Answer Application::ForceProfile(const std::wstring& name) {
     return {kFailed, Text(IDS_FAULT_UNKNOWN_PROFILE, name) + L'\n'};
 }
 
-Answer Application::OpenSettings() const {
+Answer Application::OpenSettings() {
     if (OpenMouseControlPanel()) return {};
     return {kFailed, Text(IDS_FAULT_SETTINGS) + L'\n'};
 }

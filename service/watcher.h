@@ -18,7 +18,7 @@ public:
 
 private:
     static constexpr std::size_t kRestarts = 3;
-    static constexpr std::uint64_t kPeriodMilliseconds = 10 * 60 * 1000;
+    static constexpr std::uint64_t kPeriodMilliseconds = 600'000;
     std::array<std::uint64_t, kRestarts> times{};
     std::size_t count = 0;
 };

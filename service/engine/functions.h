@@ -39,8 +39,8 @@ enum class Deed : std::uint8_t {
 enum class Program : std::uint8_t { None, Computer, Browser, Explorer, ControlPanel, Printers, Magnifier };
 
 struct FunctionRow {
-    model::FunctionCode code;
-    FunctionKind kind;
+    model::FunctionCode code = model::kFunctionNone;
+    FunctionKind kind = FunctionKind::Natural;
     Deed deed = Deed::None;
     std::array<model::KeyCode, 3> keys{model::kNoKey, model::kNoKey, model::kNoKey};
     model::ButtonSlot button =
