@@ -50,9 +50,9 @@ public:
         windowClass.lpfnWndProc = DefWindowProcW;
         windowClass.lpszClassName = kClassName;
         RegisterClassW(&windowClass);
-        window = CreateWindowExW(WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE, kClassName, nullptr,
-                                 WS_POPUP | WS_MAXIMIZEBOX | WS_MINIMIZEBOX, 0, 0, 0, 0, nullptr, nullptr, nullptr,
-                                 nullptr);
+        window =
+            CreateWindowExW(WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE, kClassName, nullptr,
+                            WS_POPUP | WS_MAXIMIZEBOX | WS_MINIMIZEBOX, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr);
     }
     DesktopWindow(const DesktopWindow&) = delete;
     DesktopWindow& operator=(const DesktopWindow&) = delete;
