@@ -173,6 +173,27 @@ TEST(FunctionCodes, AreThoseOfTheCatalogue) {
     EXPECT_EQ((std::map<std::string, std::string>(rows.begin(), rows.end())), expected);
 }
 
+// "0 to 54, or -2"
+std::string FileRangeOf(const model::SettingFieldRow& row) {
+    const std::string range = RangeOf(row.field);
+    return row.mayBeUnset ? range + ", or " + std::to_string(model::kUnsetValue) + ", \"Invalid\"" : range;
+}
+
+TEST(ProfileFileDocument, NamesTheElementOfEveryNumber) {
+    std::map<std::string, std::pair<std::string, std::string>> documented;
+    for (const Row& row : TableWith(ReadFile("docs/profile-file.md"), "element").rows) {
+        static const std::regex word("\\w+");
+        std::sregex_iterator value(row[1].begin(), row[1].end(), word);
+        for (std::sregex_iterator name(row[0].begin(), row[0].end(), word), end; name != end; ++name) {
+            documented[name->str()] = {value == end ? "" : (value++)->str(), row[2]};
+        }
+    }
+    for (const model::SettingFieldRow& row : model::kSettingFields) {
+        const auto expected = std::pair(NameOf(row.registryValue), FileRangeOf(row));
+        EXPECT_EQ(documented[row.fileElement], expected) << row.fileElement;
+    }
+}
+
 TEST(KeyNames, AreThoseOfTheTableInItsOrder) {
     std::vector<Row> expected;
     for (const model::KeyNameRow& row : model::kKeyNameTable) {
