@@ -17,7 +17,7 @@ std::wstring DescribeError(unsigned long error) {
     std::wstring text(message ? message.Get() : L"error");
     text.erase(text.find_last_not_of(L" .\r\n") + 1);
     wchar_t number[16];
-    std::swprintf(number, std::size(number), L" (0x%lX)", error);
+    static_cast<void>(std::swprintf(number, std::size(number), L" (0x%lX)", error));
     return text + number;
 }
 

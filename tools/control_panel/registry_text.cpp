@@ -18,8 +18,8 @@ constexpr DWORD kKeyNameSize = 256;
 
 std::optional<std::wstring> ReadRegistryText(HKEY root, const std::wstring& path, const wchar_t* valueName) {
     std::wstring text(MAX_PATH, L'\0');
-    LSTATUS status;
-    DWORD bytes;
+    LSTATUS status = ERROR_SUCCESS;
+    DWORD bytes = 0;
     do {
         bytes = static_cast<DWORD>(text.size() * sizeof(wchar_t));
         status = RegGetValueW(root, path.c_str(), valueName, RRF_RT_REG_SZ, nullptr, text.data(), &bytes);
@@ -31,7 +31,7 @@ std::optional<std::wstring> ReadRegistryText(HKEY root, const std::wstring& path
 }
 
 void WriteRegistryText(HKEY root, const std::wstring& path, const wchar_t* valueName, const std::wstring& text) {
-    const DWORD bytes = static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t));
+    const auto bytes = static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t));
     const LSTATUS status = RegSetKeyValueW(root, path.c_str(), valueName, REG_SZ, text.c_str(), bytes);
     if (status != ERROR_SUCCESS) RefuseWrite(path, status);
 }

@@ -16,6 +16,7 @@ void DiscardQuitMessages() {
 
 void ShowSheet(std::vector<Page> pages) {
     std::vector<HPROPSHEETPAGE> handles;
+    handles.reserve(pages.size());
     for (const Page& page : pages) handles.push_back(page.Get());
 
     PROPSHEETHEADERW header{};

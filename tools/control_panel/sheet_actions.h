@@ -28,7 +28,7 @@ private:
     void OnTick();
     void Prepare(HWND sheet, HWND page);
     void TakePicture(HWND sheet);
-    void Close();
+    static void Close();
 
     const Options& options;
     UINT_PTR timer = 0;
