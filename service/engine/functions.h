@@ -39,8 +39,8 @@ enum class Deed : std::uint8_t {
 enum class Program : std::uint8_t { None, Computer, Browser, Explorer, ControlPanel, Printers, Magnifier };
 
 struct FunctionRow {
-    model::FunctionCode code;
-    FunctionKind kind;
+    model::FunctionCode code = model::kFunctionNone;
+    FunctionKind kind = FunctionKind::Natural;
     Deed deed = Deed::None;
     std::array<model::KeyCode, 3> keys{model::kNoKey, model::kNoKey, model::kNoKey};
     model::ButtonSlot button =
@@ -56,8 +56,7 @@ FunctionKind KindOf(model::FunctionCode code);
 
 // The function that is what Windows does with this control by itself (a tilt's only at horizontal speed 4).
 constexpr model::FunctionCode NaturalFunctionOf(model::ButtonSlot control) {
-    constexpr std::array<model::FunctionCode, model::kButtonSlotCount> kNatural{1, 2, 9, 3, 4, 33, 34};
-    return kNatural[static_cast<std::size_t>(control)];
+    return model::DefaultFunctionOf(control);
 }
 
 }  // namespace kvn::service
