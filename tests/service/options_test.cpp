@@ -31,6 +31,7 @@ TEST_F(ServiceOptionsTest, BadOptionsAreNamedAndEndWithTwo) {
                      {{L"stray"}, "stray"},
                      {{L"--log"}, "--log"},
                      {{L"--mouse", L"1234:5678"}, "1234:5678"},
+                     {{L"--log", L"C:\\no such folder\\log.txt"}, "no such folder"},
                      {{L"--quit", L"--pause"}, "--quit"}};
     for (const Row& row : rows) {
         const Outcome outcome = Run(row.arguments);
