@@ -46,7 +46,7 @@ private:
     MouseDriver::Outlets DriverOutlets();
 
     Answer ForceProfile(const std::wstring& name);
-    Answer OpenSettings() const;
+    static Answer OpenSettings();
     void OnTrayChoice(const TrayChoice& choice);
     void OnTrayCommand(TrayCommand command);
     TrayState CurrentTrayState() const;

@@ -18,7 +18,7 @@ public:
 
 private:
     static constexpr std::size_t kRestarts = 3;
-    static constexpr std::uint64_t kPeriodMilliseconds = 10 * 60 * 1000;
+    static constexpr std::uint64_t kPeriodMilliseconds = 600'000;
     std::array<std::uint64_t, kRestarts> times{};
     std::size_t count = 0;
 };
@@ -42,6 +42,8 @@ public:
     HANDLE Process() const { return process.Get(); }
     // The watcher has ended, and nobody asked it to: starts another, unless none stays.
     void Replace();
+    // There is none, and it is worth while to try again.
+    bool IsMissing() const;
 
 private:
     bool Adopt(std::uint32_t processId);

@@ -32,7 +32,7 @@ std::wstring NameOf(HANDLE device) {
     std::wstring name(length, L'\0');
     const UINT copied = GetRawInputDeviceInfoW(device, RIDI_DEVICENAME, name.data(), &length);
     if (copied == 0 || copied == static_cast<UINT>(-1)) return {};
-    return name.c_str();
+    return {name.c_str()};
 }
 
 // Nothing for a device that is no mouse, or is gone already.

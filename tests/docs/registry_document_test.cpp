@@ -99,7 +99,7 @@ TEST(RegistryDocument, NamesTheRangesOfTheNumbers) {
 
 TEST(RegistryDocument, NamesThePublishedValuesInTheOrderOfReading) {
     static const std::regex reading("RegistryValue::(\\w+)");
-    const std::string source = ReadFile("model/registry_records.cpp");
+    const std::string source = ReadFile("model/registry_access.cpp");
     const std::size_t begin = source.find("const bool read =");
     const std::string statement = source.substr(begin, source.find(';', begin) - begin);
     std::vector<std::string> read;
@@ -149,7 +149,7 @@ TEST(RegistryDocument, NamesTheKeys) {
     const std::string modelKey = Narrow(model::kBaseKey) + "\\VIDvvvvPIDpppp";
     EXPECT_EQ(keys.Column("key"),
               (std::vector<std::string>{Narrow(model::kBaseKey), modelKey, Narrow(model::kDefaultBindKey)}));
-    EXPECT_NE(Prose().find('`' + Narrow(model::ModelName(0x1234, 0x5678)) + '`'), std::string::npos);
+    EXPECT_NE(Prose().find('`' + Narrow(model::MouseModelName(0x1234, 0x5678)) + '`'), std::string::npos);
     EXPECT_NE(Prose().find('`' + Narrow(model::kDefaultCenterValue) + '`'), std::string::npos);
 }
 
@@ -173,9 +173,30 @@ TEST(FunctionCodes, AreThoseOfTheCatalogue) {
     EXPECT_EQ((std::map<std::string, std::string>(rows.begin(), rows.end())), expected);
 }
 
+// "0 to 54, or -2"
+std::string FileRangeOf(const model::SettingFieldRow& row) {
+    const std::string range = RangeOf(row.field);
+    return row.mayBeUnset ? range + ", or " + std::to_string(model::kUnsetValue) + ", \"Invalid\"" : range;
+}
+
+TEST(ProfileFileDocument, NamesTheElementOfEveryNumber) {
+    std::map<std::string, std::pair<std::string, std::string>> documented;
+    for (const Row& row : TableWith(ReadFile("docs/profile-file.md"), "element").rows) {
+        static const std::regex word("\\w+");
+        std::sregex_iterator value(row[1].begin(), row[1].end(), word);
+        for (std::sregex_iterator name(row[0].begin(), row[0].end(), word), end; name != end; ++name) {
+            documented[name->str()] = {value == end ? "" : (value++)->str(), row[2]};
+        }
+    }
+    for (const model::SettingFieldRow& row : model::kSettingFields) {
+        const auto expected = std::pair(NameOf(row.registryValue), FileRangeOf(row));
+        EXPECT_EQ(documented[row.fileElement], expected) << row.fileElement;
+    }
+}
+
 TEST(KeyNames, AreThoseOfTheTableInItsOrder) {
     std::vector<Row> expected;
-    for (const model::KeyNameRow& row : model::KeyNameTable) {
+    for (const model::KeyNameRow& row : model::kKeyNameTable) {
         std::array<char, 8> hex{};
         std::snprintf(hex.data(), hex.size(), "0x%02x", static_cast<unsigned>(row.code));
         expected.push_back({std::to_string(row.code), hex.data(), Narrow(row.name), row.listed ? "yes" : "no"});

@@ -1,16 +1,9 @@
 #include "tests/end_to_end/watchdog.h"
 
-#include <chrono>
-
 namespace kvn::end_to_end {
-namespace {
 
-// More than any test takes, even on a busy machine; every single wait gives up earlier.
-constexpr std::chrono::seconds kLongestTest{150};
-
-}  // namespace
-
-Watchdog::Watchdog(const ProcessGroup& watched) : thread([this, &watched] { Run(watched); }) {}
+Watchdog::Watchdog(const ProcessGroup& watched, std::chrono::seconds longestTest)
+    : thread([this, &watched, longestTest] { Run(watched, longestTest); }) {}
 
 Watchdog::~Watchdog() {
     {
@@ -26,9 +19,9 @@ bool Watchdog::HasBitten() {
     return hasBitten;
 }
 
-void Watchdog::Run(const ProcessGroup& watched) {
+void Watchdog::Run(const ProcessGroup& watched, std::chrono::seconds longestTest) {
     std::unique_lock lock(mutex);
-    if (end.wait_for(lock, kLongestTest, [this] { return isOver; })) return;
+    if (end.wait_for(lock, longestTest, [this] { return isOver; })) return;
     hasBitten = true;
     watched.KillAll();
 }

@@ -113,9 +113,9 @@ class Installer(unittest.TestCase):
         [row] = [line.split("\t") for line in table("File").splitlines() if line.startswith("KvnMouseUtil.dll")]
         self.assertEqual(row[4:6], [f"{VERSION}.0", "1033"])
 
-    def test_changelog_begins_with_this_version(self):
+    def test_this_version_is_the_newest_release_of_the_changelog(self):
         changelog = pathlib.Path("CHANGELOG.md").read_text(encoding="utf-8")
-        self.assertEqual(re.search(r"^## \[([^\]]+)\]", changelog, re.MULTILINE).group(1), VERSION)
+        self.assertEqual(re.search(r"^## \[(\d[^\]]*)\]", changelog, re.MULTILINE).group(1), VERSION)
 
 
 class Installation(unittest.TestCase):

@@ -1,0 +1,49 @@
+// The user's hands: real mouse and keyboard events, made by a program outside of Windows.
+#pragma once
+
+#include <winsock2.h>
+
+#include <string>
+
+#include "model/setting_field.h"
+
+namespace kvn::service_end_to_end {
+
+class Hands {
+public:
+    // Connects to the program; throws StoryError when it is not there.
+    Hands();
+    ~Hands();  // lets go of everything
+    Hands(const Hands&) = delete;
+    Hands& operator=(const Hands&) = delete;
+
+    // Buttons only: a tilt has no release. A tilt's press is one report.
+    void Press(model::ButtonSlot control) const;
+    void Release(model::ButtonSlot control) const;
+    void Click(model::ButtonSlot control) const;
+    // One notch.
+    void TurnWheelUp() const { Order("click 4"); }
+    void TurnWheelDown() const { Order("click 5"); }
+    void MoveTo(POINT place) const;
+    // By their X names: Shift_L, Control_L, F12, a.
+    void HoldKey(const std::string& name) const { Order("keydown " + name); }
+    void LetGoOfKey(const std::string& name) const { Order("keyup " + name); }
+    void PressKey(const std::string& name) const;
+    // Brings a window to the front, with the keyboard; throws StoryError when it does not come.
+    void BringToFront(HWND window) const;
+    // Whether the display gives a click to this window, and not to one that only Windows has closed already.
+    bool IsPointerOver(HWND window) const;
+    void LetGoOfAll() const { Order("letgo"); }
+
+    // The colours on the screen, as RRGGBB one behind the other, row by row.
+    std::string Pixels(const RECT& place) const { return Ask(PixelOrder(place)); }
+
+private:
+    static std::string PixelOrder(const RECT& place);
+    void Order(const std::string& line) const;
+    std::string Ask(const std::string& line) const;
+
+    SOCKET connection = INVALID_SOCKET;
+};
+
+}  // namespace kvn::service_end_to_end

@@ -1,0 +1,315 @@
+// Controls that are held: what is pressed is released, whatever changes meanwhile; repeats; several at once; the
+// keyboard.
+#include <chrono>
+#include <thread>
+
+#include "tests/end_to_end/waiting.h"
+#include "tests/service_end_to_end/world.h"
+
+namespace kvn::service_end_to_end {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using end_to_end::WaitFor;
+
+bool IsDown(int key) {
+    return (GetAsyncKeyState(key) & 0x8000) != 0;
+}
+
+// The keyboard's shortest delay and highest rate, for the time of a test.
+class QuickKeyboard {
+public:
+    QuickKeyboard() {
+        SystemParametersInfoW(SPI_GETKEYBOARDDELAY, 0, &delay, 0);
+        SystemParametersInfoW(SPI_GETKEYBOARDSPEED, 0, &speed, 0);
+        Set(0, 31);
+    }
+    ~QuickKeyboard() { Set(static_cast<UINT>(delay), speed); }
+    QuickKeyboard(const QuickKeyboard&) = delete;
+    QuickKeyboard& operator=(const QuickKeyboard&) = delete;
+
+private:
+    static void Set(UINT newDelay, UINT newSpeed) {
+        SystemParametersInfoW(SPI_SETKEYBOARDDELAY, newDelay, nullptr, 0);
+        SystemParametersInfoW(SPI_SETKEYBOARDSPEED, newSpeed, nullptr, 0);
+    }
+
+    int delay = 1;
+    DWORD speed = 31;
+};
+
+class Holding : public ServiceTest {
+protected:
+    void SetUp() override {
+        ServiceTest::SetUp();
+        StartService();
+        recorder = &StartRecorder();
+    }
+
+    void UseFunctions(const std::map<ButtonSlot, model::FunctionCode>& functions,
+                      const std::map<ButtonSlot, std::wstring>& keys = {}) {
+        Use({.functions = functions, .keys = keys}, *recorder);
+    }
+    void Expect(const Lines& lines) { ServiceTest::Expect(*recorder, lines); }
+    void ExpectAll(const Lines& lines) { ServiceTest::ExpectAll(*recorder, lines); }
+
+    Recorder* recorder = nullptr;
+};
+
+TEST_F(Holding, KeyRepeatsWithTheKeyboardsDelayUntilTheRelease) {
+    const QuickKeyboard keyboard;
+    UseFunctions({{kBack, Function::kEnter}});
+    const auto begin = Clock::now();
+    hands.Press(kBack);
+    Expect({"sent down Enter"});
+    Lines repeats = recorder->Arrived(3);
+    // The shortest delay is a quarter of a second, the highest rate some thirty a second.
+    EXPECT_GE(Clock::now() - begin, std::chrono::milliseconds(250 + 2 * 25));
+    hands.Release(kBack);
+    const Lines later = recorder->ArrivedUntilNow();
+    repeats.insert(repeats.end(), later.begin(), later.end());
+    ASSERT_FALSE(repeats.empty());
+    EXPECT_EQ(repeats.back(), "sent up Enter");
+    repeats.pop_back();
+    EXPECT_EQ(repeats, Lines(repeats.size(), "sent down Enter again"));
+}
+
+TEST_F(Holding, OnlyTheLastKeyThatIsNoModifierRepeats) {
+    const QuickKeyboard keyboard;
+    UseFunctions({{kBack, Function::kKeys}}, {{kBack, L"Left Shift+A+B"}});
+    hands.Press(kBack);
+    Expect({"sent down Shift", "sent down A [Shift]", "sent down B [Shift]"});
+    const Lines repeats = recorder->Arrived(3);
+    EXPECT_EQ(repeats, Lines(repeats.size(), "sent down B [Shift] again"));
+    hands.Release(kBack);
+    Lines end = recorder->ArrivedUntilNow();
+    std::erase(end, "sent down B [Shift] again");
+    EXPECT_EQ(end, (Lines{"sent up B [Shift]", "sent up A [Shift]", "sent up Shift"}));
+}
+
+TEST_F(Holding, HorizontalScrollingGoesOnTenTimesASecond) {
+    Use({.functions = {{kBack, kScrollRight}}, .horizontalSpeed = 6}, *recorder);
+    const auto begin = Clock::now();
+    hands.Press(kBack);
+    const Lines steps = recorder->Arrived(5);
+    const auto duration = Clock::now() - begin;
+    hands.Release(kBack);
+    EXPECT_EQ(steps, Lines(steps.size(), "sent hwheel 180"));
+    EXPECT_GE(duration, std::chrono::milliseconds(350));
+    recorder->Forget();
+    ExpectAll({});
+}
+
+TEST_F(Holding, TiltsOwnReportsAreMultipliedBySpeed) {
+    Use({.horizontalSpeed = 1}, *recorder);
+    hands.Press(kTiltLeft);
+    hands.Press(kTiltLeft);
+    hands.Press(kTiltRight);
+    ExpectAll({"sent hwheel -30", "sent hwheel -30", "sent hwheel 30"});
+    Use({.horizontalSpeed = 8}, *recorder);
+    hands.Press(kTiltRight);
+    ExpectAll({"sent hwheel 240"});
+}
+
+TEST_F(Holding, OneThatActsOnceActsOnceInAPushOfTheTilt) {
+    UseFunctions({{kTiltLeft, kCopy}, {kTiltRight, Function::kTab}});
+    for (int report = 0; report < 4; ++report) hands.Press(kTiltLeft);
+    ExpectAll({"sent down Ctrl", "sent down C [Ctrl]", "sent up C [Ctrl]", "sent up Ctrl"});
+    for (int report = 0; report < 2; ++report) hands.Press(kTiltRight);
+    ExpectAll({"sent down Tab", "sent up Tab", "sent down Tab", "sent up Tab"});
+    std::this_thread::sleep_for(std::chrono::milliseconds(330));  // the push ends by time alone
+    hands.Press(kTiltLeft);
+    ExpectAll({"sent down Ctrl", "sent down C [Ctrl]", "sent up C [Ctrl]", "sent up Ctrl"});
+}
+
+TEST_F(Holding, ModifierOnAButtonWorksWithWheelClickAndKeyboard) {
+    UseFunctions({{kBack, kCtrl}, {kForward, Function::kShift}});
+    hands.Press(kBack);
+    Expect({"sent down Ctrl"});
+    hands.TurnWheelUp();
+    Expect({"real turn 120 [Ctrl]"});
+    hands.Click(kLeft);
+    Expect({"real left down [Ctrl]", "real left up [Ctrl]"});
+    hands.PressKey("a");
+    Expect({"real down A [Ctrl]", "real up A [Ctrl]"});
+    hands.Release(kBack);
+    hands.Press(kForward);
+    Expect({"sent up Ctrl", "sent down Shift"});
+    hands.Click(kRight);
+    hands.Release(kForward);
+    ExpectAll({"real right down [Shift]", "real right up [Shift]", "sent up Shift"});
+}
+
+TEST_F(Holding, TwoControlsThatHoldOneKeyCount) {
+    UseFunctions({{kBack, kCtrl}, {kForward, kCtrl}, {kRight, kCtrl}});
+    hands.Press(kBack);
+    Expect({"sent down Ctrl"});
+    hands.Press(kForward);
+    hands.Press(kRight);
+    hands.Release(kBack);
+    hands.Release(kRight);
+    ExpectAll({});
+    hands.Release(kForward);
+    ExpectAll({"sent up Ctrl"});
+}
+
+TEST_F(Holding, TwoControlsThatHoldOneButtonCount) {
+    UseFunctions({{kBack, kRightClick}, {kForward, kRightClick}});
+    hands.Press(kBack);
+    hands.Press(kForward);
+    hands.Release(kBack);
+    ExpectAll({"sent right down"});
+    hands.Release(kForward);
+    ExpectAll({"sent right up"});
+}
+
+TEST_F(Holding, ShiftOnOneButtonAndTabOnAnotherAreShiftTab) {
+    UseFunctions({{kBack, Function::kShift}, {kForward, Function::kTab}});
+    hands.Press(kBack);
+    hands.Click(kForward);
+    hands.Release(kBack);
+    ExpectAll({"sent down Shift", "sent down Tab [Shift]", "sent up Tab [Shift]", "sent up Shift"});
+}
+
+TEST_F(Holding, KeyWithoutModifierJoinsTheKeyboardsOne) {
+    UseFunctions({{kBack, Function::kTab}});
+    hands.HoldKey("Shift_L");
+    hands.Click(kBack);
+    Expect({"real down Shift", "sent down Tab [Shift]", "sent up Tab [Shift]"});
+    hands.LetGoOfKey("Shift_L");
+    ExpectAll({"real up Shift"});
+}
+
+TEST_F(Holding, ChordArrivesAsNamedWhileShiftIsHeldOnTheKeyboard) {
+    UseFunctions({{kBack, kCopy}});
+    hands.HoldKey("Shift_L");
+    Expect({"real down Shift"});
+    hands.Click(kBack);
+    const Lines arrived = recorder->ArrivedUpTo("sent up C [Ctrl]").empty() ? recorder->ArrivedUntilNow() : Lines{};
+    EXPECT_EQ(arrived, Lines()) << "the chord did not arrive as it is named";
+    WaitFor("Shift to be down again", [] { return IsDown(VK_SHIFT); });
+    recorder->Forget();
+    hands.PressKey("a");
+    Expect({"real down A [Shift]", "real up A [Shift]"});
+    hands.LetGoOfKey("Shift_L");
+    Expect({"real up Shift"});
+    EXPECT_FALSE(IsDown(VK_SHIFT));
+    EXPECT_FALSE(IsDown(VK_CONTROL));
+}
+
+TEST_F(Holding, ModifierThatTheUserHoldsIsNeitherPressedNorReleased) {
+    UseFunctions({{kBack, kCopy}});
+    hands.HoldKey("Control_L");
+    Expect({"real down Ctrl"});
+    hands.Click(kBack);
+    ExpectAll({"sent down C [Ctrl]", "sent up C [Ctrl]"});
+    hands.LetGoOfKey("Control_L");
+    ExpectAll({"real up Ctrl"});
+}
+
+TEST_F(Holding, OffKeepsPressAndRelease) {
+    UseFunctions({{kBack, kOff}, {kRight, kOff}, {kTiltLeft, kOff}});
+    hands.Click(kBack);
+    hands.Click(kRight);
+    hands.Press(kTiltLeft);
+    ExpectAll({});
+}
+
+TEST_F(Holding, LeftButtonClicksWhenNoControlHasTheLeftClick) {
+    UseFunctions({{kLeft, kCopy}});
+    hands.Click(kLeft);
+    ExpectAll({"real left down", "real left up"});
+}
+
+TEST_F(Holding, FunctionEndsAtTheChangeWhenTheControlGetsAnotherOne) {
+    UseFunctions({{kBack, kCtrl}});
+    hands.Press(kBack);
+    Expect({"sent down Ctrl"});
+    Store({.functions = {{kBack, kCopy}}});
+    Announce();
+    Expect({"sent up Ctrl"});
+    hands.Release(kBack);
+    ExpectAll({});
+}
+
+TEST_F(Holding, FunctionThatStaysEndsAtTheRelease) {
+    UseFunctions({{kBack, kCtrl}});
+    hands.Press(kBack);
+    Expect({"sent down Ctrl"});
+    Store({.functions = {{kBack, kCtrl}, {kForward, kOff}}});
+    Announce();
+    WaitFor("the new settings", [&] {
+        hands.Click(kForward);
+        return recorder->ArrivedUntilNow().empty();
+    });
+    EXPECT_TRUE(IsDown(VK_CONTROL));
+    hands.Release(kBack);
+    ExpectAll({"sent up Ctrl"});
+}
+
+TEST_F(Holding, ReleaseOfAPassedPressPassesAfterAChange) {
+    UseFunctions({});
+    hands.Press(kBack);
+    Expect({"real back down"});
+    UseFunctions({{kBack, kCopy}});
+    hands.Release(kBack);
+    ExpectAll({"real back up"});
+}
+
+TEST_F(Holding, ReleaseOfAKeptPressIsKeptAfterAChange) {
+    UseFunctions({{kBack, kOff}});
+    hands.Press(kBack);
+    UseFunctions({});
+    hands.Release(kBack);
+    ExpectAll({});
+    hands.Click(kBack);
+    ExpectAll({"real back down", "real back up"});
+}
+
+TEST_F(Holding, PauseReleasesWhatIsHeldAndLeavesEverythingNatural) {
+    UseFunctions({{kBack, kCtrl}});
+    hands.Press(kBack);
+    Expect({"sent down Ctrl"});
+    EXPECT_EQ(Ask({L"--pause"}), 0U);
+    Expect({"sent up Ctrl"});
+    EXPECT_EQ(Status()["paused"], "yes");
+    hands.Release(kBack);
+    hands.Click(kBack);
+    ExpectAll({"real back down", "real back up"});
+
+    EXPECT_EQ(Ask({L"--resume"}), 0U);
+    WaitFor("the end of the pause", [&] { return Status()["paused"] == "no"; });
+    hands.Click(kBack);
+    ExpectAll({"sent down Ctrl", "sent up Ctrl"});
+}
+
+TEST_F(Holding, ExitReleasesWhatIsHeld) {
+    UseFunctions({{kBack, kCtrl}, {kRight, kMiddleClick}});
+    hands.Press(kBack);
+    hands.Press(kRight);
+    Expect({"sent down Ctrl", "sent wheel down [Ctrl]"});
+    EXPECT_EQ(Ask({L"--quit"}), 0U);
+    WaitFor("the end of the service", [] { return ServiceWindow() == nullptr; });
+    WaitFor("Ctrl to be up", [] { return !IsDown(VK_CONTROL) && !IsDown(VK_MBUTTON); });
+    static_cast<void>(recorder->ArrivedUntilNow());
+    hands.Release(kBack);
+    hands.Release(kRight);
+    static_cast<void>(recorder->ArrivedUntilNow());
+    hands.Click(kBack);
+    ExpectAll({"real back down", "real back up"});
+}
+
+TEST_F(Holding, InputOfProgramsPasses) {
+    UseFunctions({{kBack, kOff}});
+    INPUT input{};
+    input.type = INPUT_MOUSE;
+    for (const DWORD flags : {MOUSEEVENTF_XDOWN, MOUSEEVENTF_XUP}) {
+        input.mi.dwFlags = flags;
+        input.mi.mouseData = XBUTTON1;
+        SendInput(1, &input, sizeof input);
+    }
+    ExpectAll({"sent back down", "sent back up"});
+}
+
+}  // namespace
+}  // namespace kvn::service_end_to_end

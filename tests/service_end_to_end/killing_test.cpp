@@ -1,0 +1,197 @@
+// The service is killed while its user presses buttons: clicks pass at once, what was held is released by the watcher,
+// which starts it again.
+#include <windows.h>
+
+#include <tlhelp32.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <random>
+
+#include "tests/end_to_end/waiting.h"
+#include "tests/service_end_to_end/world.h"
+#include "tests/support/waiting.h"
+
+namespace kvn::service_end_to_end {
+namespace {
+
+using end_to_end::WaitFor;
+
+constexpr std::chrono::milliseconds kReleasedWithin{1000}, kPassesWithin{1000};
+// More are killed when the environment variable KVN_KILLS says so.
+constexpr int kUsualKills = 12;
+// Then the watcher takes the service for one that cannot live.
+constexpr int kKillsOfOneStart = 3;
+
+std::vector<DWORD> ProcessesOfTheService() {
+    std::vector<DWORD> ids;
+    const platform::UniqueKernelObject snapshot(CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
+    PROCESSENTRY32W entry{};
+    entry.dwSize = sizeof entry;
+    for (BOOL more = Process32FirstW(snapshot.Get(), &entry); more; more = Process32NextW(snapshot.Get(), &entry)) {
+        if (std::wstring(entry.szExeFile) == L"KvnMouseApl.exe") ids.push_back(entry.th32ProcessID);
+    }
+    return ids;
+}
+
+// 0 while there is none.
+DWORD Watcher(DWORD service) {
+    for (const DWORD id : ProcessesOfTheService()) {
+        if (id != service) return id;
+    }
+    return 0;
+}
+
+void Kill(DWORD id) {
+    const platform::UniqueKernelObject process(OpenProcess(PROCESS_TERMINATE | SYNCHRONIZE, FALSE, id));
+    TerminateProcess(process.Get(), 0xDEAD);
+}
+
+int KillCount() {
+    const char* const wanted = std::getenv("KVN_KILLS");
+    return wanted == nullptr ? kUsualKills : std::atoi(wanted);
+}
+
+class Killing : public ServiceTest {
+protected:
+    void SetUp() override {
+        ServiceTest::SetUp();
+        Start();
+        recorder = &StartRecorder();
+        Use({.functions = {{kBack, kCtrl}, {kForward, kRightClick}, {kRight, kOff}}}, *recorder);
+    }
+
+    void Start() {
+        StartService();
+        WaitFor("the watcher", [] { return Watcher(ServiceProcess()) != 0; });
+    }
+
+    void KillService() {
+        killed = ServiceProcess();
+        Kill(killed);
+    }
+
+    void WaitForNewService() {
+        WaitFor("a new service", [this] {
+            const DWORD now = ServiceProcess();
+            return now != 0 && now != killed;
+        });
+        WaitForService();
+        WaitFor("its settings", [&] {
+            hands.Click(kRight);
+            return recorder->ArrivedUntilNow().empty();
+        });
+    }
+
+    static void ExpectReleased() {
+        EXPECT_TRUE(test::ComesTrue(
+            [] { return (GetAsyncKeyState(VK_CONTROL) & 0x8000) == 0 && (GetAsyncKeyState(VK_RBUTTON) & 0x8000) == 0; },
+            kReleasedWithin));
+    }
+
+    void ExpectPlainClick() {
+        hands.Click(kLeft);
+        Lines arrived;
+        const auto isClick = [](const std::string& line) { return line.starts_with("real left up"); };
+        EXPECT_TRUE(test::ComesTrue(
+            [&] {
+                const Lines more = recorder->Arrived(0);
+                arrived.insert(arrived.end(), more.begin(), more.end());
+                return std::any_of(arrived.begin(), arrived.end(), isClick);
+            },
+            kPassesWithin))
+            << "the click did not pass";
+    }
+
+    Recorder* recorder = nullptr;
+    DWORD killed = 0;
+};
+
+TEST_F(Killing, WatcherReleasesWhatWasHeldAndStartsTheServiceAgain) {
+    hands.Press(kBack);
+    hands.Press(kForward);
+    Expect(*recorder, {"sent down Ctrl", "sent right down [Ctrl]"});
+    KillService();
+    ExpectReleased();
+    ExpectPlainClick();
+    WaitForNewService();
+    hands.Release(kBack);
+    hands.Release(kForward);
+    recorder->Forget();
+    hands.Click(kBack);
+    ExpectAll(*recorder, {"sent down Ctrl", "sent up Ctrl"});
+    EXPECT_EQ(Status()["vid"], "1234") << "the options hold for the new one";
+}
+
+TEST_F(Killing, WatcherThatIsKilledIsStartedAgain) {
+    const DWORD watcher = Watcher(ServiceProcess());
+    const DWORD service = ServiceProcess();
+    Kill(watcher);
+    WaitFor("another watcher", [&] {
+        const DWORD now = Watcher(service);
+        return now != 0 && now != watcher;
+    });
+    EXPECT_EQ(ServiceProcess(), service);
+    hands.Press(kBack);
+    Expect(*recorder, {"sent down Ctrl"});
+    KillService();
+    ExpectReleased();
+    WaitForNewService();
+    hands.Release(kBack);
+}
+
+TEST_F(Killing, MouseIsNaturalWhenBothAreKilled) {
+    const DWORD service = ServiceProcess();
+    Kill(Watcher(service));
+    Kill(service);
+    WaitFor("the end of both", [] { return ProcessesOfTheService().empty(); });
+    hands.Click(kBack);
+    hands.Click(kRight);
+    ExpectAll(*recorder, {"real back down", "real back up", "real right down", "real right up"});
+    Start();
+    WaitForNewService();
+}
+
+TEST_F(Killing, ServiceThatIsKilledAgainAndAgainIsLeftDead) {
+    for (int kill = 0; kill < kKillsOfOneStart; ++kill) {
+        KillService();
+        WaitForNewService();
+    }
+    KillService();
+    WaitFor("the end of both", [] { return ProcessesOfTheService().empty(); });
+    hands.Click(kBack);
+    ExpectAll(*recorder, {"real back down", "real back up"});
+}
+
+TEST_F(Killing, QuitEndsBoth) {
+    hands.Press(kBack);
+    Expect(*recorder, {"sent down Ctrl"});
+    EXPECT_EQ(Ask({L"--quit"}), 0U);
+    WaitFor("the end of both", [] { return ProcessesOfTheService().empty(); });
+    ExpectReleased();
+    EXPECT_EQ(Ask({L"--quit"}), 0U);
+}
+
+TEST_F(Killing, KilledInTheMiddleOfPresses) {
+    std::mt19937 random(20240229);  // NOLINT: the same each time
+    for (int kill = 0; kill < KillCount() && !HasFailure(); ++kill) {
+        SCOPED_TRACE("kill " + std::to_string(kill));
+        for (std::uint32_t click = random() % 4; click > 0; --click) hands.Click(kForward);
+        hands.Press(kBack);
+        if (random() % 2 == 0) static_cast<void>(recorder->Arrived(1, std::chrono::milliseconds(random() % 8)));
+        KillService();
+        ExpectPlainClick();
+        ExpectReleased();
+        hands.Release(kBack);
+        if (kill % kKillsOfOneStart == kKillsOfOneStart - 1) {
+            WaitForNewService();
+            EXPECT_EQ(Ask({L"--quit"}), 0U);
+            WaitFor("the end of both", [] { return ProcessesOfTheService().empty(); });
+            Start();
+        }
+        WaitForNewService();
+    }
+}
+
+}  // namespace
+}  // namespace kvn::service_end_to_end

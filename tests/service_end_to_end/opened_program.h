@@ -1,0 +1,9 @@
+// What the tests and the programs that stand in the place of Windows' own agree on.
+#pragma once
+
+namespace kvn::service_end_to_end {
+
+// The environment variable that names the file to which each of them adds a line.
+inline constexpr wchar_t kOpenedRecord[] = L"KVN_OPENED_RECORD";
+
+}  // namespace kvn::service_end_to_end

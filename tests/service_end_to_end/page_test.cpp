@@ -1,0 +1,199 @@
+// Page and service together: what is chosen on the page happens when the mouse is pressed.
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include "platform/service_protocol.h"
+#include "resources/resource.h"
+#include "tests/end_to_end/gesture_driver.h"
+#include "tests/end_to_end/profile_text.h"
+#include "tests/end_to_end/sheet_driver.h"
+#include "tests/end_to_end/stored_state.h"
+#include "tests/end_to_end/waiting.h"
+#include "tests/end_to_end/windows_of_process.h"
+#include "tests/service_end_to_end/pen.h"
+#include "tests/service_end_to_end/world.h"
+
+namespace kvn::service_end_to_end {
+namespace {
+
+using end_to_end::GestureEditor;
+using end_to_end::Sheet;
+using end_to_end::WaitFor;
+
+LRESULT AskAbout(HWND window, platform::ServiceButton button) {
+    return SendMessageW(window, static_cast<UINT>(platform::ServiceMessage::IsButtonHeld), 0,
+                        static_cast<LPARAM>(button));
+}
+
+class PageAndService : public ServiceTest {
+protected:
+    Sheet OpenSheet() {
+        const std::wstring folder = end_to_end::ProgramFolder();
+        const end_to_end::Process host =
+            Processes().Start(folder + L"control_panel.exe",
+                              {L"--focus", std::to_wstring(IDC_PAGE_TAB), L"--dll", folder + L"KvnMouseUtil.dll"});
+        Sheet sheet(host.Id());
+        hands.BringToFront(sheet.Window());
+        return sheet;
+    }
+
+    void Click(POINT place) {
+        pen.MoveTo(place);
+        hands.Click(kLeft);
+    }
+
+    void Click(HWND control) { Click(end_to_end::MiddleOf(end_to_end::ScreenRectangle(control))); }
+
+    // What the combo box does when its user has chosen an entry.
+    static void Choose(HWND combo, int function) {
+        WPARAM entry = 0;
+        while (SendMessageW(combo, CB_GETITEMDATA, entry, 0) != function) ++entry;
+        SendMessageW(combo, CB_SETCURSEL, entry, 0);
+        SendMessageW(GetParent(combo), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(combo), CBN_SELCHANGE),
+                     reinterpret_cast<LPARAM>(combo));
+    }
+
+    static void Press(HWND dialog, int button) { PostMessageW(dialog, WM_COMMAND, static_cast<WPARAM>(button), 0); }
+
+    static void Apply(const Sheet& sheet) {
+        WaitFor("a change to apply", [&] { return sheet.CanApply(); });
+        Press(sheet.Window(), end_to_end::kApplyButton);
+        WaitFor("the end of applying", [&] { return !sheet.CanApply(); });
+    }
+
+    // Opens the editor of a new gesture.
+    GestureEditor AddGesture(const Sheet& sheet) {
+        RECT tab = end_to_end::ReadRectangle(sheet.Control(IDC_PAGE_TAB), TCM_GETITEMRECT, 1);
+        MapWindowPoints(sheet.Control(IDC_PAGE_TAB), nullptr, reinterpret_cast<POINT*>(&tab), 2);
+        Click(end_to_end::MiddleOf(tab));
+        const HWND add = GetDlgItem(sheet.GesturePane(), IDC_GESTURES_ADD);
+        WaitFor("the list of gestures", [&] { return IsWindowVisible(add) != FALSE; });
+        Click(add);
+        return GestureEditor(sheet.ProcessId());
+    }
+
+    Pen pen{hands};
+};
+
+const Lines kCopyLines{"sent down Ctrl", "sent down C [Ctrl]", "sent up C [Ctrl]", "sent up Ctrl"};
+
+TEST_F(PageAndService, FunctionThatIsChosenOnThePageHappens) {
+    StartService();
+    Recorder& recorder = StartRecorder();
+    const Sheet sheet = OpenSheet();
+    Choose(sheet.Control(IDC_PANE_BUTTON4), kCopy);
+    Choose(sheet.Control(IDC_PANE_TILT_LEFT), Function::kEnter);
+    Apply(sheet);
+    Press(sheet.Window(), IDCANCEL);
+    WaitFor("the end of the sheet", [&] { return !IsWindow(sheet.Window()); });
+    recorder.ComeToFront();
+    PressUntil(recorder, kBack, "sent up C [Ctrl]");
+    hands.Press(kTiltLeft);
+    ExpectAll(recorder, {"sent down Enter", "sent up Enter"});
+}
+
+TEST_F(PageAndService, StrokeThatIsRecordedOnThePageActsOverAProgram) {
+    end_to_end::WriteFileBytes(ProfileFile(), end_to_end::ProfileFileText({{"Default", {{"tbutton", "36"}}}}));
+    Store({.functions = {{kWheel, kGesture}}});
+    StartService();
+    Recorder& recorder = StartRecorder();
+    {
+        const Sheet sheet = OpenSheet();
+        const GestureEditor editor = AddGesture(sheet);
+        Click(editor.Control(IDC_GESTURE_STROKE));
+        editor.ExpectStroke("Start");
+        pen.MoveTo({60, 90});
+        hands.Press(kWheel);
+        WaitFor("the page's trail", [&] { return editor.Trail() != nullptr; });
+        for (const POINT place : {POINT{120, 90}, {180, 90}, {240, 90}, {240, 150}, {240, 210}, {240, 270}}) {
+            pen.MoveTo(place);
+            Sleep(250);  // the page looks ten times a second
+        }
+        hands.Release(kWheel);
+        editor.ExpectStroke("RD");
+        WaitFor("the end of the page's trail", [&] { return editor.Trail() == nullptr; });
+        Choose(editor.Control(IDC_GESTURE_FUNCTION), kCopy);
+        Press(editor.Window(), IDOK);
+        editor.WaitUntilClosed();
+        Apply(sheet);
+    }
+    recorder.ComeToFront();
+    recorder.Forget();
+    Sleep(600);  // half a second after the page's last question its button is free again
+    WaitFor("the gesture", [&] {
+        pen.MoveTo({60, 90});
+        hands.Press(kWheel);
+        pen.Draw("RD");
+        hands.Release(kWheel);
+        return recorder.Arrived(kCopyLines.size(), std::chrono::milliseconds(500)) == kCopyLines;
+    });
+}
+
+TEST_F(PageAndService, GesturesRestWhileTheEditorIsOpen) {
+    end_to_end::WriteFileBytes(ProfileFile(), end_to_end::ProfileFileText({{"Default", {{"tbutton", "36"}}}}));
+    Store({.functions = {{kWheel, kGesture}}, .gestures = {L"R\t10\tcopy\t"}});
+    StartService();
+    Recorder& recorder = StartRecorder();
+    const Sheet sheet = OpenSheet();
+    const GestureEditor editor = AddGesture(sheet);
+    recorder.ComeToFront();
+    static_cast<void>(recorder.Arrived(0));
+    pen.MoveTo({60, 90});
+    hands.Press(kWheel);
+    for (int x = 60; x <= 240; x += 60) {
+        pen.MoveTo({x, 90});
+        Sleep(120);  // the service looks ten times a second
+    }
+    hands.Release(kWheel);
+    EXPECT_EQ(recorder.Arrived(0), Lines());
+    Press(editor.Window(), IDCANCEL);
+    editor.WaitUntilClosed();
+    recorder.ComeToFront();
+    WaitFor("the click of a press that draws nothing", [&] {
+        hands.Click(kWheel);
+        return recorder.Arrived(2, std::chrono::milliseconds(500)) == Lines{"sent wheel down", "sent wheel up"};
+    });
+}
+
+TEST_F(PageAndService, QuestionIsAnsweredByTheRealButtonWhosePressIsKept) {
+    StartService();
+    Recorder& recorder = StartRecorder();
+    Use({.functions = {{kBack, kCopy}}}, recorder);
+    EXPECT_EQ(AskAbout(ServiceWindow(), platform::ServiceButton::Button4), 0);
+    hands.Press(kBack);
+    WaitFor("the button to be held", [] { return AskAbout(ServiceWindow(), platform::ServiceButton::Button4) != 0; });
+    EXPECT_EQ(AskAbout(ServiceWindow(), platform::ServiceButton::Center), 0);
+    hands.Release(kBack);
+    WaitFor("the button to be up", [] { return AskAbout(ServiceWindow(), platform::ServiceButton::Button4) == 0; });
+    ExpectAll(recorder, {});
+    hands.Click(kRight);
+    ExpectAll(recorder, {"real right down", "real right up"});
+    Sleep(600);  // half a second after the last question it is over
+    hands.Click(kBack);
+    ExpectAll(recorder, kCopyLines);
+}
+
+TEST_F(PageAndService, WithoutAnyMouseTheProbeIsRefusedAndEverythingIsNatural) {
+    Store({.functions = {{kBack, kOff}}});
+    StartService({L"--mouse", L"none"});
+    EXPECT_EQ(SendMessageW(ServiceWindow(), static_cast<UINT>(platform::ServiceMessage::Probe), 0, 0),
+              platform::kProbeRefused);
+    Recorder& recorder = StartRecorder();
+    hands.Click(kBack);
+    ExpectAll(recorder, {"real back down", "real back up"});
+}
+
+TEST_F(PageAndService, SwappedButtonsStayAsTheUserSeesThem) {
+    StartService();
+    Recorder& recorder = StartRecorder();
+    SwapMouseButton(TRUE);
+    Use({.functions = {{kBack, kLeftClick}, {kForward, kRightClick}}}, recorder);
+    hands.Click(kBack);
+    hands.Click(kForward);
+    ExpectAll(recorder, {"sent left down", "sent left up", "sent right down", "sent right up"});
+    SwapMouseButton(FALSE);
+}
+
+}  // namespace
+}  // namespace kvn::service_end_to_end

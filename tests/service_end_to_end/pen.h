@@ -1,0 +1,32 @@
+// Draws strokes with the pointer, each step in time with the trail on the screen.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+#include "tests/service_end_to_end/hands.h"
+
+namespace kvn::service_end_to_end {
+
+class Pen {
+public:
+    // The hands are borrowed.
+    explicit Pen(const Hands& userHands) : hands(userHands) {}
+
+    void MoveTo(POINT place);
+    // While the button is held: each letter (U, R, D, L) by enough steps to be recognised, and each step until the
+    // trail has come there. No letter may take the way of one before.
+    void Draw(const std::string& letters);
+    void WaitUntilTrailHasGone() const;
+
+private:
+    void Step(int x, int y);
+    bool IsTrailAt(POINT point) const;
+
+    const Hands& hands;
+    POINT place{};
+    POINT lastOnTrail{};
+};
+
+}  // namespace kvn::service_end_to_end

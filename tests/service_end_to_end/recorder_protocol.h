@@ -1,0 +1,12 @@
+// What the tests and the recorder, a program of its own, agree on.
+#pragma once
+
+#include <windows.h>
+
+namespace kvn::service_end_to_end {
+
+inline constexpr wchar_t kRecorderClass[] = L"KvnRecorder";
+// Posted: the program does not answer for wParam milliseconds.
+inline constexpr UINT kHangFor = WM_APP + 1;
+
+}  // namespace kvn::service_end_to_end

@@ -1,0 +1,118 @@
+// What is around the service in one test: mouse, keyboard, registry, profile file and other people's programs. All of
+// it is gone afterwards.
+#pragma once
+
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "tests/end_to_end/process.h"
+#include "tests/end_to_end/watchdog.h"
+#include "tests/service_end_to_end/hands.h"
+#include "tests/service_end_to_end/recorder_driver.h"
+
+namespace kvn::service_end_to_end {
+
+using model::ButtonSlot;
+
+inline constexpr ButtonSlot kLeft = ButtonSlot::Left, kRight = ButtonSlot::Right, kWheel = ButtonSlot::Center,
+                            kBack = ButtonSlot::Button4, kForward = ButtonSlot::Button5,
+                            kTiltLeft = ButtonSlot::TiltLeft, kTiltRight = ButtonSlot::TiltRight;
+
+// Functions with a part of their own in the tests.
+enum Function : model::FunctionCode {
+    kLeftClick = 1,
+    kRightClick = 2,
+    kBackButton = 3,
+    kForwardButton = 4,
+    kSwitchPrograms = 5,
+    kCloseWindow = 6,
+    kMaximize = 7,
+    kMinimize = 8,
+    kMiddleClick = 9,
+    kCopy = 10,
+    kEnter = 16,
+    kTab = 18,
+    kShift = 19,
+    kAlt = 20,
+    kCtrl = 21,
+    kScrollLeft = 33,
+    kScrollRight = 34,
+    kGesture = 36,
+    kKeys = 37,
+    kOff = 38,
+};
+
+// What the registry's key of the mouse holds. Controls that are not named are natural.
+struct Choice {
+    std::map<ButtonSlot, model::FunctionCode> functions{};
+    std::map<ButtonSlot, std::wstring> keys{};
+    std::vector<std::wstring> gestures{};
+    int horizontalSpeed = 4;
+};
+
+class ServiceTest : public testing::Test {
+protected:
+    void SetUp() override;
+    void TearDown() override;
+
+    // Starts the service with the sample mouse and waits until it answers.
+    void StartService(std::vector<std::wstring> options = {L"--mouse", L"1234:5678:7:1"});
+    // Runs the service's program with these options until it ends; returns its exit code.
+    DWORD Ask(const std::vector<std::wstring>& options) const;
+    // The lines of --status, by their keys.
+    std::map<std::string, std::string> Status() const;
+    // The service's window, or null.
+    static HWND ServiceWindow();
+    static DWORD ServiceProcess();
+    static void WaitForService();
+    static void WaitForTrail();
+    // A click that the display hands to a trail that goes just then would be lost.
+    void WaitUntilTrailHasGone(const Recorder& recorder) const;
+    // Of the service's log, each with its fields joined by blanks, without the time.
+    Lines LogLines() const;
+
+    // Starts a recorder and brings it to the front.
+    Recorder& StartRecorder(const std::wstring& name = L"recorder", std::vector<std::wstring> options = {});
+
+    static void Store(const Choice& choice);
+    static void Announce();
+    // Stores the choice, announces it, and waits until it is in force: a press of `witness`, whose function must not
+    // matter to the test, then types another key than before. The recorder has forgotten everything afterwards.
+    void Use(Choice choice, Recorder& recorder, ButtonSlot witness = kWheel);
+
+    // Presses a button until this line arrives, and waits until every press is carried out. The recorder has forgotten
+    // everything afterwards. For buttons other than the left one.
+    void PressUntil(Recorder& recorder, ButtonSlot control, const std::string& line) const;
+
+    // Waits for as many lines and compares.
+    static void Expect(Recorder& recorder, const Lines& expected);
+    // Compares with everything that comes at all.
+    static void ExpectAll(Recorder& recorder, const Lines& expected);
+
+    // A copy of the recorder's program under this name, in the folder of the test.
+    std::wstring CopyOfRecorder(const std::wstring& name) const;
+    const std::wstring& Scratch() const { return scratch; }
+    const end_to_end::ProcessGroup& Processes() const { return *processes; }
+    static std::wstring ProfileFile();
+    static std::wstring ServiceProgram();
+
+    // What was opened so far: file name and arguments.
+    Lines Opened() const;
+
+    Hands hands;
+
+private:
+    std::unique_ptr<end_to_end::ProcessGroup> processes;
+    std::unique_ptr<end_to_end::Watchdog> watchdog;
+    std::wstring scratch;
+    std::vector<std::unique_ptr<Recorder>> recorders;
+    std::size_t witnessKey = 0;
+};
+
+}  // namespace kvn::service_end_to_end
