@@ -47,6 +47,9 @@ struct UsageError {
     std::wstring value;
 };
 
+// What is said of a file that --log cannot write to.
+UsageError BadLogFile(const std::wstring& path);
+
 // `arguments` leaves out the program's own name. Of an option that comes twice the last one counts.
 std::variant<CommandLine, UsageError> ParseArguments(std::span<const std::wstring> arguments);
 

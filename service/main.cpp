@@ -11,6 +11,7 @@
 #include "service/handover.h"
 #include "service/help_text.h"
 #include "service/page/service_window.h"
+#include "service/press_log.h"
 #include "service/processes.h"
 #include "service/resource.h"
 #include "service/session_lock.h"
@@ -115,15 +116,23 @@ int CarryOut(const CommandLine& commands) {
     return commands.Starts() ? StartOrHandOver(commands) : HandOver(commands);
 }
 
+int Complain(const UsageError& error) {
+    Print(ErrorText(error));
+    return kWrongOptions;
+}
+
+// A service that is started again does without a log that it cannot write any more.
+bool IsLogRefused(const CommandLine& commands) {
+    return commands.logFile && !commands.watcherProcess && !PressLog::CanWriteTo(*commands.logFile);
+}
+
 int Run() {
     const auto parsed = ParseArguments(Arguments());
-    if (const auto* const error = std::get_if<UsageError>(&parsed)) {
-        Print(ErrorText(*error));
-        return kWrongOptions;
-    }
+    if (const auto* const error = std::get_if<UsageError>(&parsed)) return Complain(*error);
     CommandLine commands = std::get<CommandLine>(parsed);
     // The running service is somewhere else.
     if (commands.logFile) commands.logFile = FullPath(*commands.logFile);
+    if (IsLogRefused(commands)) return Complain(BadLogFile(*commands.logFile));
     return CarryOut(commands);
 }
 

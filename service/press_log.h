@@ -21,6 +21,9 @@ public:
 
     bool IsOpen() const;
 
+    // Whether lines could be added to this file; makes it when it is not there.
+    static bool CanWriteTo(const std::wstring& path);
+
 private:
     mutable platform::CriticalSection section;
     platform::UniqueFile file{INVALID_HANDLE_VALUE};
