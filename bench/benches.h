@@ -34,4 +34,8 @@ void BenchStartMenu(Report& report);
 // rows and icons. Needs the DLL beside this program.
 void BenchProfileEditor(Report& report);
 
+// What the service's hook costs, and the finished service at rest and in use. Needs the service's folder beside this
+// program.
+void BenchService(Report& report);
+
 }  // namespace kvn::bench

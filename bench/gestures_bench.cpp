@@ -19,7 +19,7 @@
 #include "gestures/gesture_trail_overlay.h"
 #include "model/stroke_recogniser.h"
 #include "platform/list_view.h"
-#include "platform/service_window.h"
+#include "platform/service_messages.h"
 #include "platform/subclass.h"
 #include "resources/resource.h"
 
@@ -107,17 +107,20 @@ void BenchTick(Report& report, HMODULE pageModule) {
     const RunningService service(L"--held 1");
     if (!service.Runs()) return report.AddMissing("a tick of the gesture manager, without the service");
     gestures::GestureTrailOverlay trail;
-    gestures::CGestureMgr manager(trail);
+    gestures::CGestureMgr manager;
     manager.Arm(platform::ServiceButton::Center);
     manager.Tick();
     trail.Show(pageModule, nullptr);
-    constexpr std::array kButton{platform::ServiceButton::Center};
     Walk walk;
     std::vector<double> ticks;
     std::vector<double> questions;
     for (std::size_t i = 0; i < kTicks; ++i) {
-        ticks.push_back(MeasureWithMovedCursor(walk, [&] { manager.Tick(); }));
-        questions.push_back(MeasureWithMovedCursor(walk, [&] { platform::AreButtonsHeld(kButton); }));
+        ticks.push_back(MeasureWithMovedCursor(walk, [&] {
+            manager.Tick();
+            trail.DrawTo(manager.Cursor());
+        }));
+        questions.push_back(MeasureWithMovedCursor(
+            walk, [&] { static_cast<void>(platform::IsButtonHeld(platform::ServiceButton::Center)); }));
     }
     std::sort(ticks.begin(), ticks.end());
     std::sort(questions.begin(), questions.end());
@@ -187,11 +190,9 @@ void BenchList(Report& report, HMODULE pageModule) {
                                        nullptr, nullptr, nullptr, nullptr);
     model::MouseSettings settings;
     settings.profiles = {ProfileOfGestures(L"First profile, number "), ProfileOfGestures(L"Second profile, number ")};
-    gestures::GestureTrailOverlay trail;
-    gestures::CGestureMgr manager(trail);
     const platform::MessageBoxes boxes(pageModule, IDS_CAPTION);
     NoOwner owner;
-    gestures::GesturePane pane(settings, boxes, manager, trail, owner);
+    gestures::GesturePane pane(settings, boxes, owner);
     ShowWindow(pane.Create(pageModule, frame), SW_SHOW);
     pane.SetUp();
 

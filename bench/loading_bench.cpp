@@ -6,7 +6,7 @@
 
 #include "bench/benches.h"
 #include "bench/stopwatch.h"
-#include "page/server_class.h"
+#include "resources/server_class.h"
 
 namespace kvn::bench {
 namespace {
@@ -25,7 +25,8 @@ bool LoadOnce(const wchar_t* dll) {
     const auto getClassObject =
         reinterpret_cast<GetClassObject>(reinterpret_cast<void*>(GetProcAddress(module, "DllGetClassObject")));
     IClassFactory* factory = nullptr;
-    const HRESULT result = getClassObject(page::kServerClassId, IID_IClassFactory, reinterpret_cast<void**>(&factory));
+    const HRESULT result =
+        getClassObject(resources::kServerClassId, IID_IClassFactory, reinterpret_cast<void**>(&factory));
     if (SUCCEEDED(result)) factory->Release();
     FreeLibrary(module);
     return SUCCEEDED(result) && GetModuleHandleW(dll) == nullptr;

@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "bench/benches.h"
+#include "bench/key_window.h"
 
 namespace {
 
@@ -15,6 +16,7 @@ bool BenchAll(bool isQuick) {
     kvn::bench::BenchProfileEditor(report);
     kvn::bench::BenchGestures(report);
     kvn::bench::BenchStartMenu(report);
+    kvn::bench::BenchService(report);
     return report.Finish();
 }
 
@@ -24,6 +26,10 @@ int main(int count, char** words) {
     const std::string_view option = count > 1 ? words[1] : "";
     if (option == "--where") {
         kvn::bench::ShowWhereOpeningGoes();
+        return 0;
+    }
+    if (option == kvn::bench::kKeyWindowOption) {
+        kvn::bench::RunKeyWindow();
         return 0;
     }
     if (!option.empty() && option != "--quick") {

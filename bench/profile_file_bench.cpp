@@ -34,7 +34,7 @@ model::ProfileSet LargestProfileSet() {
 
 void BenchProfileFile(Report& report) {
     const model::ProfileSet profiles = LargestProfileSet();
-    model::SaveProfileFile(kFile, profiles);
+    static_cast<void>(model::SaveProfileFile(kFile, profiles));
     TiXmlDocument reference;
     reference.LoadFile(kNarrowFile, TIXML_ENCODING_LEGACY);
 
@@ -54,7 +54,7 @@ void BenchProfileFile(Report& report) {
         });
     report.Compare(
         "save 100 x 100 x 100", "TinyXML alone, printing the same document", kLimit, kRounds,
-        [&] { return Measure([&] { model::SaveProfileFile(kFile, profiles); }); },
+        [&] { return Measure([&] { static_cast<void>(model::SaveProfileFile(kFile, profiles)); }); },
         [&] { return Measure([&] { reference.SaveFile(kReferenceFile); }); });
     _wremove(kFile);
     std::remove(kReferenceFile);

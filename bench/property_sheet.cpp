@@ -5,8 +5,8 @@
 #include <chrono>
 #include <thread>
 
-#include "page/server_class.h"
 #include "resources/resource.h"
+#include "resources/server_class.h"
 
 namespace kvn::bench {
 namespace {
@@ -99,7 +99,7 @@ HPROPSHEETPAGE OurPage() {
     IClassFactory* factory = nullptr;
     IShellPropSheetExt* extension = nullptr;
     HPROPSHEETPAGE page = nullptr;
-    if (FAILED(getClassObject(page::kServerClassId, IID_IClassFactory, reinterpret_cast<void**>(&factory))))
+    if (FAILED(getClassObject(resources::kServerClassId, IID_IClassFactory, reinterpret_cast<void**>(&factory))))
         return nullptr;
     if (SUCCEEDED(factory->CreateInstance(nullptr, IID_IShellPropSheetExt, reinterpret_cast<void**>(&extension)))) {
         extension->AddPages(TakePage, reinterpret_cast<LPARAM>(&page));

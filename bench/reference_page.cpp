@@ -13,7 +13,7 @@
 #include "bench/property_sheet.h"
 #include "bench/stored_profiles.h"
 #include "model/function_catalogue.h"
-#include "platform/service_window.h"
+#include "platform/service_messages.h"
 #include "platform/subclass.h"
 #include "platform/texts.h"
 #include "platform/window_program.h"

@@ -1,6 +1,6 @@
 #include "bench/running_service.h"
 
-#include "platform/service_window.h"
+#include "platform/service_messages.h"
 
 namespace kvn::bench {
 namespace {

@@ -34,14 +34,14 @@ model::ProfileSet Profiles(std::size_t count) {
 const std::wstring& SampleProfileFile() {
     static const std::wstring file = platform::SpecialFolder(CSIDL_APPDATA) +
                                      platform::LoadText(PageModule(), IDS_SETTINGS_FOLDER) +
-                                     model::ModelName(kSampleVid, kSamplePid) + L".xml";
+                                     model::MouseModelName(kSampleVid, kSamplePid) + L".xml";
     return file;
 }
 
 StoredProfiles::StoredProfiles(std::size_t count) {
     const std::wstring& file = SampleProfileFile();
     SHCreateDirectory(nullptr, file.substr(0, file.rfind(L'\\')).c_str());
-    model::SaveProfileFile(file, Profiles(count));
+    static_cast<void>(model::SaveProfileFile(file, Profiles(count)));
 }
 
 StoredProfiles::~StoredProfiles() {

@@ -44,8 +44,8 @@ constexpr wchar_t kInputMethods[] = L"imm32.dll";
 // The procedure that all three edit fields had.
 WNDPROC previousFieldProcedure = nullptr;
 
-bool IsExcluded(const KeyCaptureRecord& record, KeyCode code) {
-    return (record.excludeShift & 1U) != 0 && model::IsShiftKey(code);
+bool IsExcluded(const KeyCaptureRequest& request, KeyCode code) {
+    return request.shiftKeys == ShiftKeys::Excluded && model::IsShiftKey(code);
 }
 
 // Switches the input method editor on or off for the whole thread, where Windows still does so.
@@ -82,8 +82,8 @@ const wchar_t* NameOfPressedKey(WPARAM key, const KeyboardState& state) {
 }
 
 void OnKeyPressed(HWND field, WPARAM key) {
-    const KeyCaptureRecord& record = *platform::ObjectOf<KeyCaptureRecord>(field);
-    if (key == kIgnoredKey || IsExcluded(record, static_cast<KeyCode>(key))) return;
+    const KeyCaptureRequest& request = *platform::ObjectOf<const KeyCaptureRequest>(field);
+    if (key == kIgnoredKey || IsExcluded(request, static_cast<KeyCode>(key))) return;
     KeyboardState state{};
     GetKeyboardState(state.data());
     const wchar_t* name = NameOfPressedKey(key, state);
@@ -109,22 +109,26 @@ LRESULT CALLBACK FieldProcedure(HWND field, UINT message, WPARAM wParam, LPARAM 
 
 class ArbitraryKeyDialog final : public platform::ModalDialog {
 public:
-    explicit ArbitraryKeyDialog(KeyCaptureRecord& captureRecord) : record(captureRecord) {}
+    explicit ArbitraryKeyDialog(const KeyCaptureRequest& captureRequest) : request(captureRequest) {}
 
-    bool Run(HINSTANCE module) { return RunModal(module, IDD_ARBITRARY_KEY, record.origin); }
+    std::optional<model::EtcKey> Run(HINSTANCE module, HWND owner) {
+        if (!RunModal(module, IDD_ARBITRARY_KEY, owner)) return std::nullopt;
+        return confirmed;
+    }
 
 private:
     INT_PTR OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     void OnInitDialog();
     void OnCommand(int control);
-    void OnClear();
+    void OnClear() const;
     void OnOk();
     static void OnDestroy();
 
     // Fills one combo box with the keys that may be chosen and shows the given one.
     void FillInput(HWND combo, HWND field, KeyCode current) const;
 
-    KeyCaptureRecord& record;
+    const KeyCaptureRequest request;
+    model::EtcKey confirmed;
 };
 
 INT_PTR ArbitraryKeyDialog::OnMessage(UINT message, WPARAM wParam, LPARAM /*lParam*/) {
@@ -153,17 +157,17 @@ void ArbitraryKeyDialog::OnInitDialog() {
         const HWND combo = Control(kInputs[i]);
         const HWND field = EditFieldOf(combo);
         if (field == nullptr) continue;
-        FillInput(combo, field, record.keys.codes[i]);
+        FillInput(combo, field, request.keys.codes[i]);
         FreeOfInputMethod(combo);
-        previousFieldProcedure = platform::Subclass(field, FieldProcedure, &record);
+        previousFieldProcedure = platform::Subclass(field, FieldProcedure, &request);
     }
     SetFocus(Control(kInputs[0]));
 }
 
 void ArbitraryKeyDialog::FillInput(HWND combo, HWND field, KeyCode current) const {
     const KeyNameRow* match = nullptr;
-    for (const KeyNameRow& row : model::KeyNameTable) {
-        if (IsExcluded(record, row.code)) continue;
+    for (const KeyNameRow& row : model::kKeyNameTable) {
+        if (IsExcluded(request, row.code)) continue;
         if (row.code == current) match = &row;
         if (row.listed) platform::AddComboItem(combo, row.name, row.code);
     }
@@ -189,14 +193,13 @@ void ArbitraryKeyDialog::OnCommand(int control) {
     }
 }
 
-void ArbitraryKeyDialog::OnClear() {
+void ArbitraryKeyDialog::OnClear() const {
     for (const int input : kInputs) SendMessageW(Control(input), CB_SETCURSEL, 0, 0);
-    record.keys = {};
 }
 
 void ArbitraryKeyDialog::OnOk() {
     for (std::size_t i = 0; i < kInputs.size(); ++i) {
-        record.keys.codes[i] = model::KeyCodeOf(platform::WindowText(Control(kInputs[i]), kMaxFieldText));
+        confirmed.codes[i] = model::KeyCodeOf(platform::WindowText(Control(kInputs[i]), kMaxFieldText));
     }
     End(platform::DialogResult::Accepted);
 }
@@ -208,8 +211,8 @@ void ArbitraryKeyDialog::OnDestroy() {
 
 }  // namespace
 
-bool RunArbitraryKeyDialog(HINSTANCE module, KeyCaptureRecord& record) {
-    return ArbitraryKeyDialog(record).Run(module);
+std::optional<model::EtcKey> RunArbitraryKeyDialog(HINSTANCE module, HWND owner, const KeyCaptureRequest& request) {
+    return ArbitraryKeyDialog(request).Run(module, owner);
 }
 
 }  // namespace kvn::gestures

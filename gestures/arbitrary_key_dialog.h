@@ -3,20 +3,22 @@
 
 #include <windows.h>
 
-#include <cstdint>
+#include <optional>
 
 #include "model/etc_key.h"
 
 namespace kvn::gestures {
 
-// What the opener passes and gets back.
-struct KeyCaptureRecord {
+enum class ShiftKeys : bool { Excluded, Offered };
+
+// What the dialog starts with.
+struct KeyCaptureRequest {
     model::EtcKey keys;
-    HWND origin = nullptr;           // the opener's window
-    std::uint32_t excludeShift = 0;  // bit 0: no Shift key may be chosen
+    ShiftKeys shiftKeys = ShiftKeys::Offered;
 };
 
-// Runs the dialog with the origin as its owner. True when the user pressed OK; otherwise the opener keeps its own keys.
-bool RunArbitraryKeyDialog(HINSTANCE module, KeyCaptureRecord& record);
+// Runs the dialog above the owner. The keys of the user's OK; nothing on Cancel.
+[[nodiscard]] std::optional<model::EtcKey> RunArbitraryKeyDialog(HINSTANCE module, HWND owner,
+                                                                 const KeyCaptureRequest& request);
 
 }  // namespace kvn::gestures

@@ -1,17 +1,10 @@
 #include "gestures/function_combo.h"
 
-#include <limits>
-
 #include "platform/combo_box.h"
-#include "platform/list_view.h"
+#include "platform/paused_redraw.h"
 #include "platform/texts.h"
 
 namespace kvn::gestures {
-namespace {
-
-constexpr int kAllEntries = std::numeric_limits<int>::max();
-
-}  // namespace
 
 void AddFunctions(HWND combo, HINSTANCE module, const std::vector<model::CatalogueRow>& functions) {
     const platform::PausedRedraw pause(combo);
@@ -21,7 +14,7 @@ void AddFunctions(HWND combo, HINSTANCE module, const std::vector<model::Catalog
 }
 
 void ShowArbitraryKeys(HWND combo, HINSTANCE module, const model::EtcKey& keys) {
-    const auto index = platform::FindComboData(combo, model::kFunctionArbitraryKey, kAllEntries);
+    const auto index = platform::FindComboData(combo, model::kFunctionArbitraryKey);
     if (!index) return;
     const std::wstring name = platform::LoadText(module, IDS_FUNCTION_ARBITRARY_KEY);
     platform::ReplaceComboText(combo, *index, model::ArbitraryKeyLabel(name, keys));

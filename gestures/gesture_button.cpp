@@ -9,6 +9,7 @@ namespace {
 using model::ButtonSlot;
 using platform::ServiceButton;
 
+// The numbers of the debug texts: docs/kept-behaviour.md.
 constexpr std::array<GestureButtonRow, 5> kGestureButtons{{
     {ButtonSlot::Left, ServiceButton::Left, L"j=1\n"},
     {ButtonSlot::Right, ServiceButton::Right, L"j=2\n"},
@@ -24,13 +25,13 @@ bool IsGestureSlot(const model::SettingValues& values, ButtonSlot slot) {
 }  // namespace
 
 bool HasGestureFunction(const model::SettingValues& values) {
-    return std::any_of(model::kButtonSlots.begin(), model::kButtonSlots.end(),
-                       [&](const model::ButtonSlotRow& row) { return IsGestureSlot(values, row.slot); });
+    return std::ranges::any_of(
+        model::kButtonSlots, [&](ButtonSlot slot) { return IsGestureSlot(values, slot); }, &model::ButtonSlotRow::slot);
 }
 
 const GestureButtonRow* FindGestureButton(const model::SettingValues& values) {
-    const auto row = std::find_if(kGestureButtons.begin(), kGestureButtons.end(),
-                                  [&](const GestureButtonRow& each) { return IsGestureSlot(values, each.slot); });
+    const auto row = std::ranges::find_if(
+        kGestureButtons, [&](ButtonSlot slot) { return IsGestureSlot(values, slot); }, &GestureButtonRow::slot);
     return row == kGestureButtons.end() ? nullptr : &*row;
 }
 

@@ -9,7 +9,7 @@
 #include "gestures/gesture_texts.h"
 #include "platform/boundary.h"
 #include "platform/combo_box.h"
-#include "platform/service_window.h"
+#include "platform/service_messages.h"
 #include "platform/texts.h"
 #include "platform/window_text.h"
 #include "resources/resource.h"
@@ -20,10 +20,8 @@ namespace {
 constexpr UINT_PTR kCaptureTimer = 221;
 constexpr UINT kCaptureInterval = 100;  // milliseconds
 constexpr int kMaxFieldText = 512;
-// A function is looked for among so many entries, which is more than are offered.
-constexpr int kFunctionSearchCount = 50;
 
-// What follows a confirmed gesture, wherever the cursor stands.
+// What follows a confirmed gesture, wherever the cursor is: docs/kept-behaviour.md.
 void ClickLeftButton() {
     mouse_event(MOUSEEVENTF_LEFTDOWN, 0, 0, 0, 0);
     mouse_event(MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
@@ -38,9 +36,8 @@ HBRUSH ColourOfStrokeField(HDC context) {
 }  // namespace
 
 GestureEditDialog::GestureEditDialog(const model::MouseSettings& mouseSettings,
-                                     const platform::MessageBoxes& messageBoxes, CGestureMgr& gestureManager,
-                                     GestureTrailOverlay& trailOverlay)
-    : settings(mouseSettings), boxes(messageBoxes), manager(gestureManager), trail(trailOverlay) {}
+                                     const platform::MessageBoxes& messageBoxes)
+    : settings(mouseSettings), boxes(messageBoxes) {}
 
 void GestureEditDialog::Run(HINSTANCE module, HWND owner, GestureEditRequest editRequest) {
     request = std::move(editRequest);
@@ -59,7 +56,7 @@ INT_PTR GestureEditDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
             return reinterpret_cast<INT_PTR>(ColourOfStrokeField(reinterpret_cast<HDC>(wParam)));
         case WM_TIMER:
             if (wParam != kCaptureTimer) return FALSE;
-            manager.Tick();
+            OnTick();
             return TRUE;
         case WM_COMMAND:
             OnCommand(LOWORD(wParam), HIWORD(wParam));
@@ -85,7 +82,7 @@ void GestureEditDialog::ShowGesture() {
     ShowStroke(gesture.stroke);
     SetDlgItemTextW(Window(), IDC_GESTURE_MEMO, gesture.memo.c_str());
     const HWND functions = Control(IDC_GESTURE_FUNCTION);
-    const auto index = platform::FindComboData(functions, gesture.function, kFunctionSearchCount);
+    const auto index = platform::FindComboData(functions, gesture.function);
     if (!index) return;
     if (gesture.function == model::kFunctionArbitraryKey) ShowArbitraryKeys(functions, Module(), gesture.etcKey);
     SendMessageW(functions, CB_SETCURSEL, static_cast<WPARAM>(*index), 0);
@@ -126,10 +123,8 @@ void GestureEditDialog::OnFunctionChosen() {
     if (platform::SelectedComboData(functions) != model::kFunctionArbitraryKey) return;
     // The key dialog takes the focus, which leaves a list that is open.
     functionList.Confirm();
-    KeyCaptureRecord capture;
-    capture.keys = SelectedKeys();
-    capture.origin = Window();
-    if (RunArbitraryKeyDialog(Module(), capture)) ShowArbitraryKeys(functions, Module(), capture.keys);
+    const auto keys = RunArbitraryKeyDialog(Module(), Window(), {SelectedKeys(), ShiftKeys::Offered});
+    if (keys) ShowArbitraryKeys(functions, Module(), *keys);
 }
 
 // The keys are what the entry's text says.
@@ -155,7 +150,7 @@ void GestureEditDialog::OnOk() {
     const auto function = platform::SelectedComboData(functions);
     if (!function) return;
     const std::wstring functionText = platform::SelectedComboText(functions);
-    // An edited stroke may equal another gesture's.
+    // An edited stroke may equal another gesture's: docs/kept-behaviour.md.
     if (request.mode == GestureEditMode::Add && IsStrokeTaken(confirmed.stroke)) {
         boxes.Warn(Window(), IDS_GESTURE_REGISTERED);
         return;
@@ -169,14 +164,24 @@ void GestureEditDialog::OnOk() {
 
 bool GestureEditDialog::IsStrokeTaken(const std::wstring& stroke) const {
     const auto& gestures = settings.Selected().gestures;
-    return std::any_of(gestures.begin(), gestures.end(),
-                       [&](const model::GestureEntry& gesture) { return gesture.stroke == stroke; });
+    return std::ranges::find(gestures, stroke, &model::GestureEntry::stroke) != gestures.end();
 }
 
 void GestureEditDialog::OnDestroy() {
     platform::NotifyGestureEditEnd();
-    // What the dialog and the trail stood before is painted anew.
+    // What the dialog and the trail stood before is painted again.
     InvalidateRect(GetWindow(Window(), GW_OWNER), nullptr, FALSE);
+}
+
+// The line begins where the stroke does, and follows the cursor while it goes on.
+void GestureEditDialog::OnTick() {
+    const bool wasTracking = manager.IsTracking();
+    if (!manager.Tick() || !manager.IsTracking()) return;
+    if (wasTracking) {
+        trail.DrawTo(manager.Cursor());
+    } else {
+        trail.StartAt(manager.Cursor());
+    }
 }
 
 std::int32_t GestureEditDialog::OnGestureNotice(const model::GestureNotice* notice) {

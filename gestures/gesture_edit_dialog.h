@@ -18,21 +18,21 @@ namespace kvn::gestures {
 
 struct GestureButtonRow;
 
-enum class GestureEditMode { Add = 0, Edit = 4 };
+enum class GestureEditMode { Add, Edit };
 
 // What the opener passes.
 struct GestureEditRequest {
     GestureEditMode mode = GestureEditMode::Add;
     model::GestureEntry gesture;                      // what is edited
     const GestureButtonRow* gestureButton = nullptr;  // what a stroke is drawn with; null: none can be recorded
-    // The user's OK, with the text of the chosen function; the dialog is still open.
+    // The user's OK, with the text of the chosen function. The dialog is still open, and stays so without memory for
+    // the gesture: what was drawn and typed is not lost.
     std::function<void(const model::GestureEntry& gesture, const std::wstring& functionText)> onConfirmed;
 };
 
 class GestureEditDialog final : public platform::ModalDialog {
 public:
-    GestureEditDialog(const model::MouseSettings& mouseSettings, const platform::MessageBoxes& messageBoxes,
-                      CGestureMgr& gestureManager, GestureTrailOverlay& trailOverlay);
+    GestureEditDialog(const model::MouseSettings& mouseSettings, const platform::MessageBoxes& messageBoxes);
 
     // Runs the dialog; one at a time.
     void Run(HINSTANCE module, HWND owner, GestureEditRequest editRequest);
@@ -47,7 +47,9 @@ private:
     void OnOk();
     void OnDestroy();
 
-    // What the gesture manager tells.
+    void OnTick();
+
+    // What the gesture manager reports.
     static std::int32_t OnGestureNotice(const model::GestureNotice* notice);
     void OnNotice(const model::GestureNotice& notice);
 
@@ -58,9 +60,8 @@ private:
 
     const model::MouseSettings& settings;
     const platform::MessageBoxes& boxes;
-    CGestureMgr& manager;
-    GestureTrailOverlay& trail;
-
+    CGestureMgr manager;
+    GestureTrailOverlay trail;
     GestureEditRequest request;
     platform::OpenedList functionList;
 };

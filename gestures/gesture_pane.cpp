@@ -9,6 +9,7 @@
 #include "gestures/gesture_texts.h"
 #include "platform/dialog_control.h"
 #include "platform/list_view.h"
+#include "platform/paused_redraw.h"
 #include "resources/resource.h"
 
 namespace kvn::gestures {
@@ -28,12 +29,12 @@ const platform::CommandRow<GesturePane> GesturePane::kCommands[] = {
 };
 
 GesturePane::GesturePane(model::MouseSettings& mouseSettings, const platform::MessageBoxes& messageBoxes,
-                         CGestureMgr& gestureManager, GestureTrailOverlay& trailOverlay, IGesturePaneOwner& paneOwner)
+                         IGesturePaneOwner& paneOwner)
     : Pane(IDD_GESTURE_PANE, paneOwner),
       settings(mouseSettings),
       boxes(messageBoxes),
       owner(paneOwner),
-      editor(mouseSettings, messageBoxes, gestureManager, trailOverlay) {}
+      editor(mouseSettings, messageBoxes) {}
 
 void GesturePane::SetUp() {
     if (Window() == nullptr) return;

@@ -10,8 +10,6 @@
 #include <vector>
 
 #include "gestures/gesture_edit_dialog.h"
-#include "gestures/gesture_mgr.h"
-#include "gestures/gesture_trail_overlay.h"
 #include "model/mouse_settings.h"
 #include "platform/command_table.h"
 #include "platform/message_box.h"
@@ -32,7 +30,7 @@ protected:
 class GesturePane final : public platform::Pane {
 public:
     GesturePane(model::MouseSettings& mouseSettings, const platform::MessageBoxes& messageBoxes,
-                CGestureMgr& gestureManager, GestureTrailOverlay& trailOverlay, IGesturePaneOwner& paneOwner);
+                IGesturePaneOwner& paneOwner);
 
     // Gives the list its columns and takes over the messages of the pane.
     void SetUp();

@@ -7,7 +7,7 @@
 namespace kvn::gestures {
 namespace {
 
-constexpr DWORD kEndingParameter = 9;  // any message with this in its lParam ends the dialog
+constexpr DWORD kEndingParameter = 9;  // of any message; ends the dialog (docs/kept-behaviour.md)
 
 void CoverScreen(HWND window) {
     SetWindowLongW(window, GWL_EXSTYLE, WS_EX_LAYERED);

@@ -33,8 +33,7 @@ std::vector<CatalogueRow> OfferedRows(OsVersion os, Predicate isWanted) {
 }  // namespace
 
 std::optional<unsigned> TextIdOf(FunctionCode code) {
-    const auto row = std::find_if(kFunctionCatalogue.begin(), kFunctionCatalogue.end(),
-                                  [code](const CatalogueRow& candidate) { return candidate.code == code; });
+    const auto row = std::ranges::find(kFunctionCatalogue, code, &CatalogueRow::code);
     if (row == kFunctionCatalogue.end()) return std::nullopt;
     return row->textId;
 }

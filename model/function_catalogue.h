@@ -24,8 +24,14 @@ inline constexpr std::int32_t kUnsetValue = -2;
 // Functions with a role of their own.
 inline constexpr FunctionCode kFunctionNone = 0;
 inline constexpr FunctionCode kFunctionLeftClick = 1;
+inline constexpr FunctionCode kFunctionRightClick = 2;
+inline constexpr FunctionCode kFunctionBack = 3;
+inline constexpr FunctionCode kFunctionForward = 4;
+inline constexpr FunctionCode kFunctionAutoScroll = 9;
 inline constexpr FunctionCode kFunctionShift = 19;
 inline constexpr FunctionCode kFunctionFlip3D = 31;
+inline constexpr FunctionCode kFunctionLeftScroll = 33;
+inline constexpr FunctionCode kFunctionRightScroll = 34;
 inline constexpr FunctionCode kFunctionGesture = 36;
 inline constexpr FunctionCode kFunctionArbitraryKey = 37;
 inline constexpr FunctionCode kFunctionOff = 38;
@@ -39,16 +45,16 @@ struct CatalogueRow {
 
 // In the order in which functions are offered. Codes 35, 46, 49, 50 and 52 are valid in storage but cannot be chosen.
 inline constexpr std::array<CatalogueRow, 50> kFunctionCatalogue{{
-    {IDS_FUNCTION_NONE, 0},
-    {IDS_FUNCTION_LEFT_CLICK, 1},
-    {IDS_FUNCTION_RIGHT_CLICK, 2},
-    {IDS_FUNCTION_BACK, 3},
-    {IDS_FUNCTION_FORWARD, 4},
+    {IDS_FUNCTION_NONE, kFunctionNone},
+    {IDS_FUNCTION_LEFT_CLICK, kFunctionLeftClick},
+    {IDS_FUNCTION_RIGHT_CLICK, kFunctionRightClick},
+    {IDS_FUNCTION_BACK, kFunctionBack},
+    {IDS_FUNCTION_FORWARD, kFunctionForward},
     {IDS_FUNCTION_SWITCH_APPS, 5},
     {IDS_FUNCTION_CLOSE_WINDOW, 6},
     {IDS_FUNCTION_MAXIMIZE, 7},
     {IDS_FUNCTION_MINIMIZE, 8},
-    {IDS_FUNCTION_AUTO_SCROLL, 9},
+    {IDS_FUNCTION_AUTO_SCROLL, kFunctionAutoScroll},
     {IDS_FUNCTION_CTRL_C, 10},
     {IDS_FUNCTION_CTRL_X, 11},
     {IDS_FUNCTION_CTRL_V, 12},
@@ -58,7 +64,7 @@ inline constexpr std::array<CatalogueRow, 50> kFunctionCatalogue{{
     {IDS_FUNCTION_ENTER, 16},
     {IDS_FUNCTION_ESC, 17},
     {IDS_FUNCTION_TAB, 18},
-    {IDS_FUNCTION_SHIFT, 19},
+    {IDS_FUNCTION_SHIFT, kFunctionShift},
     {IDS_FUNCTION_ALT, 20},
     {IDS_FUNCTION_CTRL, 21},
     {IDS_FUNCTION_DELETE, 22},
@@ -70,12 +76,12 @@ inline constexpr std::array<CatalogueRow, 50> kFunctionCatalogue{{
     {IDS_FUNCTION_CONTROL_PANEL, 28},
     {IDS_FUNCTION_PRINTERS, 29},
     {IDS_FUNCTION_DOUBLE_CLICK, 30},
-    {IDS_FUNCTION_FLIP3D, 31},
+    {IDS_FUNCTION_FLIP3D, kFunctionFlip3D},
     {IDS_FUNCTION_MAGNIFIER, 32},
-    {IDS_FUNCTION_LEFT_SCROLL, 33},
-    {IDS_FUNCTION_RIGHT_SCROLL, 34},
-    {IDS_FUNCTION_GESTURE, 36},
-    {IDS_FUNCTION_ARBITRARY_KEY, 37},
+    {IDS_FUNCTION_LEFT_SCROLL, kFunctionLeftScroll},
+    {IDS_FUNCTION_RIGHT_SCROLL, kFunctionRightScroll},
+    {IDS_FUNCTION_GESTURE, kFunctionGesture},
+    {IDS_FUNCTION_ARBITRARY_KEY, kFunctionArbitraryKey},
     {IDS_FUNCTION_CHARMS, 53},
     {IDS_FUNCTION_SHARE_CHARM, 39},
     {IDS_FUNCTION_SETTINGS_CHARM, 40},
@@ -88,7 +94,7 @@ inline constexpr std::array<CatalogueRow, 50> kFunctionCatalogue{{
     {IDS_FUNCTION_NARRATOR, 48},
     {IDS_FUNCTION_APP_SWITCHER, 51},
     {IDS_FUNCTION_CYCLE_APPS, 54},
-    {IDS_FUNCTION_OFF, 38},
+    {IDS_FUNCTION_OFF, kFunctionOff},
 }};
 
 // The string id of a function's text, or nothing for a code without a row.

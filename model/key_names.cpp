@@ -15,19 +15,18 @@ bool IsName(const wchar_t* name, std::wstring_view text) {
 }  // namespace
 
 const wchar_t* KeyNameOf(KeyCode code) {
-    const auto row = std::find_if(KeyNameTable.begin(), KeyNameTable.end(),
-                                  [code](const KeyNameRow& candidate) { return candidate.code == code; });
-    return row == KeyNameTable.end() ? nullptr : row->name;
+    const auto row = std::ranges::find(kKeyNameTable, code, &KeyNameRow::code);
+    return row == kKeyNameTable.end() ? nullptr : row->name;
 }
 
 KeyCode KeyCodeOf(std::wstring_view name) {
-    const auto row = std::find_if(KeyNameTable.begin(), KeyNameTable.end(),
-                                  [name](const KeyNameRow& candidate) { return IsName(candidate.name, name); });
-    return row == KeyNameTable.end() ? kNoKey : row->code;
+    const auto row = std::ranges::find_if(
+        kKeyNameTable, [name](const wchar_t* each) { return IsName(each, name); }, &KeyNameRow::name);
+    return row == kKeyNameTable.end() ? kNoKey : row->code;
 }
 
 bool IsShiftKey(KeyCode code) {
-    return std::find(kShiftKeys.begin(), kShiftKeys.end(), code) != kShiftKeys.end();
+    return std::ranges::find(kShiftKeys, code) != kShiftKeys.end();
 }
 
 }  // namespace kvn::model

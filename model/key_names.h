@@ -22,7 +22,7 @@ struct KeyNameRow {
     bool listed;  // offered in drop-down lists; an unlisted key can only be pressed
 };
 
-inline constexpr std::array<KeyNameRow, 113> KeyNameTable{{
+inline constexpr std::array<KeyNameRow, 113> kKeyNameTable{{
     {0, L"Enter key", true},
     {8, L"BackSpace", true},
     {9, L"Tab", true},

@@ -9,7 +9,7 @@
 namespace kvn::model {
 namespace {
 
-constexpr UINT kHostLocaleTextId = 1007;
+constexpr UINT kHostLocaleTextId = 1007;  // docs/kept-behaviour.md
 constexpr std::size_t kFailed = static_cast<std::size_t>(-1);
 constexpr wchar_t kReplacementCharacter = L'\xFFFD';
 // No code page of Windows takes more bytes for one wide character.

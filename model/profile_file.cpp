@@ -18,7 +18,7 @@
 
 #include "model/locale_codec.h"
 #include "model/profile_document.h"
-#include "model/registry_records.h"
+#include "model/registry_access.h"
 #include "model/xml_guard.h"
 #include "platform/module.h"
 #include "platform/number_text.h"
@@ -33,7 +33,7 @@ constexpr wchar_t kUnfinishedSuffix[] = L".saving";
 constexpr std::size_t kWriteBufferBytes = std::size_t{64} * 1024;
 constexpr int kMaxBrokenFiles = 1000;
 
-// A virus scanner or an indexer may hold a file for a moment: so long is waited for it.
+// Virus scanners and indexers may hold a file briefly; retry for this long.
 constexpr int kSharingAttempts = 10;
 constexpr DWORD kSharingRetryMilliseconds = 20;
 
@@ -90,18 +90,19 @@ platform::UniqueFile CreateUnshared(const std::wstring& path) {
     return platform::UniqueFile(file);
 }
 
-// A stream of its own onto an open file; null when there is none to be had.
-FILE* OpenStream(HANDLE file) {
-    HANDLE streamsOwn = nullptr;
-    if (!DuplicateHandle(GetCurrentProcess(), file, GetCurrentProcess(), &streamsOwn, 0, FALSE, DUPLICATE_SAME_ACCESS))
-        return nullptr;
-    const int descriptor = _open_osfhandle(reinterpret_cast<std::intptr_t>(streamsOwn), _O_TEXT);
-    if (descriptor == -1) {
-        CloseHandle(streamsOwn);
-        return nullptr;
-    }
-    FILE* const stream = _wfdopen(descriptor, L"wt");
-    if (stream == nullptr) static_cast<void>(_close(descriptor));
+using UniqueStream = platform::Owned<FILE*, &std::fclose>;
+
+// A stream of its own onto an open file; empty when there is none to be had.
+UniqueStream OpenStream(HANDLE file) {
+    platform::UniqueKernelObject streamsOwn;
+    if (!DuplicateHandle(GetCurrentProcess(), file, GetCurrentProcess(), streamsOwn.Receive(), 0, FALSE,
+                         DUPLICATE_SAME_ACCESS))
+        return {};
+    const int descriptor = _open_osfhandle(reinterpret_cast<std::intptr_t>(streamsOwn.Get()), _O_TEXT);
+    if (descriptor == -1) return {};
+    streamsOwn.Release();  // to the descriptor
+    UniqueStream stream(_wfdopen(descriptor, L"wt"));
+    if (!stream) static_cast<void>(_close(descriptor));
     return stream;
 }
 
@@ -133,23 +134,24 @@ public:
     explicit UnfinishedFile(const std::wstring& finalPath)
         : target(finalPath), path(UnfinishedPath(finalPath)), file(CreateUnshared(path)) {
         if (file) stream = OpenStream(file.Get());
-        if (stream) static_cast<void>(std::setvbuf(stream, nullptr, _IOFBF, kWriteBufferBytes));
+        if (stream) static_cast<void>(std::setvbuf(stream.Get(), nullptr, _IOFBF, kWriteBufferBytes));
     }
     UnfinishedFile(const UnfinishedFile&) = delete;
     UnfinishedFile& operator=(const UnfinishedFile&) = delete;
     ~UnfinishedFile() {
-        if (stream) static_cast<void>(std::fclose(stream));
+        stream.Reset();
         if (file && !finished) Discard();
     }
 
     // Null when the file could not be opened.
-    FILE* Stream() const { return stream; }
+    FILE* Stream() const { return stream.Get(); }
 
     // Flushes and closes the file and puts it in the target's place; false when it is too large to be read back.
     bool Finish() {
-        const bool flushed = std::fflush(stream) == 0 && std::ferror(stream) == 0 && _commit(_fileno(stream)) == 0;
-        const bool isReadable = _filelengthi64(_fileno(stream)) <= static_cast<std::int64_t>(kMaxXmlBytes);
-        const bool closed = std::fclose(std::exchange(stream, nullptr)) == 0;
+        FILE* const written = stream.Release();
+        const bool flushed = std::fflush(written) == 0 && std::ferror(written) == 0 && _commit(_fileno(written)) == 0;
+        const bool isReadable = _filelengthi64(_fileno(written)) <= static_cast<std::int64_t>(kMaxXmlBytes);
+        const bool closed = std::fclose(written) == 0;
         finished = flushed && isReadable && closed && ReplaceTarget();
         return finished;
     }
@@ -182,10 +184,10 @@ private:
 
     void Close() { file = platform::UniqueFile(INVALID_HANDLE_VALUE); }
 
-    const std::wstring& target;
+    const std::wstring target;
     const std::wstring path;
     platform::UniqueFile file;
-    FILE* stream = nullptr;
+    UniqueStream stream;
     bool finished = false;
 };
 

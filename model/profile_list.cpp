@@ -9,7 +9,7 @@ constexpr std::size_t kComparedLength = 255;
 
 template <typename Condition>
 std::optional<std::size_t> FindProfile(const ProfileSet& profiles, Condition condition) {
-    const auto found = std::find_if(profiles.begin(), profiles.end(), condition);
+    const auto found = std::ranges::find_if(profiles, condition);
     if (found == profiles.end()) return std::nullopt;
     return static_cast<std::size_t>(found - profiles.begin());
 }
@@ -27,7 +27,8 @@ bool IsNameInUse(const ProfileSet& profiles, std::wstring_view name) {
 
 std::size_t ProfileToDelete(const ProfileSet& profiles, std::size_t index) {
     const std::wstring& name = profiles[index].name;
-    return FindProfile(profiles, [&](const ProfileRecord& profile) { return profile.name == name; }).value_or(index);
+    const auto first = std::ranges::find(profiles, name, &ProfileRecord::name);
+    return first == profiles.end() ? index : static_cast<std::size_t>(first - profiles.begin());
 }
 
 std::size_t SelectedProfileOf(const ProfileSet& profiles) {
@@ -47,8 +48,8 @@ std::optional<std::size_t> ProfileWithProgram(const ProfileSet& profiles, const 
                                               PathComparison isSamePath) {
     return FindProfile(profiles, [&](const ProfileRecord& profile) {
         const auto& programs = profile.settings.applications;
-        return std::any_of(programs.begin(), programs.end(),
-                           [&](const ApplicationEntry& program) { return isSamePath(program.path, path); });
+        return std::ranges::any_of(
+            programs, [&](const std::wstring& each) { return isSamePath(each, path); }, &ApplicationEntry::path);
     });
 }
 

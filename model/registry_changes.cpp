@@ -19,7 +19,7 @@ constexpr std::array kNumbersBeforeKeys{SettingField::Left,     SettingField::Ri
 constexpr std::array kNumbersAfterKeys{SettingField::FlyingScrollSpeed, SettingField::FlyingRevolutionSpeed,
                                        SettingField::FlyingRevolutionCount};
 
-// A new default profile writes them in an order of its own.
+// A new default profile writes them in an order of its own: docs/kept-behaviour.md.
 constexpr std::array kNumbersOfNewProfile{SettingField::Left,
                                           SettingField::Right,
                                           SettingField::Center,

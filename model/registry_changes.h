@@ -20,10 +20,10 @@ struct RegistryWrite {
 };
 
 // The values in which the two settings differ, in the order in which an apply writes them.
-std::vector<RegistryWrite> ChangedValues(const ProfileSettings& before, const ProfileSettings& after);
+[[nodiscard]] std::vector<RegistryWrite> ChangedValues(const ProfileSettings& before, const ProfileSettings& after);
 
 // Every number of the settings, in the order in which a new default profile writes them.
-std::vector<RegistryWrite> AllNumbers(const SettingValues& values);
+[[nodiscard]] std::vector<RegistryWrite> AllNumbers(const SettingValues& values);
 
 // The lists of a profile as a REG_MULTI_SZ: every entry ended by a zero, the block by one more, fields within an entry
 // separated by TAB. An empty list is a single zero.

@@ -4,14 +4,14 @@
 
 namespace kvn::model {
 
-std::wstring ModelName(std::uint32_t vid, std::uint32_t pid) {
+std::wstring MouseModelName(std::uint32_t vid, std::uint32_t pid) {
     constexpr std::size_t kDigits = 4;
     return L"VID" + platform::HexText(vid, kDigits) + L"PID" + platform::HexText(pid, kDigits);
 }
 
-std::wstring ModelKey(std::uint32_t vid, std::uint32_t pid) {
+std::wstring MouseModelKey(std::uint32_t vid, std::uint32_t pid) {
     const std::wstring base = kBaseKey;
-    return vid == 0 || pid == 0 ? base : base + L'\\' + ModelName(vid, pid);
+    return vid == 0 || pid == 0 ? base : base + L'\\' + MouseModelName(vid, pid);
 }
 
 }  // namespace kvn::model

@@ -44,18 +44,23 @@ struct SettingFieldRow {
     unsigned labelId;  // string id of the name in messages
 };
 
-// In the order of SettingField. The flying-scroll fields take the range of a function code, not of their sliders: files
-// have always been read so.
+// In the order of SettingField. The flying-scroll fields take the range of a function code, not of their sliders:
+// docs/kept-behaviour.md.
 inline constexpr std::array<SettingFieldRow, kSettingFieldCount> kSettingFields{{
-    {SettingField::Left, "lbutton", RegistryValue::Left, 0, kMaxFunctionCode, false, 1, IDS_SLOT_LEFT},
-    {SettingField::Right, "rbutton", RegistryValue::Right, 0, kMaxFunctionCode, false, 2, IDS_SLOT_RIGHT},
-    {SettingField::Center, "tbutton", RegistryValue::Center, 0, kMaxFunctionCode, false, 9, IDS_SLOT_CENTER},
-    {SettingField::Button4, "button4", RegistryValue::Button4, 0, kMaxFunctionCode, false, 3, IDS_SLOT_BUTTON4},
-    {SettingField::Button5, "button5", RegistryValue::Button5, 0, kMaxFunctionCode, false, 4, IDS_SLOT_BUTTON5},
+    {SettingField::Left, "lbutton", RegistryValue::Left, 0, kMaxFunctionCode, false, kFunctionLeftClick, IDS_SLOT_LEFT},
+    {SettingField::Right, "rbutton", RegistryValue::Right, 0, kMaxFunctionCode, false, kFunctionRightClick,
+     IDS_SLOT_RIGHT},
+    {SettingField::Center, "tbutton", RegistryValue::Center, 0, kMaxFunctionCode, false, kFunctionAutoScroll,
+     IDS_SLOT_CENTER},
+    {SettingField::Button4, "button4", RegistryValue::Button4, 0, kMaxFunctionCode, false, kFunctionBack,
+     IDS_SLOT_BUTTON4},
+    {SettingField::Button5, "button5", RegistryValue::Button5, 0, kMaxFunctionCode, false, kFunctionForward,
+     IDS_SLOT_BUTTON5},
     {SettingField::HorizontalScrollSpeed, "scrolls", RegistryValue::HorizontalScrollSpeed, 1, 8, false, 4,
      IDS_HORIZONTAL_SPEED},
-    {SettingField::TiltLeft, "tiltleft", RegistryValue::TiltLeft, 0, kMaxFunctionCode, false, 33, IDS_SLOT_TILT_LEFT},
-    {SettingField::TiltRight, "tiltright", RegistryValue::TiltRight, 0, kMaxFunctionCode, false, 34,
+    {SettingField::TiltLeft, "tiltleft", RegistryValue::TiltLeft, 0, kMaxFunctionCode, false, kFunctionLeftScroll,
+     IDS_SLOT_TILT_LEFT},
+    {SettingField::TiltRight, "tiltright", RegistryValue::TiltRight, 0, kMaxFunctionCode, false, kFunctionRightScroll,
      IDS_SLOT_TILT_RIGHT},
     {SettingField::FlyingScrollSpeed, "hspeed", RegistryValue::FlyingScrollSpeed, 0, kMaxFunctionCode, false, 5,
      IDS_FLYING_SPEED},
@@ -98,6 +103,11 @@ static_assert(IsInEnumOrder(kButtonSlots, [](const ButtonSlotRow& row) { return 
 
 constexpr const ButtonSlotRow& RowOf(ButtonSlot slot) {
     return kButtonSlots[static_cast<std::size_t>(slot)];
+}
+
+// The function of a slot that nobody has given another one.
+constexpr FunctionCode DefaultFunctionOf(ButtonSlot slot) {
+    return RowOf(RowOf(slot).field).defaultValue;
 }
 
 // The value itself when it lies in the field's range, else kAbnormalValue.

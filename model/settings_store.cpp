@@ -6,7 +6,7 @@
 
 #include "model/profile_file.h"
 #include "model/profile_list.h"
-#include "model/registry_records.h"
+#include "model/registry_access.h"
 #include "platform/module.h"
 #include "platform/special_folder.h"
 #include "platform/texts.h"
@@ -41,7 +41,7 @@ void PublishNewProfile(MouseSettings& settings) {
         if (values[row.field] == kAbnormalValue) values[row.field] = settings.initialValues[row.field];
     }
     for (const RegistryWrite& write : AllNumbers(values)) {
-        if (!WriteModelValue(settings.device.vid, settings.device.pid, write)) continue;
+        if (CarryOut(write, settings.device.vid, settings.device.pid)) continue;
         for (const SettingFieldRow& row : kSettingFields) {
             if (row.registryValue == write.value) values[row.field] = kAbnormalValue;
         }
@@ -55,10 +55,10 @@ std::wstring SettingsFolder() {
 }
 
 std::wstring ProfileFileName(std::uint32_t vid, std::uint32_t pid) {
-    return ModelName(vid, pid) + L".xml";
+    return MouseModelName(vid, pid) + L".xml";
 }
 
-bool LoadModel(MouseSettings& settings) {
+bool LoadMouseSettings(MouseSettings& settings) {
     // Until the file has been read: memory may run out on the way, and the page goes on without its profiles.
     settings.setFileAsideBeforeSaving = true;
     settings.os = ReadOsVersion();
@@ -84,7 +84,7 @@ bool LoadModel(MouseSettings& settings) {
 bool WriteRegistryValues(MouseSettings& settings) {
     bool written = true;
     for (const RegistryWrite& write : ChangedValues(settings.registrySettings, settings.Selected())) {
-        if (WriteModelValue(settings.device.vid, settings.device.pid, write)) written = false;
+        if (!CarryOut(write, settings.device.vid, settings.device.pid)) written = false;
     }
     if (written) settings.registrySettings = settings.Selected();
     return written;

@@ -9,22 +9,22 @@
 namespace kvn::model {
 
 // The folder of the profile files, with a final backslash; it need not be there yet.
-std::wstring SettingsFolder();
+[[nodiscard]] std::wstring SettingsFolder();
 
 // The name of a model's profile file in that folder.
-std::wstring ProfileFileName(std::uint32_t vid, std::uint32_t pid);
+[[nodiscard]] std::wstring ProfileFileName(std::uint32_t vid, std::uint32_t pid);
 
-// Loads the profiles of the model in settings.device, or makes a default profile and writes it at once; a file of which
+// Loads the profiles of the mouse in settings.device, or makes a default profile and writes it at once; a file of which
 // nothing can be read is set aside first, and one that is in use is left alone. A save that was cut off is finished
 // if the file is missing and nothing but the renaming was to come, or else removed. settings.initialValues must be
 // there already. False when the file could not be read or written; the settings hold at least one profile in any case.
-bool LoadModel(MouseSettings& settings);
+[[nodiscard]] bool LoadMouseSettings(MouseSettings& settings);
 
 // Writes the registry values in which the selected profile differs from settings.registrySettings, all of them even
 // when one fails, and then remembers them as written. False when one failed; nothing is remembered then.
-bool WriteRegistryValues(MouseSettings& settings);
+[[nodiscard]] bool WriteRegistryValues(MouseSettings& settings);
 
 // Writes the profile file with the device's ids and the selection. False: the file is what it was.
-bool SaveProfiles(MouseSettings& settings);
+[[nodiscard]] bool SaveProfiles(MouseSettings& settings);
 
 }  // namespace kvn::model

@@ -27,7 +27,7 @@ def find(pattern: str, path: str) -> str:
 
 def class_id() -> str:
     """The class that the DLL serves, as the registry writes it."""
-    digits = find(r"kServerClassId = (\{.*?\});", "page/server_class.h")
+    digits = find(r"kServerClassId = (\{.*?\});", "resources/server_class.h")
     fields = re.findall(r"0x([0-9A-Fa-f]+)", digits)
     texts = [field.zfill(width).upper() for field, width in zip(fields, [8, 4, 4] + 8 * [2], strict=True)]
     return "{%s-%s-%s-%s-%s}" % (*texts[:3], "".join(texts[3:5]), "".join(texts[5:]))

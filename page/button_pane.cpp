@@ -75,7 +75,7 @@ void ButtonPane::SetUp() {
     const auto onMouse = model::FunctionsForSlot(settings.os, true);
     const auto notOnMouse = model::FunctionsForSlot(settings.os, false);
     for (const ChooserRow& row : kChoosers) {
-        SlotChooser& chooser = choosers[static_cast<std::size_t>(row.slot)];
+        SlotChooser& chooser = choosers[row.slot];
         const auto showPicture = [this, slot = row.slot](bool hasFocus) {
             ShowPicture(hasFocus ? std::optional(slot) : std::nullopt);
         };
@@ -97,7 +97,7 @@ void ButtonPane::Fill(const model::ProfileSettings& shown) {
     isFilled = false;
     if (!HasTakenOver()) return;
     LeaveLists();
-    for (SlotChooser& chooser : choosers) {
+    for (SlotChooser& chooser : choosers.items) {
         const ButtonSlot slot = chooser.Slot();
         const model::FunctionCode function = shown.FunctionOf(slot);
         model::EtcKey keys;
@@ -134,7 +134,7 @@ void ButtonPane::DisableMissingCapabilities() {
 model::ProfileSettings ButtonPane::Read(const model::ProfileSettings& base) const {
     model::ProfileSettings read = base;
     if (!isFilled) return read;
-    for (const SlotChooser& chooser : choosers) {
+    for (const SlotChooser& chooser : choosers.items) {
         if (const auto function = chooser.Selected()) read[RowOf(chooser.Slot()).field] = *function;
     }
     for (const TrackbarRow& row : kTrackbars) {
@@ -150,16 +150,18 @@ void ButtonPane::TakeBackUnconfirmed() {
     if (!isFilled) return;
     LeaveLists();
     if (KeepsRules(&SlotChooser::Selected) || !KeepsRules(&SlotChooser::Confirmed)) return;
-    for (const SlotChooser& chooser : choosers) chooser.TakeBack();
+    for (const SlotChooser& chooser : choosers.items) chooser.TakeBack();
 }
 
 void ButtonPane::LeaveLists() const {
-    for (const SlotChooser& chooser : choosers) chooser.LeaveList();
+    for (const SlotChooser& chooser : choosers.items) chooser.LeaveList();
     platform::LeaveList(Control(IDC_PANE_REVOLUTION_COUNT));
 }
 
 void ButtonPane::LoadPictures(const std::wstring& folder) {
     if (Window() == nullptr) return;
+    gdiplus.emplace();
+    if (!*gdiplus) return;
     const HWND target = Control(IDC_PANE_PICTURE);
     const model::DeviceRecord& device = settings.device;
     // The pictures of the tilts exist whatever the button count says.
@@ -193,7 +195,7 @@ void ButtonPane::OnCommand(UINT control, UINT notification) {
     if (control == IDC_PANE_REVOLUTION_COUNT) return OnRevolutionNotification(notification);
     for (const ChooserRow& row : kChoosers) {
         if (control == static_cast<UINT>(row.control)) {
-            OnChooserNotification(choosers[static_cast<std::size_t>(row.slot)], notification);
+            OnChooserNotification(choosers[row.slot], notification);
         }
     }
 }
@@ -225,7 +227,8 @@ void ButtonPane::OnChoiceConfirmed(SlotChooser& changed) {
     const int indexBefore = earlierIndex;
     int gestureCount = GestureCount(&SlotChooser::Selected);
 
-    // Putting "Left click" back counts as one gesture function less, whatever it has replaced.
+    // Putting "Left click" back counts as one gesture function less, whatever it has replaced:
+    // docs/kept-behaviour.md.
     if (PutBackLeftClick(changed)) --gestureCount;
     if (gestureCount >= 2) {
         boxes.Warn(Window(), IDS_GESTURE_SLOT_TAKEN);
@@ -249,23 +252,22 @@ bool ButtonPane::KeepsRules(ChooserFunction function) const {
 
 bool ButtonPane::HasLeftClick(ChooserFunction function) const {
     return std::ranges::any_of(
-        choosers, [=](const SlotChooser& chooser) { return (chooser.*function)() == model::kFunctionLeftClick; });
+        choosers.items, [=](const SlotChooser& chooser) { return (chooser.*function)() == model::kFunctionLeftClick; });
 }
 
 int ButtonPane::GestureCount(ChooserFunction function) const {
     return static_cast<int>(std::ranges::count_if(
-        choosers, [=](const SlotChooser& chooser) { return (chooser.*function)() == model::kFunctionGesture; }));
+        choosers.items, [=](const SlotChooser& chooser) { return (chooser.*function)() == model::kFunctionGesture; }));
 }
 
 void ButtonPane::RegisterArbitraryKey(SlotChooser& chooser) {
     const ButtonSlot slot = chooser.Slot();
-    gestures::KeyCaptureRecord capture;
-    capture.keys = settings.Selected().etcKeys[slot];
-    capture.origin = chooser.Window();
-    capture.excludeShift = IsTilt(slot) ? 1 : 0;
-    if (!gestures::RunArbitraryKeyDialog(Module(), capture)) return;
-    settings.Selected().etcKeys[slot] = capture.keys;
-    chooser.ShowArbitraryKeys(capture.keys);
+    const auto shiftKeys = IsTilt(slot) ? gestures::ShiftKeys::Excluded : gestures::ShiftKeys::Offered;
+    const auto keys =
+        gestures::RunArbitraryKeyDialog(Module(), chooser.Window(), {settings.Selected().etcKeys[slot], shiftKeys});
+    if (!keys) return;
+    settings.Selected().etcKeys[slot] = *keys;
+    chooser.ShowArbitraryKeys(*keys);
 }
 
 void ButtonPane::OnRevolutionNotification(UINT notification) {

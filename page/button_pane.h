@@ -84,8 +84,10 @@ private:
     const platform::MessageBoxes& boxes;
     IButtonPaneOwner& owner;
 
-    std::array<SlotChooser, model::kButtonSlotCount> choosers;
-    // Index 0 is the plain mouse, index k the mouse with its k-th control marked.
+    model::EnumArray<model::ButtonSlot, SlotChooser, model::kButtonSlotCount> choosers;
+    // Before the pictures, which must go first.
+    std::optional<GdiplusSession> gdiplus;
+    // Index 0 is the plain mouse, index k the mouse with its k-th control marked. None without GDI+.
     std::vector<MousePicture> pictures;
     platform::OpenedList revolutionList;
     // The index that a chooser had selected when the focus came to it or its choice was last confirmed.

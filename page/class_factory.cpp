@@ -2,6 +2,7 @@
 
 #include <new>
 
+#include "page/current_panel.h"
 #include "page/shell_prop_sheet_ext.h"
 #include "platform/memory_reserve.h"
 

@@ -8,13 +8,13 @@
 #include "page/class_factory.h"
 #include "page/module_state.h"
 #include "page/registration.h"
-#include "page/server_class.h"
 #include "platform/memory_reserve.h"
+#include "resources/server_class.h"
 
 STDAPI DllGetClassObject(REFCLSID classId, REFIID interfaceId, void** object) {
     if (object == nullptr) return E_POINTER;
     *object = nullptr;
-    if (classId != kvn::page::kServerClassId) return CLASS_E_CLASSNOTAVAILABLE;
+    if (classId != kvn::resources::kServerClassId) return CLASS_E_CLASSNOTAVAILABLE;
     if (interfaceId != IID_IUnknown && interfaceId != IID_IClassFactory) return E_NOINTERFACE;
     kvn::platform::KeepMemoryReserve();
     auto* factory = new (std::nothrow) kvn::page::CClassFactory;

@@ -8,17 +8,17 @@
 #include <span>
 #include <utility>
 
-#include "model/registry_records.h"
+#include "model/registry_access.h"
 #include "model/settings_store.h"
 #include "page/module_state.h"
-#include "page/property_page.h"
+#include "page/property_sheet.h"
 #include "page/service_folder.h"
 #include "platform/boundary.h"
 #include "platform/combo_box.h"
-#include "platform/list_view.h"
 #include "platform/module.h"
+#include "platform/paused_redraw.h"
 #include "platform/raised_flag.h"
-#include "platform/service_window.h"
+#include "platform/service_messages.h"
 #include "platform/texts.h"
 #include "resources/resource.h"
 
@@ -55,7 +55,7 @@ const platform::CommandRow<KorvenPanel, UINT> KorvenPanel::kCommands[] = {
 KorvenPanel::KorvenPanel()
     : boxes(platform::ThisModule(), IDS_CAPTION),
       buttonPane(settings, boxes, *this),
-      gesturePane(settings, boxes, gestureManager, gestureTrail, *this) {}
+      gesturePane(settings, boxes, *this) {}
 
 KorvenPanel::~KorvenPanel() {
     if (pageWindow != nullptr) ReleaseModuleOfPage();
@@ -93,7 +93,7 @@ void KorvenPanel::ReadDevice() {
 }
 
 void KorvenPanel::LoadProfiles() {
-    if (!model::LoadModel(settings)) boxes.Warn(pageWindow, IDS_SETTINGS_FAILED);
+    if (!model::LoadMouseSettings(settings)) boxes.Warn(pageWindow, IDS_SETTINGS_FAILED);
 }
 
 void KorvenPanel::CreatePanes(HINSTANCE module) {
@@ -212,8 +212,7 @@ bool KorvenPanel::OnCommandChanged(HWND window, WPARAM wParam, LPARAM /*lParam*/
     const UINT notification = HIWORD(wParam);
     const HWND sender = GetDlgItem(window, static_cast<int>(control));
     const bool isQuiet = sender != nullptr && IsComboBox(sender) &&
-                         std::find(kChangingNotifications.begin(), kChangingNotifications.end(), notification) ==
-                             kChangingNotifications.end();
+                         std::ranges::find(kChangingNotifications, notification) == kChangingNotifications.end();
     return !isQuiet && IsChangingControl(control);
 }
 

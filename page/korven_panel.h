@@ -6,15 +6,12 @@
 #include <memory>
 #include <string>
 
-#include "gestures/gesture_mgr.h"
 #include "gestures/gesture_pane.h"
-#include "gestures/gesture_trail_overlay.h"
 #include "model/mouse_settings.h"
 #include "page/button_pane.h"
 #include "page/property_panel.h"
 #include "platform/combo_box.h"
 #include "platform/command_table.h"
-#include "platform/critical_section.h"
 #include "platform/message_box.h"
 #include "profiles/profile_editor.h"
 
@@ -82,13 +79,9 @@ private:
     bool SaveSettings();
     HWND Control(int control) const { return GetDlgItem(pageWindow, control); }
 
-    // Exists as long as the panel; nothing enters it, since everything runs on the sheet's one thread.
-    platform::CriticalSection lock;
     model::MouseSettings settings;
     platform::MessageBoxes boxes;
     ButtonPane buttonPane;
-    gestures::GestureTrailOverlay gestureTrail;
-    gestures::CGestureMgr gestureManager{gestureTrail};
     gestures::GesturePane gesturePane;
 
     platform::OpenedList profileList;

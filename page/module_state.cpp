@@ -1,8 +1,9 @@
 #include "page/module_state.h"
 
+#include <windows.h>
+
 #include <atomic>
 
-#include "page/korven_panel.h"
 #include "platform/boundary.h"
 #include "platform/module.h"
 
@@ -10,7 +11,6 @@ namespace kvn::page {
 namespace {
 
 ULONG serverReferences = 0;
-std::shared_ptr<IPropertyPanel> currentPanel;
 
 // References to the loaded module. COM may ask in another thread than a page's.
 std::atomic<int> heldByPages = 0;
@@ -26,24 +26,6 @@ void ReleaseServerReference() {
 }
 bool HasServerReferences() {
     return serverReferences != 0;
-}
-
-void MakeCurrentPanel() noexcept {
-    try {
-        currentPanel = std::make_shared<KorvenPanel>();
-    } catch (...) {
-        currentPanel.reset();
-    }
-}
-
-IPropertyPanel* CurrentPanel() noexcept {
-    if (!currentPanel) MakeCurrentPanel();
-    return currentPanel.get();
-}
-
-std::shared_ptr<IPropertyPanel> TakeCurrentPanel() noexcept {
-    CurrentPanel();
-    return std::move(currentPanel);
 }
 
 void HoldModuleForPage() noexcept {

@@ -1,12 +1,5 @@
-// The state of the loaded module: the server count, the panel that waits for its page, and what keeps the module
-// loaded.
+// The state of the loaded module: the server count, and what keeps the module loaded.
 #pragma once
-
-#include <windows.h>
-
-#include <memory>
-
-#include "page/property_panel.h"
 
 namespace kvn::page {
 
@@ -14,15 +7,6 @@ namespace kvn::page {
 void AddServerReference();
 void ReleaseServerReference();
 bool HasServerReferences();
-
-// Makes a new panel the current one. The current panel becomes null when there is no memory for one.
-void MakeCurrentPanel() noexcept;
-
-// The panel for the page that comes next; made now when a page has taken the last one. Null without memory.
-IPropertyPanel* CurrentPanel() noexcept;
-
-// Hands the current panel to the page that opens, which gives it up with its window.
-std::shared_ptr<IPropertyPanel> TakeCurrentPanel() noexcept;
 
 // A page may outlive every COM object of the module, and COM unloads a module without objects: so each page that the
 // shell has taken holds a reference to the loaded module itself.

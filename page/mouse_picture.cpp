@@ -47,21 +47,23 @@ void DisposeImage(Gdiplus::GpImage* image) {
     gdi::GdipDisposeImage(image);
 }
 
-MousePicture::MousePicture(HWND targetControl, std::wstring imageFile)
-    : target(targetControl), file(std::move(imageFile)) {
+GdiplusSession::GdiplusSession() {
     const Gdiplus::GdiplusStartupInput input;
-    if (Gdiplus::GdiplusStartup(gdiplus.Receive(), &input, nullptr) != Gdiplus::Ok) gdiplus.Release();
+    if (Gdiplus::GdiplusStartup(token.Receive(), &input, nullptr) != Gdiplus::Ok) token.Release();
 }
+
+MousePicture::MousePicture(HWND targetControl, std::wstring imageFile)
+    : target(targetControl), file(std::move(imageFile)) {}
 
 void MousePicture::Draw() {
     Load();
     RECT area{};
-    if (!gdiplus || !GetClientRect(target, &area) || IsRectEmpty(&area)) return;
+    if (!GetClientRect(target, &area) || IsRectEmpty(&area)) return;
     if (platform::UniqueBitmap bitmap = Render(area.right, area.bottom)) ReplaceBitmap(target, std::move(bitmap));
 }
 
 void MousePicture::Load() {
-    if (isLoaded || !gdiplus) return;
+    if (isLoaded) return;
     isLoaded = true;
     if (gdi::GdipLoadImageFromFile(file.c_str(), image.Receive()) != Gdiplus::Ok) image.Release();
 }

@@ -17,7 +17,17 @@ namespace kvn::page {
 void ShutDownGdiplus(ULONG_PTR token);
 void DisposeImage(Gdiplus::GpImage* image);
 
-// Starts GDI+ for itself. A file that cannot be loaded leaves the picture empty.
+// GDI+, for as long as this lives. False when it could not be started.
+class [[nodiscard]] GdiplusSession {
+public:
+    GdiplusSession();
+    explicit operator bool() const { return static_cast<bool>(token); }
+
+private:
+    platform::Owned<ULONG_PTR, &ShutDownGdiplus> token;
+};
+
+// Drawn, and deleted, within a session. A file that cannot be loaded leaves the picture empty.
 class MousePicture {
 public:
     MousePicture(HWND targetControl, std::wstring imageFile);
@@ -34,8 +44,6 @@ private:
     HWND target;
     std::wstring file;
     bool isLoaded = false;
-    // In this order: the image must go before GDI+ shuts down.
-    platform::Owned<ULONG_PTR, &ShutDownGdiplus> gdiplus;
     platform::Owned<Gdiplus::GpImage*, &DisposeImage> image;
 };
 

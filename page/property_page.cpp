@@ -4,7 +4,8 @@
 
 #include <memory>
 
-#include "page/module_state.h"
+#include "page/current_panel.h"
+#include "page/property_sheet.h"
 #include "platform/boundary.h"
 #include "platform/module.h"
 #include "platform/subclass.h"
@@ -73,7 +74,7 @@ INT_PTR ForwardToPanel(IPropertyPanel& panel, HWND page, UINT message, WPARAM wP
 }
 
 INT_PTR HandleMessage(HWND page, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WM_CREATE) return TRUE;
+    if (message == WM_CREATE) return TRUE;  // docs/kept-behaviour.md
     if (message == WM_INITDIALOG) {
         OnInitDialog(page, lParam);
         return TRUE;
@@ -102,10 +103,6 @@ HPROPSHEETPAGE CreatePage() {
     page.pszTemplate = kTemplateName;
     page.pfnDlgProc = PageProcedure;
     return CreatePropertySheetPageW(reinterpret_cast<LPCPROPSHEETPAGEW>(&page));
-}
-
-void MarkPageChanged(HWND page) {
-    SendMessageW(GetParent(page), PSM_CHANGED, reinterpret_cast<WPARAM>(page), 0);
 }
 
 }  // namespace kvn::page

@@ -8,9 +8,6 @@
 namespace kvn::page {
 
 // A page that can be added to a sheet; null when the common controls cannot make one.
-HPROPSHEETPAGE CreatePage();
-
-// Tells the sheet that this page's settings have changed, so that it enables Apply.
-void MarkPageChanged(HWND page);
+[[nodiscard]] HPROPSHEETPAGE CreatePage();
 
 }  // namespace kvn::page

@@ -13,6 +13,7 @@ namespace {
 constexpr wchar_t kHandlerKey[] =
     L"Software\\Microsoft\\Windows\\CurrentVersion\\Controls Folder\\Display\\shellex\\PropertySheetHandlers\\"
     L"Control Panel Extention Sample";
+// Not the class that the DLL serves: docs/kept-behaviour.md.
 #define KVN_GENERIC_CLASS L"{3BF82320-3F22-11d0-90FD-0040C757956E}"
 constexpr wchar_t kClassKey[] = L"CLSID\\" KVN_GENERIC_CLASS;
 constexpr wchar_t kServerKey[] = L"CLSID\\" KVN_GENERIC_CLASS L"\\InProcServer32";

@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "platform/service_window.h"
+#include "platform/service_messages.h"
 #include "platform/window_program.h"
 
 namespace kvn::page {

@@ -1,5 +1,6 @@
 #include "page/shell_prop_sheet_ext.h"
 
+#include "page/current_panel.h"
 #include "page/module_state.h"
 #include "page/property_page.h"
 #include "platform/boundary.h"

@@ -7,12 +7,6 @@
 #include "platform/subclass.h"
 
 namespace kvn::page {
-namespace {
-
-// "Left click" is looked for so far, which is past the longest list.
-constexpr int kLeftClickSearchCount = 54;
-
-}  // namespace
 
 void SlotChooser::SetUp(model::ButtonSlot buttonSlot, HWND comboBox, HINSTANCE module,
                         const std::vector<model::CatalogueRow>& functions, FocusListener focusListener) {
@@ -58,7 +52,7 @@ void SlotChooser::LeaveList() const {
 }
 
 std::optional<int> SlotChooser::IndexOfLeftClick() const {
-    return platform::FindComboData(combo, model::kFunctionLeftClick, kLeftClickSearchCount);
+    return platform::FindComboData(combo, model::kFunctionLeftClick);
 }
 
 LRESULT CALLBACK SlotChooser::ComboProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -73,7 +67,7 @@ LRESULT CALLBACK SlotChooser::ComboProcedure(HWND window, UINT message, WPARAM w
                 break;
             case WM_DESTROY:
             case WM_NCDESTROY:
-                // The sheet's host has always been told so that the page goes down.
+                // docs/kept-behaviour.md: this is how hosts notice that the page goes.
                 PostQuitMessage(0);
                 return 0;
             default:

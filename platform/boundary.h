@@ -11,7 +11,7 @@ namespace kvn::platform {
 // How many of the module's guarded functions are being carried out now, in whatever thread.
 inline std::atomic<int> callsInside = 0;
 
-class CallInside {
+class [[nodiscard]] CallInside {
 public:
     CallInside() { ++callsInside; }
     CallInside(const CallInside&) = delete;

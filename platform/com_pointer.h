@@ -20,7 +20,7 @@ using ComPointer = Owned<Interface*, &ReleaseInterface<Interface>>;
 
 // While it lives, this thread is in a single-threaded apartment; false when it cannot be, as a thread of the
 // multi-threaded one. The first stay of a thread is costly, each one within it a mere count.
-class ComApartment {
+class [[nodiscard]] ComApartment {
 public:
     ComApartment() : entered(SUCCEEDED(CoInitialize(nullptr))) {}
     ComApartment(const ComApartment&) = delete;

@@ -57,12 +57,12 @@ void WidenDropList(HWND combo) {
     Send(combo, CB_SETDROPPEDWIDTH, static_cast<WPARAM>(std::min(width, GetSystemMetrics(SM_CXSCREEN))));
 }
 
-std::optional<int> FindComboData(HWND combo, int data, int maxCount) {
+std::optional<int> FindComboData(HWND combo, int data) {
     // The list itself is asked: the combo box would pass every question on to it.
     COMBOBOXINFO info{};
     info.cbSize = sizeof info;
     if (!GetComboBoxInfo(combo, &info)) return std::nullopt;
-    const int count = std::min(Send(info.hwndList, LB_GETCOUNT), maxCount);
+    const int count = Send(info.hwndList, LB_GETCOUNT);
     for (int index = 0; index < count; ++index) {
         if (Send(info.hwndList, LB_GETITEMDATA, static_cast<WPARAM>(index)) == data) return index;
     }
@@ -70,7 +70,7 @@ std::optional<int> FindComboData(HWND combo, int data, int maxCount) {
 }
 
 void SelectComboData(HWND combo, int data) {
-    const auto index = FindComboData(combo, data, Send(combo, CB_GETCOUNT));
+    const auto index = FindComboData(combo, data);
     Send(combo, CB_SETCURSEL, index ? static_cast<WPARAM>(*index) : static_cast<WPARAM>(-1));
 }
 

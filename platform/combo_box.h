@@ -20,8 +20,8 @@ std::optional<int> SelectedComboData(HWND combo);
 // The text of the selected entry; empty when none is selected.
 std::wstring SelectedComboText(HWND combo);
 
-// The index of the first entry with this number among the first maxCount ones.
-std::optional<int> FindComboData(HWND combo, int data, int maxCount);
+// The index of the first entry with this number.
+[[nodiscard]] std::optional<int> FindComboData(HWND combo, int data);
 
 // Selects the entry with this number, or none when there is no such entry.
 void SelectComboData(HWND combo, int data);

@@ -19,9 +19,7 @@ struct CommandRow {
 template <typename Owner, typename... Details, std::size_t kRows>
 bool CarryOutCommand(Owner& owner, const CommandRow<Owner, Details...> (&table)[kRows], UINT control,
                      Details... details) {
-    const auto* const row =
-        std::find_if(std::begin(table), std::end(table),
-                     [=](const CommandRow<Owner, Details...>& candidate) { return candidate.control == control; });
+    const auto row = std::ranges::find(table, control, &CommandRow<Owner, Details...>::control);
     if (row == std::end(table)) return false;
     (owner.*row->handler)(details...);
     return true;

@@ -6,7 +6,7 @@
 namespace kvn::platform {
 
 // The drawing context of a window's client area.
-class WindowDeviceContext {
+class [[nodiscard]] WindowDeviceContext {
 public:
     explicit WindowDeviceContext(HWND target) : window(target), context(GetDC(target)) {}
     ~WindowDeviceContext() {
@@ -25,7 +25,7 @@ private:
 };
 
 // A pen or a brush that is selected for as long as this lives; the previous one comes back then.
-class SelectedObject {
+class [[nodiscard]] SelectedObject {
 public:
     SelectedObject(HDC deviceContext, HGDIOBJ object)
         : context(deviceContext), previous(SelectObject(deviceContext, object)) {}

@@ -110,13 +110,4 @@ void ClearListRows(HWND list) {
     Send(list, LVM_DELETEALLITEMS);
 }
 
-PausedRedraw::PausedRedraw(HWND listView) : list(listView) {
-    Send(list, WM_SETREDRAW, FALSE);
-}
-
-PausedRedraw::~PausedRedraw() {
-    Send(list, WM_SETREDRAW, TRUE);
-    if (list != nullptr) InvalidateRect(list, nullptr, TRUE);
-}
-
 }  // namespace kvn::platform

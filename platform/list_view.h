@@ -40,17 +40,4 @@ std::optional<int> FirstSelectedRow(HWND list);
 void DeleteListRow(HWND list, int row);
 void ClearListRows(HWND list);
 
-// While it lives, changes of the list view, or of a combo box and its list, are not painted; at its end they are, all
-// at once.
-class PausedRedraw {
-public:
-    explicit PausedRedraw(HWND listView);
-    ~PausedRedraw();
-    PausedRedraw(const PausedRedraw&) = delete;
-    PausedRedraw& operator=(const PausedRedraw&) = delete;
-
-private:
-    HWND list;
-};
-
 }  // namespace kvn::platform

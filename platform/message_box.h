@@ -23,11 +23,11 @@ public:
     void WarnText(HWND owner, const std::wstring& text) const;
 
     // Whether the user wants to delete what is selected.
-    bool ConfirmDeletion(HWND owner) const;
+    [[nodiscard]] bool ConfirmDeletion(HWND owner) const;
 
     // The shared check before an item is added to a list of so many items: below the limit it answers true, at the
     // limit it tells the user and answers false.
-    bool AllowsAnotherItem(HWND owner, int itemCount) const;
+    [[nodiscard]] bool AllowsAnotherItem(HWND owner, int itemCount) const;
 
 private:
     HINSTANCE module;

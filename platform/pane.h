@@ -27,7 +27,7 @@ public:
     Pane& operator=(const Pane&) = delete;
 
     // Makes the pane's window as a hidden child of the page; null when it cannot.
-    HWND Create(HINSTANCE module, HWND page);
+    [[nodiscard]] HWND Create(HINSTANCE module, HWND page);
 
 protected:
     Pane(UINT dialogTemplate, IPaneOwner& paneOwner);

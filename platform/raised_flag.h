@@ -3,7 +3,7 @@
 
 namespace kvn::platform {
 
-class RaisedFlag {
+class [[nodiscard]] RaisedFlag {
 public:
     explicit RaisedFlag(bool& raised) : flag(raised) { raised = true; }
     ~RaisedFlag() { flag = false; }

@@ -8,6 +8,6 @@
 namespace kvn::platform {
 
 // The path of the folder with this CSIDL number, without a final backslash; empty when the shell does not know it.
-std::wstring SpecialFolder(int folder, HWND owner = nullptr);
+[[nodiscard]] std::wstring SpecialFolder(int folder, HWND owner = nullptr);
 
 }  // namespace kvn::platform

@@ -7,7 +7,7 @@ namespace kvn::platform {
 
 // Replaces the window's procedure and sets its user data; returns the previous procedure, to which every message that
 // is not handled goes by CallWindowProcW.
-inline WNDPROC Subclass(HWND window, WNDPROC procedure, void* object) {
+inline WNDPROC Subclass(HWND window, WNDPROC procedure, const void* object) {
     SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(object));
     return reinterpret_cast<WNDPROC>(SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(procedure)));
 }

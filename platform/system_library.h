@@ -8,7 +8,7 @@ namespace kvn::platform {
 
 // The address of the function; null when this Windows lacks it. The library is loaded by its full path, since one of
 // its name beside the host program is not Windows'. It then stays: a library may have started threads of its own.
-void* FindSystemFunction(const wchar_t* library, const char* name);
+[[nodiscard]] void* FindSystemFunction(const wchar_t* library, const char* name);
 
 template <typename Function>
 Function* SystemFunction(const wchar_t* library, const char* name) {

@@ -8,6 +8,6 @@
 namespace kvn::platform {
 
 // The text with this number, of any length; empty when the module has none.
-std::wstring LoadText(HINSTANCE module, UINT textId);
+[[nodiscard]] std::wstring LoadText(HINSTANCE module, UINT textId);
 
 }  // namespace kvn::platform

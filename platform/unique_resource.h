@@ -11,7 +11,7 @@ namespace kvn::platform {
 
 // Owns one resource. Traits has a type Handle, a constant kEmpty and a function Close(Handle).
 template <typename Traits>
-class UniqueResource {
+class [[nodiscard]] UniqueResource {
 public:
     using Handle = typename Traits::Handle;
 
@@ -68,7 +68,7 @@ using UniqueTaskMemory = Owned<T*, &CoTaskMemFree>;
 
 // Owns a handle whose opener answers INVALID_HANDLE_VALUE on failure.
 template <auto kGiveBack>
-class OwnedUnlessInvalid {
+class [[nodiscard]] OwnedUnlessInvalid {
 public:
     explicit OwnedUnlessInvalid(HANDLE opened) : handle(opened == INVALID_HANDLE_VALUE ? nullptr : opened) {}
     explicit operator bool() const { return static_cast<bool>(handle); }

@@ -9,6 +9,6 @@ namespace kvn::platform {
 
 // The path of the program file of the window's process, cut to so many UTF-16 units. Empty without a window, and when
 // its process cannot be opened or hides its modules.
-std::wstring ProgramOfWindow(HWND window, DWORD maxLength);
+[[nodiscard]] std::wstring ProgramOfWindow(HWND window, DWORD maxLength);
 
 }  // namespace kvn::platform

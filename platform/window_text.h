@@ -8,9 +8,9 @@
 namespace kvn::platform {
 
 // The text without what goes beyond so many UTF-16 units; it is never cut in the middle of a surrogate pair.
-std::wstring CutText(std::wstring text, int maxLength);
+[[nodiscard]] std::wstring CutText(std::wstring text, int maxLength);
 
 // The window's text, cut as above; empty without a window.
-std::wstring WindowText(HWND window, int maxLength);
+[[nodiscard]] std::wstring WindowText(HWND window, int maxLength);
 
 }  // namespace kvn::platform

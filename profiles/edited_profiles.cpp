@@ -4,6 +4,7 @@
 
 #include "model/profile_list.h"
 #include "platform/list_view.h"
+#include "platform/paused_redraw.h"
 
 namespace kvn::profiles {
 namespace {

@@ -11,13 +11,14 @@
 #include <vector>
 
 #include "model/profile_list.h"
-#include "model/registry_records.h"
+#include "model/registry_access.h"
 #include "model/settings_store.h"
 #include "platform/boundary.h"
 #include "platform/command_table.h"
 #include "platform/dialog_control.h"
 #include "platform/list_view.h"
 #include "platform/modal_dialog.h"
+#include "platform/paused_redraw.h"
 #include "platform/raised_flag.h"
 #include "platform/texts.h"
 #include "profiles/edited_profiles.h"
@@ -163,9 +164,7 @@ std::optional<std::size_t> ProfileEditor::AskForOneProfile() const {
 }
 
 std::optional<std::wstring> ProfileEditor::AskForName(ProfileNameMode mode, std::wstring_view current) const {
-    ProfileNameRequest request{std::wstring(current), mode};
-    if (!RunProfileNameDialog(context.module, Window(), request)) return std::nullopt;
-    return request.name;
+    return RunProfileNameDialog(context.module, Window(), {mode, std::wstring(current)});
 }
 
 bool ProfileEditor::RefuseTakenName(const std::wstring& name) const {
@@ -190,7 +189,7 @@ void ProfileEditor::OnDeleteProfiles() {
     const bool isComplete = DeleteSelectedProfiles();
     if (edited.Count() != countBefore) OnProfilesSelected();
     if (!isComplete) return Warn(IDS_DEFAULT_PROFILE_DELETE);
-    // At once: a Cancel does not take it back.
+    // At once: Cancel does not take it back (docs/kept-behaviour.md).
     context.settings.selectedProfile = 0;
     context.display.ShowSelectedProfile();
 }
@@ -221,8 +220,8 @@ void ProfileEditor::OnCopyProfile() {
 void ProfileEditor::OnAddPrograms() {
     const auto profile = AskForOneProfile();
     if (!profile || !context.boxes.AllowsAnotherItem(Window(), programs.Count())) return;
-    std::vector<ApplicationEntry> chosen;
-    if (context.choosePrograms(context.module, Window(), chosen)) AddPrograms(*profile, chosen);
+    const auto chosen = context.choosePrograms(context.module, Window());
+    if (chosen) AddPrograms(*profile, *chosen);
 }
 
 void ProfileEditor::AddPrograms(std::size_t profile, const std::vector<ApplicationEntry>& chosen) {

@@ -5,6 +5,7 @@
 #include <windows.h>
 
 #include <functional>
+#include <optional>
 #include <vector>
 
 #include "model/mouse_settings.h"
@@ -26,7 +27,7 @@ protected:
 };
 
 // Asks the user for programs, as RunProgramSelection does.
-using ProgramChooser = std::function<bool(HINSTANCE, HWND, std::vector<model::ApplicationEntry>&)>;
+using ProgramChooser = std::function<std::optional<std::vector<model::ApplicationEntry>>(HINSTANCE, HWND)>;
 
 // What the editor borrows from the page.
 struct ProfileEditorContext {

@@ -1,8 +1,9 @@
 #include "profiles/profile_name_dialog.h"
 
-#include <algorithm>
 #include <array>
+#include <utility>
 
+#include "model/enum_array.h"
 #include "platform/modal_dialog.h"
 #include "platform/texts.h"
 #include "platform/window_text.h"
@@ -18,31 +19,37 @@ struct ModeRow {
     ProfileNameMode mode;
     UINT title;
     bool startsWithName;
-    bool storesName;
 };
-constexpr std::array<ModeRow, 4> kModes{{
-    {ProfileNameMode::Add, IDS_TITLE_ADD_PROFILE, false, true},
-    {ProfileNameMode::Rename, IDS_TITLE_RENAME_PROFILE, true, true},
-    {ProfileNameMode::Delete, IDS_TITLE_DELETE_PROFILE, false, false},
-    {ProfileNameMode::Copy, IDS_TITLE_COPY_PROFILE, true, true},
+constexpr std::array<ModeRow, 3> kModes{{
+    {ProfileNameMode::Add, IDS_TITLE_ADD_PROFILE, false},
+    {ProfileNameMode::Rename, IDS_TITLE_RENAME_PROFILE, true},
+    {ProfileNameMode::Copy, IDS_TITLE_COPY_PROFILE, true},
 }};
+
+static_assert(model::IsInEnumOrder(kModes, [](const ModeRow& row) { return row.mode; }));
+
+const ModeRow& RowOf(ProfileNameMode mode) {
+    return kModes[static_cast<std::size_t>(mode)];
+}
 
 class ProfileNameDialog final : public platform::ModalDialog {
 public:
-    explicit ProfileNameDialog(ProfileNameRequest& nameRequest) : request(nameRequest) {}
+    explicit ProfileNameDialog(const ProfileNameRequest& nameRequest) : request(nameRequest) {}
 
-    bool Run(HINSTANCE module, HWND owner) { return RunModal(module, IDD_PROFILE_NAME, owner); }
+    std::optional<std::wstring> Run(HINSTANCE module, HWND owner) {
+        if (!RunModal(module, IDD_PROFILE_NAME, owner)) return std::nullopt;
+        return std::move(typedName);
+    }
 
 private:
     INT_PTR OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     void OnInitDialog() const;
     BOOL OnCommand(int control);
 
-    // The mode's row; null for an unknown mode.
-    const ModeRow* Mode() const;
     std::wstring TypedName() const;
 
-    ProfileNameRequest& request;
+    const ProfileNameRequest& request;
+    std::wstring typedName;
 };
 
 INT_PTR ProfileNameDialog::OnMessage(UINT message, WPARAM wParam, LPARAM /*lParam*/) {
@@ -54,29 +61,21 @@ INT_PTR ProfileNameDialog::OnMessage(UINT message, WPARAM wParam, LPARAM /*lPara
 void ProfileNameDialog::OnInitDialog() const {
     const HWND field = Control(IDC_PROFILE_NAME);
     SendMessageW(field, EM_LIMITTEXT, kMaxNameLength, 0);
-    if (const ModeRow* mode = Mode()) {
-        SetWindowTextW(Window(), platform::LoadText(Module(), mode->title).c_str());
-        if (mode->startsWithName) SetWindowTextW(field, request.name.c_str());
-    }
+    const ModeRow& mode = RowOf(request.mode);
+    SetWindowTextW(Window(), platform::LoadText(Module(), mode.title).c_str());
+    if (mode.startsWithName) SetWindowTextW(field, request.currentName.c_str());
     SendMessageW(field, EM_SETSEL, 0, kToTheEnd);
     SetFocus(field);
 }
 
 BOOL ProfileNameDialog::OnCommand(int control) {
     if (control == IDOK) {
-        const ModeRow* mode = Mode();
-        if (mode != nullptr && mode->storesName) request.name = TypedName();
+        typedName = TypedName();
         End(platform::DialogResult::Accepted);
     } else if (control == IDCANCEL) {
         End(platform::DialogResult::Cancelled);
     }
     return control == IDOK || control == IDCANCEL ? TRUE : FALSE;
-}
-
-const ModeRow* ProfileNameDialog::Mode() const {
-    const auto* const row =
-        std::find_if(kModes.begin(), kModes.end(), [this](const ModeRow& mode) { return mode.mode == request.mode; });
-    return row == kModes.end() ? nullptr : row;
 }
 
 // What was typed. The field stops a user in the middle of a surrogate pair, too: half a character is none.
@@ -88,7 +87,7 @@ std::wstring ProfileNameDialog::TypedName() const {
 
 }  // namespace
 
-bool RunProfileNameDialog(HINSTANCE module, HWND owner, ProfileNameRequest& request) {
+std::optional<std::wstring> RunProfileNameDialog(HINSTANCE module, HWND owner, const ProfileNameRequest& request) {
     return ProfileNameDialog(request).Run(module, owner);
 }
 

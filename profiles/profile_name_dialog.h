@@ -4,21 +4,22 @@
 #include <windows.h>
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 namespace kvn::profiles {
 
-// What the name is for. It decides the dialog's title and whether the dialog starts with the name of the request.
-// Delete has a title but asks for nothing: on OK the name stays as it was.
-enum class ProfileNameMode : std::uint32_t { Add, Rename, Delete, Copy };
+// What the name is for. It decides the dialog's title and whether the dialog starts with the current name.
+enum class ProfileNameMode : std::uint32_t { Add, Rename, Copy };
 
 struct ProfileNameRequest {
-    std::wstring name;  // before: the current name, for Rename and Copy; afterwards: what the user typed
     ProfileNameMode mode = ProfileNameMode::Add;
+    std::wstring currentName;  // for Rename and Copy
 };
 
-// Runs the dialog above the owner. True when the user pressed OK: the name holds what was typed, which may be nothing,
-// cut to 254 characters. False on Cancel, with the request untouched.
-bool RunProfileNameDialog(HINSTANCE module, HWND owner, ProfileNameRequest& request);
+// Runs the dialog above the owner. The name of the user's OK, cut to 254 characters; it may be empty. Nothing on
+// Cancel.
+[[nodiscard]] std::optional<std::wstring> RunProfileNameDialog(HINSTANCE module, HWND owner,
+                                                               const ProfileNameRequest& request);
 
 }  // namespace kvn::profiles

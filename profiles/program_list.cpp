@@ -3,6 +3,7 @@
 #include <array>
 
 #include "platform/list_view.h"
+#include "platform/paused_redraw.h"
 #include "resources/resource.h"
 
 namespace kvn::profiles {

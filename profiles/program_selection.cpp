@@ -34,7 +34,8 @@ constexpr wchar_t kCommonDialogs[] = L"comdlg32.dll";
 constexpr wchar_t kFileFilter[] = L"exe(*.exe)\0*.exe\0All files(*.*)\0*.*\0";
 constexpr wchar_t kProgramExtension[] = L"exe";
 
-// The row of the last click, kNoRow for the empty space; lives as long as the module, from one opening to the next.
+// The row of the last click, kNoRow for the empty space; remembered from one opening to the next:
+// docs/kept-behaviour.md.
 int lastClickedRow = 0;
 
 // The current folder of the host program, put back at the end: the dialog that opens files leaves another one, which
@@ -59,19 +60,17 @@ private:
 bool ShowOpenDialog(OPENFILENAMEW& request) {
     using platform::SystemFunction;
     const auto getOpenFileName = SystemFunction<decltype(GetOpenFileNameW)>(kCommonDialogs, "GetOpenFileNameW");
-    const auto getError = SystemFunction<decltype(CommDlgExtendedError)>(kCommonDialogs, "CommDlgExtendedError");
-    if (getOpenFileName == nullptr || getError == nullptr) return false;
+    if (getOpenFileName == nullptr) return false;
     const KeptCurrentFolder folder;
-    if (getOpenFileName(&request)) return true;
-    getError();  // reading it is all that is done about it
-    return false;
+    return getOpenFileName(&request) != FALSE;
 }
 
 class ProgramSelectionDialog final : public platform::ModalDialog {
 public:
-    explicit ProgramSelectionDialog(std::vector<ApplicationEntry>& chosenPrograms) : chosen(chosenPrograms) {}
-
-    bool Run(HINSTANCE module, HWND owner) { return RunModal(module, IDD_SELECT_PROGRAM, owner); }
+    std::optional<std::vector<ApplicationEntry>> Run(HINSTANCE module, HWND owner) {
+        if (!RunModal(module, IDD_SELECT_PROGRAM, owner)) return std::nullopt;
+        return std::move(chosen);
+    }
 
 private:
     INT_PTR OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
@@ -89,7 +88,7 @@ private:
     void Choose(ApplicationEntry program);
     HWND List() const { return Control(IDC_PROGRAMS_LIST); }
 
-    std::vector<ApplicationEntry>& chosen;
+    std::vector<ApplicationEntry> chosen;
     std::optional<ProgramIcons> icons;  // as long as the dialog's window
 };
 
@@ -158,6 +157,7 @@ void ProgramSelectionDialog::OnListClicked() const {
 void ProgramSelectionDialog::OnOk() {
     if (lastClickedRow == kNoRow) return;
     const HWND list = List();
+    chosen.clear();  // a press before this one may have broken off
     for (const int row : platform::SelectedRows(list)) {
         chosen.push_back({platform::ListText(list, row, kNameColumn, kMaxCellText),
                           platform::ListText(list, row, kPathColumn, kMaxCellText)});
@@ -192,8 +192,8 @@ void ProgramSelectionDialog::OnReference() {
 }
 
 void ProgramSelectionDialog::OnSelectWindow() {
-    ApplicationEntry program;
-    if (RunWindowProgramDialog(Module(), Window(), program)) Choose(std::move(program));
+    std::optional<ApplicationEntry> program = RunWindowProgramDialog(Module(), Window());
+    if (program) Choose(*std::move(program));
 }
 
 void ProgramSelectionDialog::Choose(ApplicationEntry program) {
@@ -203,8 +203,8 @@ void ProgramSelectionDialog::Choose(ApplicationEntry program) {
 
 }  // namespace
 
-bool RunProgramSelection(HINSTANCE module, HWND owner, std::vector<ApplicationEntry>& chosen) {
-    return ProgramSelectionDialog(chosen).Run(module, owner);
+std::optional<std::vector<ApplicationEntry>> RunProgramSelection(HINSTANCE module, HWND owner) {
+    return ProgramSelectionDialog().Run(module, owner);
 }
 
 }  // namespace kvn::profiles

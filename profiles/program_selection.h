@@ -4,14 +4,14 @@
 
 #include <windows.h>
 
+#include <optional>
 #include <vector>
 
 #include "model/profile.h"
 
 namespace kvn::profiles {
 
-// Runs the dialog above the owner and appends the chosen programs in their order. True when the user confirmed, even if
-// nothing was chosen; false on Cancel, with nothing appended.
-bool RunProgramSelection(HINSTANCE module, HWND owner, std::vector<model::ApplicationEntry>& chosen);
+// Runs the dialog above the owner. The programs of the user's OK in their order, maybe none; nothing on Cancel.
+[[nodiscard]] std::optional<std::vector<model::ApplicationEntry>> RunProgramSelection(HINSTANCE module, HWND owner);
 
 }  // namespace kvn::profiles

@@ -85,7 +85,7 @@ private:
     // Of a link: true, once, for a folder that the link does not lie in.
     bool EnterOnce() {
         const std::optional<FolderIdentity> target = IdentityOf(path);
-        if (!target || std::find(linked.begin(), linked.end(), *target) != linked.end()) return false;
+        if (!target || std::ranges::find(linked, *target) != linked.end()) return false;
         for (std::size_t end = path.rfind(L'\\'); end != std::wstring::npos && end > 0;
              end = path.rfind(L'\\', end - 1)) {
             // With its backslash, so that the uppermost is the drive's root and not its current folder.

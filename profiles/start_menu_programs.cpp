@@ -18,7 +18,6 @@ namespace kvn::profiles {
 namespace {
 
 using model::ApplicationEntry;
-using platform::ComApartment;
 
 constexpr std::size_t kPathBuffer = 1040;
 constexpr std::size_t kPartBuffer = 260;
@@ -43,8 +42,7 @@ PathParts Split(const std::wstring& path) {
 }
 
 void AppendProgramOf(const std::wstring& shortcut, std::vector<ApplicationEntry>& programs) {
-    std::wstring target;
-    if (const ComApartment apartment; apartment) target = ShortcutTarget(shortcut);
+    std::wstring target = ShortcutTarget(shortcut);
     const PathParts parts = Split(target);
     if (std::wstring_view(parts.extension.data()) != kProgramExtension) return;
     if (std::wstring_view(parts.folder.data()).find(kAdvertisedMark) != std::wstring_view::npos) {
@@ -57,8 +55,8 @@ void AppendProgramOf(const std::wstring& shortcut, std::vector<ApplicationEntry>
 }  // namespace
 
 void AppendStartMenuPrograms(HWND owner, std::vector<ApplicationEntry>& programs) {
-    // Around each shortcut COM is entered and left; within this stay that is a mere count.
-    const ComApartment apartment;
+    const platform::ComApartment apartment;
+    if (!apartment) return;  // nothing can be read from a shortcut
     for (const int folder : kProgramFolders) {
         const std::wstring path = platform::SpecialFolder(folder, owner);
         if (path.empty()) continue;

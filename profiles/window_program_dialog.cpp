@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdint>
 #include <string>
+#include <utility>
 
 #include "platform/boundary.h"
 #include "platform/modal_dialog.h"
@@ -19,8 +20,8 @@ constexpr int kMaxTaken = 259;  // of what is shown
 constexpr DWORD kMaxProposed = 1024;
 constexpr wchar_t kExplorer[] = L"\\explorer.exe";
 
-// At the first use in a loaded module the first window is passed over, later it is the one that is taken: the count of
-// windows passed over lives as long as the module.
+// The first use in a loaded module passes over the first window; later uses take it. The count lives as long as the
+// module: docs/kept-behaviour.md.
 constexpr std::uint32_t kToPassOver = 1;
 std::uint32_t windowsPassedOver = 0;
 
@@ -53,16 +54,17 @@ std::wstring ExplorerPath() {
 
 class WindowProgramDialog final : public platform::ModalDialog {
 public:
-    explicit WindowProgramDialog(model::ApplicationEntry& chosenEntry) : entry(chosenEntry) {}
-
-    bool Run(HINSTANCE module, HWND owner) { return RunModal(module, IDD_REGISTER_PROGRAM, owner); }
+    std::optional<model::ApplicationEntry> Run(HINSTANCE module, HWND owner) {
+        if (!RunModal(module, IDD_REGISTER_PROGRAM, owner)) return std::nullopt;
+        return std::move(entry);
+    }
 
 private:
     INT_PTR OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     void OnInitDialog() const;
     void OnOk();
 
-    model::ApplicationEntry& entry;
+    model::ApplicationEntry entry;
 };
 
 INT_PTR WindowProgramDialog::OnMessage(UINT message, WPARAM wParam, LPARAM /*lParam*/) {
@@ -93,8 +95,8 @@ void WindowProgramDialog::OnOk() {
 
 }  // namespace
 
-bool RunWindowProgramDialog(HINSTANCE module, HWND owner, model::ApplicationEntry& entry) {
-    return WindowProgramDialog(entry).Run(module, owner);
+std::optional<model::ApplicationEntry> RunWindowProgramDialog(HINSTANCE module, HWND owner) {
+    return WindowProgramDialog().Run(module, owner);
 }
 
 }  // namespace kvn::profiles

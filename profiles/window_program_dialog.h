@@ -3,12 +3,14 @@
 
 #include <windows.h>
 
+#include <optional>
+
 #include "model/profile.h"
 
 namespace kvn::profiles {
 
-// Runs the dialog above the owner. True when the user confirmed; the entry then holds the program's file name, with its
-// extension, and its path.
-bool RunWindowProgramDialog(HINSTANCE module, HWND owner, model::ApplicationEntry& entry);
+// Runs the dialog above the owner. The program of the user's OK: its file name, with its extension, and its path.
+// Nothing on Cancel.
+[[nodiscard]] std::optional<model::ApplicationEntry> RunWindowProgramDialog(HINSTANCE module, HWND owner);
 
 }  // namespace kvn::profiles

@@ -15,6 +15,12 @@
 #include "service/version.h"
 
 namespace kvn::service {
+namespace {
+
+// A watcher that could not be started is tried again.
+constexpr DWORD kWatcherRetryMilliseconds = 1'000;
+
+}  // namespace
 
 Application::Application()
     : shared(memory.State()),
@@ -209,14 +215,18 @@ void Application::Run() {
     MSG message{};
     for (;;) {
         while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
-            if (message.message == WM_QUIT) return;
+            if (message.message == WM_QUIT && shared.hasEnded != 0) return;
+            // No timer of this window has a procedure, which anybody could name in its place.
+            if (message.message == WM_TIMER && message.hwnd == window.Handle()) message.lParam = 0;
             TranslateMessage(&message);
             DispatchMessageW(&message);
         }
         const HANDLE watched = watcher.Process();
         const DWORD count = watched == nullptr ? 0 : 1;
-        const DWORD woken = MsgWaitForMultipleObjectsEx(count, &watched, INFINITE, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
-        if (count == 1 && woken == WAIT_OBJECT_0 && !isEnding) watcher.Replace();
+        const DWORD wait = watcher.IsMissing() ? kWatcherRetryMilliseconds : INFINITE;
+        const DWORD woken = MsgWaitForMultipleObjectsEx(count, &watched, wait, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
+        const bool isWatcherGone = woken == WAIT_TIMEOUT || (count == 1 && woken == WAIT_OBJECT_0);
+        if (isWatcherGone && !isEnding) watcher.Replace();
     }
 }
 

@@ -1,5 +1,7 @@
 #include "service/hook_check.h"
 
+#include <utility>
+
 #include "service/page/window_numbers.h"
 
 namespace kvn::service {
@@ -17,6 +19,7 @@ bool HasMissed(std::uint32_t lastPressOfHook, std::uint32_t press) {
 }
 
 void HookCheck::OnPress(HWND window, std::uint32_t time) {
+    latest = time;
     if (pending) return;
     pending = time;
     SetTimer(window, kCheckTimer, kPatienceMilliseconds, nullptr);
@@ -25,9 +28,13 @@ void HookCheck::OnPress(HWND window, std::uint32_t time) {
 std::optional<LRESULT> HookCheck::OnMessage(const Message& message) {
     if (message.id != WM_TIMER || message.wParam != kCheckTimer) return std::nullopt;
     KillTimer(message.window, kCheckTimer);
-    if (pending && HasMissed(outlets.lastPressOfHook(), *pending)) outlets.onBlind();
-    pending.reset();
+    if (const auto press = std::exchange(pending, std::nullopt)) Judge(message.window, *press);
     return 0;
+}
+
+void HookCheck::Judge(HWND window, std::uint32_t press) {
+    if (HasMissed(outlets.lastPressOfHook(), press)) return outlets.onBlind();
+    if (latest != press) OnPress(window, latest);
 }
 
 }  // namespace kvn::service

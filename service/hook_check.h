@@ -28,8 +28,11 @@ public:
     std::optional<LRESULT> OnMessage(const Message& message) override;
 
 private:
+    void Judge(HWND window, std::uint32_t press);
+
     Outlets outlets;
     std::optional<std::uint32_t> pending;  // the time of the press that is looked at next
+    std::uint32_t latest = 0;              // of the last one, which has its second after that
 };
 
 // Whether a hook that saw its last press then has missed one at this time. Both reports of one press come close

@@ -36,7 +36,7 @@ MouseDriver::MouseDriver(HeldList& held, Outlets chosenOutlets)
                                          const std::wstring& path) { outlets.onProblem(problem, path); }}),
       mice({.onMouse = [this](const model::DeviceRecord& attached) { OnAttached(attached); },
             .onPress = [this](std::uint32_t time) { hookCheck.OnPress(window, time); }}),
-      hookCheck({.lastPressOfHook = [this] { return hook.LastPress(); }, .onBlind = [this] { OnBlindHook(); }}) {}
+      hookCheck({.lastPressOfHook = [this] { return hook.LastPress(); }, .onBlind = [this] { Reinstall(); }}) {}
 
 MouseDriver::~MouseDriver() = default;
 
@@ -129,12 +129,8 @@ void MouseDriver::ReturnToSession() {
 }
 
 void MouseDriver::Reinstall() {
-    hook.Reinstall();
-}
-
-void MouseDriver::OnBlindHook() {
     ++reinstalled;
-    Reinstall();
+    hook.Reinstall();
 }
 
 // Without a hook Windows itself knows the buttons.
@@ -145,8 +141,9 @@ bool MouseDriver::IsHeld(ButtonSlot physicalButton) {
     return (hook.HeldButtons() >> slot & 1U) != 0;
 }
 
+// The hub keeps the profile of a mouse that is there no more.
 Status MouseDriver::CurrentStatus() const {
-    const ProfileInForce inForce = hub.InForce();
+    const ProfileInForce inForce = mouse ? hub.InForce() : ProfileInForce{};
     return {.mouse = mouse,
             .profile = inForce.name,
             .why = inForce.why,

@@ -71,7 +71,6 @@ private:
     void Publish() const;
     void UseSettings(const std::optional<model::DeviceRecord>& previous);
     void OnProfile(const ProfileInForce& profile);
-    void OnBlindHook();
     void AwaitSettings() const;
 
     Outlets outlets;

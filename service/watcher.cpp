@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "platform/boundary.h"
 #include "service/processes.h"
 #include "service/resource.h"
 #include "service/texts.h"
@@ -34,9 +35,14 @@ bool AwaitEnd(HANDLE service, HANDLE endEvent) {
            WAIT_OBJECT_0 + 1;
 }
 
+// Empty when there is no memory for it just now.
 UniqueKernelObject StartServiceAgain(const SharedState& shared) {
-    const std::wstring watchedBy = L"--watched-by " + std::to_wstring(GetCurrentProcessId());
-    return std::move(StartProcess(ProgramPath(), watchedBy + L' ' + shared.Arguments()).handle);
+    UniqueKernelObject service;
+    platform::Completes([&] {
+        const std::wstring watchedBy = L"--watched-by " + std::to_wstring(GetCurrentProcessId());
+        service = std::move(StartProcess(ProgramPath(), watchedBy + L' ' + shared.Arguments()).handle);
+    });
+    return service;
 }
 
 // To Windows' application log.
@@ -115,7 +121,11 @@ void Watcher::Replace() {
     process.Reset();
     const bool wasShort = GetTickCount64() - startTime < kShortLifeMilliseconds;
     shortLives = wasShort ? shortLives + 1 : 0;
-    if (shortLives < kMostShortLives) StartAnother();
+    if (shortLives < kMostShortLives) platform::Completes([this] { StartAnother(); });
+}
+
+bool Watcher::IsMissing() const {
+    return !process && shortLives < kMostShortLives;
 }
 
 }  // namespace kvn::service

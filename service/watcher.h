@@ -42,6 +42,8 @@ public:
     HANDLE Process() const { return process.Get(); }
     // The watcher has ended, and nobody asked it to: starts another, unless none stays.
     void Replace();
+    // There is none, and it is worth while to try again.
+    bool IsMissing() const;
 
 private:
     bool Adopt(std::uint32_t processId);

@@ -56,8 +56,7 @@ FunctionKind KindOf(model::FunctionCode code);
 
 // The function that is what Windows does with this control by itself (a tilt's only at horizontal speed 4).
 constexpr model::FunctionCode NaturalFunctionOf(model::ButtonSlot control) {
-    constexpr std::array<model::FunctionCode, model::kButtonSlotCount> kNatural{1, 2, 9, 3, 4, 33, 34};
-    return kNatural[static_cast<std::size_t>(control)];
+    return model::DefaultFunctionOf(control);
 }
 
 }  // namespace kvn::service

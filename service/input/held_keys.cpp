@@ -1,7 +1,6 @@
 #include "service/input/held_keys.h"
 
 #include <algorithm>
-#include <ranges>
 
 namespace kvn::service {
 namespace {
@@ -165,7 +164,9 @@ void HeldKeys::AddUp(WORD key, InputBatch& batch) {
 }
 
 void HeldKeys::AddUps(const HeldChord& held, InputBatch& batch) {
-    for (const WORD key : held.Keys() | std::views::reverse) {
+    const auto keys = held.Keys();
+    for (auto next = keys.rbegin(); next != keys.rend(); ++next) {
+        const WORD key = *next;
         if (list.counts[key].load() <= 1) AddUp(key, batch);
     }
 }

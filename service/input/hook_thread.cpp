@@ -25,7 +25,7 @@ public:
 
     bool Start() {
         thread = StartThread(
-            shared, +[](HookLoop& loop) { loop.Run(); }, THREAD_PRIORITY_HIGHEST);
+            shared, +[](HookLoop& started) { started.Run(); }, THREAD_PRIORITY_HIGHEST);
         if (thread) WaitForSingleObject(shared->Ready(), kLongestStart);
         return shared->isInstalled;
     }

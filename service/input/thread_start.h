@@ -27,7 +27,7 @@ DWORD WINAPI RunThread(void* parameter) {
 // Null when there is no thread to be had.
 template <typename Shared>
 platform::UniqueKernelObject StartThread(std::shared_ptr<Shared> shared, void (*body)(Shared&), int priority) {
-    auto start = std::make_unique<ThreadStart<Shared>>(std::move(shared), body);
+    auto start = std::make_unique<ThreadStart<Shared>>(ThreadStart<Shared>{std::move(shared), body});
     platform::UniqueKernelObject thread(
         CreateThread(nullptr, 0, RunThread<Shared>, start.get(), CREATE_SUSPENDED, nullptr));
     if (!thread) return thread;

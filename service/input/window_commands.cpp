@@ -23,12 +23,10 @@ bool IsOfShell(HWND window) {
     return std::ranges::find(kShellClasses, ClassOf(window)) != kShellClasses.end();
 }
 
-// Null when there is none that a command may go to.
+// Null when there is none, or the shell's own.
 HWND WindowInFront() {
     const HWND window = GetForegroundWindow();
-    if (window == nullptr || IsOfShell(window)) return nullptr;
-    const HWND owner = GetAncestor(window, GA_ROOTOWNER);
-    return owner != nullptr && IsOfShell(owner) ? nullptr : window;
+    return window == nullptr || IsOfShell(window) ? nullptr : window;
 }
 
 std::wstring Post(HWND window, WPARAM command, const wchar_t* done) {
@@ -43,16 +41,21 @@ std::wstring CloseWindowInFront(HWND window) {
     return Post(window, SC_CLOSE, L"closed the window");
 }
 
+// What a dialog belongs to is maximized and minimized in its place; a dialog of the desktop stays as it is.
+bool CanGoTo(HWND owner, LONG_PTR box) {
+    return owner != nullptr && !IsOfShell(owner) && HasBox(owner, box);
+}
+
 std::wstring MaximizeOrRestore(HWND window) {
     const HWND owner = GetAncestor(window, GA_ROOTOWNER);
-    if (!HasBox(owner, WS_MAXIMIZEBOX)) return L"the window has no such box";
+    if (!CanGoTo(owner, WS_MAXIMIZEBOX)) return L"the window has no such box";
     if (IsZoomed(owner)) return Post(owner, SC_RESTORE, L"restored the window");
     return Post(owner, SC_MAXIMIZE, L"maximized the window");
 }
 
 std::wstring Minimize(HWND window) {
     const HWND owner = GetAncestor(window, GA_ROOTOWNER);
-    if (!HasBox(owner, WS_MINIMIZEBOX)) return L"the window has no such box";
+    if (!CanGoTo(owner, WS_MINIMIZEBOX)) return L"the window has no such box";
     return Post(owner, SC_MINIMIZE, L"minimized the window");
 }
 

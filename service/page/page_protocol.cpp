@@ -48,7 +48,7 @@ std::optional<LRESULT> PageProtocol::OnMessage(const Message& message) {
         LookForThePage(message.window);
         return 0;
     }
-    const auto* const row = std::ranges::find(kRows, static_cast<ServiceMessage>(message.id), &Row::message);
+    const auto row = std::ranges::find(kRows, static_cast<ServiceMessage>(message.id), &Row::message);
     if (row == std::end(kRows)) return std::nullopt;
     return (this->*row->handler)(message);
 }

@@ -2,11 +2,17 @@
 
 #include "platform/boundary.h"
 #include "platform/module.h"
+#include "platform/raised_flag.h"
+#include "platform/service_messages.h"
 #include "platform/service_protocol.h"
-#include "platform/service_window.h"
 #include "platform/subclass.h"
 
 namespace kvn::service {
+namespace {
+
+constexpr WPARAM kCommandMask = 0xFFF0;  // Windows uses the lowest four bits itself
+
+}  // namespace
 
 bool ServiceWindow::Create() {
     WNDCLASSEXW windowClass{};
@@ -23,17 +29,33 @@ bool ServiceWindow::Create() {
     return true;
 }
 
-void ServiceWindow::Announce() const {
+ServiceWindow::~ServiceWindow() {
+    isClosing = true;
+    window.Reset();
+}
+
+void ServiceWindow::Announce() {
+    const platform::RaisedFlag naming(isNaming);
     SetWindowTextW(window.Get(), platform::kServiceName);
 }
 
-void ServiceWindow::Withdraw() const {
+void ServiceWindow::Withdraw() {
+    const platform::RaisedFlag naming(isNaming);
     SetWindowTextW(window.Get(), nullptr);
+}
+
+// Its title is what it is found by, and commands of a menu that it has not would keep its thread in a loop of their
+// own.
+bool ServiceWindow::Refuses(UINT message, WPARAM wParam) const {
+    if (message == WM_SETTEXT) return !isNaming;
+    if (message == WM_DESTROY || message == WM_NCDESTROY) return !isClosing;
+    return message == WM_SYSCOMMAND && (wParam & kCommandMask) != SC_CLOSE;
 }
 
 LRESULT CALLBACK ServiceWindow::Procedure(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
     auto* const self = platform::ObjectOf<ServiceWindow>(handle);
     std::optional<LRESULT> answer;
+    if (self != nullptr && self->Refuses(message, wParam)) return 0;
     if (self != nullptr) {
         platform::Completes([&] { answer = self->handler.OnMessage({handle, message, wParam, lParam}); });
     }

@@ -17,20 +17,25 @@ public:
     explicit ServiceWindow(IMessageHandler& messageHandler) : handler(messageHandler) {}
     ServiceWindow(const ServiceWindow&) = delete;
     ServiceWindow& operator=(const ServiceWindow&) = delete;
-    ~ServiceWindow() = default;
+    ~ServiceWindow();
 
     // The window has no title yet, so nobody finds it.
     bool Create();
     // From now on, or no longer, the page and other starts find it.
-    void Announce() const;
-    void Withdraw() const;
+    void Announce();
+    void Withdraw();
 
     HWND Handle() const { return window.Get(); }
 
 private:
     static LRESULT CALLBACK Procedure(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
 
+    // What other programs may not do to the window by sending it Windows' own messages.
+    bool Refuses(UINT message, WPARAM wParam) const;
+
     IMessageHandler& handler;
+    bool isNaming = false;
+    bool isClosing = false;
     platform::Owned<HWND, &DestroyWindow> window;
 };
 

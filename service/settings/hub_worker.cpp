@@ -224,7 +224,7 @@ void SettingsHub::Worker::Publish(const ProfileInForce& next) {
 }
 
 std::uint32_t SettingsHub::Worker::NumberOf(const std::wstring& profileName) {
-    const std::wstring key = model::ModelName(mouse->vid, mouse->pid) + profileName;
+    const std::wstring key = model::MouseModelName(mouse->vid, mouse->pid) + profileName;
     const auto known = numbers.find(key);
     if (known != numbers.end()) return known->second;
 

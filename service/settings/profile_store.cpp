@@ -8,7 +8,7 @@
 
 #include "model/profile_file.h"
 #include "model/profile_list.h"
-#include "model/registry_records.h"
+#include "model/registry_access.h"
 #include "model/settings_store.h"
 #include "platform/module.h"
 #include "platform/texts.h"

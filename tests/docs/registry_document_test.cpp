@@ -90,7 +90,7 @@ TEST(RegistryDocument, NamesTheRangesOfTheNumbers) {
     using enum model::SettingField;
     const auto ranges = TableOfValues(kWritten).Columns("value", "range");
     const std::map<std::string, std::string> rangeOfValue(ranges.begin(), ranges.end());
-    // The flying scroll's sliders are narrower than what is stored: for them the document tells of the sliders.
+    // The flying scroll's sliders are narrower than what is stored: for them the document gives the sliders' ranges.
     for (const auto field : {Left, Right, Center, Button4, Button5, HorizontalScrollSpeed, TiltLeft, TiltRight}) {
         const std::string name = NameOf(RowOf(field).registryValue);
         EXPECT_EQ(rangeOfValue.at(name), RangeOf(field)) << name;
@@ -99,7 +99,7 @@ TEST(RegistryDocument, NamesTheRangesOfTheNumbers) {
 
 TEST(RegistryDocument, NamesThePublishedValuesInTheOrderOfReading) {
     static const std::regex reading("RegistryValue::(\\w+)");
-    const std::string source = ReadFile("model/registry_records.cpp");
+    const std::string source = ReadFile("model/registry_access.cpp");
     const std::size_t begin = source.find("const bool read =");
     const std::string statement = source.substr(begin, source.find(';', begin) - begin);
     std::vector<std::string> read;
@@ -149,7 +149,7 @@ TEST(RegistryDocument, NamesTheKeys) {
     const std::string modelKey = Narrow(model::kBaseKey) + "\\VIDvvvvPIDpppp";
     EXPECT_EQ(keys.Column("key"),
               (std::vector<std::string>{Narrow(model::kBaseKey), modelKey, Narrow(model::kDefaultBindKey)}));
-    EXPECT_NE(Prose().find('`' + Narrow(model::ModelName(0x1234, 0x5678)) + '`'), std::string::npos);
+    EXPECT_NE(Prose().find('`' + Narrow(model::MouseModelName(0x1234, 0x5678)) + '`'), std::string::npos);
     EXPECT_NE(Prose().find('`' + Narrow(model::kDefaultCenterValue) + '`'), std::string::npos);
 }
 
@@ -196,7 +196,7 @@ TEST(ProfileFileDocument, NamesTheElementOfEveryNumber) {
 
 TEST(KeyNames, AreThoseOfTheTableInItsOrder) {
     std::vector<Row> expected;
-    for (const model::KeyNameRow& row : model::KeyNameTable) {
+    for (const model::KeyNameRow& row : model::kKeyNameTable) {
         std::array<char, 8> hex{};
         std::snprintf(hex.data(), hex.size(), "0x%02x", static_cast<unsigned>(row.code));
         expected.push_back({std::to_string(row.code), hex.data(), Narrow(row.name), row.listed ? "yes" : "no"});

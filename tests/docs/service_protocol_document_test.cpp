@@ -130,8 +130,8 @@ std::string Constant(const std::string& path, const std::string& name) {
 }
 
 TEST(ServiceProtocolDocument, TellsTheTimesOfTheCode) {
-    const std::string attempts = Constant("model/registry_records.cpp", "kReadAttempts");
-    const std::string pause = Constant("model/registry_records.cpp", "kReadRetryMilliseconds");
+    const std::string attempts = Constant("model/registry_access.cpp", "kReadAttempts");
+    const std::string pause = Constant("model/registry_access.cpp", "kReadRetryMilliseconds");
     const std::string interval = Constant("gestures/gesture_edit_dialog.cpp", "kCaptureInterval");
     const std::string document = Prose();
     EXPECT_NE(document.find("up to " + attempts + " reads, " + pause + " ms apart"), std::string::npos)

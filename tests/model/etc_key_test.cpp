@@ -116,7 +116,7 @@ TEST(TextToEtcKey, ThePromptIsReadAsItsCode) {
 }
 
 TEST(TextToEtcKey, ReadsEveryKeyBackButThoseWhoseNamesSeparate) {
-    for (const KeyNameRow& row : KeyNameTable) {
+    for (const KeyNameRow& row : kKeyNameTable) {
         if (row.code == kPromptKey) continue;
         const bool separates = row.code == 107 || row.code == 219 || row.code == 221;
         const EtcKey keys = Keys(row.code, kAlt);

@@ -72,27 +72,27 @@ TEST(KeyNames, TableHasItsRowsInOrder) {
     const auto unlisted = UnlistedKeys();
     ASSERT_EQ(listed.size(), 48U);
     ASSERT_EQ(unlisted.size(), 65U);
-    ASSERT_EQ(KeyNameTable.size(), 113U);
-    for (std::size_t row = 0; row < KeyNameTable.size(); ++row) {
+    ASSERT_EQ(kKeyNameTable.size(), 113U);
+    for (std::size_t row = 0; row < kKeyNameTable.size(); ++row) {
         const bool isListed = row < listed.size();
         const NamedKey& expected = isListed ? listed[row] : unlisted[row - listed.size()];
-        EXPECT_EQ(KeyNameTable[row].code, expected.code) << row;
-        EXPECT_EQ(KeyNameTable[row].name, expected.name) << row;
-        EXPECT_EQ(KeyNameTable[row].listed, isListed) << row;
+        EXPECT_EQ(kKeyNameTable[row].code, expected.code) << row;
+        EXPECT_EQ(kKeyNameTable[row].name, expected.name) << row;
+        EXPECT_EQ(kKeyNameTable[row].listed, isListed) << row;
     }
 }
 
 TEST(KeyNames, CodesAndNamesAreUnique) {
     std::set<KeyCode> codes;
     std::set<std::wstring> names;
-    for (const KeyNameRow& row : KeyNameTable) {
+    for (const KeyNameRow& row : kKeyNameTable) {
         EXPECT_TRUE(codes.insert(row.code).second) << row.code;
         EXPECT_TRUE(names.insert(row.name).second) << row.code;
     }
 }
 
 TEST(KeyNames, CodeAndNameLeadToEachOther) {
-    for (const KeyNameRow& row : KeyNameTable) {
+    for (const KeyNameRow& row : kKeyNameTable) {
         ASSERT_NE(KeyNameOf(row.code), nullptr) << row.code;
         EXPECT_EQ(KeyNameOf(row.code), std::wstring(row.name));
         EXPECT_EQ(KeyCodeOf(row.name), row.code);
@@ -124,7 +124,7 @@ TEST(KeyNames, TheUnsetMarkerIsMinusTwo) {
 }
 
 TEST(KeyNames, ShiftKeysAreTheOneWithoutSideAndTheTwoWith) {
-    for (const KeyNameRow& row : KeyNameTable) {
+    for (const KeyNameRow& row : kKeyNameTable) {
         EXPECT_EQ(IsShiftKey(row.code), row.code == 16 || row.code == 160 || row.code == 161) << row.code;
     }
     EXPECT_FALSE(IsShiftKey(kNoKey));

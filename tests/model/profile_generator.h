@@ -80,7 +80,7 @@ private:
         EtcKey keys;
         const std::size_t count = Below(4);
         for (std::size_t index = 0; index < count; ++index) {
-            const KeyNameRow& row = KeyNameTable[1 + Below(KeyNameTable.size() - 1)];
+            const KeyNameRow& row = kKeyNameTable[1 + Below(kKeyNameTable.size() - 1)];
             if (std::wstring_view(row.name).find_first_of(L"+[]") != std::wstring_view::npos) break;
             keys.codes[index] = row.code;
         }

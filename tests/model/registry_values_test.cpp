@@ -69,23 +69,23 @@ TEST(RegistryKeys, HaveTheirNames) {
 }
 
 TEST(ModelName, HasFourLowerCaseHexadecimalDigitsEach) {
-    EXPECT_EQ(ModelName(0xABC, 0xA1), L"VID0abcPID00a1");
-    EXPECT_EQ(ModelName(0, 0), L"VID0000PID0000");
-    EXPECT_EQ(ModelName(0xFFFF, 0x1234), L"VIDffffPID1234");
+    EXPECT_EQ(MouseModelName(0xABC, 0xA1), L"VID0abcPID00a1");
+    EXPECT_EQ(MouseModelName(0, 0), L"VID0000PID0000");
+    EXPECT_EQ(MouseModelName(0xFFFF, 0x1234), L"VIDffffPID1234");
 }
 
 TEST(ModelName, GrowsWithLargerNumbers) {
-    EXPECT_EQ(ModelName(0x12345, 0xFFFFFFFF), L"VID12345PIDffffffff");
+    EXPECT_EQ(MouseModelName(0x12345, 0xFFFFFFFF), L"VID12345PIDffffffff");
 }
 
 TEST(ModelKey, IsBelowTheBaseKey) {
-    EXPECT_EQ(ModelKey(0xABC, 0xA1), L"Software\\KORVEN\\MouseUtility\\VID0abcPID00a1");
+    EXPECT_EQ(MouseModelKey(0xABC, 0xA1), L"Software\\KORVEN\\MouseUtility\\VID0abcPID00a1");
 }
 
 TEST(ModelKey, IsTheBaseKeyWhenEitherIdIsZero) {
-    EXPECT_EQ(ModelKey(0, 0xA1), L"Software\\KORVEN\\MouseUtility");
-    EXPECT_EQ(ModelKey(0xABC, 0), L"Software\\KORVEN\\MouseUtility");
-    EXPECT_EQ(ModelKey(0, 0), L"Software\\KORVEN\\MouseUtility");
+    EXPECT_EQ(MouseModelKey(0, 0xA1), L"Software\\KORVEN\\MouseUtility");
+    EXPECT_EQ(MouseModelKey(0xABC, 0), L"Software\\KORVEN\\MouseUtility");
+    EXPECT_EQ(MouseModelKey(0, 0), L"Software\\KORVEN\\MouseUtility");
 }
 
 }  // namespace

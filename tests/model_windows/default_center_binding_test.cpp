@@ -3,7 +3,7 @@
 
 #include <array>
 
-#include "model/registry_records.h"
+#include "model/registry_access.h"
 #include "tests/model_windows/locked_key.h"
 #include "tests/support/sandboxed_user.h"
 
@@ -21,11 +21,8 @@ protected:
 
     static std::int32_t CenterOfNewRecord() { return NewProfileRecord().settings[SettingField::Center]; }
 
-    // What a read makes of the caller's code, which must be left alone when nothing is read.
     static void ExpectIgnored() {
-        FunctionCode code = 1234;
-        EXPECT_FALSE(ReadDefaultCenterBinding(code));
-        EXPECT_EQ(code, 1234);
+        EXPECT_EQ(ReadDefaultCenterBinding(), std::nullopt);
         EXPECT_EQ(NewProfileRecord(), DefaultProfileRecord());
         EXPECT_EQ(CenterOfNewRecord(), 9);
     }
@@ -40,17 +37,13 @@ TEST_F(DefaultCenterBinding, WithoutOneANewRecordHasNine) {
 
 TEST_F(DefaultCenterBinding, IsTheCenterOfANewRecordAndOfNoOtherSlot) {
     Set(36);
-    FunctionCode code = 1234;
-    EXPECT_TRUE(ReadDefaultCenterBinding(code));
-    EXPECT_EQ(code, 36);
+    EXPECT_EQ(ReadDefaultCenterBinding(), 36);
     EXPECT_EQ(NewProfileRecord(), DefaultProfileRecord(36));
 }
 
 TEST_F(DefaultCenterBinding, OfMinusTwoLeavesTheCenterAtNine) {
     Set(-2);
-    FunctionCode code = 1234;
-    EXPECT_TRUE(ReadDefaultCenterBinding(code));
-    EXPECT_EQ(code, -2);
+    EXPECT_EQ(ReadDefaultCenterBinding(), -2);
     EXPECT_EQ(CenterOfNewRecord(), 9);
 }
 

@@ -48,7 +48,7 @@ protected:
         bool opened = false;
         const test::HeapWatch heap;
         ASSERT_TRUE(heap.IsInPlace());
-        test::RunWithStackOf(kSmallStack, [&] { opened = LoadModel(settings); });
+        test::RunWithStackOf(kSmallStack, [&] { opened = LoadMouseSettings(settings); });
         EXPECT_LE(heap.PeakBytes(), static_cast<std::ptrdiff_t>(mostHeapBytes));
         EXPECT_TRUE(opened);
         EXPECT_EQ(settings.profiles.size(), 1U);
@@ -62,7 +62,7 @@ protected:
 
     // The bytes of a good file.
     std::string SavedBytes(const ProfileSet& list) {
-        EXPECT_TRUE(LoadModel(settings));
+        EXPECT_TRUE(LoadMouseSettings(settings));
         EXPECT_TRUE(SaveProfileFile(Path(), list));
         return test::ReadBytes(Path());
     }
@@ -192,7 +192,7 @@ TEST_F(HostileFile, AFolderInTheFilesPlaceIsSetAsideWithWhatIsInIt) {
     ASSERT_TRUE(DeleteFileW(Path().c_str()));
     ASSERT_TRUE(CreateDirectoryW(Path().c_str(), nullptr));
     test::WriteBytes(Path() + L"\\inside", "kept");
-    EXPECT_TRUE(LoadModel(settings));
+    EXPECT_TRUE(LoadMouseSettings(settings));
     EXPECT_EQ(test::ReadBytes(User().SettingsFolder() + L"\\VID0abcPID00a1.broken-1.xml\\inside"), "kept");
     ProfileSet list;
     EXPECT_EQ(LoadProfileFile(Path(), list), 1U);

@@ -39,7 +39,7 @@ ProfileRecord DefaultProfileOfTheModel() {
 TEST_F(LoadModelTest, AModelWithoutAFileGetsADefaultProfileOnDisk) {
     settings.profiles.resize(3);
     settings.selectedProfile = 2;
-    EXPECT_TRUE(LoadModel(settings));
+    EXPECT_TRUE(LoadMouseSettings(settings));
     EXPECT_EQ(settings.profileFilePath, Path());
     EXPECT_EQ(settings.profiles, ProfileSet{DefaultProfileOfTheModel()});
     EXPECT_EQ(settings.selectedProfile, 0U);
@@ -48,12 +48,12 @@ TEST_F(LoadModelTest, AModelWithoutAFileGetsADefaultProfileOnDisk) {
 
     MouseSettings again = settings;
     again.profiles.clear();
-    EXPECT_TRUE(LoadModel(again));
+    EXPECT_TRUE(LoadMouseSettings(again));
     EXPECT_EQ(again.profiles, settings.profiles);
 }
 
 TEST_F(LoadModelTest, ANewProfilesNumbersAreWrittenToTheRegistryAndNothingElse) {
-    EXPECT_TRUE(LoadModel(settings));
+    EXPECT_TRUE(LoadMouseSettings(settings));
     EXPECT_EQ(StoredValues(), DefaultNumbers());
 }
 
@@ -65,7 +65,7 @@ TEST_F(LoadModelTest, ANewProfilesNumbersAreWrittenInTheirOrder) {
             names.emplace_back(name);
             return genuine(key, name, zero, type, data, bytes);
         });
-    EXPECT_TRUE(LoadModel(settings));
+    EXPECT_TRUE(LoadMouseSettings(settings));
     const std::vector<std::wstring> expected{
         L"BindKeyLeft",      L"BindKeyRight",  L"BindKeyCenter", L"BindKeyMinus",   L"BindKeyPlus",  L"BindKeyTiltLeft",
         L"BindKeyTiltRight", L"HolizonScroll", L"BindKeyHSpeed", L"BindKeyHLotate", L"BindKeyHCount"};
@@ -74,14 +74,14 @@ TEST_F(LoadModelTest, ANewProfilesNumbersAreWrittenInTheirOrder) {
 
 TEST_F(LoadModelTest, ANewProfileTakesTheMachineWideFunctionForTheWheelButton) {
     SetMachineWideCenter(36);
-    EXPECT_TRUE(LoadModel(settings));
+    EXPECT_TRUE(LoadMouseSettings(settings));
     EXPECT_EQ(settings.Selected()[SettingField::Center], 36);
     EXPECT_EQ(StoredValues().at(L"BindKeyCenter"), StoredNumber(36));
 }
 
 TEST_F(LoadModelTest, AMachineWideFunctionOutOfRangeGivesWayToTheInitialValue) {
     SetMachineWideCenter(99);
-    EXPECT_TRUE(LoadModel(settings));
+    EXPECT_TRUE(LoadMouseSettings(settings));
     EXPECT_EQ(StoredValues().at(L"BindKeyCenter"), StoredNumber(13));
     EXPECT_EQ(settings.registrySettings[SettingField::Center], 13);
 }
@@ -89,7 +89,7 @@ TEST_F(LoadModelTest, AMachineWideFunctionOutOfRangeGivesWayToTheInitialValue) {
 TEST_F(LoadModelTest, ANumberThatCouldNotBeWrittenIsWrittenByTheNextApply) {
     {
         const test::LockedKey locked(HKEY_CURRENT_USER, kModelKey, test::kReadingAllowed);
-        EXPECT_TRUE(LoadModel(settings));
+        EXPECT_TRUE(LoadMouseSettings(settings));
     }
     EXPECT_TRUE(StoredValues().empty());
     EXPECT_TRUE(WriteRegistryValues(settings));
@@ -101,7 +101,7 @@ TEST_F(LoadModelTest, AnExistingFileIsLoadedAndLeftAloneLikeTheRegistry) {
         "<data><select_profile>1</select_profile><profile><profname>a</profname></profile>"
         "<profile><profname>b</profname><lbutton>36</lbutton><scrolls>9</scrolls></profile></data>";
     WriteFile(bytes);
-    EXPECT_TRUE(LoadModel(settings));
+    EXPECT_TRUE(LoadMouseSettings(settings));
     ASSERT_EQ(settings.profiles.size(), 2U);
     EXPECT_EQ(settings.profiles[1].name, L"b");
     EXPECT_EQ(settings.selectedProfile, 1U);
@@ -117,7 +117,7 @@ TEST_F(LoadModelTest, AnExistingFileIsLoadedAndLeftAloneLikeTheRegistry) {
 TEST_F(LoadModelTest, WhatTheRegistryIsTakenToHoldIsChecked) {
     SetMachineWideCenter(99);
     WriteFile("<data><profile/></data>");
-    EXPECT_TRUE(LoadModel(settings));
+    EXPECT_TRUE(LoadMouseSettings(settings));
     EXPECT_EQ(settings.Selected()[SettingField::Center], 99);
     EXPECT_EQ(settings.registrySettings[SettingField::Center], -1);
 }
@@ -127,7 +127,7 @@ TEST_F(LoadModelTest, ASelectionOutsideTheListSelectsTheFirst) {
                                       std::int64_t{2147483647}, std::int64_t{4294967297}}) {
         WriteFile("<data><select_profile>" + std::to_string(stored) + "</select_profile><profile/><profile/></data>");
         settings.selectedProfile = 7;
-        EXPECT_TRUE(LoadModel(settings));
+        EXPECT_TRUE(LoadMouseSettings(settings));
         EXPECT_EQ(settings.selectedProfile, 0U) << stored;
     }
 }
@@ -136,7 +136,7 @@ TEST_F(LoadModelTest, ABrokenFileIsSetAsideBeforeTheDefaultTakesItsPlace) {
     for (const std::wstring aside : {L"VID0abcPID00a1.broken-1.xml", L"VID0abcPID00a1.broken-2.xml"}) {
         const std::string bytes = "<data><profile>" + std::string(aside.begin(), aside.end());
         WriteFile(bytes);
-        EXPECT_TRUE(LoadModel(settings));
+        EXPECT_TRUE(LoadMouseSettings(settings));
         EXPECT_EQ(settings.profiles, ProfileSet{DefaultProfileOfTheModel()});
         EXPECT_FALSE(settings.setFileAsideBeforeSaving);
         EXPECT_EQ(test::ReadBytes(User().SettingsFolder() + L'\\' + aside), bytes);
@@ -147,7 +147,7 @@ TEST_F(LoadModelTest, ABrokenFileIsSetAsideBeforeTheDefaultTakesItsPlace) {
 
 TEST_F(LoadModelTest, AFileWithoutProfilesIsSetAsideToo) {
     WriteFile("<data><vid>1</vid></data>");
-    EXPECT_TRUE(LoadModel(settings));
+    EXPECT_TRUE(LoadMouseSettings(settings));
     EXPECT_EQ(FilesInFolder(), (std::vector<std::wstring>{L"VID0abcPID00a1.broken-1.xml", kFileName}));
 }
 
@@ -157,7 +157,7 @@ TEST_F(LoadModelTest, AFileInUseIsLeftAloneAndSoIsTheRegistry) {
     const ReplacedImport<"Sleep", void(DWORD)> sleep(GetModuleHandleW(nullptr), [](DWORD) {});
     {
         const test::HeldFile held(Path(), 0);
-        EXPECT_FALSE(LoadModel(settings));
+        EXPECT_FALSE(LoadMouseSettings(settings));
         EXPECT_EQ(settings.profiles.size(), 1U);
         EXPECT_TRUE(settings.setFileAsideBeforeSaving);
         EXPECT_FALSE(SaveProfiles(settings));
@@ -181,7 +181,7 @@ protected:
             isEnough = LoadsWithFailureAt(++failing, opened);
             if (isEnough) break;
             opened.profiles.assign(1, DefaultProfileRecord());
-            SaveProfiles(opened);
+            static_cast<void>(SaveProfiles(opened));
             EXPECT_TRUE(IsKept(bytes)) << failing;
             for (const std::wstring& file : FilesInFolder())
                 DeleteFileW((User().SettingsFolder() + L'\\' + file).c_str());
@@ -205,7 +205,7 @@ private:
         const auto look = Failing<"GetFileAttributesW">(left, &GetFileAttributesW);
         const auto key = Failing<"RegOpenKeyExW">(left, &RegOpenKeyExW);
         try {
-            LoadModel(opened);
+            static_cast<void>(LoadMouseSettings(opened));
         } catch (const std::bad_alloc&) {
             return false;
         }
@@ -240,7 +240,7 @@ TEST_F(LoadModelTest, WhatASaveThatWasCutOffLeftIsRemoved) {
     const std::string bytes = "<data><profile><profname>mine</profname></profile></data>";
     WriteFile(bytes);
     test::WriteBytes(Path() + L".saving", "<data><profile>");
-    EXPECT_TRUE(LoadModel(settings));
+    EXPECT_TRUE(LoadMouseSettings(settings));
     EXPECT_EQ(settings.profiles[0].name, L"mine");
     EXPECT_EQ(test::ReadBytes(Path()), bytes);
     EXPECT_EQ(FilesInFolder(), std::vector<std::wstring>{kFileName});
@@ -250,7 +250,7 @@ TEST_F(LoadModelTest, WhatASaveLeftThatLacksOnlyItsRenamingComesBackWhenTheFileI
     const std::string bytes = "<data><profile><profname>mine</profname></profile></data>";
     WriteFile(bytes);
     ASSERT_TRUE(MoveFileW(Path().c_str(), (Path() + L".saving").c_str()));
-    EXPECT_TRUE(LoadModel(settings));
+    EXPECT_TRUE(LoadMouseSettings(settings));
     EXPECT_EQ(settings.profiles[0].name, L"mine");
     EXPECT_EQ(test::ReadBytes(Path()), bytes);
     EXPECT_TRUE(StoredValues().empty());
@@ -260,7 +260,7 @@ TEST_F(LoadModelTest, WhatASaveLeftThatLacksOnlyItsRenamingComesBackWhenTheFileI
 TEST_F(LoadModelTest, HalfASaveWithoutTheFileGivesWayToADefaultProfile) {
     WriteFile("<data><profile><profname>mine</profname></profile>");
     ASSERT_TRUE(MoveFileW(Path().c_str(), (Path() + L".saving").c_str()));
-    EXPECT_TRUE(LoadModel(settings));
+    EXPECT_TRUE(LoadMouseSettings(settings));
     EXPECT_EQ(settings.profiles, ProfileSet{DefaultProfileOfTheModel()});
     EXPECT_EQ(FilesInFolder(), std::vector<std::wstring>{kFileName});
 }
@@ -270,14 +270,14 @@ TEST_F(LoadModelTest, ASaveThatIsUnderWayIsLeftAlone) {
     test::WriteBytes(Path() + L".saving", "<data><profile>");
     {
         const test::HeldFile saving(Path() + L".saving", 0);
-        EXPECT_TRUE(LoadModel(settings));
+        EXPECT_TRUE(LoadMouseSettings(settings));
     }
     EXPECT_EQ(test::ReadBytes(Path() + L".saving"), "<data><profile>");
 }
 
 TEST_F(LoadModelTest, WithoutAFolderThereIsADefaultProfileAllTheSame) {
     test::WriteBytes(User().ApplicationData() + L"\\KORVEN", "a file where the folder should be");
-    EXPECT_FALSE(LoadModel(settings));
+    EXPECT_FALSE(LoadMouseSettings(settings));
     EXPECT_EQ(settings.profiles, ProfileSet{DefaultProfileOfTheModel()});
     EXPECT_EQ(StoredValues(), DefaultNumbers());
 }
@@ -292,14 +292,14 @@ TEST_F(LoadModelTest, WithoutApplicationDataTheFolderIsItsOwnPartOnly) {
         });
     ASSERT_TRUE(noFolder.IsInPlace());
     ASSERT_TRUE(noCreation.IsInPlace());
-    EXPECT_FALSE(LoadModel(settings));
+    EXPECT_FALSE(LoadMouseSettings(settings));
     EXPECT_EQ(settings.profileFilePath, L"\\KORVEN\\Tarsel3\\VID0abcPID00a1.xml");
 }
 
 TEST_F(LoadModelTest, TheFileNameHasTheModelsIds) {
     settings.device.vid = 0x12345;
     settings.device.pid = 0;
-    EXPECT_TRUE(LoadModel(settings));
+    EXPECT_TRUE(LoadMouseSettings(settings));
     EXPECT_EQ(FilesInFolder(), std::vector<std::wstring>{L"VID12345PID0000.xml"});
     ProfileSet list = settings.profiles;
     EXPECT_EQ(list[0].vid, 0x2345);
@@ -309,7 +309,7 @@ TEST_F(LoadModelTest, TakesTheVersionOfWindowsThatTheHostProgramSees) {
     OSVERSIONINFOW version{};
     version.dwOSVersionInfoSize = sizeof version;
     GetVersionExW(&version);
-    EXPECT_TRUE(LoadModel(settings));
+    EXPECT_TRUE(LoadMouseSettings(settings));
     EXPECT_EQ(settings.os, (OsVersion{version.dwMajorVersion, version.dwMinorVersion}));
 }
 

@@ -28,7 +28,7 @@ StoredValue Text(DWORD type, const std::wstring& text) {
 // A model that is loaded and whose registry values are in place.
 class WriteModelTest : public SettingsStore {
 protected:
-    void SetUp() override { ASSERT_TRUE(LoadModel(settings)); }
+    void SetUp() override { ASSERT_TRUE(LoadMouseSettings(settings)); }
 
     // Changes every value of the selected profile.
     void ChangeEverything() {
@@ -162,7 +162,7 @@ TEST_F(SaveProfilesTest, StoresTheModelsIdsAndTheSelection) {
 
     MouseSettings again;
     again.device = settings.device;
-    EXPECT_TRUE(LoadModel(again));
+    EXPECT_TRUE(LoadMouseSettings(again));
     EXPECT_EQ(again.selectedProfile, 1U);
     EXPECT_EQ(again.Selected(), settings.Selected());
 }
@@ -191,7 +191,7 @@ TEST_F(SaveProfilesTest, AFolderThatIsGoneIsNotMadeAnew) {
     EXPECT_EQ(StoredValues(), before);
 
     MouseSettings again = settings;
-    EXPECT_TRUE(LoadModel(again));
+    EXPECT_TRUE(LoadMouseSettings(again));
     EXPECT_EQ(FilesInFolder(), std::vector<std::wstring>{kFileName});
 }
 

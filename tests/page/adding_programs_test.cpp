@@ -45,12 +45,10 @@ protected:
     }
     // Opens the editor and selects a profile; what the user is going to choose comes first.
     void Open(const Entries& chosen, int profile, bool isAccepted = true) {
-        context.choosePrograms = [=, this](HINSTANCE, HWND owner, Entries& entries) {
+        context.choosePrograms = [=, this](HINSTANCE, HWND owner) {
             choices += 1;
             chooserOwner = owner;
-            receivedEmpty = entries.empty();
-            if (isAccepted) entries.insert(entries.end(), chosen.begin(), chosen.end());
-            return isAccepted;
+            return isAccepted ? std::optional(chosen) : std::nullopt;
         };
         settings.profileFilePath = user.SettingsFolder() + L"\\profiles.xml";
         WriteFileText(settings.profileFilePath, "");
@@ -101,7 +99,6 @@ protected:
     std::string fileBefore;
     std::atomic<int> choices = 0;
     std::atomic<HWND> chooserOwner = nullptr;
-    std::atomic<bool> receivedEmpty = false;
     int shownProfiles = 0;
     int shownSelections = 0;
     std::future<void> ended;  // waits for the thread before anything above goes
@@ -118,7 +115,6 @@ TEST_F(AddingProgramsTest, AppendsThemInTheirOrderWithNameIconAndPath) {
                                          {L"Notes", L"C:\\windows\\notepad.exe", 0},
                                          {L"Ape", L"C:\\nowhere\\ape.exe"}}) == editor->Programs());
     EXPECT_EQ(editor->Window(), chooserOwner);
-    EXPECT_TRUE(receivedEmpty);
     Close(IDOK);
     EXPECT_EQ((Entries{Program(L"old"), chosen[0], chosen[1]}), settings.profiles[1].settings.applications);
     EXPECT_TRUE(settings.profiles[0].settings.applications.empty());
@@ -313,7 +309,7 @@ TEST_F(AddingProgramsTest, FullListAsksForNoChoice) {
 TEST_F(AddingProgramsTest, ChoiceThatFailsLeavesTheEditorOpen) {
     AddProfile(L"Default");
     Open({}, 0);
-    context.choosePrograms = [this](HINSTANCE, HWND, Entries&) -> bool {
+    context.choosePrograms = [this](HINSTANCE, HWND) -> std::optional<Entries> {
         choices += 1;
         throw std::bad_alloc();
     };

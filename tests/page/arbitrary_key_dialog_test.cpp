@@ -22,17 +22,21 @@
 namespace kvn::test {
 namespace {
 
+using gestures::ShiftKeys;
+
 using Codes = std::array<model::KeyCode, 3>;
 
 constexpr int kInputs[] = {IDC_KEYS_INPUT1, IDC_KEYS_INPUT2, IDC_KEYS_INPUT3};
 
 class ArbitraryKeyDialogTest : public testing::Test {
 protected:
-    void Open(const Codes& keys = {-2, -2, -2}, std::uint32_t excludeShift = 0) {
-        record.keys.codes = keys;
-        record.excludeShift = excludeShift;
-        accepted =
-            std::async(std::launch::async, [this] { return gestures::RunArbitraryKeyDialog(module.Handle(), record); });
+    void Open(const Codes& codes = {-2, -2, -2}, ShiftKeys shiftKeys = ShiftKeys::Offered) {
+        keys.codes = codes;
+        accepted = std::async(std::launch::async, [=, this] {
+            const auto answer = gestures::RunArbitraryKeyDialog(module.Handle(), nullptr, {{codes}, shiftKeys});
+            if (answer) keys = *answer;
+            return answer.has_value();
+        });
         dialog = AwaitKeyDialog();
     }
 
@@ -89,7 +93,7 @@ protected:
     }
 
     ModuleUnderTest module;
-    gestures::KeyCaptureRecord record;
+    model::EtcKey keys;  // what the dialog was opened with, or has answered
     std::future<bool> accepted;
     HWND dialog = nullptr;
 };
@@ -104,7 +108,7 @@ TEST_F(ArbitraryKeyDialogTest, IsTitledAndStartsInTheFirstField) {
 TEST_F(ArbitraryKeyDialogTest, ListsTheListedKeysInTheirOrder) {
     Open();
     std::vector<ComboEntry> expected;
-    for (const model::KeyNameRow& row : model::KeyNameTable) {
+    for (const model::KeyNameRow& row : model::kKeyNameTable) {
         if (row.listed) expected.push_back({row.name, row.code});
     }
     EXPECT_EQ((ComboEntry{L"Enter key", 0}), expected.front());
@@ -112,15 +116,15 @@ TEST_F(ArbitraryKeyDialogTest, ListsTheListedKeysInTheirOrder) {
 }
 
 TEST_F(ArbitraryKeyDialogTest, ListsNoShiftKeyWhenTheyAreExcluded) {
-    Open({-2, -2, -2}, 1);
+    Open({-2, -2, -2}, ShiftKeys::Excluded);
     for (const int number : {1, 2, 3}) {
         for (const int shift : {16, 160, 161}) EXPECT_EQ(-1, IndexOfData(Input(number), shift)) << number;
         EXPECT_LE(0, IndexOfData(Input(number), 162));
     }
 }
 
-TEST_F(ArbitraryKeyDialogTest, OnlyBitZeroExcludesTheShiftKeys) {
-    Open({-2, -2, -2}, 0xFFFFFFFE);
+TEST_F(ArbitraryKeyDialogTest, ListsTheShiftKeysOtherwise) {
+    Open();
     for (const int shift : {16, 160, 161}) EXPECT_LE(0, IndexOfData(Input(1), shift));
     EXPECT_EQ(L"A", PressInField(1, 'A'));
 }
@@ -134,14 +138,14 @@ TEST_F(ArbitraryKeyDialogTest, ShowsTheKeysThatItIsGiven) {
     EXPECT_EQ(std::nullopt, SelectedData(Input(3)));
     EXPECT_EQ(L"A", Shown(3));
     EXPECT_TRUE(Close(IDC_KEYS_OK));
-    EXPECT_EQ((Codes{162, -2, 65}), record.keys.codes);
+    EXPECT_EQ((Codes{162, -2, 65}), keys.codes);
 }
 
 TEST_F(ArbitraryKeyDialogTest, ShowsNoExcludedOrUnknownKey) {
-    Open({160, 7, 16}, 1);
+    Open({160, 7, 16}, ShiftKeys::Excluded);
     for (const int number : {1, 2, 3}) EXPECT_EQ(L"", Shown(number));
     EXPECT_TRUE(Close(IDC_KEYS_OK));
-    EXPECT_EQ((Codes{-2, -2, -2}), record.keys.codes);
+    EXPECT_EQ((Codes{-2, -2, -2}), keys.codes);
 }
 
 TEST_F(ArbitraryKeyDialogTest, PressedKeyIsShownByItsNameAndStored) {
@@ -150,7 +154,7 @@ TEST_F(ArbitraryKeyDialogTest, PressedKeyIsShownByItsNameAndStored) {
     EXPECT_EQ(std::nullopt, SelectedData(Input(2)));
     EXPECT_EQ(L"F12", PressInField(3, VK_F12));
     EXPECT_TRUE(Close(IDC_KEYS_OK));
-    EXPECT_EQ((Codes{-2, 65, 123}), record.keys.codes);
+    EXPECT_EQ((Codes{-2, 65, 123}), keys.codes);
 }
 
 TEST_F(ArbitraryKeyDialogTest, PressedKeyReplacesAndSelectsTheWholeText) {
@@ -182,11 +186,11 @@ TEST_F(ArbitraryKeyDialogTest, ModifierWithoutASideIsPickedFromTheList) {
     SendMessageW(Input(1), CB_SETCURSEL, static_cast<WPARAM>(IndexOfData(Input(1), 16)), 0);
     EXPECT_EQ(L"Shift", Shown(1));
     EXPECT_TRUE(Close(IDC_KEYS_OK));
-    EXPECT_EQ((Codes{16, -2, -2}), record.keys.codes);
+    EXPECT_EQ((Codes{16, -2, -2}), keys.codes);
 }
 
 TEST_F(ArbitraryKeyDialogTest, ExcludedShiftKeysAreIgnored) {
-    Open({-2, -2, -2}, 1);
+    Open({-2, -2, -2}, ShiftKeys::Excluded);
     EXPECT_EQ(L"?", PressInField(1, VK_LSHIFT));
     EXPECT_EQ(L"?", PressInField(1, VK_RSHIFT));
     EXPECT_EQ(L"Left Ctrl", PressInField(1, VK_LCONTROL));
@@ -194,7 +198,7 @@ TEST_F(ArbitraryKeyDialogTest, ExcludedShiftKeysAreIgnored) {
 
 // Some programs send a side's own code, which no keyboard reports.
 TEST_F(ArbitraryKeyDialogTest, TheSidesOfAnExcludedShiftAreIgnoredAsSuch) {
-    Open({-2, -2, -2}, 1);
+    Open({-2, -2, -2}, ShiftKeys::Excluded);
     Enter(1, L"?");
     for (const WPARAM key : {WPARAM{VK_LSHIFT}, WPARAM{VK_RSHIFT}}) {
         EXPECT_EQ(1, SendMessageW(Field(1), WM_KEYDOWN, key, 0));
@@ -254,37 +258,36 @@ TEST_F(ArbitraryKeyDialogTest, TextsThatAreNoNameStoreNoKey) {
     Enter(2, L"A ");
     Enter(3, L"");
     EXPECT_TRUE(Close(IDC_KEYS_OK));
-    EXPECT_EQ((Codes{-2, -2, -2}), record.keys.codes);
+    EXPECT_EQ((Codes{-2, -2, -2}), keys.codes);
 }
 
 TEST_F(ArbitraryKeyDialogTest, LongTextStoresNoKey) {
     Open();
     Enter(1, std::wstring(5000, L'A'));
     EXPECT_TRUE(Close(IDC_KEYS_OK));
-    EXPECT_EQ((Codes{-2, -2, -2}), record.keys.codes);
+    EXPECT_EQ((Codes{-2, -2, -2}), keys.codes);
 }
 
 TEST_F(ArbitraryKeyDialogTest, PromptStoresZero) {
     Open();
     Enter(2, L"Enter key");
     EXPECT_TRUE(Close(IDC_KEYS_OK));
-    EXPECT_EQ((Codes{-2, 0, -2}), record.keys.codes);
+    EXPECT_EQ((Codes{-2, 0, -2}), keys.codes);
 }
 
 TEST_F(ArbitraryKeyDialogTest, ClearThenOkStoresThePrompt) {
     Open({162, -2, 65});
     SendMessageW(dialog, WM_COMMAND, IDC_KEYS_CLEAR, 0);
     for (const int number : {1, 2, 3}) EXPECT_EQ(L"Enter key", Shown(number));
-    EXPECT_EQ((Codes{-2, -2, -2}), record.keys.codes);
     EXPECT_TRUE(Close(IDC_KEYS_OK));
-    EXPECT_EQ((Codes{0, 0, 0}), record.keys.codes);
+    EXPECT_EQ((Codes{0, 0, 0}), keys.codes);
 }
 
 TEST_F(ArbitraryKeyDialogTest, CancelIsNotAccepted) {
     Open({162, -2, 65});
     Enter(1, L"B");
     EXPECT_FALSE(Close(IDC_KEYS_CANCEL));
-    EXPECT_EQ((Codes{162, -2, 65}), record.keys.codes);
+    EXPECT_EQ((Codes{162, -2, 65}), keys.codes);
 }
 
 TEST_F(ArbitraryKeyDialogTest, ClosingTheWindowCancels) {
@@ -292,7 +295,7 @@ TEST_F(ArbitraryKeyDialogTest, ClosingTheWindowCancels) {
         Open({65, 66, 67});
         PostMessageW(dialog, WM_SYSCOMMAND, close, 0);
         EXPECT_FALSE(AwaitEnd());
-        EXPECT_EQ((Codes{65, 66, 67}), record.keys.codes);
+        EXPECT_EQ((Codes{65, 66, 67}), keys.codes);
     }
 }
 
@@ -303,14 +306,14 @@ TEST_F(ArbitraryKeyDialogTest, EscapeCancels) {
 }
 
 TEST_F(ArbitraryKeyDialogTest, EachOpeningStartsAfresh) {
-    Open({65, -2, -2}, 1);
+    Open({65, -2, -2}, ShiftKeys::Excluded);
     EXPECT_FALSE(Close(IDC_KEYS_CANCEL));
-    Open({-2, 160, -2}, 0);
+    Open({-2, 160, -2}, ShiftKeys::Offered);
     EXPECT_EQ(L"", Shown(1));
     EXPECT_EQ(L"Left Shift", Shown(2));
     EXPECT_EQ(L"Left Shift", PressInField(3, VK_LSHIFT));
     EXPECT_TRUE(Close(IDC_KEYS_OK));
-    EXPECT_EQ((Codes{-2, 160, 160}), record.keys.codes);
+    EXPECT_EQ((Codes{-2, 160, 160}), keys.codes);
 }
 
 TEST_F(ArbitraryKeyDialogTest, ItsEndHasEveryWindowPaintedAgain) {

@@ -17,6 +17,15 @@ protected:
     void Repaint(HWND overlay) const {
         sheet->Run([=] { RedrawWindow(overlay, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW); });
     }
+    // What the overlay's dialog procedure itself answers.
+    INT_PTR AskProcedure(HWND overlay, UINT message, LPARAM lParam = 0) const {
+        INT_PTR answer = -1;
+        sheet->Run([&] {
+            const auto procedure = reinterpret_cast<DLGPROC>(GetWindowLongPtrW(overlay, DWLP_DLGPROC));
+            answer = procedure(overlay, message, 0, lParam);
+        });
+        return answer;
+    }
     void ExpectTrail(HWND overlay, POINT from, const std::vector<POINT>& places) const {
         for (const POINT place : places) {
             EXPECT_EQ(RGB(0, 255, 0), PixelOf(overlay, from.x + place.x, from.y + place.y))
@@ -132,6 +141,37 @@ TEST_F(GestureTrailOverlayTest, WithoutAnOverlayTheStrokeIsStillRecognised) {
     HoldGestureButton(editor);
     EXPECT_EQ(nullptr, OverlayOf(editor));
     Draw(editor, "UR");
+    ReleaseGestureButton(editor);
+    EXPECT_EQ(L"UR", Stroke(editor));
+    CloseEditor(editor, IDCANCEL);
+}
+
+TEST_F(GestureTrailOverlayTest, AnswersWhatItHandlesWithOne) {
+    OpenWith({});
+    const HWND editor = OpenEditor();
+    ClickStroke(editor);
+    HoldGestureButton(editor);
+    const HWND overlay = OverlayOf(editor);
+    EXPECT_EQ(1, AskProcedure(overlay, WM_INITDIALOG));
+    EXPECT_EQ(1, AskProcedure(overlay, WM_ERASEBKGND));
+    EXPECT_EQ(0, AskProcedure(overlay, WM_USER));
+    EXPECT_EQ(1, AskProcedure(overlay, WM_USER, 9));
+    EXPECT_EQ(1, AskProcedure(overlay, WM_USER, 0x7'0000'0009)) << "only the low half counts";
+    ReleaseGestureButton(editor);
+    CloseEditor(editor, IDCANCEL);
+}
+
+TEST_F(GestureTrailOverlayTest, WithoutADrawingContextTheStrokeIsStillRecognised) {
+    OpenWith({});
+    const HWND editor = OpenEditor();
+    ClickStroke(editor);
+    HoldGestureButton(editor);
+    {
+        const ReplacedImport<"GetDC", decltype(GetDC)> none(module.Handle(), [](HWND) { return HDC{}; });
+        ASSERT_TRUE(none.IsInPlace());
+        EXPECT_EQ(1, AskProcedure(OverlayOf(editor), WM_ERASEBKGND));
+        Draw(editor, "UR");
+    }
     ReleaseGestureButton(editor);
     EXPECT_EQ(L"UR", Stroke(editor));
     CloseEditor(editor, IDCANCEL);

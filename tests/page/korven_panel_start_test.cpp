@@ -1,12 +1,14 @@
-// The panel's start-up: the attached mouse, its profiles, and what the user is told.
+// The panel's start-up: the attached mouse, its profiles, and its messages to the user.
 #include <windows.h>
 
 #include <commctrl.h>
 
+#include <algorithm>
 #include <filesystem>
 
 #include "tests/support/page_fixture.h"
 #include "tests/support/recorded_writes.h"
+#include "tests/support/window_search.h"
 
 namespace kvn::test {
 namespace {
@@ -29,6 +31,12 @@ protected:
         sheet->AwaitOpen();
         EXPECT_TRUE(sheet->IsQuiet());
         return seen;
+    }
+    // The page in whose start a message box has just come up.
+    HWND PageBehindMessageBox() const {
+        const HWND box = Await("a message box", [] { return OpenMessageBox(); });
+        return FindChildWindow(GetWindow(box, GW_OWNER),
+                               [](HWND child) { return GetDlgItem(child, IDC_PAGE_PROFILE) != nullptr; });
     }
     void ExpectNoButtons() const {
         for (const int control : kSlotControls) EXPECT_FALSE(IsEnabled(control)) << control;
@@ -161,6 +169,19 @@ TEST_F(KorvenPanelStartTest, DeviceValueThatComesLateIsRead) {
     EXPECT_TRUE(FileExists(ProfilePath()));
 }
 
+TEST_F(KorvenPanelStartTest, DeviceValuesAreReadInTheirOrder) {
+    const std::vector<std::wstring> order{L"HasTilt", L"ButtonCount", L"VID", L"PID", L"MouseImage", L"MouseFlag"};
+    std::vector<std::wstring> read;
+    const ReplacedImport<"RegQueryValueExW", decltype(RegQueryValueExW)> queries(
+        module.Handle(), [&](HKEY key, LPCWSTR name, DWORD* reserved, DWORD* type, BYTE* data, DWORD* size) {
+            if (std::ranges::find(order, name) != order.end()) read.emplace_back(name);
+            return RegQueryValueExW(key, name, reserved, type, data, size);
+        });
+    ASSERT_TRUE(queries.IsInPlace());
+    Open();
+    EXPECT_EQ(order, read);
+}
+
 TEST_F(KorvenPanelStartTest, ImpossibleCapabilitiesMeanAMouseWithoutButtons) {
     struct Row {
         DWORD hasTilt;
@@ -240,6 +261,46 @@ TEST_F(KorvenPanelStartTest, MachineWideFunctionOfTheWheelButtonIsTheDefault) {
     AnswerMessageBox("about the reset", IDOK);
     sheet->Settle();
     EXPECT_EQ(12, Chosen(IDC_PANE_CENTER));
+}
+
+TEST_F(KorvenPanelStartTest, AnAbnormalWheelButtonTakesTheMachineWideFunction) {
+    const SandboxedHive machine(HKEY_LOCAL_MACHINE);
+    const DWORD function = 12;
+    RegSetKeyValueW(HKEY_LOCAL_MACHINE, kDefaultBindKey, L"DefaultBindKey_Center", REG_DWORD, &function, 4);
+    WriteProfiles({ProfileText("Default", {{"tbutton", "99"}})});
+    OpenPast("about abnormal values");
+    EXPECT_EQ(12, Chosen(IDC_PANE_CENTER));
+}
+
+TEST_F(KorvenPanelStartTest, MessagesComeBetweenTheStepsThatTheyAreAbout) {
+    const SandboxedHive machine(HKEY_LOCAL_MACHINE);
+    const DWORD abnormal = 99;
+    RegSetKeyValueW(HKEY_LOCAL_MACHINE, kDefaultBindKey, L"DefaultBindKey_Center", REG_DWORD, &abnormal, 4);
+    WriteFileText(user.ApplicationData() + L"\\KORVEN", "in the folder's place");
+    mouse.buttonCount = 8;
+    Start();
+
+    const HWND page = PageBehindMessageBox();
+    const HWND profiles = GetDlgItem(page, IDC_PAGE_PROFILE);
+    const HWND tab = GetDlgItem(page, IDC_PAGE_TAB);
+    for (const wchar_t* text : {L"Failed to obtain mouse settings.", L"Settings failed."}) {
+        PageBehindMessageBox();
+        EXPECT_EQ(0, SendMessageW(tab, TCM_GETITEMCOUNT, 0, 0));
+        EXPECT_EQ(0, SendMessageW(profiles, CB_GETCOUNT, 0, 0));
+        ExpectWarning(AnswerMessageBox("about the mouse or the file", IDOK), text);
+    }
+    PageBehindMessageBox();
+    EXPECT_EQ(2, SendMessageW(tab, TCM_GETITEMCOUNT, 0, 0));
+    EXPECT_EQ(L"Default", SelectedText(profiles));
+    const HWND pane = FindChildWindow(page, [](HWND child) { return GetDlgItem(child, IDC_PANE_CENTER) != nullptr; });
+    const HWND center = GetDlgItem(pane, IDC_PANE_CENTER);
+    EXPECT_FALSE(DataOf(center).empty());
+    EXPECT_EQ(std::nullopt, SelectedData(center));
+    ExpectWarning(AnswerMessageBox("about abnormal values", IDOK),
+                  L"The following setting values are abnormal, and will be reset to the default values.\n"
+                  L"DefaultWheel button\n");
+    sheet->AwaitOpen();
+    EXPECT_EQ(9, Chosen(IDC_PANE_CENTER));
 }
 
 TEST_F(KorvenPanelStartTest, UnsetOrMistypedMachineWideFunctionIsIgnored) {

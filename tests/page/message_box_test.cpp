@@ -7,6 +7,7 @@
 #include "resources/resource.h"
 #include "tests/support/message_box_watcher.h"
 #include "tests/support/module_under_test.h"
+#include "tests/support/replaced_import.h"
 
 namespace kvn::test {
 namespace {
@@ -49,6 +50,19 @@ TEST_F(MessageBoxTest, ShowsNothingWithoutTextOrCaption) {
     const platform::MessageBoxes untitled(module.Handle(), kNoSuchText);
     EXPECT_EQ(0, untitled.Show(nullptr, IDS_SETTINGS_FAILED, MB_OK));
     EXPECT_EQ(0, untitled.ShowText(nullptr, L"text", MB_OK));
+}
+
+TEST_F(MessageBoxTest, TextAndCaptionAreCutAt1023Characters) {
+    const std::wstring endless(1100, L'x');
+    const ReplacedImport<"LoadStringW", decltype(LoadStringW)> longTexts(
+        GetModuleHandleW(nullptr), [&](HINSTANCE, UINT, LPWSTR text, int) {
+            *reinterpret_cast<const wchar_t**>(text) = endless.c_str();
+            return static_cast<int>(endless.size());
+        });
+    ASSERT_TRUE(longTexts.IsInPlace());
+    Answer(IDOK, [&] { return boxes.Show(nullptr, IDS_SETTINGS_FAILED, MB_OK); });
+    EXPECT_EQ(1023U, seen.text.size());
+    EXPECT_EQ(1023U, seen.caption.size());
 }
 
 TEST_F(MessageBoxTest, HundredthItemIsAllowed) {

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <set>
 // GDI+'s headers use min and max unqualified.
 namespace Gdiplus {
 using std::max;
@@ -207,7 +208,7 @@ TEST_F(MousePictureTest, UnknownServiceFolderShowsNoPictures) {
     SetCurrentDirectoryW(before);
 }
 
-TEST_F(MousePictureTest, EveryPictureStartsAndEndsGdiplus) {
+TEST_F(MousePictureTest, AllPicturesShareOneStartOfGdiplus) {
     int running = 0;
     int started = 0;
     const ReplacedImport<"GdiplusStartup", Gdiplus::Status(ULONG_PTR*, const Gdiplus::GdiplusStartupInput*,
@@ -223,8 +224,8 @@ TEST_F(MousePictureTest, EveryPictureStartsAndEndsGdiplus) {
         Gdiplus::GdiplusShutdown(token);
     });
     Open();
-    EXPECT_EQ(8, started);
-    EXPECT_EQ(8, running);
+    EXPECT_EQ(1, started);
+    EXPECT_EQ(1, running);
     Close();
     EXPECT_EQ(0, running);
 }
@@ -247,6 +248,37 @@ TEST_F(MousePictureTest, BitmapsAreDeletedWhenTheyAreReplacedAndAtTheEnd) {
     EXPECT_GE(made, 8);
     Close();
     EXPECT_EQ(made, deleted);
+}
+
+// As the picture control of version 6 of the common controls does with a bitmap that has an alpha channel.
+TEST_F(MousePictureTest, BitmapsAreDeletedWhenTheControlShowsACopy) {
+    std::set<HGDIOBJ> alive;
+    int copies = 0;
+    const ReplacedImport<"GdipCreateHBITMAPFromBitmap", Gdiplus::GpStatus(Gdiplus::GpBitmap*, HBITMAP*, Gdiplus::ARGB)>
+        make(module.Handle(), [&](Gdiplus::GpBitmap* bitmap, HBITMAP* handle, Gdiplus::ARGB background) {
+            const auto status = gdi::GdipCreateHBITMAPFromBitmap(bitmap, handle, background);
+            alive.insert(*handle);
+            return status;
+        });
+    const ReplacedImport<"SendMessageW", decltype(SendMessageW)> send(
+        module.Handle(), [&](HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+            if (message != STM_SETIMAGE || lParam == 0) return SendMessageW(window, message, wParam, lParam);
+            const HANDLE copy = CopyImage(reinterpret_cast<HANDLE>(lParam), IMAGE_BITMAP, 0, 0, 0);
+            alive.insert(copy);
+            ++copies;
+            return SendMessageW(window, message, wParam, reinterpret_cast<LPARAM>(copy));
+        });
+    const ReplacedImport<"DeleteObject", decltype(DeleteObject)> destroy(module.Handle(), [&](HGDIOBJ object) {
+        alive.erase(object);
+        return DeleteObject(object);
+    });
+    ASSERT_TRUE(make.IsInPlace() && send.IsInPlace() && destroy.IsInPlace());
+    Open();
+    for (const int control : kSlotControls) SetFocusTo(sheet->PaneControl(control));
+    EXPECT_GE(copies, 8);
+    EXPECT_EQ(1U, alive.size()) << "nothing but what is shown";
+    Close();
+    EXPECT_TRUE(alive.empty());
 }
 
 }  // namespace

@@ -7,7 +7,7 @@
 #include <cstdlib>
 #include <initializer_list>
 
-#include "tests/support/page_fixture.h"
+#include "tests/support/gesture_fixture.h"
 #include "tests/support/window_search.h"
 
 namespace kvn::test {
@@ -61,7 +61,7 @@ const std::vector<ComboEntry> kCharms = {{L"Open charms", 53},
                                          {L"Display app switcher", 51},
                                          {L"Cycle through apps", 54}};
 
-class OsVersionTest : public PageTest {
+class OsVersionTest : public GestureTest {
 protected:
     static std::string ExpectedOs() {
         const char* expected = std::getenv("KVN_EXPECTED_OS");
@@ -136,6 +136,21 @@ TEST_F(OsVersionTest, DecidesWhatTheGestureEditorOffers) {
         EXPECT_EQ(Without({36, 38}), EditorEntries()) << "whatever the mouse has";
         Close();
     }
+}
+
+TEST_F(OsVersionTest, DecidesWhetherTheGestureEditorShowsAGesturesFunction) {
+    OpenWith({{"U", 54, "", ""}, {"D", 37, "", "A"}, {"R", 31, "", ""}, {"L", 51, "", ""}});
+    const bool hasCharms = ExpectedOs() == "6.2";
+    const auto expectFunction = [&](int row, std::optional<int> function) {
+        const HWND opened = EditRow(row);
+        EXPECT_EQ(function, SelectedData(GetDlgItem(opened, IDC_GESTURE_FUNCTION))) << row;
+        CloseEditor(opened, IDCANCEL);
+        SelectRow(row, false);
+    };
+    expectFunction(0, hasCharms ? std::optional(54) : std::nullopt);
+    expectFunction(1, 37);
+    expectFunction(2, hasCharms ? std::nullopt : std::optional(31));
+    expectFunction(3, hasCharms ? std::optional(51) : std::nullopt);
 }
 
 TEST_F(OsVersionTest, KeepsCodesOfOtherVersionsAtApply) {

@@ -86,6 +86,12 @@ TEST_F(ProgramsOfAProfileTest, HaveTheIconsOfTheirFiles) {
     EXPECT_EQ(16, height);
 }
 
+TEST_F(ProgramsOfAProfileTest, TransparentPartsOfIconsShowTheListsGround) {
+    OpenWithPrograms(1);
+    const HWND list = editor->Control(IDC_PROFILES_PROGRAMS);
+    EXPECT_EQ(static_cast<COLORREF>(SendMessageW(list, LVM_GETBKCOLOR, 0, 0)), ImageList_GetBkColor(Images()));
+}
+
 TEST_F(ProgramsOfAProfileTest, IconsAndTheirListAreGivenBackOnce) {
     std::multiset<HICON> icons;
     std::multiset<HIMAGELIST> lists;
@@ -155,6 +161,23 @@ TEST_F(ProgramsOfAProfileTest, SelectedOnesAreDeleted) {
     EXPECT_EQ((Rows{1}), editor->SelectedRows(IDC_PROFILES_LIST));
     CloseEditor(IDOK);
     EXPECT_EQ((std::vector<std::string>{"C:\\p1.exe", "C:\\p4.exe"}), SavedPaths(1));
+}
+
+TEST_F(ProgramsOfAProfileTest, DeleteIsDisabledAlsoWhereTheListDoesNotReportADeletion) {
+    OpenWithPrograms(2);
+    editor->SelectPrograms({0});
+    ASSERT_TRUE(editor->IsEnabled(IDC_PROFILES_DELETE_PROGRAM));
+    // As on Windows, where a row that is deleted does not lose its selection before.
+    const SUBCLASSPROC silent = [](HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR) {
+        const auto* header = reinterpret_cast<const NMHDR*>(lParam);
+        if (message == WM_NOTIFY && header->code == LVN_ITEMCHANGED) return LRESULT{0};
+        return DefSubclassProc(window, message, wParam, lParam);
+    };
+    sheet->Run([&] { SetWindowSubclass(editor->Window(), silent, 1, 0); });
+    CommandAndAnswer(IDC_PROFILES_DELETE_PROGRAM, IDYES);
+    EXPECT_TRUE(IsQuiet());
+    EXPECT_EQ((Paths{L"C:\\p1.exe"}), ProgramPaths());
+    EXPECT_FALSE(editor->IsEnabled(IDC_PROFILES_DELETE_PROGRAM));
 }
 
 TEST_F(ProgramsOfAProfileTest, AllOfAHundredAreDeletedAtOnce) {

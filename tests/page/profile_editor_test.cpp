@@ -55,6 +55,11 @@ TEST_F(ProfileEditorOpeningTest, ShowsTheProfilesInTheirOrderAndNoProgram) {
     EXPECT_EQ(sheet->Sheet(), GetWindow(editor->Window(), GW_OWNER));
 }
 
+TEST_F(ProfileEditorOpeningTest, FocusIsOnTheProfiles) {
+    OpenEditor({ProfileText("Default")});
+    EXPECT_TRUE(ComesTrue([&] { return sheet->Focus() == editor->Control(IDC_PROFILES_LIST); }));
+}
+
 TEST_F(ProfileEditorOpeningTest, ListsHaveTheirColumnsAndSelectFullRows) {
     OpenEditor({ProfileText("Default")});
     EXPECT_TRUE((std::vector<Column>{{L"Profile", 380, LVCFMT_LEFT}}) == ColumnsOf(editor->Control(IDC_PROFILES_LIST)));

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <future>
+#include <optional>
 
 #include "resources/resource.h"
 #include "tests/support/message_box_watcher.h"
@@ -25,29 +26,29 @@ const std::wstring kSurrogatePair{kHighSurrogate, kLowSurrogate};
 class ProfileNameDialogTest : public testing::Test {
 protected:
     void Open(ProfileNameMode mode, const std::wstring& name = L"") {
-        request = {name, mode};
-        accepted =
-            std::async(std::launch::async, [this] { return RunProfileNameDialog(module.Handle(), nullptr, request); });
+        answer = std::async(std::launch::async, [=, this] {
+            return profiles::RunProfileNameDialog(module.Handle(), nullptr, {mode, name});
+        });
         dialog = AwaitNameDialog();
         SendMessageW(dialog, WM_NULL, 0, 0);
     }
-    bool AwaitEnd() {
-        if (accepted.wait_for(kPatience) != std::future_status::ready) throw NeverHappened("the end of the dialog");
-        return accepted.get();
+    std::optional<std::wstring> AwaitEnd() {
+        if (answer.wait_for(kPatience) != std::future_status::ready) throw NeverHappened("the end of the dialog");
+        return answer.get();
     }
-    bool Close(int button) {
+    std::optional<std::wstring> Close(int button) {
         PostMessageW(GetDlgItem(dialog, button), BM_CLICK, 0, 0);
         return AwaitEnd();
     }
     // What comes of this text in a dialog of this mode.
-    std::wstring Accepted(ProfileNameMode mode, const std::wstring& text, const std::wstring& before = L"") {
+    std::optional<std::wstring> Accepted(ProfileNameMode mode, const std::wstring& text,
+                                         const std::wstring& before = L"") {
         Open(mode, before);
         EnterName(dialog, text);
-        EXPECT_TRUE(Close(IDOK));
-        return request.name;
+        return Close(IDOK);
     }
     void TearDown() override {
-        if (accepted.valid()) PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
+        if (answer.valid()) PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
     }
 
     HWND Field() const { return GetDlgItem(dialog, IDC_PROFILE_NAME); }
@@ -68,18 +69,18 @@ protected:
     }
 
     ModuleUnderTest module;
-    profiles::ProfileNameRequest request;
-    std::future<bool> accepted;
+    std::future<std::optional<std::wstring>> answer;
     HWND dialog = nullptr;
 };
 
 TEST_F(ProfileNameDialogTest, TitleTellsTheMode) {
-    const std::vector<std::pair<std::uint32_t, std::wstring>> rows = {
-        {0, L"Add profile"},  {1, L"Change profile name"}, {2, L"Delete profile"},
-        {3, L"Copy profile"}, {4, L"Add new profile"},     {0xFFFFFFFF, L"Add new profile"}};
+    const std::vector<std::pair<ProfileNameMode, std::wstring>> rows = {
+        {ProfileNameMode::Add, L"Add profile"},
+        {ProfileNameMode::Rename, L"Change profile name"},
+        {ProfileNameMode::Copy, L"Copy profile"}};
     for (const auto& [mode, title] : rows) {
-        Open(static_cast<ProfileNameMode>(mode));
-        EXPECT_EQ(title, TextOf(dialog)) << mode;
+        Open(mode);
+        EXPECT_EQ(title, TextOf(dialog));
         EXPECT_FALSE(Close(IDCANCEL));
     }
 }
@@ -91,11 +92,9 @@ TEST_F(ProfileNameDialogTest, OnlyRenamingAndCopyingStartWithTheName) {
         EXPECT_EQ((std::pair<DWORD, DWORD>{0, 7}), Selection());
         EXPECT_FALSE(Close(IDCANCEL));
     }
-    for (const auto mode : {ProfileNameMode::Add, ProfileNameMode::Delete, static_cast<ProfileNameMode>(4)}) {
-        Open(mode, L"Drawing");
-        EXPECT_EQ(L"", TextOf(Field()));
-        EXPECT_FALSE(Close(IDCANCEL));
-    }
+    Open(ProfileNameMode::Add, L"Drawing");
+    EXPECT_EQ(L"", TextOf(Field()));
+    EXPECT_FALSE(Close(IDCANCEL));
 }
 
 TEST_F(ProfileNameDialogTest, FieldHasTheFocus) {
@@ -110,8 +109,7 @@ TEST_F(ProfileNameDialogTest, TypingReplacesTheOldName) {
     Open(ProfileNameMode::Rename, L"Drawing");
     Type(L"Games");
     EXPECT_EQ(L"Games", TextOf(Field()));
-    EXPECT_TRUE(Close(IDOK));
-    EXPECT_EQ(L"Games", request.name);
+    EXPECT_EQ(L"Games", Close(IDOK));
 }
 
 TEST_F(ProfileNameDialogTest, OkStoresTheTextAsItStands) {
@@ -124,12 +122,6 @@ TEST_F(ProfileNameDialogTest, OkStoresTheTextAsItStands) {
 TEST_F(ProfileNameDialogTest, EmptyTextIsAccepted) {
     for (const auto mode : {ProfileNameMode::Add, ProfileNameMode::Rename, ProfileNameMode::Copy}) {
         EXPECT_EQ(L"", Accepted(mode, L"", L"Drawing"));
-    }
-}
-
-TEST_F(ProfileNameDialogTest, OtherModesStoreNothing) {
-    for (const auto mode : {ProfileNameMode::Delete, static_cast<ProfileNameMode>(4)}) {
-        EXPECT_EQ(L"Drawing", Accepted(mode, L"Other", L"Drawing"));
     }
 }
 
@@ -146,8 +138,7 @@ TEST_F(ProfileNameDialogTest, LongNameIsOfferedWholeAndCutAfterwards) {
     const std::wstring name(300, L'n');
     Open(ProfileNameMode::Rename, name);
     EXPECT_EQ(name, TextOf(Field()));
-    EXPECT_TRUE(Close(IDOK));
-    EXPECT_EQ(name.substr(0, 254), request.name);
+    EXPECT_EQ(name.substr(0, 254), Close(IDOK));
 }
 
 TEST_F(ProfileNameDialogTest, SurrogatePairsAreNeverCutInTwo) {
@@ -163,24 +154,20 @@ TEST_F(ProfileNameDialogTest, TypingStopsAt254Characters) {
     Open(ProfileNameMode::Add);
     Type(std::wstring(260, L'a'));
     EXPECT_EQ(std::wstring(254, L'a'), TextOf(Field()));
-    EXPECT_TRUE(Close(IDOK));
-    EXPECT_EQ(std::wstring(254, L'a'), request.name);
+    EXPECT_EQ(std::wstring(254, L'a'), Close(IDOK));
 }
 
 TEST_F(ProfileNameDialogTest, PairThatTheLimitOfTypingCutInTwoIsLeftOut) {
     Open(ProfileNameMode::Add);
     Type(std::wstring(253, L'a') + kSurrogatePair);
-    EXPECT_TRUE(Close(IDOK));
-    EXPECT_EQ(std::wstring(253, L'a'), request.name);
+    EXPECT_EQ(std::wstring(253, L'a'), Close(IDOK));
 }
 
-TEST_F(ProfileNameDialogTest, CancelLeavesTheRequestUntouched) {
+TEST_F(ProfileNameDialogTest, CancelAnswersNothing) {
     for (const auto mode : {ProfileNameMode::Add, ProfileNameMode::Rename, ProfileNameMode::Copy}) {
         Open(mode, L"Drawing");
         EnterName(dialog, L"Other");
-        EXPECT_FALSE(Close(IDCANCEL));
-        EXPECT_EQ(L"Drawing", request.name);
-        EXPECT_EQ(mode, request.mode);
+        EXPECT_EQ(std::nullopt, Close(IDCANCEL));
     }
 }
 
@@ -188,8 +175,7 @@ TEST_F(ProfileNameDialogTest, ClosingTheWindowCancels) {
     Open(ProfileNameMode::Rename, L"Drawing");
     EnterName(dialog, L"Other");
     PostMessageW(dialog, WM_SYSCOMMAND, SC_CLOSE, 0);
-    EXPECT_FALSE(AwaitEnd());
-    EXPECT_EQ(L"Drawing", request.name);
+    EXPECT_EQ(std::nullopt, AwaitEnd());
 }
 
 TEST_F(ProfileNameDialogTest, EnterAcceptsAndEscapeCancels) {
@@ -197,8 +183,7 @@ TEST_F(ProfileNameDialogTest, EnterAcceptsAndEscapeCancels) {
     BringToFront(dialog);
     Type(L"Games");
     PressKey(VK_RETURN);
-    EXPECT_TRUE(AwaitEnd());
-    EXPECT_EQ(L"Games", request.name);
+    EXPECT_EQ(L"Games", AwaitEnd());
     Open(ProfileNameMode::Rename, L"Drawing");
     BringToFront(dialog);
     PressKey(VK_ESCAPE);

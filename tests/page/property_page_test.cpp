@@ -1,4 +1,4 @@
-// The page's dialog procedure: what it forwards, and when it tells the sheet of a change.
+// The page's dialog procedure: the messages that it forwards, and when it reports a change to the sheet.
 #include <windows.h>
 
 #include <commctrl.h>
@@ -77,6 +77,26 @@ TEST_F(PropertyPageTest, AnswersEachMessageAsTheDialogManagerExpects) {
     for (const UINT message : {WM_SIZE, WM_LBUTTONDOWN, WM_KEYDOWN, WM_TIMER, WM_VSCROLL, WM_DESTROY, WM_APP}) {
         EXPECT_EQ(FALSE, AskProcedure(message)) << message;
     }
+}
+
+TEST_F(PropertyPageTest, AnswersItsFirstAndItsLastMessageWithTrue) {
+    Open();
+    EXPECT_EQ(TRUE, AskProcedure(WM_INITDIALOG, 0, GetWindowLongPtrW(sheet->Page(), DWLP_USER)));
+    static DLGPROC procedure;
+    static INT_PTR lastAnswer;
+    lastAnswer = -1;
+    sheet->Run([page = sheet->Page()] {
+        const DLGPROC asking = [](HWND window, UINT message, WPARAM wParam, LPARAM lParam) -> INT_PTR {
+            const INT_PTR answer = procedure(window, message, wParam, lParam);
+            if (message == WM_NCDESTROY) lastAnswer = answer;
+            return answer;
+        };
+        procedure = reinterpret_cast<DLGPROC>(GetWindowLongPtrW(page, DWLP_DLGPROC));
+        SetWindowLongPtrW(page, DWLP_DLGPROC, reinterpret_cast<LONG_PTR>(asking));
+    });
+    Close();
+    EXPECT_EQ(TRUE, lastAnswer);
+    EXPECT_EQ(S_OK, module.CanUnloadNow());
 }
 
 TEST_F(PropertyPageTest, FailedApplyAnswersNoChangePage) {
@@ -159,8 +179,8 @@ TEST_F(PropertyPageTest, ApplyIsDisabledUntilSomethingChanges) {
 TEST_F(PropertyPageTest, ComboNotificationsMarkAChangeExceptFocusAndAbandonedLists) {
     Open();
     for (const int control : {IDC_PANE_RIGHT, IDC_PANE_TILT_LEFT, IDC_PANE_REVOLUTION_COUNT}) {
-        // CBN_SETFOCUS, CBN_KILLFOCUS, CBN_SELENDCANCEL and numbers beyond.
-        for (const WORD quiet : {WORD{3}, WORD{4}, WORD{10}, WORD{11}, WORD{0x7FFF}}) {
+        // None of them, CBN_SETFOCUS, CBN_KILLFOCUS, CBN_SELENDCANCEL and numbers beyond.
+        for (const WORD quiet : {WORD{0}, WORD{3}, WORD{4}, WORD{10}, WORD{11}, WORD{0x7FFF}}) {
             ReportFromPane(control, quiet);
             EXPECT_FALSE(sheet->IsApplyEnabled()) << control << " " << quiet;
         }
@@ -208,6 +228,20 @@ TEST_F(PropertyPageTest, CommandsOfOtherControlsMarkAChange) {
     Open();
     SendMessageW(sheet->Page(), WM_COMMAND, 4711, 0);
     EXPECT_TRUE(sheet->IsApplyEnabled());
+}
+
+TEST_F(PropertyPageTest, NumbersThatAreQuietForAComboMarkAChangeForAnythingElse) {
+    Open();
+    const auto expectChange = [&](HWND window, int control, WORD notification) {
+        SendMessageW(window, WM_COMMAND, MAKEWPARAM(control, notification), 0);
+        EXPECT_TRUE(sheet->IsApplyEnabled()) << control << " " << notification;
+        SendMessageW(sheet->Sheet(), PSM_UNCHANGED, reinterpret_cast<WPARAM>(sheet->Page()), 0);
+    };
+    for (const WORD notification : {WORD{0}, WORD{3}, WORD{4}, WORD{10}}) {
+        expectChange(sheet->ButtonPane(), IDC_PANE_PICTURE, notification);
+        // The page looks among its own controls, where no chooser is.
+        expectChange(sheet->Page(), IDC_PANE_LEFT, notification);
+    }
 }
 
 TEST_F(PropertyPageTest, ScrollsOfThePageItselfMarkAChange) {

@@ -1,8 +1,7 @@
-#include "platform/service_window.h"
+#include "platform/service_messages.h"
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <string>
 
 #include "tests/support/debug_output.h"
@@ -15,12 +14,10 @@ namespace {
 using platform::ServiceButton;
 using platform::ServiceMessage;
 
-constexpr std::array kTwoButtons{ServiceButton::Button4, ServiceButton::Left};
-
 TEST(ServiceWindow, WithoutAServiceNothingIsSentAndNoButtonIsHeld) {
     ASSERT_EQ(nullptr, platform::FindService());
     EXPECT_FALSE(platform::IsServiceAvailable());
-    EXPECT_FALSE(platform::AreButtonsHeld(kTwoButtons));
+    EXPECT_FALSE(platform::IsButtonHeld(ServiceButton::Button4));
     platform::NotifySettingsChanged();
     platform::NotifyGestureEditBegin();
     platform::NotifyGestureEditEnd();
@@ -42,29 +39,20 @@ TEST(ServiceWindow, GestureEditBeginIsSentAndItsEndIsPosted) {
               service.Calls());
 }
 
-TEST(ServiceWindow, TheFirstButtonThatIsNotHeldEndsTheQuery) {
+TEST(ServiceWindow, AButtonIsNotHeldWhenTheServiceAnswersZero) {
     FakeService service;
     const DebugOutput debugOutput;
-    EXPECT_FALSE(platform::AreButtonsHeld(kTwoButtons));
+    EXPECT_FALSE(platform::IsButtonHeld(ServiceButton::Button4));
     EXPECT_EQ((std::vector<ServiceCall>{{NumberOf(ServiceMessage::IsButtonHeld), 0, 8, true}}), service.Calls());
     EXPECT_EQ("", debugOutput.Text());
 }
 
-TEST(ServiceWindow, ButtonsThatAreAllHeldAreAskedForInOrder) {
+TEST(ServiceWindow, AHeldButtonIsReportedToTheDebugger) {
     FakeService service;
     service.ReplyTo(ServiceMessage::IsButtonHeld, 1);
     const DebugOutput debugOutput;
-    EXPECT_TRUE(platform::AreButtonsHeld(kTwoButtons));
-    EXPECT_EQ((std::vector<ServiceCall>{{NumberOf(ServiceMessage::IsButtonHeld), 0, 8, true},
-                                        {NumberOf(ServiceMessage::IsButtonHeld), 0, 1, true}}),
-              service.Calls());
-    EXPECT_EQ("Key ON\nKey ON\n", debugOutput.Text());
-}
-
-TEST(ServiceWindow, NoButtonsAreNotHeldAndAreNotAskedFor) {
-    FakeService service;
-    EXPECT_FALSE(platform::AreButtonsHeld({}));
-    EXPECT_TRUE(service.Calls().empty());
+    EXPECT_TRUE(platform::IsButtonHeld(ServiceButton::Button4));
+    EXPECT_EQ("Key ON\n", debugOutput.Text());
 }
 
 }  // namespace

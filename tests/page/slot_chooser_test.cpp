@@ -89,5 +89,20 @@ TEST_F(SlotChooserTest, TellsTheHostToQuitWhenThePageGoesDown) {
     EXPECT_EQ(14, quits);
 }
 
+TEST_F(SlotChooserTest, AnswersItsDestructionItself) {
+    int quits = 0;
+    const ReplacedImport<"PostQuitMessage", decltype(PostQuitMessage)> quit(module.Handle(), [&](int) { ++quits; });
+    Open();
+    for (const int control : kSlotControls) {
+        const HWND combo = sheet->PaneControl(control);
+        const std::vector<ComboEntry> entries = EntriesOf(combo);
+        // The combo box would give up its list at the one and everything else at the other.
+        EXPECT_EQ(0, SendMessageW(combo, WM_DESTROY, 0, 0));
+        EXPECT_EQ(0, SendMessageW(combo, WM_NCDESTROY, 0, 0));
+        EXPECT_TRUE(entries == EntriesOf(combo)) << control;
+    }
+    EXPECT_EQ(14, quits);
+}
+
 }  // namespace
 }  // namespace kvn::test

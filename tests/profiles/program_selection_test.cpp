@@ -78,15 +78,6 @@ TEST_F(ProgramSelectionTest, OkTakesTheSelectedProgramsFromTheTop) {
     EXPECT_EQ((Programs{{L"Alpha", kNotepad}, {L"Gamma", L"C:\\no such\\gamma.exe"}}), chosen);
 }
 
-TEST_F(ProgramSelectionTest, OkAppendsToWhatTheListHolds) {
-    AddThree();
-    chosen = {{L"Before", L"before.exe"}};
-    Open();
-    Select(1);
-    EXPECT_TRUE(Close(IDOK));
-    EXPECT_EQ((Programs{{L"Before", L"before.exe"}, {L"Beta", kRegedit}}), chosen);
-}
-
 TEST_F(ProgramSelectionTest, OkWithoutASelectionEndsAndAddsNothing) {
     AddThree();
     Open();

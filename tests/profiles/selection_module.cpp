@@ -2,7 +2,11 @@
 // loading.
 #include "profiles/program_selection.h"
 
+#include <utility>
+
 extern "C" __declspec(dllexport) bool SelectPrograms(HINSTANCE resources, HWND owner,
                                                      std::vector<kvn::model::ApplicationEntry>* chosen) {
-    return kvn::profiles::RunProgramSelection(resources, owner, *chosen);
+    auto answer = kvn::profiles::RunProgramSelection(resources, owner);
+    if (answer) *chosen = *std::move(answer);
+    return answer.has_value();
 }

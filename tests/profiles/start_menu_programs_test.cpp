@@ -10,7 +10,6 @@
 #include "platform/com_pointer.h"
 #include "tests/profiles/installer_stand_in.h"
 #include "tests/profiles/start_menu.h"
-#include "tests/support/replaced_import.h"
 
 namespace kvn::test {
 namespace {
@@ -164,7 +163,7 @@ TEST_F(StartMenuProgramsTest, AreFoundInAThreadThatHasAnApartment) {
     EXPECT_EQ((Names{L"a"}), FoundNames());
 }
 
-// Each shortcut asks for a single-threaded apartment, which such a thread cannot enter.
+// Shortcuts are read in a single-threaded apartment, which such a thread cannot enter.
 TEST_F(StartMenuProgramsTest, AreNoneInAThreadOfTheMultiThreadedApartment) {
     menu.own.AddShortcut(L"a.lnk", kNotepad);
     Names names{L"not asked"};
@@ -174,26 +173,6 @@ TEST_F(StartMenuProgramsTest, AreNoneInAThreadOfTheMultiThreadedApartment) {
         CoUninitialize();
     }).join();
     EXPECT_EQ(Names{}, names);
-}
-
-// One for each shortcut, and one around them all that makes these cheap.
-TEST_F(StartMenuProgramsTest, EnterAnApartmentForEachShortcut) {
-    for (const wchar_t* name : {L"a.lnk", L"b.lnk", L"c\\d.lnk"}) menu.own.AddShortcut(name, kNotepad);
-    std::wstring calls;
-    const auto enter = &CoInitialize;
-    const auto leave = &CoUninitialize;
-    const ReplacedImport<"CoInitialize", decltype(CoInitialize)> entering(GetModuleHandleW(nullptr),
-                                                                          [&](LPVOID reserved) {
-                                                                              EXPECT_EQ(nullptr, reserved);
-                                                                              calls += L'(';
-                                                                              return enter(reserved);
-                                                                          });
-    const ReplacedImport<"CoUninitialize", decltype(CoUninitialize)> leaving(GetModuleHandleW(nullptr), [&] {
-        calls += L')';
-        leave();
-    });
-    FoundNames();
-    EXPECT_EQ(L"(()()())", calls);
 }
 
 }  // namespace

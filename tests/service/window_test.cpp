@@ -43,6 +43,16 @@ TEST_F(ServiceWindowTest, WithoutAMouseTheProbeIsRefusedAndNothingIsPublished) {
     EXPECT_EQ(Status()["vid"], "0000");
 }
 
+TEST_F(ServiceWindowTest, NoProfileIsInForceOnceTheMouseIsTakenAway) {
+    StartService();
+    EXPECT_EQ(Run({L"--profile", L"Default"}).exitCode, 0U);
+    EXPECT_EQ(Run({L"--mouse", L"none"}).exitCode, 0U);
+    EXPECT_EQ(Send(Number(ServiceMessage::Probe)), platform::kProbeRefused);
+    EXPECT_EQ(Status()["vid"], "0000");
+    EXPECT_EQ(Status()["profile"], "");
+    EXPECT_EQ(Status()["why"], "selected");
+}
+
 TEST_F(ServiceWindowTest, AMouseThatComesLaterIsPublishedAndAnswered) {
     StartService({L"--mouse", L"none"});
     EXPECT_EQ(Run(kSample).exitCode, 0U);
@@ -102,6 +112,18 @@ TEST_F(ServiceWindowTest, TheSessionThatIsSwitchedToPublishesItsMouseAgain) {
     EXPECT_FALSE(test::StoredValues(test::kMouseKey).contains(L"VID"));
     Send(WM_WTSSESSION_CHANGE, WTS_CONSOLE_CONNECT);
     EXPECT_EQ(test::StoredValues(test::kMouseKey).at(L"VID"), StoredNumber(0x4321));
+}
+
+TEST_F(ServiceWindowTest, TheHookIsInstalledAgainAfterSleepAndLock) {
+    StartService();
+    EXPECT_EQ(Status()["reinstalled"], "0");
+    Send(WM_POWERBROADCAST, PBT_APMRESUMEAUTOMATIC);
+    EXPECT_EQ(Status()["reinstalled"], "1");
+    Send(WM_WTSSESSION_CHANGE, WTS_SESSION_LOCK);
+    EXPECT_EQ(Status()["reinstalled"], "1");
+    Send(WM_WTSSESSION_CHANGE, WTS_SESSION_UNLOCK);
+    EXPECT_EQ(Status()["reinstalled"], "2");
+    EXPECT_EQ(Status()["hook"], "alive");
 }
 
 TEST_F(ServiceWindowTest, TheTaskbarsReturnAndTheIconsDoubleClickDoNoHarm) {

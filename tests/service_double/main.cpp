@@ -9,12 +9,12 @@
 #include <utility>
 #include <vector>
 
-#include "platform/service_window.h"
+#include "platform/service_messages.h"
 #include "platform/unique_resource.h"
+#include "tests/service_double/double_mouse.h"
+#include "tests/service_double/double_window.h"
 #include "tests/service_double/options.h"
-#include "tests/service_double/published_mouse.h"
 #include "tests/service_double/service_log.h"
-#include "tests/service_double/service_window.h"
 #include "tests/service_double/settings_request.h"
 #include "tests/service_double/text.h"
 

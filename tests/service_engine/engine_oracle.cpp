@@ -50,7 +50,7 @@ std::string LettersOf(const EngineGesture& gesture) {
 
 bool HasUsableKey(const model::EtcKey& keys) {
     for (const model::KeyCode code : keys.codes) {
-        for (const auto& row : model::KeyNameTable) {
+        for (const auto& row : model::kKeyNameTable) {
             if (code != 0 && row.code == code) return true;
         }
     }

@@ -42,5 +42,45 @@ TEST(WindowCommandsTest, AWindowWithoutTheBoxStaysAsItIs) {
     EXPECT_EQ(recorder.Await("close"), "close");
 }
 
+// A window that is the desktop's by its class.
+class DesktopWindow {
+public:
+    DesktopWindow() {
+        WNDCLASSW windowClass{};
+        windowClass.lpfnWndProc = DefWindowProcW;
+        windowClass.lpszClassName = kClassName;
+        RegisterClassW(&windowClass);
+        window =
+            CreateWindowExW(WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE, kClassName, nullptr,
+                            WS_POPUP | WS_MAXIMIZEBOX | WS_MINIMIZEBOX, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr);
+    }
+    DesktopWindow(const DesktopWindow&) = delete;
+    DesktopWindow& operator=(const DesktopWindow&) = delete;
+    ~DesktopWindow() {
+        DestroyWindow(window);
+        UnregisterClassW(kClassName, nullptr);
+    }
+
+    void Own(HWND owned) const {
+        SetWindowLongPtrW(owned, GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(window));
+        EXPECT_EQ(GetAncestor(owned, GA_ROOTOWNER), window);
+    }
+
+private:
+    static constexpr wchar_t kClassName[] = L"Progman";
+    HWND window = nullptr;
+};
+
+TEST(WindowCommandsTest, ADialogOfTheDesktopIsClosedAndTheDesktopStaysAsItIs) {
+    const DesktopWindow desktop;
+    RecorderWindow recorder(WS_POPUP | WS_CAPTION | WS_SYSMENU);
+    desktop.Own(recorder.Get());
+    EXPECT_EQ(DoWindowCommand(Deed::MaximizeWindow), L"the window has no such box");
+    EXPECT_EQ(DoWindowCommand(Deed::MinimizeWindow), L"the window has no such box");
+    EXPECT_EQ(DoWindowCommand(Deed::CloseWindow), L"closed the window");
+    EXPECT_EQ(recorder.Await("close"), "close");
+    SetWindowLongPtrW(recorder.Get(), GWLP_HWNDPARENT, 0);
+}
+
 }  // namespace
 }  // namespace kvn::test

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "model/registry_records.h"
+#include "model/registry_access.h"
 #include "tests/support/mouse_on_registry.h"
 #include "tests/support/replaced_import.h"
 #include "tests/support/sandboxed_user.h"

@@ -4,13 +4,15 @@
 #include <windows.h>
 
 #include <unknwn.h>
+
 #include <memory>
 #include <string>
 
+#include "resources/server_class.h"
+
 namespace kvn::test {
 
-// The class that the module serves.
-inline constexpr CLSID kServerClassId = {0xB7C1D9A4, 0x3E52, 0x4F0B, {0x9C, 0x86, 0x2D, 0x7A, 0x51, 0xE8, 0xF0, 0x43}};
+using resources::kServerClassId;
 
 struct ReleaseObject {
     void operator()(IUnknown* object) const { object->Release(); }

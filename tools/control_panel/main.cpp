@@ -10,11 +10,11 @@
 
 #include "tools/control_panel/handlers.h"
 #include "tools/control_panel/host_error.h"
-#include "tools/control_panel/options.h"
+#include "tools/control_panel/host_options.h"
 #include "tools/control_panel/page_provider.h"
-#include "tools/control_panel/registration.h"
+#include "tools/control_panel/page_registration.h"
 #include "tools/control_panel/sheet.h"
-#include "tools/control_panel/sheet_driver.h"
+#include "tools/control_panel/sheet_actions.h"
 
 namespace kvn::control_panel {
 namespace {

@@ -4,9 +4,9 @@
 #include <iterator>
 #include <utility>
 
-#include "page/server_class.h"
+#include "resources/server_class.h"
 #include "tools/control_panel/host_error.h"
-#include "tools/control_panel/registration.h"
+#include "tools/control_panel/page_registration.h"
 #include "tools/control_panel/registry_text.h"
 
 namespace kvn::control_panel {
@@ -78,7 +78,7 @@ PageProvider PageProvider::FromLibrary(const std::wstring& dll) {
     if (!getClassObject) Refuse(dll, L"it exports no DllGetClassObject");
 
     ComPointer<IClassFactory> factory;
-    CheckResult(getClassObject(page::kServerClassId, IID_IClassFactory, OutParameter(factory)), dll);
+    CheckResult(getClassObject(resources::kServerClassId, IID_IClassFactory, OutParameter(factory)), dll);
     CheckResult(factory.Get()->CreateInstance(nullptr, IID_IShellPropSheetExt, OutParameter(provider.extension)), dll);
     return provider;
 }

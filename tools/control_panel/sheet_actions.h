@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-#include "tools/control_panel/options.h"
+#include "tools/control_panel/host_options.h"
 #include "tools/control_panel/picture.h"
 
 namespace kvn::control_panel {

@@ -1,6 +1,6 @@
-#include "tools/control_panel/registration.h"
+#include "tools/control_panel/page_registration.h"
 
-#include "page/server_class.h"
+#include "resources/server_class.h"
 #include "tools/control_panel/handlers.h"
 #include "tools/control_panel/host_error.h"
 #include "tools/control_panel/registry_text.h"
@@ -13,7 +13,7 @@ std::wstring HandlerKey() {
 }
 
 std::wstring ClassKey() {
-    return L"CLSID\\" + ToText(page::kServerClassId);
+    return L"CLSID\\" + ToText(resources::kServerClassId);
 }
 
 }  // namespace
@@ -22,11 +22,11 @@ void RegisterPage(const std::wstring& dll) {
     if (GetFileAttributesW(dll.c_str()) == INVALID_FILE_ATTRIBUTES) {
         throw HostError{dll + L" is not there: " + DescribeError(GetLastError()) + L"."};
     }
-    const std::wstring server = ServerKey(page::kServerClassId);
+    const std::wstring server = ServerKey(resources::kServerClassId);
     WriteRegistryText(HKEY_CLASSES_ROOT, ClassKey(), nullptr, L"KORVEN mouse settings page");
     WriteRegistryText(HKEY_CLASSES_ROOT, server, nullptr, dll);
     WriteRegistryText(HKEY_CLASSES_ROOT, server, L"ThreadingModel", L"Apartment");
-    WriteRegistryText(HKEY_LOCAL_MACHINE, HandlerKey(), nullptr, ToText(page::kServerClassId));
+    WriteRegistryText(HKEY_LOCAL_MACHINE, HandlerKey(), nullptr, ToText(resources::kServerClassId));
 }
 
 void UnregisterPage() {

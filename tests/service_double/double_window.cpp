@@ -1,4 +1,4 @@
-#include "tests/service_double/service_window.h"
+#include "tests/service_double/double_window.h"
 
 #include <algorithm>
 #include <array>

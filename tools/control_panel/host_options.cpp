@@ -1,4 +1,4 @@
-#include "tools/control_panel/options.h"
+#include "tools/control_panel/host_options.h"
 
 #include <windows.h>
 

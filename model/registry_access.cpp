@@ -1,4 +1,4 @@
-#include "model/registry_records.h"
+#include "model/registry_access.h"
 
 #include <vector>
 
@@ -12,6 +12,7 @@ using platform::UniqueRegistryKey;
 constexpr int kReadAttempts = 10;
 constexpr DWORD kReadRetryMilliseconds = 50;
 
+// With full access: docs/kept-behaviour.md.
 bool ReadOnce(RegistryValue value, void* buffer, DWORD bufferBytes) {
     UniqueRegistryKey key;
     if (RegOpenKeyExW(HKEY_CURRENT_USER, kBaseKey, 0, KEY_ALL_ACCESS, key.Receive()) != ERROR_SUCCESS) return false;
@@ -21,7 +22,7 @@ bool ReadOnce(RegistryValue value, void* buffer, DWORD bufferBytes) {
 
 bool SetModelValue(std::uint32_t vid, std::uint32_t pid, RegistryValue value, const void* data, DWORD lengthInBytes) {
     UniqueRegistryKey key;
-    if (RegCreateKeyExW(HKEY_CURRENT_USER, ModelKey(vid, pid).c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE,
+    if (RegCreateKeyExW(HKEY_CURRENT_USER, MouseModelKey(vid, pid).c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE,
                         KEY_ALL_ACCESS, nullptr, key.Receive(), nullptr) != ERROR_SUCCESS) {
         return false;
     }
@@ -30,7 +31,8 @@ bool SetModelValue(std::uint32_t vid, std::uint32_t pid, RegistryValue value, co
                           lengthInBytes) == ERROR_SUCCESS;
 }
 
-// Windows appends the final zero to a REG_SZ that comes without one if a zero follows in memory: so none does.
+// Windows appends the final zero to a REG_SZ that comes without one if a zero follows in memory: so none does
+// (docs/kept-behaviour.md).
 bool SetUnterminatedText(std::uint32_t vid, std::uint32_t pid, RegistryValue value, const wchar_t* text) {
     std::wstring guarded = text;
     const auto lengthInBytes = static_cast<DWORD>(guarded.size() * sizeof(wchar_t));
@@ -72,17 +74,18 @@ bool WriteModelValue(std::uint32_t vid, std::uint32_t pid, RegistryValue value, 
     return !SetUnterminatedText(vid, pid, value, static_cast<const wchar_t*>(data));
 }
 
-bool WriteModelValue(std::uint32_t vid, std::uint32_t pid, const RegistryWrite& write) {
-    if (RowOf(write.value).type == RegistryType::Dword) return WriteModelValue(vid, pid, write.value, &write.number, 0);
-    const bool isList = RowOf(write.value).type == RegistryType::MultiString;
+bool CarryOut(const RegistryWrite& write, std::uint32_t vid, std::uint32_t pid) {
+    const RegistryType type = RowOf(write.value).type;
+    if (type == RegistryType::Dword) return !WriteModelValue(vid, pid, write.value, &write.number, 0);
+    const bool isList = type == RegistryType::MultiString;
     const auto lengthInBytes = isList ? static_cast<DWORD>(write.text.size() * sizeof(wchar_t)) : 0;
-    return WriteModelValue(vid, pid, write.value, write.text.c_str(), lengthInBytes);
+    return !WriteModelValue(vid, pid, write.value, write.text.c_str(), lengthInBytes);
 }
 
 StoredBytes ReadModelValues(std::uint32_t vid, std::uint32_t pid) {
     StoredBytes bytes;
     UniqueRegistryKey key;
-    if (RegOpenKeyExW(HKEY_CURRENT_USER, ModelKey(vid, pid).c_str(), 0, KEY_QUERY_VALUE, key.Receive()) !=
+    if (RegOpenKeyExW(HKEY_CURRENT_USER, MouseModelKey(vid, pid).c_str(), 0, KEY_QUERY_VALUE, key.Receive()) !=
         ERROR_SUCCESS) {
         return bytes;
     }
@@ -90,26 +93,25 @@ StoredBytes ReadModelValues(std::uint32_t vid, std::uint32_t pid) {
     return bytes;
 }
 
-bool ReadDefaultCenterBinding(FunctionCode& code) {
+std::optional<FunctionCode> ReadDefaultCenterBinding() {
     UniqueRegistryKey key;
-    if (RegOpenKeyExW(HKEY_LOCAL_MACHINE, kDefaultBindKey, 0, KEY_READ, key.Receive()) != ERROR_SUCCESS) return false;
-    FunctionCode stored = code;
+    if (RegOpenKeyExW(HKEY_LOCAL_MACHINE, kDefaultBindKey, 0, KEY_READ, key.Receive()) != ERROR_SUCCESS) {
+        return std::nullopt;
+    }
+    FunctionCode stored = kFunctionNone;
     DWORD type = REG_NONE;
     DWORD size = sizeof stored;
     if (RegQueryValueExW(key.Get(), kDefaultCenterValue, nullptr, &type, reinterpret_cast<BYTE*>(&stored), &size) !=
             ERROR_SUCCESS ||
         type != REG_DWORD || size != sizeof stored) {
-        return false;
+        return std::nullopt;
     }
-    code = stored;
-    return true;
+    return stored;
 }
 
 ProfileRecord NewProfileRecord() {
-    ProfileRecord record = DefaultProfileRecord();
-    FunctionCode center = record.settings[SettingField::Center];
-    if (ReadDefaultCenterBinding(center) && center != kUnsetValue) record.settings[SettingField::Center] = center;
-    return record;
+    const auto center = ReadDefaultCenterBinding();
+    return center && *center != kUnsetValue ? DefaultProfileRecord(*center) : DefaultProfileRecord();
 }
 
 std::optional<DeviceRecord> ReadCurrentDevice() {

@@ -1,4 +1,4 @@
-#include "tools/control_panel/window_search.h"
+#include "tools/control_panel/sheet_search.h"
 
 #include <string_view>
 

@@ -1,4 +1,4 @@
-#include "tools/control_panel/sheet_driver.h"
+#include "tools/control_panel/sheet_actions.h"
 
 #include <windows.h>
 
@@ -11,7 +11,7 @@
 #include "resources/resource.h"
 #include "tools/control_panel/host_error.h"
 #include "tools/control_panel/sheet.h"
-#include "tools/control_panel/window_search.h"
+#include "tools/control_panel/sheet_search.h"
 
 namespace kvn::control_panel {
 namespace {

@@ -1,6 +1,5 @@
-#include "platform/service_window.h"
+#include "platform/service_messages.h"
 
-#include <algorithm>
 #include <optional>
 
 namespace kvn::platform {
@@ -15,12 +14,6 @@ std::optional<LRESULT> Send(ServiceMessage message, LPARAM lParam = 0) {
 
 void Post(ServiceMessage message) {
     if (const HWND service = FindService()) PostMessageW(service, static_cast<UINT>(message), 0, 0);
-}
-
-bool IsButtonHeld(ServiceButton button) {
-    if (Send(ServiceMessage::IsButtonHeld, static_cast<LPARAM>(button)).value_or(0) == 0) return false;
-    OutputDebugStringW(L"Key ON\n");
-    return true;
 }
 
 }  // namespace
@@ -45,8 +38,10 @@ void NotifyGestureEditEnd() {
     Post(ServiceMessage::GestureEditEnd);
 }
 
-bool AreButtonsHeld(std::span<const ServiceButton> buttons) {
-    return !buttons.empty() && std::all_of(buttons.begin(), buttons.end(), IsButtonHeld);
+bool IsButtonHeld(ServiceButton button) {
+    if (Send(ServiceMessage::IsButtonHeld, static_cast<LPARAM>(button)).value_or(0) == 0) return false;
+    OutputDebugStringW(L"Key ON\n");  // docs/kept-behaviour.md
+    return true;
 }
 
 }  // namespace kvn::platform

@@ -1,4 +1,4 @@
-#include "tests/service_double/published_mouse.h"
+#include "tests/service_double/double_mouse.h"
 
 #include <windows.h>
 

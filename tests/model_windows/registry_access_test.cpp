@@ -1,4 +1,4 @@
-#include "model/registry_records.h"
+#include "model/registry_access.h"
 
 #include <gtest/gtest.h>
 
@@ -274,12 +274,11 @@ TEST_F(WriteModelValueTest, EitherIdOfZeroMeansTheBaseKey) {
 }
 
 TEST_F(WriteModelValueTest, WritesPreparedValuesInTheirTypes) {
-    EXPECT_FALSE(WriteModelValue(kVid, kPid, {RegistryValue::Center, 9, L""}));
-    EXPECT_FALSE(WriteModelValue(kVid, kPid, {RegistryValue::CenterEtcKey, 0, L"Left Ctrl+V"}));
-    EXPECT_FALSE(WriteModelValue(kVid, kPid, {RegistryValue::Button4EtcKey, 0, L""}));
-    EXPECT_FALSE(
-        WriteModelValue(kVid, kPid, {RegistryValue::ProfileApp, 0, ApplicationsToMultiString({{L"E", L"C:\\e"}})}));
-    EXPECT_FALSE(WriteModelValue(kVid, kPid, {RegistryValue::Gesture, 0, GesturesToMultiString({})}));
+    EXPECT_TRUE(CarryOut({RegistryValue::Center, 9, L""}, kVid, kPid));
+    EXPECT_TRUE(CarryOut({RegistryValue::CenterEtcKey, 0, L"Left Ctrl+V"}, kVid, kPid));
+    EXPECT_TRUE(CarryOut({RegistryValue::Button4EtcKey, 0, L""}, kVid, kPid));
+    EXPECT_TRUE(CarryOut({RegistryValue::ProfileApp, 0, ApplicationsToMultiString({{L"E", L"C:\\e"}})}, kVid, kPid));
+    EXPECT_TRUE(CarryOut({RegistryValue::Gesture, 0, GesturesToMultiString({})}, kVid, kPid));
     EXPECT_EQ(Stored(L"BindKeyCenter"), (StoredValue{REG_DWORD, {9, 0, 0, 0}}));
     EXPECT_EQ(Stored(L"BindKeyCenter_etcKey"), (StoredValue{REG_SZ, BytesOf(L"Left Ctrl+V")}));
     EXPECT_EQ(Stored(L"BindKeyMinus_etcKey"), (StoredValue{REG_SZ, {}}));
@@ -295,7 +294,7 @@ TEST_F(WriteModelValueTest, FailsAtOnceWhenTheKeyMayNotBeWritten) {
         const test::LockedKey locked(HKEY_CURRENT_USER, kModelKey, test::kReadingAllowed);
         EXPECT_TRUE(WriteModelValue(kVid, kPid, RegistryValue::Left, &after, 0));
         EXPECT_TRUE(WriteModelValue(kVid, kPid, RegistryValue::LeftEtcKey, L"V", 0));
-        EXPECT_TRUE(WriteModelValue(kVid, kPid, {RegistryValue::Gesture, 0, L"\0"s}));
+        EXPECT_FALSE(CarryOut({RegistryValue::Gesture, 0, L"\0"s}, kVid, kPid));
     }
     EXPECT_EQ(Waits(), 0);
     EXPECT_EQ(Stored(L"BindKeyLeft"), kvn::test::StoredNumber(1));

@@ -1,0 +1,39 @@
+// Another program's window, which notes when a key has reached it.
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+#include <optional>
+
+#include "platform/unique_resource.h"
+
+namespace kvn::bench {
+
+// The option that makes this program that one.
+inline constexpr char kKeyWindowOption[] = "--key-window";
+
+// The whole life of the other program.
+void RunKeyWindow();
+
+class KeyWindow {
+public:
+    // Starts the program and brings its window to the front.
+    KeyWindow();
+    KeyWindow(const KeyWindow&) = delete;
+    KeyWindow& operator=(const KeyWindow&) = delete;
+    ~KeyWindow();
+
+    bool IsThere() const { return window != nullptr; }
+    // When the next key went down or up, as a reading of the performance counter; nothing when none did for long.
+    std::optional<std::int64_t> AwaitKey() const;
+
+private:
+    platform::UniqueKernelObject came;
+    platform::UniqueKernelObject section;
+    const std::int64_t* time = nullptr;
+    platform::UniqueKernelObject process;
+    HWND window = nullptr;
+};
+
+}  // namespace kvn::bench

@@ -1,0 +1,318 @@
+#include <windows.h>
+
+#include <psapi.h>
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "bench/benches.h"
+#include "bench/heap_count.h"
+#include "bench/import_watch.h"
+#include "bench/key_window.h"
+#include "bench/plain_hook.h"
+#include "bench/real_hook.h"
+#include "bench/stopwatch.h"
+#include "platform/service_protocol.h"
+#include "platform/service_window.h"
+#include "platform/unique_resource.h"
+#include "service/input/hook_loop.h"
+#include "service/input/hook_thread.h"
+
+namespace kvn::bench {
+namespace {
+
+using model::ButtonSlot;
+using service::EngineSettings;
+
+constexpr model::FunctionCode kEscape = 17;
+
+// A hook as the service has it, and the hands behind it.
+struct ServiceHook {
+    explicit ServiceHook(model::FunctionCode ofButton4) {
+        EngineSettings settings;
+        settings.controlCount = model::kButtonSlotCount;
+        settings.functions[ButtonSlot::Button4] = ofButton4;
+        performer.Start();
+        hook.Use(settings);
+        hook.Start();
+    }
+
+    service::HeldList held;
+    service::Performer performer{held, {}};
+    service::MouseActivity activity;
+    service::HookThread hook{performer, activity};
+};
+
+// Decisions.
+
+constexpr int kDecisions = 160;  // of which a quarter are orders, for which there is room
+
+constexpr std::array<std::string_view, 7> kLocks{
+    "EnterCriticalSection",     "TryEnterCriticalSection",   "AcquireSRWLockExclusive",  "AcquireSRWLockShared",
+    "SleepConditionVariableCS", "SleepConditionVariableSRW", "InitializeCriticalSection"};
+constexpr std::array<std::string_view, 9> kWaits{"WaitForSingleObject",
+                                                 "WaitForSingleObjectEx",
+                                                 "WaitForMultipleObjects",
+                                                 "WaitForMultipleObjectsEx",
+                                                 "MsgWaitForMultipleObjectsEx",
+                                                 "Sleep",
+                                                 "SleepEx",
+                                                 "SendMessageW",
+                                                 "SendMessageTimeoutW"};
+
+template <std::size_t kNames>
+double CountOf(const std::vector<ImportCalls>& calls, const std::array<std::string_view, kNames>& names) {
+    std::size_t count = 0;
+    for (const ImportCalls& call : calls) {
+        if (std::ranges::find(names, call.name) != names.end()) count += call.count;
+    }
+    return static_cast<double>(count);
+}
+
+// Presses and releases of a button whose function is carried out, notches and tilts.
+void Decide(service::HookLoop& loop, int decisions) {
+    constexpr std::array<WPARAM, 4> kEvents{WM_XBUTTONDOWN, WM_XBUTTONUP, WM_MOUSEWHEEL, WM_RBUTTONDOWN};
+    MSLLHOOKSTRUCT details{};
+    details.mouseData = static_cast<DWORD>(XBUTTON1) << 16U;
+    for (int decision = 0; decision < decisions; ++decision) {
+        ++details.time;
+        loop.Keeps(kEvents[static_cast<std::size_t>(decision) % kEvents.size()], details);
+    }
+}
+
+// What is decided waits for hands that never come: what they take from the heap is their own matter.
+struct Decider {
+    Decider() {
+        EngineSettings settings;
+        settings.functions[ButtonSlot::Button4] = kEscape;
+        loop.Send(settings);
+        Decide(loop, 1);
+    }
+
+    service::HeldList held;
+    service::Performer performer{held, {}};
+    service::MouseActivity activity;
+    service::HookLoop loop{performer, activity};
+};
+
+void BenchDecisions(Report& report) {
+    Decider first;
+    const std::size_t before = HeapAllocations();
+    Decide(first.loop, kDecisions);
+    const auto allocations = static_cast<double>(HeapAllocations() - before);
+    Decider second;
+    ImportWatch watch(GetModuleHandleW(nullptr));
+    Decide(second.loop, kDecisions);
+    const std::vector<ImportCalls> calls = watch.Calls();
+    report.Add({"160 decisions of the hook: allocations", "", allocations, "decisions", kDecisions, 0});
+    report.Add({"  locks", "", CountOf(calls, kLocks), "decisions", kDecisions, 0});
+    report.Add({"  waits", "", CountOf(calls, kWaits), "decisions", kDecisions, 0});
+}
+
+// Moves.
+
+constexpr int kMoveRounds = 50;
+constexpr int kMovesOfOneRound = 2'000;  // 100,000 in all rounds
+constexpr double kMoveLimit = 1.1;
+
+double MoveOften() {
+    INPUT move{};
+    move.type = INPUT_MOUSE;
+    move.mi.dwFlags = MOUSEEVENTF_MOVE;
+    return Measure([&] {
+        for (int i = 0; i < kMovesOfOneRound; ++i) {
+            move.mi.dx = i % 2 == 0 ? 1 : -1;
+            SendInput(1, &move, sizeof move);
+        }
+    });
+}
+
+void BenchMoves(Report& report) {
+    report.Compare(
+        "2000 moves through the hook", "a hook that only passes on", kMoveLimit, kMoveRounds,
+        [] {
+            const ServiceHook hook(kEscape);
+            return MoveOften();
+        },
+        [] {
+            const PlainHook hook(PlainHook::Kind::PassesOn);
+            return MoveOften();
+        });
+}
+
+// From a press to its key.
+
+constexpr int kPressRounds = 10;
+constexpr int kPressesOfOneRound = 100;
+constexpr double kMedianLimit = 1.2, kPercentileLimit = 1.5;
+
+void SendButton4(DWORD flag) {
+    INPUT input{};
+    input.type = INPUT_MOUSE;
+    input.mi.dwFlags = flag;
+    input.mi.mouseData = XBUTTON1;
+    SendInput(1, &input, sizeof input);
+}
+
+std::int64_t Now() {
+    LARGE_INTEGER now{};
+    QueryPerformanceCounter(&now);
+    return now.QuadPart;
+}
+
+bool PressOften(const KeyWindow& window, std::vector<double>& microseconds) {
+    LARGE_INTEGER frequency{};
+    QueryPerformanceFrequency(&frequency);
+    for (int press = 0; press < kPressesOfOneRound; ++press) {
+        const std::int64_t start = Now();
+        SendButton4(MOUSEEVENTF_XDOWN);
+        const auto down = window.AwaitKey();
+        SendButton4(MOUSEEVENTF_XUP);
+        if (!down || !window.AwaitKey()) return false;
+        microseconds.push_back(1e6 * static_cast<double>(*down - start) / static_cast<double>(frequency.QuadPart));
+    }
+    return true;
+}
+
+double Percentile(std::vector<double>& samples, std::size_t percent) {
+    std::ranges::sort(samples);
+    return samples[samples.size() * percent / 100];
+}
+
+void BenchPresses(Report& report) {
+    const KeyWindow window;
+    const HookOfUserInput ofUser;
+    std::vector<double> ours;
+    std::vector<double> theirs;
+    bool isComplete = window.IsThere();
+    const auto round = [&] {
+        {
+            const ServiceHook hook(kEscape);
+            isComplete = isComplete && PressOften(window, ours);
+        }
+        const PlainHook hook(PlainHook::Kind::PressesEscapeForButton4);
+        isComplete = isComplete && PressOften(window, theirs);
+        return true;
+    };
+    report.Repeat(kPressRounds, round);
+    if (!isComplete) return report.AddMissing("a press and its key in another program's window");
+    constexpr char kProgram[] = "a program of twenty lines that does this one thing";
+    report.Add({"press to key, median", "us", Percentile(ours, 50), kProgram, Percentile(theirs, 50), kMedianLimit});
+    report.Add({"  99th percentile", "us", Percentile(ours, 99), kProgram, Percentile(theirs, 99), kPercentileLimit});
+}
+
+// The finished program.
+
+constexpr wchar_t kProgramFile[] = L"service\\KvnMouseApl.exe";
+constexpr DWORD kPatience = 10'000;
+
+platform::UniqueKernelObject StartProgram(const std::wstring& options) {
+    std::wstring command = std::wstring(kProgramFile) + L' ' + options;
+    STARTUPINFOW start{};
+    start.cb = sizeof start;
+    PROCESS_INFORMATION information{};
+    if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &information)) {
+        return {};
+    }
+    CloseHandle(information.hThread);
+    return platform::UniqueKernelObject(information.hProcess);
+}
+
+class ServiceProgram {
+public:
+    ServiceProgram() : process(StartProgram(L"--mouse be4c:0001:5:0")) {
+        for (DWORD waited = 0; platform::FindService() == nullptr && waited < kPatience; waited += 10) Sleep(10);
+    }
+    ServiceProgram(const ServiceProgram&) = delete;
+    ServiceProgram& operator=(const ServiceProgram&) = delete;
+    ~ServiceProgram() {
+        const platform::UniqueKernelObject quit = StartProgram(L"--quit");
+        if (quit) WaitForSingleObject(quit.Get(), kPatience);
+    }
+
+    bool Runs() const { return process && platform::FindService() != nullptr; }
+
+    double ProcessorMilliseconds() const {
+        FILETIME created{}, ended{}, kernel{}, user{};
+        GetProcessTimes(process.Get(), &created, &ended, &kernel, &user);
+        constexpr double kUnitsOfOneMillisecond = 10'000;
+        return static_cast<double>(kernel.dwLowDateTime + user.dwLowDateTime) / kUnitsOfOneMillisecond;
+    }
+    double PrivateKilobytes() const {
+        PROCESS_MEMORY_COUNTERS_EX counters{};
+        counters.cb = sizeof counters;
+        GetProcessMemoryInfo(process.Get(), reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&counters), sizeof counters);
+        return static_cast<double>(counters.PrivateUsage) / 1024;
+    }
+
+private:
+    platform::UniqueKernelObject process;
+};
+
+void ClickButton4() {
+    SendButton4(MOUSEEVENTF_XDOWN);
+    SendButton4(MOUSEEVENTF_XUP);
+}
+
+// Events of the mouse and all that a page says.
+void UseService(int times) {
+    using platform::ServiceMessage;
+    const HWND service = platform::FindService();
+    for (int time = 0; time < times; ++time) {
+        ClickButton4();
+        for (const auto message : {ServiceMessage::Probe, ServiceMessage::GestureEditBegin,
+                                   ServiceMessage::IsButtonHeld, ServiceMessage::GestureEditEnd}) {
+            SendMessageW(service, static_cast<UINT>(message), 0, 0);
+        }
+        if (time % 10 == 0) SendMessageW(service, static_cast<UINT>(ServiceMessage::SettingsChanged), 0, 0);
+    }
+}
+
+constexpr double kFullRest = 60'000, kQuickRest = 10'000;
+constexpr DWORD kUntilItRests = 1'500;
+
+void BenchRest(Report& report, const ServiceProgram& service) {
+    const double rest = report.IsQuick() ? kQuickRest : kFullRest;
+    Sleep(kUntilItRests);
+    const double before = service.ProcessorMilliseconds();
+    Sleep(static_cast<DWORD>(rest));
+    report.Add({"processor time without input", "ms", service.ProcessorMilliseconds() - before, "the time that passed",
+                rest, 0});
+}
+
+void BenchPrivateMemory(Report& report, const ServiceProgram& service) {
+    constexpr int kFirst = 300, kFullMore = 20'000, kQuickMore = 3'000;
+    UseService(kFirst);
+    Sleep(kUntilItRests);
+    const double first = service.PrivateKilobytes();
+    UseService(report.IsQuick() ? kQuickMore : kFullMore);
+    Sleep(kUntilItRests);
+    report.Add(
+        {"private memory after many events", "KB", service.PrivateKilobytes(), "after the first ones", first, 1});
+}
+
+void BenchSize(Report& report) {
+    constexpr double kMostKilobytes = 700;
+    WIN32_FILE_ATTRIBUTE_DATA file{};
+    if (!GetFileAttributesExW(kProgramFile, GetFileExInfoStandard, &file)) return report.AddMissing("the program");
+    report.Add({"size of the service", "KB", file.nFileSizeLow / 1024.0, "what it may have", kMostKilobytes, 1});
+}
+
+}  // namespace
+
+void BenchService(Report& report) {
+    BenchDecisions(report);
+    BenchMoves(report);
+    BenchPresses(report);
+    BenchSize(report);
+    const ServiceProgram service;
+    if (!service.Runs()) return report.AddMissing("the finished service");
+    BenchPrivateMemory(report, service);
+    BenchRest(report, service);
+}
+
+}  // namespace kvn::bench

@@ -1,0 +1,11 @@
+#include "page/property_sheet.h"
+
+#include <prsht.h>
+
+namespace kvn::page {
+
+void MarkPageChanged(HWND page) {
+    SendMessageW(GetParent(page), PSM_CHANGED, reinterpret_cast<WPARAM>(page), 0);
+}
+
+}  // namespace kvn::page

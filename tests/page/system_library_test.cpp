@@ -1,0 +1,41 @@
+// Libraries of Windows are taken from its own folder: what lies beside the host under the same name is not loaded.
+#include "platform/system_library.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "tests/support/module_under_test.h"
+
+namespace kvn::test {
+namespace {
+
+constexpr wchar_t kDecoy[] = L"kvn_decoy.dll";
+constexpr char kExport[] = "DllCanUnloadNow";
+
+std::filesystem::path PathOf(HMODULE module) {
+    wchar_t path[MAX_PATH]{};
+    GetModuleFileNameW(module, path, MAX_PATH);
+    return path;
+}
+
+TEST(SystemLibraryTest, IsNeverTheOneBesideTheHost) {
+    const ModuleUnderTest module;
+    const std::filesystem::path decoy = PathOf(nullptr).replace_filename(kDecoy);
+    std::filesystem::copy_file(PathOf(module.Handle()), decoy, std::filesystem::copy_options::overwrite_existing);
+    EXPECT_EQ(nullptr, platform::FindSystemFunction(kDecoy, kExport));
+    EXPECT_EQ(nullptr, GetModuleHandleW(kDecoy));
+
+    const HMODULE byName = LoadLibraryW(kDecoy);
+    EXPECT_NE(nullptr, byName) << "the bare name does find it";
+    FreeLibrary(byName);
+    std::filesystem::remove(decoy);
+}
+
+TEST(SystemLibraryTest, IsFoundInTheFolderOfWindows) {
+    EXPECT_NE(nullptr, platform::FindSystemFunction(L"imm32.dll", "ImmAssociateContextEx"));
+    EXPECT_EQ(nullptr, platform::FindSystemFunction(L"imm32.dll", "NoSuchFunction"));
+}
+
+}  // namespace
+}  // namespace kvn::test

@@ -1,0 +1,42 @@
+// Texts of windows and where they are cut.
+#include "platform/window_text.h"
+
+#include <gtest/gtest.h>
+
+namespace kvn::test {
+namespace {
+
+constexpr wchar_t kHighSurrogate = 0xD83D;
+constexpr wchar_t kLowSurrogate = 0xDE00;
+
+class WindowTextTest : public testing::Test {
+protected:
+    ~WindowTextTest() override { DestroyWindow(window); }
+
+    std::wstring TextAtMost(int maxLength, const std::wstring& text) const {
+        SetWindowTextW(window, text.c_str());
+        return platform::WindowText(window, maxLength);
+    }
+
+    HWND window = CreateWindowExW(0, L"Static", nullptr, WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr);
+};
+
+TEST_F(WindowTextTest, KeepsHalfAPairThatEndsATextOfExactlyTheLimit) {
+    const std::wstring half = std::wstring(4, L'a') + kHighSurrogate;
+    EXPECT_EQ(half, TextAtMost(5, half));
+    EXPECT_EQ(half, TextAtMost(6, half));
+}
+
+TEST_F(WindowTextTest, CutsNoPairInTwo) {
+    const std::wstring letters(4, L'a');
+    EXPECT_EQ(letters, TextAtMost(5, letters + kHighSurrogate + kLowSurrogate));
+    EXPECT_EQ(letters + kHighSurrogate + kLowSurrogate, TextAtMost(6, letters + kHighSurrogate + kLowSurrogate + L'b'));
+    EXPECT_EQ(letters, TextAtMost(4, letters + L"b"));
+}
+
+TEST_F(WindowTextTest, IsEmptyWithoutAWindow) {
+    EXPECT_EQ(L"", platform::WindowText(nullptr, 5));
+}
+
+}  // namespace
+}  // namespace kvn::test

@@ -1,0 +1,63 @@
+#include "tests/service_faults/application_fixture.h"
+
+#include <algorithm>
+#include <variant>
+
+#include "platform/service_protocol.h"
+#include "service/page/service_window.h"
+#include "service/processes.h"
+#include "service/shared_state.h"
+#include "service/watcher.h"
+
+namespace kvn::test {
+namespace {
+
+// The program that the service starts beside itself is no test.
+const struct OtherProgram {
+    OtherProgram() {
+        const auto parsed = service::ParseArguments(service::Arguments());
+        const auto* const options = std::get_if<service::CommandLine>(&parsed);
+        if (options == nullptr || (!options->watchedProcess && !options->watcherProcess)) return;
+        if (options->watchedProcess) service::WatchService(*options->watchedProcess);
+        ExitProcess(0);
+    }
+} otherProgram;
+
+}  // namespace
+
+ApplicationTest::~ApplicationTest() {
+    End();
+    service::EndWatcher();
+}
+
+bool ApplicationTest::Start() {
+    application = std::make_unique<service::Application>();
+    return application->Start(Options(L"--mouse 0abc:00a1:5:1"));
+}
+
+HWND ApplicationTest::Window() {
+    return service::FindRunningService();
+}
+
+LRESULT ApplicationTest::Send(UINT message, WPARAM wParam, LPARAM lParam) const {
+    return SendMessageW(Window(), message, wParam, lParam);
+}
+
+LRESULT ApplicationTest::Probe() const {
+    return Send(static_cast<UINT>(platform::ServiceMessage::Probe));
+}
+
+service::CommandLine ApplicationTest::Options(const std::wstring& text) {
+    return std::get<service::CommandLine>(service::ParseArguments(service::SplitCommandLine(L"x " + text)));
+}
+
+std::wstring ApplicationTest::StatusText() {
+    return application->CarryOut(Options(L"--status")).text;
+}
+
+bool ApplicationTest::IsNothingHeld() {
+    service::SharedMemory memory;
+    return std::ranges::all_of(memory.State().held.counts, [](const auto& count) { return count == 0; });
+}
+
+}  // namespace kvn::test
