@@ -22,7 +22,7 @@
 namespace kvn::service {
 namespace {
 
-// A service that starts or ends takes less.
+// Longer than a service takes to start or to end.
 constexpr std::uint64_t kTransitionMilliseconds = 10'000;
 constexpr DWORD kPollMilliseconds = 50;
 
@@ -53,7 +53,7 @@ int Serve(const CommandLine& commands) {
 std::optional<int> TryToServe(const CommandLine& commands) {
     const SessionLock lock;
     if (lock.IsMine()) return Serve(commands);
-    // Whoever was started by the watcher comes too late: somebody else has started the service.
+    // Started by the watcher, but too late: another start has become the service.
     if (commands.watcherProcess) return kDone;
     return std::nullopt;
 }

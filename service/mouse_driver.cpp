@@ -11,7 +11,7 @@ namespace {
 
 using model::ButtonSlot;
 
-// Settings that nobody has read by then come later.
+// Settings that take longer come later.
 constexpr DWORD kSettingsMilliseconds = 2'000;
 constexpr DWORD kHubMilliseconds = 500;
 constexpr DWORD kPollMilliseconds = 5;
@@ -138,7 +138,7 @@ void MouseDriver::Reinstall() {
     hook.Reinstall();
 }
 
-// Without a hook the buttons reach Windows as they are.
+// Without a hook Windows itself knows the buttons.
 bool MouseDriver::IsHeld(ButtonSlot physicalButton) {
     const auto slot = static_cast<std::size_t>(physicalButton);
     hook.Question(physicalButton);
@@ -164,7 +164,7 @@ std::optional<LRESULT> MouseDriver::OnMessage(const Message& message) {
     switch (message.id) {
         case WM_INPUT:
             mice.OnInput(reinterpret_cast<HRAWINPUT>(message.lParam));
-            return std::nullopt;  // Windows wants to see it too
+            return std::nullopt;  // Windows needs it too
         case WM_INPUT_DEVICE_CHANGE:
             mice.OnDeviceChange(message.wParam, reinterpret_cast<HANDLE>(message.lParam));
             return 0;
