@@ -85,7 +85,7 @@ SheetCounts CountSheet(PageMaker makePage) {
     return counts;
 }
 
-// What TinyXML alone takes from the heap: to parse the file, and to make the same document anew and print it.
+// The heap use of TinyXML alone: parsing the file, and making the same document again and printing it.
 struct XmlAllocations {
     double parsing = 0;
     double printing = 0;

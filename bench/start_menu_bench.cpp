@@ -65,7 +65,7 @@ struct Link {
     }
 };
 
-// Makes so many shortcuts, twenty to a folder, and returns their paths.
+// Makes this many shortcuts, twenty to a folder, and returns their paths.
 std::vector<std::wstring> MakeShortcuts(const std::wstring& folder, int count) {
     std::vector<std::wstring> files;
     for (int i = 0; i < count; ++i) {

@@ -43,7 +43,7 @@ def next_version(version: str) -> str:
 
 
 def gather(dll: pathlib.Path, folder: pathlib.Path) -> None:
-    """Puts everything that is installed into one folder; texts as Windows writes them."""
+    """Puts all installed files into one folder, texts with the line ends of Windows."""
     shutil.copy(dll, folder / "KvnMouseUtil.dll")
     for source, target in PAPERS.items():
         text = (ROOT / source).read_text(encoding="utf-8")

@@ -149,7 +149,7 @@ model::ProfileSettings ButtonPane::Read(const model::ProfileSettings& base) cons
 void ButtonPane::TakeBackUnconfirmed() {
     if (!isFilled) return;
     LeaveLists();
-    if (KeepsRules(&SlotChooser::Selected) || !KeepsRules(&SlotChooser::Confirmed)) return;
+    if (HasLeftClick() && GestureCount() <= 1) return;
     for (const SlotChooser& chooser : choosers.items) chooser.TakeBack();
 }
 
@@ -225,7 +225,7 @@ void ButtonPane::OnChooserNotification(SlotChooser& chooser, UINT notification) 
 void ButtonPane::OnChoiceConfirmed(SlotChooser& changed) {
     // A message box takes the focus from the chooser, which clears the remembered choice.
     const int indexBefore = earlierIndex;
-    int gestureCount = GestureCount(&SlotChooser::Selected);
+    int gestureCount = GestureCount();
 
     // Putting "Left click" back counts as one gesture function less, whatever it has replaced:
     // docs/kept-behaviour.md.
@@ -238,7 +238,7 @@ void ButtonPane::OnChoiceConfirmed(SlotChooser& changed) {
 }
 
 bool ButtonPane::PutBackLeftClick(const SlotChooser& changed) const {
-    if (HasLeftClick(&SlotChooser::Selected)) return false;
+    if (HasLeftClick()) return false;
     const auto leftClick = changed.IndexOfLeftClick();
     if (!leftClick) return false;
     boxes.Warn(Window(), IDS_LEFT_CLICK_MISSING);
@@ -246,18 +246,14 @@ bool ButtonPane::PutBackLeftClick(const SlotChooser& changed) const {
     return true;
 }
 
-bool ButtonPane::KeepsRules(ChooserFunction function) const {
-    return HasLeftClick(function) && GestureCount(function) <= 1;
-}
-
-bool ButtonPane::HasLeftClick(ChooserFunction function) const {
+bool ButtonPane::HasLeftClick() const {
     return std::ranges::any_of(
-        choosers.items, [=](const SlotChooser& chooser) { return (chooser.*function)() == model::kFunctionLeftClick; });
+        choosers.items, [](const SlotChooser& chooser) { return chooser.Selected() == model::kFunctionLeftClick; });
 }
 
-int ButtonPane::GestureCount(ChooserFunction function) const {
+int ButtonPane::GestureCount() const {
     return static_cast<int>(std::ranges::count_if(
-        choosers.items, [=](const SlotChooser& chooser) { return (chooser.*function)() == model::kFunctionGesture; }));
+        choosers.items, [](const SlotChooser& chooser) { return chooser.Selected() == model::kFunctionGesture; }));
 }
 
 void ButtonPane::RegisterArbitraryKey(SlotChooser& chooser) {

@@ -41,8 +41,8 @@ public:
     void DisableMissingCapabilities();
 
     // To be called before the settings are stored: leaves lists that are open, and takes choices back that nobody has
-    // confirmed and that break the rules. So what is stored has a "Left click" and at most one "Gesture function"
-    // unless the profile never had.
+    // confirmed when the rules are broken. So what is stored has a "Left click" and at most one "Gesture function",
+    // unless it is what the profile has had since it was read.
     void TakeBackUnconfirmed();
 
     // The settings as the user sees them: the numbers that a control shows, everything else as in `base`. A chooser
@@ -67,11 +67,9 @@ private:
     bool PutBackLeftClick(const SlotChooser& changed) const;
     void RegisterArbitraryKey(SlotChooser& chooser);
 
-    // Whether there is a "Left click" and at most one "Gesture function" among what this says of each chooser.
-    using ChooserFunction = std::optional<model::FunctionCode> (SlotChooser::*)() const;
-    bool KeepsRules(ChooserFunction function) const;
-    bool HasLeftClick(ChooserFunction function) const;
-    int GestureCount(ChooserFunction function) const;
+    // What the choosers have selected.
+    bool HasLeftClick() const;
+    int GestureCount() const;
     void LeaveLists() const;
 
     void FillRevolutionCount(std::int32_t count);

@@ -176,6 +176,7 @@ bool KorvenPanel::OnApply(HINSTANCE /*module*/, HWND page) {
     if (settings.profiles.empty()) return true;
     // What breaks off has failed, too.
     const bool isSaved = platform::AtBoundary(false, [this] {
+        platform::LeaveList(Control(IDC_PAGE_PROFILE));
         StorePane();
         return SaveSettings();
     });

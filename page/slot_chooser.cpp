@@ -43,10 +43,6 @@ void SlotChooser::Confirm() {
     confirmedIndex = SelectedIndex();
 }
 
-std::optional<model::FunctionCode> SlotChooser::Confirmed() const {
-    return platform::ComboData(combo, confirmedIndex);
-}
-
 void SlotChooser::LeaveList() const {
     platform::LeaveList(combo);
 }

@@ -36,9 +36,8 @@ public:
     int SelectedIndex() const;
     void SelectIndex(int index) const;
 
-    // What is selected now has passed the rules, or stands in the profile; and the function that last did.
+    // What is selected now has passed the rules, or stands in the profile.
     void Confirm();
-    std::optional<model::FunctionCode> Confirmed() const;
     // Selects what was confirmed last.
     void TakeBack() const { SelectIndex(confirmedIndex); }
 

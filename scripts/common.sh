@@ -1,5 +1,5 @@
 # shellcheck shell=bash
-# What every script shares: where the tree is, and how a Debian package or a Wine prefix is made ready.
+# Shared by every script: the paths of the tree, installing Debian packages, preparing a Wine prefix.
 # Meant to be sourced, with `set -euo pipefail` already in force.
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -11,7 +11,7 @@ jobs=$(nproc)
 # shellcheck disable=SC2034  # used by those who source this
 product_folders=(model platform gestures profiles page service)
 
-# What builds and runs the fuzz targets.
+# The packages for building and running the fuzz targets.
 # shellcheck disable=SC2034  # used by those who source this
 fuzz_packages=(clang libclang-rt-14-dev)
 
@@ -27,7 +27,7 @@ as_root() {
     fi
 }
 
-# Installs the named Debian packages that are missing, and nothing when all are there.
+# Installs those of the named Debian packages that are missing.
 install_packages() {
     local missing=() package
     for package in "$@"; do
@@ -36,7 +36,7 @@ install_packages() {
     [ ${#missing[@]} -eq 0 ] && return
     echo "Installing: ${missing[*]}"
     mkdir -p "$build"
-    # Scripts may run beside each other, Debian's installer may not.
+    # Scripts may run at the same time, Debian's installer may not.
     {
         flock 9
         # A package index may not have been read on a new machine, or may be older than the archive.
@@ -47,13 +47,13 @@ install_packages() {
     } 9>"$build/install-packages.lock"
 }
 
-# The name by which programs under Wine know a file of this machine; $1 is its full path.
+# The path of a file for programs under Wine; $1 is its full path on this machine.
 windows_path() {
     printf '%s' "Z:${1//\//\\}"
 }
 
 # Sets the environment in which Wine runs for this tree: a prefix and a home of its own below build/, no debugger, no
-# browser or .NET engine. $1 names the prefix, so that jobs beside each other keep apart.
+# browser or .NET engine. $1 names the prefix, so that jobs at the same time stay apart.
 use_wine_prefix() {
     export WINEPREFIX=$build/wine/$1/prefix HOME=$build/wine/$1/home WINEARCH=win64
     export WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d;winedbg.exe=d"
@@ -61,7 +61,7 @@ use_wine_prefix() {
     mkdir -p "$HOME"
 }
 
-# Keeps this shell, and whatever it starts from now on, on one processor. Wine's programs and its server answer each other
+# Keeps this shell, and every program that it starts from now on, on one processor. Wine's programs and its server answer each other
 # thousands of times in an opening: on one processor that costs the same each time; across two it depends on whether the other
 # one sleeps.
 stay_on_one_processor() {
@@ -71,7 +71,7 @@ stay_on_one_processor() {
     taskset -cp "${allowed%%[,-]*}" $$ >/dev/null
 }
 
-# Makes the prefix of use_wine_prefix when it is new. $1 is its graphics: `null` needs no display at all, `x11` draws on
+# Makes the prefix of use_wine_prefix if it is new. $1 is its graphics: `null` needs no display at all, `x11` draws on
 # $DISPLAY and does not wait for a window manager.
 prepare_wine_prefix() {
     local recipe=2  # to be counted up when a prefix is made in another way
@@ -93,11 +93,11 @@ prepare_wine_prefix() {
         touch "$ready"
     fi
     wineserver -p >/dev/null 2>&1 || [ $? -eq 2 ]  # 2: it is running already
-    # The first program brings Wine's services up, which stay and would hold the output of whoever waits for its end.
+    # The first program starts Wine's services. They stay, and would keep this script's output open.
     wine cmd /c ver >/dev/null 2>&1
 }
 
-# Waits until a condition holds: $1 is the most seconds, $2 the process that brings it about, the rest the condition.
+# Waits until a condition holds: $1 is the longest time in seconds, $2 the process to wait for, the rest the condition.
 wait_until() {
     local tries=$(($1 * 20)) process=$2
     shift 2
@@ -108,7 +108,7 @@ wait_until() {
     done
 }
 
-# Starts a display that nobody sees, sets $DISPLAY, and puts the X server's process into $display_pid; $1 is a folder for
+# Starts a virtual display, sets $DISPLAY, and puts the X server's process into $display_pid; $1 is a folder for
 # its files. The X server chooses a display number that is free. It runs under setsid, so that Ctrl-C reaches the script
 # alone, which then ends everything in order. The empty screen is white.
 start_display() {

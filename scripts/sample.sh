@@ -1,7 +1,7 @@
 # shellcheck shell=bash
-# What it takes to show the page, beside common.sh: the programs, the service's scripted double with its sample mouse, and the
-# end of all that was started. Meant to be sourced by a script that sets $state, a folder for its files, and $own_prefix when
-# it uses a Wine prefix of its own; and $service when it starts the real service.
+# For showing the page, besides common.sh: the programs, the service's scripted double with its sample mouse, and ending all
+# that was started. Meant to be sourced by a script that sets $state, a folder for its files, $own_prefix if it uses a Wine
+# prefix of its own, and $service if it starts the real service.
 # shellcheck source=scripts/common.sh
 . "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
@@ -15,7 +15,7 @@ display_pid=
 service_pid=
 panel_pid=
 
-# Ends what was started, the last one first.
+# Ends the started programs, the last one first.
 finish() {
     local status=$?
     trap - EXIT INT TERM
@@ -23,7 +23,7 @@ finish() {
     if [ -n "$service_pid" ]; then
         timeout 20 wine "$service" --quit || kill "$service_pid" 2>/dev/null || true
     fi
-    [ -z "$own_prefix" ] || wineserver -k || true  # never the Wine of whoever runs this
+    [ -z "$own_prefix" ] || wineserver -k || true  # never the user's own Wine
     [ -z "$display_pid" ] || kill "$display_pid" 2>/dev/null || true
     exit "$status"
 }
@@ -46,10 +46,10 @@ start_service() {
     service_pid=$!
     wait_until 60 "$service_pid" test -e "$ready_file" && return
     if kill -0 "$service_pid" 2>/dev/null; then
-        echo "The service does not get ready; its log: $service_log" >&2
+        echo "The service is not ready in time; its log: $service_log" >&2
         exit 1
     fi
-    # It has said why it ended: options that it refuses, or --help.
+    # It has printed why it ended: wrong options, or --help.
     local status=0
     wait "$service_pid" || status=$?
     service_pid=

@@ -54,7 +54,7 @@ SessionEvents::Outlets Application::SessionOutlets() {
             .onEnd = [this] { RequestEnd(), End(); }};
 }
 
-// What other threads say is left for this one.
+// Reports of other threads are left for this one.
 MouseDriver::Outlets Application::DriverOutlets() {
     return {
         .onChange = [this] { posted.Post([this] { tray.Refresh(); }); },
@@ -86,7 +86,7 @@ void Application::Greet(bool isChosenMouse) {
     if (!isChosenMouse && IsFirstStart()) tray.Tell(Text(IDS_BALLOON_FIRST_START), NIIF_INFO);
 }
 
-// For the watcher, should it have to start the service again.
+// For the watcher, in case it has to start the service again.
 void Application::KeepOptions(const CommandLine& commands) {
     if (commands.mouse) keptMouse = commands.mouse;
     if (commands.logFile) keptLog = *commands.logFile;

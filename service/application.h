@@ -1,4 +1,4 @@
-// The service as one: its window and what hears its messages, the mouse, the icon, the watcher.
+// The whole service: its window and the handlers of its messages, the mouse, the icon, the watcher.
 #pragma once
 
 #include <windows.h>

@@ -126,6 +126,10 @@ std::variant<CommandLine, UsageError> ParseArguments(std::span<const std::wstrin
     return commands;
 }
 
+UsageError BadLogFile(const std::wstring& path) {
+    return {UsageFault::ValueBad, std::wstring(kLog), path};
+}
+
 std::vector<std::wstring> ArgumentsForService(const CommandLine& commands) {
     ArgumentList list;
     list.Add(commands.quits, kQuit);

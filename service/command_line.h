@@ -47,10 +47,13 @@ struct UsageError {
     std::wstring value;
 };
 
+// What is said of a file that --log cannot write to.
+UsageError BadLogFile(const std::wstring& path);
+
 // `arguments` leaves out the program's own name. Of an option that comes twice the last one counts.
 std::variant<CommandLine, UsageError> ParseArguments(std::span<const std::wstring> arguments);
 
-// The arguments that ask the running service for the same; what a start does by itself is left out.
+// The arguments that ask the running service for the same, without those that a start handles by itself.
 std::vector<std::wstring> ArgumentsForService(const CommandLine& commands);
 
 // For the help text.

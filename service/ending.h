@@ -1,4 +1,4 @@
-// The end of the service comes in time, whatever hangs.
+// Makes the service end in time, whatever hangs.
 #pragma once
 
 #include <windows.h>
@@ -7,7 +7,7 @@
 
 namespace kvn::service {
 
-// When it lives longer than the end may take, it releases what is held and ends the process.
+// If it lives longer than the end may take, it releases what is held and ends the process.
 class EndInTime {
 public:
     explicit EndInTime(HeldList& heldList);

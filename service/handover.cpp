@@ -19,7 +19,7 @@ constexpr UINT kServiceMilliseconds = 8'000;
 constexpr UINT kReplyMilliseconds = 2'000;
 constexpr wchar_t kReplyClass[] = L"KvnMouseAplReply";
 
-// The characters of a message of ours; nothing when it is another one, or has no whole characters.
+// The text of one of our messages; nothing for another message, or one without whole characters.
 std::optional<std::wstring> ReadText(LPARAM lParam, ULONG_PTR mark) {
     const auto* const data = reinterpret_cast<const COPYDATASTRUCT*>(lParam);
     if (data == nullptr || data->dwData != mark || data->cbData > kMostRequestBytes) return std::nullopt;
@@ -47,7 +47,7 @@ public:
         windowClass.hInstance = platform::ThisModule();
         windowClass.lpszClassName = kReplyClass;
         RegisterClassExW(&windowClass);
-        // A service that runs with fewer rights may answer all the same.
+        // Lets a service with fewer rights answer.
         ChangeWindowMessageFilter(WM_COPYDATA, MSGFLT_ADD);
         window.Reset(CreateWindowExW(0, kReplyClass, nullptr, 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
                                      platform::ThisModule(), nullptr));

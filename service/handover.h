@@ -29,7 +29,7 @@ struct HandedOver {
 
 // Nothing when the message is somebody else's.
 std::optional<HandedOver> ReadHandedOver(WPARAM wParam, LPARAM lParam);
-// Sends the text; the result is what the message is to be answered with.
+// Sends the text; returns the result for the message.
 LRESULT Reply(HWND service, const HandedOver& request, const Answer& answer);
 
 }  // namespace kvn::service

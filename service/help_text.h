@@ -1,4 +1,4 @@
-// What the program says about its options.
+// The texts about the program's options.
 #pragma once
 
 #include <string>

@@ -8,7 +8,7 @@ namespace kvn::service {
 namespace {
 
 constexpr UINT kPatienceMilliseconds = 1'000;
-// So much earlier or later than the press the hook may have seen it; tick counts wrap around.
+// How much earlier or later than the press the hook may have seen it; tick counts wrap around.
 constexpr std::uint32_t kEarlierMilliseconds = 250, kLaterMilliseconds = 60'000;
 constexpr UINT_PTR kCheckTimer = static_cast<UINT_PTR>(Timer::HookCheck);
 

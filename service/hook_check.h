@@ -1,4 +1,4 @@
-// Finds out whether the hook still sees what the mouse does: Windows removes one that was slow without a word, but
+// Finds out whether the hook still sees the mouse: Windows removes a slow hook silently, but
 // reports each press by Raw Input too.
 #pragma once
 

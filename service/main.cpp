@@ -11,6 +11,7 @@
 #include "service/handover.h"
 #include "service/help_text.h"
 #include "service/page/service_window.h"
+#include "service/press_log.h"
 #include "service/processes.h"
 #include "service/resource.h"
 #include "service/session_lock.h"
@@ -21,7 +22,7 @@
 namespace kvn::service {
 namespace {
 
-// A service that starts or ends takes less.
+// Longer than a service takes to start or to end.
 constexpr std::uint64_t kTransitionMilliseconds = 10'000;
 constexpr DWORD kPollMilliseconds = 50;
 
@@ -52,7 +53,7 @@ int Serve(const CommandLine& commands) {
 std::optional<int> TryToServe(const CommandLine& commands) {
     const SessionLock lock;
     if (lock.IsMine()) return Serve(commands);
-    // Whoever was started by the watcher comes too late: somebody else has started the service.
+    // Started by the watcher, but too late: another start has become the service.
     if (commands.watcherProcess) return kDone;
     return std::nullopt;
 }
@@ -115,15 +116,23 @@ int CarryOut(const CommandLine& commands) {
     return commands.Starts() ? StartOrHandOver(commands) : HandOver(commands);
 }
 
+int Complain(const UsageError& error) {
+    Print(ErrorText(error));
+    return kWrongOptions;
+}
+
+// A service that is started again does without a log that it cannot write any more.
+bool IsLogRefused(const CommandLine& commands) {
+    return commands.logFile && !commands.watcherProcess && !PressLog::CanWriteTo(*commands.logFile);
+}
+
 int Run() {
     const auto parsed = ParseArguments(Arguments());
-    if (const auto* const error = std::get_if<UsageError>(&parsed)) {
-        Print(ErrorText(*error));
-        return kWrongOptions;
-    }
+    if (const auto* const error = std::get_if<UsageError>(&parsed)) return Complain(*error);
     CommandLine commands = std::get<CommandLine>(parsed);
     // The running service is somewhere else.
     if (commands.logFile) commands.logFile = FullPath(*commands.logFile);
+    if (IsLogRefused(commands)) return Complain(BadLogFile(*commands.logFile));
     return CarryOut(commands);
 }
 

@@ -11,13 +11,19 @@ namespace {
 
 using model::ButtonSlot;
 
-// Settings that nobody has read by then come later.
+// Settings that take longer come later.
 constexpr DWORD kSettingsMilliseconds = 2'000;
-constexpr DWORD kForceMilliseconds = 500;
+constexpr DWORD kHubMilliseconds = 500;
 constexpr DWORD kPollMilliseconds = 5;
 
 // In the order of ButtonSlot; physical buttons.
 constexpr std::array kVirtualKeys{VK_LBUTTON, VK_RBUTTON, VK_MBUTTON, VK_XBUTTON1, VK_XBUTTON2};
+
+// For what the hub has been asked to do. A hub that is busy does it later.
+template <typename Condition>
+void AwaitHub(const Condition& isMet) {
+    for (DWORD waited = 0; waited < kHubMilliseconds && !isMet(); waited += kPollMilliseconds) Sleep(kPollMilliseconds);
+}
 
 }  // namespace
 
@@ -61,6 +67,7 @@ void MouseDriver::AwaitSettings() const {
 void MouseDriver::Choose(const ChosenMouse& choice) {
     isChosen = true;
     Take(choice.mouse);
+    if (mouse) AwaitHub([this] { return hub.HasTakenMouse(); });
 }
 
 void MouseDriver::OnAttached(const model::DeviceRecord& attached) {
@@ -110,9 +117,7 @@ bool MouseDriver::Force(const std::wstring& profile) {
     } else if (!hub.Force(profile)) {
         return false;
     }
-    for (DWORD waited = 0; waited < kForceMilliseconds && hub.ForcedProfile() != profile; waited += kPollMilliseconds) {
-        Sleep(kPollMilliseconds);
-    }
+    AwaitHub([&] { return hub.ForcedProfile() == profile; });
     return true;
 }
 
@@ -133,7 +138,7 @@ void MouseDriver::Reinstall() {
     hook.Reinstall();
 }
 
-// Without a hook the buttons reach Windows as they are.
+// Without a hook Windows itself knows the buttons.
 bool MouseDriver::IsHeld(ButtonSlot physicalButton) {
     const auto slot = static_cast<std::size_t>(physicalButton);
     hook.Question(physicalButton);
@@ -159,7 +164,7 @@ std::optional<LRESULT> MouseDriver::OnMessage(const Message& message) {
     switch (message.id) {
         case WM_INPUT:
             mice.OnInput(reinterpret_cast<HRAWINPUT>(message.lParam));
-            return std::nullopt;  // Windows wants to see it too
+            return std::nullopt;  // Windows needs it too
         case WM_INPUT_DEVICE_CHANGE:
             mice.OnDeviceChange(message.wParam, reinterpret_cast<HANDLE>(message.lParam));
             return 0;

@@ -45,6 +45,7 @@ public:
     // the mouse cannot be driven at all.
     bool Start(HWND messageWindow, const std::optional<ChosenMouse>& choice);
 
+    // Waits a moment until its settings are in force.
     void Choose(const ChosenMouse& choice);
     void LogTo(const std::wstring& path) { log.WriteTo(path); }
     void Pause(bool pause);

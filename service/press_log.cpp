@@ -106,4 +106,10 @@ bool PressLog::IsOpen() const {
     return static_cast<bool>(file);
 }
 
+bool PressLog::CanWriteTo(const std::wstring& path) {
+    PressLog tried;
+    tried.WriteTo(path);
+    return tried.IsOpen();
+}
+
 }  // namespace kvn::service

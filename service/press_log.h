@@ -21,12 +21,15 @@ public:
 
     bool IsOpen() const;
 
+    // Whether lines could be added to this file; makes it when it is not there.
+    static bool CanWriteTo(const std::wstring& path);
+
 private:
     mutable platform::CriticalSection section;
     platform::UniqueFile file{INVALID_HANDLE_VALUE};
 };
 
-// The line, ended: local time, control, function code, profile, what was done, separated by TABs.
+// The line with its end: local time, control, function code, profile and action, separated by TABs.
 std::wstring LogLine(const SYSTEMTIME& time, const Order& order, const std::wstring& profile, const std::wstring& done);
 
 }  // namespace kvn::service

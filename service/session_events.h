@@ -23,7 +23,7 @@ public:
     explicit SessionEvents(Outlets chosenOutlets) : outlets(std::move(chosenOutlets)) {}
     virtual ~SessionEvents() = default;
 
-    // Asks Windows to tell the window.
+    // Asks Windows to send its messages to the window.
     static void Watch(HWND window);
 
     // False while the session is switched away: another one has the screen.

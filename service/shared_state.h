@@ -32,7 +32,7 @@ struct SharedState {
 
 class SharedMemory {
 public:
-    // Makes the memory, or finds what the other process has made.
+    // Makes the memory, or finds that of the other process.
     SharedMemory();
     ~SharedMemory();
     SharedMemory(const SharedMemory&) = delete;

@@ -1,4 +1,4 @@
-// What --status prints.
+// The text of --status.
 #pragma once
 
 #include <cstdint>

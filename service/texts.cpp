@@ -30,7 +30,7 @@ std::wstring Text(unsigned textId) {
     return platform::LoadText(platform::ThisModule(), textId);
 }
 
-// From behind, so that a mark in what is filled in stays what it is.
+// The second first, so that a mark inside the first value stays as it is.
 std::wstring Text(unsigned textId, std::wstring_view first, std::wstring_view second) {
     std::wstring text = Text(textId);
     Fill(text, L"%2", second);

@@ -6,7 +6,7 @@
 
 namespace kvn::service {
 
-// The text with this number; %1 and %2 are what is filled in.
+// The text with this number; `first` and `second` replace %1 and %2.
 std::wstring Text(unsigned textId);
 std::wstring Text(unsigned textId, std::wstring_view first, std::wstring_view second = {});
 

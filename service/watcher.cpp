@@ -16,7 +16,7 @@ using platform::UniqueKernelObject;
 // Set for a watcher that is to end though its service has not said so.
 constexpr wchar_t kEndEventName[] = L"Local\\KvnMouseApl.EndWatcher";
 constexpr DWORD kEndMilliseconds = 2'000;
-// A watcher that keeps ending at once is not started for ever.
+// A watcher that keeps ending at once is not started forever.
 constexpr std::uint64_t kShortLifeMilliseconds = 2'000;
 constexpr int kMostShortLives = 5;
 

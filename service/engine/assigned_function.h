@@ -20,7 +20,7 @@ AssignedFunction FunctionOf(const EngineSettings& settings, model::ButtonSlot co
 // Natural where a gesture has nothing to do.
 AssignedFunction FunctionOf(const EngineGesture& gesture);
 
-// 1 to 8; what is out of range counts as 4.
+// 1 to 8; a speed out of range counts as 4.
 std::int32_t HorizontalSpeedOf(const EngineSettings& settings);
 
 constexpr bool IsTilt(model::ButtonSlot control) {

@@ -1,4 +1,4 @@
-// Decides what becomes of each event of the mouse: pure, without heap memory, locks, clock or windows. One thread uses
+// Decides about each event of the mouse: pure, without heap memory, locks, clock or windows. One thread uses
 // it.
 //
 // Times are milliseconds that wrap around as Windows' tick count does; places are pixels of the screen.
@@ -75,7 +75,7 @@ private:
     Verdict OnWheel(const MouseEvent& event, Orders& orders);
     void Expire(std::uint32_t time);
 
-    // A press, by what its control does.
+    // Handles a press, by the kind of its function.
     Verdict Decide(Press& press, const MouseEvent& event, Orders& orders);
     Verdict Begin(Press& press, const MouseEvent& event, Orders& orders);
     Verdict Act(Press& press, const MouseEvent& event, Orders& orders);
@@ -115,7 +115,7 @@ private:
     Ticket lastTicket = 0;
     std::uint32_t heldButtons = 0;
     std::uint64_t pressCount = 0;
-    // By physical button, whatever it is called at its release.
+    // By physical button, since the buttons may be swapped before the release.
     std::array<Press, kButtonCount> presses{};
     TiltPush push;
     PageQuestions page;

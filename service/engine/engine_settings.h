@@ -32,7 +32,7 @@ struct FlyingScroll {
 struct EngineSettings {
     // Names the profile: two blocks with the same number are of the same profile.
     std::uint32_t profile = 0;
-    // The mouse has the first so many controls, in the order of ButtonSlot.
+    // The mouse has this many controls, the first ones in the order of ButtonSlot.
     std::int32_t controlCount = 5;
     model::EnumArray<model::ButtonSlot, model::FunctionCode, model::kButtonSlotCount> functions{
         {1, 2, 9, 3, 4, 33, 34}};

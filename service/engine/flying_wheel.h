@@ -15,7 +15,7 @@ std::int32_t FirstRateOf(const FlyingScroll& flying);
 
 class FlyingWheel {
 public:
-    // Adds a report of the wheel up to whole notches: so many, with their sign.
+    // Adds up the wheel's reports; returns the whole notches, with their sign.
     std::int32_t AddReport(std::int32_t delta);
 
     bool IsFlying() const { return isFlying; }
@@ -24,11 +24,11 @@ public:
     // Counts notches; true: with these the wheel begins to fly.
     bool Count(std::int32_t notches, std::uint32_t time, const FlyingScroll& flying);
 
-    // The flight ends, and what was counted is forgotten.
+    // The flight ends, and earlier notches are forgotten.
     void Stop();
     // The same, and the reports are added up from nothing.
     void Forget() { *this = {}; }
-    // A flight that has run down is over, and what was too long ago counts no more.
+    // Ends a flight that has run down, and forgets notches from too long ago.
     void Expire(std::uint32_t time);
 
 private:

@@ -1,4 +1,4 @@
-// What the service does for each function code: the one table that the engine and the hands of the service walk.
+// The service's action for each function code: one table, for the engine that decides and the threads that act.
 #pragma once
 
 #include <array>

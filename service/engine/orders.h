@@ -19,10 +19,10 @@ using Ticket = std::uint32_t;
 enum class OrderKind : std::uint8_t {
     // For the worker, in order.
     Begin,   // `function` begins with `ticket`; an End follows
-    Act,     // `function` is carried out once: what is held begins and ends
+    Act,     // `function` is carried out once: a held function begins and ends
     Scroll,  // one horizontal wheel report of `amount`
     Note,    // a press was kept and nothing is to be done: for the log
-    // For whoever must not wait for the worker.
+    // For the keeper, which must not wait for the worker.
     End,          // what began with `ticket` ends
     StrokeBegin,  // at `place`
     StrokeMove,   // to `place`

@@ -17,7 +17,7 @@ public:
     bool IsEditing() const { return editors > 0; }
 
     void Ask(std::size_t physicalButton, std::uint32_t time);
-    // Forgets what was asked 500 ms ago or more. To be called with each event, before the clock comes round.
+    // Forgets questions from 500 ms ago or more. Call it with each event, before the clock wraps around.
     void Expire(std::uint32_t time);
     bool IsAsked(std::size_t physicalButton) const { return questions[physicalButton].isOpen; }
 

@@ -18,7 +18,7 @@ struct Press {
     AssignedFunction function;
     model::FunctionCode controlFunction = model::kFunctionNone;  // as the settings said
     std::uint32_t profile = 0;
-    Ticket ticket = 0;  // of what began and has not ended; 0: nothing
+    Ticket ticket = 0;  // of a function that has begun and not ended; 0: none
 };
 
 }  // namespace kvn::service

@@ -22,9 +22,9 @@ public:
 
     // Adds a report; true for the first one.
     bool AddReport(std::uint32_t time);
-    // The reports' sum reaches so many notches more.
+    // Adds a report; returns how many more notches the sum reaches.
     std::int32_t AddForNotches(std::int32_t delta);
-    // What a scroll at this speed adds, rounded down; the rest is carried on.
+    // Adds a report; returns the amount to scroll at this speed, rounded down. The remainder is kept.
     std::int32_t AddForScroll(std::int32_t delta, std::int32_t speed);
 
 private:

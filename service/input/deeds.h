@@ -8,10 +8,10 @@
 
 namespace kvn::service {
 
-// Carries the order out; the text says in a few English words what was done.
+// Carries out the order; returns what was done in a few English words.
 std::wstring DoOrder(const Order& order, Holdings& holdings);
 
-// Whether the order is a function carried out, not merely a note or one more report of a push.
+// Whether the order carries out a function, and is neither a note nor a further report of a push.
 bool CountsAsAction(const Order& order);
 
 }  // namespace kvn::service

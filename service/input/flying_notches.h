@@ -11,7 +11,7 @@ public:
     // The rate is in notches a second; negative is towards the user.
     void Begin(std::int32_t firstRate, std::uint32_t now);
     void End() { rate = 0; }
-    // Sends what is due, and returns in how many milliseconds the next one is; nothing when the wheel stands.
+    // Sends the notches that are due; returns the milliseconds until the next one, or nothing when the wheel stands.
     std::optional<std::uint32_t> Continue(std::uint32_t now);
 
 private:

@@ -1,7 +1,7 @@
 // What the controls hold at this moment, by ticket: keys, buttons, scrolling. Worker and keeper share it; its lock is
 // held for no longer than input takes to be sent.
 //
-// An ending can overtake its beginning, when the worker is late. Then what begins ends at once.
+// An ending can overtake its beginning if the worker is late. The function then ends as soon as it begins.
 #pragma once
 
 #include <windows.h>

@@ -11,7 +11,7 @@ namespace {
 constexpr UINT kWakeMessage = WM_APP;
 constexpr UINT kTickPeriod = 100;  // milliseconds
 
-// A hook has no owner to be told of; one loop at a time has one.
+// A hook's callback has no parameter for its owner; only one loop at a time has a hook.
 std::atomic<HookLoop*> hookOwner = nullptr;
 
 // No guard that takes memory here: an exception passes the event.

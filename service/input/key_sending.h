@@ -22,7 +22,7 @@ public:
     void Wheel(std::int32_t amount);
     void HorizontalWheel(std::int32_t amount);
 
-    // Sends what was gathered; false when Windows does not take all of it (as while a secure desktop is shown).
+    // Sends the gathered input; false if Windows does not take all of it, as while a secure desktop is shown.
     bool Send();
 
 private:

@@ -1,4 +1,4 @@
-// In English words, for the log: what input a function makes.
+// The input that a function makes, in English words for the log.
 #pragma once
 
 #include <string>

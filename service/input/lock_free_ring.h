@@ -22,7 +22,7 @@ public:
         return true;
     }
 
-    // For the thread that puts in: what it sees as free can only become more.
+    // For the thread that puts in: the room that it sees can only grow.
     std::size_t Room() const {
         return kCapacity - (written.load(std::memory_order_relaxed) - read.load(std::memory_order_acquire));
     }

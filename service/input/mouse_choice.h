@@ -1,4 +1,4 @@
-// Which of the attached mice is published: the one that was used last for what a touchpad does not do. Pure.
+// Chooses the attached mouse to publish: the one used last in a way in which no touchpad is used. Pure.
 #pragma once
 
 #include <cstdint>

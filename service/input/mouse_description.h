@@ -1,4 +1,4 @@
-// What is published of a mouse, by what Raw Input says of it. Pure.
+// Describes a mouse for publishing, from Raw Input's facts about it. Pure.
 #pragma once
 
 #include <cstdint>

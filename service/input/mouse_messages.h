@@ -1,4 +1,4 @@
-// What a low-level hook is told, as an event of the engine.
+// Turns a report to a low-level hook into an event of the engine.
 #pragma once
 
 #include <windows.h>

@@ -1,5 +1,5 @@
-// Carries the engine's orders out: a worker does what begins, in order, and a keeper does what must not wait for it
-// (endings, repeats, scrolling and flying notches, the trail). All input that the service makes comes from here.
+// Carries out the engine's orders: a worker does the beginnings, in order, and a keeper everything that must not wait
+// for it (endings, repeats, scrolling and flying notches, the trail). All input that the service makes comes from here.
 #pragma once
 
 #include <cstdint>

@@ -7,7 +7,7 @@
 
 namespace kvn::service {
 
-// Opens it. The text says in English what was done. May take long; shows no message of its own.
+// Opens it; returns what was done, in English. May take long; shows no message of its own.
 std::wstring OpenProgram(Program program);
 
 }  // namespace kvn::service

@@ -1,4 +1,4 @@
-// Threads that share what they work on: it lives until the last of them and of its owners is gone, so that a thread
+// Threads that share their state: it lives until the last of them and of its owners is gone, so that a thread
 // that hangs can be left behind.
 #pragma once
 

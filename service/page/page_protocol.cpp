@@ -79,7 +79,7 @@ LRESULT PageProtocol::OnIsButtonHeld(const Message& message) {
     return row != kButtons.end() && outlets.isButtonHeld(row->slot) ? 1 : 0;
 }
 
-// A page that was killed never says that its editor has closed.
+// A killed page sends no end of its editor.
 void PageProtocol::LookForThePage(HWND window) {
     if (outlets.isGestureEdited()) {
         if (outlets.isPageOpen()) return;

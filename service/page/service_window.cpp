@@ -48,6 +48,7 @@ void ServiceWindow::Withdraw() {
 // own.
 bool ServiceWindow::Refuses(UINT message, WPARAM wParam) const {
     if (message == WM_SETTEXT) return !isNaming;
+    if (message == WM_NCCREATE) return true;  // it would name the window, too
     if (message == WM_DESTROY || message == WM_NCDESTROY) return !isClosing;
     return message == WM_SYSCOMMAND && (wParam & kCommandMask) != SC_CLOSE;
 }

@@ -8,7 +8,7 @@
 
 namespace kvn::service {
 
-// Of all windows with the service's title those of this class are ours.
+// Windows of this class with the service's title are ours.
 inline constexpr wchar_t kServiceWindowClass[] = L"KvnMouseAplService";
 
 class ServiceWindow {

@@ -16,9 +16,14 @@
 
 namespace kvn::service {
 
+struct OrderedMouse {
+    model::DeviceRecord record;
+    std::uint64_t number = 0;  // of the order
+};
+
 // What others ask of the hub, the last of each kind.
 struct HubOrders {
-    std::optional<model::DeviceRecord> mouse;
+    std::optional<OrderedMouse> mouse;
     std::optional<std::wstring> forced;  // a profile's name; empty: automatic
     bool reread = false;
 };
@@ -32,6 +37,7 @@ struct HubReport {
     Names numbered = std::make_shared<std::vector<std::wstring>>();  // names by number, beginning with 1
     std::wstring forced;
     std::uint64_t switches = 0;
+    std::uint64_t mouseNumber = 0;  // the order of the mouse whose profile was told last
 };
 
 class HubExchange {

@@ -147,7 +147,8 @@ void SettingsHub::Worker::TakeOrders() {
     }
     if (orders.mouse) orderedMouse = std::move(orders.mouse);
     if (!orderedMouse) return;
-    UseMouse(*orderedMouse);
+    UseMouse(orderedMouse->record);
+    mouseNumber = orderedMouse->number;
     orderedMouse.reset();
 }
 
@@ -221,6 +222,7 @@ void SettingsHub::Worker::Publish(const ProfileInForce& next) {
     });
     inForce = next.settings;
     if (isNews) Call(outlets.onProfile, next);
+    exchange.Report([this](HubReport& report) { report.mouseNumber = mouseNumber; });
 }
 
 std::uint32_t SettingsHub::Worker::NumberOf(const std::wstring& profileName) {

@@ -69,7 +69,8 @@ private:
     std::atomic<bool> isStopping = false;
 
     // The thread's own.
-    std::optional<model::DeviceRecord> orderedMouse;  // not taken up yet
+    std::optional<OrderedMouse> orderedMouse;  // not taken up yet
+    std::uint64_t mouseNumber = 0;
     std::optional<model::DeviceRecord> mouse;
     ProfileStore store;
     bool isProfileStale = false;  // something has changed since it was worked out

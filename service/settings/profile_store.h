@@ -1,5 +1,5 @@
-// The profiles of one mouse as the service goes by them: those of the profile file, and for the selected one what the
-// registry holds. Nothing is ever written.
+// The profiles of one mouse for the service: those of the profile file, with the registry's values first for the
+// selected one. Never writes.
 #pragma once
 
 #include <cstddef>

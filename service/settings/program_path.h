@@ -19,7 +19,7 @@ std::wstring ResolvedPath(const std::wstring& path);
 
 bool IsSameText(const std::wstring& left, const std::wstring& right);  // without regard to case
 
-// Compares what people have entered with the program in front. It looks each entry up once.
+// Compares people's entries with the program in front. It looks each entry up once.
 class ProgramComparison {
 public:
     // Follows a program; empty: none, which equals nothing.

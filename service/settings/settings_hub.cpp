@@ -20,7 +20,11 @@ bool SettingsHub::Start() {
 }
 
 void SettingsHub::UseMouse(const model::DeviceRecord& mouse) {
-    worker->Exchange().Order([&](HubOrders& orders) { orders.mouse = mouse; });
+    worker->Exchange().Order([&](HubOrders& orders) { orders.mouse = {mouse, ++orderedMice}; });
+}
+
+bool SettingsHub::HasTakenMouse() const {
+    return worker->Exchange().Ask([this](const HubReport& report) { return report.mouseNumber == orderedMice; });
 }
 
 void SettingsHub::Reread() {

@@ -4,6 +4,7 @@
 
 #include <windows.h>
 
+#include <atomic>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -47,7 +48,8 @@ public:
 
     // From any other thread; none of them waits for the work.
     void UseMouse(const model::DeviceRecord& mouse);
-    void Reread();  // the page says that the settings have changed
+    bool HasTakenMouse() const;  // the profile in force is that of the mouse named last
+    void Reread();               // the page says that the settings have changed
     void ForceAutomatic();
     bool Force(const std::wstring& profileName);  // false: there is no such profile, or none was read yet
 
@@ -60,6 +62,7 @@ public:
 private:
     class Worker;
     std::unique_ptr<Worker> worker;
+    std::atomic<std::uint64_t> orderedMice = 0;
 };
 
 }  // namespace kvn::service

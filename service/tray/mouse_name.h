@@ -7,7 +7,7 @@
 
 namespace kvn::service {
 
-// Its ids, as in "1234:5678": what people can look up, and what the profile file bears in its name.
+// Its ids, as in "1234:5678": people can look them up, and the profile file's name has them.
 std::wstring MouseName(const model::DeviceRecord& mouse);
 
 }  // namespace kvn::service

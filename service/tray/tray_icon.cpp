@@ -109,7 +109,8 @@ std::optional<LRESULT> TrayIcon::OnMessage(const Message& message) {
 }
 
 void TrayIcon::OnIconEvent(UINT event) {
-    if (event == WM_CONTEXTMENU) OpenMenu();
+    // Windows sends both for one click, one after the other; an old one sends the first only.
+    if (event == WM_RBUTTONUP || event == WM_CONTEXTMENU) OpenMenu();
     if (event == WM_LBUTTONDBLCLK || event == NIN_KEYSELECT) outlets.onChoice(TrayCommand::Settings);
 }
 

@@ -1,4 +1,4 @@
-// Where the examples of the documents are kept, and whether they are to be made anew.
+// The folder of the documents' examples, and whether they are to be made again.
 #pragma once
 
 #include <string>

@@ -90,7 +90,7 @@ TEST(RegistryDocument, NamesTheRangesOfTheNumbers) {
     using enum model::SettingField;
     const auto ranges = TableOfValues(kWritten).Columns("value", "range");
     const std::map<std::string, std::string> rangeOfValue(ranges.begin(), ranges.end());
-    // The flying scroll's sliders are narrower than what is stored: for them the document tells of the sliders.
+    // The flying scroll's sliders are narrower than what is stored: for them the document gives the sliders' ranges.
     for (const auto field : {Left, Right, Center, Button4, Button5, HorizontalScrollSpeed, TiltLeft, TiltRight}) {
         const std::string name = NameOf(RowOf(field).registryValue);
         EXPECT_EQ(rangeOfValue.at(name), RangeOf(field)) << name;

@@ -37,7 +37,7 @@ protected:
 
     // Clicks the editor's field, holds the button down and waits until the page has begun the stroke.
     void BeginStroke(const GestureEditor& editor, MouseButton button = MouseButton::Wheel);
-    // Moves the cursor so many pixels.
+    // Moves the cursor by this many pixels.
     void MoveBy(int x, int y) const;
     // One letter, by enough steps of the cursor to be recognised.
     void DrawLetter(char letter) const;

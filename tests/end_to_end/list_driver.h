@@ -23,7 +23,7 @@ public:
 
     // Clicks the row and waits until it alone is selected.
     void Select(int row) const;
-    // Clicks the row while Shift is held, and waits until so many rows are selected.
+    // Clicks the row while Shift is held, and waits until this many rows are selected.
     void SelectUpTo(int row, std::size_t selectedCount) const;
     void DoubleClick(int row) const;
 

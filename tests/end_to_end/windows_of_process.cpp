@@ -107,7 +107,7 @@ RECT ReadRectangle(HWND window, UINT message, WPARAM wParam, LONG kind) {
     RECT rectangle{kind, 0, 0, 0};
     if (!memory.WriteFrom(&rectangle) || !Send(window, message, wParam, memory.Address()) ||
         !memory.ReadTo(&rectangle)) {
-        throw StoryError(Describe(window) + " tells no rectangle");
+        throw StoryError(Describe(window) + " reports no rectangle");
     }
     return rectangle;
 }
@@ -122,7 +122,7 @@ std::wstring ReadListText(HWND list, int row, int column) {
     const RemoteMemory itemMemory(list, sizeof item);
     if (!itemMemory.WriteFrom(&item)) throw StoryError(Describe(list) + " cannot be asked for a text");
     Send(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), itemMemory.Address());
-    if (!textMemory.ReadTo(text.data())) throw StoryError(Describe(list) + " tells no text");
+    if (!textMemory.ReadTo(text.data())) throw StoryError(Describe(list) + " reports no text");
     return text.data();
 }
 

@@ -45,7 +45,7 @@ BarePage::BarePage(const ModuleUnderTest& moduleUnderTest)
                 }),
       messageBox(module.Handle(),
                  [this](HWND, LPCWSTR text, LPCWSTR, UINT style) { return AnswerMessage(text, style); }),
-      // There is no host that could be told to quit.
+      // There is no host that could be asked to quit.
       postQuit(module.Handle(), [](int) {}),
       // No power fails here, and waiting for the disk would be most of a round.
       commit(module.Handle(), [](int) { return 0; }) {

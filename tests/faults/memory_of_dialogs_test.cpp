@@ -69,7 +69,7 @@ protected:
         EXPECT_GT(page.OpenedDialogs(), before);
     }
 
-    // A page anew, on the profiles as they were.
+    // A new page, on the earlier profiles.
     void Reopen() {
         CloseAndExpectNoLeak();
         WriteProfilesOfEveryKind();

@@ -309,7 +309,7 @@ TEST_F(ServiceFaultTest, RecordsThatComeWhileADialogOrAMessageIsOpenCount) {
 }
 
 TEST_F(ServiceFaultTest, ARecordThatComesWhileThePageOpensCounts) {
-    // Of a mouse that cannot be read the page tells at once, before it has its panes.
+    // The page reports a mouse that cannot be read at once, before it has its panes.
     RemovePublished(L"MouseFlag");
     page.WhenMessageOpens([&] {
         service->SendData(FindChildWindow(page.Parent(), [](HWND) { return true; }), kSent.data(), kRecordBytes);

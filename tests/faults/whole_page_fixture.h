@@ -70,7 +70,7 @@ protected:
     BarePage page{module};
     std::optional<LeakCheck> leaks;       // from the first tour to the end of the test
     std::vector<std::wstring> helpFiles;  // that were opened
-    bool hasFileName = true;              // the service's process tells where its program lies
+    bool hasFileName = true;              // the service's process reports the path of its program
 
 private:
     const AccessViolations violations;

@@ -14,7 +14,7 @@ namespace {
 // The bits of a sample's first byte.
 constexpr unsigned kHeld = 1;
 constexpr unsigned kCancelHeld = 2;
-constexpr unsigned kFarMove = 4;  // so many bytes for each axis, from the last place
+constexpr unsigned kFarMove = 4;  // bytes for each axis, from the last place
 constexpr unsigned kAnyPlace = 8;
 
 std::int32_t Moved(std::int32_t from, std::int64_t by) {
@@ -48,7 +48,7 @@ void RequireWellFormed(const model::GestureNotice& notice) {
     fuzz::Require(notice.count >= 0 && valid <= model::kMaxStrokeLength, "a stroke has at most four directions");
     for (std::size_t index = 0; index < model::kMaxStrokeLength; ++index) {
         const bool hasLetter = model::LetterIdOf(notice.directions[index]).has_value();
-        fuzz::Require(hasLetter == (index < valid), "so many directions have a letter");
+        fuzz::Require(hasLetter == (index < valid), "only the first directions have a letter");
     }
 }
 

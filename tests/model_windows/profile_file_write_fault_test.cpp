@@ -44,7 +44,7 @@ enum class FullDisk { WritesNothing, WritesWhatFits, WritesWhatFitsAndSucceeds }
 constexpr std::array kKindsOfFullDisk{FullDisk::WritesNothing, FullDisk::WritesWhatFits,
                                       FullDisk::WritesWhatFitsAndSucceeds};
 
-// Saves onto a disk that has room for so many bytes.
+// Saves onto a disk that has room for this many bytes.
 bool SaveOnto(FullDisk kind, std::size_t room, const std::wstring& path, const ProfileSet& list) {
     const InterceptedWrites writes(
         [&room, kind](HANDLE file, const void* bytes, DWORD count, DWORD* written, OVERLAPPED* overlapped) {

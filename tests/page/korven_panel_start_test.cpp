@@ -1,4 +1,4 @@
-// The panel's start-up: the attached mouse, its profiles, and what the user is told.
+// The panel's start-up: the attached mouse, its profiles, and its messages to the user.
 #include <windows.h>
 
 #include <commctrl.h>

@@ -169,6 +169,77 @@ TEST_F(OpenListTest, AProfileThatNeverHadALeftClickIsStoredAsItIs) {
     EXPECT_EQ("36", SavedElement("button4"));
 }
 
+TEST_F(OpenListTest, AProfileThatBreaksTheRulesTakesNothingOnThatNobodyConfirmed) {
+    WriteProfiles({ProfileText("Default", {{"lbutton", "5"}, {"button4", "36"}})});
+    Open();
+    SetSilently(IDC_PANE_BUTTON5, 36);
+    ApplySuccessfully();
+    EXPECT_EQ("5", SavedElement("lbutton"));
+    EXPECT_EQ("36", SavedElement("button4"));
+    EXPECT_EQ("4", SavedElement("button5"));
+}
+
+TEST_F(OpenListTest, WhateverIsDoneToAChooserTheRulesAreKept) {
+    WriteProfiles({ProfileText("Default", {{"button4", "36"}}), ProfileText("Other")});
+    Open();
+    BringToFront(sheet->Sheet());
+    const HWND left = sheet->PaneControl(IDC_PANE_LEFT);
+    const HWND fifth = sheet->PaneControl(IDC_PANE_BUTTON5);
+    const auto turnWheel = [](HWND combo) { SendMessageW(combo, WM_MOUSEWHEEL, MAKEWPARAM(0, -WHEEL_DELTA), 0); };
+    const auto expectRules = [&](const std::string& what) {
+        ApplySuccessfully();
+        EXPECT_EQ("1", SavedElement("lbutton")) << what;
+        EXPECT_EQ("36", SavedElement("button4")) << what;
+        EXPECT_NE("36", SavedElement("button5")) << what;
+    };
+    SetFocusTo(left);
+    sheet->Start([=] { turnWheel(left); });
+    ExpectWarning(AnswerMessageBox("about the left click", IDOK), L"Left Click is not set.");
+    expectRules("the wheel over a closed list");
+    SetFocusTo(left);
+    PressKey('R');
+    ExpectWarning(AnswerMessageBox("about the left click", IDOK), L"Left Click is not set.");
+    expectRules("a letter");
+    SetFocusTo(fifth);
+    PressKey('G');
+    ExpectWarning(AnswerMessageBox("about the gesture", IDOK), L"Gesture is already registered.");
+    expectRules("a letter for the gesture");
+    GoTo(left, 2);
+    sheet->Start([=] { turnWheel(left); });
+    sheet->Settle();
+    PressKey(VK_ESCAPE);
+    AwaitClosedList(left);
+    expectRules("the wheel over an open list");
+    GoTo(left, 2);
+    ChooseProfile(1);
+    ChooseProfile(0);
+    expectRules("another profile");
+    GoTo(left, 2);
+    sheet->Run([this] { SendMessageW(sheet->PageControl(IDC_PAGE_TAB), TCM_SETCURFOCUS, 1, 0); });
+    expectRules("another tab");
+    GoTo(left, 2);
+    sheet->PressOk();
+    EXPECT_EQ(1, sheet->AwaitClosed());
+    EXPECT_EQ("1", SavedElement("lbutton"));
+}
+
+TEST_F(OpenListTest, ApplyStoresTheProfileFromBeforeItsListWasOpened) {
+    WriteProfiles({ProfileText("Default"), ProfileText("Games")});
+    Open();
+    BringToFront(sheet->Sheet());
+    const HWND combo = sheet->PageControl(IDC_PAGE_PROFILE);
+    SetFocusTo(combo);
+    PressKey(VK_F4);
+    Await("the open list", [=] { return IsListOpen(combo); });
+    PressKey(VK_DOWN);
+    Await("the other profile", [=] { return SendMessageW(combo, CB_GETCURSEL, 0, 0) == 1; });
+    // As a program presses it, which leaves the focus where it is.
+    SendMessageW(sheet->Sheet(), PSM_APPLY, 0, 0);
+    EXPECT_FALSE(IsListOpen(combo));
+    EXPECT_EQ(0, SendMessageW(combo, CB_GETCURSEL, 0, 0));
+    EXPECT_EQ("0", SavedElement("select_profile", -1));
+}
+
 TEST_F(OpenListTest, TheNumberOfRevolutionsComesBackWithItsSpeeds) {
     Open();
     BringToFront(sheet->Sheet());

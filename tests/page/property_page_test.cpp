@@ -1,4 +1,4 @@
-// The page's dialog procedure: what it forwards, and when it tells the sheet of a change.
+// The page's dialog procedure: the messages that it forwards, and when it reports a change to the sheet.
 #include <windows.h>
 
 #include <commctrl.h>

@@ -131,7 +131,7 @@ TEST_F(ShortcutFilesTest, BehindALinkToNowhereAreNone) {
 TEST_F(ShortcutFilesTest, OfATreeDeeperThanAnyPathAreThoseWhosePathsFit) {
     constexpr std::size_t kMaxPath = 1039;
     constexpr std::size_t kStack = 512 * 1024;
-    // At so many levels a shortcut's path is just as long as a path may be, or one shorter.
+    // At this many levels a shortcut's path is just as long as a path may be, or one shorter.
     const std::size_t levels = (kMaxPath - folder.PathOf(L"x.lnk").size()) / 2;
     const std::wstring deepest = folder.AddDeepFolder(L"d", levels + 50);
     const std::wstring prefix = L"\\\\?\\";

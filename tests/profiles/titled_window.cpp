@@ -1,4 +1,4 @@
-// A program with one window in front of all others, until it is told to close: titled_window TITLE
+// A program with one window in front of all others, until it is asked to close: titled_window TITLE
 #include <windows.h>
 
 namespace {

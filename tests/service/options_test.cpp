@@ -1,8 +1,14 @@
 // The command line, from outside.
+#include <windows.h>
+
+#include <shlobj.h>
+
 #include <string>
 
 #include "platform/service_protocol.h"
+#include "platform/special_folder.h"
 #include "tests/service/program.h"
+#include "tests/support/profile_text.h"
 #include "tests/support/waiting.h"
 
 namespace kvn::service_test {
@@ -31,6 +37,7 @@ TEST_F(ServiceOptionsTest, BadOptionsAreNamedAndEndWithTwo) {
                      {{L"stray"}, "stray"},
                      {{L"--log"}, "--log"},
                      {{L"--mouse", L"1234:5678"}, "1234:5678"},
+                     {{L"--log", L"C:\\no such folder\\log.txt"}, "no such folder"},
                      {{L"--quit", L"--pause"}, "--quit"}};
     for (const Row& row : rows) {
         const Outcome outcome = Run(row.arguments);
@@ -84,6 +91,16 @@ TEST_F(ServiceOptionsTest, SeveralOptionsAreCarriedOutBeforeTheStatusIsPrinted) 
     StartService();
     const std::string output = Run({L"--status", L"--pause", L"--profile", L"Default"}).output;
     EXPECT_NE(output.find("why=forced\npaused=yes\n"), std::string::npos) << output;
+}
+
+TEST_F(ServiceOptionsTest, AProfileIsOneOfTheMouseThatIsNamedAlongWithIt) {
+    const std::wstring file = platform::SpecialFolder(CSIDL_APPDATA) + L"\\KORVEN\\Tarsel3\\VID4321PID8765.xml";
+    test::WriteFileText(file, test::ProfileFileText({test::ProfileText("Only here")}));
+    StartService();
+    const Outcome outcome = Run({L"--mouse", L"4321:8765:5:0", L"--profile", L"Only here", L"--status"});
+    DeleteFileW(file.c_str());
+    EXPECT_EQ(outcome.exitCode, 0U);
+    EXPECT_NE(outcome.output.find("profile=Only here\nwhy=forced\n"), std::string::npos) << outcome.output;
 }
 
 TEST_F(ServiceOptionsTest, AnUnknownProfileEndsWithOneAndChangesNothing) {

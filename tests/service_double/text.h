@@ -1,4 +1,4 @@
-// Text for the log and for whoever started the program.
+// Text for the log and for the console.
 #pragma once
 
 #include <array>

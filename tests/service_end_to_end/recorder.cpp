@@ -1,4 +1,4 @@
-// Somebody else's program, as far as the service can tell: a window that writes down what reaches it, one line each.
+// Somebody else's program, as far as the service knows: a window that writes down what reaches it, one line each.
 //
 //   sent down C [Ctrl]      a key, with the modifiers that are down beside it; "again" follows when it was down before
 //   real left up            a button

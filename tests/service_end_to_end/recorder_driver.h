@@ -27,8 +27,8 @@ public:
     // Brings it to the front, and the pointer over it.
     void ComeToFront() const;
 
-    // Waits until so many lines have come, and a moment's patience at most; returns the lines that have come since the
-    // last time. Lines about the window itself are left out.
+    // Waits until this many lines have come, and a moment's patience at most; returns the lines that have come since
+    // the last time. Lines about the window itself are left out.
     Lines Arrived(std::size_t count, std::chrono::milliseconds patience = std::chrono::seconds(4));
     // The same, when all is there that the service has sent until now: a real key comes last.
     Lines ArrivedUntilNow();

@@ -1,4 +1,4 @@
-// Everything that an engine can be told, as one value: histories are made of them.
+// Every input of an engine, as one value: histories are made of them.
 #pragma once
 
 #include <cstdint>

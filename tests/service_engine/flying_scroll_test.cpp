@@ -15,7 +15,7 @@ protected:
         settings.flying.flicks = flicks;
         Apply();
     }
-    // Notches, so many milliseconds apart and from what came before.
+    // Notches, this many milliseconds apart and from the event before.
     void Turn(int notches, std::uint32_t gap = 10, std::int32_t delta = 120) {
         for (int notch = 0; notch < notches; ++notch) {
             now += gap - 10;

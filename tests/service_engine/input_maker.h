@@ -50,7 +50,7 @@ private:
     bool hasBegun = false;
     std::int64_t now;
     std::int64_t lastQuestion = 0;
-    std::uint32_t down = 0;  // as seen by whoever presses
+    std::uint32_t down = 0;  // as the user sees them
     model::ButtonSlot lastUsed = model::ButtonSlot::Left;
     EngineInput lastTurn;  // of the wheel or of a tilt, or the tick of a stroke
     model::ButtonSlot drawing = model::ButtonSlot::Left;

@@ -78,28 +78,6 @@ TEST_F(MemoryOfWindowTest, EveryOptionIsCarriedOutOrNot) {
     EXPECT_NE(StatusText().find(L"paused=no"), std::wstring::npos);
 }
 
-TEST_F(MemoryOfWindowTest, AStartSucceedsOrLeavesNothingBehind) {
-    constexpr int kStep = 7;
-    SweepRefusals(
-        Whose::This, kStep,
-        [&] {
-            try {
-                Start();
-                End();
-            } catch (const std::exception&) {
-                End();
-            }
-        },
-        [&](int number) {
-            SCOPED_TRACE(number);
-            printf("%d %lu\n", number, GetTickCount());
-            EXPECT_EQ(Window(), nullptr);
-            EXPECT_TRUE(IsNothingHeld());
-        });
-    ASSERT_TRUE(Start());
-    EXPECT_EQ(Probe(), 1);
-}
-
 TEST_F(MemoryOfWindowTest, TheIconComesBackWithExplorer) {
     int added = 0;
     const ReplacedImport<"Shell_NotifyIconW", BOOL(DWORD, NOTIFYICONDATAW*)> notify{

@@ -83,6 +83,9 @@ TEST_F(ServiceProcessTest, TheEndOfTheSessionEndsServiceAndWatcher) {
     EXPECT_TRUE(service::EndWatcher());
 }
 
+// Those of windows in general.
+constexpr UINT kLastMessage = 0x80;
+
 // Only its end may end it.
 bool MayEnd(UINT message) {
     constexpr std::array kEnding{UINT{WM_CLOSE}, UINT{WM_ENDSESSION}};
@@ -94,8 +97,7 @@ TEST_F(ServiceProcessTest, AnyMessageOfAnotherProgramLeavesItAnswering) {
     const HWND window = AwaitWindow();
     std::mt19937 random(7);
     std::array<wchar_t, 512> text{L"any text"};
-    for (UINT message = 0; message < 0x10000;
-         message += message < 0x500 || (message >= 0x8000 && message < 0x8100) ? 1 : 97) {
+    for (UINT message = 0; message <= kLastMessage; ++message) {
         if (MayEnd(message)) continue;
         for (const WPARAM wParam : {WPARAM{0}, WPARAM{random()}}) {
             PostMessageW(window, message, wParam, static_cast<LPARAM>(random()));

@@ -11,7 +11,7 @@ using service::EngineSettings;
 
 constexpr model::FunctionCode kCopy = 10, kShift = 19, kNothing = 38;
 
-// Hands the loop what Windows would tell a hook about the user's own mouse.
+// Gives the loop the reports that Windows would give a hook about the user's own mouse.
 class HookLoopTest : public PerformerTest {
 protected:
     bool Keeps(WPARAM message, WORD data = 0, DWORD flags = 0) {

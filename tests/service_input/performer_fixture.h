@@ -24,7 +24,7 @@ protected:
     void Begin(service::Ticket ticket, model::FunctionCode function, const model::EtcKey& keys = {});
     void End(service::Ticket ticket);
     void Act(model::FunctionCode function, const model::EtcKey& keys = {});
-    // Waits until the worker has reported so many orders.
+    // Waits until the worker has reported this many orders.
     void AwaitDone(std::size_t count);
     std::vector<std::wstring> Done();
     bool IsListEmpty() const;

@@ -1,4 +1,4 @@
-// A program with one window, until it is told to close: front_window TITLE [CLASS [PARENT]]
+// A program with one window, until it is asked to close: front_window TITLE [CLASS [PARENT]]
 // PARENT is the title of another program's window, in which this one then stands.
 #include <windows.h>
 

@@ -1,4 +1,4 @@
-// A stand-in for the resident service: a window of its title, in a thread of its own, that records what it is told.
+// A stand-in for the resident service: a window of its title, in a thread of its own, that records its messages.
 #pragma once
 
 #include <windows.h>

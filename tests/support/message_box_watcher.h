@@ -21,7 +21,7 @@ struct MessageBoxSeen {
 HWND OpenMessageBox();
 
 // Waits for a message box, presses one of its buttons and waits until it is gone. What the box said is the answer.
-// `expected` names the box in the failure of a test that waits in vain.
+// `expected` names the box in the failure of a test that waits too long.
 MessageBoxSeen AnswerMessageBox(const std::string& expected, int button);
 
 }  // namespace kvn::test

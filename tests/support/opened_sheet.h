@@ -19,7 +19,7 @@ namespace kvn::test {
 
 class OpenedSheet {
 public:
-    // Starts the thread: it makes so many extension objects, asks each so many times for pages and opens the sheet.
+    // Starts the thread: it makes this many extension objects, asks each this often for pages and opens the sheet.
     explicit OpenedSheet(const ModuleUnderTest& moduleUnderTest, int extensions = 1, int pagesOfEach = 1);
     OpenedSheet(const OpenedSheet&) = delete;
     OpenedSheet& operator=(const OpenedSheet&) = delete;
@@ -60,7 +60,7 @@ public:
     void Settle() const {
         Run([] {});
     }
-    // Settles and tells whether nothing modal stands before the sheet.
+    // Settles; true if no modal window is in front of the sheet.
     bool IsQuiet() const;
 
     bool IsApplyEnabled() const;

@@ -57,7 +57,7 @@ protected:
     void Click(int paneControl) const;
     void MoveTrackbar(int control, int position) const;
     void ChooseProfile(int index) const;
-    // Presses Apply, and expects that every page that was shown tells the service once.
+    // Presses Apply, and expects that every page that was shown notifies the service once.
     void ApplySuccessfully();
 
     std::optional<int> Chosen(int control) const { return SelectedData(sheet->PaneControl(control)); }

@@ -28,7 +28,7 @@ inline constexpr char kMissingProgram[] = "C:\\nowhere\\missing.exe";
 std::string ProfileWithPrograms(const std::string& name,
                                 const std::vector<std::pair<std::string, std::string>>& programs);
 
-// "Default" and so many more: "p1", "p2" and so on.
+// "Default" and this many more: "p1", "p2" and so on.
 std::vector<std::string> NumberedProfiles(int count);
 
 class ProfileEditorTest : public PageTest {

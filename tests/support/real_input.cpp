@@ -9,7 +9,8 @@
 namespace kvn::test {
 namespace {
 
-// Keys whose scan code has the prefix that tells them from their twins; without it a right modifier becomes the left.
+// Keys whose scan code has the prefix that distinguishes them from their twins; without it a right modifier becomes the
+// left.
 constexpr std::array<WORD, 18> kExtendedKeys{VK_RSHIFT, VK_RCONTROL, VK_RMENU,  VK_LWIN,   VK_RWIN,   VK_APPS,
                                              VK_UP,     VK_DOWN,     VK_LEFT,   VK_RIGHT,  VK_HOME,   VK_END,
                                              VK_PRIOR,  VK_NEXT,     VK_INSERT, VK_DELETE, VK_DIVIDE, VK_NUMLOCK};

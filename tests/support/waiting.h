@@ -13,10 +13,10 @@ namespace kvn::test {
 inline constexpr std::chrono::seconds kPatience{20};
 inline constexpr unsigned kPatienceMilliseconds = 1000U * kPatience.count();
 
-// Ends a test that waited in vain; its text names what was waited for.
+// Ends a test that has waited too long; its text names the condition.
 class NeverHappened : public std::runtime_error {
 public:
-    explicit NeverHappened(const std::string& what) : std::runtime_error("waited in vain for " + what) {}
+    explicit NeverHappened(const std::string& what) : std::runtime_error("timed out waiting for " + what) {}
 };
 
 // Whether the condition comes true while there is patience left.
