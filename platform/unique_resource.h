@@ -49,7 +49,7 @@ template <typename Resource, auto kGiveBack>
 struct GiveBackTraits {
     using Handle = Resource;
     static constexpr Handle kEmpty{};
-    static void Close(Handle handle) { kGiveBack(handle); }
+    static void Close(Handle handle) { static_cast<void>(kGiveBack(handle)); }
 };
 
 // Owns a handle whose empty value is null or 0 and that this function takes back.

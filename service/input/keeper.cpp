@@ -16,6 +16,8 @@ struct Keeper {
 
 void EndHolding(Keeper& keeper, const Order& order) {
     keeper.state.holdings.End(order.ticket);
+    ++keeper.state.endingsDone;
+    SetEvent(keeper.state.endingDone.Get());
 }
 
 void Stroke(Keeper& keeper, const Order& order) {

@@ -79,18 +79,20 @@ void Performer::Lanes::Take(const Orders& orders) {
     bool wakesKeeper = false;
     for (const Order& order : orders.All()) {
         if (IsForWorker(order.kind)) {
-            wakesWorker |= state->workerOrders.Put(order);
+            wakesWorker |= state->workerOrders.Put({order, state->endingsOrdered});
         } else {
             wakesKeeper |= TakeForKeeper(order);
         }
     }
-    if (wakesWorker) SetEvent(state->workerWake.Get());
     if (wakesKeeper) SetEvent(state->keeperWake.Get());
+    if (wakesWorker) SetEvent(state->workerWake.Get());
 }
 
 bool Performer::Lanes::TakeForKeeper(const Order& order) {
     if (order.kind == OrderKind::StrokeMove && state->keeperOrders.Room() < kRoomForEndings) return false;
-    return state->keeperOrders.Put(order);
+    if (!state->keeperOrders.Put(order)) return false;
+    if (order.kind == OrderKind::End) ++state->endingsOrdered;
+    return true;
 }
 
 Performer::Performer(HeldList& heldList, Outlets chosenOutlets)

@@ -32,6 +32,12 @@ private:
     std::atomic<State> state = State::Open;
 };
 
+// What begins waits for the endings that were ordered before it: a key that is released first goes up first.
+struct WorkerOrder {
+    Order order;
+    std::uint32_t endingsBefore = 0;
+};
+
 struct PerformerState {
     PerformerState(HeldList& heldList, Performer::Outlets chosenOutlets)
         : outlets(std::move(chosenOutlets)), holdings(heldList) {}
@@ -39,10 +45,13 @@ struct PerformerState {
     Performer::Outlets outlets;
     Gate outletGate;  // the worker's way to its outlet
     Holdings holdings;
-    LockFreeRing<Order, kWorkerOrders> workerOrders;
+    LockFreeRing<WorkerOrder, kWorkerOrders> workerOrders;
     LockFreeRing<Order, kKeeperOrders> keeperOrders;
     platform::UniqueKernelObject workerWake{CreateEventW(nullptr, FALSE, FALSE, nullptr)};
     platform::UniqueKernelObject keeperWake{CreateEventW(nullptr, FALSE, FALSE, nullptr)};
+    std::uint32_t endingsOrdered = 0;  // for the hook thread
+    std::atomic<std::uint32_t> endingsDone = 0;
+    platform::UniqueKernelObject endingDone{CreateEventW(nullptr, FALSE, FALSE, nullptr)};
     std::atomic<bool> isEnding = false;
     std::atomic<std::uint32_t> busySince = 0;  // tick count at which the worker began its present order; 0: it has none
     std::atomic<std::uint64_t> actions = 0;

@@ -6,6 +6,8 @@
 namespace kvn::service {
 namespace {
 
+constexpr std::uint32_t kLongestWait = 500;  // milliseconds
+
 void Report(PerformerState& state, const Order& order, const std::wstring& done) {
     if (!state.outlets.onDone || !state.outletGate.Enter()) return;
     platform::Completes([&] { state.outlets.onDone(order, done); });
@@ -20,11 +22,22 @@ void CarryOut(PerformerState& state, const Order& order) {
     Report(state, order, done);
 }
 
+// The keeper is late only when input cannot be sent at all; then nothing else waits for it.
+void AwaitEndings(PerformerState& state, std::uint32_t endings) {
+    const std::uint32_t begin = GetTickCount();
+    while (static_cast<std::int32_t>(endings - state.endingsDone) > 0) {
+        const std::uint32_t waited = GetTickCount() - begin;
+        if (waited >= kLongestWait) return;
+        WaitForSingleObject(state.endingDone.Get(), kLongestWait - waited);
+    }
+}
+
 void CarryOutAll(PerformerState& state) {
-    Order order;
-    while (!state.isEnding && state.workerOrders.Take(order)) {
+    WorkerOrder next;
+    while (!state.isEnding && state.workerOrders.Take(next)) {
         state.busySince = GetTickCount() | 1U;
-        platform::Completes([&] { CarryOut(state, order); });
+        AwaitEndings(state, next.endingsBefore);
+        platform::Completes([&] { CarryOut(state, next.order); });
         state.busySince = 0;
     }
 }

@@ -44,11 +44,12 @@ void ServiceWindow::Withdraw() {
     SetWindowTextW(window.Get(), nullptr);
 }
 
-// Its title is what it is found by, and commands of a menu that it has not would keep its thread in a loop of their
-// own.
+// Its title is what it is found by. Windows follows a mouse that presses a frame, or a command of a menu, in a loop of
+// its own: the window has neither, and its thread has others to serve.
 bool ServiceWindow::Refuses(UINT message, WPARAM wParam) const {
     if (message == WM_SETTEXT) return !isNaming;
     if (message == WM_NCCREATE) return true;  // it would name the window, too
+    if (message >= WM_NCMOUSEMOVE && message <= WM_NCXBUTTONDBLCLK) return true;
     if (message == WM_DESTROY || message == WM_NCDESTROY) return !isClosing;
     return message == WM_SYSCOMMAND && (wParam & kCommandMask) != SC_CLOSE;
 }

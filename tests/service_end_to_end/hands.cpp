@@ -76,10 +76,15 @@ void Hands::PressKey(const std::string& name) const {
 }
 
 void Hands::BringToFront(HWND window) const {
-    // Wine alone would not move the keyboard: it asks the display with the time of an old message.
+    // Wine alone would not move the keyboard: it asks the display with the time of an old message. What another window
+    // was sent before may take the front back once more.
+    constexpr int kSettledLooks = 3;
+    int looks = 0;
     end_to_end::WaitFor("the window in front", [&] {
         if (GetForegroundWindow() != window) SetForegroundWindow(window);
-        return Ask("focus " + DisplayNumberOf(window)) == "ok" && GetForegroundWindow() == window;
+        if (looks == 0 && Ask("focus " + DisplayNumberOf(window)) != "ok") return false;
+        looks = GetForegroundWindow() == window ? looks + 1 : 0;
+        return looks > kSettledLooks;
     });
 }
 

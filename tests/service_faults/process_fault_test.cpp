@@ -113,6 +113,16 @@ TEST_F(ServiceProcessTest, AnyMessageOfAnotherProgramLeavesItAnswering) {
     EXPECT_TRUE(Answers());
 }
 
+TEST_F(ServiceProcessTest, PressesOnAFrameThatItHasNotLeaveItAnswering) {
+    Start(kOptions);
+    const HWND window = AwaitWindow();
+    for (const WPARAM part : {HTCLOSE, HTMINBUTTON, HTMAXBUTTON, HTCAPTION, HTSYSMENU, HTVSCROLL}) {
+        PostMessageW(window, WM_NCLBUTTONDOWN, part, 0);
+        PostMessageW(window, WM_NCRBUTTONDOWN, part, 0);
+        EXPECT_TRUE(Answers()) << part;
+    }
+}
+
 TEST_F(ServiceProcessTest, DataOfAnotherProgramThatIsNoRequestIsRefused) {
     Start(kOptions);
     const HWND window = AwaitWindow();

@@ -61,6 +61,21 @@ TEST_F(PerformerTest, AnEndThatOvertakesItsBeginningMakesAPressAndARelease) {
     EXPECT_TRUE(ComesTrue([&] { return IsListEmpty(); }));
 }
 
+TEST_F(PerformerTest, WhatIsReleasedFirstGoesUpBeforeTheNextGoesDown) {
+    constexpr std::uint32_t kRounds = 20;
+    std::string expected;
+    for (std::uint32_t ticket = 1; ticket <= 2 * kRounds; ticket += 2) {
+        Begin(ticket, kShift);
+        AwaitDone(ticket);
+        End(ticket);
+        Begin(ticket + 1, kMiddleButton);
+        AwaitDone(ticket + 1);
+        End(ticket + 1);
+        expected += (expected.empty() ? "" : " ") + std::string("+Shift -Shift +Middle -Middle");
+    }
+    EXPECT_EQ(recorder.Await(expected), expected);
+}
+
 TEST_F(PerformerTest, AnEndDoesNotWaitForAWorkerThatHangs) {
     Begin(1, kShift);
     AwaitDone(1);
