@@ -59,8 +59,8 @@ std::wstring TextOf(const ChosenMouse& choice) {
     if (!choice.mouse) return std::wstring(kNone);
     const model::DeviceRecord& mouse = *choice.mouse;
     std::array<wchar_t, 64> numbers{};
-    std::swprintf(numbers.data(), numbers.size(), L"%04x:%04x:%d:%u:", mouse.vid, mouse.pid, mouse.buttonCount,
-                  mouse.hasTilt);
+    static_cast<void>(std::swprintf(numbers.data(), numbers.size(), L"%04x:%04x:%d:%u:", mouse.vid, mouse.pid,
+                                    mouse.buttonCount, mouse.hasTilt));
     return numbers.data() + mouse.mouseImage + L':' + std::to_wstring(mouse.mouseFlag);
 }
 
