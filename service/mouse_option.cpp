@@ -1,13 +1,15 @@
 #include "service/mouse_option.h"
 
 #include <array>
-#include <cwchar>
 #include <vector>
 
+#include "platform/number_text.h"
 #include "service/numbers.h"
 
 namespace kvn::service {
 namespace {
+
+using platform::HexText;
 
 constexpr std::wstring_view kNone = L"none";
 constexpr std::uint32_t kHighestId = 0xFFFF;
@@ -58,10 +60,8 @@ std::optional<ChosenMouse> ParseChosenMouse(std::wstring_view text) {
 std::wstring TextOf(const ChosenMouse& choice) {
     if (!choice.mouse) return std::wstring(kNone);
     const model::DeviceRecord& mouse = *choice.mouse;
-    std::array<wchar_t, 64> numbers{};
-    static_cast<void>(std::swprintf(numbers.data(), numbers.size(), L"%04x:%04x:%d:%u:", mouse.vid, mouse.pid,
-                                    mouse.buttonCount, mouse.hasTilt));
-    return numbers.data() + mouse.mouseImage + L':' + std::to_wstring(mouse.mouseFlag);
+    return HexText(mouse.vid, 4) + L':' + HexText(mouse.pid, 4) + L':' + std::to_wstring(mouse.buttonCount) + L':' +
+           std::to_wstring(mouse.hasTilt) + L':' + mouse.mouseImage + L':' + std::to_wstring(mouse.mouseFlag);
 }
 
 }  // namespace kvn::service

@@ -70,9 +70,10 @@ std::wstring Field(std::wstring text) {
 
 std::wstring TimeText(const SYSTEMTIME& time) {
     std::array<wchar_t, 32> text{};
-    std::swprintf(text.data(), text.size(), L"%04u-%02u-%02u %02u:%02u:%02u.%03u", time.wYear, time.wMonth, time.wDay,
-                  time.wHour, time.wMinute, time.wSecond, time.wMilliseconds);
-    return text.data();
+    const int length =
+        std::swprintf(text.data(), text.size(), L"%04u-%02u-%02u %02u:%02u:%02u.%03u", time.wYear, time.wMonth,
+                      time.wDay, time.wHour, time.wMinute, time.wSecond, time.wMilliseconds);
+    return {text.data(), static_cast<std::size_t>(std::max(length, 0))};
 }
 
 }  // namespace

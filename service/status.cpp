@@ -1,9 +1,9 @@
 #include "service/status.h"
 
 #include <array>
-#include <cwchar>
 
 #include "model/enum_array.h"
+#include "platform/number_text.h"
 #include "service/version.h"
 
 namespace kvn::service {
@@ -19,14 +19,8 @@ std::wstring Line(const wchar_t* key, std::uint64_t number) {
     return Line(key, std::to_wstring(number));
 }
 
-std::wstring IdText(std::uint32_t id) {
-    std::array<wchar_t, 16> text{};
-    std::swprintf(text.data(), text.size(), L"%04x", id);
-    return text.data();
-}
-
 std::wstring MouseLines(const model::DeviceRecord& mouse) {
-    return Line(L"vid", IdText(mouse.vid)) + Line(L"pid", IdText(mouse.pid)) +
+    return Line(L"vid", platform::HexText(mouse.vid, 4)) + Line(L"pid", platform::HexText(mouse.pid, 4)) +
            Line(L"buttons", static_cast<std::uint64_t>(mouse.buttonCount)) + Line(L"tilt", mouse.hasTilt);
 }
 

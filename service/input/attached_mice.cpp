@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cwchar>
 #include <utility>
 
 namespace kvn::service {
@@ -32,7 +33,8 @@ std::wstring NameOf(HANDLE device) {
     std::wstring name(length, L'\0');
     const UINT copied = GetRawInputDeviceInfoW(device, RIDI_DEVICENAME, name.data(), &length);
     if (copied == 0 || copied == static_cast<UINT>(-1)) return {};
-    return {name.c_str()};
+    name.resize(std::wcslen(name.c_str()));
+    return name;
 }
 
 // Nothing for a device that is no mouse, or is gone already.

@@ -1,6 +1,7 @@
 #include "service/input/held_keys.h"
 
 #include <algorithm>
+#include <ranges>
 
 namespace kvn::service {
 namespace {
@@ -164,9 +165,7 @@ void HeldKeys::AddUp(WORD key, InputBatch& batch) {
 }
 
 void HeldKeys::AddUps(const HeldChord& held, InputBatch& batch) {
-    const auto keys = held.Keys();
-    for (auto next = keys.rbegin(); next != keys.rend(); ++next) {
-        const WORD key = *next;
+    for (const WORD key : std::views::reverse(held.Keys())) {
         if (list.counts[key].load() <= 1) AddUp(key, batch);
     }
 }

@@ -32,7 +32,7 @@ public:
 
     HeldChord Press(const Chord& chord);
     // Presses the last plain key again, as a keyboard does for as long as a key is held.
-    void Repeat(const HeldChord& held);
+    static void Repeat(const HeldChord& held);
     // False while Windows takes no input; then everything is still held.
     [[nodiscard]] bool Release(const HeldChord& held);
     // Down and up again, in one piece.

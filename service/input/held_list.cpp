@@ -18,8 +18,8 @@ void Release(WORD key, InputBatch& batch) {
 // Modifiers have the higher codes but for the Windows keys, so that mostly they go up last.
 void ReleaseAll(HeldList& held) {
     InputBatch batch;
-    for (WORD key = 1; key < held.counts.size(); ++key) {
-        if (held.counts[key].load() != 0) Release(key, batch);
+    for (std::size_t key = 1; key < held.counts.size(); ++key) {
+        if (held.counts[key].load() != 0) Release(static_cast<WORD>(key), batch);
     }
     batch.Send();
     for (auto& count : held.counts) count.store(0);

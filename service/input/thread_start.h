@@ -5,6 +5,7 @@
 #include <windows.h>
 
 #include <memory>
+#include <tuple>
 
 #include "platform/boundary.h"
 #include "platform/unique_resource.h"
@@ -31,7 +32,7 @@ platform::UniqueKernelObject StartThread(std::shared_ptr<Shared> shared, void (*
     platform::UniqueKernelObject thread(
         CreateThread(nullptr, 0, RunThread<Shared>, start.get(), CREATE_SUSPENDED, nullptr));
     if (!thread) return thread;
-    start.release();
+    std::ignore = start.release();
     SetThreadPriority(thread.Get(), priority);
     ResumeThread(thread.Get());
     return thread;

@@ -1,14 +1,11 @@
 #include "service/tray/mouse_name.h"
 
-#include <array>
-#include <cwchar>
+#include "platform/number_text.h"
 
 namespace kvn::service {
 
 std::wstring MouseName(const model::DeviceRecord& mouse) {
-    std::array<wchar_t, 32> name{};
-    std::swprintf(name.data(), name.size(), L"%04x:%04x", mouse.vid, mouse.pid);
-    return name.data();
+    return platform::HexText(mouse.vid, 4) + L':' + platform::HexText(mouse.pid, 4);
 }
 
 }  // namespace kvn::service
