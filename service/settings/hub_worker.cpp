@@ -227,16 +227,7 @@ void SettingsHub::Worker::Publish(const ProfileInForce& next) {
 
 std::uint32_t SettingsHub::Worker::NumberOf(const std::wstring& profileName) {
     const std::wstring key = model::MouseModelName(mouse->vid, mouse->pid) + profileName;
-    const auto known = numbers.find(key);
-    if (known != numbers.end()) return known->second;
-
-    auto names =
-        std::make_shared<std::vector<std::wstring>>(*exchange.Ask([](const HubReport& r) { return r.numbered; }));
-    names->push_back(profileName);
-    const auto number = static_cast<std::uint32_t>(names->size());
-    numbers.emplace(key, number);
-    exchange.Report([&](HubReport& report) { report.numbered = std::move(names); });
-    return number;
+    return numbers.try_emplace(key, static_cast<std::uint32_t>(numbers.size() + 1)).first->second;
 }
 
 void SettingsHub::Worker::ReportNames() {

@@ -54,11 +54,6 @@ std::wstring SettingsHub::ForcedProfile() const {
     return worker->Exchange().Ask([](const HubReport& report) { return report.forced; });
 }
 
-std::wstring SettingsHub::NameOf(std::uint32_t profile) const {
-    const HubReport::Names names = worker->Exchange().Ask([](const HubReport& report) { return report.numbered; });
-    return profile >= 1 && profile <= names->size() ? (*names)[profile - 1] : std::wstring();
-}
-
 std::uint64_t SettingsHub::SwitchCount() const {
     return worker->Exchange().Ask([](const HubReport& report) { return report.switches; });
 }

@@ -56,7 +56,6 @@ public:
     ProfileInForce InForce() const;
     std::vector<std::wstring> ProfileNames() const;    // in the order of the file
     std::wstring ForcedProfile() const;                // empty: automatic
-    std::wstring NameOf(std::uint32_t profile) const;  // of the number in EngineSettings
     std::uint64_t SwitchCount() const;                 // of the profile in force
 
 private:
