@@ -12,7 +12,7 @@
 #include "model/device_record.h"
 #include "platform/critical_section.h"
 #include "platform/unique_resource.h"
-#include "service/settings/settings_hub.h"
+#include "service/settings/profile_in_force.h"
 
 namespace kvn::service {
 

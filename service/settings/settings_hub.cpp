@@ -8,7 +8,7 @@
 namespace kvn::service {
 
 SettingsHub::SettingsHub(MouseActivity& mouseActivity, Outlets chosenOutlets)
-    : worker(std::make_unique<Worker>(mouseActivity, std::move(chosenOutlets))) {}
+    : worker(std::make_unique<HubWorker>(mouseActivity, std::move(chosenOutlets))) {}
 
 // A thread that waits for a drive keeps what it works on; the program is about to end.
 SettingsHub::~SettingsHub() {
