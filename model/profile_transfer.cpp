@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "model/ascii_codec.h"
 #include "model/profile_elements.h"
 #include "model/profile_list.h"
 #include "model/profile_reader.h"
@@ -222,6 +223,13 @@ std::variant<ProfileSet, ImportProblem> ParseImport(std::string document, const 
     }
     RepairAbnormalValues(profiles, InitialValuesOf(freshRecord));
     return profiles;
+}
+
+std::optional<ImportProblem> WhyNotImportable(const ProfileSet& profiles) {
+    const AsciiCodec codec;
+    TiXmlDocument document;
+    BuildProfileDocument(profiles, codec, document);
+    return ImportCheck(codec).Check(*document.RootElement());
 }
 
 ProfileSet Exportable(ProfileSet profiles, const SettingValues& initialValues) {

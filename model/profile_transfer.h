@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <variant>
 
@@ -35,6 +36,9 @@ struct ImportProblem {
 // ids and the profiles' names must be there.
 std::variant<ProfileSet, ImportProblem> ParseImport(std::string document, const ProfileRecord& freshRecord,
                                                     const DocumentContext& context);
+
+// Why an import would not take the profiles, which must not be none; nothing when it would.
+std::optional<ImportProblem> WhyNotImportable(const ProfileSet& profiles);
 
 // The profiles as an import takes them: a number out of its range is its field's initial value, a gesture's function
 // none, and the selection is a profile. The set must not be empty.
