@@ -29,7 +29,8 @@ Application::Application()
       protocol(ProtocolOutlets()),
       session(SessionOutlets()),
       tray({.state = [this] { return CurrentTrayState(); },
-            .onChoice = [this](const TrayChoice& choice) { OnTrayChoice(choice); }}) {}
+            .onChoice = [this](const TrayChoice& choice) { OnTrayChoice(choice); }}),
+      transfer(TransferOutlets()) {}
 
 Application::~Application() {
     End();
@@ -64,6 +65,11 @@ MouseDriver::Outlets Application::DriverOutlets() {
                 posted.Post([this, problem, path] { OnProblem(problem, path); });
             },
     };
+}
+
+TransferDialogs::Outlets Application::TransferOutlets() {
+    return {.onImported = [this] { posted.Post([this] { driver->Settings().Reread(); }); },
+            .onDone = [this](const std::wstring& text) { posted.Post([this, text] { tray.Tell(text, NIIF_INFO); }); }};
 }
 
 bool Application::Start(const CommandLine& commands) {
@@ -103,6 +109,7 @@ Answer Application::CarryOut(const CommandLine& commands) {
     if (commands.mouse || commands.logFile) KeepOptions(commands);
     Answer answer;
     if (commands.profile) answer = ForceProfile(*commands.profile == kAutomaticProfile ? L"" : *commands.profile);
+    if (commands.rereads) driver->Reread();
     if (commands.pause) driver->Pause(*commands.pause);
     if (answer.exitCode == kDone && commands.wantsSettings) answer = OpenSettings();
     if (commands.wantsStatus) answer.text += StatusText(driver->CurrentStatus());
@@ -139,6 +146,12 @@ void Application::OnTrayCommand(TrayCommand command) {
             break;
         case TrayCommand::Pause:
             driver->Pause(!driver->IsPaused());
+            break;
+        case TrayCommand::Export:
+            transfer.OpenExport();
+            break;
+        case TrayCommand::Import:
+            transfer.OpenImport();
             break;
         case TrayCommand::Help:
             OpenHelpPage([this] { posted.Post([this] { tray.Tell(Text(IDS_FAULT_HELP), NIIF_ERROR); }); });
@@ -241,6 +254,7 @@ void Application::End() {
     if (std::exchange(isEnding, true)) return;
     const EndInTime guard(shared.held);
     shared.hasEnded = 1;
+    transfer.Close();
     window.Withdraw();
     tray.Remove();
     trail.End();

@@ -16,6 +16,7 @@
 #include "service/posted_work.h"
 #include "service/session_events.h"
 #include "service/shared_state.h"
+#include "service/transfer/transfer_dialogs.h"
 #include "service/tray/trail_window.h"
 #include "service/tray/tray_icon.h"
 #include "service/watcher.h"
@@ -45,6 +46,8 @@ private:
     SessionEvents::Outlets SessionOutlets();
     MouseDriver::Outlets DriverOutlets();
 
+    TransferDialogs::Outlets TransferOutlets();
+
     Answer ForceProfile(const std::wstring& name);
     static Answer OpenSettings();
     void OnTrayChoice(const TrayChoice& choice);
@@ -66,6 +69,7 @@ private:
     PageProtocol protocol;
     SessionEvents session;
     TrayIcon tray;
+    TransferDialogs transfer;
     TrailWindow trail;
     std::unique_ptr<MouseDriver> driver;  // empty before the start and at the end
     std::optional<ChosenMouse> keptMouse;

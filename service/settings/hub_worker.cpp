@@ -140,7 +140,10 @@ DWORD HubWorker::WaitMilliseconds() {
 
 void HubWorker::TakeOrders() {
     HubOrders orders = exchange.TakeOrders();
-    if (orders.reread) schedule.ReadAtOnce(GetTickCount64());
+    if (orders.reading != 0) {
+        readingNumber = orders.reading;
+        schedule.ReadAtOnce(GetTickCount64());
+    }
     if (orders.forced) {
         forced = std::move(*orders.forced);
         isProfileStale = true;
@@ -222,7 +225,10 @@ void HubWorker::Publish(const ProfileInForce& next) {
     });
     inForce = next.settings;
     if (isNews) Call(outlets.onProfile, next);
-    exchange.Report([this](HubReport& report) { report.mouseNumber = mouseNumber; });
+    exchange.Report([this](HubReport& report) {
+        report.mouseNumber = mouseNumber;
+        report.readingNumber = readingNumber;
+    });
 }
 
 std::uint32_t HubWorker::NumberOf(const std::wstring& profileName) {

@@ -72,6 +72,7 @@ private:
     // The thread's own.
     std::optional<OrderedMouse> orderedMouse;  // not taken up yet
     std::uint64_t mouseNumber = 0;
+    std::uint64_t readingNumber = 0;
     std::optional<model::DeviceRecord> mouse;
     ProfileStore store;
     bool isProfileStale = false;  // something has changed since it was worked out

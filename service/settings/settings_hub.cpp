@@ -28,7 +28,11 @@ bool SettingsHub::HasTakenMouse() const {
 }
 
 void SettingsHub::Reread() {
-    worker->Exchange().Order([](HubOrders& orders) { orders.reread = true; });
+    worker->Exchange().Order([this](HubOrders& orders) { orders.reading = ++orderedReadings; });
+}
+
+bool SettingsHub::HasReread() const {
+    return worker->Exchange().Ask([this](const HubReport& report) { return report.readingNumber == orderedReadings; });
 }
 
 void SettingsHub::ForceAutomatic() {

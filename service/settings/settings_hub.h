@@ -32,6 +32,7 @@ public:
     void UseMouse(const model::DeviceRecord& mouse);
     bool HasTakenMouse() const;  // the profile in force is that of the mouse named last
     void Reread();               // the page says that the settings have changed
+    bool HasReread() const;      // what was stored when that was said last is in force
     void ForceAutomatic();
     bool Force(const std::wstring& profileName);  // false: there is no such profile, or none was read yet
 
@@ -43,6 +44,7 @@ public:
 private:
     std::unique_ptr<HubWorker> worker;
     std::atomic<std::uint64_t> orderedMice = 0;
+    std::atomic<std::uint64_t> orderedReadings = 0;
 };
 
 }  // namespace kvn::service
