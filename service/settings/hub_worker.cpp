@@ -198,8 +198,14 @@ void HubWorker::LookIfDue() {
     if (change.isOtherProgram) {
         isProfileStale = true;
         frontComparison.SetProgram(front.Program());
+        ReportProgram();
     }
     if (change.isOtherWindow) Call(outlets.onWindowInFront, front.Window());
+}
+
+void HubWorker::ReportProgram() {
+    std::wstring program = front.Program();
+    exchange.Report([&](HubReport& report) { report.programInFront.swap(program); });
 }
 
 void HubWorker::WorkOutProfile() {

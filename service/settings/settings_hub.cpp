@@ -58,6 +58,10 @@ std::wstring SettingsHub::ForcedProfile() const {
     return worker->Exchange().Ask([](const HubReport& report) { return report.forced; });
 }
 
+std::wstring SettingsHub::ProgramInFront() const {
+    return worker->Exchange().Ask([](const HubReport& report) { return report.programInFront; });
+}
+
 std::uint64_t SettingsHub::SwitchCount() const {
     return worker->Exchange().Ask([](const HubReport& report) { return report.switches; });
 }
