@@ -75,6 +75,7 @@ bool Application::Start(const CommandLine& commands) {
     if (!driver->Start(window.Handle(), commands.mouse)) return false;
     SessionEvents::Watch(window.Handle());
     tray.Show(window.Handle());
+    if (isEnding) return true;  // the session ended while the taskbar was asked
     watcher.Start(commands.watcherProcess.value_or(0));
     window.Announce();
     Greet(commands.mouse.has_value());
@@ -97,6 +98,7 @@ void Application::KeepOptions(const CommandLine& commands) {
 }
 
 Answer Application::CarryOut(const CommandLine& commands) {
+    if (driver == nullptr) return {};
     if (commands.quits) RequestEnd();
     if (commands.mouse) driver->Choose(*commands.mouse);
     if (commands.logFile) driver->LogTo(*commands.logFile);
