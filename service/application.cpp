@@ -15,12 +15,7 @@
 #include "service/version.h"
 
 namespace kvn::service {
-namespace {
-
-// A watcher that could not be started is tried again.
-constexpr DWORD kWatcherRetryMilliseconds = 1'000;
-
-}  // namespace
+namespace {}  // namespace
 
 Application::Application()
     : shared(memory.State()),
@@ -225,8 +220,8 @@ void Application::Run() {
         }
         const HANDLE watched = watcher.Process();
         const DWORD count = watched == nullptr ? 0 : 1;
-        const DWORD wait = watcher.IsMissing() ? kWatcherRetryMilliseconds : INFINITE;
-        const DWORD woken = MsgWaitForMultipleObjectsEx(count, &watched, wait, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
+        const DWORD woken = MsgWaitForMultipleObjectsEx(count, &watched, watcher.MillisecondsToRetry(), QS_ALLINPUT,
+                                                        MWMO_INPUTAVAILABLE);
         const bool isWatcherGone = woken == WAIT_TIMEOUT || (count == 1 && woken == WAIT_OBJECT_0);
         if (isWatcherGone && !isEnding) watcher.Replace();
     }
