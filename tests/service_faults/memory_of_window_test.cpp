@@ -93,6 +93,20 @@ TEST_F(MemoryOfWindowTest, TheIconComesBackWithExplorer) {
     End();
 }
 
+TEST_F(MemoryOfWindowTest, AnIconThatATaskbarWasTooBusyToTakeComesLater) {
+    int added = 0;
+    const ReplacedImport<"Shell_NotifyIconW", BOOL(DWORD, NOTIFYICONDATAW*)> notify{
+        GetModuleHandleW(nullptr), [&](DWORD what, NOTIFYICONDATAW*) -> BOOL {
+            if (what == NIM_ADD) ++added;
+            return added > 1;
+        }};
+    ASSERT_TRUE(Start());
+    static_cast<void>(Get().CarryOut(Options(L"--pause")));
+    Send(service::kRunPostedMessage);
+    EXPECT_EQ(added, 2);
+    End();
+}
+
 TEST_F(MemoryOfWindowTest, ASessionThatEndsDuringTheStartEndsTheService) {
     const ReplacedImport<"Shell_NotifyIconW", BOOL(DWORD, NOTIFYICONDATAW*)> notify{
         GetModuleHandleW(nullptr), [&](DWORD what, NOTIFYICONDATAW* data) -> BOOL {
