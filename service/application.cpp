@@ -15,12 +15,7 @@
 #include "service/version.h"
 
 namespace kvn::service {
-namespace {
-
-// A watcher that could not be started is tried again.
-constexpr DWORD kWatcherRetryMilliseconds = 1'000;
-
-}  // namespace
+namespace {}  // namespace
 
 Application::Application()
     : shared(memory.State()),
@@ -88,6 +83,7 @@ bool Application::Start(const CommandLine& commands) {
     if (!driver->Start(window.Handle(), commands.mouse)) return false;
     SessionEvents::Watch(window.Handle());
     tray.Show(window.Handle());
+    if (isEnding) return true;  // the session ended while the taskbar was asked
     watcher.Start(commands.watcherProcess.value_or(0));
     window.Announce();
     Greet(commands.mouse.has_value());
@@ -110,6 +106,7 @@ void Application::KeepOptions(const CommandLine& commands) {
 }
 
 Answer Application::CarryOut(const CommandLine& commands) {
+    if (driver == nullptr) return {};
     if (commands.quits) RequestEnd();
     if (commands.mouse) driver->Choose(*commands.mouse);
     if (commands.logFile) driver->LogTo(*commands.logFile);
@@ -257,8 +254,8 @@ void Application::Run() {
         }
         const HANDLE watched = watcher.Process();
         const DWORD count = watched == nullptr ? 0 : 1;
-        const DWORD wait = watcher.IsMissing() ? kWatcherRetryMilliseconds : INFINITE;
-        const DWORD woken = MsgWaitForMultipleObjectsEx(count, &watched, wait, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
+        const DWORD woken = MsgWaitForMultipleObjectsEx(count, &watched, watcher.MillisecondsToRetry(), QS_ALLINPUT,
+                                                        MWMO_INPUTAVAILABLE);
         const bool isWatcherGone = woken == WAIT_TIMEOUT || (count == 1 && woken == WAIT_OBJECT_0);
         if (isWatcherGone && !isEnding) watcher.Replace();
     }
