@@ -48,10 +48,15 @@ SETTINGS_KEY = r"HKEY_CURRENT_USER\Software\KORVEN\MouseUtility\VID1234PID5678"
 RUN_KEY = rf"{SOFTWARE}\Microsoft\Windows\CurrentVersion\Run"
 UNINSTALL_KEY = rf"{SOFTWARE}\Microsoft\Windows\CurrentVersion\Uninstall"
 
+REG_FILE = "Windows Registry Editor Version 5.00\n\n"
 # Two keys that are removed with all that is below them.
-REMOVAL = f"Windows Registry Editor Version 5.00\n\n[-{CLASS_KEY}]\n\n[-{HANDLERS_KEY}]\n"
+REMOVAL = f"{REG_FILE}[-{CLASS_KEY}]\n\n[-{HANDLERS_KEY}]\n"
+# What the next start of Windows would do with files that were in use.
+NOTHING_PENDING = (REG_FILE + r"[HKEY_LOCAL_MACHINE\System\CurrentControlSet\Control\Session Manager]"
+                   '\n"PendingFileRenameOperations"=-\n')
 
-REFUSED = 1603 & 0xFF  # a fatal error during installation; a Unix exit status has eight bits
+# What msiexec returns, in the eight bits of a Unix exit status: a fatal error; a file in use waits for the next start.
+REFUSED, RESTART_NEEDED = 1603 & 0xFF, 3010 & 0xFF
 REPAIR = ["REINSTALL=ALL", "REINSTALLMODE=amus"]  # Wine's msiexec does not know /f
 HIGHER_VERSION = make_msi.next_version(VERSION)
 FIXED_FILE_INFO = bytes.fromhex("bd04effe")  # the mark of a version resource
@@ -88,9 +93,8 @@ def start_at_login() -> str | None:
     return None if value is None else value[1:-1].replace('\\"', '"').replace("\\\\", "\\")
 
 
-def start_own_service(program: pathlib.Path) -> None:
-    subprocess.Popen(["wine", windows_path(program), *SAMPLE_MOUSE], stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
-                     stderr=subprocess.DEVNULL, start_new_session=True)
+def start_own_service(program: str) -> None:
+    run("start", program, *SAMPLE_MOUSE)
     wait_until(service_answers, "the start of a service")
 
 
@@ -103,7 +107,7 @@ def show_sample_mouse() -> None:
     if running_services():
         run(PACKED_SERVICE, *SAMPLE_MOUSE)
     else:
-        start_own_service(PACKED_SERVICE)
+        start_own_service(windows_path(PACKED_SERVICE))
 
 
 def registration() -> Registry:
@@ -432,6 +436,7 @@ class Installation(InstallationFixture):
 class Service(InstallationFixture):
     def freeze(self) -> None:
         """Makes the service and its watcher hang."""
+        self.addCleanup(import_registry, NOTHING_PENDING)
         hung = list(processes("KvnMouseApl.exe"))
         self.assertEqual(len(hung), 2)
         for sign in (signal.SIGKILL, signal.SIGCONT):  # the last one first
@@ -493,7 +498,7 @@ class Service(InstallationFixture):
     def test_hung_service_does_not_stop_the_upgrade(self):
         self.assertEqual(install(), 0)
         self.freeze()
-        self.assertEqual(msiexec("/i", installer_of(HIGHER_VERSION)), 0)
+        self.assertEqual(msiexec("/i", installer_of(HIGHER_VERSION)), RESTART_NEEDED)
         self.assertEqual([product["DisplayVersion"] for product in products().values()], [f'"{HIGHER_VERSION}"'])
         self.assertEqual(INSTALLED_DLL.read_bytes(), dll_of(HIGHER_VERSION))
 
@@ -514,7 +519,7 @@ class UpgradeOfTheFirstRelease(InstallationFixture):
 
     def start_service_of_the_users_own(self) -> None:
         shutil.copytree(BUILD / "service", OWN_FOLDER)
-        start_own_service(OWN_FOLDER / "KvnMouseApl.exe")
+        start_own_service(rf"{OWN_WINDOWS_FOLDER}\KvnMouseApl.exe")
         self.assertTrue(is_running_from(OWN_WINDOWS_FOLDER))
 
     def test_page_and_service_are_installed_as_one_product(self):
