@@ -317,5 +317,25 @@ TEST_F(GestureEditDialogTest, TheDialogEndsBeforeTheClickIsMade) {
     EXPECT_EQ(2U, clicks.size());
 }
 
+TEST_F(GestureEditDialogTest, ItsEndHasTheWholeSheetPaintedAgainWithoutErasing) {
+    struct Invalidation {
+        HWND window;
+        const RECT* area;
+        WINBOOL erases;
+        bool operator==(const Invalidation&) const = default;
+    };
+    OpenWith({});
+    const HWND editor = OpenEditor();
+    std::vector<Invalidation> invalidations;
+    const ReplacedImport<"InvalidateRect", decltype(InvalidateRect)> invalidate(
+        module.Handle(), [&](HWND window, const RECT* area, WINBOOL erases) -> WINBOOL {
+            invalidations.push_back({window, area, erases});
+            return TRUE;
+        });
+    ASSERT_TRUE(invalidate.IsInPlace());
+    CloseEditor(editor, IDCANCEL);
+    EXPECT_EQ((std::vector<Invalidation>{{sheet->Sheet(), nullptr, FALSE}}), invalidations);
+}
+
 }  // namespace
 }  // namespace kvn::test
