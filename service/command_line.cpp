@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "platform/typed_number.h"
 #include "service/mouse_option.h"
-#include "service/numbers.h"
 #include "service/resource.h"
 
 namespace kvn::service {
@@ -45,7 +45,7 @@ bool SetMouse(CommandLine& commands, Text value) {
 }
 
 bool SetProcess(std::optional<std::uint32_t>& process, Text value) {
-    process = ParseNumber(value, 10, 0xFFFFFFFF);
+    process = platform::ParseNumber(value, 10, 0xFFFFFFFF);
     return process.has_value();
 }
 

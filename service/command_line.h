@@ -9,14 +9,9 @@
 #include <variant>
 #include <vector>
 
-#include "model/device_record.h"
+#include "service/mouse_option.h"
 
 namespace kvn::service {
-
-// The mouse to publish in the place of the attached one; without one: as if none were attached.
-struct ChosenMouse {
-    std::optional<model::DeviceRecord> mouse;
-};
 
 inline constexpr std::wstring_view kAutomaticProfile = L"auto";
 

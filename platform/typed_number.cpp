@@ -1,10 +1,12 @@
-#include "service/numbers.h"
+#include "platform/typed_number.h"
 
-namespace kvn::service {
+namespace kvn::platform {
 namespace {
 
 constexpr std::wstring_view kDigits = L"0123456789abcdef";
 constexpr std::wstring_view kCapitalDigits = L"0123456789ABCDEF";
+
+}  // namespace
 
 std::optional<std::uint32_t> DigitOf(wchar_t character, std::uint32_t base) {
     std::size_t digit = kDigits.find(character);
@@ -12,8 +14,6 @@ std::optional<std::uint32_t> DigitOf(wchar_t character, std::uint32_t base) {
     if (digit >= base) return std::nullopt;
     return static_cast<std::uint32_t>(digit);
 }
-
-}  // namespace
 
 std::optional<std::uint32_t> ParseNumber(std::wstring_view text, std::uint32_t base, std::uint32_t highest) {
     if (text.empty()) return std::nullopt;
@@ -27,4 +27,4 @@ std::optional<std::uint32_t> ParseNumber(std::wstring_view text, std::uint32_t b
     return static_cast<std::uint32_t>(number);
 }
 
-}  // namespace kvn::service
+}  // namespace kvn::platform
