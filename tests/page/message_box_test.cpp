@@ -45,6 +45,18 @@ TEST_F(MessageBoxTest, ReturnsTheUsersAnswer) {
     EXPECT_EQ(Answer(IDCANCEL, [&] { return boxes.Show(nullptr, IDS_CONFIRM_RESET, MB_OKCANCEL); }), IDCANCEL);
 }
 
+TEST_F(MessageBoxTest, EnterConfirmsADeletion) {
+    UINT shown = 0;
+    const ReplacedImport<"MessageBoxW", decltype(MessageBoxW)> box(GetModuleHandleW(nullptr),
+                                                                   [&](HWND, LPCWSTR, LPCWSTR, UINT style) {
+                                                                       shown = style;
+                                                                       return IDYES;
+                                                                   });
+    ASSERT_TRUE(box.IsInPlace());
+    EXPECT_TRUE(boxes.ConfirmDeletion(nullptr));
+    EXPECT_EQ(shown, static_cast<UINT>(MB_YESNO | MB_ICONEXCLAMATION | MB_DEFBUTTON1));
+}
+
 TEST_F(MessageBoxTest, ShowsNothingWithoutTextOrCaption) {
     EXPECT_EQ(boxes.Show(nullptr, kNoSuchText, MB_OK), 0);
     const platform::MessageBoxes untitled(module.Handle(), kNoSuchText);
