@@ -163,6 +163,10 @@ std::string OutputOf(const std::wstring& program, const std::wstring& arguments,
 
 }  // namespace
 
+std::chrono::seconds ServiceTest::LongestTime() const {
+    return kLongestTest;
+}
+
 void ServiceTest::SetUp() {
     ASSERT_EQ(ServiceWindow(), nullptr) << "another service runs";
     end_to_end::RemoveRegistryState();
@@ -170,7 +174,7 @@ void ServiceTest::SetUp() {
     scratch = MakeScratchFolder();
     SetEnvironmentVariableW(kOpenedRecord, (scratch + L"opened.txt").c_str());
     processes = std::make_unique<end_to_end::ProcessGroup>();
-    watchdog = std::make_unique<end_to_end::Watchdog>(*processes, kLongestTest);
+    watchdog = std::make_unique<end_to_end::Watchdog>(*processes, LongestTime());
 }
 
 void ServiceTest::TearDown() {

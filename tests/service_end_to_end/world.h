@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <chrono>
 #include <map>
 #include <memory>
 #include <optional>
@@ -67,6 +68,9 @@ class ServiceTest : public testing::Test {
 protected:
     void SetUp() override;
     void TearDown() override;
+
+    // After this time everything that the test has started is killed.
+    virtual std::chrono::seconds LongestTime() const;
 
     // Starts the service with the sample mouse and waits until it answers.
     void StartService(std::vector<std::wstring> options = {L"--mouse", L"1234:5678:7:1"});
