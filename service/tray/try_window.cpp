@@ -126,7 +126,9 @@ void TryWindow::UseDpi(UINT chosenDpi) {
 void TryWindow::LayOut() const {
     RECT area{};
     GetClientRect(window.Get(), &area);
-    const int margin = Pixels(kMargin), gap = Pixels(kGap), line = Pixels(kLineHeight);
+    const int margin = Pixels(kMargin);
+    const int gap = Pixels(kGap);
+    const int line = Pixels(kLineHeight);
     const int width = std::max<int>(area.right - 2 * margin, 0);
     const int textHeight = HeightOfExplanation(width);
     const int listTop = margin + textHeight + gap + line;
