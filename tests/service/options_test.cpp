@@ -19,8 +19,8 @@ class ServiceOptionsTest : public ServiceProgramTest {};
 TEST_F(ServiceOptionsTest, HelpAndVersionNeedNoService) {
     const Outcome help = Run({L"--help"});
     EXPECT_EQ(help.exitCode, 0U);
-    for (const char* const option :
-         {"--quit", "--pause", "--resume", "--settings", "--status", "--profile", "--mouse", "--log", "--version"}) {
+    for (const char* const option : {"--quit", "--pause", "--resume", "--settings", "--status", "--profile", "--mouse",
+                                     "--log", "--export", "--import", "--yes", "--version"}) {
         EXPECT_NE(help.output.find(option), std::string::npos) << option;
     }
     EXPECT_EQ(help.output.find("--watch"), std::string::npos);
