@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "platform/typed_number.h"
 #include "service/mouse_option.h"
-#include "service/numbers.h"
 #include "service/resource.h"
 
 namespace kvn::service {
@@ -13,8 +13,9 @@ namespace {
 using Text = const std::wstring&;
 
 constexpr std::wstring_view kPause = L"--pause", kResume = L"--resume", kProfile = L"--profile", kMouse = L"--mouse",
-                            kLog = L"--log", kSettings = L"--settings", kStatus = L"--status", kQuit = L"--quit",
-                            kExport = L"--export", kImport = L"--import", kYes = L"--yes", kReread = L"--reread";
+                            kLog = L"--log", kSettings = L"--settings", kStatus = L"--status", kTry = L"--try",
+                            kQuit = L"--quit", kExport = L"--export", kImport = L"--import", kYes = L"--yes",
+                            kReread = L"--reread";
 
 struct OptionRow {
     std::wstring_view name;
@@ -46,7 +47,7 @@ bool SetMouse(CommandLine& commands, Text value) {
 }
 
 bool SetProcess(std::optional<std::uint32_t>& process, Text value) {
-    process = ParseNumber(value, 10, 0xFFFFFFFF);
+    process = platform::ParseNumber(value, 10, 0xFFFFFFFF);
     return process.has_value();
 }
 
@@ -64,6 +65,7 @@ constexpr std::array kOptions{
     OptionRow{kYes, {}, IDS_OPTION_YES, [](CommandLine& commands, Text) { return Raise(commands.takesOtherModel); }},
     OptionRow{kProfile, L"NAME|auto", IDS_OPTION_PROFILE,
               [](CommandLine& commands, Text value) { return SetText(commands.profile, value); }},
+    OptionRow{kTry, {}, IDS_OPTION_TRY, [](CommandLine& commands, Text) { return Raise(commands.wantsTry); }},
     OptionRow{kMouse, L"VID:PID:BUTTONS:TILT[:IMAGE[:FLAG]]|none", IDS_OPTION_MOUSE, SetMouse},
     OptionRow{kLog, L"FILE", IDS_OPTION_LOG,
               [](CommandLine& commands, Text value) { return SetText(commands.logFile, value); }},
@@ -97,7 +99,8 @@ bool AsksForAnything(const CommandLine& commands) {
 }
 
 bool StandsAlone(const CommandLine& commands) {
-    return !AsksForAnything(commands) && !commands.wantsSettings && !commands.mouse && !commands.logFile;
+    return !AsksForAnything(commands) && !commands.wantsSettings && !commands.wantsTry && !commands.mouse &&
+           !commands.logFile;
 }
 
 // An export or import is done by the start itself, whether a service runs or not.
@@ -128,7 +131,7 @@ private:
 }  // namespace
 
 bool CommandLine::Starts() const {
-    return mouse || logFile || wantsSettings || !AsksForAnything(*this);
+    return mouse || logFile || wantsSettings || wantsTry || !AsksForAnything(*this);
 }
 
 std::variant<CommandLine, UsageError> ParseArguments(std::span<const std::wstring> arguments) {
@@ -156,6 +159,7 @@ std::vector<std::wstring> ArgumentsForService(const CommandLine& commands) {
     if (commands.pause) list.Add(true, *commands.pause ? kPause : kResume);
     list.Add(commands.rereads, kReread);
     list.Add(commands.wantsSettings, kSettings);
+    list.Add(commands.wantsTry, kTry);
     list.Add(commands.wantsStatus, kStatus);
     return list.Take();
 }

@@ -9,14 +9,9 @@
 #include <variant>
 #include <vector>
 
-#include "model/device_record.h"
+#include "service/mouse_option.h"
 
 namespace kvn::service {
-
-// The mouse to publish in the place of the attached one; without one: as if none were attached.
-struct ChosenMouse {
-    std::optional<model::DeviceRecord> mouse;
-};
 
 inline constexpr std::wstring_view kAutomaticProfile = L"auto";
 
@@ -25,6 +20,7 @@ struct CommandLine {
     bool wantsVersion = false;
     bool wantsStatus = false;
     bool wantsSettings = false;
+    bool wantsTry = false;  // "Try the buttons"
     bool quits = false;
     std::optional<bool> pause;
     std::optional<std::wstring> profile;  // kAutomaticProfile: by the program in front

@@ -18,8 +18,11 @@ struct Answer {
     std::wstring text;  // complete lines, or nothing
 };
 
-// In the second start. Nothing when the service does not answer within seconds, or does not understand.
-std::optional<Answer> AskService(HWND service, const std::vector<std::wstring>& arguments);
+inline constexpr unsigned kAnswerMilliseconds = 8'000;
+
+// In the second start. Nothing when the service does not answer in this time, or does not understand.
+std::optional<Answer> AskService(HWND service, const std::vector<std::wstring>& arguments,
+                                 unsigned milliseconds = kAnswerMilliseconds);
 
 // In the service.
 struct HandedOver {

@@ -62,6 +62,8 @@ public:
     bool IsPaused() const { return isPaused; }
     bool IsHeld(model::ButtonSlot physicalButton);
     Status CurrentStatus() const;
+    // Of the number in EngineSettings; empty when it was in force long ago. From any thread.
+    std::wstring NameOf(std::uint32_t profile) const { return names.NameOf(profile); }
 
     HookThread& Hook() { return hook; }
     SettingsHub& Settings() { return hub; }
