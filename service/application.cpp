@@ -24,7 +24,8 @@ Application::Application()
       protocol(ProtocolOutlets()),
       session(SessionOutlets()),
       tray({.state = [this] { return CurrentTrayState(); },
-            .onChoice = [this](const TrayChoice& choice) { OnTrayChoice(choice); }}) {}
+            .onChoice = [this](const TrayChoice& choice) { OnTrayChoice(choice); }}),
+      transfer(TransferOutlets()) {}
 
 Application::~Application() {
     End();
@@ -61,10 +62,22 @@ MouseDriver::Outlets Application::DriverOutlets() {
     };
 }
 
+TransferDialogs::Outlets Application::TransferOutlets() {
+    return {.onImported = [this] { posted.Post([this] { driver->Settings().Reread(); }); },
+            .onDone = [this](const std::wstring& text) { posted.Post([this, text] { tray.Tell(text, NIIF_INFO); }); }};
+}
+
+// Asked by the thread of the window.
+TryButtons::Outlets Application::TryOutlets() {
+    return {.nameOfProfile = [this](std::uint32_t profile) { return driver->NameOf(profile); },
+            .programInFront = [this] { return driver->Settings().ProgramInFront(); }};
+}
+
 bool Application::Start(const CommandLine& commands) {
     if (!window.Create()) return false;
     posted.RunOn(window.Handle());
     driver = std::make_unique<MouseDriver>(shared.held, DriverOutlets());
+    tryButtons = std::make_unique<TryButtons>(driver->Hook().Presses(), TryOutlets());
     if (commands.logFile) driver->LogTo(*commands.logFile);
     KeepOptions(commands);
     if (!driver->Start(window.Handle(), commands.mouse)) return false;
@@ -100,8 +113,10 @@ Answer Application::CarryOut(const CommandLine& commands) {
     if (commands.mouse || commands.logFile) KeepOptions(commands);
     Answer answer;
     if (commands.profile) answer = ForceProfile(*commands.profile == kAutomaticProfile ? L"" : *commands.profile);
+    if (commands.rereads) driver->Reread();
     if (commands.pause) driver->Pause(*commands.pause);
     if (answer.exitCode == kDone && commands.wantsSettings) answer = OpenSettings();
+    if (answer.exitCode == kDone && commands.wantsTry) answer = OpenTry();
     if (commands.wantsStatus) answer.text += StatusText(driver->CurrentStatus());
     return answer;
 }
@@ -114,6 +129,16 @@ Answer Application::ForceProfile(const std::wstring& name) {
 Answer Application::OpenSettings() {
     if (OpenMouseControlPanel()) return {};
     return {kFailed, Text(IDS_FAULT_SETTINGS) + L'\n'};
+}
+
+Answer Application::OpenTry() {
+    if (tryButtons->Open()) return {};
+    return {kFailed, Text(IDS_FAULT_TRY) + L'\n'};
+}
+
+// What fails is said in a balloon.
+void Application::TellIfFailed(const Answer& answer) {
+    if (!answer.text.empty()) tray.Tell(answer.text, NIIF_ERROR);
 }
 
 void Application::OnTrayChoice(const TrayChoice& choice) {
@@ -129,13 +154,22 @@ void Application::OnTrayChoice(const TrayChoice& choice) {
 void Application::OnTrayCommand(TrayCommand command) {
     switch (command) {
         case TrayCommand::Settings:
-            if (const Answer answer = OpenSettings(); !answer.text.empty()) tray.Tell(answer.text, NIIF_ERROR);
+            TellIfFailed(OpenSettings());
             break;
         case TrayCommand::Automatic:
             static_cast<void>(ForceProfile({}));
             break;
         case TrayCommand::Pause:
             driver->Pause(!driver->IsPaused());
+            break;
+        case TrayCommand::Try:
+            TellIfFailed(OpenTry());
+            break;
+        case TrayCommand::Export:
+            transfer.OpenExport();
+            break;
+        case TrayCommand::Import:
+            transfer.OpenImport();
             break;
         case TrayCommand::Help:
             OpenHelpPage([this] { posted.Post([this] { tray.Tell(Text(IDS_FAULT_HELP), NIIF_ERROR); }); });
@@ -238,9 +272,11 @@ void Application::End() {
     if (std::exchange(isEnding, true)) return;
     const EndInTime guard(shared.held);
     shared.hasEnded = 1;
+    transfer.Close();
     window.Withdraw();
     tray.Remove();
     trail.End();
+    tryButtons.reset();
     driver.reset();
     ReleaseAll(shared.held);
 }

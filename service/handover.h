@@ -11,7 +11,7 @@
 
 namespace kvn::service {
 
-enum ExitCode : int { kDone = 0, kFailed = 1, kWrongOptions = 2 };
+enum ExitCode : int { kDone = 0, kFailed = 1, kWrongOptions = 2, kOtherModel = 3 };
 
 struct Answer {
     int exitCode = kDone;

@@ -6,6 +6,7 @@
 #include <string>
 #include <variant>
 
+#include "platform/service_messages.h"
 #include "service/application.h"
 #include "service/command_line.h"
 #include "service/handover.h"
@@ -17,6 +18,8 @@
 #include "service/session_lock.h"
 #include "service/shared_state.h"
 #include "service/texts.h"
+#include "service/transfer/settings_export.h"
+#include "service/transfer/settings_import.h"
 #include "service/version.h"
 #include "service/watcher.h"
 
@@ -135,6 +138,22 @@ int Quit(const CommandLine& commands) {
     return EndWatcher() && HasLockGone() ? kDone : Complain(IDS_FAULT_NO_ANSWER);
 }
 
+// The running service takes them over at once; any other program that the page would know as one is told as by the
+// page.
+void ReportSettingsChanged() {
+    CommandLine reread;
+    reread.rereads = true;
+    const HWND service = FindRunningService();
+    if (service == nullptr || !AskService(service, ArgumentsForService(reread))) platform::NotifySettingsChanged();
+}
+
+int Import(const CommandLine& commands) {
+    const Answer answer = ImportSettings(FullPath(*commands.importFile),
+                                         [&](const auto&, const auto&) { return commands.takesOtherModel; });
+    if (answer.exitCode == kDone) ReportSettingsChanged();
+    return Tell(answer);
+}
+
 int CarryOut(const CommandLine& commands) {
     if (commands.watchedProcess) {
         WatchService(*commands.watchedProcess);
@@ -144,6 +163,8 @@ int CarryOut(const CommandLine& commands) {
         Print(commands.wantsHelp ? HelpText() : std::wstring(L"KvnMouseApl ") + kVersion + L'\n');
         return kDone;
     }
+    if (commands.exportFile) return Tell(ExportSettings(FullPath(*commands.exportFile)));
+    if (commands.importFile) return Import(commands);
     if (commands.quits) return Quit(commands);
     return commands.Starts() ? StartOrHandOver(commands) : HandOver(commands);
 }

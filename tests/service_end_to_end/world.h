@@ -49,12 +49,19 @@ enum Function : model::FunctionCode {
     kOff = 38,
 };
 
+struct Flying {
+    int flicks = 1;
+    int revolutionSpeed = 1;
+    int scrollSpeed = 5;
+};
+
 // What the registry's key of the mouse holds. Controls that are not named are natural.
 struct Choice {
     std::map<ButtonSlot, model::FunctionCode> functions{};
     std::map<ButtonSlot, std::wstring> keys{};
     std::vector<std::wstring> gestures{};
     int horizontalSpeed = 4;
+    std::optional<Flying> flying{};
 };
 
 class ServiceTest : public testing::Test {
