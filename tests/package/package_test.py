@@ -45,7 +45,9 @@ FIRST_RELEASE = pathlib.Path("tests/package/release_1.0.0/KvnMouseUtil.wxs")
 SOFTWARE = r"HKEY_LOCAL_MACHINE\Software"
 CLASS_KEY = rf"{SOFTWARE}\Classes\CLSID\{make_msi.class_id()}"
 HANDLERS_KEY = rf"{SOFTWARE}\Microsoft\Windows\CurrentVersion\Controls Folder\Mouse"
-SETTINGS_KEY = r"HKEY_CURRENT_USER\Software\KORVEN\MouseUtility\VID1234PID5678"
+USERS_KEY = r"HKEY_CURRENT_USER\Software\KORVEN"
+SETTINGS_KEY = rf"{USERS_KEY}\MouseUtility\VID1234PID5678"
+USERS_FOLDERS = "users/*/AppData/Roaming/KORVEN"
 RUN_KEY = rf"{SOFTWARE}\Microsoft\Windows\CurrentVersion\Run"
 UNINSTALL_KEY = rf"{SOFTWARE}\Microsoft\Windows\CurrentVersion\Uninstall"
 
@@ -182,7 +184,7 @@ def first_release() -> pathlib.Path:
 
 def users_settings() -> tuple[dict, Registry]:
     """The profiles of all users, and what the page has stored for the sample mouse."""
-    [data] = DRIVE_C.glob("users/*/AppData/Roaming/KORVEN")
+    [data] = DRIVE_C.glob(USERS_FOLDERS)
     return files_below(data), read_registry(SETTINGS_KEY)
 
 
@@ -291,8 +293,9 @@ class InstallationFixture(unittest.TestCase):
         quit_service()
         for product_code in products():
             run("msiexec", "/x", product_code, "/qn")
-        for folder in (MAKER_FOLDER, CHOSEN_FOLDER.parent, OWN_FOLDER):
+        for folder in (MAKER_FOLDER, CHOSEN_FOLDER.parent, OWN_FOLDER, *DRIVE_C.glob(USERS_FOLDERS)):
             shutil.rmtree(folder, ignore_errors=True)
+        import_registry(f"{REG_FILE}[-{USERS_KEY}]\n")
 
 
 class Installation(InstallationFixture):
