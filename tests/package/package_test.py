@@ -66,7 +66,10 @@ FIXED_FILE_INFO = bytes.fromhex("bd04effe")  # the mark of a version resource
 
 
 def msiexec(action: str, installer: pathlib.Path = INSTALLER, *properties: str) -> int:
-    return run("msiexec", action, windows_path(installer), "/qn", *properties)[0]
+    status, output = run("msiexec", action, windows_path(installer), "/qn", *properties)
+    if output:
+        print(output, file=sys.stderr)
+    return status
 
 
 def running_services() -> dict[int, str]:
