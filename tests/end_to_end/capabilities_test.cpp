@@ -5,6 +5,7 @@
 #include "resources/resource.h"
 #include "tests/end_to_end/stored_state.h"
 #include "tests/end_to_end/world.h"
+#include "tests/support/platform.h"
 
 namespace kvn::end_to_end {
 namespace {
@@ -79,6 +80,7 @@ constexpr std::array kVersions{WindowsVersion{L"winxp64", 37, "WindowsXp"}, Wind
 class CapabilitiesOnVersion : public Capabilities, public testing::WithParamInterface<WindowsVersion> {};
 
 TEST_P(CapabilitiesOnVersion, ChooserOffersWhatTheVersionKnows) {
+    if (!test::RunsUnderWine()) GTEST_SKIP() << "Windows is the version that it is";
     const TemporaryText version(HKEY_CURRENT_USER, L"Software\\Wine\\AppDefaults\\control_panel.exe", L"Version",
                                 GetParam().name);
     const Sheet sheet = OpenSheetWithService();

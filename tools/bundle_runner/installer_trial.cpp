@@ -7,8 +7,6 @@
 
 #include <array>
 #include <chrono>
-#include <optional>
-#include <string_view>
 #include <utility>
 
 #include "platform/service_protocol.h"
@@ -60,7 +58,7 @@ public:
         OpenPage();
         Execute("Removing", L"/x");
         Check("The product is not listed any more", !IsInstalled(UpgradeCode()));
-        Check("No service is left running", FindWindowW(nullptr, platform::kServiceName) == nullptr);
+        Check("No service is left running", !HasService());
         return steps;
     }
 
@@ -88,26 +86,30 @@ private:
     // Through the registered handlers, as the Mouse control panel does; the service of the bundle takes the sample
     // mouse.
     void OpenPage() {
-        RunService(L"--mouse 1234:5678:7:1");
+        const RunningProgram service(ServiceCommand(L"--mouse 1234:5678:7:1"), programs);
+        AwaitService(true);
         const ProgramRun run =
             RunProgram(L"\"" + programs + L"\\control_panel.exe\" --screenshot \"" + folder + L"\\installed.png\"",
                        folder, folder + L"\\control_panel.txt", kPagePatience);
         const bool isDone = run.hasStarted && !run.hasTimedOut && run.exitCode == 0;
         Check("The page opens from where it is installed", isDone, isDone ? "" : run.output);
-        RunService(L"--quit");
+        const RunningProgram quitting(ServiceCommand(L"--quit"), programs);
+        AwaitService(false);
     }
 
     // A start that finds a running service hands its options over.
-    void RunService(const wchar_t* options) {
-        service.emplace(L"\"" + programs + L"\\service\\KvnMouseApl.exe\" " + options, programs);
-        for (int tries = 100; tries > 0 && FindWindowW(nullptr, platform::kServiceName) == nullptr; --tries) Sleep(100);
-        if (std::wstring_view(options) == L"--quit") static_cast<void>(service->EndsWithin(kPagePatience));
+    std::wstring ServiceCommand(const wchar_t* options) const {
+        return L"\"" + programs + L"\\service\\KvnMouseApl.exe\" " + options;
+    }
+
+    static bool HasService() { return FindWindowW(nullptr, platform::kServiceName) != nullptr; }
+    static void AwaitService(bool runs) {
+        for (int tries = 100; tries > 0 && HasService() != runs; --tries) Sleep(100);
     }
 
     std::wstring installer;
     std::wstring programs;
     std::wstring folder;
-    std::optional<RunningProgram> service;
     std::vector<Step> steps;
 };
 

@@ -3,10 +3,13 @@
 #include <windows.h>
 
 #include <commctrl.h>
+#include <shlobj.h>
 
 #include <chrono>
 #include <cstring>
 #include <exception>
+#include <filesystem>
+#include <fstream>
 #include <stdexcept>
 #include <utility>
 
@@ -27,6 +30,25 @@ constexpr std::chrono::seconds kPatience{20};
 constexpr DWORD kTickMilliseconds = 200;
 constexpr wchar_t kSampleMouse[] = L"1234:5678:7:1";
 constexpr int kGestureTab = 1;
+constexpr LPARAM kKeyUp = 0xC0000001;
+
+// What the pictures show of the sample mouse: the wheel button draws gestures.
+constexpr wchar_t kProfileFolder[] = L"\\KORVEN\\Tarsel3";
+constexpr wchar_t kProfileFile[] = L"\\VID1234PID5678.xml";
+constexpr char kProfiles[] =
+    "<data><vid>4660</vid><pid>22136</pid><select_profile>0</select_profile>"
+    "<profile><profname>Default</profname><tbutton>36</tbutton>"
+    "<Gesture><Key>L</Key><Function>3</Function><Memo>Previous page</Memo><EtcKey></EtcKey></Gesture>"
+    "<Gesture><Key>UD</Key><Function>37</Function><Memo>Again</Memo><EtcKey>Left Ctrl+Left Shift+T</EtcKey></Gesture>"
+    "</profile><profile><profname>Games</profname></profile></data>";
+
+void WriteProfiles() {
+    wchar_t data[MAX_PATH]{};
+    SHGetFolderPathW(nullptr, CSIDL_APPDATA, nullptr, SHGFP_TYPE_CURRENT, data);
+    const std::wstring folder = std::wstring(data) + kProfileFolder;
+    SHCreateDirectoryExW(nullptr, folder.c_str(), nullptr);
+    std::ofstream(std::filesystem::path(folder + kProfileFile), std::ios::binary) << kProfiles;
+}
 
 // The answer that is not empty, within the patience.
 template <typename Question>
@@ -94,6 +116,12 @@ Picture CopyWindow(HWND window) {
     return before;
 }
 
+void ChooseLastEntry(HWND combo) {
+    SendMessageW(combo, CB_SETCURSEL, static_cast<WPARAM>(SendMessageW(combo, CB_GETCOUNT, 0, 0) - 1), 0);
+    PostMessageW(GetParent(combo), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(combo), CBN_SELCHANGE),
+                 reinterpret_cast<LPARAM>(combo));
+}
+
 class Tour {
 public:
     Tour(const std::wstring& programs, std::wstring picturesFolder)
@@ -122,25 +150,34 @@ public:
         }
     }
 
-    // Takes the picture of the dialog that the button opens, and what `inside` wants of it.
-    template <typename Inside>
-    void Open(const char* name, int button, Inside inside) {
+    // Takes the picture of the dialog that `opening` opens, and what `inside` wants of it.
+    template <typename Opening, typename Inside>
+    void OpenBy(Opening opening, const char* name, Inside inside) {
         const HWND before = front;
-        PostMessageW(Control(button), BM_CLICK, 0, 0);
+        opening();
         front = Await(name, [&] { return Another(before); });
         Take(name);
         inside();
         PostMessageW(front, WM_CLOSE, 0, 0);
         front = Await("end of a dialog", [&] { return FrontWindow(host.Id()) == before ? before : nullptr; });
     }
+    template <typename Inside>
+    void Open(const char* name, int button, Inside inside) {
+        OpenBy([&] { PostMessageW(Control(button), BM_CLICK, 0, 0); }, name, inside);
+    }
     void Open(const char* name, int button) {
         Open(name, button, [] {});
     }
+    void OpenByLastEntry(const char* name, int list) {
+        OpenBy([&] { ChooseLastEntry(Control(list)); }, name, [] {});
+    }
 
     void ChooseTab(int index) { SendMessageW(Control(IDC_PAGE_TAB), TCM_SETCURFOCUS, static_cast<WPARAM>(index), 0); }
-    void ChooseLast(int list) {
-        const HWND combo = Control(list);
-        SendMessageW(combo, CB_SETCURSEL, static_cast<WPARAM>(SendMessageW(combo, CB_GETCOUNT, 0, 0) - 1), 0);
+    void PressKey(int control, WPARAM key) {
+        const HWND window = Control(control);
+        SendMessageW(front, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(window), TRUE);
+        PostMessageW(window, WM_KEYDOWN, key, 1);
+        PostMessageW(window, WM_KEYUP, key, kKeyUp);
     }
 
     std::vector<Shot> shots;
@@ -166,17 +203,29 @@ private:
     HWND front;
 };
 
-void VisitPage(Tour& tour) {
-    tour.Take("page");
+void VisitGestures(Tour& tour) {
     tour.ChooseTab(kGestureTab);
+    tour.PressKey(IDC_GESTURES_LIST, VK_HOME);
+    tour.PressKey(IDC_GESTURES_LIST, VK_DOWN);
     tour.Take("gestures");
-    tour.Open("gesture-editor", IDC_GESTURES_ADD);
+    tour.Open("gesture-editor", IDC_GESTURES_ADD, [&] { tour.OpenByLastEntry("keys", IDC_GESTURE_FUNCTION); });
     tour.ChooseTab(0);
+}
+
+void VisitProfiles(Tour& tour) {
     tour.Open("profiles", IDC_PAGE_EDIT_PROFILE, [&] {
         tour.Open("profile-name", IDC_PROFILES_ADD);
+        tour.PressKey(IDC_PROFILES_LIST, VK_HOME);
+        tour.PressKey(IDC_PROFILES_LIST, VK_DOWN);
         tour.Open("programs", IDC_PROFILES_ADD_PROGRAM,
                   [&] { tour.Open("window-program", IDC_PROGRAMS_SELECT_WINDOW); });
     });
+}
+
+void VisitPage(Tour& tour) {
+    tour.Take("page");
+    VisitGestures(tour);
+    VisitProfiles(tour);
 }
 
 }  // namespace
@@ -184,6 +233,7 @@ void VisitPage(Tour& tour) {
 std::vector<Shot> TakePictures(const std::wstring& programs, const std::wstring& folder) {
     std::vector<Shot> shots;
     try {
+        WriteProfiles();
         Tour tour(programs, folder);
         try {
             VisitPage(tour);
