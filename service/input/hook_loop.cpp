@@ -49,6 +49,11 @@ constexpr std::array<CommandRow, 11> kCommands{{
     {CommandKind::Quit, [](HookLoop& l, const Command& /*c*/) { l.Quit(); }},
 }};
 
+model::ButtonSlot ControlOf(const MouseEvent& event) {
+    if (event.kind != MouseEventKind::Tilt) return event.control;
+    return event.delta < 0 ? model::ButtonSlot::TiltLeft : model::ButtonSlot::TiltRight;
+}
+
 }  // namespace
 
 HookLoop::HookLoop(Performer& orderTaker, MouseActivity& mouseActivity)
@@ -115,6 +120,7 @@ void HookLoop::CarryOutCommands() {
 void HookLoop::CarryOut(const Command& command) {
     const auto row = std::ranges::find(kCommands, command.kind, &CommandRow::kind);
     if (row != kCommands.end()) row->carryOut(*this, command);
+    presses.Report(orders);
     HandOver();
 }
 
@@ -132,12 +138,20 @@ Verdict HookLoop::Decide(const MouseEvent& event) {
         isOverloaded = !hasRoom;
         engine.OnOverload(isOverloaded);
     }
+    const std::uint64_t pressesBefore = engine.PressCount();
     const Verdict verdict = engine.OnMouse(event, orders);
+    presses.Report(orders);
+    if (engine.PressCount() != pressesBefore) ReportPress(event, verdict);
     HandOver();
     NoteEvent(event);
     Publish();
     WatchTicks();
     return verdict;
+}
+
+void HookLoop::ReportPress(const MouseEvent& event, Verdict verdict) {
+    const DecidedPress press{ControlOf(event), verdict, engine.IsPaused(), engine.Profile()};
+    presses.ReportPress(press, orders);
 }
 
 void HookLoop::Tick() {
@@ -166,6 +180,7 @@ void HookLoop::HandOver() {
 
 void HookLoop::Publish() {
     heldButtons.store(engine.HeldButtons(), std::memory_order_release);
+    pressCount.store(engine.PressCount(), std::memory_order_release);
     isGestureEdited.store(engine.IsGestureEdited(), std::memory_order_release);
 }
 
@@ -177,12 +192,9 @@ void HookLoop::NoteActivity() {
     if (activity.isSomeoneAsleep.exchange(false) && activity.wake != nullptr) SetEvent(activity.wake);
 }
 
-// What a program has made shows that the hook lives, but is no press by the user.
+// A press that a program has made shows too that the hook lives.
 void HookLoop::NoteEvent(const MouseEvent& event) {
     if (event.kind == MouseEventKind::Press) lastPress.store(GetTickCount(), std::memory_order_release);
-    if (event.isInjected) return;
-    const bool isPush = event.kind == MouseEventKind::Tilt && pushes.Begins(event.delta, event.time);
-    if (isPush || event.kind == MouseEventKind::Press) pressCount.fetch_add(1, std::memory_order_relaxed);
 }
 
 }  // namespace kvn::service
