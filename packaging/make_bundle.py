@@ -13,6 +13,8 @@ import subprocess
 import sys
 import zipfile
 
+import make_msi
+
 PACKAGING = pathlib.Path(__file__).resolve().parent
 
 # Test programs that need more than Windows, and why. The report names them.
@@ -52,12 +54,11 @@ def copy_programs(source: pathlib.Path, target: pathlib.Path) -> None:
         shutil.copy(file, target)
     service = target / "service"
     service.mkdir()
-    for file in (source / "service").iterdir():
-        if file.suffix in (".exe", ".htm"):
-            shutil.copy(file, service)
-    for folder in ("MouseImage", "HelpImage"):
-        if (source / "service" / folder).is_dir():
-            shutil.copytree(source / "service" / folder, service / folder)
+    for file in (source / "service").rglob("*"):
+        if file.suffix in make_msi.BESIDE_SERVICE | {".exe"}:
+            copy = service / file.relative_to(source / "service")
+            copy.parent.mkdir(parents=True, exist_ok=True)
+            shutil.copy(file, copy)
 
 
 def write_text(file: pathlib.Path, text: str) -> None:
