@@ -11,8 +11,8 @@
 #include "service/tray/try_window.h"
 #include "service/version.h"
 #include "tests/service/program.h"
-#include "tests/support/profile_text.h"
 #include "tests/support/waiting.h"
+#include "tests/support/written_profiles.h"
 
 namespace kvn::service_test {
 namespace {

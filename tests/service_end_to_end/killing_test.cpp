@@ -8,7 +8,7 @@
 #include <cstdlib>
 #include <random>
 
-#include "tests/end_to_end/waiting.h"
+#include "tests/end_to_end/story_waiting.h"
 #include "tests/service_end_to_end/world.h"
 #include "tests/support/platform.h"
 #include "tests/support/waiting.h"
