@@ -250,7 +250,9 @@ std::wstring ServiceTest::CopyOfRecorder(const std::wstring& name) const {
 
 void ServiceTest::Store(const Choice& choice) {
     StoreNumber(model::RegistryValue::HorizontalScrollSpeed, static_cast<DWORD>(choice.horizontalSpeed));
-    StoreNumber(model::RegistryValue::FlyingRevolutionCount, static_cast<DWORD>(-2));
+    StoreNumber(model::RegistryValue::FlyingRevolutionCount, static_cast<DWORD>(choice.flicks));
+    StoreNumber(model::RegistryValue::FlyingRevolutionSpeed, 1);
+    StoreNumber(model::RegistryValue::FlyingScrollSpeed, 10);
     StoreGestures(choice.gestures);
     for (const model::ButtonSlotRow& row : model::kButtonSlots) StoreControl(row, choice);
 }

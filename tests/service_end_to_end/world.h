@@ -54,6 +54,7 @@ struct Choice {
     std::map<ButtonSlot, std::wstring> keys{};
     std::vector<std::wstring> gestures{};
     int horizontalSpeed = 4;
+    int flicks = -2;  // that let the wheel fly, as fast as it can and by the slowest flicks
 };
 
 class ServiceTest : public testing::Test {
