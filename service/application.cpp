@@ -15,12 +15,7 @@
 #include "service/version.h"
 
 namespace kvn::service {
-namespace {
-
-// A watcher that could not be started is tried again.
-constexpr DWORD kWatcherRetryMilliseconds = 1'000;
-
-}  // namespace
+namespace {}  // namespace
 
 Application::Application()
     : shared(memory.State()),
@@ -29,7 +24,8 @@ Application::Application()
       protocol(ProtocolOutlets()),
       session(SessionOutlets()),
       tray({.state = [this] { return CurrentTrayState(); },
-            .onChoice = [this](const TrayChoice& choice) { OnTrayChoice(choice); }}) {}
+            .onChoice = [this](const TrayChoice& choice) { OnTrayChoice(choice); }}),
+      transfer(TransferOutlets()) {}
 
 Application::~Application() {
     End();
@@ -66,15 +62,28 @@ MouseDriver::Outlets Application::DriverOutlets() {
     };
 }
 
+TransferDialogs::Outlets Application::TransferOutlets() {
+    return {.onImported = [this] { posted.Post([this] { driver->Settings().Reread(); }); },
+            .onDone = [this](const std::wstring& text) { posted.Post([this, text] { tray.Tell(text, NIIF_INFO); }); }};
+}
+
+// Asked by the thread of the window.
+TryButtons::Outlets Application::TryOutlets() {
+    return {.nameOfProfile = [this](std::uint32_t profile) { return driver->NameOf(profile); },
+            .programInFront = [this] { return driver->Settings().ProgramInFront(); }};
+}
+
 bool Application::Start(const CommandLine& commands) {
     if (!window.Create()) return false;
     posted.RunOn(window.Handle());
     driver = std::make_unique<MouseDriver>(shared.held, DriverOutlets());
+    tryButtons = std::make_unique<TryButtons>(driver->Hook().Presses(), TryOutlets());
     if (commands.logFile) driver->LogTo(*commands.logFile);
     KeepOptions(commands);
     if (!driver->Start(window.Handle(), commands.mouse)) return false;
     SessionEvents::Watch(window.Handle());
     tray.Show(window.Handle());
+    if (isEnding) return true;  // the session ended while the taskbar was asked
     watcher.Start(commands.watcherProcess.value_or(0));
     window.Announce();
     Greet(commands.mouse.has_value());
@@ -97,14 +106,17 @@ void Application::KeepOptions(const CommandLine& commands) {
 }
 
 Answer Application::CarryOut(const CommandLine& commands) {
+    if (driver == nullptr) return {};
     if (commands.quits) RequestEnd();
     if (commands.mouse) driver->Choose(*commands.mouse);
     if (commands.logFile) driver->LogTo(*commands.logFile);
     if (commands.mouse || commands.logFile) KeepOptions(commands);
     Answer answer;
     if (commands.profile) answer = ForceProfile(*commands.profile == kAutomaticProfile ? L"" : *commands.profile);
+    if (commands.rereads) driver->Reread();
     if (commands.pause) driver->Pause(*commands.pause);
     if (answer.exitCode == kDone && commands.wantsSettings) answer = OpenSettings();
+    if (answer.exitCode == kDone && commands.wantsTry) answer = OpenTry();
     if (commands.wantsStatus) answer.text += StatusText(driver->CurrentStatus());
     return answer;
 }
@@ -117,6 +129,16 @@ Answer Application::ForceProfile(const std::wstring& name) {
 Answer Application::OpenSettings() {
     if (OpenMouseControlPanel()) return {};
     return {kFailed, Text(IDS_FAULT_SETTINGS) + L'\n'};
+}
+
+Answer Application::OpenTry() {
+    if (tryButtons->Open()) return {};
+    return {kFailed, Text(IDS_FAULT_TRY) + L'\n'};
+}
+
+// What fails is said in a balloon.
+void Application::TellIfFailed(const Answer& answer) {
+    if (!answer.text.empty()) tray.Tell(answer.text, NIIF_ERROR);
 }
 
 void Application::OnTrayChoice(const TrayChoice& choice) {
@@ -132,13 +154,22 @@ void Application::OnTrayChoice(const TrayChoice& choice) {
 void Application::OnTrayCommand(TrayCommand command) {
     switch (command) {
         case TrayCommand::Settings:
-            if (const Answer answer = OpenSettings(); !answer.text.empty()) tray.Tell(answer.text, NIIF_ERROR);
+            TellIfFailed(OpenSettings());
             break;
         case TrayCommand::Automatic:
             static_cast<void>(ForceProfile({}));
             break;
         case TrayCommand::Pause:
             driver->Pause(!driver->IsPaused());
+            break;
+        case TrayCommand::Try:
+            TellIfFailed(OpenTry());
+            break;
+        case TrayCommand::Export:
+            transfer.OpenExport();
+            break;
+        case TrayCommand::Import:
+            transfer.OpenImport();
             break;
         case TrayCommand::Help:
             OpenHelpPage([this] { posted.Post([this] { tray.Tell(Text(IDS_FAULT_HELP), NIIF_ERROR); }); });
@@ -223,8 +254,8 @@ void Application::Run() {
         }
         const HANDLE watched = watcher.Process();
         const DWORD count = watched == nullptr ? 0 : 1;
-        const DWORD wait = watcher.IsMissing() ? kWatcherRetryMilliseconds : INFINITE;
-        const DWORD woken = MsgWaitForMultipleObjectsEx(count, &watched, wait, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
+        const DWORD woken = MsgWaitForMultipleObjectsEx(count, &watched, watcher.MillisecondsToRetry(), QS_ALLINPUT,
+                                                        MWMO_INPUTAVAILABLE);
         const bool isWatcherGone = woken == WAIT_TIMEOUT || (count == 1 && woken == WAIT_OBJECT_0);
         if (isWatcherGone && !isEnding) watcher.Replace();
     }
@@ -241,9 +272,11 @@ void Application::End() {
     if (std::exchange(isEnding, true)) return;
     const EndInTime guard(shared.held);
     shared.hasEnded = 1;
+    transfer.Close();
     window.Withdraw();
     tray.Remove();
     trail.End();
+    tryButtons.reset();
     driver.reset();
     ReleaseAll(shared.held);
 }

@@ -16,8 +16,10 @@
 #include "service/posted_work.h"
 #include "service/session_events.h"
 #include "service/shared_state.h"
+#include "service/transfer/transfer_dialogs.h"
 #include "service/tray/trail_window.h"
 #include "service/tray/tray_icon.h"
+#include "service/tray/try_buttons.h"
 #include "service/watcher.h"
 
 namespace kvn::service {
@@ -44,9 +46,14 @@ private:
     PageProtocol::Outlets ProtocolOutlets();
     SessionEvents::Outlets SessionOutlets();
     MouseDriver::Outlets DriverOutlets();
+    TryButtons::Outlets TryOutlets();
+
+    TransferDialogs::Outlets TransferOutlets();
 
     Answer ForceProfile(const std::wstring& name);
     static Answer OpenSettings();
+    Answer OpenTry();
+    void TellIfFailed(const Answer& answer);
     void OnTrayChoice(const TrayChoice& choice);
     void OnTrayCommand(TrayCommand command);
     TrayState CurrentTrayState() const;
@@ -66,8 +73,10 @@ private:
     PageProtocol protocol;
     SessionEvents session;
     TrayIcon tray;
+    TransferDialogs transfer;
     TrailWindow trail;
-    std::unique_ptr<MouseDriver> driver;  // empty before the start and at the end
+    std::unique_ptr<MouseDriver> driver;     // empty before the start and at the end
+    std::unique_ptr<TryButtons> tryButtons;  // as long as the driver, whose presses it shows
     std::optional<ChosenMouse> keptMouse;
     std::wstring keptLog;
     bool isEnding = false;

@@ -13,7 +13,9 @@ namespace {
 using Text = const std::wstring&;
 
 constexpr std::wstring_view kPause = L"--pause", kResume = L"--resume", kProfile = L"--profile", kMouse = L"--mouse",
-                            kLog = L"--log", kSettings = L"--settings", kStatus = L"--status", kQuit = L"--quit";
+                            kLog = L"--log", kSettings = L"--settings", kStatus = L"--status", kTry = L"--try",
+                            kQuit = L"--quit", kExport = L"--export", kImport = L"--import", kYes = L"--yes",
+                            kReread = L"--reread";
 
 struct OptionRow {
     std::wstring_view name;
@@ -56,14 +58,21 @@ constexpr std::array kOptions{
     OptionRow{
         kSettings, {}, IDS_OPTION_SETTINGS, [](CommandLine& commands, Text) { return Raise(commands.wantsSettings); }},
     OptionRow{kStatus, {}, IDS_OPTION_STATUS, [](CommandLine& commands, Text) { return Raise(commands.wantsStatus); }},
+    OptionRow{kExport, L"FILE", IDS_OPTION_EXPORT,
+              [](CommandLine& commands, Text value) { return SetText(commands.exportFile, value); }},
+    OptionRow{kImport, L"FILE", IDS_OPTION_IMPORT,
+              [](CommandLine& commands, Text value) { return SetText(commands.importFile, value); }},
+    OptionRow{kYes, {}, IDS_OPTION_YES, [](CommandLine& commands, Text) { return Raise(commands.takesOtherModel); }},
     OptionRow{kProfile, L"NAME|auto", IDS_OPTION_PROFILE,
               [](CommandLine& commands, Text value) { return SetText(commands.profile, value); }},
+    OptionRow{kTry, {}, IDS_OPTION_TRY, [](CommandLine& commands, Text) { return Raise(commands.wantsTry); }},
     OptionRow{kMouse, L"VID:PID:BUTTONS:TILT[:IMAGE[:FLAG]]|none", IDS_OPTION_MOUSE, SetMouse},
     OptionRow{kLog, L"FILE", IDS_OPTION_LOG,
               [](CommandLine& commands, Text value) { return SetText(commands.logFile, value); }},
     OptionRow{L"--help", {}, IDS_OPTION_HELP, [](CommandLine& commands, Text) { return Raise(commands.wantsHelp); }},
     OptionRow{
         L"--version", {}, IDS_OPTION_VERSION, [](CommandLine& commands, Text) { return Raise(commands.wantsVersion); }},
+    OptionRow{kReread, {}, 0, [](CommandLine& commands, Text) { return Raise(commands.rereads); }},
     OptionRow{L"--watch", L"PROCESS", 0,
               [](CommandLine& commands, Text value) { return SetProcess(commands.watchedProcess, value); }},
     OptionRow{L"--watched-by", L"PROCESS", 0,
@@ -86,11 +95,21 @@ std::optional<UsageError> ReadOption(CommandLine& commands, std::span<const std:
 }
 
 bool AsksForAnything(const CommandLine& commands) {
-    return commands.wantsStatus || commands.pause || commands.profile;
+    return commands.wantsStatus || commands.pause || commands.profile || commands.rereads;
 }
 
 bool StandsAlone(const CommandLine& commands) {
-    return !AsksForAnything(commands) && !commands.wantsSettings && !commands.mouse && !commands.logFile;
+    return !AsksForAnything(commands) && !commands.wantsSettings && !commands.wantsTry && !commands.mouse &&
+           !commands.logFile;
+}
+
+// An export or import is done by the start itself, whether a service runs or not.
+std::optional<UsageError> FaultOfTransfer(const CommandLine& commands) {
+    if (commands.takesOtherModel && !commands.importFile) return UsageError{UsageFault::YesWithoutImport, {}, {}};
+    if (!commands.exportFile && !commands.importFile) return std::nullopt;
+    const bool isOne = commands.exportFile.has_value() != commands.importFile.has_value();
+    if (isOne && StandsAlone(commands) && !commands.quits) return std::nullopt;
+    return UsageError{UsageFault::StandsAlone, std::wstring(commands.exportFile ? kExport : kImport), {}};
 }
 
 class ArgumentList {
@@ -112,7 +131,7 @@ private:
 }  // namespace
 
 bool CommandLine::Starts() const {
-    return mouse || logFile || wantsSettings || !AsksForAnything(*this);
+    return mouse || logFile || wantsSettings || wantsTry || !AsksForAnything(*this);
 }
 
 std::variant<CommandLine, UsageError> ParseArguments(std::span<const std::wstring> arguments) {
@@ -123,6 +142,7 @@ std::variant<CommandLine, UsageError> ParseArguments(std::span<const std::wstrin
     if (commands.quits && !StandsAlone(commands)) {
         return UsageError{UsageFault::QuitStandsAlone, std::wstring(kQuit), {}};
     }
+    if (const auto fault = FaultOfTransfer(commands)) return *fault;
     return commands;
 }
 
@@ -137,7 +157,9 @@ std::vector<std::wstring> ArgumentsForService(const CommandLine& commands) {
     list.Add(kLog, commands.logFile);
     list.Add(kProfile, commands.profile);
     if (commands.pause) list.Add(true, *commands.pause ? kPause : kResume);
+    list.Add(commands.rereads, kReread);
     list.Add(commands.wantsSettings, kSettings);
+    list.Add(commands.wantsTry, kTry);
     list.Add(commands.wantsStatus, kStatus);
     return list.Take();
 }

@@ -25,7 +25,7 @@ struct OrderedMouse {
 struct HubOrders {
     std::optional<OrderedMouse> mouse;
     std::optional<std::wstring> forced;  // a profile's name; empty: automatic
-    bool reread = false;
+    std::uint64_t reading = 0;           // the number of an order to read again; 0: none
 };
 
 // What others can know of it.
@@ -35,8 +35,10 @@ struct HubReport {
     ProfileInForce inForce;
     Names profiles = std::make_shared<std::vector<std::wstring>>();  // in the order of the file
     std::wstring forced;
+    std::wstring programInFront;
     std::uint64_t switches = 0;
-    std::uint64_t mouseNumber = 0;  // the order of the mouse whose profile was told last
+    std::uint64_t mouseNumber = 0;    // the order of the mouse whose profile was told last
+    std::uint64_t readingNumber = 0;  // the order to read again that was carried out last
 };
 
 class HubExchange {

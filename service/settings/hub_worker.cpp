@@ -140,7 +140,10 @@ DWORD HubWorker::WaitMilliseconds() {
 
 void HubWorker::TakeOrders() {
     HubOrders orders = exchange.TakeOrders();
-    if (orders.reread) schedule.ReadAtOnce(GetTickCount64());
+    if (orders.reading != 0) {
+        readingNumber = orders.reading;
+        schedule.ReadAtOnce(GetTickCount64());
+    }
     if (orders.forced) {
         forced = std::move(*orders.forced);
         isProfileStale = true;
@@ -195,8 +198,14 @@ void HubWorker::LookIfDue() {
     if (change.isOtherProgram) {
         isProfileStale = true;
         frontComparison.SetProgram(front.Program());
+        ReportProgram();
     }
     if (change.isOtherWindow) Call(outlets.onWindowInFront, front.Window());
+}
+
+void HubWorker::ReportProgram() {
+    std::wstring program = front.Program();
+    exchange.Report([&](HubReport& report) { report.programInFront.swap(program); });
 }
 
 void HubWorker::WorkOutProfile() {
@@ -222,7 +231,10 @@ void HubWorker::Publish(const ProfileInForce& next) {
     });
     inForce = next.settings;
     if (isNews) Call(outlets.onProfile, next);
-    exchange.Report([this](HubReport& report) { report.mouseNumber = mouseNumber; });
+    exchange.Report([this](HubReport& report) {
+        report.mouseNumber = mouseNumber;
+        report.readingNumber = readingNumber;
+    });
 }
 
 std::uint32_t HubWorker::NumberOf(const std::wstring& profileName) {

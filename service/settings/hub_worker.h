@@ -52,6 +52,7 @@ private:
     void Read();
     void ReportSetAside();
     void LookIfDue();
+    void ReportProgram();
     void WorkOutProfile();
     void Publish(const ProfileInForce& next);
     // A thread that lives on after it was asked to end calls nobody.
@@ -72,6 +73,7 @@ private:
     // The thread's own.
     std::optional<OrderedMouse> orderedMouse;  // not taken up yet
     std::uint64_t mouseNumber = 0;
+    std::uint64_t readingNumber = 0;
     std::optional<model::DeviceRecord> mouse;
     ProfileStore store;
     bool isProfileStale = false;  // something has changed since it was worked out

@@ -28,7 +28,11 @@ bool SettingsHub::HasTakenMouse() const {
 }
 
 void SettingsHub::Reread() {
-    worker->Exchange().Order([](HubOrders& orders) { orders.reread = true; });
+    worker->Exchange().Order([this](HubOrders& orders) { orders.reading = ++orderedReadings; });
+}
+
+bool SettingsHub::HasReread() const {
+    return worker->Exchange().Ask([this](const HubReport& report) { return report.readingNumber == orderedReadings; });
 }
 
 void SettingsHub::ForceAutomatic() {
@@ -52,6 +56,10 @@ std::vector<std::wstring> SettingsHub::ProfileNames() const {
 
 std::wstring SettingsHub::ForcedProfile() const {
     return worker->Exchange().Ask([](const HubReport& report) { return report.forced; });
+}
+
+std::wstring SettingsHub::ProgramInFront() const {
+    return worker->Exchange().Ask([](const HubReport& report) { return report.programInFront; });
 }
 
 std::uint64_t SettingsHub::SwitchCount() const {

@@ -32,17 +32,20 @@ public:
     void UseMouse(const model::DeviceRecord& mouse);
     bool HasTakenMouse() const;  // the profile in force is that of the mouse named last
     void Reread();               // the page says that the settings have changed
+    bool HasReread() const;      // what was stored when that was said last is in force
     void ForceAutomatic();
     bool Force(const std::wstring& profileName);  // false: there is no such profile, or none was read yet
 
     ProfileInForce InForce() const;
     std::vector<std::wstring> ProfileNames() const;  // in the order of the file
     std::wstring ForcedProfile() const;              // empty: automatic
+    std::wstring ProgramInFront() const;             // its path, if Windows says it; the service's own never counts
     std::uint64_t SwitchCount() const;               // of the profile in force
 
 private:
     std::unique_ptr<HubWorker> worker;
     std::atomic<std::uint64_t> orderedMice = 0;
+    std::atomic<std::uint64_t> orderedReadings = 0;
 };
 
 }  // namespace kvn::service

@@ -1,5 +1,6 @@
 // The menu of the service's icon, worked by its keys.
 #include "service/page/window_numbers.h"
+#include "service/tray/try_window.h"
 #include "tests/service/program.h"
 #include "tests/support/real_input.h"
 #include "tests/support/waiting.h"
@@ -16,9 +17,14 @@ protected:
         return menu != nullptr && IsWindowVisible(menu) ? menu : nullptr;
     }
 
-    // As the taskbar says that the icon was clicked with the right button.
+    static void Report(UINT event) { PostMessageW(Window(), service::kTrayMessage, 1, static_cast<LPARAM>(event)); }
+
+    // As the taskbar says that the user wants the menu by the keyboard.
     static void OpenMenu() {
-        PostMessageW(Window(), service::kTrayMessage, 1, WM_CONTEXTMENU);
+        Report(WM_CONTEXTMENU);
+        AwaitMenu();
+    }
+    static void AwaitMenu() {
         test::Await("the menu", Menu);
         test::Await("the menu's keys", [] { return GetForegroundWindow() == Window(); });
     }
@@ -38,6 +44,30 @@ TEST_F(TrayMenuOfServiceTest, PauseIsSwitchedOnAndOff) {
     EXPECT_EQ(Status()["paused"], "no");
 }
 
+TEST_F(TrayMenuOfServiceTest, ARightClickOpensOneMenu) {
+    StartService();
+    for (const UINT event : {WM_RBUTTONDOWN, WM_RBUTTONUP, WM_CONTEXTMENU}) Report(event);
+    AwaitMenu();
+    test::PressKey('U');
+    test::Await("the menu's end", [] { return Menu() == nullptr; });
+    EXPECT_EQ(Status()["paused"], "yes");
+    EXPECT_EQ(Menu(), nullptr);
+}
+
+TEST_F(TrayMenuOfServiceTest, TheSecondReportOfARightClickMayComeLate) {
+    StartService();
+    Report(WM_RBUTTONUP);
+    AwaitMenu();
+    test::PressKey(VK_ESCAPE);
+    test::Await("the menu's end", [] { return Menu() == nullptr; });
+    Report(WM_CONTEXTMENU);
+    EXPECT_EQ(Status()["paused"], "no");
+    EXPECT_EQ(Menu(), nullptr);
+    Report(WM_MOUSEMOVE);
+    Choose('U');
+    EXPECT_EQ(Status()["paused"], "yes");
+}
+
 TEST_F(TrayMenuOfServiceTest, AProfileIsForcedUntilAutomaticIsChosen) {
     StartService();
     OpenMenu();
@@ -51,6 +81,12 @@ TEST_F(TrayMenuOfServiceTest, AProfileIsForcedUntilAutomaticIsChosen) {
     test::PressKey('A');
     test::Await("the menu's end", [] { return Menu() == nullptr; });
     EXPECT_EQ(Status()["why"], "selected");
+}
+
+TEST_F(TrayMenuOfServiceTest, TheButtonsCanBeTried) {
+    StartService();
+    Choose('T');
+    test::Await("the window", [] { return FindWindowW(service::kTryWindowClass, nullptr); });
 }
 
 TEST_F(TrayMenuOfServiceTest, ExitEndsTheServiceAndItsWatcher) {

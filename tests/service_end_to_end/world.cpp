@@ -22,6 +22,7 @@ using end_to_end::WaitFor;
 constexpr std::chrono::seconds kLongestTest{150};  // the longest one presses some hundred times
 constexpr std::size_t kRecordersBeside = 2;
 constexpr int kRecorderStep = 505;
+constexpr int kNoFlicks = -2;  // as the page stores that flying scroll is off
 
 std::wstring MakeScratchFolder() {
     std::array<wchar_t, MAX_PATH> temporary{};
@@ -51,6 +52,12 @@ void StoreKeys(model::RegistryValue value, const std::wstring& keys) {
     StoreValue(NameOf(value), REG_SZ, keys.c_str(), keys.size() * sizeof(wchar_t));
 }
 
+void StoreFlying(const Flying& flying) {
+    StoreNumber(model::RegistryValue::FlyingRevolutionCount, static_cast<DWORD>(flying.flicks));
+    StoreNumber(model::RegistryValue::FlyingRevolutionSpeed, static_cast<DWORD>(flying.revolutionSpeed));
+    StoreNumber(model::RegistryValue::FlyingScrollSpeed, static_cast<DWORD>(flying.scrollSpeed));
+}
+
 void StoreGestures(const std::vector<std::wstring>& gestures) {
     std::wstring block;
     for (const std::wstring& gesture : gestures) block += gesture + L'\0';
@@ -77,11 +84,12 @@ std::size_t CountOf(const Lines& lines, const char* origin, const char* what) {
     }));
 }
 
-// It is the only window that the service shows in these tests.
 bool IsTrailShown() {
     DWORD process = 0;
     GetWindowThreadProcessId(FindWindowW(nullptr, platform::kServiceName), &process);
-    const auto isShown = [](HWND window) { return IsWindowVisible(window) != FALSE; };
+    const auto isShown = [](HWND window) {
+        return IsWindowVisible(window) && end_to_end::ClassOf(window) == L"KvnMouseAplTrail";
+    };
     return end_to_end::FindTopLevel(process, isShown) != nullptr;
 }
 
@@ -155,6 +163,10 @@ std::string OutputOf(const std::wstring& program, const std::wstring& arguments,
 
 }  // namespace
 
+std::chrono::seconds ServiceTest::LongestTime() const {
+    return kLongestTest;
+}
+
 void ServiceTest::SetUp() {
     ASSERT_EQ(ServiceWindow(), nullptr) << "another service runs";
     end_to_end::RemoveRegistryState();
@@ -162,7 +174,7 @@ void ServiceTest::SetUp() {
     scratch = MakeScratchFolder();
     SetEnvironmentVariableW(kOpenedRecord, (scratch + L"opened.txt").c_str());
     processes = std::make_unique<end_to_end::ProcessGroup>();
-    watchdog = std::make_unique<end_to_end::Watchdog>(*processes, kLongestTest);
+    watchdog = std::make_unique<end_to_end::Watchdog>(*processes, LongestTime());
 }
 
 void ServiceTest::TearDown() {
@@ -250,9 +262,7 @@ std::wstring ServiceTest::CopyOfRecorder(const std::wstring& name) const {
 
 void ServiceTest::Store(const Choice& choice) {
     StoreNumber(model::RegistryValue::HorizontalScrollSpeed, static_cast<DWORD>(choice.horizontalSpeed));
-    StoreNumber(model::RegistryValue::FlyingRevolutionCount, static_cast<DWORD>(choice.flicks));
-    StoreNumber(model::RegistryValue::FlyingRevolutionSpeed, 1);
-    StoreNumber(model::RegistryValue::FlyingScrollSpeed, 10);
+    StoreFlying(choice.flying.value_or(Flying{.flicks = kNoFlicks}));
     StoreGestures(choice.gestures);
     for (const model::ButtonSlotRow& row : model::kButtonSlots) StoreControl(row, choice);
 }
