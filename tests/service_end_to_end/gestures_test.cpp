@@ -124,6 +124,14 @@ TEST_F(Gestures, PauseGivesTheStrokeUp) {
     ExpectAll({});
 }
 
+TEST_F(Gestures, LockGivesTheStrokeUp) {
+    Draw("R");
+    SendMessageW(ServiceWindow(), WM_WTSSESSION_CHANGE, WTS_SESSION_LOCK, 0);
+    pen.WaitUntilTrailHasGone();
+    hands.Release(kWheel);
+    ExpectAll({});
+}
+
 TEST_F(Gestures, ProgramWithAnotherProfileGivesTheStrokeUp) {
     end_to_end::WriteFileBytes(
         ProfileFile(), end_to_end::ProfileFileText(

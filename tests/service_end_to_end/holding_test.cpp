@@ -286,6 +286,19 @@ TEST_F(Holding, PauseReleasesWhatIsHeldAndLeavesEverythingNatural) {
     ExpectAll({"sent down Ctrl", "sent up Ctrl"});
 }
 
+TEST_F(Holding, LockReleasesWhatIsHeldAndTheReleaseIsKept) {
+    UseFunctions({{kBack, kCtrl}});
+    hands.Press(kBack);
+    Expect({"sent down Ctrl"});
+    SendMessageW(ServiceWindow(), WM_WTSSESSION_CHANGE, WTS_SESSION_LOCK, 0);
+    Expect({"sent up Ctrl"});
+    SendMessageW(ServiceWindow(), WM_WTSSESSION_CHANGE, WTS_SESSION_UNLOCK, 0);
+    hands.Release(kBack);
+    ExpectAll({});
+    hands.Click(kBack);
+    ExpectAll({"sent down Ctrl", "sent up Ctrl"});
+}
+
 TEST_F(Holding, ExitReleasesWhatIsHeld) {
     UseFunctions({{kBack, kCtrl}, {kRight, kMiddleClick}});
     hands.Press(kBack);

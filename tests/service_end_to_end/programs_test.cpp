@@ -107,6 +107,12 @@ TEST_F(Programs, ChangedRegistryIsReadWithoutAnyMessage) {
     WaitForKey(other, "W");
 }
 
+TEST_F(Programs, NamesOfProfilesAreReadInTheUsersCodePage) {
+    WriteProfiles({Typing("Default", "Q"), Typing("\x80uro \xE4\x92", "E")});
+    WaitFor("the profile to be known", [&] { return Ask({L"--profile", L"\x20ACuro \xE4\x2019"}) == 0; });
+    EXPECT_EQ(Status()["profile"], "\xE2\x82\xACuro \xC3\xA4\xE2\x80\x99");
+}
+
 TEST_F(Programs, DeletedFileTiesNoProgram) {
     Recorder& alpha = StartRecorder(L"alpha");
     WaitForKey(alpha, "A");
