@@ -6,11 +6,11 @@
 . "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 programs=$build/windows
-service=$programs/service/KvnMouseAplDouble.exe
 # shellcheck disable=SC2034  # for the scripts that source this file
 module=$programs/KvnMouseUtil.dll panel=$programs/control_panel.exe
 
 own_prefix=
+service=
 display_pid=
 service_pid=
 panel_pid=
@@ -40,6 +40,7 @@ build_programs() {
 # Starts the double and waits until it is ready; the arguments are its options. Its log is then in $service_log.
 start_service() {
     local ready_file=${state:?}/service-is-ready
+    service=$programs/service/KvnMouseAplDouble.exe
     service_log=$state/service.log
     rm -f "$ready_file" "$service_log"
     setsid wine "$service" --ready-file "$(windows_path "$ready_file")" --log "$(windows_path "$service_log")" "$@" &
