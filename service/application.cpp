@@ -66,10 +66,17 @@ MouseDriver::Outlets Application::DriverOutlets() {
     };
 }
 
+// Asked by the thread of the window.
+TryButtons::Outlets Application::TryOutlets() {
+    return {.nameOfProfile = [this](std::uint32_t profile) { return driver->Settings().NameOf(profile); },
+            .programInFront = [this] { return driver->Settings().ProgramInFront(); }};
+}
+
 bool Application::Start(const CommandLine& commands) {
     if (!window.Create()) return false;
     posted.RunOn(window.Handle());
     driver = std::make_unique<MouseDriver>(shared.held, DriverOutlets());
+    tryButtons = std::make_unique<TryButtons>(driver->Hook().Presses(), TryOutlets());
     if (commands.logFile) driver->LogTo(*commands.logFile);
     KeepOptions(commands);
     if (!driver->Start(window.Handle(), commands.mouse)) return false;
@@ -105,6 +112,7 @@ Answer Application::CarryOut(const CommandLine& commands) {
     if (commands.profile) answer = ForceProfile(*commands.profile == kAutomaticProfile ? L"" : *commands.profile);
     if (commands.pause) driver->Pause(*commands.pause);
     if (answer.exitCode == kDone && commands.wantsSettings) answer = OpenSettings();
+    if (answer.exitCode == kDone && commands.wantsTry) answer = OpenTry();
     if (commands.wantsStatus) answer.text += StatusText(driver->CurrentStatus());
     return answer;
 }
@@ -117,6 +125,16 @@ Answer Application::ForceProfile(const std::wstring& name) {
 Answer Application::OpenSettings() {
     if (OpenMouseControlPanel()) return {};
     return {kFailed, Text(IDS_FAULT_SETTINGS) + L'\n'};
+}
+
+Answer Application::OpenTry() {
+    if (tryButtons->Open()) return {};
+    return {kFailed, Text(IDS_FAULT_TRY) + L'\n'};
+}
+
+// What fails is said in a balloon.
+void Application::TellIfFailed(const Answer& answer) {
+    if (!answer.text.empty()) tray.Tell(answer.text, NIIF_ERROR);
 }
 
 void Application::OnTrayChoice(const TrayChoice& choice) {
@@ -132,13 +150,16 @@ void Application::OnTrayChoice(const TrayChoice& choice) {
 void Application::OnTrayCommand(TrayCommand command) {
     switch (command) {
         case TrayCommand::Settings:
-            if (const Answer answer = OpenSettings(); !answer.text.empty()) tray.Tell(answer.text, NIIF_ERROR);
+            TellIfFailed(OpenSettings());
             break;
         case TrayCommand::Automatic:
             static_cast<void>(ForceProfile({}));
             break;
         case TrayCommand::Pause:
             driver->Pause(!driver->IsPaused());
+            break;
+        case TrayCommand::Try:
+            TellIfFailed(OpenTry());
             break;
         case TrayCommand::Help:
             OpenHelpPage([this] { posted.Post([this] { tray.Tell(Text(IDS_FAULT_HELP), NIIF_ERROR); }); });
@@ -244,6 +265,7 @@ void Application::End() {
     window.Withdraw();
     tray.Remove();
     trail.End();
+    tryButtons.reset();
     driver.reset();
     ReleaseAll(shared.held);
 }

@@ -18,6 +18,7 @@
 #include "service/shared_state.h"
 #include "service/tray/trail_window.h"
 #include "service/tray/tray_icon.h"
+#include "service/tray/try_buttons.h"
 #include "service/watcher.h"
 
 namespace kvn::service {
@@ -44,9 +45,12 @@ private:
     PageProtocol::Outlets ProtocolOutlets();
     SessionEvents::Outlets SessionOutlets();
     MouseDriver::Outlets DriverOutlets();
+    TryButtons::Outlets TryOutlets();
 
     Answer ForceProfile(const std::wstring& name);
     static Answer OpenSettings();
+    Answer OpenTry();
+    void TellIfFailed(const Answer& answer);
     void OnTrayChoice(const TrayChoice& choice);
     void OnTrayCommand(TrayCommand command);
     TrayState CurrentTrayState() const;
@@ -67,7 +71,8 @@ private:
     SessionEvents session;
     TrayIcon tray;
     TrailWindow trail;
-    std::unique_ptr<MouseDriver> driver;  // empty before the start and at the end
+    std::unique_ptr<MouseDriver> driver;     // empty before the start and at the end
+    std::unique_ptr<TryButtons> tryButtons;  // as long as the driver, whose presses it shows
     std::optional<ChosenMouse> keptMouse;
     std::wstring keptLog;
     bool isEnding = false;

@@ -13,7 +13,8 @@ namespace {
 using Text = const std::wstring&;
 
 constexpr std::wstring_view kPause = L"--pause", kResume = L"--resume", kProfile = L"--profile", kMouse = L"--mouse",
-                            kLog = L"--log", kSettings = L"--settings", kStatus = L"--status", kQuit = L"--quit";
+                            kLog = L"--log", kSettings = L"--settings", kStatus = L"--status", kTry = L"--try",
+                            kQuit = L"--quit";
 
 struct OptionRow {
     std::wstring_view name;
@@ -58,6 +59,7 @@ constexpr std::array kOptions{
     OptionRow{kStatus, {}, IDS_OPTION_STATUS, [](CommandLine& commands, Text) { return Raise(commands.wantsStatus); }},
     OptionRow{kProfile, L"NAME|auto", IDS_OPTION_PROFILE,
               [](CommandLine& commands, Text value) { return SetText(commands.profile, value); }},
+    OptionRow{kTry, {}, IDS_OPTION_TRY, [](CommandLine& commands, Text) { return Raise(commands.wantsTry); }},
     OptionRow{kMouse, L"VID:PID:BUTTONS:TILT[:IMAGE[:FLAG]]|none", IDS_OPTION_MOUSE, SetMouse},
     OptionRow{kLog, L"FILE", IDS_OPTION_LOG,
               [](CommandLine& commands, Text value) { return SetText(commands.logFile, value); }},
@@ -90,7 +92,8 @@ bool AsksForAnything(const CommandLine& commands) {
 }
 
 bool StandsAlone(const CommandLine& commands) {
-    return !AsksForAnything(commands) && !commands.wantsSettings && !commands.mouse && !commands.logFile;
+    return !AsksForAnything(commands) && !commands.wantsSettings && !commands.wantsTry && !commands.mouse &&
+           !commands.logFile;
 }
 
 class ArgumentList {
@@ -112,7 +115,7 @@ private:
 }  // namespace
 
 bool CommandLine::Starts() const {
-    return mouse || logFile || wantsSettings || !AsksForAnything(*this);
+    return mouse || logFile || wantsSettings || wantsTry || !AsksForAnything(*this);
 }
 
 std::variant<CommandLine, UsageError> ParseArguments(std::span<const std::wstring> arguments) {
@@ -138,6 +141,7 @@ std::vector<std::wstring> ArgumentsForService(const CommandLine& commands) {
     list.Add(kProfile, commands.profile);
     if (commands.pause) list.Add(true, *commands.pause ? kPause : kResume);
     list.Add(commands.wantsSettings, kSettings);
+    list.Add(commands.wantsTry, kTry);
     list.Add(commands.wantsStatus, kStatus);
     return list.Take();
 }

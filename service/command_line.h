@@ -25,6 +25,7 @@ struct CommandLine {
     bool wantsVersion = false;
     bool wantsStatus = false;
     bool wantsSettings = false;
+    bool wantsTry = false;  // "Try the buttons"
     bool quits = false;
     std::optional<bool> pause;
     std::optional<std::wstring> profile;  // kAutomaticProfile: by the program in front

@@ -64,6 +64,9 @@ public:
 
     // Presses of buttons and pushes of tilts until now, by the user.
     std::uint64_t PressCount() const { return pressCount; }
+    bool IsPaused() const { return isPaused; }
+    // The number of the profile in force.
+    std::uint32_t Profile() const { return settings.profile; }
 
 private:
     using Handler = Verdict (Engine::*)(const MouseEvent&, Orders&);

@@ -49,6 +49,11 @@ constexpr std::array<CommandRow, 11> kCommands{{
     {CommandKind::Quit, [](HookLoop& l, const Command& /*c*/) { l.Quit(); }},
 }};
 
+model::ButtonSlot ControlOf(const MouseEvent& event) {
+    if (event.kind != MouseEventKind::Tilt) return event.control;
+    return event.delta < 0 ? model::ButtonSlot::TiltLeft : model::ButtonSlot::TiltRight;
+}
+
 }  // namespace
 
 HookLoop::HookLoop(Performer& orderTaker, MouseActivity& mouseActivity)
@@ -115,6 +120,7 @@ void HookLoop::CarryOutCommands() {
 void HookLoop::CarryOut(const Command& command) {
     const auto row = std::ranges::find(kCommands, command.kind, &CommandRow::kind);
     if (row != kCommands.end()) row->carryOut(*this, command);
+    presses.Report(orders);
     HandOver();
 }
 
@@ -132,12 +138,20 @@ Verdict HookLoop::Decide(const MouseEvent& event) {
         isOverloaded = !hasRoom;
         engine.OnOverload(isOverloaded);
     }
+    const std::uint64_t pressesBefore = engine.PressCount();
     const Verdict verdict = engine.OnMouse(event, orders);
+    presses.Report(orders);
+    if (engine.PressCount() != pressesBefore) ReportPress(event, verdict);
     HandOver();
     NoteEvent(event);
     Publish();
     WatchTicks();
     return verdict;
+}
+
+void HookLoop::ReportPress(const MouseEvent& event, Verdict verdict) {
+    const DecidedPress press{ControlOf(event), verdict, engine.IsPaused(), engine.Profile()};
+    presses.ReportPress(press, orders);
 }
 
 void HookLoop::Tick() {

@@ -12,6 +12,7 @@
 #include "service/input/mouse_activity.h"
 #include "service/input/mouse_messages.h"
 #include "service/input/performer.h"
+#include "service/input/press_feed.h"
 #include "service/input/push_counter.h"
 
 namespace kvn::service {
@@ -39,6 +40,7 @@ public:
     std::atomic<std::uint32_t> heldButtons = 0;
     std::atomic<std::uint64_t> pressCount = 0;
     std::atomic<std::uint32_t> lastPress = 0;
+    PressFeed presses;
 
     // For the hook and the table of commands; on the hook thread only.
     bool Keeps(WPARAM message, const MSLLHOOKSTRUCT& details);
@@ -55,6 +57,7 @@ private:
     void CarryOut(const Command& command);
     Verdict Decide(const MouseEvent& event);
     void Tick();
+    void ReportPress(const MouseEvent& event, Verdict verdict);
     void HandOver();
     void Publish();
     void NoteActivity();

@@ -105,4 +105,8 @@ std::uint32_t HookThread::LastPress() const {
     return loop->shared->lastPress;
 }
 
+PressFeed& HookThread::Presses() {
+    return loop->shared->presses;
+}
+
 }  // namespace kvn::service

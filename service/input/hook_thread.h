@@ -9,6 +9,7 @@
 #include "service/engine/engine.h"
 #include "service/input/mouse_activity.h"
 #include "service/input/performer.h"
+#include "service/input/press_feed.h"
 
 namespace kvn::service {
 
@@ -43,6 +44,8 @@ public:
     // hook saw.
     std::uint64_t PressCount() const;
     std::uint32_t LastPress() const;
+    // The user's presses, for one thread that watches them.
+    PressFeed& Presses();
 
 private:
     class Loop;

@@ -36,6 +36,7 @@ struct HubReport {
     Names profiles = std::make_shared<std::vector<std::wstring>>();  // in the order of the file
     Names numbered = std::make_shared<std::vector<std::wstring>>();  // names by number, beginning with 1
     std::wstring forced;
+    std::wstring programInFront;
     std::uint64_t switches = 0;
     std::uint64_t mouseNumber = 0;  // the order of the mouse whose profile was told last
 };

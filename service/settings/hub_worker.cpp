@@ -195,8 +195,14 @@ void SettingsHub::Worker::LookIfDue() {
     if (change.isOtherProgram) {
         isProfileStale = true;
         frontComparison.SetProgram(front.Program());
+        ReportProgram();
     }
     if (change.isOtherWindow) Call(outlets.onWindowInFront, front.Window());
+}
+
+void SettingsHub::Worker::ReportProgram() {
+    std::wstring program = front.Program();
+    exchange.Report([&](HubReport& report) { report.programInFront.swap(program); });
 }
 
 void SettingsHub::Worker::WorkOutProfile() {

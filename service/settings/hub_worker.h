@@ -51,6 +51,7 @@ private:
     void Read();
     void ReportSetAside();
     void LookIfDue();
+    void ReportProgram();
     void WorkOutProfile();
     void Publish(const ProfileInForce& next);
     // A thread that lives on after it was asked to end calls nobody.

@@ -59,6 +59,10 @@ std::wstring SettingsHub::NameOf(std::uint32_t profile) const {
     return profile >= 1 && profile <= names->size() ? (*names)[profile - 1] : std::wstring();
 }
 
+std::wstring SettingsHub::ProgramInFront() const {
+    return worker->Exchange().Ask([](const HubReport& report) { return report.programInFront; });
+}
+
 std::uint64_t SettingsHub::SwitchCount() const {
     return worker->Exchange().Ask([](const HubReport& report) { return report.switches; });
 }

@@ -57,6 +57,7 @@ public:
     std::vector<std::wstring> ProfileNames() const;    // in the order of the file
     std::wstring ForcedProfile() const;                // empty: automatic
     std::wstring NameOf(std::uint32_t profile) const;  // of the number in EngineSettings
+    std::wstring ProgramInFront() const;               // its path, if Windows says it; the service's own never counts
     std::uint64_t SwitchCount() const;                 // of the profile in force
 
 private:

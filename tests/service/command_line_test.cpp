@@ -41,7 +41,7 @@ TEST(CommandLineTest, AMouseOutOfItsRangesIsRefused) {
 
 TEST(CommandLineTest, OnlySomeOptionsStartAService) {
     for (const std::vector<std::wstring>& starts :
-         {std::vector<std::wstring>{}, {L"--settings"}, {L"--mouse", L"none"}, {L"--log", L"x"}}) {
+         {std::vector<std::wstring>{}, {L"--settings"}, {L"--try"}, {L"--mouse", L"none"}, {L"--log", L"x"}}) {
         EXPECT_TRUE(Parsed(starts).Starts());
     }
     for (const std::vector<std::wstring>& needs :
@@ -51,9 +51,11 @@ TEST(CommandLineTest, OnlySomeOptionsStartAService) {
 }
 
 TEST(CommandLineTest, WhatASecondStartHandsOverAsksForTheSame) {
-    const std::vector<std::wstring> given{L"--mouse",   L"1234:5678:7:1:KvnSample:1", L"--log",   L"C:\\a b\\c\"d\\",
-                                          L"--profile", L"It's \"mine\" & yours",     L"--pause", L"--settings",
-                                          L"--status"};
+    const std::vector<std::wstring> given{L"--mouse",   L"1234:5678:7:1:KvnSample:1",
+                                          L"--log",     L"C:\\a b\\c\"d\\",
+                                          L"--profile", L"It's \"mine\" & yours",
+                                          L"--pause",   L"--settings",
+                                          L"--try",     L"--status"};
     EXPECT_EQ(ArgumentsForService(Parsed(given)), given);
     EXPECT_EQ(SplitCommandLine(L"x " + Quoted(given)), given);
 }

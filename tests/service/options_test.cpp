@@ -7,6 +7,7 @@
 
 #include "platform/service_protocol.h"
 #include "platform/special_folder.h"
+#include "service/tray/try_window.h"
 #include "tests/service/program.h"
 #include "tests/support/profile_text.h"
 #include "tests/support/waiting.h"
@@ -19,8 +20,8 @@ class ServiceOptionsTest : public ServiceProgramTest {};
 TEST_F(ServiceOptionsTest, HelpAndVersionNeedNoService) {
     const Outcome help = Run({L"--help"});
     EXPECT_EQ(help.exitCode, 0U);
-    for (const char* const option :
-         {"--quit", "--pause", "--resume", "--settings", "--status", "--profile", "--mouse", "--log", "--version"}) {
+    for (const char* const option : {"--quit", "--pause", "--resume", "--settings", "--status", "--profile", "--try",
+                                     "--mouse", "--log", "--version"}) {
         EXPECT_NE(help.output.find(option), std::string::npos) << option;
     }
     EXPECT_EQ(help.output.find("--watch"), std::string::npos);
@@ -101,6 +102,28 @@ TEST_F(ServiceOptionsTest, AProfileIsOneOfTheMouseThatIsNamedAlongWithIt) {
     DeleteFileW(file.c_str());
     EXPECT_EQ(outcome.exitCode, 0U);
     EXPECT_NE(outcome.output.find("profile=Only here\nwhy=forced\n"), std::string::npos) << outcome.output;
+}
+
+HWND TryWindow() {
+    const HWND window = FindWindowW(service::kTryWindowClass, nullptr);
+    return window != nullptr && IsWindowVisible(window) ? window : nullptr;
+}
+
+TEST_F(ServiceOptionsTest, TryStartsTheServiceAndASecondOneBringsTheWindowToTheFront) {
+    StartService({L"--mouse", L"1234:5678:7:1", L"--try"});
+    const HWND window = test::Await("the window", TryWindow);
+    EXPECT_EQ(Run({L"--try"}).exitCode, 0U);
+    test::Await("the window in front", [=] { return GetForegroundWindow() == window; });
+    EXPECT_EQ(FindWindowExW(nullptr, window, service::kTryWindowClass, nullptr), nullptr);
+}
+
+TEST_F(ServiceOptionsTest, TheServiceEndsWhileTheButtonsAreTried) {
+    StartService();
+    EXPECT_EQ(Run({L"--try"}).exitCode, 0U);
+    test::Await("the window", TryWindow);
+    EXPECT_EQ(Run({L"--quit"}).exitCode, 0U);
+    EXPECT_EQ(ExitCodeOfService(), 0U);
+    EXPECT_EQ(TryWindow(), nullptr);
 }
 
 TEST_F(ServiceOptionsTest, AnUnknownProfileEndsWithOneAndChangesNothing) {

@@ -1,5 +1,6 @@
 // The menu of the service's icon, worked by its keys.
 #include "service/page/window_numbers.h"
+#include "service/tray/try_window.h"
 #include "tests/service/program.h"
 #include "tests/support/real_input.h"
 #include "tests/support/waiting.h"
@@ -51,6 +52,12 @@ TEST_F(TrayMenuOfServiceTest, AProfileIsForcedUntilAutomaticIsChosen) {
     test::PressKey('A');
     test::Await("the menu's end", [] { return Menu() == nullptr; });
     EXPECT_EQ(Status()["why"], "selected");
+}
+
+TEST_F(TrayMenuOfServiceTest, TheButtonsCanBeTried) {
+    StartService();
+    Choose('T');
+    test::Await("the window", [] { return FindWindowW(service::kTryWindowClass, nullptr); });
 }
 
 TEST_F(TrayMenuOfServiceTest, ExitEndsTheServiceAndItsWatcher) {

@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Runs the service's tests in a Windows of their own: a display that nobody sees, a mouse and a keyboard on it, and a Wine
 # prefix with programs to open. $1 is the folder of the programs; the rest goes to the test program, for example
-# --gtest_filter=Gestures.*
+# --gtest_filter=Gestures.* With KVN_LOCALE=ja_JP.UTF-8 in the environment the user is Japanese; KVN_TEST_PROGRAM names
+# another copy of the test program.
 set -euo pipefail
 # shellcheck source=scripts/common.sh
 . "$(dirname "$0")/../../scripts/common.sh"
@@ -9,7 +10,7 @@ set -euo pipefail
 programs=$1
 shift
 state=$build/service-end-to-end
-tests=service_end_to_end_tests
+tests=${KVN_TEST_PROGRAM:-service_end_to_end_tests}
 
 own_prefix=
 display_pid=
@@ -53,4 +54,4 @@ prepare_wine_prefix x11
 plant_programs
 start_hands
 cd "$programs"
-wine "$tests.exe" "$@"
+env LC_ALL="${KVN_LOCALE:-$LC_ALL}" wine "$tests.exe" "$@"

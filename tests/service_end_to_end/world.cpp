@@ -77,11 +77,12 @@ std::size_t CountOf(const Lines& lines, const char* origin, const char* what) {
     }));
 }
 
-// It is the only window that the service shows in these tests.
 bool IsTrailShown() {
     DWORD process = 0;
     GetWindowThreadProcessId(FindWindowW(nullptr, platform::kServiceName), &process);
-    const auto isShown = [](HWND window) { return IsWindowVisible(window) != FALSE; };
+    const auto isShown = [](HWND window) {
+        return IsWindowVisible(window) && end_to_end::ClassOf(window) == L"KvnMouseAplTrail";
+    };
     return end_to_end::FindTopLevel(process, isShown) != nullptr;
 }
 

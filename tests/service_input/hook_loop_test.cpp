@@ -27,6 +27,18 @@ protected:
         loop.Send(settings);
     }
 
+    // Control, function and what is to be said of it, for each press since the last time.
+    std::string Seen() {
+        std::string all;
+        for (service::SeenPress press; loop.presses.Take(press);) {
+            all += std::to_string(static_cast<int>(press.control)) + ':' + std::to_string(press.function) + ' ';
+            if (press.isPaused) all += "paused ";
+            const int cause = static_cast<int>(press.cause);
+            if (cause != 0) all += "because of " + std::to_string(cause) + ' ';
+        }
+        return all;
+    }
+
     service::MouseActivity activity;
     service::HookLoop loop{*performer, activity};
     EngineSettings settings;
@@ -129,8 +141,53 @@ TEST_F(HookLoopTest, PressesAreNaturalWhileTheWorkerHangs) {
     AwaitDone(static_cast<std::size_t>(kept));
 }
 
+TEST_F(HookLoopTest, WhoWatchesSeesPressesThatPassAndPressesThatAreKept) {
+    Choose(ButtonSlot::Button4, kCopy);
+    loop.presses.Watch();
+    Keeps(WM_LBUTTONDOWN);
+    Keeps(WM_LBUTTONUP);
+    Keeps(WM_XBUTTONDOWN, XBUTTON1);
+    Keeps(WM_XBUTTONUP, XBUTTON1);
+    Keeps(WM_MOUSEHWHEEL, 120);
+    Keeps(WM_MOUSEHWHEEL, 120);
+    EXPECT_EQ(WaitForSingleObject(loop.presses.Came(), 0), WAIT_OBJECT_0);
+    EXPECT_EQ(Seen(), "0:1 3:10 6:34 ");
+    AwaitDone(1);
+}
+
+TEST_F(HookLoopTest, WhoWatchesSeesHowAStrokeEnds) {
+    Choose(ButtonSlot::Center, model::kFunctionGesture);
+    loop.presses.Watch();
+    Keeps(WM_MBUTTONDOWN);
+    EXPECT_EQ(Seen(), "2:36 ");
+    Keeps(WM_MBUTTONUP);
+    EXPECT_EQ(Seen(), "2:9 because of 3 ");
+    Keeps(WM_MBUTTONDOWN);
+    Keeps(WM_RBUTTONDOWN);
+    EXPECT_EQ(Seen(), "2:36 2:0 because of 4 1:0 because of 5 ");
+    AwaitDone(3);
+}
+
+TEST_F(HookLoopTest, WhoWatchesSeesPausedPressesAndNoneOfPrograms) {
+    Choose(ButtonSlot::Button4, kCopy);
+    loop.presses.Watch();
+    Keeps(WM_XBUTTONDOWN, XBUTTON1, LLMHF_INJECTED);
+    loop.Send({.kind = service::CommandKind::Pause, .isOn = true});
+    Keeps(WM_XBUTTONDOWN, XBUTTON1);
+    EXPECT_EQ(Seen(), "3:3 paused ");
+}
+
+TEST_F(HookLoopTest, NobodyWhoWatchesNoMoreIsToldOfAnything) {
+    loop.presses.Watch();
+    loop.presses.StopWatching();
+    Keeps(WM_MBUTTONDOWN);
+    EXPECT_EQ(Seen(), "");
+    EXPECT_EQ(WaitForSingleObject(loop.presses.Came(), 0), static_cast<DWORD>(WAIT_TIMEOUT));
+}
+
 TEST_F(HookLoopTest, NoDecisionTakesMemory) {
     Choose(ButtonSlot::Center, kCopy);
+    loop.presses.Watch();
     CountAllocations();
     for (int round = 0; round < 10; ++round) {
         Keeps(WM_MBUTTONDOWN);

@@ -1,0 +1,86 @@
+#include "service/tray/try_buttons.h"
+
+#include <array>
+#include <atomic>
+#include <utility>
+
+#include "platform/boundary.h"
+#include "service/input/thread_start.h"
+#include "service/tray/try_texts.h"
+#include "service/tray/try_window.h"
+
+namespace kvn::service {
+namespace {
+
+constexpr DWORD kLongestStart = 5'000;  // milliseconds
+constexpr DWORD kLongestFarewell = 900;
+
+void ServeMessages(const TryWindow& window) {
+    MSG message;
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+        if (window.IsOpen() && window.TakesKey(message)) continue;
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    }
+}
+
+}  // namespace
+
+struct TryButtons::State {
+    PressFeed& presses;
+    Outlets outlets;
+    platform::UniqueKernelObject ready{CreateEventW(nullptr, TRUE, FALSE, nullptr)};
+    std::atomic<HWND> window = nullptr;  // while it is open
+
+    ShownPress Shown(const SeenPress& press) const {
+        return {.control = ControlText(press.control),
+                .deed = DeedText(press),
+                .profile = outlets.nameOfProfile(press.profile),
+                .program = ProgramText(outlets.programInFront())};
+    }
+    void ShowNewOnes(const TryWindow& shown) const {
+        SeenPress press;
+        while (shown.IsOpen() && presses.Take(press)) shown.Add(Shown(press));
+    }
+};
+
+TryButtons::TryButtons(PressFeed& feed, Outlets chosenOutlets) : presses(feed), outlets(std::move(chosenOutlets)) {}
+
+TryButtons::~TryButtons() {
+    if (!IsOpen()) return;
+    PostMessageW(state->window, WM_CLOSE, 0, 0);
+    WaitForSingleObject(thread.Get(), kLongestFarewell);
+}
+
+bool TryButtons::IsOpen() const {
+    return thread && WaitForSingleObject(thread.Get(), 0) == WAIT_TIMEOUT;
+}
+
+// A window that is closing just now takes no messages any more: its thread ends at once.
+bool TryButtons::Open() {
+    if (IsOpen() && PostMessageW(state->window, kComeToFrontMessage, 0, 0)) return true;
+    if (thread) WaitForSingleObject(thread.Get(), kLongestFarewell);
+    state = std::make_shared<State>(presses, outlets);
+    thread = StartThread(state, Run, THREAD_PRIORITY_NORMAL);
+    if (!thread) return false;
+    const std::array signals{state->ready.Get(), thread.Get()};
+    return WaitForMultipleObjects(signals.size(), signals.data(), FALSE, kLongestStart) == WAIT_OBJECT_0;
+}
+
+void TryButtons::Run(State& state) {
+    TryWindow window;
+    if (!window.Create()) return;
+    state.window = window.Handle();
+    state.presses.Watch();
+    SetEvent(state.ready.Get());
+    platform::Completes([&] { window.ComeToFront(); });
+    while (window.IsOpen()) {
+        const HANDLE came = state.presses.Came();
+        MsgWaitForMultipleObjectsEx(1, &came, INFINITE, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
+        platform::Completes([&] { ServeMessages(window); });
+        platform::Completes([&] { state.ShowNewOnes(window); });
+    }
+    state.presses.StopWatching();
+}
+
+}  // namespace kvn::service

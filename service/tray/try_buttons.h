@@ -1,0 +1,45 @@
+// "Try the buttons": the window with a thread of its own, so that neither waits for the other's menus and frames. Both
+// are gone once it is closed.
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "platform/unique_resource.h"
+#include "service/input/press_feed.h"
+
+namespace kvn::service {
+
+class TryButtons {
+public:
+    // Asked by the window's thread.
+    struct Outlets {
+        std::function<std::wstring(std::uint32_t profile)> nameOfProfile;
+        std::function<std::wstring()> programInFront;  // its path
+    };
+
+    // The feed is borrowed and must outlive this.
+    TryButtons(PressFeed& feed, Outlets chosenOutlets);
+    ~TryButtons();  // closes the window
+    TryButtons(const TryButtons&) = delete;
+    TryButtons& operator=(const TryButtons&) = delete;
+
+    // Opens the window, or brings the one that is open to the front. False when it cannot be made.
+    bool Open();
+
+private:
+    struct State;
+    static void Run(State& state);
+    bool IsOpen() const;
+
+    PressFeed& presses;
+    Outlets outlets;
+    std::shared_ptr<State> state;
+    platform::UniqueKernelObject thread;
+};
+
+}  // namespace kvn::service

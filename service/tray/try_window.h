@@ -1,0 +1,71 @@
+// The window of "Try the buttons": a list of the presses, the newest below.
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "platform/unique_resource.h"
+#include "service/input/press_feed.h"
+#include "service/tray/window_dpi.h"
+
+namespace kvn::service {
+
+inline constexpr wchar_t kTryWindowClass[] = L"KvnMouseAplTry";
+// To be posted: the window comes to the front.
+inline constexpr UINT kComeToFrontMessage = WM_APP + 1;
+// Its controls, by number.
+inline constexpr int kTryExplanation = 1001, kTryLabel = 1002, kTryList = 1003;
+// More rows are not kept.
+inline constexpr int kMostPressesShown = 100;
+
+// What a row says.
+struct ShownPress {
+    std::wstring control, deed, profile, program;
+};
+
+// Made, used and destroyed on one thread.
+class TryWindow {
+public:
+    TryWindow() = default;
+    TryWindow(const TryWindow&) = delete;
+    TryWindow& operator=(const TryWindow&) = delete;
+    ~TryWindow() { window.Reset(); }
+
+    // It stays hidden until it comes to the front.
+    bool Create();
+    HWND Handle() const { return window.Get(); }
+    bool IsOpen() const { return static_cast<bool>(window); }
+
+    void ComeToFront() const;
+    // Whether the message was a key of the window's (Tab, Esc, a marked letter), which it has obeyed.
+    bool TakesKey(MSG& message) const { return IsDialogMessageW(window.Get(), &message) != FALSE; }
+    void Add(const ShownPress& press) const;
+
+private:
+    static LRESULT CALLBACK Procedure(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
+    std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
+
+    bool MakeControls();
+    HWND MakeControl(const wchar_t* windowClass, unsigned textId, DWORD style, int id);
+    HWND Control(int id) const { return GetDlgItem(window.Get(), id); }
+    void UseDpi(UINT chosenDpi);
+    void LayOut() const;
+    int HeightOfExplanation(int width) const;
+    void SizeColumns(int width) const;
+    int Pixels(int length) const { return Scaled(length, dpi); }
+
+    void OnActivation(bool isActive);
+    void OnCommand(UINT command);
+    void OnDpiChanged(UINT changedDpi, const RECT& place);
+    void OnLimits(MINMAXINFO& limits) const;
+
+    platform::Owned<HWND, &DestroyWindow> window;
+    UniqueFont font;
+    UINT dpi = kPlainDpi;
+    HWND lastFocus = nullptr;
+};
+
+}  // namespace kvn::service

@@ -1,0 +1,27 @@
+// Sizes for the monitor that a window is on.
+#pragma once
+
+#include <windows.h>
+
+#include "platform/unique_resource.h"
+
+namespace kvn::service {
+
+inline constexpr UINT kPlainDpi = 96;
+// Sent since Windows 8.1 when a window comes to a monitor of another resolution: wParam holds it in both words, lParam
+// points to the place for the window.
+inline constexpr UINT kDpiChangedMessage = 0x02E0;
+
+using UniqueFont = platform::Owned<HFONT, &DeleteObject>;
+
+UINT DpiOf(HWND window);
+
+// Pixels of a length that is given for 96 dots per inch.
+constexpr int Scaled(int length, UINT dpi) {
+    return (length * static_cast<int>(dpi) + static_cast<int>(kPlainDpi) / 2) / static_cast<int>(kPlainDpi);
+}
+
+// The font of Windows' messages; null when there is none.
+UniqueFont MessageFont(UINT dpi);
+
+}  // namespace kvn::service
