@@ -1,21 +1,13 @@
 #include "model/profile_file.h"
 
-#include <fcntl.h>
-#include <io.h>
 #include <shlwapi.h>
 #include <tinyxml.h>
 #include <windows.h>
 
-#include <algorithm>
-#include <array>
-#include <cstddef>
-#include <cstdint>
-#include <cstdio>
-#include <cstring>
-#include <optional>
 #include <utility>
-#include <vector>
 
+#include "model/ascii_codec.h"
+#include "model/file_replacement.h"
 #include "model/locale_codec.h"
 #include "model/profile_document.h"
 #include "model/registry_access.h"
@@ -23,179 +15,18 @@
 #include "platform/module.h"
 #include "platform/number_text.h"
 #include "platform/texts.h"
-#include "platform/unique_resource.h"
 #include "resources/resource.h"
 
 namespace kvn::model {
 namespace {
 
-constexpr wchar_t kUnfinishedSuffix[] = L".saving";
-constexpr std::size_t kWriteBufferBytes = std::size_t{64} * 1024;
 constexpr int kMaxBrokenFiles = 1000;
 
-// Virus scanners and indexers may hold a file briefly; retry for this long.
-constexpr int kSharingAttempts = 10;
-constexpr DWORD kSharingRetryMilliseconds = 20;
-
-// Tries again while another program holds the file; the result of the last try.
-template <typename Try>
-bool TryWhileShared(const Try& tryOnce) {
-    for (int attempt = 1; !tryOnce(); ++attempt) {
-        const DWORD error = GetLastError();
-        const bool isHeld = error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION ||
-                            error == ERROR_ACCESS_DENIED;  // what a rename over a held file says
-        if (!isHeld || attempt == kSharingAttempts) return false;
-        Sleep(kSharingRetryMilliseconds);
-    }
-    return true;
-}
-
-platform::UniqueFile OpenToRead(const std::wstring& path) {
-    HANDLE file = INVALID_HANDLE_VALUE;
-    TryWhileShared([&] {
-        file = CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                           OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-        return file != INVALID_HANDLE_VALUE;
-    });
-    return platform::UniqueFile(file);
-}
-
-std::optional<std::string> ReadWholeFile(const std::wstring& path) {
-    const platform::UniqueFile file = OpenToRead(path);
-    LARGE_INTEGER size{};
-    if (!file || !GetFileSizeEx(file.Get(), &size)) return std::nullopt;
-    if (size.QuadPart > static_cast<LONGLONG>(kMaxXmlBytes)) return std::nullopt;
-
-    std::string bytes(static_cast<std::size_t>(size.QuadPart), '\0');
-    DWORD read = 0;
-    if (!ReadFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &read, nullptr)) return std::nullopt;
-    bytes.resize(read);
-    return bytes;
-}
-
-std::wstring UnfinishedPath(const std::wstring& path) {
-    return path + kUnfinishedSuffix;
-}
-
-// Creates the file, or empties what an earlier save has left of it; nobody else can open it, rename it or delete it.
-platform::UniqueFile CreateUnshared(const std::wstring& path) {
-    // A file that something has marked read-only, hidden or system cannot be emptied.
-    SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
-    HANDLE file = INVALID_HANDLE_VALUE;
-    TryWhileShared([&] {
-        file = CreateFileW(path.c_str(), GENERIC_WRITE | DELETE, 0, nullptr, CREATE_ALWAYS,
-                           FILE_ATTRIBUTE_NORMAL | FILE_FLAG_WRITE_THROUGH, nullptr);
-        return file != INVALID_HANDLE_VALUE;
-    });
-    return platform::UniqueFile(file);
-}
-
-using UniqueStream = platform::Owned<FILE*, &std::fclose>;
-
-// A stream of its own onto an open file; empty when there is none to be had.
-UniqueStream OpenStream(HANDLE file) {
-    platform::UniqueKernelObject streamsOwn;
-    if (!DuplicateHandle(GetCurrentProcess(), file, GetCurrentProcess(), streamsOwn.Receive(), 0, FALSE,
-                         DUPLICATE_SAME_ACCESS))
-        return {};
-    const int descriptor = _open_osfhandle(reinterpret_cast<std::intptr_t>(streamsOwn.Get()), _O_TEXT);
-    if (descriptor == -1) return {};
-    streamsOwn.Release();  // to the descriptor
-    UniqueStream stream(_wfdopen(descriptor, L"wt"));
-    if (!stream) static_cast<void>(_close(descriptor));
-    return stream;
-}
-
-// Renames an open file, over one that has the name already.
-bool RenameOver(HANDLE file, const std::wstring& target) {
-    const std::size_t nameBytes = target.size() * sizeof(wchar_t);
-    std::vector<std::byte> request(sizeof(FILE_RENAME_INFO) + nameBytes);
-    auto* const rename = reinterpret_cast<FILE_RENAME_INFO*>(request.data());
-    rename->ReplaceIfExists = TRUE;
-    rename->FileNameLength = static_cast<DWORD>(nameBytes);
-    std::memcpy(&rename->FileName[0], target.c_str(), nameBytes);
-    return SetFileInformationByHandle(file, FileRenameInfo, rename, static_cast<DWORD>(request.size())) != FALSE;
-}
-
-// What file systems say that cannot rename an open file, such as those of a web server or of a program.
-constexpr std::array<DWORD, 4> kRenameUnknown{ERROR_NOT_SUPPORTED, ERROR_INVALID_PARAMETER, ERROR_INVALID_FUNCTION,
-                                              ERROR_CALL_NOT_IMPLEMENTED};
-
-bool IsReadOnly(const std::wstring& path) {
-    const DWORD attributes = GetFileAttributesW(path.c_str());
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0;
-}
-
-// A new file that is written from its start and vanishes unless it is moved to its place. It is held from beginning to
-// end, the renaming included wherever an open file can be renamed: so a file of this kind that nobody holds is always a
-// dead program's.
-class UnfinishedFile {
-public:
-    explicit UnfinishedFile(const std::wstring& finalPath)
-        : target(finalPath), path(UnfinishedPath(finalPath)), file(CreateUnshared(path)) {
-        if (file) stream = OpenStream(file.Get());
-        if (stream) static_cast<void>(std::setvbuf(stream.Get(), nullptr, _IOFBF, kWriteBufferBytes));
-    }
-    UnfinishedFile(const UnfinishedFile&) = delete;
-    UnfinishedFile& operator=(const UnfinishedFile&) = delete;
-    ~UnfinishedFile() {
-        stream.Reset();
-        if (file && !finished) Discard();
-    }
-
-    // Null when the file could not be opened.
-    FILE* Stream() const { return stream.Get(); }
-
-    // Flushes and closes the file and puts it in the target's place; false when it is too large to be read back.
-    bool Finish() {
-        FILE* const written = stream.Release();
-        const bool flushed = std::fflush(written) == 0 && std::ferror(written) == 0 && _commit(_fileno(written)) == 0;
-        const bool isReadable = _filelengthi64(_fileno(written)) <= static_cast<std::int64_t>(kMaxXmlBytes);
-        const bool closed = std::fclose(written) == 0;
-        finished = flushed && isReadable && closed && ReplaceTarget();
-        return finished;
-    }
-
-private:
-    bool ReplaceTarget() {
-        if (IsReadOnly(target)) return false;
-        if (TryWhileShared([this] { return RenameOver(file.Get(), target); })) return true;
-        const bool isUnknown = std::ranges::find(kRenameUnknown, GetLastError()) != kRenameUnknown.end();
-        return isUnknown && ReplaceTargetOnceClosed();
-    }
-
-    bool ReplaceTargetOnceClosed() {
-        Close();
-        const bool replaced = TryWhileShared([this] {
-            return MoveFileExW(path.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) !=
-                   FALSE;
-        });
-        if (!replaced) DeleteFileW(path.c_str());
-        return replaced;
-    }
-
-    // Removes the file before anybody else can open it, or at least when it is closed.
-    void Discard() {
-        FILE_DISPOSITION_INFO disposition{TRUE};
-        if (SetFileInformationByHandle(file.Get(), FileDispositionInfo, &disposition, sizeof disposition)) return;
-        Close();
-        DeleteFileW(path.c_str());
-    }
-
-    void Close() { file = platform::UniqueFile(INVALID_HANDLE_VALUE); }
-
-    const std::wstring target;
-    const std::wstring path;
-    platform::UniqueFile file;
-    UniqueStream stream;
-    bool finished = false;
-};
-
-// Whether certainly nothing has this path: a drive that does not answer just now says something else.
-bool IsMissing(const std::wstring& path) {
-    if (GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES) return false;
-    const DWORD error = GetLastError();
-    return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND;
+bool Save(const std::wstring& path, const ProfileSet& list, const TextCodec& codec) {
+    TiXmlDocument document;
+    if (BuildProfileDocument(list, codec, document) > kMaxXmlElements) return false;
+    UnfinishedFile file(path);
+    return file.Stream() != nullptr && document.SaveFile(file.Stream()) && file.Finish();
 }
 
 }  // namespace
@@ -211,10 +42,11 @@ std::size_t LoadProfileFile(const std::wstring& path, ProfileSet& list) {
 }
 
 bool SaveProfileFile(const std::wstring& path, const ProfileSet& list) {
-    TiXmlDocument document;
-    if (BuildProfileDocument(list, LocaleCodec::OfHostProgram(), document) > kMaxXmlElements) return false;
-    UnfinishedFile file(path);
-    return file.Stream() != nullptr && document.SaveFile(file.Stream()) && file.Finish();
+    return Save(path, list, LocaleCodec::OfHostProgram());
+}
+
+bool ExportProfileFile(const std::wstring& path, const ProfileSet& list) {
+    return Save(path, list, AsciiCodec());
 }
 
 void FinishOrRemoveInterruptedSave(const std::wstring& path) {

@@ -15,6 +15,9 @@ std::size_t LoadProfileFile(const std::wstring& path, ProfileSet& list);
 // False: the file is what it was; that is also so when it is marked read-only, and for a list too long to be read back.
 [[nodiscard]] bool SaveProfileFile(const std::wstring& path, const ProfileSet& list);
 
+// The same in ASCII: everything beyond is escaped, so that it is read alike under every code page.
+[[nodiscard]] bool ExportProfileFile(const std::wstring& path, const ProfileSet& list);
+
 // Deals with what a save has left that was cut off, by a power failure or with its program. Where nothing stands at the
 // path, as when a disk has lost the old name before it had the new one, a file that was written to its end is put
 // there; any other is removed. A save that is under way, in whatever program, goes on undisturbed.

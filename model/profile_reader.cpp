@@ -1,11 +1,9 @@
-#include <tinyxml.h>
+#include "model/profile_reader.h"
 
 #include <algorithm>
 #include <charconv>
-#include <optional>
 #include <utility>
 
-#include "model/profile_document.h"
 #include "model/profile_elements.h"
 #include "model/xml_guard.h"
 
@@ -20,18 +18,12 @@ const TiXmlText* TextNodeOf(const TiXmlElement& element) {
     return child == nullptr ? nullptr : child->ToText();
 }
 
-// A decimal number as the C library's text-to-integer conversion reads it: blanks before it, a sign, everything after
-// its last digit ignored. Nothing when there is no digit or the number does not fit.
-std::optional<std::int32_t> NumberOf(const TiXmlElement& element) {
+// Text of at most so many bytes of the file.
+std::wstring DecodedText(const TiXmlElement& element, const TextCodec& codec, std::size_t maxBytes) {
     const TiXmlText* node = TextNodeOf(element);
-    if (node == nullptr) return std::nullopt;
-    std::string_view text = node->Value();
-    text.remove_prefix(std::min(text.find_first_not_of(" \t\n\v\f\r"), text.size()));
-    if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
-    std::int32_t number = 0;
-    const auto result = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (result.ec != std::errc()) return std::nullopt;
-    return number;
+    if (node == nullptr) return {};
+    const std::wstring text = codec.Decode(std::string_view(node->Value()).substr(0, maxBytes));
+    return node->CDATA() ? Unescape(text) : text;
 }
 
 class ProfileReader {
@@ -108,11 +100,7 @@ private:
     }
 
     std::wstring TextOf(const TiXmlElement& element) const {
-        const TiXmlText* node = TextNodeOf(element);
-        if (node == nullptr) return {};
-        const std::string_view bytes = std::string_view(node->Value()).substr(0, kMaxEncodedBytes);
-        std::wstring text = context.codec.Decode(bytes);
-        if (node->CDATA()) text = Unescape(text);
+        std::wstring text = DecodedText(element, context.codec, kMaxEncodedBytes);
         if (text.size() > kMaxTextLength) text.resize(kMaxTextLength);
         return text;
     }
@@ -128,19 +116,47 @@ private:
 
 }  // namespace
 
-ProfileSet ParseProfileDocument(std::string document, const ProfileRecord& freshRecord,
-                                const DocumentContext& context) {
-    const auto prepared = PrepareXml(std::move(document));
-    if (!prepared) return {};
+std::optional<std::int32_t> NumberOf(const TiXmlElement& element) {
+    const TiXmlText* node = TextNodeOf(element);
+    if (node == nullptr) return std::nullopt;
+    std::string_view text = node->Value();
+    text.remove_prefix(std::min(text.find_first_not_of(" \t\n\v\f\r"), text.size()));
+    if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
+    std::int32_t number = 0;
+    const auto result = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (result.ec != std::errc()) return std::nullopt;
+    return number;
+}
 
+std::optional<std::wstring> FittingText(const TiXmlElement& element, const TextCodec& codec) {
+    std::wstring text = DecodedText(element, codec, kMaxEncodedBytes + 1);
+    const TiXmlText* node = TextNodeOf(element);
+    if (text.size() > kMaxTextLength ||
+        (node != nullptr && std::string_view(node->Value()).size() > kMaxEncodedBytes)) {
+        return std::nullopt;
+    }
+    return text;
+}
+
+ParsedDocument::ParsedDocument(std::string bytes) {
+    const auto prepared = PrepareXml(std::move(bytes));
+    if (!prepared) return;
     // Condensing would trim texts and fold their blanks; rows and columns of errors are of no use to anyone here.
     TiXmlBase::SetCondenseWhiteSpace(false);
-    TiXmlDocument parsed;
-    parsed.SetTabSize(0);
-    parsed.Parse(prepared->c_str(), nullptr, TIXML_ENCODING_LEGACY);
-    const TiXmlElement* root = parsed.Error() ? nullptr : parsed.FirstChildElement();
-    if (root == nullptr) return {};
-    return ProfileReader(freshRecord, context).Read(*root);
+    document.SetTabSize(0);
+    document.Parse(prepared->c_str(), nullptr, TIXML_ENCODING_LEGACY);
+    if (!document.Error()) root = document.FirstChildElement();
+}
+
+ProfileSet ReadProfiles(const TiXmlElement& root, const ProfileRecord& freshRecord, const DocumentContext& context) {
+    return ProfileReader(freshRecord, context).Read(root);
+}
+
+ProfileSet ParseProfileDocument(std::string document, const ProfileRecord& freshRecord,
+                                const DocumentContext& context) {
+    const ParsedDocument parsed(std::move(document));
+    if (parsed.Root() == nullptr) return {};
+    return ReadProfiles(*parsed.Root(), freshRecord, context);
 }
 
 }  // namespace kvn::model

@@ -40,35 +40,47 @@ std::wstring FieldText(const std::wstring& text) {
     return field;
 }
 
-void AppendChangedNumbers(std::span<const SettingField> fields, const ProfileSettings& before,
-                          const ProfileSettings& after, std::vector<RegistryWrite>& writes) {
+// Without settings before them all values differ.
+using Earlier = const ProfileSettings*;
+
+void AppendNumbers(std::span<const SettingField> fields, Earlier before, const ProfileSettings& after,
+                   std::vector<RegistryWrite>& writes) {
     for (const SettingField field : fields) {
-        if (before[field] != after[field]) writes.push_back({RowOf(field).registryValue, after[field], {}});
+        if (before != nullptr && (*before)[field] == after[field]) continue;
+        writes.push_back({RowOf(field).registryValue, after[field], {}});
     }
 }
 
-void AppendChangedKeys(const ProfileSettings& before, const ProfileSettings& after,
-                       std::vector<RegistryWrite>& writes) {
+void AppendKeys(Earlier before, const ProfileSettings& after, std::vector<RegistryWrite>& writes) {
     for (const ButtonSlotRow& row : kButtonSlots) {
         std::wstring text = EtcKeyToText(after.etcKeys[row.slot]);
-        if (text != EtcKeyToText(before.etcKeys[row.slot])) writes.push_back({row.etcKeyValue, 0, std::move(text)});
+        if (before != nullptr && text == EtcKeyToText(before->etcKeys[row.slot])) continue;
+        writes.push_back({row.etcKeyValue, 0, std::move(text)});
     }
+}
+
+std::vector<RegistryWrite> Writes(Earlier before, const ProfileSettings& after) {
+    std::vector<RegistryWrite> writes;
+    AppendNumbers(kNumbersBeforeKeys, before, after, writes);
+    AppendKeys(before, after, writes);
+    AppendNumbers(kNumbersAfterKeys, before, after, writes);
+    if (before == nullptr || before->gestures != after.gestures) {
+        writes.push_back({RegistryValue::Gesture, 0, GesturesToMultiString(after.gestures)});
+    }
+    if (before == nullptr || before->applications != after.applications) {
+        writes.push_back({RegistryValue::ProfileApp, 0, ApplicationsToMultiString(after.applications)});
+    }
+    return writes;
 }
 
 }  // namespace
 
 std::vector<RegistryWrite> ChangedValues(const ProfileSettings& before, const ProfileSettings& after) {
-    std::vector<RegistryWrite> writes;
-    AppendChangedNumbers(kNumbersBeforeKeys, before, after, writes);
-    AppendChangedKeys(before, after, writes);
-    AppendChangedNumbers(kNumbersAfterKeys, before, after, writes);
-    if (before.gestures != after.gestures) {
-        writes.push_back({RegistryValue::Gesture, 0, GesturesToMultiString(after.gestures)});
-    }
-    if (before.applications != after.applications) {
-        writes.push_back({RegistryValue::ProfileApp, 0, ApplicationsToMultiString(after.applications)});
-    }
-    return writes;
+    return Writes(&before, after);
+}
+
+std::vector<RegistryWrite> AllValues(const ProfileSettings& settings) {
+    return Writes(nullptr, settings);
 }
 
 std::vector<RegistryWrite> AllNumbers(const SettingValues& values) {

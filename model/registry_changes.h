@@ -22,6 +22,9 @@ struct RegistryWrite {
 // The values in which the two settings differ, in the order in which an apply writes them.
 [[nodiscard]] std::vector<RegistryWrite> ChangedValues(const ProfileSettings& before, const ProfileSettings& after);
 
+// Every value of the settings, in the same order.
+[[nodiscard]] std::vector<RegistryWrite> AllValues(const ProfileSettings& settings);
+
 // Every number of the settings, in the order in which a new default profile writes them.
 [[nodiscard]] std::vector<RegistryWrite> AllNumbers(const SettingValues& values);
 

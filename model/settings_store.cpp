@@ -22,10 +22,6 @@ OsVersion ReadOsVersion() {
     return {version.dwMajorVersion, version.dwMinorVersion};
 }
 
-void MakeFolder(const std::wstring& folder) {
-    if (!PathFileExistsW(folder.c_str())) SHCreateDirectory(nullptr, folder.c_str());
-}
-
 void MakeDefaultProfile(MouseSettings& settings) {
     ProfileRecord record = NewProfileRecord();
     record.name = platform::LoadText(platform::ThisModule(), IDS_DEFAULT_PROFILE_NAME);
@@ -52,6 +48,10 @@ void PublishNewProfile(MouseSettings& settings) {
 
 std::wstring SettingsFolder() {
     return platform::SpecialFolder(CSIDL_APPDATA) + platform::LoadText(platform::ThisModule(), IDS_SETTINGS_FOLDER);
+}
+
+void MakeFolder(const std::wstring& folder) {
+    if (!PathFileExistsW(folder.c_str())) SHCreateDirectory(nullptr, folder.c_str());
 }
 
 std::wstring ProfileFileName(std::uint32_t vid, std::uint32_t pid) {

@@ -11,6 +11,9 @@ namespace kvn::model {
 // The folder of the profile files, with a final backslash; it need not be there yet.
 [[nodiscard]] std::wstring SettingsFolder();
 
+// Makes a folder that is missing, and those above it.
+void MakeFolder(const std::wstring& folder);
+
 // The name of a model's profile file in that folder.
 [[nodiscard]] std::wstring ProfileFileName(std::uint32_t vid, std::uint32_t pid);
 

@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
-"""Makes the installer of one DLL: the MSI that KvnMouseUtil.wxs describes.
+"""Makes the installer of one build: the MSI that KvnMouseUtil.wxs and additions.sql describe.
 
-Class id, name and maker come from the sources that the DLL is built from, so that they stand in one place.
+Class id, names and maker come from the sources that the build is made of, so that they stand in one place.
 
-Usage: make_msi.py VERSION DLL OUTPUT.msi
+Usage: make_msi.py VERSION FOLDER-OF-THE-BUILD OUTPUT.msi
 """
 import pathlib
 import re
@@ -11,10 +11,20 @@ import shutil
 import subprocess
 import sys
 import tempfile
+import uuid
+from xml.sax.saxutils import quoteattr
 
 PACKAGING = pathlib.Path(__file__).resolve().parent
 ROOT = PACKAGING.parent
+DLL, SERVICE = "KvnMouseUtil.dll", "KvnMouseApl.exe"
 PAPERS = {"LICENSE": "LICENSE.txt", "THIRD-PARTY": "THIRD-PARTY.txt", "CHANGELOG.md": "CHANGELOG.txt"}
+
+# What belongs beside the service: the help, in its languages, and all pictures. The build has more in that folder.
+BESIDE_SERVICE = {".htm", ".css", ".png", ".jpg", ".gif", ".svg"}
+# The ids of these files' components come from their names. It never changes.
+COMPONENTS = uuid.UUID("{0C5B7E31-9F28-4D64-8A17-E3D2096F4BC5}")
+
+Defines = dict[str, str]
 
 
 def find(pattern: str, path: str) -> str:
@@ -37,33 +47,100 @@ def version_text(name: str) -> str:
     return find(rf'VALUE "{name}", "(.*?)"', "resources/version.rc")
 
 
+def product_name() -> str:
+    """The name in "Programs and Features"."""
+    return version_text("ProductName")
+
+
 def next_version(version: str) -> str:
     major, minor, patch = (int(number) for number in version.split("."))
     return f"{major}.{minor}.{patch + 1}"
 
 
-def gather(dll: pathlib.Path, folder: pathlib.Path) -> None:
-    """Puts all installed files into one folder, texts with the line ends of Windows."""
-    shutil.copy(dll, folder / "KvnMouseUtil.dll")
+def files_beside_service(service_folder: pathlib.Path) -> list[pathlib.PurePath]:
+    return sorted(path.relative_to(service_folder) for path in service_folder.rglob("*")
+                  if path.suffix in BESIDE_SERVICE)
+
+
+def component(file: pathlib.PurePath, number: int) -> str:
+    guid = str(uuid.uuid5(COMPONENTS, file.as_posix().lower())).upper()
+    source = quoteattr(file.as_posix())
+    return (f'<Component Id="Beside{number}" Guid="{{{guid}}}" Win64="yes">'
+            f'<File Id="Beside{number}" Name={quoteattr(file.name)} Source={source} KeyPath="yes" /></Component>')
+
+
+def directory(folder: pathlib.PurePath, files: list[pathlib.PurePath], number: int) -> str:
+    """A folder of the service with its files, or the files beside the service itself."""
+    rows = "".join(component(file, files.index(file)) for file in files if file.parent == folder)
+    if not folder.parts:
+        return rows
+    if len(folder.parts) > 1:
+        sys.exit(f"{folder} lies too deep for this installer")
+    return f'<Directory Id="Folder{number}" Name={quoteattr(folder.name)}>{rows}</Directory>'
+
+
+def fragment(files: list[pathlib.PurePath]) -> str:
+    """A component for each file beside the service."""
+    folders = sorted({file.parent for file in files})
+    rows = [directory(folder, files, number) for number, folder in enumerate(folders)]
+    references = [f'<ComponentRef Id="Beside{number}" />' for number in range(len(files))]
+    return ('<Wix xmlns="http://schemas.microsoft.com/wix/2006/wi"><Fragment>'
+            f'<DirectoryRef Id="INSTALLDIR">{"".join(rows)}</DirectoryRef>'
+            f'<ComponentGroup Id="HelpAndPictures">{"".join(references)}</ComponentGroup></Fragment></Wix>')
+
+
+def additions(defines: Defines) -> list[str]:
+    """The statements of additions.sql."""
+    text = (PACKAGING / "additions.sql").read_text(encoding="utf-8").replace("$(ClassId)", defines["ClassId"])
+    return [line for line in text.splitlines() if line and not line.startswith("--")]
+
+
+def file_version(file: str, version: str) -> str:
+    """wixl does not read a file's version. Without it Windows takes an installed file for newer and leaves it."""
+    return f"UPDATE `File` SET `Version`='{version}.0', `Language`='1033' WHERE `File`='{file}'"
+
+
+def copy_papers(folder: pathlib.Path) -> None:
+    """Texts with the line ends of Windows."""
     for source, target in PAPERS.items():
         text = (ROOT / source).read_text(encoding="utf-8")
         (folder / target).write_text(text, encoding="utf-8", newline="\r\n")
-    shutil.copy(PACKAGING / "KvnMouseUtil.wxs", folder)
 
 
-def make(version: str, dll: pathlib.Path, output: pathlib.Path) -> None:
-    defines = {"Version": version, "NextVersion": next_version(version), "ClassId": class_id(),
-               "Name": version_text("FileDescription"), "Manufacturer": version_text("CompanyName")}
+def copy_programs(programs: pathlib.Path, folder: pathlib.Path) -> list[pathlib.PurePath]:
+    """Puts both programs and what belongs to them into one folder; returns the help and the pictures."""
+    shutil.copy(programs / DLL, folder)
+    service = programs / "service"
+    shutil.copy(service / SERVICE, folder)
+    files = files_beside_service(service)
+    for file in files:
+        (folder / file).parent.mkdir(parents=True, exist_ok=True)
+        shutil.copy(service / file, folder / file)
+    return files
+
+
+def compile_msi(folder: pathlib.Path, defines: Defines, statements: list[str], output: pathlib.Path) -> None:
+    """Compiles the sources in a folder, which holds the installed files too."""
+    options = [option for pair in defines.items() for option in ("-D", "=".join(pair))]
+    sources = sorted(path.name for path in folder.glob("*.wxs"))
+    subprocess.run(["wixl", "-a", "x64", *options, "-o", "made.msi", *sources], cwd=folder, check=True)
+    for statement in statements:
+        subprocess.run(["msibuild", "made.msi", "-q", statement], cwd=folder, check=True)
+    output.parent.mkdir(parents=True, exist_ok=True)
+    shutil.copy(folder / "made.msi", output)
+
+
+def make(version: str, programs: pathlib.Path, output: pathlib.Path) -> None:
+    defines = {"Version": version, "NextVersion": next_version(version), "ClassId": class_id(), "Name": product_name(),
+               "PageName": version_text("FileDescription"), "Manufacturer": version_text("CompanyName")}
     with tempfile.TemporaryDirectory() as name:
         folder = pathlib.Path(name)
-        gather(dll, folder)
-        options = [option for pair in defines.items() for option in ("-D", "=".join(pair))]
-        subprocess.run(["wixl", "-a", "x64", *options, "-o", "page.msi", "KvnMouseUtil.wxs"], cwd=folder, check=True)
-        # wixl does not read a DLL's version. Without it Windows takes an installed DLL for newer and leaves it.
-        subprocess.run(["msibuild", "page.msi", "-q", f"UPDATE `File` SET `Version`='{version}.0', `Language`='1033' "
-                        "WHERE `File`='KvnMouseUtil.dll'"], cwd=folder, check=True)
-        output.parent.mkdir(parents=True, exist_ok=True)
-        shutil.copy(folder / "page.msi", output)
+        copy_papers(folder)
+        files = copy_programs(programs, folder)
+        shutil.copy(PACKAGING / "KvnMouseUtil.wxs", folder)
+        (folder / "beside_service.wxs").write_text(fragment(files), encoding="utf-8")
+        versions = [file_version(file, version) for file in (DLL, SERVICE)]
+        compile_msi(folder, defines, versions + additions(defines), output)
 
 
 if __name__ == "__main__":

@@ -27,8 +27,10 @@ Result AtBoundary(Result fallback, Work&& work) noexcept {
     try {
         return std::forward<Work>(work)();
     } catch (...) {
-        return fallback;
     }
+    // The code around may throw next, and others want what this exception has given back.
+    KeepMemoryReserve();
+    return fallback;
 }
 
 // Runs the work; false when an exception broke it off.

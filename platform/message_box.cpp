@@ -1,14 +1,12 @@
 #include "platform/message_box.h"
 
+#include "platform/item_limit.h"
 #include "platform/number_text.h"
 #include "platform/texts.h"
 #include "resources/resource.h"
 
 namespace kvn::platform {
 namespace {
-
-// Every list that the user extends holds at most so many items.
-constexpr int kItemLimit = 100;
 
 // Longer texts and captions of the string table are cut.
 constexpr std::size_t kMaxTextLength = 1023;

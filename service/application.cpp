@@ -15,12 +15,7 @@
 #include "service/version.h"
 
 namespace kvn::service {
-namespace {
-
-// A watcher that could not be started is tried again.
-constexpr DWORD kWatcherRetryMilliseconds = 1'000;
-
-}  // namespace
+namespace {}  // namespace
 
 Application::Application()
     : shared(memory.State()),
@@ -29,7 +24,8 @@ Application::Application()
       protocol(ProtocolOutlets()),
       session(SessionOutlets()),
       tray({.state = [this] { return CurrentTrayState(); },
-            .onChoice = [this](const TrayChoice& choice) { OnTrayChoice(choice); }}) {}
+            .onChoice = [this](const TrayChoice& choice) { OnTrayChoice(choice); }}),
+      transfer(TransferOutlets()) {}
 
 Application::~Application() {
     End();
@@ -66,9 +62,14 @@ MouseDriver::Outlets Application::DriverOutlets() {
     };
 }
 
+TransferDialogs::Outlets Application::TransferOutlets() {
+    return {.onImported = [this] { posted.Post([this] { driver->Settings().Reread(); }); },
+            .onDone = [this](const std::wstring& text) { posted.Post([this, text] { tray.Tell(text, NIIF_INFO); }); }};
+}
+
 // Asked by the thread of the window.
 TryButtons::Outlets Application::TryOutlets() {
-    return {.nameOfProfile = [this](std::uint32_t profile) { return driver->Settings().NameOf(profile); },
+    return {.nameOfProfile = [this](std::uint32_t profile) { return driver->NameOf(profile); },
             .programInFront = [this] { return driver->Settings().ProgramInFront(); }};
 }
 
@@ -82,6 +83,7 @@ bool Application::Start(const CommandLine& commands) {
     if (!driver->Start(window.Handle(), commands.mouse)) return false;
     SessionEvents::Watch(window.Handle());
     tray.Show(window.Handle());
+    if (isEnding) return true;  // the session ended while the taskbar was asked
     watcher.Start(commands.watcherProcess.value_or(0));
     window.Announce();
     Greet(commands.mouse.has_value());
@@ -104,12 +106,14 @@ void Application::KeepOptions(const CommandLine& commands) {
 }
 
 Answer Application::CarryOut(const CommandLine& commands) {
+    if (driver == nullptr) return {};
     if (commands.quits) RequestEnd();
     if (commands.mouse) driver->Choose(*commands.mouse);
     if (commands.logFile) driver->LogTo(*commands.logFile);
     if (commands.mouse || commands.logFile) KeepOptions(commands);
     Answer answer;
     if (commands.profile) answer = ForceProfile(*commands.profile == kAutomaticProfile ? L"" : *commands.profile);
+    if (commands.rereads) driver->Reread();
     if (commands.pause) driver->Pause(*commands.pause);
     if (answer.exitCode == kDone && commands.wantsSettings) answer = OpenSettings();
     if (answer.exitCode == kDone && commands.wantsTry) answer = OpenTry();
@@ -160,6 +164,12 @@ void Application::OnTrayCommand(TrayCommand command) {
             break;
         case TrayCommand::Try:
             TellIfFailed(OpenTry());
+            break;
+        case TrayCommand::Export:
+            transfer.OpenExport();
+            break;
+        case TrayCommand::Import:
+            transfer.OpenImport();
             break;
         case TrayCommand::Help:
             OpenHelpPage([this] { posted.Post([this] { tray.Tell(Text(IDS_FAULT_HELP), NIIF_ERROR); }); });
@@ -244,8 +254,8 @@ void Application::Run() {
         }
         const HANDLE watched = watcher.Process();
         const DWORD count = watched == nullptr ? 0 : 1;
-        const DWORD wait = watcher.IsMissing() ? kWatcherRetryMilliseconds : INFINITE;
-        const DWORD woken = MsgWaitForMultipleObjectsEx(count, &watched, wait, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
+        const DWORD woken = MsgWaitForMultipleObjectsEx(count, &watched, watcher.MillisecondsToRetry(), QS_ALLINPUT,
+                                                        MWMO_INPUTAVAILABLE);
         const bool isWatcherGone = woken == WAIT_TIMEOUT || (count == 1 && woken == WAIT_OBJECT_0);
         if (isWatcherGone && !isEnding) watcher.Replace();
     }
@@ -262,6 +272,7 @@ void Application::End() {
     if (std::exchange(isEnding, true)) return;
     const EndInTime guard(shared.held);
     shared.hasEnded = 1;
+    transfer.Close();
     window.Withdraw();
     tray.Remove();
     trail.End();

@@ -16,6 +16,7 @@
 #include "service/posted_work.h"
 #include "service/session_events.h"
 #include "service/shared_state.h"
+#include "service/transfer/transfer_dialogs.h"
 #include "service/tray/trail_window.h"
 #include "service/tray/tray_icon.h"
 #include "service/tray/try_buttons.h"
@@ -47,6 +48,8 @@ private:
     MouseDriver::Outlets DriverOutlets();
     TryButtons::Outlets TryOutlets();
 
+    TransferDialogs::Outlets TransferOutlets();
+
     Answer ForceProfile(const std::wstring& name);
     static Answer OpenSettings();
     Answer OpenTry();
@@ -70,6 +73,7 @@ private:
     PageProtocol protocol;
     SessionEvents session;
     TrayIcon tray;
+    TransferDialogs transfer;
     TrailWindow trail;
     std::unique_ptr<MouseDriver> driver;     // empty before the start and at the end
     std::unique_ptr<TryButtons> tryButtons;  // as long as the driver, whose presses it shows

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "platform/typed_number.h"
 #include "service/mouse_option.h"
-#include "service/numbers.h"
 #include "service/resource.h"
 
 namespace kvn::service {
@@ -14,7 +14,8 @@ using Text = const std::wstring&;
 
 constexpr std::wstring_view kPause = L"--pause", kResume = L"--resume", kProfile = L"--profile", kMouse = L"--mouse",
                             kLog = L"--log", kSettings = L"--settings", kStatus = L"--status", kTry = L"--try",
-                            kQuit = L"--quit";
+                            kQuit = L"--quit", kExport = L"--export", kImport = L"--import", kYes = L"--yes",
+                            kReread = L"--reread";
 
 struct OptionRow {
     std::wstring_view name;
@@ -46,7 +47,7 @@ bool SetMouse(CommandLine& commands, Text value) {
 }
 
 bool SetProcess(std::optional<std::uint32_t>& process, Text value) {
-    process = ParseNumber(value, 10, 0xFFFFFFFF);
+    process = platform::ParseNumber(value, 10, 0xFFFFFFFF);
     return process.has_value();
 }
 
@@ -57,6 +58,11 @@ constexpr std::array kOptions{
     OptionRow{
         kSettings, {}, IDS_OPTION_SETTINGS, [](CommandLine& commands, Text) { return Raise(commands.wantsSettings); }},
     OptionRow{kStatus, {}, IDS_OPTION_STATUS, [](CommandLine& commands, Text) { return Raise(commands.wantsStatus); }},
+    OptionRow{kExport, L"FILE", IDS_OPTION_EXPORT,
+              [](CommandLine& commands, Text value) { return SetText(commands.exportFile, value); }},
+    OptionRow{kImport, L"FILE", IDS_OPTION_IMPORT,
+              [](CommandLine& commands, Text value) { return SetText(commands.importFile, value); }},
+    OptionRow{kYes, {}, IDS_OPTION_YES, [](CommandLine& commands, Text) { return Raise(commands.takesOtherModel); }},
     OptionRow{kProfile, L"NAME|auto", IDS_OPTION_PROFILE,
               [](CommandLine& commands, Text value) { return SetText(commands.profile, value); }},
     OptionRow{kTry, {}, IDS_OPTION_TRY, [](CommandLine& commands, Text) { return Raise(commands.wantsTry); }},
@@ -66,6 +72,7 @@ constexpr std::array kOptions{
     OptionRow{L"--help", {}, IDS_OPTION_HELP, [](CommandLine& commands, Text) { return Raise(commands.wantsHelp); }},
     OptionRow{
         L"--version", {}, IDS_OPTION_VERSION, [](CommandLine& commands, Text) { return Raise(commands.wantsVersion); }},
+    OptionRow{kReread, {}, 0, [](CommandLine& commands, Text) { return Raise(commands.rereads); }},
     OptionRow{L"--watch", L"PROCESS", 0,
               [](CommandLine& commands, Text value) { return SetProcess(commands.watchedProcess, value); }},
     OptionRow{L"--watched-by", L"PROCESS", 0,
@@ -88,12 +95,21 @@ std::optional<UsageError> ReadOption(CommandLine& commands, std::span<const std:
 }
 
 bool AsksForAnything(const CommandLine& commands) {
-    return commands.wantsStatus || commands.pause || commands.profile;
+    return commands.wantsStatus || commands.pause || commands.profile || commands.rereads;
 }
 
 bool StandsAlone(const CommandLine& commands) {
     return !AsksForAnything(commands) && !commands.wantsSettings && !commands.wantsTry && !commands.mouse &&
            !commands.logFile;
+}
+
+// An export or import is done by the start itself, whether a service runs or not.
+std::optional<UsageError> FaultOfTransfer(const CommandLine& commands) {
+    if (commands.takesOtherModel && !commands.importFile) return UsageError{UsageFault::YesWithoutImport, {}, {}};
+    if (!commands.exportFile && !commands.importFile) return std::nullopt;
+    const bool isOne = commands.exportFile.has_value() != commands.importFile.has_value();
+    if (isOne && StandsAlone(commands) && !commands.quits) return std::nullopt;
+    return UsageError{UsageFault::StandsAlone, std::wstring(commands.exportFile ? kExport : kImport), {}};
 }
 
 class ArgumentList {
@@ -126,6 +142,7 @@ std::variant<CommandLine, UsageError> ParseArguments(std::span<const std::wstrin
     if (commands.quits && !StandsAlone(commands)) {
         return UsageError{UsageFault::QuitStandsAlone, std::wstring(kQuit), {}};
     }
+    if (const auto fault = FaultOfTransfer(commands)) return *fault;
     return commands;
 }
 
@@ -140,6 +157,7 @@ std::vector<std::wstring> ArgumentsForService(const CommandLine& commands) {
     list.Add(kLog, commands.logFile);
     list.Add(kProfile, commands.profile);
     if (commands.pause) list.Add(true, *commands.pause ? kPause : kResume);
+    list.Add(commands.rereads, kReread);
     list.Add(commands.wantsSettings, kSettings);
     list.Add(commands.wantsTry, kTry);
     list.Add(commands.wantsStatus, kStatus);

@@ -9,14 +9,9 @@
 #include <variant>
 #include <vector>
 
-#include "model/device_record.h"
+#include "service/mouse_option.h"
 
 namespace kvn::service {
-
-// The mouse to publish in the place of the attached one; without one: as if none were attached.
-struct ChosenMouse {
-    std::optional<model::DeviceRecord> mouse;
-};
 
 inline constexpr std::wstring_view kAutomaticProfile = L"auto";
 
@@ -31,16 +26,27 @@ struct CommandLine {
     std::optional<std::wstring> profile;  // kAutomaticProfile: by the program in front
     std::optional<ChosenMouse> mouse;
     std::optional<std::wstring> logFile;
+    std::optional<std::wstring> exportFile;
+    std::optional<std::wstring> importFile;
+    bool takesOtherModel = false;  // along with importFile
 
     // Between the service and its watcher: the process to watch, and the one that watches.
     std::optional<std::uint32_t> watchedProcess;
     std::optional<std::uint32_t> watcherProcess;
+    bool rereads = false;  // from a start that has imported settings
 
     // Whether a service is to be started when none runs. The other options need a running one.
     bool Starts() const;
 };
 
-enum class UsageFault : std::uint8_t { UnknownOption, ValueMissing, ValueBad, QuitStandsAlone };
+enum class UsageFault : std::uint8_t {
+    UnknownOption,
+    ValueMissing,
+    ValueBad,
+    QuitStandsAlone,
+    StandsAlone,
+    YesWithoutImport
+};
 
 struct UsageError {
     UsageFault fault = UsageFault::UnknownOption;

@@ -15,7 +15,6 @@ constexpr ULONG_PTR kRequestMark = 0x4B76'6E43, kReplyMark = 0x4B76'6E52;
 constexpr LRESULT kCarriedOut = 0x4B76'0000;
 constexpr LRESULT kHighestExitCode = 0xFF;
 constexpr DWORD kMostRequestBytes = 128 * 1024;
-constexpr UINT kServiceMilliseconds = 8'000;
 constexpr UINT kReplyMilliseconds = 2'000;
 constexpr wchar_t kReplyClass[] = L"KvnMouseAplReply";
 
@@ -77,13 +76,13 @@ private:
 
 }  // namespace
 
-std::optional<Answer> AskService(HWND service, const std::vector<std::wstring>& arguments) {
+std::optional<Answer> AskService(HWND service, const std::vector<std::wstring>& arguments, unsigned milliseconds) {
     ReplyWindow reply(service);
     // What the service opens may come to the front.
     DWORD processId = 0;
     GetWindowThreadProcessId(service, &processId);
     AllowSetForegroundWindow(processId);
-    const auto result = SendText(service, reply.Get(), kRequestMark, Quoted(arguments), kServiceMilliseconds);
+    const auto result = SendText(service, reply.Get(), kRequestMark, Quoted(arguments), milliseconds);
     if (!result || *result < kCarriedOut || *result > kCarriedOut + kHighestExitCode) return std::nullopt;
     return Answer{static_cast<int>(*result - kCarriedOut), reply.TakeText()};
 }

@@ -11,15 +11,18 @@
 
 namespace kvn::service {
 
-enum ExitCode : int { kDone = 0, kFailed = 1, kWrongOptions = 2 };
+enum ExitCode : int { kDone = 0, kFailed = 1, kWrongOptions = 2, kOtherModel = 3 };
 
 struct Answer {
     int exitCode = kDone;
     std::wstring text;  // complete lines, or nothing
 };
 
-// In the second start. Nothing when the service does not answer within seconds, or does not understand.
-std::optional<Answer> AskService(HWND service, const std::vector<std::wstring>& arguments);
+inline constexpr unsigned kAnswerMilliseconds = 8'000;
+
+// In the second start. Nothing when the service does not answer in this time, or does not understand.
+std::optional<Answer> AskService(HWND service, const std::vector<std::wstring>& arguments,
+                                 unsigned milliseconds = kAnswerMilliseconds);
 
 // In the service.
 struct HandedOver {

@@ -9,8 +9,9 @@ namespace {
 
 constexpr std::size_t kHelpColumn = 30;
 
-constexpr model::EnumArray<UsageFault, unsigned, 4> kFaultTexts{
-    {IDS_FAULT_UNKNOWN_OPTION, IDS_FAULT_VALUE_MISSING, IDS_FAULT_VALUE_BAD, IDS_FAULT_QUIT_STANDS_ALONE}};
+constexpr model::EnumArray<UsageFault, unsigned, 6> kFaultTexts{{IDS_FAULT_UNKNOWN_OPTION, IDS_FAULT_VALUE_MISSING,
+                                                                 IDS_FAULT_VALUE_BAD, IDS_FAULT_QUIT_STANDS_ALONE,
+                                                                 IDS_FAULT_STANDS_ALONE, IDS_FAULT_YES_WITHOUT_IMPORT}};
 
 // A long option has its explanation on the next line.
 std::wstring OptionLine(const OptionHelp& option) {

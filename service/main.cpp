@@ -6,6 +6,7 @@
 #include <string>
 #include <variant>
 
+#include "platform/service_messages.h"
 #include "service/application.h"
 #include "service/command_line.h"
 #include "service/handover.h"
@@ -15,7 +16,10 @@
 #include "service/processes.h"
 #include "service/resource.h"
 #include "service/session_lock.h"
+#include "service/shared_state.h"
 #include "service/texts.h"
+#include "service/transfer/settings_export.h"
+#include "service/transfer/settings_import.h"
 #include "service/version.h"
 #include "service/watcher.h"
 
@@ -25,6 +29,8 @@ namespace {
 // Longer than a service takes to start or to end.
 constexpr std::uint64_t kTransitionMilliseconds = 10'000;
 constexpr DWORD kPollMilliseconds = 50;
+// A service that is asked to end ends by itself within two seconds; one that hangs does not even answer.
+constexpr DWORD kQuitMilliseconds = 1'000, kEndMilliseconds = 2'500, kForcedEndMilliseconds = 1'000;
 
 ExitCode Complain(unsigned textId) {
     Print(Text(textId) + L'\n');
@@ -87,20 +93,65 @@ int HandOver(const CommandLine& commands) {
     return Complain(IsForeignServiceThere() ? IDS_FAULT_OTHER_SERVICE : IDS_FAULT_NOT_RUNNING);
 }
 
+// A service of another user's rights can only be waited for.
 platform::UniqueKernelObject ProcessOf(HWND window) {
     DWORD processId = 0;
     GetWindowThreadProcessId(window, &processId);
-    return platform::UniqueKernelObject(OpenProcess(SYNCHRONIZE, FALSE, processId));
+    platform::UniqueKernelObject process(OpenProcess(SYNCHRONIZE | PROCESS_TERMINATE, FALSE, processId));
+    if (!process) process.Reset(OpenProcess(SYNCHRONIZE, FALSE, processId));
+    return process;
+}
+
+bool HasLockGone() {
+    const std::uint64_t deadline = GetTickCount64() + kEndMilliseconds;
+    while (SessionLock::IsTaken() && GetTickCount64() < deadline) Sleep(kPollMilliseconds);
+    return !SessionLock::IsTaken();
+}
+
+bool EndsWithin(HANDLE process, DWORD milliseconds) {
+    return WaitForSingleObject(process, milliseconds) == WAIT_OBJECT_0;
+}
+
+// The last resort for one that hangs. Its watcher releases what it held, too; but there may be none.
+void EndByForce(HANDLE service) {
+    SharedMemory memory;
+    memory.State().hasEnded = 1;
+    TerminateProcess(service, kDone);
+    if (EndsWithin(service, kForcedEndMilliseconds)) ReleaseAll(memory.State().held);
+}
+
+void QuitService(HWND window, const CommandLine& commands) {
+    const platform::UniqueKernelObject service = ProcessOf(window);
+    const bool hasAnswered = AskService(window, ArgumentsForService(commands), kQuitMilliseconds).has_value();
+    const DWORD patience = hasAnswered ? kEndMilliseconds : kQuitMilliseconds;
+    if (service && !EndsWithin(service.Get(), patience)) EndByForce(service.Get());
 }
 
 // Waits until the service and its watcher have ended.
-int QuitService(const CommandLine& commands) {
-    const platform::UniqueKernelObject service = ProcessOf(FindRunningService());
-    if (SessionLock::IsTaken()) {
+int Quit(const CommandLine& commands) {
+    const HWND window = FindRunningService();
+    if (window != nullptr) {
+        QuitService(window, commands);
+    } else if (SessionLock::IsTaken()) {
         if (const int exitCode = HandOver(commands); exitCode != kDone && SessionLock::IsTaken()) return exitCode;
     }
-    if (service) WaitForSingleObject(service.Get(), static_cast<DWORD>(kTransitionMilliseconds));
-    return EndWatcher() && !SessionLock::IsTaken() ? kDone : Complain(IDS_FAULT_NO_ANSWER);
+    return EndWatcher() && HasLockGone() ? kDone : Complain(IDS_FAULT_NO_ANSWER);
+}
+
+// The running service takes them over at once; any other program that the page would know as one is told as by the
+// page.
+void ReportSettingsChanged() {
+    CommandLine reread;
+    reread.rereads = true;
+    const HWND service = FindRunningService();
+    if (service == nullptr || !AskService(service, ArgumentsForService(reread))) platform::NotifySettingsChanged();
+}
+
+int Import(const CommandLine& commands) {
+    const Answer answer = ImportSettings(FullPath(*commands.importFile),
+                                         [&](const auto&, const auto&) { return commands.takesOtherModel; });
+    if (answer.exitCode == kDone) ReportSettingsChanged();
+    return Tell(answer);
 }
 
 int CarryOut(const CommandLine& commands) {
@@ -112,7 +163,9 @@ int CarryOut(const CommandLine& commands) {
         Print(commands.wantsHelp ? HelpText() : std::wstring(L"KvnMouseApl ") + kVersion + L'\n');
         return kDone;
     }
-    if (commands.quits) return QuitService(commands);
+    if (commands.exportFile) return Tell(ExportSettings(FullPath(*commands.exportFile)));
+    if (commands.importFile) return Import(commands);
+    if (commands.quits) return Quit(commands);
     return commands.Starts() ? StartOrHandOver(commands) : HandOver(commands);
 }
 

@@ -70,6 +70,11 @@ void MouseDriver::Choose(const ChosenMouse& choice) {
     if (mouse) AwaitHub([this] { return hub.HasTakenMouse(); });
 }
 
+void MouseDriver::Reread() {
+    hub.Reread();
+    if (mouse) AwaitHub([this] { return hub.HasReread(); });
+}
+
 void MouseDriver::OnAttached(const model::DeviceRecord& attached) {
     if (!isChosen) Take(attached);
 }

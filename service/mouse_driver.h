@@ -47,6 +47,8 @@ public:
 
     // Waits a moment until its settings are in force.
     void Choose(const ChosenMouse& choice);
+    // Waits a moment until the settings as they are stored now are in force.
+    void Reread();
     void LogTo(const std::wstring& path) { log.WriteTo(path); }
     void Pause(bool pause);
     // An empty name: by the program in front. Waits a moment until it is so; false when there is no such profile.
@@ -60,6 +62,8 @@ public:
     bool IsPaused() const { return isPaused; }
     bool IsHeld(model::ButtonSlot physicalButton);
     Status CurrentStatus() const;
+    // Of the number in EngineSettings; empty when it was in force long ago. From any thread.
+    std::wstring NameOf(std::uint32_t profile) const { return names.NameOf(profile); }
 
     HookThread& Hook() { return hook; }
     SettingsHub& Settings() { return hub; }

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "platform/number_text.h"
-#include "service/numbers.h"
+#include "platform/typed_number.h"
 
 namespace kvn::service {
 namespace {
@@ -26,7 +26,7 @@ std::vector<std::wstring_view> SplitAtColons(std::wstring_view text) {
 }
 
 std::optional<std::uint32_t> ParseId(std::wstring_view text) {
-    const auto id = ParseNumber(text, 16, kHighestId);
+    const auto id = platform::ParseNumber(text, 16, kHighestId);
     return id == 0U ? std::nullopt : id;
 }
 
@@ -36,9 +36,9 @@ std::optional<model::DeviceRecord> ParseMouse(std::wstring_view text) {
     parts.resize(kMostParts);
     const auto vid = ParseId(parts[0]);
     const auto pid = ParseId(parts[1]);
-    const auto buttons = ParseNumber(parts[2], 10, model::kMaxButtonCount);
-    const auto tilt = ParseNumber(parts[3], 10, 1);
-    const auto flag = parts[5].empty() ? 0U : ParseNumber(parts[5], 10, 0xFFFFFFFF);
+    const auto buttons = platform::ParseNumber(parts[2], 10, model::kMaxButtonCount);
+    const auto tilt = platform::ParseNumber(parts[3], 10, 1);
+    const auto flag = parts[5].empty() ? 0U : platform::ParseNumber(parts[5], 10, 0xFFFFFFFF);
     if (!vid || !pid || !buttons || !tilt || !flag || parts[4].size() > model::kMaxMouseImageLength) return {};
     return model::DeviceRecord{.hasTilt = *tilt,
                                .buttonCount = static_cast<std::int32_t>(*buttons),

@@ -5,9 +5,14 @@
 #include <string>
 #include <string_view>
 
-#include "service/command_line.h"
+#include "model/device_record.h"
 
 namespace kvn::service {
+
+// The mouse to publish in the place of the attached one; without one: as if none were attached.
+struct ChosenMouse {
+    std::optional<model::DeviceRecord> mouse;
+};
 
 // Ids are hexadecimal and neither is 0, which would mean the base key itself; the rest is decimal. Nothing when the
 // text is anything else.

@@ -6,6 +6,7 @@
 #include <mutex>
 
 #include "model/enum_array.h"
+#include "model/stored_stroke.h"
 #include "service/texts.h"
 
 namespace kvn::service {
@@ -16,49 +17,33 @@ using model::StrokeDirection;
 constexpr model::EnumArray<model::ButtonSlot, const wchar_t*, model::kButtonSlotCount> kControlNames{
     {L"left", L"right", L"wheel", L"button4", L"button5", L"tilt-left", L"tilt-right"}};
 
-// In the order of Cause; %1 stands for the stroke, %2 for what was done.
-constexpr model::EnumArray<Cause, const wchar_t*, 7> kNotes{{
-    nullptr,
-    L"gesture ",
-    L"no gesture ",
-    L"no stroke: ",
-    L"stroke given up",
-    L"gives the stroke up",
-    L"kept for the settings page",
-}};
+struct NoteRow {
+    const wchar_t* beforeStroke;  // which only gestures and unknown strokes have
+    const wchar_t* beforeDone;    // null where what was done is not written
+};
 
-wchar_t LetterOf(StrokeDirection direction) {
-    constexpr std::array kLetters{
-        std::pair{StrokeDirection::Up, L'U'},
-        std::pair{StrokeDirection::Right, L'R'},
-        std::pair{StrokeDirection::Down, L'D'},
-        std::pair{StrokeDirection::Left, L'L'},
-    };
-    const auto row = std::ranges::find(kLetters, direction, &std::pair<StrokeDirection, wchar_t>::first);
-    return row == kLetters.end() ? L'\0' : row->second;
-}
+// In the order of Cause.
+constexpr model::EnumArray<Cause, NoteRow, 7> kNotes{{{
+    {L"", L""},
+    {L"gesture ", L": "},
+    {L"no gesture ", nullptr},
+    {L"no stroke: ", L""},
+    {L"stroke given up", nullptr},
+    {L"gives the stroke up", nullptr},
+    {L"kept for the settings page", nullptr},
+}}};
 
 std::wstring StrokeText(const Order& order) {
     std::wstring text;
     for (const StrokeDirection direction : order.stroke) {
-        if (const wchar_t letter = LetterOf(direction); letter != L'\0') text += letter;
+        if (const auto letter = StoredLetterOf(direction)) text += *letter;
     }
     return text;
 }
 
 std::wstring WhatWasDone(const Order& order, const std::wstring& done) {
-    switch (order.cause) {
-        case Cause::Function:
-            return done;
-        case Cause::Gesture:
-            return kNotes[order.cause] + StrokeText(order) + L": " + done;
-        case Cause::UnknownStroke:
-            return kNotes[order.cause] + StrokeText(order);
-        case Cause::NoStroke:
-            return kNotes[order.cause] + done;
-        default:
-            return kNotes[order.cause];
-    }
+    const NoteRow& row = kNotes[order.cause];
+    return row.beforeStroke + StrokeText(order) + (row.beforeDone == nullptr ? L"" : row.beforeDone + done);
 }
 
 // A TAB or a line's end inside a field would be taken for the end of the field.

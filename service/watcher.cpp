@@ -19,6 +19,10 @@ constexpr DWORD kEndMilliseconds = 2'000;
 // A watcher that keeps ending at once is not started forever.
 constexpr std::uint64_t kShortLifeMilliseconds = 2'000;
 constexpr int kMostShortLives = 5;
+// One that could not be started is tried again, after some tries less often.
+constexpr DWORD kRetryMilliseconds = 1'000, kLateRetryMilliseconds = 60'000;
+// A service for which there is no memory just now is tried again, once in a second.
+constexpr int kMostTries = 60;
 
 UniqueKernelObject OpenEndEvent() {
     return UniqueKernelObject(CreateEventW(nullptr, FALSE, FALSE, kEndEventName));
@@ -35,14 +39,24 @@ bool AwaitEnd(HANDLE service, HANDLE endEvent) {
            WAIT_OBJECT_0 + 1;
 }
 
-// Empty when there is no memory for it just now.
-UniqueKernelObject StartServiceAgain(const SharedState& shared) {
+UniqueKernelObject TryToStartService(const SharedState& shared) {
     UniqueKernelObject service;
     platform::Completes([&] {
         const std::wstring watchedBy = L"--watched-by " + std::to_wstring(GetCurrentProcessId());
         service = std::move(StartProcess(ProgramPath(), watchedBy + L' ' + shared.Arguments()).handle);
     });
     return service;
+}
+
+enum class Restart : std::uint8_t { Done, Impossible, Unwanted };
+
+Restart StartServiceAgain(const SharedState& shared, HANDLE endEvent, UniqueKernelObject& service) {
+    for (int attempt = 0; attempt < kMostTries; ++attempt) {
+        service = TryToStartService(shared);
+        if (service) return Restart::Done;
+        if (WaitForSingleObject(endEvent, kRetryMilliseconds) == WAIT_OBJECT_0) return Restart::Unwanted;
+    }
+    return Restart::Impossible;
 }
 
 // To Windows' application log.
@@ -70,16 +84,19 @@ void WatchService(std::uint32_t serviceProcess) {
     SharedMemory memory;
     SharedState& shared = memory.State();
     const UniqueKernelObject endEvent = OpenEndEvent();
-    UniqueKernelObject service = OpenToWait(serviceProcess);
     if (!memory.IsShared() || !endEvent) return;
+    UniqueKernelObject service = OpenToWait(serviceProcess);
+    // One that has ended cannot be opened any more; of one that cannot be opened for another reason nothing is known.
+    if (!service && GetLastError() != ERROR_INVALID_PARAMETER) return;
     shared.watcherProcess = GetCurrentProcessId();
     RestartLimit limit;
-    // A service that cannot be opened any more has ended.
     while (!service || AwaitEnd(service.Get(), endEvent.Get())) {
         ReleaseAll(shared.held);
         if (shared.hasEnded != 0) return;
         if (!limit.Allows(GetTickCount64())) return ReportGivingUp();
-        service = StartServiceAgain(shared);
+        const Restart restart = StartServiceAgain(shared, endEvent.Get(), service);
+        if (restart == Restart::Impossible) ReportGivingUp();
+        if (restart != Restart::Done) return;
     }
 }
 
@@ -110,11 +127,11 @@ bool Watcher::Adopt(std::uint32_t processId) {
 }
 
 void Watcher::StartAnother() {
+    startTime = GetTickCount64();
     StartedProcess started = StartProcess(ProgramPath(), L"--watch " + std::to_wstring(GetCurrentProcessId()));
     memory.KeepFor(started.handle.Get());
     shared.watcherProcess = started.id;
     process = std::move(started.handle);
-    startTime = GetTickCount64();
 }
 
 void Watcher::Replace() {
@@ -124,8 +141,11 @@ void Watcher::Replace() {
     if (shortLives < kMostShortLives) platform::Completes([this] { StartAnother(); });
 }
 
-bool Watcher::IsMissing() const {
-    return !process && shortLives < kMostShortLives;
+DWORD Watcher::MillisecondsToRetry() const {
+    if (process) return INFINITE;
+    const std::uint64_t patience = shortLives < kMostShortLives ? kRetryMilliseconds : kLateRetryMilliseconds;
+    const std::uint64_t waited = GetTickCount64() - startTime;
+    return waited < patience ? static_cast<DWORD>(patience - waited) : 0;
 }
 
 }  // namespace kvn::service

@@ -40,10 +40,10 @@ public:
     void Start(std::uint32_t startedBy);
     // Signalled when the watcher has ended; null without one.
     HANDLE Process() const { return process.Get(); }
-    // The watcher has ended, and nobody asked it to: starts another, unless none stays.
+    // The watcher has ended, and nobody asked it to, or there is none: starts another, unless none stays just now.
     void Replace();
-    // There is none, and it is worth while to try again.
-    bool IsMissing() const;
+    // While there is none: when to try again.
+    DWORD MillisecondsToRetry() const;
 
 private:
     bool Adopt(std::uint32_t processId);

@@ -1,8 +1,5 @@
 #include "service/input/deeds.h"
 
-#include <algorithm>
-#include <array>
-
 #include "service/input/key_sending.h"
 #include "service/input/key_texts.h"
 #include "service/input/program_opener.h"
@@ -11,25 +8,7 @@
 namespace kvn::service {
 namespace {
 
-struct NoteRow {
-    Cause cause;
-    const wchar_t* text;
-};
-
-constexpr std::array<NoteRow, 7> kNotes{{
-    {Cause::Function, L"nothing"},
-    {Cause::Gesture, L"nothing"},
-    {Cause::UnknownStroke, L"no gesture has this stroke"},
-    {Cause::NoStroke, L"no stroke"},
-    {Cause::GivenUp, L"stroke given up"},
-    {Cause::GivesUp, L"gave the stroke up"},
-    {Cause::Asked, L"asked by the page"},
-}};
-
-std::wstring TextOfNote(const Order& order) {
-    const auto row = std::ranges::find(kNotes, order.cause, &NoteRow::cause);
-    return row == kNotes.end() ? L"nothing" : row->text;
-}
+constexpr const wchar_t* kNothing = L"nothing";
 
 std::wstring DoInput(const Order& order, const FunctionRow& row, Holdings& holdings) {
     if (order.kind == OrderKind::Begin) {
@@ -42,7 +21,7 @@ std::wstring DoInput(const Order& order, const FunctionRow& row, Holdings& holdi
 
 std::wstring DoFunction(const Order& order, Holdings& holdings) {
     const FunctionRow* const row = FindFunction(order.function);
-    if (row == nullptr) return L"nothing";
+    if (row == nullptr) return kNothing;
     if (Holdings::CanDo(*row)) return DoInput(order, *row, holdings);
     if (row->deed == Deed::Open) return OpenProgram(row->program);
     return DoWindowCommand(row->deed);
@@ -58,7 +37,7 @@ std::wstring Scroll(const Order& order) {
 }  // namespace
 
 std::wstring DoOrder(const Order& order, Holdings& holdings) {
-    if (order.kind == OrderKind::Note) return TextOfNote(order);
+    if (order.kind == OrderKind::Note) return kNothing;
     if (order.kind == OrderKind::Scroll) return Scroll(order);
     return DoFunction(order, holdings);
 }

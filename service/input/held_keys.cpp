@@ -1,7 +1,6 @@
 #include "service/input/held_keys.h"
 
 #include <algorithm>
-#include <ranges>
 
 namespace kvn::service {
 namespace {
@@ -165,9 +164,10 @@ void HeldKeys::AddUp(WORD key, InputBatch& batch) {
 }
 
 void HeldKeys::AddUps(const HeldChord& held, InputBatch& batch) {
-    for (const WORD key : std::views::reverse(held.Keys())) {
+    const auto keys = held.Keys();
+    std::for_each(keys.rbegin(), keys.rend(), [&](WORD key) {
         if (list.counts[key].load() <= 1) AddUp(key, batch);
-    }
+    });
 }
 
 void HeldKeys::Forget(const HeldChord& held) {

@@ -75,11 +75,6 @@ void BeginScrolling(HeldKeys& /*keys*/, const Order& order, const FunctionRow& r
     ScrollBy(holding.scrollStep);
 }
 
-void BeginDoubleClick(HeldKeys& keys, const Order& /*order*/, const FunctionRow& /*row*/, Holding& /*holding*/) {
-    keys.Click(VK_LBUTTON);
-    keys.Click(VK_LBUTTON);
-}
-
 void ActButton(HeldKeys& keys, const Order& /*order*/, const FunctionRow& row) {
     keys.Click(ButtonKeyOf(row));
 }
@@ -99,6 +94,10 @@ void ActScrolling(HeldKeys& /*keys*/, const Order& order, const FunctionRow& row
 void ActDoubleClick(HeldKeys& keys, const Order& /*order*/, const FunctionRow& /*row*/) {
     keys.Click(VK_LBUTTON);
     keys.Click(VK_LBUTTON);
+}
+
+void BeginDoubleClick(HeldKeys& keys, const Order& order, const FunctionRow& row, Holding& /*holding*/) {
+    ActDoubleClick(keys, order, row);
 }
 
 struct DeedRow {

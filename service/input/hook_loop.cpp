@@ -180,6 +180,7 @@ void HookLoop::HandOver() {
 
 void HookLoop::Publish() {
     heldButtons.store(engine.HeldButtons(), std::memory_order_release);
+    pressCount.store(engine.PressCount(), std::memory_order_release);
     isGestureEdited.store(engine.IsGestureEdited(), std::memory_order_release);
 }
 
@@ -191,12 +192,9 @@ void HookLoop::NoteActivity() {
     if (activity.isSomeoneAsleep.exchange(false) && activity.wake != nullptr) SetEvent(activity.wake);
 }
 
-// What a program has made shows that the hook lives, but is no press by the user.
+// A press that a program has made shows too that the hook lives.
 void HookLoop::NoteEvent(const MouseEvent& event) {
     if (event.kind == MouseEventKind::Press) lastPress.store(GetTickCount(), std::memory_order_release);
-    if (event.isInjected) return;
-    const bool isPush = event.kind == MouseEventKind::Tilt && pushes.Begins(event.delta, event.time);
-    if (isPush || event.kind == MouseEventKind::Press) pressCount.fetch_add(1, std::memory_order_relaxed);
 }
 
 }  // namespace kvn::service

@@ -13,7 +13,6 @@
 #include "service/input/mouse_messages.h"
 #include "service/input/performer.h"
 #include "service/input/press_feed.h"
-#include "service/input/push_counter.h"
 
 namespace kvn::service {
 
@@ -70,7 +69,6 @@ private:
     UniqueHook hook;
     platform::UniqueKernelObject ready{CreateEventW(nullptr, TRUE, FALSE, nullptr)};
     std::atomic<DWORD> threadId = 0;
-    PushCounter pushes;
     UINT_PTR ticks = 0;  // the timer, while there is one
     bool isEnding = false;
     bool isOverloaded = false;

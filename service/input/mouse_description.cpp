@@ -5,6 +5,8 @@
 #include <optional>
 #include <tuple>
 
+#include "platform/typed_number.h"
+
 namespace kvn::service {
 namespace {
 
@@ -19,17 +21,15 @@ std::wstring InUpperCase(std::wstring_view text) {
     return upper;
 }
 
-std::optional<std::uint32_t> DigitOf(wchar_t c) {
-    if (c >= L'0' && c <= L'9') return c - L'0';
-    if (c >= L'A' && c <= L'F') return c - L'A' + 10;
-    return std::nullopt;
-}
-
 // The hexadecimal number at the text's beginning: its low 16 bits.
 std::optional<std::uint16_t> NumberAt(std::wstring_view text) {
     std::uint32_t number = 0;
     std::size_t length = 0;
-    for (; length < text.size() && DigitOf(text[length]); ++length) number = number << 4U | *DigitOf(text[length]);
+    for (; length < text.size(); ++length) {
+        const auto digit = platform::DigitOf(text[length], 16);
+        if (!digit) break;
+        number = number << 4U | *digit;
+    }
     if (length < 4) return std::nullopt;
     return static_cast<std::uint16_t>(number & 0xFFFFU);
 }

@@ -9,8 +9,8 @@ namespace {
 using model::ButtonSlot;
 
 struct MessageRow {
-    WPARAM message;
-    MouseEventKind kind;
+    WPARAM message = 0;
+    MouseEventKind kind = MouseEventKind::Move;
     ButtonSlot control = ButtonSlot::Left;
 };
 

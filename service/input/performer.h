@@ -3,24 +3,17 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <memory>
-#include <string>
 
 #include "service/engine/orders.h"
 #include "service/input/held_list.h"
+#include "service/input/performer_outlets.h"
 
 namespace kvn::service {
 
 class Performer {
 public:
-    struct Outlets {
-        // On the worker: an order was carried out or noted. `done` says in a few English words what was done ("Ctrl+C",
-        // "opened explorer.exe", "no window to close").
-        std::function<void(const Order& order, const std::wstring& done)> onDone;
-        // On the keeper: StrokeBegin, StrokeMove and StrokeEnd.
-        std::function<void(const Order& order)> onStroke;
-    };
+    using Outlets = PerformerOutlets;
 
     // The list is borrowed and must outlive the performer.
     Performer(HeldList& heldList, Outlets chosenOutlets);

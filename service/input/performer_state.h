@@ -10,7 +10,7 @@
 #include "platform/unique_resource.h"
 #include "service/input/holdings.h"
 #include "service/input/lock_free_ring.h"
-#include "service/input/performer.h"
+#include "service/input/performer_outlets.h"
 
 namespace kvn::service {
 
@@ -39,10 +39,10 @@ struct WorkerOrder {
 };
 
 struct PerformerState {
-    PerformerState(HeldList& heldList, Performer::Outlets chosenOutlets)
+    PerformerState(HeldList& heldList, PerformerOutlets chosenOutlets)
         : outlets(std::move(chosenOutlets)), holdings(heldList) {}
 
-    Performer::Outlets outlets;
+    PerformerOutlets outlets;
     Gate outletGate;  // the worker's way to its outlet
     Holdings holdings;
     LockFreeRing<WorkerOrder, kWorkerOrders> workerOrders;

@@ -53,34 +53,34 @@ std::optional<LRESULT> PageProtocol::OnMessage(const Message& message) {
     return (this->*row->handler)(message);
 }
 
-LRESULT PageProtocol::OnProbe(const Message& /*message*/) {
+LRESULT PageProtocol::OnProbe(const Message& /*message*/) const {
     return outlets.isMouseKnown() ? 1 : platform::kProbeRefused;
 }
 
-LRESULT PageProtocol::OnSettingsChanged(const Message& /*message*/) {
+LRESULT PageProtocol::OnSettingsChanged(const Message& /*message*/) const {
     outlets.onSettingsChanged();
     return 0;
 }
 
-LRESULT PageProtocol::OnGestureEditBegin(const Message& message) {
+LRESULT PageProtocol::OnGestureEditBegin(const Message& message) const {
     outlets.onGestureEditBegin();
     SetTimer(message.window, kLookTimer, kLookMilliseconds, nullptr);
     return 0;
 }
 
-LRESULT PageProtocol::OnGestureEditEnd(const Message& /*message*/) {
+LRESULT PageProtocol::OnGestureEditEnd(const Message& /*message*/) const {
     outlets.onGestureEditEnd();
     return 0;
 }
 
-LRESULT PageProtocol::OnIsButtonHeld(const Message& message) {
+LRESULT PageProtocol::OnIsButtonHeld(const Message& message) const {
     const auto row = std::ranges::find_if(
         kButtons, [&](const ButtonRow& each) { return static_cast<LPARAM>(each.button) == message.lParam; });
     return row != kButtons.end() && outlets.isButtonHeld(row->slot) ? 1 : 0;
 }
 
 // A killed page sends no end of its editor.
-void PageProtocol::LookForThePage(HWND window) {
+void PageProtocol::LookForThePage(HWND window) const {
     if (outlets.isGestureEdited()) {
         if (outlets.isPageOpen()) return;
         outlets.onGestureEditForgotten();

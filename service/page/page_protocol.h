@@ -30,16 +30,16 @@ public:
     std::optional<LRESULT> OnMessage(const Message& message) override;
 
 private:
-    using Handler = LRESULT (PageProtocol::*)(const Message& message);
+    using Handler = LRESULT (PageProtocol::*)(const Message& message) const;
     struct Row;
     static const Row kRows[];
 
-    LRESULT OnProbe(const Message& message);
-    LRESULT OnSettingsChanged(const Message& message);
-    LRESULT OnGestureEditBegin(const Message& message);
-    LRESULT OnGestureEditEnd(const Message& message);
-    LRESULT OnIsButtonHeld(const Message& message);
-    void LookForThePage(HWND window);
+    LRESULT OnProbe(const Message& message) const;
+    LRESULT OnSettingsChanged(const Message& message) const;
+    LRESULT OnGestureEditBegin(const Message& message) const;
+    LRESULT OnGestureEditEnd(const Message& message) const;
+    LRESULT OnIsButtonHeld(const Message& message) const;
+    void LookForThePage(HWND window) const;
 
     Outlets outlets;
 };

@@ -1,5 +1,8 @@
 #include "service/page/service_window.h"
 
+#include <algorithm>
+#include <array>
+
 #include "platform/boundary.h"
 #include "platform/module.h"
 #include "platform/raised_flag.h"
@@ -11,6 +14,12 @@ namespace kvn::service {
 namespace {
 
 constexpr WPARAM kCommandMask = 0xFFF0;  // Windows uses the lowest four bits itself
+
+// What a hidden window that sometimes has a menu needs Windows for. Raw input is given back; a window that somebody has
+// made visible is painted again and again until it says that it has been.
+constexpr std::array<UINT, 9> kForWindows{WM_GETTEXT,    WM_GETTEXTLENGTH, WM_ACTIVATE,
+                                          WM_NCACTIVATE, WM_CANCELMODE,    WM_QUERYENDSESSION,
+                                          WM_PAINT,      WM_INPUT,         WM_NULL};
 
 }  // namespace
 
@@ -44,24 +53,21 @@ void ServiceWindow::Withdraw() {
     SetWindowTextW(window.Get(), nullptr);
 }
 
-// Its title is what it is found by. Windows follows a mouse that presses a frame, or a command of a menu, in a loop of
-// its own: the window has neither, and its thread has others to serve.
-bool ServiceWindow::Refuses(UINT message, WPARAM wParam) const {
-    if (message == WM_SETTEXT) return !isNaming;
-    if (message == WM_NCCREATE) return true;  // it would name the window, too
-    if (message >= WM_NCMOUSEMOVE && message <= WM_NCXBUTTONDBLCLK) return true;
-    if (message == WM_DESTROY || message == WM_NCDESTROY) return !isClosing;
-    return message == WM_SYSCOMMAND && (wParam & kCommandMask) != SC_CLOSE;
+// Any program may send the window anything. Windows follows a mouse that presses a frame, or a command of a menu, in a
+// loop of its own, and takes some numbers for pointers: the window has none of what they are for.
+bool ServiceWindow::IsForWindows(UINT message, WPARAM wParam) const {
+    if (message == WM_SETTEXT) return isNaming;  // its title is what it is found by
+    if (message == WM_SYSCOMMAND) return (wParam & kCommandMask) == SC_CLOSE;
+    return std::ranges::find(kForWindows, message) != kForWindows.end();
 }
 
 LRESULT CALLBACK ServiceWindow::Procedure(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
     auto* const self = platform::ObjectOf<ServiceWindow>(handle);
+    if (self == nullptr || self->isClosing) return DefWindowProcW(handle, message, wParam, lParam);
     std::optional<LRESULT> answer;
-    if (self != nullptr && self->Refuses(message, wParam)) return 0;
-    if (self != nullptr) {
-        platform::Completes([&] { answer = self->handler.OnMessage({handle, message, wParam, lParam}); });
-    }
-    return answer ? *answer : DefWindowProcW(handle, message, wParam, lParam);
+    platform::Completes([&] { answer = self->handler.OnMessage({handle, message, wParam, lParam}); });
+    if (answer) return *answer;
+    return self->IsForWindows(message, wParam) ? DefWindowProcW(handle, message, wParam, lParam) : 0;
 }
 
 HWND FindRunningService() {

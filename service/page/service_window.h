@@ -30,8 +30,8 @@ public:
 private:
     static LRESULT CALLBACK Procedure(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
 
-    // What other programs may not do to the window by sending it Windows' own messages.
-    bool Refuses(UINT message, WPARAM wParam) const;
+    // Whether a message that nobody handles is left to Windows; any other is answered with 0.
+    bool IsForWindows(UINT message, WPARAM wParam) const;
 
     IMessageHandler& handler;
     bool isNaming = false;

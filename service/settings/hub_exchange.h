@@ -12,7 +12,7 @@
 #include "model/device_record.h"
 #include "platform/critical_section.h"
 #include "platform/unique_resource.h"
-#include "service/settings/settings_hub.h"
+#include "service/settings/profile_in_force.h"
 
 namespace kvn::service {
 
@@ -25,7 +25,7 @@ struct OrderedMouse {
 struct HubOrders {
     std::optional<OrderedMouse> mouse;
     std::optional<std::wstring> forced;  // a profile's name; empty: automatic
-    bool reread = false;
+    std::uint64_t reading = 0;           // the number of an order to read again; 0: none
 };
 
 // What others can know of it.
@@ -34,11 +34,11 @@ struct HubReport {
 
     ProfileInForce inForce;
     Names profiles = std::make_shared<std::vector<std::wstring>>();  // in the order of the file
-    Names numbered = std::make_shared<std::vector<std::wstring>>();  // names by number, beginning with 1
     std::wstring forced;
     std::wstring programInFront;
     std::uint64_t switches = 0;
-    std::uint64_t mouseNumber = 0;  // the order of the mouse whose profile was told last
+    std::uint64_t mouseNumber = 0;    // the order of the mouse whose profile was told last
+    std::uint64_t readingNumber = 0;  // the order to read again that was carried out last
 };
 
 class HubExchange {

@@ -41,48 +41,48 @@ std::vector<std::wstring> NamesOf(const model::ProfileSet& profiles) {
 
 }  // namespace
 
-SettingsHub::Worker::Worker(MouseActivity& mouseActivity, Outlets chosenOutlets)
+HubWorker::HubWorker(MouseActivity& mouseActivity, HubOutlets chosenOutlets)
     : activity(mouseActivity),
       outlets(std::move(chosenOutlets)),
       mouseMoved(CreateEventW(nullptr, FALSE, FALSE, nullptr)) {
     activity.wake = mouseMoved.Get();
 }
 
-SettingsHub::Worker::~Worker() {
+HubWorker::~HubWorker() {
     activity.isSomeoneAsleep = false;
     activity.wake = nullptr;
 }
 
-bool SettingsHub::Worker::Start() {
+bool HubWorker::Start() {
     if (!exchange.OrderCame() || !mouseMoved) return false;
     thread.Reset(CreateThread(nullptr, 0, Run, this, 0, nullptr));
     return static_cast<bool>(thread);
 }
 
-bool SettingsHub::Worker::Stop() {
+bool HubWorker::Stop() {
     isStopping = true;
     SetEvent(exchange.OrderCame());
     return !thread || WaitForSingleObject(thread.Get(), kPatienceAtEnd) == WAIT_OBJECT_0;
 }
 
-DWORD WINAPI SettingsHub::Worker::Run(void* worker) {
-    platform::Completes([&] { static_cast<Worker*>(worker)->Live(); });
+DWORD WINAPI HubWorker::Run(void* worker) {
+    platform::Completes([&] { static_cast<HubWorker*>(worker)->Live(); });
     return 0;
 }
 
 // Each step by itself: one that fails for want of memory keeps no other from its work, and is made again.
-void SettingsHub::Worker::Live() {
+void HubWorker::Live() {
     const UniqueEventHook followed = FollowWindowsInFront();
     while (true) {
-        for (const auto step :
-             {&Worker::TakeOrders, &Worker::ReadIfDue, &Worker::LookIfDue, &Worker::WorkOutProfile, &Worker::Wait}) {
+        for (const auto step : {&HubWorker::TakeOrders, &HubWorker::ReadIfDue, &HubWorker::LookIfDue,
+                                &HubWorker::WorkOutProfile, &HubWorker::Wait}) {
             if (isStopping) return;
             if (!platform::Completes([&] { (this->*step)(); })) Sleep(kPauseAfterFailure);
         }
     }
 }
 
-void SettingsHub::Worker::Wait() {
+void HubWorker::Wait() {
     std::vector<HANDLE> signals{exchange.OrderCame(), mouseMoved.Get()};
     if (keyWatch && keyWatch->Signal()) signals.push_back(keyWatch->Signal());
     for (const HANDLE signal : folderWatch.Signals()) signals.push_back(signal);
@@ -98,7 +98,7 @@ void SettingsHub::Worker::Wait() {
     lastLook = 0;
 }
 
-void SettingsHub::Worker::NoteSignal(HANDLE signal) {
+void HubWorker::NoteSignal(HANDLE signal) {
     if (signal == exchange.OrderCame() || signal == mouseMoved.Get()) return;
     schedule.NoteChange(GetTickCount64());
     if (keyWatch && signal == keyWatch->Signal()) {
@@ -109,17 +109,17 @@ void SettingsHub::Worker::NoteSignal(HANDLE signal) {
 }
 
 // A folder that was deleted stays until nobody holds it: so it is let go before it is opened again.
-void SettingsHub::Worker::WatchFolder() {
+void HubWorker::WatchFolder() {
     folderWatch = FolderWatch();
     folderWatch = FolderWatch(store.Folder());
 }
 
-bool SettingsHub::Worker::IsMouseInUse() const {
+bool HubWorker::IsMouseInUse() const {
     return GetTickCount() - activity.lastEvent <= kLookAfterLastEvent;
 }
 
 // Nothing when the mouse rests: its next event then wakes the thread.
-std::optional<std::uint64_t> SettingsHub::Worker::NextLook() {
+std::optional<std::uint64_t> HubWorker::NextLook() {
     const auto isInUse = [this] { return IsMouseInUse() || GetTickCount64() - lastWindowEvent <= kLookAfterLastEvent; };
     if (isInUse()) return lastLook + kLookEvery;
     activity.isSomeoneAsleep = true;
@@ -128,7 +128,7 @@ std::optional<std::uint64_t> SettingsHub::Worker::NextLook() {
     return lastLook + kLookEvery;
 }
 
-DWORD SettingsHub::Worker::WaitMilliseconds() {
+DWORD HubWorker::WaitMilliseconds() {
     if (orderedMouse || isProfileStale) return kPauseAfterFailure;
     const std::optional<std::uint64_t> look = NextLook();
     const std::optional<std::uint64_t> reading = schedule.Due();
@@ -138,9 +138,12 @@ DWORD SettingsHub::Worker::WaitMilliseconds() {
     return next > now ? static_cast<DWORD>(next - now) : 0;
 }
 
-void SettingsHub::Worker::TakeOrders() {
+void HubWorker::TakeOrders() {
     HubOrders orders = exchange.TakeOrders();
-    if (orders.reread) schedule.ReadAtOnce(GetTickCount64());
+    if (orders.reading != 0) {
+        readingNumber = orders.reading;
+        schedule.ReadAtOnce(GetTickCount64());
+    }
     if (orders.forced) {
         forced = std::move(*orders.forced);
         isProfileStale = true;
@@ -152,7 +155,7 @@ void SettingsHub::Worker::TakeOrders() {
     orderedMouse.reset();
 }
 
-void SettingsHub::Worker::UseMouse(const model::DeviceRecord& used) {
+void HubWorker::UseMouse(const model::DeviceRecord& used) {
     const bool isOtherModel = !mouse || mouse->vid != used.vid || mouse->pid != used.pid;
     if (isOtherModel) {
         store = ProfileStore(used.vid, used.pid);
@@ -162,14 +165,14 @@ void SettingsHub::Worker::UseMouse(const model::DeviceRecord& used) {
     schedule.ReadAtOnce(GetTickCount64());
 }
 
-void SettingsHub::Worker::ReadIfDue() {
+void HubWorker::ReadIfDue() {
     if (!schedule.IsDue(GetTickCount64())) return;
     schedule.NoteReading();
     if (mouse && !platform::Completes([this] { Read(); })) schedule.NoteFailure(GetTickCount64());
 }
 
 // The watches are renewed first: what changes during the reading is read again.
-void SettingsHub::Worker::Read() {
+void HubWorker::Read() {
     keyWatch.emplace();
     WatchFolder();
     const bool wasUnreadable = std::exchange(isFileUnreadable, !store.Read());
@@ -181,13 +184,13 @@ void SettingsHub::Worker::Read() {
     if (isFileUnreadable && !wasUnreadable) Call(outlets.onProblem, SettingsProblem::FileUnreadable, store.FilePath());
 }
 
-void SettingsHub::Worker::ReportSetAside() {
+void HubWorker::ReportSetAside() {
     for (const std::wstring& path : store.TakeNewlySetAside()) {
         Call(outlets.onProblem, SettingsProblem::FileSetAside, path);
     }
 }
 
-void SettingsHub::Worker::LookIfDue() {
+void HubWorker::LookIfDue() {
     const std::uint64_t now = GetTickCount64();
     if (now < lastLook + kLookEvery) return;
     lastLook = now;
@@ -200,12 +203,12 @@ void SettingsHub::Worker::LookIfDue() {
     if (change.isOtherWindow) Call(outlets.onWindowInFront, front.Window());
 }
 
-void SettingsHub::Worker::ReportProgram() {
+void HubWorker::ReportProgram() {
     std::wstring program = front.Program();
     exchange.Report([&](HubReport& report) { report.programInFront.swap(program); });
 }
 
-void SettingsHub::Worker::WorkOutProfile() {
+void HubWorker::WorkOutProfile() {
     if (!mouse || !isProfileStale) return;
     const ProfileChoice choice = ChooseProfile(store.Profiles(), store.Selected(), forced, frontComparison);
     ProfileInForce next;
@@ -216,7 +219,7 @@ void SettingsHub::Worker::WorkOutProfile() {
     isProfileStale = false;
 }
 
-void SettingsHub::Worker::Publish(const ProfileInForce& next) {
+void HubWorker::Publish(const ProfileInForce& next) {
     const bool isOtherProfile = inForce && inForce->profile != next.settings.profile;
     const bool isNews = !inForce || *inForce != next.settings;
     ProfileInForce reported = next;
@@ -228,24 +231,18 @@ void SettingsHub::Worker::Publish(const ProfileInForce& next) {
     });
     inForce = next.settings;
     if (isNews) Call(outlets.onProfile, next);
-    exchange.Report([this](HubReport& report) { report.mouseNumber = mouseNumber; });
+    exchange.Report([this](HubReport& report) {
+        report.mouseNumber = mouseNumber;
+        report.readingNumber = readingNumber;
+    });
 }
 
-std::uint32_t SettingsHub::Worker::NumberOf(const std::wstring& profileName) {
+std::uint32_t HubWorker::NumberOf(const std::wstring& profileName) {
     const std::wstring key = model::MouseModelName(mouse->vid, mouse->pid) + profileName;
-    const auto known = numbers.find(key);
-    if (known != numbers.end()) return known->second;
-
-    auto names =
-        std::make_shared<std::vector<std::wstring>>(*exchange.Ask([](const HubReport& r) { return r.numbered; }));
-    names->push_back(profileName);
-    const auto number = static_cast<std::uint32_t>(names->size());
-    numbers.emplace(key, number);
-    exchange.Report([&](HubReport& report) { report.numbered = std::move(names); });
-    return number;
+    return numbers.try_emplace(key, static_cast<std::uint32_t>(numbers.size() + 1)).first->second;
 }
 
-void SettingsHub::Worker::ReportNames() {
+void HubWorker::ReportNames() {
     HubReport::Names names = std::make_shared<std::vector<std::wstring>>(NamesOf(store.Profiles()));
     exchange.Report([&](HubReport& report) { report.profiles.swap(names); });
 }

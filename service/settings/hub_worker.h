@@ -11,22 +11,23 @@
 #include <string>
 
 #include "platform/unique_resource.h"
+#include "service/input/mouse_activity.h"
 #include "service/settings/change_watch.h"
 #include "service/settings/front_program.h"
 #include "service/settings/hub_exchange.h"
+#include "service/settings/profile_in_force.h"
 #include "service/settings/profile_store.h"
 #include "service/settings/program_path.h"
 #include "service/settings/reading_schedule.h"
-#include "service/settings/settings_hub.h"
 
 namespace kvn::service {
 
-class SettingsHub::Worker {
+class HubWorker {
 public:
-    Worker(MouseActivity& mouseActivity, Outlets chosenOutlets);
-    Worker(const Worker&) = delete;
-    Worker& operator=(const Worker&) = delete;
-    ~Worker();
+    HubWorker(MouseActivity& mouseActivity, HubOutlets chosenOutlets);
+    HubWorker(const HubWorker&) = delete;
+    HubWorker& operator=(const HubWorker&) = delete;
+    ~HubWorker();
 
     bool Start();
     // Asks the thread to end; false when it is busy (a drive that does not answer) and lives on.
@@ -63,7 +64,7 @@ private:
     void ReportNames();
 
     MouseActivity& activity;
-    const Outlets outlets;
+    const HubOutlets outlets;
     HubExchange exchange;
     platform::UniqueKernelObject mouseMoved;
     platform::UniqueKernelObject thread;
@@ -72,6 +73,7 @@ private:
     // The thread's own.
     std::optional<OrderedMouse> orderedMouse;  // not taken up yet
     std::uint64_t mouseNumber = 0;
+    std::uint64_t readingNumber = 0;
     std::optional<model::DeviceRecord> mouse;
     ProfileStore store;
     bool isProfileStale = false;  // something has changed since it was worked out

@@ -5,8 +5,8 @@
 #include <string>
 
 #include "model/profile.h"
+#include "service/settings/profile_in_force.h"
 #include "service/settings/program_path.h"
-#include "service/settings/settings_hub.h"
 
 namespace kvn::service {
 

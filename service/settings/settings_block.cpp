@@ -4,6 +4,8 @@
 #include <optional>
 #include <string>
 
+#include "model/stored_stroke.h"
+
 namespace kvn::service {
 namespace {
 
@@ -16,25 +18,10 @@ constexpr std::int32_t kMostFlicks = 5;
 constexpr std::int32_t kFastest = 10;
 constexpr std::int32_t kUsualSpeed = 5;
 
-struct LetterRow {
-    wchar_t letter;
-    StrokeDirection direction;
-};
-
-constexpr std::array<LetterRow, 4> kLetters{{{L'U', StrokeDirection::Up},
-                                             {L'R', StrokeDirection::Right},
-                                             {L'D', StrokeDirection::Down},
-                                             {L'L', StrokeDirection::Left}}};
-
-StrokeDirection DirectionOf(wchar_t letter) {
-    const auto row = std::ranges::find(kLetters, letter, &LetterRow::letter);
-    return row == kLetters.end() ? StrokeDirection::None : row->direction;
-}
-
 std::optional<Stroke> StrokeOf(const std::wstring& letters) {
     if (letters.empty() || letters.size() > model::kMaxStrokeLength) return std::nullopt;
     Stroke stroke{};
-    std::ranges::transform(letters, stroke.begin(), DirectionOf);
+    std::ranges::transform(letters, stroke.begin(), model::DirectionOfStoredLetter);
     const auto end = stroke.begin() + static_cast<std::ptrdiff_t>(letters.size());
     if (std::find(stroke.begin(), end, StrokeDirection::None) != end) return std::nullopt;
     return stroke;

@@ -8,7 +8,7 @@
 namespace kvn::service {
 
 SettingsHub::SettingsHub(MouseActivity& mouseActivity, Outlets chosenOutlets)
-    : worker(std::make_unique<Worker>(mouseActivity, std::move(chosenOutlets))) {}
+    : worker(std::make_unique<HubWorker>(mouseActivity, std::move(chosenOutlets))) {}
 
 // A thread that waits for a drive keeps what it works on; the program is about to end.
 SettingsHub::~SettingsHub() {
@@ -28,7 +28,11 @@ bool SettingsHub::HasTakenMouse() const {
 }
 
 void SettingsHub::Reread() {
-    worker->Exchange().Order([](HubOrders& orders) { orders.reread = true; });
+    worker->Exchange().Order([this](HubOrders& orders) { orders.reading = ++orderedReadings; });
+}
+
+bool SettingsHub::HasReread() const {
+    return worker->Exchange().Ask([this](const HubReport& report) { return report.readingNumber == orderedReadings; });
 }
 
 void SettingsHub::ForceAutomatic() {
@@ -52,11 +56,6 @@ std::vector<std::wstring> SettingsHub::ProfileNames() const {
 
 std::wstring SettingsHub::ForcedProfile() const {
     return worker->Exchange().Ask([](const HubReport& report) { return report.forced; });
-}
-
-std::wstring SettingsHub::NameOf(std::uint32_t profile) const {
-    const HubReport::Names names = worker->Exchange().Ask([](const HubReport& report) { return report.numbered; });
-    return profile >= 1 && profile <= names->size() ? (*names)[profile - 1] : std::wstring();
 }
 
 std::wstring SettingsHub::ProgramInFront() const {

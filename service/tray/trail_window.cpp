@@ -61,6 +61,7 @@ LRESULT CALLBACK TrailWindow::Procedure(HWND handle, UINT message, WPARAM wParam
     }
     if (message == WM_NCHITTEST) return HTTRANSPARENT;
     if (message == WM_MOUSEACTIVATE) return MA_NOACTIVATE;
+    if (message == WM_CLOSE || message == WM_SYSCOMMAND) return 0;  // only its owner ends it
     return DefWindowProcW(handle, message, wParam, lParam);
 }
 

@@ -3,6 +3,7 @@
 #include <commctrl.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/module.h"
 #include "platform/raised_flag.h"
@@ -75,7 +76,8 @@ void TrayIcon::Add() {
 void TrayIcon::Refresh() {
     if (window == nullptr) return;
     NOTIFYICONDATAW data = Data(NIF_ICON | NIF_TIP);
-    Shell_NotifyIconW(NIM_MODIFY, &data);
+    // A taskbar that was busy at the start has no icon to change.
+    if (!Shell_NotifyIconW(NIM_MODIFY, &data)) Add();
 }
 
 void TrayIcon::Remove() {
@@ -108,9 +110,11 @@ std::optional<LRESULT> TrayIcon::OnMessage(const Message& message) {
     return 0;
 }
 
+// For a click with the right button Windows sends both, one right after the other; an old one the first only. For the
+// keyboard it sends the second alone.
 void TrayIcon::OnIconEvent(UINT event) {
-    // Windows sends both for one click, one after the other; an old one sends the first only.
-    if (event == WM_RBUTTONUP || event == WM_CONTEXTMENU) OpenMenu();
+    const bool wasRightClick = std::exchange(isRightClick, event == WM_RBUTTONUP);
+    if (event == WM_RBUTTONUP || (event == WM_CONTEXTMENU && !wasRightClick)) OpenMenu();
     if (event == WM_LBUTTONDBLCLK || event == NIN_KEYSELECT) outlets.onChoice(TrayCommand::Settings);
 }
 

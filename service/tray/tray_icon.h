@@ -52,6 +52,7 @@ private:
     platform::Owned<HICON, &DestroyIcon> icon;
     platform::Owned<HICON, &DestroyIcon> pausedIcon;
     bool isMenuOpen = false;
+    bool isRightClick = false;  // the icon's last event
 };
 
 }  // namespace kvn::service

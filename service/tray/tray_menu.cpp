@@ -25,8 +25,9 @@ struct MenuRow {
 };
 
 constexpr std::array kRowsBelowProfiles{
-    MenuRow{TrayCommand::Pause, IDS_MENU_PAUSE}, MenuRow{TrayCommand::Try, IDS_MENU_TRY},     MenuRow{{}, 0},
-    MenuRow{TrayCommand::Help, IDS_MENU_HELP},   MenuRow{TrayCommand::About, IDS_MENU_ABOUT}, MenuRow{{}, 0},
+    MenuRow{TrayCommand::Pause, IDS_MENU_PAUSE},   MenuRow{TrayCommand::Try, IDS_MENU_TRY},       MenuRow{{}, 0},
+    MenuRow{TrayCommand::Export, IDS_MENU_EXPORT}, MenuRow{TrayCommand::Import, IDS_MENU_IMPORT}, MenuRow{{}, 0},
+    MenuRow{TrayCommand::Help, IDS_MENU_HELP},     MenuRow{TrayCommand::About, IDS_MENU_ABOUT},   MenuRow{{}, 0},
     MenuRow{TrayCommand::Exit, IDS_MENU_EXIT},
 };
 

@@ -20,7 +20,7 @@ struct TrayState {
     bool isPaused = false;
 };
 
-enum class TrayCommand : std::uint8_t { Settings = 1, Automatic, Pause, Try, Help, About, Exit };
+enum class TrayCommand : std::uint8_t { Settings = 1, Automatic, Pause, Try, Export, Import, Help, About, Exit };
 
 // A command, or the profile with this name.
 using TrayChoice = std::variant<TrayCommand, std::wstring>;

@@ -50,6 +50,15 @@ void MoveTo(HWND dialog, const std::string& name) {
     }
 }
 
+// The same by the control's id.
+void MoveTo(HWND dialog, int control) {
+    constexpr int kLongestWay = 12;
+    for (int step = 0; GetDlgCtrlID(FocusOf(dialog)) != control; ++step) {
+        if (step == kLongestWay) throw StoryError("Tab does not lead to control " + std::to_string(control));
+        PressTab(dialog);
+    }
+}
+
 // The names of all controls that Tab leads to, beginning with the one that has the focus.
 Names Ring(HWND dialog) {
     const HWND first = FocusOf(dialog);
@@ -134,15 +143,6 @@ TEST_F(GestureKeys, EditorIsWorkedByKeys) {
     Close(sheet);
 }
 
-TEST_F(GestureKeys, EscapeLeavesTheEditorAndTheFocusComesBack) {
-    const Sheet sheet = OpenSheetWithService();
-    const GestureEditor editor = EditFirstRow(sheet);
-    PressKey(VK_ESCAPE);
-    editor.WaitUntilClosed();
-    WaitFor("the focus on Edit", [&] { return sheet.Focused() == IDC_GESTURES_EDIT; });
-    Close(sheet);
-}
-
 TEST_F(GestureKeys, KeyDialogIsWorkedByKeys) {
     const Sheet sheet = OpenSheetWithService();
     const GestureEditor editor = EditFirstRow(sheet);
@@ -164,61 +164,81 @@ TEST_F(GestureKeys, KeyDialogIsWorkedByKeys) {
     Close(sheet);
 }
 
-TEST_F(GestureKeys, DeletedRowsLeaveTheFocusInThePane) {
-    const Sheet sheet = OpenSheetWithService();
-    OpenTab(sheet);
-    SelectFirstRow(sheet);
-    MoveTo(sheet.Window(), "Delete");
-    PressKey(VK_SPACE);
-    const Dialog question(sheet.ProcessId(), kMessageTitle);
-    PressKey(VK_RETURN);  // "Yes" has the focus
-    question.WaitUntilClosed();
-    WaitFor("the deletion", [&] { return Rows(sheet).RowCount() == 1; });
-    WaitFor("the focus on the list", [&] { return sheet.Focused() == IDC_GESTURES_LIST; });
-    Close(sheet);
-}
-
-class ProgramKeys : public ProfileStory {
+class ProfileEditorKeys : public ProfileStory {
 protected:
-    // The editor, with the only profile selected.
+    std::vector<ProfileText> StoredProfiles() const override { return {{}, {"Painting"}}; }
+
     static ProfileEditor OpenEditorByKeys(const Sheet& sheet) {
         sheet.MoveFocusTo(IDC_PAGE_EDIT_PROFILE);
         PressKey(VK_SPACE);
-        const ProfileEditor editor(sheet.ProcessId());
-        PressKey(VK_END);
-        WaitFor("the selection", [&] { return editor.SelectedProfiles() == std::vector<int>{0}; });
-        return editor;
-    }
-    static ProgramSelection OpenSelection(const ProfileEditor& editor) {
-        MoveTo(editor.Window(), "Allocation program");
-        MoveTo(editor.Window(), "Add");
-        PressKey(VK_SPACE);
-        return ProgramSelection(editor.ProcessId());
-    }
-    void Finish(const Sheet& sheet, const ProfileEditor& editor) const {
-        PressKey(VK_ESCAPE);
-        editor.WaitUntilClosed();
-        Close(sheet, IDCANCEL);
+        return ProfileEditor(sheet.ProcessId());
     }
 };
 
-TEST_F(ProgramKeys, NameDialogIsWorkedByKeys) {
+TEST_F(ProfileEditorKeys, TabVisitsEveryControlThatCanBeUsedAndEachHasItsName) {
     const Sheet sheet = OpenSheetWithService();
     const ProfileEditor editor = OpenEditorByKeys(sheet);
-    MoveTo(editor.Window(), "Copy");
-    PressKey(VK_SPACE);
-    const NameDialog name(sheet.ProcessId(), L"Copy profile");
-    EXPECT_EQ(Ring(name.Window()), (Names{"Profile", "OK", "Cancel"}));
-    name.CloseWith(VK_ESCAPE);
-    WaitFor("the focus on Copy", [&] { return NameOf(FocusOf(editor.Window())) == "Copy"; });
-    Finish(sheet, editor);
+    EXPECT_EQ(Ring(editor.Window()), (Names{"Profile", "Add", "Allocation program", "Add", "OK", "Cancel"}));
+    PressKey(VK_END);
+    WaitFor("the selection", [&] { return editor.SelectedProfiles() == std::vector<int>{1}; });
+    EXPECT_EQ(Ring(editor.Window()),
+              (Names{"Profile", "Add", "Delete", "Change name", "Copy", "Allocation program", "Add", "OK", "Cancel"}));
+    PressKey(VK_ESCAPE);
+    editor.WaitUntilClosed();
+    EXPECT_EQ(sheet.Focused(), IDC_PAGE_EDIT_PROFILE);
+    Close(sheet, IDCANCEL);
 }
 
-TEST_F(ProgramKeys, WindowOnTheScreenIsChosenByKeys) {
+TEST_F(ProfileEditorKeys, ProfileIsAddedRenamedAndGivenAProgram) {
+    const Sheet sheet = OpenSheetWithService();
+    const ProfileEditor editor = OpenEditorByKeys(sheet);
+    MoveTo(editor.Window(), IDC_PROFILES_ADD);
+    PressKey(VK_SPACE);
+    const NameDialog added(sheet.ProcessId(), L"Add profile");
+    added.Type(L"Racing");
+    added.CloseWith(VK_RETURN);
+    editor.ExpectProfiles({"Default", "Painting", "Racing"});
+
+    MoveTo(editor.Window(), IDC_PROFILES_LIST);
+    PressKey(VK_END);
+    WaitFor("the new profile", [&] { return editor.SelectedProfiles() == std::vector<int>{2}; });
+    MoveTo(editor.Window(), IDC_PROFILES_RENAME);
+    PressKey(VK_SPACE);
+    const NameDialog renamed(sheet.ProcessId(), L"Change profile name");
+    EXPECT_EQ(renamed.Name(), "Racing");
+    renamed.Type(L"Driving");
+    renamed.CloseWith(VK_RETURN);
+    editor.ExpectProfiles({"Default", "Painting", "Driving"});
+
+    MoveTo(editor.Window(), IDC_PROFILES_ADD_PROGRAM);
+    PressKey(VK_SPACE);
+    const ProgramSelection selection(sheet.ProcessId());
+    // The list goes to the row that begins with the typed letter.
+    PressKey('Z');
+    WaitFor("the typed row", [&] { return selection.SelectedRows() == std::vector<int>{selection.RowOf(Easel())}; });
+    PressKey(VK_DOWN);
+    WaitFor("the next row", [&] { return selection.SelectedRows() == std::vector<int>{selection.RowOf(Racing())}; });
+    PressKey(VK_RETURN);
+    selection.WaitUntilClosed();
+    editor.ExpectPrograms({Racing()});
+
+    MoveTo(editor.Window(), IDOK);
+    PressKey(VK_RETURN);
+    editor.WaitUntilClosed();
+    ExpectPage(sheet, {"Default", "Painting", "Driving"}, L"Default");
+    ExpectStored({{}, {"Painting"}, {"Driving", {}, {}, {InFile(Racing())}}}, 0, {});
+    Close(sheet, IDCANCEL);
+}
+
+TEST_F(ProfileEditorKeys, WindowOnTheScreenIsChosenByKeys) {
     StartNotepad();
     const Sheet sheet = OpenSheetWithService();
     const ProfileEditor editor = OpenEditorByKeys(sheet);
-    const ProgramSelection selection = OpenSelection(editor);
+    PressKey(VK_END);
+    WaitFor("the selection", [&] { return editor.SelectedProfiles() == std::vector<int>{1}; });
+    MoveTo(editor.Window(), IDC_PROFILES_ADD_PROGRAM);
+    PressKey(VK_SPACE);
+    const ProgramSelection selection(sheet.ProcessId());
     EXPECT_EQ(Ring(selection.Window()), (Names{"Program", "Select window", "Reference", "OK", "Cancel"}));
     MoveTo(selection.Window(), "Select window");
     PressKey(VK_SPACE);
@@ -229,36 +249,9 @@ TEST_F(ProgramKeys, WindowOnTheScreenIsChosenByKeys) {
     PressKey(VK_RETURN);
     selection.WaitUntilClosed();
     editor.ExpectPrograms({Notepad()});
-    Finish(sheet, editor);
-}
-
-TEST_F(ProgramKeys, EscapeLeavesTheConfirmationAndThenTheSelection) {
-    const Sheet sheet = OpenSheetWithService();
-    const ProfileEditor editor = OpenEditorByKeys(sheet);
-    const ProgramSelection selection = OpenSelection(editor);
-    MoveTo(selection.Window(), "Select window");
-    PressKey(VK_SPACE);
-    const WindowProgram window(sheet.ProcessId());
     PressKey(VK_ESCAPE);
-    window.WaitUntilClosed();
-    WaitFor("the focus on the button", [&] { return NameOf(FocusOf(selection.Window())) == "Select window"; });
-    PressKey(VK_ESCAPE);
-    selection.WaitUntilClosed();
-    editor.ExpectPrograms({});
-    Finish(sheet, editor);
-}
-
-TEST_F(ProgramKeys, FileIsChosenByKeys) {
-    const Sheet sheet = OpenSheetWithService();
-    const ProfileEditor editor = OpenEditorByKeys(sheet);
-    const ProgramSelection selection = OpenSelection(editor);
-    MoveTo(selection.Window(), "Reference");
-    PressKey(VK_SPACE);
-    const std::string path = Notepad()[1];
-    OpenFileByPath(sheet.ProcessId(), std::wstring(path.begin(), path.end()));
-    selection.WaitUntilClosed();
-    editor.ExpectPrograms({Notepad()});
-    Finish(sheet, editor);
+    editor.WaitUntilClosed();
+    Close(sheet, IDCANCEL);
 }
 
 }  // namespace

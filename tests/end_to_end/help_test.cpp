@@ -46,23 +46,5 @@ TEST_F(Help, OpensThePageBesideTheServiceAndIsNoChange) {
     RegDeleteTreeW(HKEY_CLASSES_ROOT, kBrowserClass);
 }
 
-TEST_F(Help, MissingPageIsReportedOnceAndIsNoChange) {
-    // A copy of the service has no help page beside it.
-    const std::wstring program = Scratch() + L"KvnMouseApl.exe";
-    ASSERT_TRUE(CopyFileW(ServiceProgram().c_str(), program.c_str(), TRUE));
-    StartService({}, program);
-    const Sheet sheet = OpenSheet();
-    sheet.Click(IDC_PANE_HELP);
-    EXPECT_EQ(AnswerMessage(sheet.ProcessId(), IDOK), L"The help file could not be opened.");
-
-    // A key is handled after all that came with the click.
-    WaitFor("the focus back on the button", [&] { return sheet.Focused() == IDC_PANE_HELP; });
-    EXPECT_EQ(sheet.MoveFocus(1), IDC_PAGE_TAB);
-    EXPECT_TRUE(IsWindowEnabled(sheet.Window())) << "a second message";
-    EXPECT_FALSE(sheet.CanApply());
-    sheet.Close(IDCANCEL);
-    EXPECT_EQ(HostExitCode(), 0U);
-}
-
 }  // namespace
 }  // namespace kvn::end_to_end

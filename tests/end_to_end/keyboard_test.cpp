@@ -56,18 +56,6 @@ TEST_F(Keyboard, TabVisitsEveryControlOfPageAndPaneAndShiftTabGoesBack) {
     EXPECT_EQ(HostExitCode(), 0U);
 }
 
-TEST_F(Keyboard, ArrowKeyChangesAClosedChooser) {
-    const Sheet sheet = OpenSheetWithService();
-    sheet.MoveFocusTo(IDC_PANE_CENTER);
-    EXPECT_FALSE(sheet.CanApply());
-    PressKey(VK_UP);
-    WaitFor("the chooser to change", [&] { return sheet.Chosen(IDC_PANE_CENTER) == 8; });
-    WaitFor("Apply", [&] { return sheet.CanApply(); });
-    PressKey(VK_RETURN);
-    EXPECT_EQ(HostExitCode(), 0U);
-    EXPECT_EQ(ModelValues(), (RegistryValues{{"BindKeyCenter", "8"}}));
-}
-
 TEST_F(Keyboard, ListOpenedByKeysIsChosenFromAndOkIsReachedByTab) {
     const Sheet sheet = OpenSheetWithService();
     sheet.MoveFocusTo(IDC_PANE_CENTER);
@@ -86,16 +74,6 @@ TEST_F(Keyboard, ListOpenedByKeysIsChosenFromAndOkIsReachedByTab) {
     EXPECT_EQ(HostExitCode(), 0U);
     EXPECT_EQ(ModelValues(), (RegistryValues{{"BindKeyCenter", "2"}}));
     EXPECT_EQ(ReadFileBytes(ProfileFile()), ProfileFileText({{"Default", {{"tbutton", "2"}}}}));
-}
-
-TEST_F(Keyboard, EscapeCancels) {
-    const Sheet sheet = OpenSheetWithService();
-    sheet.MoveFocusTo(IDC_PANE_RIGHT);
-    PressKey(VK_DOWN);
-    WaitFor("the chooser to change", [&] { return sheet.Chosen(IDC_PANE_RIGHT) == 3; });
-    PressKey(VK_ESCAPE);
-    EXPECT_EQ(HostExitCode(), 0U);
-    EXPECT_EQ(ModelValues(), RegistryValues());
 }
 
 }  // namespace

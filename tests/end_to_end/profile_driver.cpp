@@ -14,13 +14,7 @@
 namespace kvn::end_to_end {
 namespace {
 
-constexpr wchar_t kButtonClass[] = L"Button";
 constexpr wchar_t kEditClass[] = L"Edit";
-
-// A label stands directly before its control.
-std::string NameOf(HWND control) {
-    return Narrow(TextOf(ClassOf(control) == kButtonClass ? control : GetWindow(control, GW_HWNDPREV)));
-}
 
 template <typename Row>
 void ExpectRows(const std::string& what, const std::function<std::vector<Row>()>& rows,
@@ -56,21 +50,6 @@ void ProfileEditor::ExpectProfiles(const std::vector<std::string>& names) const 
 void ProfileEditor::ExpectPrograms(const std::vector<ProgramRow>& rows) const {
     ExpectRows<ProgramRow>(
         "the programs", [this] { return Programs(); }, rows);
-}
-
-std::string ProfileEditor::NameOfFocused() const {
-    const HWND focus = FocusOf(Window());
-    return focus == nullptr ? std::string() : NameOf(focus);
-}
-
-std::string ProfileEditor::MoveFocus() const {
-    const HWND before = FocusOf(Window());
-    PressKey(VK_TAB);
-    WaitFor("the focus to leave " + Describe(before), [&] {
-        const HWND now = FocusOf(Window());
-        return now != nullptr && now != before;
-    });
-    return NameOfFocused();
 }
 
 void ProfileEditor::CloseWith(int button) const {

@@ -33,11 +33,6 @@ public:
     void SelectProgram(int program) const { programs.Select(program); }
     std::vector<int> SelectedProfiles() const { return profiles.SelectedRows(); }
 
-    // What a screen reader says of the focused control: its text, or its label's.
-    std::string NameOfFocused() const;
-    // Tab; returns the newly focused control's name.
-    std::string MoveFocus() const;
-
     // Clicks OK or Cancel and waits for the end.
     void CloseWith(int button) const;
 

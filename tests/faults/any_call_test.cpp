@@ -33,7 +33,7 @@ TEST_P(AnyCallTest, ThatFailsHarmsNothingThatIsSaved) {
     const Saved whole = StateAfterTour();
     FailedCall call;
     const auto import = GetParam().import(module.Handle(), call);
-    ASSERT_NE(nullptr, import) << "not imported";
+    ASSERT_NE(import, nullptr) << "not imported";
     for (int number = 1; number == 1 || call.WasReached(); ++number) {
         SCOPED_TRACE(number);
         StartAnew();
@@ -43,8 +43,8 @@ TEST_P(AnyCallTest, ThatFailsHarmsNothingThatIsSaved) {
         ExpectNoDamage();
         call = {};
         EXPECT_TRUE(isApplied || page.Apply());
-        EXPECT_NE(std::string::npos, State().file.find("<profname>Second</profname>"));
-        EXPECT_NE(std::string::npos, State().file.find("C:\\windows\\notepad.exe"));
+        EXPECT_NE(State().file.find("<profname>Second</profname>"), std::string::npos);
+        EXPECT_NE(State().file.find("C:\\windows\\notepad.exe"), std::string::npos);
         CloseAndExpectNoLeak();
         if (HasFailure()) break;
         call = during;

@@ -24,8 +24,8 @@ LeakCheck::LeakCheck(const ModuleUnderTest& moduleUnderTest, ModuleMemory& modul
       openings(page.Openings()) {}
 
 void LeakCheck::ExpectNoBlocks() {
-    EXPECT_EQ(S_OK, module.CanUnloadNow());
-    EXPECT_EQ(blocks, BlocksAtRest(memory, page));
+    EXPECT_EQ(module.CanUnloadNow(), S_OK);
+    EXPECT_EQ(BlocksAtRest(memory, page), blocks);
 }
 
 void LeakCheck::ExpectNothing() {
@@ -42,7 +42,7 @@ void WarmUp(ModuleMemory& memory, BarePage& page) {
     page.Close();
     // An exception that itself found no memory.
     memory.Refuse(1, 2);
-    EXPECT_EQ(E_OUTOFMEMORY, page.MakeFactory());
+    EXPECT_EQ(page.MakeFactory(), E_OUTOFMEMORY);
     EXPECT_TRUE(memory.StopRefusing());
 }
 

@@ -90,9 +90,9 @@ void MemoryFaultTest::SweepRefusals(const Sweep& sweep) {
 }
 
 void MemoryFaultTest::ExpectNoDamage() const {
-    EXPECT_EQ(0, AccessViolations::Seen());
-    EXPECT_EQ(0, BarePage::Escapes());
-    EXPECT_EQ(0, page.StuckDialogs());
+    EXPECT_EQ(AccessViolations::Seen(), 0);
+    EXPECT_EQ(BarePage::Escapes(), 0);
+    EXPECT_EQ(page.StuckDialogs(), 0);
 }
 
 void MemoryFaultTest::ExpectSuccessfulApply() {
@@ -100,20 +100,20 @@ void MemoryFaultTest::ExpectSuccessfulApply() {
     const std::size_t before = service.CountOf(ServiceMessage::SettingsChanged);
     EXPECT_TRUE(page.Apply());
     EXPECT_TRUE(page.Messages().empty());
-    EXPECT_EQ(before + 1, service.CountOf(ServiceMessage::SettingsChanged));
+    EXPECT_EQ(service.CountOf(ServiceMessage::SettingsChanged), before + 1);
     ExpectNoUnfinishedFile();
 }
 
 void MemoryFaultTest::CloseAndExpectNoLeak() {
     page.Close();
-    EXPECT_EQ(S_OK, module.CanUnloadNow());
-    EXPECT_EQ(blocksAtRest, BlocksAtRest(memory, page));
+    EXPECT_EQ(module.CanUnloadNow(), S_OK);
+    EXPECT_EQ(BlocksAtRest(memory, page), blocksAtRest);
 }
 
 void MemoryFaultTest::ExpectNoUnfinishedFile() const {
     if (!FileExists(user.SettingsFolder())) return;
     for (const auto& file : std::filesystem::directory_iterator(user.SettingsFolder())) {
-        EXPECT_EQ(ProfilePath(), file.path().wstring());
+        EXPECT_EQ(file.path().wstring(), ProfilePath());
     }
 }
 

@@ -55,7 +55,7 @@ protected:
         const std::string found = StateAfterApply().file;
         work();
         const std::string made = StateAfterApply().file;
-        ASSERT_NE(found, made) << "the work changes nothing";
+        ASSERT_NE(made, found) << "the work changes nothing";
         Reopen();
         const int before = page.OpenedDialogs();
         SweepRefusals({[] {}, work,
@@ -171,7 +171,7 @@ TEST_P(MemoryOfEditorSavingTest, ARefusedSaveLeavesTheOldFileAndSaysSoOrTheNewOn
     const std::string longName = StateAfterApply().file;
     rename();
     const std::string shortName = StateAfterApply().file;
-    ASSERT_NE(longName, shortName);
+    ASSERT_NE(shortName, longName);
     const bool isAlone = std::get<0>(GetParam());
     const int share = std::get<1>(GetParam());
     bool wasRefused = true;
@@ -190,8 +190,8 @@ TEST_P(MemoryOfEditorSavingTest, ARefusedSaveLeavesTheOldFileAndSaysSoOrTheNewOn
         // What was not saved leaves the editor open or is reported; a report takes memory, too.
         const bool isSaved = State().file == (before == longName ? shortName : longName);
         EXPECT_TRUE(isSaved || State().file == before);
-        EXPECT_EQ(isSaved, isDone && page.Messages().empty());
-        for (const std::wstring& text : page.Messages()) EXPECT_EQ(L"Settings failed.", text);
+        EXPECT_EQ(isDone && page.Messages().empty(), isSaved);
+        for (const std::wstring& text : page.Messages()) EXPECT_EQ(text, L"Settings failed.");
         StateAfterApply();
     }
     CloseAndExpectNoLeak();
@@ -216,7 +216,7 @@ TEST_F(MemoryOfDialogsTest, AProgramIsAddedWholeOrNotAtAll) {
         shown = 0;
         Press(page.Window(), IDC_PAGE_EDIT_PROFILE);
     };
-    WorkInEveryRound(work, [&](bool isMade) { EXPECT_EQ(isMade ? 1 : 0, shown); });
+    WorkInEveryRound(work, [&](bool isMade) { EXPECT_EQ(shown, isMade ? 1 : 0); });
 }
 
 TEST_F(MemoryOfDialogsTest, AStrokeAfterARefusedOneIsRecorded) {
@@ -239,12 +239,12 @@ TEST_F(MemoryOfDialogsTest, AStrokeAfterARefusedOneIsRecorded) {
         SweepRefusals({[=] { SetWindowTextW(field, L""); }, [&] { draw(editor); },
                        [&] {
                            draw(editor);
-                           EXPECT_EQ(L"RD", TextOf(field));
+                           EXPECT_EQ(TextOf(field), L"RD");
                        }});
     });
     page.AddAndOpen();
     Press(page.GesturePane(), IDC_GESTURES_ADD);
-    EXPECT_EQ(1, page.OpenedDialogs());
+    EXPECT_EQ(page.OpenedDialogs(), 1);
     ExpectSuccessfulApply();
     CloseAndExpectNoLeak();
 }
@@ -262,7 +262,7 @@ TEST_F(MemoryOfDialogsTest, AListThatWasNotFilledToItsEndTakesNewGesturesInTheir
         ASSERT_TRUE(memory.StopRefusing());
     }
     AddGesture();
-    EXPECT_EQ(3, RowCount(Gestures()));
+    EXPECT_EQ(RowCount(Gestures()), 3);
     ExpectSuccessfulApply();
     CloseAndExpectNoLeak();
 }

@@ -28,8 +28,8 @@ TEST(FirstExceptionTest, IsThrownWithoutAnyMemory) {
     UnloadModule();
     const ModuleUnderTest module;
     ModuleMemory memory(module.Handle());
-    EXPECT_EQ(E_OUTOFMEMORY, ResultWithoutMemory(module, memory));
-    EXPECT_EQ(S_OK, module.CanUnloadNow());
+    EXPECT_EQ(ResultWithoutMemory(module, memory), E_OUTOFMEMORY);
+    EXPECT_EQ(module.CanUnloadNow(), S_OK);
 }
 
 TEST(FirstExceptionTest, OfAnotherThreadIsThrownWithoutAnyMemory) {
@@ -38,19 +38,19 @@ TEST(FirstExceptionTest, OfAnotherThreadIsThrownWithoutAnyMemory) {
     ModuleMemory memory(module.Handle());
     HRESULT result = S_OK;
     std::thread([&] { result = ResultWithoutMemory(module, memory); }).join();
-    EXPECT_EQ(E_OUTOFMEMORY, result);
+    EXPECT_EQ(result, E_OUTOFMEMORY);
 }
 
 TEST(FirstExceptionTest, OfAnotherThreadIsThrownAfterTheReserveWasUsedOnce) {
     UnloadModule();
     const ModuleUnderTest module;
     ModuleMemory memory(module.Handle());
-    EXPECT_EQ(E_OUTOFMEMORY, ResultWithoutMemory(module, memory));
+    EXPECT_EQ(ResultWithoutMemory(module, memory), E_OUTOFMEMORY);
     // With memory again, any call sets the next reserve aside.
     module.Factory();
     HRESULT result = S_OK;
     std::thread([&] { result = ResultWithoutMemory(module, memory); }).join();
-    EXPECT_EQ(E_OUTOFMEMORY, result);
+    EXPECT_EQ(result, E_OUTOFMEMORY);
 }
 
 using MemoryOfExtensionTest = MemoryFaultTest;
@@ -62,39 +62,39 @@ TEST_F(MemoryOfExtensionTest, ARefusedFactoryIsReported) {
                        EXPECT_TRUE(result == S_OK || result == E_OUTOFMEMORY) << result;
                        CloseAndExpectNoLeak();
                    }});
-    EXPECT_EQ(S_OK, result);
+    EXPECT_EQ(result, S_OK);
 }
 
 TEST_F(MemoryOfExtensionTest, ARefusedExtensionIsReportedAndARefusedPanelIsMadeLater) {
     HRESULT result = S_OK;
-    SweepRefusals({[&] { ASSERT_EQ(S_OK, page.MakeFactory()); }, [&] { result = page.MakeExtension(); },
+    SweepRefusals({[&] { ASSERT_EQ(page.MakeFactory(), S_OK); }, [&] { result = page.MakeExtension(); },
                    [&] {
                        EXPECT_TRUE(result == S_OK || result == E_OUTOFMEMORY) << result;
                        if (result == S_OK) {
-                           EXPECT_EQ(S_OK, page.AddPages());
+                           EXPECT_EQ(page.AddPages(), S_OK);
                            EXPECT_TRUE(page.WasAdded());
                            page.Open();
                            ExpectSuccessfulApply();
                        }
                        CloseAndExpectNoLeak();
                    }});
-    EXPECT_EQ(S_OK, result);
+    EXPECT_EQ(result, S_OK);
 }
 
 TEST_F(MemoryOfExtensionTest, APanelThatIsRefusedTwiceMeansNoPage) {
     HRESULT result = S_OK;
     const auto makeWithoutPanel = [&] {
-        ASSERT_EQ(S_OK, page.MakeFactory());
+        ASSERT_EQ(page.MakeFactory(), S_OK);
         memory.Refuse(2, 2);
-        ASSERT_EQ(S_OK, page.MakeExtension());
+        ASSERT_EQ(page.MakeExtension(), S_OK);
         EXPECT_TRUE(memory.StopRefusing());
     };
     SweepRefusals({makeWithoutPanel, [&] { result = page.AddPages(); },
                    [&] {
-                       EXPECT_EQ(page.WasAdded() ? S_OK : E_OUTOFMEMORY, result);
+                       EXPECT_EQ(result, page.WasAdded() ? S_OK : E_OUTOFMEMORY);
                        CloseAndExpectNoLeak();
                    }});
-    EXPECT_EQ(S_OK, result);
+    EXPECT_EQ(result, S_OK);
 }
 
 // Tells the memory when the parser of the profile file is at work, which loses its tree when its memory is refused;
@@ -158,8 +158,8 @@ protected:
     void ExpectOnlyValuesOf(const SavedState& state) const {
         for (const auto& [name, value] : State().values) {
             const auto found = state.values.find(name);
-            ASSERT_NE(state.values.end(), found) << name;
-            EXPECT_EQ(found->second, value) << name;
+            ASSERT_NE(found, state.values.end()) << name;
+            EXPECT_EQ(value, found->second) << name;
         }
     }
 
@@ -170,7 +170,7 @@ private:
         const bool hasPanel = GetWindowLongPtrW(page.Window(), GWLP_USERDATA) != 0;
         hadPanes = page.ButtonPane() != nullptr;
         if (!hadPanes && hasPanel && canTell) {
-            EXPECT_EQ(std::vector<std::wstring>{L"Settings failed."}, page.Messages());
+            EXPECT_EQ(page.Messages(), std::vector<std::wstring>{L"Settings failed."});
         }
         page.ForgetMessages();
         // What a pane shows that was not set up to its end must never be saved.
@@ -195,7 +195,7 @@ TEST_P(MemoryOfOpeningTest, LosesNothingOfTheUsersProfiles) {
     const SavedState whole = StateAfterApply();
     OpenInEveryRound([&] { ForgetValues(); },
                      [&] {
-                         EXPECT_EQ(whole.file, State().file);
+                         EXPECT_EQ(State().file, whole.file);
                          ExpectOnlyValuesOf(whole);
                      });
 }
@@ -205,14 +205,14 @@ TEST_P(MemoryOfOpeningTest, AFirstDefaultProfileIsWholeOrMissing) {
     const SavedState whole = StateAfterApply();
     OpenInEveryRound([&] { ForgetProfiles(); },
                      [&] {
-                         EXPECT_EQ(State().file.empty() ? "" : whole.file, State().file);
+                         EXPECT_EQ(State().file, State().file.empty() ? "" : whole.file);
                          ExpectOnlyValuesOf(whole);
                      },
                      // Once there is a profile this is an opening like any other.
                      [&] { return hadPanes; });
     // Whatever the last fault was, the next opening is as good as the first.
     ForgetProfiles();
-    EXPECT_EQ(whole, StateAfterApply());
+    EXPECT_EQ(StateAfterApply(), whole);
 }
 
 }  // namespace

@@ -32,7 +32,7 @@ protected:
 
 TEST_F(MemoryOfSavingTest, ARefusedApplyLeavesTheOldFileOrTheNewOneAndTheNextOneMendsIt) {
     const std::vector<SavedState> states{StateOf(0), StateOf(1)};
-    ASSERT_NE(states[0].file, states[1].file);
+    ASSERT_NE(states[1].file, states[0].file);
     int from = 1;
     bool isApplied = false;
     SweepRefusals({[&] {
@@ -41,10 +41,10 @@ TEST_F(MemoryOfSavingTest, ARefusedApplyLeavesTheOldFileOrTheNewOneAndTheNextOne
                    },
                    [&] { isApplied = page.Apply(); },
                    [&] {
-                       EXPECT_EQ(states[static_cast<std::size_t>(isApplied ? 1 - from : from)].file, State().file);
+                       EXPECT_EQ(State().file, states[static_cast<std::size_t>(isApplied ? 1 - from : from)].file);
                        ExpectSuccessfulApply();
                        from = 1 - from;
-                       EXPECT_EQ(states[static_cast<std::size_t>(from)], State());
+                       EXPECT_EQ(State(), states[static_cast<std::size_t>(from)]);
                    }});
 }
 
@@ -54,9 +54,9 @@ TEST_F(MemoryOfSavingTest, ARefusedApplyIsReported) {
                            [&] {
                                const std::size_t before = NoticesSoFar();
                                const bool isApplied = page.Apply();
-                               EXPECT_EQ(isApplied, page.Messages().empty());
-                               for (const auto& text : page.Messages()) EXPECT_EQ(L"Settings failed.", text);
-                               EXPECT_EQ(before + (isApplied ? 1 : 0), NoticesSoFar());
+                               EXPECT_EQ(page.Messages().empty(), isApplied);
+                               for (const auto& text : page.Messages()) EXPECT_EQ(text, L"Settings failed.");
+                               EXPECT_EQ(NoticesSoFar(), before + (isApplied ? 1 : 0));
                            },
                            [] {}});
 }
@@ -68,9 +68,9 @@ TEST_F(MemoryOfSavingTest, ARefusedChangeOfTheProfileMixesNothing) {
                    [&] {
                        const bool isSecond = ShownProfile() == 1;
                        ExpectSuccessfulApply();
-                       EXPECT_EQ(isSecond ? second.file : first.file, State().file);
-                       EXPECT_EQ(second, StateOf(1));
-                       EXPECT_EQ(first, StateOf(0));
+                       EXPECT_EQ(State().file, isSecond ? second.file : first.file);
+                       EXPECT_EQ(StateOf(1), second);
+                       EXPECT_EQ(StateOf(0), first);
                    }});
 }
 
@@ -87,7 +87,7 @@ TEST_F(MemoryOfSavingTest, RefusedMessagesAreSurvived) {
                        SendMessageW(page.PaneControl(IDC_PANE_RIGHT), WM_SETFOCUS, 0, 0);
                        SendMessageW(page.PaneControl(IDC_PANE_RIGHT), WM_KILLFOCUS, 0, 0);
                    },
-                   [&] { EXPECT_EQ(before, State().file); }});
+                   [&] { EXPECT_EQ(State().file, before); }});
     // Brings back what the profile has instead of the initial values.
     page.ChooseProfile(1);
 }

@@ -135,7 +135,7 @@ protected:
         const std::size_t before = Notices();
         EXPECT_TRUE(page.Apply());
         EXPECT_TRUE(page.Messages().empty());
-        EXPECT_EQ(before + 1, Notices());
+        EXPECT_EQ(Notices(), before + 1);
     }
 
     // The k-th write of an apply of all values fails, for every k.
@@ -145,7 +145,7 @@ protected:
         page.ChooseProfile(1);
         ExpectSuccessfulApply();
         const Values all = ModelValues();
-        ASSERT_EQ(kAllValues, static_cast<int>(all.size()));
+        ASSERT_EQ(static_cast<int>(all.size()), kAllValues);
         page.Close();
         const std::vector<std::wstring> order = registry.written;
 
@@ -161,17 +161,17 @@ protected:
             (registry.*calls).Fail(k, k);
             page.ForgetMessages();
             EXPECT_FALSE(page.Apply());
-            EXPECT_EQ(std::vector<std::wstring>{L"Settings failed."}, page.Messages());
-            EXPECT_EQ(file, Saved());
+            EXPECT_EQ(page.Messages(), std::vector<std::wstring>{L"Settings failed."});
+            EXPECT_EQ(Saved(), file);
             Values others = all;
             others.erase(order[static_cast<std::size_t>(k) - 1]);
-            EXPECT_EQ(others, ModelValues());
+            EXPECT_EQ(ModelValues(), others);
 
             registry.FailNothing();
             ExpectSuccessfulApply();
-            EXPECT_EQ(notices + 1, Notices()) << "the service heard of the failed apply";
-            EXPECT_EQ(all, ModelValues());
-            EXPECT_NE(file, Saved());
+            EXPECT_EQ(Notices(), notices + 1) << "the service heard of the failed apply";
+            EXPECT_EQ(ModelValues(), all);
+            EXPECT_NE(Saved(), file);
             page.Close();
             leaks->ExpectNoBlocks();
         }
@@ -183,7 +183,7 @@ protected:
         const std::string file = Saved();
         const Values all = ModelValues();
         const std::vector<std::wstring> order = registry.written;
-        ASSERT_EQ(kNumbers, static_cast<int>(all.size()));
+        ASSERT_EQ(static_cast<int>(all.size()), kNumbers);
         page.Close();
         for (int k = 1; k <= kNumbers; ++k) {
             SCOPED_TRACE(k);
@@ -192,15 +192,15 @@ protected:
             registry.FailNothing();
             (registry.*calls).Fail(k, k);
             page.AddAndOpen();
-            EXPECT_EQ(file, Saved());
+            EXPECT_EQ(Saved(), file);
             Values others = all;
             others.erase(order[static_cast<std::size_t>(k) - 1]);
-            EXPECT_EQ(others, ModelValues());
+            EXPECT_EQ(ModelValues(), others);
 
             registry.FailNothing();
             ExpectSuccessfulApply();
-            EXPECT_EQ(std::vector<std::wstring>{order[static_cast<std::size_t>(k) - 1]}, registry.written);
-            EXPECT_EQ(all, ModelValues());
+            EXPECT_EQ(registry.written, std::vector<std::wstring>{order[static_cast<std::size_t>(k) - 1]});
+            EXPECT_EQ(ModelValues(), all);
             page.Close();
             leaks->ExpectNoBlocks();
         }
@@ -221,8 +221,8 @@ protected:
                 (registry.*calls).Fail(before + value, before + value + failures - 1);
                 page.Open();
                 const bool isLost = failures == kReadAttempts;
-                EXPECT_EQ(isLost ? 1U : 0U, CountOf(L"Failed to obtain mouse settings."));
-                EXPECT_EQ(isLost ? FALSE : TRUE, IsWindowEnabled(page.PaneControl(IDC_PANE_LEFT)));
+                EXPECT_EQ(CountOf(L"Failed to obtain mouse settings."), isLost ? 1U : 0U);
+                EXPECT_EQ(IsWindowEnabled(page.PaneControl(IDC_PANE_LEFT)), isLost ? FALSE : TRUE);
                 registry.FailNothing();
                 ExpectSuccessfulApply();
                 page.Close();

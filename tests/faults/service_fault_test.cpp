@@ -96,12 +96,12 @@ TEST_F(ServiceFaultTest, GoneAfterTheProbeThePageWorksWithoutIt) {
 TEST_F(ServiceFaultTest, GoneOnceTheEditorIsOpenNoStrokeStarts) {
     page.AddAndOpen();
     WithEditor([&](HWND editor) {
-        EXPECT_EQ(1U, service->CountOf(ServiceMessage::GestureEditBegin));
+        EXPECT_EQ(service->CountOf(ServiceMessage::GestureEditBegin), 1U);
         service.reset();
         ClickStroke(editor);
         const std::wstring waiting = Stroke(editor);
         for (int i = 0; i < 3; ++i) Tick(editor);
-        EXPECT_EQ(waiting, Stroke(editor));
+        EXPECT_EQ(Stroke(editor), waiting);
     });
     ExpectApplies();
 }
@@ -112,9 +112,9 @@ TEST_F(ServiceFaultTest, GoneWhileAStrokeIsDrawnTheStrokeEnds) {
         StartStroke(editor);
         service.reset();
         Tick(editor);
-        EXPECT_EQ(L"R", Stroke(editor));
+        EXPECT_EQ(Stroke(editor), L"R");
         Tick(editor);
-        EXPECT_EQ(L"R", Stroke(editor));
+        EXPECT_EQ(Stroke(editor), L"R");
     });
     ExpectApplies();
 }
@@ -130,13 +130,13 @@ TEST_F(ServiceFaultTest, ReplacedWhileAStrokeIsDrawnTheNewOneIsAsked) {
         Tick(editor);
         SetCursorPos(600, 500);
         Tick(editor);
-        EXPECT_EQ(2U, service->CountOf(ServiceMessage::IsButtonHeld));
+        EXPECT_EQ(service->CountOf(ServiceMessage::IsButtonHeld), 2U);
         service->ReplyTo(ServiceMessage::IsButtonHeld, 0);
         Tick(editor);
-        EXPECT_EQ(L"RD", Stroke(editor));
+        EXPECT_EQ(Stroke(editor), L"RD");
     });
-    EXPECT_EQ(1U, service->CountOf(ServiceMessage::GestureEditEnd));
-    EXPECT_EQ(0U, service->CountOf(ServiceMessage::GestureEditBegin));
+    EXPECT_EQ(service->CountOf(ServiceMessage::GestureEditEnd), 1U);
+    EXPECT_EQ(service->CountOf(ServiceMessage::GestureEditBegin), 0U);
     ExpectApplies();
 }
 
@@ -162,13 +162,13 @@ TEST_F(ServiceFaultTest, ThatAnswersLateIsWaitedForAndTicksMeanwhileAreNone) {
             service->SendData(page.Window(), kSent.data(), kRecordBytes);
         });
         Tick(editor);
-        EXPECT_EQ(1U, service->CountOf(ServiceMessage::IsButtonHeld));
+        EXPECT_EQ(service->CountOf(ServiceMessage::IsButtonHeld), 1U);
         service->WhenCalled(ServiceMessage::IsButtonHeld, {});
         service->ReplyTo(ServiceMessage::IsButtonHeld, 0);
         Tick(editor);
-        EXPECT_EQ(2U, service->CountOf(ServiceMessage::IsButtonHeld));
+        EXPECT_EQ(service->CountOf(ServiceMessage::IsButtonHeld), 2U);
     });
-    EXPECT_EQ(kSent, InitialValues());
+    EXPECT_EQ(InitialValues(), kSent);
     ExpectApplies();
 }
 
@@ -180,7 +180,7 @@ TEST_F(ServiceFaultTest, ThatVanishesInsteadOfAnAnswerHoldsNoButton) {
         service->ReplyTo(ServiceMessage::IsButtonHeld, 1);
         service->WhenCalled(ServiceMessage::IsButtonHeld, [window = service->Window()] { DestroyWindow(window); });
         Tick(editor);
-        EXPECT_EQ(waiting, Stroke(editor));
+        EXPECT_EQ(Stroke(editor), waiting);
     });
     ExpectApplies();
 }
@@ -193,7 +193,7 @@ TEST_F(ServiceFaultTest, ThatAnswersTheProbeLateGetsItsPage) {
     });
     page.AddAndOpen();
     EXPECT_TRUE(wasAsked);
-    EXPECT_EQ(1U, service->CountOf(ServiceMessage::Probe));
+    EXPECT_EQ(service->CountOf(ServiceMessage::Probe), 1U);
     ExpectApplies();
 }
 
@@ -217,9 +217,9 @@ TEST_F(ServiceFaultTest, ThatTakesTheStartOfTheEditorLateIsWaitedFor) {
     });
     WithEditor([&](HWND editor) {
         EXPECT_TRUE(wasTold);
-        EXPECT_EQ(1U, service->CountOf(ServiceMessage::GestureEditBegin));
+        EXPECT_EQ(service->CountOf(ServiceMessage::GestureEditBegin), 1U);
         StartStroke(editor);
-        EXPECT_EQ(L"R", Stroke(editor));
+        EXPECT_EQ(Stroke(editor), L"R");
     });
     ExpectApplies();
 }
@@ -234,7 +234,7 @@ TEST_F(ServiceFaultTest, ThatVanishesAtTheStartOfTheEditorLeavesItToTheUser) {
         ClickStroke(editor);
         const std::wstring waiting = Stroke(editor);
         Tick(editor);
-        EXPECT_EQ(waiting, Stroke(editor));
+        EXPECT_EQ(Stroke(editor), waiting);
     });
     EXPECT_TRUE(wasOpened);
     ExpectApplies();
@@ -243,19 +243,19 @@ TEST_F(ServiceFaultTest, ThatVanishesAtTheStartOfTheEditorLeavesItToTheUser) {
 TEST_F(ServiceFaultTest, RecordsOfAnyOtherSizeAreShortOrTheirRestIsNoMatter) {
     page.AddAndOpen();
     const Record before = InitialValues();
-    ASSERT_NE(kSent, before);
+    ASSERT_NE(before, kSent);
     std::vector<std::byte> huge(std::size_t{10} * 1024 * 1024);
     std::memcpy(huge.data(), kSent.data(), kRecordBytes);
     for (const DWORD size : {DWORD{0}, DWORD{1}, kRecordBytes - 1}) {
         service->SendData(page.Window(), huge.data(), size);
-        EXPECT_EQ(before, InitialValues()) << size;
+        EXPECT_EQ(InitialValues(), before) << size;
     }
     for (const DWORD size : {kRecordBytes, kRecordBytes + 1, static_cast<DWORD>(huge.size())}) {
         Record other = kSent;
         other[5] = static_cast<std::int32_t>(1 + size % 7);
         std::memcpy(huge.data(), other.data(), kRecordBytes);
         service->SendData(page.Window(), huge.data(), size);
-        EXPECT_EQ(other, InitialValues()) << size;
+        EXPECT_EQ(InitialValues(), other) << size;
     }
     ExpectApplies();
 }
@@ -266,7 +266,7 @@ TEST_F(ServiceFaultTest, RecordsWithoutBytesAreIgnored) {
     const COPYDATASTRUCT noBytes{0, kRecordBytes, nullptr};
     SendStruct(&noBytes);
     SendStruct(nullptr);
-    EXPECT_EQ(before, InitialValues());
+    EXPECT_EQ(InitialValues(), before);
     ExpectApplies();
 }
 
@@ -278,7 +278,7 @@ TEST_F(ServiceFaultTest, RecordsOfExtremeNumbersAreCheckedBeforeTheyAreSaved) {
         service->SendData(page.Window(), record.data(), kRecordBytes);
         InitialValues();
         ExpectApplies();
-        EXPECT_EQ(std::string::npos, State().file.find(std::to_string(extreme) + "</"));
+        EXPECT_EQ(State().file.find(std::to_string(extreme) + "</"), std::string::npos);
         page.ChooseProfile(1);
         page.ChooseProfile(0);
     }
@@ -291,19 +291,19 @@ TEST_F(ServiceFaultTest, AFloodOfRecordsEndsWithTheLastOne) {
         record[5] = 1 + i % 8;
         service->SendData(page.Window(), record.data(), kRecordBytes);
     }
-    EXPECT_EQ(record, InitialValues());
+    EXPECT_EQ(InitialValues(), record);
     ExpectApplies();
 }
 
 TEST_F(ServiceFaultTest, RecordsThatComeWhileADialogOrAMessageIsOpenCount) {
     page.AddAndOpen();
     WithEditor([&](HWND) { service->SendData(page.Window(), kSent.data(), kRecordBytes); });
-    EXPECT_EQ(kSent, InitialValues());
+    EXPECT_EQ(InitialValues(), kSent);
     Record other = kSent;
     other[5] = 2;
     page.WhenMessageOpens([&] { service->SendData(page.Window(), other.data(), kRecordBytes); });
     // The question before the reset is such a message.
-    EXPECT_EQ(other, InitialValues());
+    EXPECT_EQ(InitialValues(), other);
     page.WhenMessageOpens({});
     ExpectApplies();
 }
@@ -316,8 +316,8 @@ TEST_F(ServiceFaultTest, ARecordThatComesWhileThePageOpensCounts) {
     });
     page.AddAndOpen();
     page.WhenMessageOpens({});
-    EXPECT_EQ(std::vector<std::wstring>{L"Failed to obtain mouse settings."}, page.Messages());
-    EXPECT_EQ(kSent[5], InitialValues()[5]);
+    EXPECT_EQ(page.Messages(), std::vector<std::wstring>{L"Failed to obtain mouse settings."});
+    EXPECT_EQ(InitialValues()[5], kSent[5]);
     ExpectApplies();
 }
 
@@ -327,7 +327,7 @@ TEST_F(ServiceFaultTest, ARecordForAPageThatIsGoneIsNobodys) {
     page.Close();
     service->SendData(gone, kSent.data(), kRecordBytes);
     ExpectNoDamage();
-    EXPECT_EQ(S_OK, module.CanUnloadNow());
+    EXPECT_EQ(module.CanUnloadNow(), S_OK);
 }
 
 }  // namespace

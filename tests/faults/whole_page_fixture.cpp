@@ -55,7 +55,7 @@ void SelectRow(HWND list, int row) {
 }
 
 void WholePageTest::SetUp() {
-    ASSERT_EQ(S_OK, CoInitialize(nullptr));
+    ASSERT_EQ(CoInitialize(nullptr), S_OK);
     PublishMouse(mouse);
     std::filesystem::create_directories(folder + L"\\MouseImage");
     std::filesystem::create_directories(folder + L"\\Programs");
@@ -154,15 +154,15 @@ void WholePageTest::CloseAndExpectNoLeak() {
 }
 
 void WholePageTest::ExpectNoDamage() const {
-    EXPECT_EQ(0, AccessViolations::Seen());
-    EXPECT_EQ(0, BarePage::Escapes());
-    EXPECT_EQ(0, page.StuckDialogs());
+    EXPECT_EQ(AccessViolations::Seen(), 0);
+    EXPECT_EQ(BarePage::Escapes(), 0);
+    EXPECT_EQ(page.StuckDialogs(), 0);
 }
 
 void WholePageTest::ExpectWholeTour(const Saved& whole) {
     StartAnew();
     EXPECT_TRUE(GoThroughThePage());
-    EXPECT_EQ(whole.file, State().file);
+    EXPECT_EQ(State().file, whole.file);
     EXPECT_TRUE(whole == State());
     page.Close();
 }

@@ -35,7 +35,7 @@ TEST_P(RefusedDialogTest, IsLeftOutAndOpensTheNextTime) {
     page.RefuseDialog(GetParam());
     EXPECT_TRUE(GoThroughThePage());
     EXPECT_LT(page.OpenedDialogs() - dialogs, dialogs - before);
-    EXPECT_NE(whole, State());
+    EXPECT_NE(State(), whole);
     ExpectNoDamage();
     page.Close();
     page.RefuseDialog(0);
@@ -75,7 +75,7 @@ TEST_F(WindowsFaultTest, AServiceWhoseProgramHasNoNameMakesHelpInertAndShowsNoPi
     StartAnew();
     EXPECT_TRUE(GoThroughThePage());
     EXPECT_TRUE(helpFiles.empty());
-    EXPECT_EQ(0, SendMessageW(page.PaneControl(IDC_PANE_PICTURE), STM_GETIMAGE, IMAGE_BITMAP, 0));
+    EXPECT_EQ(SendMessageW(page.PaneControl(IDC_PANE_PICTURE), STM_GETIMAGE, IMAGE_BITMAP, 0), 0);
     ExpectNoDamage();
 }
 
@@ -89,10 +89,10 @@ TEST_F(WindowsFaultTest, WithoutGdiplusThereAreNoPicturesButThereIsHelp) {
     const ReplacedImport<"GdiplusShutdown", void(ULONG_PTR)> shutdown(module.Handle(), [&](ULONG_PTR) { ++shutdowns; });
     StartAnew();
     EXPECT_TRUE(GoThroughThePage());
-    EXPECT_EQ(0, SendMessageW(page.PaneControl(IDC_PANE_PICTURE), STM_GETIMAGE, IMAGE_BITMAP, 0));
-    EXPECT_EQ(std::vector<std::wstring>{folder + L"\\KvnUtilHelp.htm"}, helpFiles);
+    EXPECT_EQ(SendMessageW(page.PaneControl(IDC_PANE_PICTURE), STM_GETIMAGE, IMAGE_BITMAP, 0), 0);
+    EXPECT_EQ(helpFiles, std::vector<std::wstring>{folder + L"\\KvnUtilHelp.htm"});
     page.Close();
-    EXPECT_EQ(0, shutdowns) << "what was not started must not be shut down";
+    EXPECT_EQ(shutdowns, 0) << "what was not started must not be shut down";
     ExpectNoDamage();
 }
 
@@ -104,7 +104,7 @@ TEST_F(WindowsFaultTest, AFolderThatCannotBeMadeIsReportedAndTheNextApplyFindsIt
             module.Handle(), [](HWND, PCWSTR) -> int { return ERROR_ACCESS_DENIED; });
         page.AddAndOpen();
     }
-    EXPECT_EQ(std::vector<std::wstring>{L"Settings failed."}, page.Messages());
+    EXPECT_EQ(page.Messages(), std::vector<std::wstring>{L"Settings failed."});
     EXPECT_FALSE(page.Apply());
     std::filesystem::create_directories(user.SettingsFolder());
     EXPECT_TRUE(page.Apply());
@@ -126,7 +126,7 @@ protected:
         StartAnew();
         EXPECT_TRUE(GoThroughThePage());
         EXPECT_TRUE(staysOpen);
-        EXPECT_EQ(std::string::npos, State().file.find("regedit"));
+        EXPECT_EQ(State().file.find("regedit"), std::string::npos);
         ExpectNoDamage();
     }
 

@@ -37,29 +37,29 @@ TEST(ProfileNames, EmptyOneIsANameLikeAnyOther) {
 TEST(ProfileNames, AreComparedByTheirFirst255Characters) {
     const std::wstring stem(255, L'n');
     const ProfileSet profiles{Named(stem + L"tail")};
-    EXPECT_EQ(stem, ComparedName(profiles[0]));
+    EXPECT_EQ(ComparedName(profiles[0]), stem);
     EXPECT_TRUE(IsNameInUse(profiles, stem));
     EXPECT_FALSE(IsNameInUse(profiles, stem + L"tail"));
     EXPECT_FALSE(IsNameInUse(profiles, stem.substr(1)));
-    EXPECT_EQ(L"short", ComparedName(Named(L"short")));
+    EXPECT_EQ(ComparedName(Named(L"short")), L"short");
 }
 
 TEST(ProfileToDelete, IsTheOneAtTheIndexWhenNamesAreUnique) {
     const ProfileSet profiles{Named(L"Default"), Named(L"a"), Named(L"A")};
-    for (std::size_t i = 0; i < profiles.size(); ++i) EXPECT_EQ(i, ProfileToDelete(profiles, i));
+    for (std::size_t i = 0; i < profiles.size(); ++i) EXPECT_EQ(ProfileToDelete(profiles, i), i);
 }
 
 TEST(ProfileToDelete, IsTheFirstOfItsName) {
     const ProfileSet profiles{Named(L"Default"), Named(L"twice"), Named(L"other"), Named(L"twice")};
-    EXPECT_EQ(1U, ProfileToDelete(profiles, 3));
-    EXPECT_EQ(1U, ProfileToDelete(profiles, 1));
-    EXPECT_EQ(2U, ProfileToDelete(profiles, 2));
+    EXPECT_EQ(ProfileToDelete(profiles, 3), 1U);
+    EXPECT_EQ(ProfileToDelete(profiles, 1), 1U);
+    EXPECT_EQ(ProfileToDelete(profiles, 2), 2U);
 }
 
 TEST(ProfileToDelete, IsNoneThatOnlyBeginsWithTheSameName) {
     const std::wstring stem(255, L'n');
     const ProfileSet profiles{Named(stem), Named(stem + L"1"), Named(stem + L"2")};
-    EXPECT_EQ(2U, ProfileToDelete(profiles, 2));
+    EXPECT_EQ(ProfileToDelete(profiles, 2), 2U);
 }
 
 TEST(CopyWithoutPrograms, HasEverySettingUnderTheOtherNameAndNoProgram) {
@@ -70,12 +70,12 @@ TEST(CopyWithoutPrograms, HasEverySettingUnderTheOtherNameAndNoProgram) {
     const ProfileRecord before = source;
 
     ProfileRecord copy = CopyWithoutPrograms(source, L"Copy");
-    EXPECT_EQ(before, source);
-    EXPECT_EQ(L"Copy", copy.name);
+    EXPECT_EQ(source, before);
+    EXPECT_EQ(copy.name, L"Copy");
     EXPECT_TRUE(copy.settings.applications.empty());
     copy.name = source.name;
     copy.settings.applications = source.settings.applications;
-    EXPECT_EQ(source, copy);
+    EXPECT_EQ(copy, source);
 }
 
 TEST(CopyWithoutPrograms, LeavesItsSourceAloneWhenItIsEdited) {
@@ -85,23 +85,23 @@ TEST(CopyWithoutPrograms, LeavesItsSourceAloneWhenItIsEdited) {
     copy.settings.gestures.push_back({});
     copy.settings.applications.push_back({L"Player", L"C:\\p.exe"});
     copy.settings[SettingField::Left] = 7;
-    EXPECT_EQ(before, source);
+    EXPECT_EQ(source, before);
 }
 
 TEST(ProfileWithProgram, IsTheFirstThatHasThePath) {
     const ProfileSet profiles{Named(L"Default"), Named(L"a", {{L"x", L"1"}, {L"y", L"2"}}),
                               Named(L"b", {{L"z", L"2"}, {L"z", L"3"}})};
-    EXPECT_EQ(1U, ProfileWithProgram(profiles, L"2", IsSameText));
-    EXPECT_EQ(2U, ProfileWithProgram(profiles, L"3", IsSameText));
-    EXPECT_EQ(std::nullopt, ProfileWithProgram(profiles, L"4", IsSameText));
-    EXPECT_EQ(std::nullopt, ProfileWithProgram(profiles, L"x", IsSameText)) << "a name is no path";
-    EXPECT_EQ(std::nullopt, ProfileWithProgram({}, L"2", IsSameText));
+    EXPECT_EQ(ProfileWithProgram(profiles, L"2", IsSameText), 1U);
+    EXPECT_EQ(ProfileWithProgram(profiles, L"3", IsSameText), 2U);
+    EXPECT_EQ(ProfileWithProgram(profiles, L"4", IsSameText), std::nullopt);
+    EXPECT_EQ(ProfileWithProgram(profiles, L"x", IsSameText), std::nullopt) << "a name is no path";
+    EXPECT_EQ(ProfileWithProgram({}, L"2", IsSameText), std::nullopt);
 }
 
 TEST(ProfileWithProgram, ComparesPathsAsItIsTold) {
     const ProfileSet profiles{Named(L"Default"), Named(L"a", {{L"x", L"alpha"}})};
-    EXPECT_EQ(1U, ProfileWithProgram(profiles, L"a", IsSameFirstLetter));
-    EXPECT_EQ(std::nullopt, ProfileWithProgram(profiles, L"a", IsSameText));
+    EXPECT_EQ(ProfileWithProgram(profiles, L"a", IsSameFirstLetter), 1U);
+    EXPECT_EQ(ProfileWithProgram(profiles, L"a", IsSameText), std::nullopt);
 }
 
 }  // namespace

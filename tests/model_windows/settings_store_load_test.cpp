@@ -66,10 +66,7 @@ TEST_F(LoadModelTest, ANewProfilesNumbersAreWrittenInTheirOrder) {
             return genuine(key, name, zero, type, data, bytes);
         });
     EXPECT_TRUE(LoadMouseSettings(settings));
-    const std::vector<std::wstring> expected{
-        L"BindKeyLeft",      L"BindKeyRight",  L"BindKeyCenter", L"BindKeyMinus",   L"BindKeyPlus",  L"BindKeyTiltLeft",
-        L"BindKeyTiltRight", L"HolizonScroll", L"BindKeyHSpeed", L"BindKeyHLotate", L"BindKeyHCount"};
-    EXPECT_EQ(names, expected);
+    EXPECT_EQ(names, NamesOf(AllNumbers(settings.Selected().values)));
 }
 
 TEST_F(LoadModelTest, ANewProfileTakesTheMachineWideFunctionForTheWheelButton) {

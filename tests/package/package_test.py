@@ -1,43 +1,113 @@
 #!/usr/bin/env python3
-"""Installs, upgrades and uninstalls the settings page as an administrator does, and opens it as a user does.
+"""Installs, upgrades and uninstalls page and service as an administrator does, and uses them as a user does.
 
-Usage: package_test.py FOLDER-OF-PROGRAMS VERSION FOLDER-FOR-FILES, from the tree's root, started by package_test.sh
+Usage: package_test.py FOLDER-OF-PROGRAMS VERSION FOLDER-FOR-FILES [TEST...], from the tree's root, started by package_test.sh
 """
+import hashlib
+import os
 import pathlib
 import re
 import shutil
+import signal
 import subprocess
 import sys
+import tempfile
 import unittest
+import zipfile
 
 import make_msi
-from windows_machine import (DRIVE_C, Registry, files_below, import_registry, parse_registry, read_registry, run,
-                             windows_path)
+from windows_machine import (DRIVE_C, Registry, files_below, import_registry, parse_registry, processes, read_registry,
+                             run, wait_until, windows_path)
 
 PROGRAMS, STATE = pathlib.Path(sys.argv[1]), pathlib.Path(sys.argv[3])
 VERSION = sys.argv[2]
 HOST = PROGRAMS / "control_panel.exe"
 PICTURE = STATE / "page.png"
 INSTALLER = pathlib.Path(f"build/KvnMouseUtil-{VERSION}.msi")
-PACKED_DLL = pathlib.Path("build/windows/KvnMouseUtil.dll")  # what scripts/package packs
+RELEASE = INSTALLER.with_suffix(".zip")
+BUILD = pathlib.Path("build/windows")  # what scripts/package packs
+PACKED_DLL, PACKED_SERVICE = BUILD / "KvnMouseUtil.dll", BUILD / "service/KvnMouseApl.exe"
+SAMPLE_MOUSE = ["--mouse", "1234:5678:7:1:KvnSample"]
 
 MAKER_FOLDER = DRIVE_C / "Program Files/KORVEN"
-INSTALLED_DLL = MAKER_FOLDER / "Tarsel3/KvnMouseUtil.dll"
-INSTALLED_PATH = r"C:\Program Files\KORVEN\Tarsel3\KvnMouseUtil.dll"
+FOLDER = MAKER_FOLDER / "Tarsel3"
+INSTALLED_DLL, INSTALLED_SERVICE = FOLDER / "KvnMouseUtil.dll", FOLDER / "KvnMouseApl.exe"
+WINDOWS_FOLDER = r"C:\Program Files\KORVEN\Tarsel3"
+INSTALLED_PATH = WINDOWS_FOLDER + r"\KvnMouseUtil.dll"
+
+# A folder that an administrator has chosen, and one in which users have kept a service of their own.
+CHOSEN_FOLDER, CHOSEN_WINDOWS_FOLDER = DRIVE_C / "Mäuse und 鼠/Dienst", "C:\\Mäuse und 鼠\\Dienst"
+OWN_FOLDER, OWN_WINDOWS_FOLDER = DRIVE_C / "My tools", r"C:\My tools"
+
+FIRST_RELEASE = pathlib.Path("tests/package/release_1.0.0/KvnMouseUtil.wxs")
 
 SOFTWARE = r"HKEY_LOCAL_MACHINE\Software"
 CLASS_KEY = rf"{SOFTWARE}\Classes\CLSID\{make_msi.class_id()}"
 HANDLERS_KEY = rf"{SOFTWARE}\Microsoft\Windows\CurrentVersion\Controls Folder\Mouse"
+SETTINGS_KEY = r"HKEY_CURRENT_USER\Software\KORVEN\MouseUtility\VID1234PID5678"
+RUN_KEY = rf"{SOFTWARE}\Microsoft\Windows\CurrentVersion\Run"
 UNINSTALL_KEY = rf"{SOFTWARE}\Microsoft\Windows\CurrentVersion\Uninstall"
 
+REG_FILE = "Windows Registry Editor Version 5.00\n\n"
 # Two keys that are removed with all that is below them.
-REMOVAL = f"Windows Registry Editor Version 5.00\n\n[-{CLASS_KEY}]\n\n[-{HANDLERS_KEY}]\n"
+REMOVAL = f"{REG_FILE}[-{CLASS_KEY}]\n\n[-{HANDLERS_KEY}]\n"
+# What the next start of Windows would do with files that were in use.
+NOTHING_PENDING = (REG_FILE + r"[HKEY_LOCAL_MACHINE\System\CurrentControlSet\Control\Session Manager]"
+                   '\n"PendingFileRenameOperations"=-\n')
 
-REFUSED = 1603 & 0xFF  # a fatal error during installation; a Unix exit status has eight bits
+# What msiexec returns, in the eight bits of a Unix exit status: a fatal error; a file in use waits for the next start.
+REFUSED, RESTART_NEEDED = 1603 & 0xFF, 3010 & 0xFF
+REPAIR = ["REINSTALL=ALL", "REINSTALLMODE=amus"]  # Wine's msiexec does not know /f
+HIGHER_VERSION = make_msi.next_version(VERSION)
+FIXED_FILE_INFO = bytes.fromhex("bd04effe")  # the mark of a version resource
 
 
-def msiexec(action: str, installer: pathlib.Path = INSTALLER) -> int:
-    return run("msiexec", action, windows_path(installer), "/qn")[0]
+def msiexec(action: str, installer: pathlib.Path = INSTALLER, *properties: str) -> int:
+    return run("msiexec", action, windows_path(installer), "/qn", *properties)[0]
+
+
+def running_services() -> dict[int, str]:
+    """Without the watchers."""
+    return {pid: command for pid, command in processes("KvnMouseApl.exe").items() if "--watch " not in command}
+
+
+def service_answers() -> bool:
+    return run(PACKED_SERVICE, "--status")[0] == 0
+
+
+def is_running_from(folder: str) -> bool:
+    return [command.split(".exe")[0] for command in running_services().values()] == [rf"{folder}\KvnMouseApl"]
+
+
+def install(installer: pathlib.Path = INSTALLER, *properties: str, folder: str = WINDOWS_FOLDER) -> int:
+    """Installs, and waits for the service, which starts by itself."""
+    status = msiexec("/i", installer, *properties)
+    if status == 0:
+        wait_until(lambda: is_running_from(folder) and service_answers(), f"the start of the service in {folder}")
+    return status
+
+
+def start_at_login() -> str | None:
+    """The command line that Windows starts at each login."""
+    value = read_registry(RUN_KEY).get(RUN_KEY.lower(), {}).get("KvnMouseApl")
+    return None if value is None else value[1:-1].replace('\\"', '"').replace("\\\\", "\\")
+
+
+def start_own_service(program: str) -> None:
+    run("start", program, *SAMPLE_MOUSE)
+    wait_until(service_answers, "the start of a service")
+
+
+def quit_service() -> None:
+    run(PACKED_SERVICE, "--quit")
+
+
+def show_sample_mouse() -> None:
+    """To the page, in the place of the attached mouse; starts a service when none runs."""
+    if running_services():
+        run(PACKED_SERVICE, *SAMPLE_MOUSE)
+    else:
+        start_own_service(windows_path(PACKED_SERVICE))
 
 
 def registration() -> Registry:
@@ -54,27 +124,70 @@ def table(name: str) -> str:
     return subprocess.run(["msiinfo", "export", INSTALLER, name], check=True, capture_output=True, text=True).stdout
 
 
+def rows(name: str) -> list[list[str]]:
+    """A table's rows, without the three lines that describe it."""
+    return [line.split("\t") for line in table(name).splitlines()[3:]]
+
+
 def changed_keys(before: Registry, after: Registry) -> set[str]:
     return {key for key in before.keys() | after.keys() if before.get(key) != after.get(key)}
 
 
 def products() -> Registry:
-    """What "Programs and Features" lists of the page, by product code."""
-    name = make_msi.version_text("FileDescription")
+    """What "Programs and Features" lists of this maker, by product code."""
     return {key.rsplit("\\")[-1]: values for key, values in read_registry(UNINSTALL_KEY).items()
-            if values.get("DisplayName") == f'"{name}"'}
+            if values.get("Publisher") == '"KORVEN"'}
 
 
-def installer_of(version: str) -> tuple[pathlib.Path, bytes]:
-    """An installer of another build, and the DLL that it holds: one that a linker has made a little longer."""
-    dll, installer = STATE / f"{version}.dll", STATE / f"{version}.msi"
-    dll.write_bytes(PACKED_DLL.read_bytes() + version.encode())
-    make_msi.make(version, dll, installer)
-    return installer, dll.read_bytes()
+def installer_of(version: str) -> pathlib.Path:
+    """An installer of another build: a linker has made its programs a little longer."""
+    programs, installer = STATE / version, STATE / f"{version}.msi"
+    shutil.rmtree(programs, ignore_errors=True)
+    (programs / "service").mkdir(parents=True)
+    for name in ("KvnMouseUtil.dll", "service/KvnMouseApl.exe"):
+        (programs / name).write_bytes((BUILD / name).read_bytes() + version.encode())
+    for file in make_msi.files_beside_service(BUILD / "service"):
+        (programs / "service" / file).parent.mkdir(exist_ok=True)
+        shutil.copy(BUILD / "service" / file, programs / "service" / file)
+    make_msi.make(version, programs, installer)
+    return installer
+
+
+def dll_of(version: str) -> bytes:
+    return (STATE / version / "KvnMouseUtil.dll").read_bytes()
+
+
+def with_file_version(program: bytes, version: str) -> bytes:
+    """A program whose version resource names another version."""
+    major, minor, patch = (int(number) for number in version.split("."))
+    numbers = b"".join(number.to_bytes(2, "little") for number in (minor, major, 0, patch))
+    place = program.index(FIXED_FILE_INFO) + 8
+    return program[:place] + 2 * numbers + program[place + 16:]
+
+
+def first_release() -> pathlib.Path:
+    """The installer of version 1.0.0, by its own description: the page without a service."""
+    installer = STATE / "first_release.msi"
+    defines = {"Version": "1.0.0", "NextVersion": "1.0.1", "ClassId": "{B7C1D9A4-3E52-4F0B-9C86-2D7A51E8F043}",
+               "Name": "KORVEN mouse settings page", "Manufacturer": "KORVEN"}
+    with tempfile.TemporaryDirectory() as name:
+        folder = pathlib.Path(name)
+        make_msi.copy_papers(folder)
+        (folder / "KvnMouseUtil.dll").write_bytes(with_file_version(PACKED_DLL.read_bytes(), "1.0.0"))
+        shutil.copy(FIRST_RELEASE, folder)
+        make_msi.compile_msi(folder, defines, [make_msi.file_version("KvnMouseUtil.dll", "1.0.0")], installer)
+    return installer
+
+
+def users_settings() -> tuple[dict, Registry]:
+    """The profiles of all users, and what the page has stored for the sample mouse."""
+    [data] = DRIVE_C.glob("users/*/AppData/Roaming/KORVEN")
+    return files_below(data), read_registry(SETTINGS_KEY)
 
 
 def open_page(*options: str) -> tuple[int, str]:
-    """Opens the Mouse control panel, takes its picture and closes it."""
+    """Opens the Mouse control panel with the sample mouse, takes its picture and closes it."""
+    show_sample_mouse()
     PICTURE.unlink(missing_ok=True)
     return run(HOST, "--screenshot", windows_path(PICTURE), *options)
 
@@ -107,18 +220,62 @@ def documented_registration() -> Registry:
 
 class Installer(unittest.TestCase):
     def test_installer_says_why_it_refuses(self):
-        self.assertIn("A newer version of KORVEN mouse settings page is already installed.", table("LaunchCondition"))
+        self.assertIn("A newer version of KORVEN mouse settings tool is already installed.", table("LaunchCondition"))
 
-    def test_installer_knows_the_version_of_the_dll(self):
-        [row] = [line.split("\t") for line in table("File").splitlines() if line.startswith("KvnMouseUtil.dll")]
-        self.assertEqual(row[4:6], [f"{VERSION}.0", "1033"])
+    def test_installer_knows_the_version_of_both_programs(self):
+        for program in ("KvnMouseUtil.dll", "KvnMouseApl.exe"):
+            [row] = [row for row in rows("File") if row[0] == program]
+            self.assertEqual(row[4:6], [f"{VERSION}.0", "1033"])
+
+    def test_both_programs_have_the_version_of_the_installer(self):
+        for program in (PACKED_DLL.read_bytes(), PACKED_SERVICE.read_bytes()):
+            self.assertEqual(program, with_file_version(program, VERSION))
 
     def test_this_version_is_the_newest_release_of_the_changelog(self):
         changelog = pathlib.Path("CHANGELOG.md").read_text(encoding="utf-8")
         self.assertEqual(re.search(r"^## \[(\d[^\]]*)\]", changelog, re.MULTILINE).group(1), VERSION)
 
+    def test_service_is_closed_before_any_file_is_looked_at_and_started_after_all(self):
+        actions = [row[0] for row in sorted(rows("InstallExecuteSequence"), key=lambda row: int(row[2]))]
+        self.assertLess(actions.index("CostFinalize"), actions.index("CloseService"))
+        self.assertLess(actions.index("CloseService"), actions.index("InstallValidate"))
+        self.assertEqual(actions[-2:], ["InstallFinalize", "StartService"])
 
-class Installation(unittest.TestCase):
+    def test_service_is_closed_and_started_as_the_user_and_never_as_the_system(self):
+        deferred, not_impersonated = 0x400, 0x800
+        for row in rows("CustomAction"):
+            self.assertEqual(int(row[1]) & (deferred | not_impersonated), 0, row)
+        [start] = [row for row in rows("InstallExecuteSequence") if row[0] == "StartService"]
+        self.assertIn('UserSID <> "S-1-5-18"', start[1])
+
+    def test_administrators_can_give_the_properties_without_their_rights_at_hand(self):
+        [secure] = [row[1] for row in rows("Property") if row[0] == "SecureCustomProperties"]
+        self.assertLessEqual({"INSTALLDIR", "STARTATLOGIN"}, set(secure.split(";")))
+
+
+class Release(unittest.TestCase):
+    def setUp(self):
+        self.archive = self.enterContext(zipfile.ZipFile(RELEASE))
+
+    def read(self, file: str) -> bytes:
+        return self.archive.read(f"{RELEASE.stem}/{file}")
+
+    def test_release_holds_the_installer_the_documents_and_the_administrative_template(self):
+        self.assertEqual(self.read(INSTALLER.name), INSTALLER.read_bytes())
+        self.assertEqual(self.read("docs/install.md"), pathlib.Path("docs/install.md").read_bytes())
+        for file in ("policy/KvnMouseUtil.admx", "policy/en-US/KvnMouseUtil.adml", "policy/ja-JP/KvnMouseUtil.adml",
+                     "packaging/register.reg", "packaging/unregister.reg", *make_msi.PAPERS.values()):
+            self.assertNotEqual(self.read(file), b"", file)
+
+    def test_release_holds_the_checksum_of_every_file(self):
+        sums = dict(reversed(line.split("  ")) for line in self.read("SHA256SUMS").decode().splitlines())
+        files = {name.removeprefix(f"{RELEASE.stem}/") for name in self.archive.namelist()} - {"SHA256SUMS"}
+        self.assertEqual(set(sums), files)
+        for file, checksum in sums.items():
+            self.assertEqual(hashlib.sha256(self.read(file)).hexdigest(), checksum, file)
+
+
+class InstallationFixture(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
         cls.clean()
@@ -129,39 +286,48 @@ class Installation(unittest.TestCase):
 
     @staticmethod
     def clean():
-        """Uninstalls what a test has left, so that one that failed does not make the next one fail."""
+        """Ends and uninstalls what a test has left, so that one that failed does not make the next one fail."""
+        quit_service()
         for product_code in products():
             run("msiexec", "/x", product_code, "/qn")
-        shutil.rmtree(MAKER_FOLDER, ignore_errors=True)
+        for folder in (MAKER_FOLDER, CHOSEN_FOLDER.parent, OWN_FOLDER):
+            shutil.rmtree(folder, ignore_errors=True)
 
+
+class Installation(InstallationFixture):
     def copy_dll_by_hand(self):
         """Does what an installer without MSI does; the caller registers the DLL."""
         INSTALLED_DLL.parent.mkdir(parents=True)
         shutil.copy(PACKED_DLL, INSTALLED_DLL)
         self.addCleanup(import_registry, REMOVAL)
 
-    def test_installing_copies_the_dll_and_its_papers(self):
-        self.assertEqual(msiexec("/i"), 0)
-        self.assertEqual(INSTALLED_DLL.read_bytes(), PACKED_DLL.read_bytes())
-        self.assertEqual({path.name for path in INSTALLED_DLL.parent.iterdir()},
-                         {"KvnMouseUtil.dll", *make_msi.PAPERS.values()})
+    def test_installing_copies_both_programs_with_help_pictures_and_papers(self):
+        self.assertEqual(install(), 0)
+        beside = {file: (BUILD / "service" / file).read_bytes() for file in make_msi.files_beside_service(BUILD / "service")}
+        self.assertIn(pathlib.PurePath("KvnUtilHelp.htm"), beside)
+        self.assertIn(pathlib.PurePath("MouseImage/KvnSample.png"), beside)
+        papers = {pathlib.PurePath(name): FOLDER.joinpath(name).read_bytes() for name in make_msi.PAPERS.values()}
+        folders = {folder: None for file in beside for folder in file.parents if folder.parts}
+        self.assertEqual(files_below(FOLDER), {
+            pathlib.PurePath("KvnMouseUtil.dll"): PACKED_DLL.read_bytes(),
+            pathlib.PurePath("KvnMouseApl.exe"): PACKED_SERVICE.read_bytes(), **beside, **folders, **papers})
         for source, installed in make_msi.PAPERS.items():
-            self.assertEqual(INSTALLED_DLL.with_name(installed).read_bytes().replace(b"\r\n", b"\n"),
+            self.assertEqual(FOLDER.joinpath(installed).read_bytes().replace(b"\r\n", b"\n"),
                              pathlib.Path(source).read_bytes())
 
     def test_installing_lists_one_program(self):
-        self.assertEqual(msiexec("/i"), 0)
+        self.assertEqual(install(), 0)
         [product] = products().values()
+        self.assertEqual(product["DisplayName"], '"KORVEN mouse settings tool"')
         self.assertEqual(product["DisplayVersion"], f'"{VERSION}"')
-        self.assertEqual(product["Publisher"], '"KORVEN"')
         self.assertEqual(product["NoModify"], "dword:00000001")
 
     def test_installer_writes_the_documented_registration(self):
-        self.assertEqual(msiexec("/i"), 0)
+        self.assertEqual(install(), 0)
         self.assertEqual(registration_without_empty_keys(), documented_registration())
 
     def test_host_and_reg_file_write_the_registration_of_the_installer(self):
-        self.assertEqual(msiexec("/i"), 0)
+        self.assertEqual(install(), 0)
         installed = registration()
         self.assertEqual(msiexec("/x"), 0)
 
@@ -177,7 +343,7 @@ class Installation(unittest.TestCase):
     def test_mouse_control_panel_shows_the_installed_page(self):
         page = picture_of_the_page("--dll", windows_path(PACKED_DLL))
         self.assertIn("No property-sheet handler is registered", open_page()[1])
-        self.assertEqual(msiexec("/i"), 0)
+        self.assertEqual(install(), 0)
         self.assertEqual(picture_of_the_page(), page)
         INSTALLED_DLL.rename(INSTALLED_DLL.with_suffix(".away"))
         self.assertEqual(open_page()[0], 1)  # no other DLL was taken
@@ -191,64 +357,205 @@ class Installation(unittest.TestCase):
         self.assertEqual(registration_without_empty_keys(), {})
         self.assertIn("No property-sheet handler is registered", open_page()[1])
 
-    def test_higher_version_takes_the_place_of_the_installed_one(self):
-        self.assertEqual(msiexec("/i"), 0)
-        before = registration()
-        version = make_msi.next_version(VERSION)
-        higher, dll = installer_of(version)
-        self.assertEqual(msiexec("/i", higher), 0)
-        self.assertEqual([product["DisplayVersion"] for product in products().values()], [f'"{version}"'])
-        self.assertEqual(INSTALLED_DLL.read_bytes(), dll)
-        self.assertEqual(registration(), before)
-
     def test_another_build_of_the_same_version_takes_its_place(self):
-        self.assertEqual(msiexec("/i"), 0)
-        another, dll = installer_of(VERSION)
-        self.assertEqual(msiexec("/i", another), 0)
+        self.assertEqual(install(), 0)
+        self.assertEqual(install(installer_of(VERSION)), 0)
         self.assertEqual(len(products()), 1)
-        self.assertEqual(INSTALLED_DLL.read_bytes(), dll)
+        self.assertEqual(INSTALLED_DLL.read_bytes(), dll_of(VERSION))
 
     def test_installing_twice_is_installing_once(self):
-        self.assertEqual(msiexec("/i"), 0)
+        self.assertEqual(install(), 0)
         before = registration()
-        self.assertEqual(msiexec("/i"), 0)
+        self.assertEqual(install(), 0)
         self.assertEqual(registration(), before)
         self.assertEqual(len(products()), 1)
         self.assertEqual(INSTALLED_DLL.read_bytes(), PACKED_DLL.read_bytes())
 
     def test_lower_version_is_refused_and_changes_nothing(self):
-        higher, dll = installer_of(make_msi.next_version(VERSION))
-        self.assertEqual(msiexec("/i", higher), 0)
-        before = read_registry(SOFTWARE)
+        self.assertEqual(install(installer_of(HIGHER_VERSION)), 0)
+        before, services = read_registry(SOFTWARE), running_services()
         self.assertEqual(msiexec("/i"), REFUSED)
         self.assertEqual(changed_keys(before, read_registry(SOFTWARE)), set())
-        self.assertEqual(INSTALLED_DLL.read_bytes(), dll)
+        self.assertEqual(INSTALLED_DLL.read_bytes(), dll_of(HIGHER_VERSION))
+        self.assertEqual(running_services(), services)
 
-    def test_uninstalling_leaves_nothing_but_the_profiles(self):
+    def test_repair_brings_back_what_is_missing(self):
+        self.assertEqual(install(), 0)
+        files, registry = files_below(FOLDER), registration()
+        quit_service()
+        for file in ("KvnMouseUtil.dll", "KvnMouseApl.exe", "KvnUtilHelp.htm", "MouseImage/KvnSample_3.png"):
+            FOLDER.joinpath(file).unlink()
+        import_registry(f'{REMOVAL}\n[{RUN_KEY}]\n"KvnMouseApl"=-\n')
+        self.assertEqual(install(INSTALLER, *REPAIR), 0)
+        self.assertEqual(files_below(FOLDER), files)
+        self.assertEqual(registration(), registry)
+        self.assertEqual(start_at_login(), rf'"{WINDOWS_FOLDER}\KvnMouseApl.exe"')
+
+    def test_uninstalling_leaves_nothing_but_the_settings(self):
         registry_before = read_registry(SOFTWARE)
         folders = [DRIVE_C / "Program Files", DRIVE_C / "windows/Installer", DRIVE_C / "ProgramData"]
         files_before = [files_below(folder) for folder in folders]
-        self.assertEqual(msiexec("/i"), 0)
+        self.assertEqual(install(), 0)
         picture_of_the_page()  # for which the page makes the sample mouse's profile
-        [data] = DRIVE_C.glob("users/*/AppData/Roaming/KORVEN")
-        profiles = files_below(data)
-        self.assertIn(pathlib.Path("Tarsel3/VID1234PID5678.xml"), profiles)
-        self.addCleanup(shutil.rmtree, data)
+        settings = users_settings()
+        self.assertIn(pathlib.Path("Tarsel3/VID1234PID5678.xml"), settings[0])
+        self.assertNotEqual(settings[1], {})
 
         self.assertEqual(msiexec("/x"), 0)
-        self.assertEqual(files_below(data), profiles)
+        self.assertEqual(users_settings(), settings)
         self.assertEqual([files_below(folder) for folder in folders], files_before)
         registry = read_registry(SOFTWARE)
         for key in changed_keys(registry_before, registry):
             self.assertIn("\\installer", key)  # Windows Installer's own keys, which it keeps
             self.assertEqual(registry.get(key), {}, key)
 
-    def test_uninstalling_leaves_what_others_have_put_beside_the_dll(self):
-        self.assertEqual(msiexec("/i"), 0)
-        neighbour = INSTALLED_DLL.with_name("KvnMouseApl.exe")
-        neighbour.write_bytes(b"the service")
+    def test_uninstalling_leaves_what_others_have_put_beside_the_programs(self):
+        self.assertEqual(install(), 0)
+        neighbour = FOLDER / "MouseImage/Another.png"
+        neighbour.write_bytes(b"a picture")
         self.assertEqual(msiexec("/x"), 0)
         self.assertEqual(list(MAKER_FOLDER.rglob("*.*")), [neighbour])
 
+    def test_folder_with_blanks_and_letters_of_every_language_serves(self):
+        property_of_it = f"INSTALLDIR={CHOSEN_WINDOWS_FOLDER}"
+        self.assertEqual(install(INSTALLER, property_of_it, folder=CHOSEN_WINDOWS_FOLDER), 0)
+        self.assertEqual(start_at_login(), rf'"{CHOSEN_WINDOWS_FOLDER}\KvnMouseApl.exe"')
+        picture_of_the_page()
+        self.assertFalse(INSTALLED_DLL.exists())
+        self.assertEqual(msiexec("/x"), 0)
+        self.assertFalse(CHOSEN_FOLDER.exists())
 
-unittest.main(argv=sys.argv[:1], verbosity=2)
+    def test_folder_that_was_chosen_stays_at_upgrade_and_repair(self):
+        self.assertEqual(install(INSTALLER, f"INSTALLDIR={CHOSEN_WINDOWS_FOLDER}", folder=CHOSEN_WINDOWS_FOLDER), 0)
+        self.assertEqual(install(INSTALLER, *REPAIR, folder=CHOSEN_WINDOWS_FOLDER), 0)
+        self.assertEqual(install(installer_of(HIGHER_VERSION), folder=CHOSEN_WINDOWS_FOLDER), 0)
+        self.assertFalse(INSTALLED_DLL.exists())
+        self.assertEqual(CHOSEN_FOLDER.joinpath("KvnMouseUtil.dll").read_bytes(), dll_of(HIGHER_VERSION))
+
+
+class Service(InstallationFixture):
+    def freeze(self) -> None:
+        """Makes the service and its watcher hang."""
+        self.addCleanup(import_registry, NOTHING_PENDING)
+        hung = list(processes("KvnMouseApl.exe"))
+        self.assertEqual(len(hung), 2)
+        for sign in (signal.SIGKILL, signal.SIGCONT):  # the last one first
+            self.addCleanup(lambda sign=sign: [os.kill(pid, sign) for pid in hung])
+        for pid in hung:
+            os.kill(pid, signal.SIGSTOP)
+
+    def test_installing_starts_the_service(self):
+        self.assertEqual(install(), 0)
+        status, output = run(INSTALLED_SERVICE, "--status")
+        self.assertEqual(status, 0)
+        self.assertIn(f"version={VERSION}", output.splitlines())
+
+    def test_service_starts_at_each_login(self):
+        self.assertEqual(install(), 0)
+        self.assertEqual(start_at_login(), rf'"{WINDOWS_FOLDER}\KvnMouseApl.exe"')
+        quit_service()
+        run("wineboot")  # starts what a login starts
+        wait_until(lambda: is_running_from(WINDOWS_FOLDER), "the start at the login")
+
+    def test_service_does_not_start_at_login_if_the_administrator_says_so(self):
+        self.assertEqual(install(INSTALLER, "STARTATLOGIN=0"), 0)
+        self.assertIsNone(start_at_login())
+
+    def test_start_at_login_stays_off_at_repair_and_upgrade_until_it_is_turned_on(self):
+        self.assertEqual(install(INSTALLER, "STARTATLOGIN=0"), 0)
+        self.assertEqual(install(INSTALLER, *REPAIR), 0)
+        self.assertIsNone(start_at_login())
+        higher = installer_of(HIGHER_VERSION)
+        self.assertEqual(install(higher), 0)
+        self.assertIsNone(start_at_login())
+        self.assertEqual(install(higher, "STARTATLOGIN=1", *REPAIR), 0)
+        self.assertIsNotNone(start_at_login())
+
+    def test_start_at_login_can_be_turned_off_later(self):
+        self.assertEqual(install(), 0)
+        self.assertEqual(install(INSTALLER, "STARTATLOGIN=0", *REPAIR), 0)
+        self.assertIsNone(start_at_login())
+
+    def test_start_at_login_stays_on_at_upgrade(self):
+        self.assertEqual(install(), 0)
+        self.assertEqual(install(installer_of(HIGHER_VERSION)), 0)
+        self.assertIsNotNone(start_at_login())
+
+    def test_upgrade_replaces_the_running_service(self):
+        self.assertEqual(install(), 0)
+        before = processes("KvnMouseApl.exe")
+        self.assertEqual(install(installer_of(HIGHER_VERSION)), 0)
+        self.assertEqual(before.keys() & processes("KvnMouseApl.exe").keys(), set())
+        self.assertEqual(INSTALLED_SERVICE.read_bytes(), PACKED_SERVICE.read_bytes() + HIGHER_VERSION.encode())
+        self.assertEqual([product["DisplayVersion"] for product in products().values()], [f'"{HIGHER_VERSION}"'])
+
+    def test_uninstalling_ends_the_service_and_its_watcher(self):
+        self.assertEqual(install(), 0)
+        self.assertEqual(msiexec("/x"), 0)
+        self.assertEqual(processes("KvnMouseApl.exe"), {})
+        self.assertIsNone(start_at_login())
+
+    def test_hung_service_does_not_stop_the_upgrade(self):
+        self.assertEqual(install(), 0)
+        self.freeze()
+        self.assertEqual(msiexec("/i", installer_of(HIGHER_VERSION)), RESTART_NEEDED)
+        self.assertEqual([product["DisplayVersion"] for product in products().values()], [f'"{HIGHER_VERSION}"'])
+        self.assertEqual(INSTALLED_DLL.read_bytes(), dll_of(HIGHER_VERSION))
+
+    def test_hung_service_does_not_stop_the_removal(self):
+        self.assertEqual(install(), 0)
+        self.freeze()
+        self.assertEqual(msiexec("/x"), 0)
+        self.assertEqual(products(), {})
+        self.assertFalse(INSTALLED_DLL.exists())
+        self.assertIsNone(start_at_login())
+
+
+class UpgradeOfTheFirstRelease(InstallationFixture):
+    def install_first_release(self, *properties: str) -> None:
+        self.assertEqual(msiexec("/i", first_release(), *properties), 0)
+        [product] = products().values()
+        self.assertEqual(product["DisplayVersion"], '"1.0.0"')
+
+    def start_service_of_the_users_own(self) -> None:
+        shutil.copytree(BUILD / "service", OWN_FOLDER)
+        start_own_service(rf"{OWN_WINDOWS_FOLDER}\KvnMouseApl.exe")
+        self.assertTrue(is_running_from(OWN_WINDOWS_FOLDER))
+
+    def test_page_and_service_are_installed_as_one_product(self):
+        self.install_first_release()
+        self.assertFalse(INSTALLED_SERVICE.exists())
+        registration_before = registration()
+        self.assertEqual(install(), 0)
+        [product] = products().values()
+        self.assertEqual(product["DisplayVersion"], f'"{VERSION}"')
+        self.assertEqual(registration(), registration_before)
+        self.assertEqual(INSTALLED_DLL.read_bytes(), PACKED_DLL.read_bytes())
+        self.assertEqual(start_at_login(), rf'"{WINDOWS_FOLDER}\KvnMouseApl.exe"')
+
+    def test_users_keep_their_settings(self):
+        self.install_first_release()
+        self.start_service_of_the_users_own()
+        picture_of_the_page()
+        settings = users_settings()
+        self.assertIn(pathlib.Path("Tarsel3/VID1234PID5678.xml"), settings[0])
+        self.assertNotEqual(settings[1], {})
+        self.assertEqual(install(), 0)
+        self.assertEqual(users_settings(), settings)
+
+    def test_installed_service_takes_the_place_of_one_that_runs_from_elsewhere(self):
+        self.install_first_release()
+        self.start_service_of_the_users_own()
+        before = processes("KvnMouseApl.exe")
+        self.assertEqual(install(), 0)
+        self.assertEqual(before.keys() & processes("KvnMouseApl.exe").keys(), set())
+        self.assertTrue(OWN_FOLDER.joinpath("KvnMouseApl.exe").exists())
+
+    def test_folder_that_was_chosen_stays(self):
+        self.install_first_release(f"INSTALLDIR={CHOSEN_WINDOWS_FOLDER}")
+        self.assertEqual(install(folder=CHOSEN_WINDOWS_FOLDER), 0)
+        self.assertEqual(CHOSEN_FOLDER.joinpath("KvnMouseUtil.dll").read_bytes(), PACKED_DLL.read_bytes())
+        self.assertFalse(INSTALLED_DLL.exists())
+
+
+unittest.main(argv=sys.argv[:1] + sys.argv[4:], verbosity=2)

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Builds the installer and tries it in a Windows of its own: a Wine prefix with a display that nobody sees and the
-# stand-in service, which publishes the sample mouse. $1 is the folder of the programs, $2 the version they have.
+# Builds what is released and tries it in a Windows of its own: a Wine prefix with a display that nobody sees. $1 is the
+# folder of the programs, $2 the version they have; more arguments choose tests.
 set -euo pipefail
 # shellcheck source=scripts/common.sh
 . "$(dirname "$0")/../../scripts/common.sh"
@@ -8,16 +8,13 @@ set -euo pipefail
 programs=$1
 version=$2
 state=$build/package-test
-service=$programs/service/KvnMouseAplDouble.exe
 
 own_prefix=
 display_pid=
-service_pid=
 
 finish() {
     local status=$?
     trap - EXIT
-    [ -z "$service_pid" ] || timeout 20 wine "$service" --quit || kill "$service_pid" || true
     [ -z "$own_prefix" ] || wineserver -k || true
     [ -z "$display_pid" ] || kill "$display_pid" 2>/dev/null || true
     rm -rf "$state"
@@ -27,13 +24,6 @@ trap finish EXIT
 trap 'exit 130' INT
 trap 'exit 143' TERM
 
-start_service() {
-    setsid wine "$service" --ready-file "$(windows_path "$state/ready")" --log "$(windows_path "$state/service.log")" \
-        >/dev/null 2>&1 &
-    service_pid=$!
-    wait_until 60 "$service_pid" test -e "$state/ready"
-}
-
 rm -rf "$state"
 mkdir -p "$state"
 "$root/scripts/package"
@@ -42,6 +32,6 @@ use_wine_prefix package
 own_prefix=yes
 start_display "$state"
 prepare_wine_prefix x11
-start_service
 cd "$root"
-PYTHONPATH=packaging PYTHONDONTWRITEBYTECODE=1 python3 tests/package/package_test.py "$programs" "$version" "$state"
+PYTHONPATH=packaging PYTHONDONTWRITEBYTECODE=1 \
+    python3 tests/package/package_test.py "$programs" "$version" "$state" "${@:3}"

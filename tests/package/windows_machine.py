@@ -4,8 +4,11 @@ import pathlib
 import re
 import subprocess
 import tempfile
+import time
+from collections.abc import Callable
 
-DRIVE_C = pathlib.Path(os.environ["WINEPREFIX"]) / "drive_c"
+PREFIX = os.environ["WINEPREFIX"]
+DRIVE_C = pathlib.Path(PREFIX) / "drive_c"
 
 Registry = dict[str, dict[str, str]]  # key, value name ("@" is the default value), data as .reg files write it
 
@@ -20,6 +23,28 @@ def run(program: str | pathlib.Path, *arguments: str) -> tuple[int, str]:
         status = subprocess.run(["wine", program, *arguments], stdout=output, stderr=output, timeout=60).returncode
         output.seek(0)
         return status, output.read().decode("utf-8", "replace")
+
+
+def processes(program: str) -> dict[int, str]:
+    """The running programs of this Windows with a file name: their process ids on this machine and their command lines."""
+    found = {}
+    for folder in pathlib.Path("/proc").glob("[0-9]*"):
+        try:
+            command = (folder / "cmdline").read_bytes().replace(b"\0", b" ").decode("utf-8", "replace").strip()
+            environment = (folder / "environ").read_bytes().split(b"\0")
+        except OSError:  # ended meanwhile
+            continue
+        if f"\\{program}" in command and f"WINEPREFIX={PREFIX}".encode() in environment:
+            found[int(folder.name)] = command
+    return found
+
+
+def wait_until(condition: Callable[[], bool], what: str, seconds: int = 60) -> None:
+    deadline = time.monotonic() + seconds
+    while not condition():
+        if time.monotonic() > deadline:
+            raise AssertionError(f"{what} did not happen within {seconds} seconds")
+        time.sleep(0.1)
 
 
 def read_registry(key: str) -> Registry:

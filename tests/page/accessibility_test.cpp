@@ -62,7 +62,7 @@ TEST_F(AccessibilityTest, EveryControlWithoutATextOfItsOwnHasItsLabelDirectlyBef
             ++labelled;
         }
     });
-    EXPECT_EQ(42, labelled);  // 21 controls, each in two languages
+    EXPECT_EQ(labelled, 42);  // 21 controls, each in two languages
 }
 
 TEST_F(AccessibilityTest, NoLabelServesTwoControls) {
@@ -96,7 +96,7 @@ TEST_F(AccessibilityTest, ControlsThatTakeTheFocusAreTabStopsAndNothingElseIs) {
     ForEachDialog([](const DialogTemplate& dialog) {
         for (const TemplateControl& control : dialog.controls) {
             const bool takesFocus = !control.IsStatic() && !control.IsGroupBox();
-            EXPECT_EQ(takesFocus, (control.style & WS_TABSTOP) != 0) << control.id;
+            EXPECT_EQ((control.style & WS_TABSTOP) != 0, takesFocus) << control.id;
         }
     });
 }

@@ -62,7 +62,7 @@ protected:
     void ExpectMessage(const std::wstring& text) const {
         const MessageBoxSeen seen = AnswerMessageBox("about a program", IDOK);
         ExpectWarning(seen, text);
-        EXPECT_EQ(editor->Window(), seen.owner);
+        EXPECT_EQ(seen.owner, editor->Window());
     }
     void AwaitRows(std::size_t count) const {
         EXPECT_TRUE(ComesTrue([&] { return editor->Programs().size() == count; })) << editor->Programs().size();
@@ -70,9 +70,9 @@ protected:
     // Commands that are given while one is still carried out count for nothing: this comes after all of them.
     void Close(int button) {
         SendMessageW(editor->Window(), WM_NULL, 0, 0);
-        EXPECT_EQ(nullptr, OpenMessageBox());
+        EXPECT_EQ(OpenMessageBox(), nullptr);
         editor->Close(button);
-        ASSERT_EQ(std::future_status::ready, ended.wait_for(kPatience));
+        ASSERT_EQ(ended.wait_for(kPatience), std::future_status::ready);
         ended.get();
     }
     void TearDown() override {
@@ -114,11 +114,11 @@ TEST_F(AddingProgramsTest, AppendsThemInTheirOrderWithNameIconAndPath) {
     EXPECT_TRUE((std::vector<ProgramRow>{{L"old", L"C:\\old.exe"},
                                          {L"Notes", L"C:\\windows\\notepad.exe", 0},
                                          {L"Ape", L"C:\\nowhere\\ape.exe"}}) == editor->Programs());
-    EXPECT_EQ(editor->Window(), chooserOwner);
+    EXPECT_EQ(chooserOwner, editor->Window());
     Close(IDOK);
-    EXPECT_EQ((Entries{Program(L"old"), chosen[0], chosen[1]}), settings.profiles[1].settings.applications);
+    EXPECT_EQ(settings.profiles[1].settings.applications, (Entries{Program(L"old"), chosen[0], chosen[1]}));
     EXPECT_TRUE(settings.profiles[0].settings.applications.empty());
-    EXPECT_EQ(1, choices);
+    EXPECT_EQ(choices, 1);
 }
 
 TEST_F(AddingProgramsTest, EndsWhenTheShellPumpsMessagesThatSelectAnotherProfile) {
@@ -136,8 +136,8 @@ TEST_F(AddingProgramsTest, EndsWhenTheShellPumpsMessagesThatSelectAnotherProfile
     AwaitRows(1);
     Close(IDOK);
     EXPECT_TRUE(isNested);
-    EXPECT_EQ((Paths{L"C:\\x.exe"}), PathsOf(0));
-    EXPECT_EQ((Paths{L"C:\\own.exe"}), PathsOf(1));
+    EXPECT_EQ(PathsOf(0), (Paths{L"C:\\x.exe"}));
+    EXPECT_EQ(PathsOf(1), (Paths{L"C:\\own.exe"}));
 }
 
 TEST_F(AddingProgramsTest, AloneIsKeptInMemoryAndNotWritten) {
@@ -146,12 +146,12 @@ TEST_F(AddingProgramsTest, AloneIsKeptInMemoryAndNotWritten) {
     PressAdd();
     AwaitRows(1);
     Close(IDOK);
-    EXPECT_EQ((Paths{L"C:\\x.exe"}), PathsOf(0));
-    EXPECT_EQ(fileBefore, File());
-    EXPECT_EQ(1, shownProfiles);
-    EXPECT_EQ(0, shownSelections);
+    EXPECT_EQ(PathsOf(0), (Paths{L"C:\\x.exe"}));
+    EXPECT_EQ(File(), fileBefore);
+    EXPECT_EQ(shownProfiles, 1);
+    EXPECT_EQ(shownSelections, 0);
     EXPECT_TRUE(model::SaveProfiles(settings)) << "the next write takes them along";
-    EXPECT_NE(std::string::npos, File().find("C:\\x.exe"));
+    EXPECT_NE(File().find("C:\\x.exe"), std::string::npos);
 }
 
 TEST_F(AddingProgramsTest, IsWrittenTogetherWithAnotherChange) {
@@ -164,8 +164,8 @@ TEST_F(AddingProgramsTest, IsWrittenTogetherWithAnotherChange) {
     AnswerMessageBox("before the deletion", IDYES);
     AwaitRows(1);
     Close(IDOK);
-    EXPECT_NE(std::string::npos, File().find("C:\\x.exe"));
-    EXPECT_EQ(std::string::npos, File().find("C:\\old.exe"));
+    EXPECT_NE(File().find("C:\\x.exe"), std::string::npos);
+    EXPECT_EQ(File().find("C:\\old.exe"), std::string::npos);
 }
 
 TEST_F(AddingProgramsTest, IsDroppedByCancel) {
@@ -175,7 +175,7 @@ TEST_F(AddingProgramsTest, IsDroppedByCancel) {
     AwaitRows(1);
     Close(IDCANCEL);
     EXPECT_TRUE(PathsOf(0).empty());
-    EXPECT_EQ(0, shownProfiles);
+    EXPECT_EQ(shownProfiles, 0);
 }
 
 TEST_F(AddingProgramsTest, CancelledChoiceAddsNothing) {
@@ -207,8 +207,8 @@ TEST_F(AddingProgramsTest, WhatTheProfileHasOrAnotherUsesIsSkippedAndTheRestAdde
     ExpectMessage(kUsedElsewhere);
     AwaitRows(3);
     Close(IDOK);
-    EXPECT_EQ((Paths{L"C:\\own.exe", L"C:\\first.exe", L"C:\\last.exe"}), PathsOf(1));
-    EXPECT_EQ((Paths{L"C:\\used.exe"}), PathsOf(0));
+    EXPECT_EQ(PathsOf(1), (Paths{L"C:\\own.exe", L"C:\\first.exe", L"C:\\last.exe"}));
+    EXPECT_EQ(PathsOf(0), (Paths{L"C:\\used.exe"}));
 }
 
 TEST_F(AddingProgramsTest, SameProgramTwiceInOneChoiceIsAddedOnce) {
@@ -218,7 +218,7 @@ TEST_F(AddingProgramsTest, SameProgramTwiceInOneChoiceIsAddedOnce) {
     ExpectMessage(kRegistered);
     AwaitRows(1);
     Close(IDOK);
-    EXPECT_EQ((Paths{L"C:\\x.exe"}), PathsOf(0));
+    EXPECT_EQ(PathsOf(0), (Paths{L"C:\\x.exe"}));
 }
 
 TEST_F(AddingProgramsTest, PathsThatDifferOnlyInCaseAreOneProgram) {
@@ -229,7 +229,7 @@ TEST_F(AddingProgramsTest, PathsThatDifferOnlyInCaseAreOneProgram) {
     ExpectMessage(kUsedElsewhere);
     ExpectMessage(kRegistered);
     Close(IDOK);
-    EXPECT_EQ((Paths{L"C:\\Y.exe"}), PathsOf(1));
+    EXPECT_EQ(PathsOf(1), (Paths{L"C:\\Y.exe"}));
 }
 
 TEST_F(AddingProgramsTest, SimilarPathsAreDifferentPrograms) {
@@ -267,8 +267,8 @@ TEST_F(AddingProgramsTest, ProgramOfADeletedProfileIsFreeAgain) {
     PressAdd();
     AwaitRows(1);
     Close(IDOK);
-    EXPECT_EQ((Paths{L"C:\\x.exe"}), PathsOf(0));
-    EXPECT_EQ(1, shownSelections);
+    EXPECT_EQ(PathsOf(0), (Paths{L"C:\\x.exe"}));
+    EXPECT_EQ(shownSelections, 1);
 }
 
 TEST_F(AddingProgramsTest, LimitEndsTheWholeAddition) {
@@ -279,8 +279,8 @@ TEST_F(AddingProgramsTest, LimitEndsTheWholeAddition) {
     AwaitRows(100);
     Close(IDOK);
     const Paths paths = PathsOf(0);
-    ASSERT_EQ(100U, paths.size());
-    EXPECT_EQ(L"C:\\p201.exe", paths.back());
+    ASSERT_EQ(paths.size(), 100U);
+    EXPECT_EQ(paths.back(), L"C:\\p201.exe");
 }
 
 TEST_F(AddingProgramsTest, ProgramInUseIsReportedBeforeTheLimit) {
@@ -293,7 +293,7 @@ TEST_F(AddingProgramsTest, ProgramInUseIsReportedBeforeTheLimit) {
     ExpectMessage(kLimitReached);
     AwaitRows(100);
     Close(IDOK);
-    EXPECT_EQ(L"C:\\new.exe", PathsOf(0).back());
+    EXPECT_EQ(PathsOf(0).back(), L"C:\\new.exe");
 }
 
 TEST_F(AddingProgramsTest, FullListAsksForNoChoice) {
@@ -302,8 +302,8 @@ TEST_F(AddingProgramsTest, FullListAsksForNoChoice) {
     PressAdd();
     ExpectMessage(kLimitReached);
     Close(IDOK);
-    EXPECT_EQ(0, choices);
-    EXPECT_EQ(100U, PathsOf(0).size());
+    EXPECT_EQ(choices, 0);
+    EXPECT_EQ(PathsOf(0).size(), 100U);
 }
 
 TEST_F(AddingProgramsTest, ChoiceThatFailsLeavesTheEditorOpen) {
@@ -316,7 +316,7 @@ TEST_F(AddingProgramsTest, ChoiceThatFailsLeavesTheEditorOpen) {
     PressAdd();
     EXPECT_TRUE(ComesTrue([&] { return choices == 1; }));
     Close(IDOK);
-    EXPECT_EQ(1, shownProfiles);
+    EXPECT_EQ(shownProfiles, 1);
 }
 
 }  // namespace

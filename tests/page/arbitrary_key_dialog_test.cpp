@@ -100,7 +100,7 @@ protected:
 
 TEST_F(ArbitraryKeyDialogTest, IsTitledAndStartsInTheFirstField) {
     Open();
-    EXPECT_EQ(L"Register arbitrary key", TextOf(dialog));
+    EXPECT_EQ(TextOf(dialog), L"Register arbitrary key");
     EXPECT_TRUE(ComesTrue([&] { return FocusOfDialog() == Field(1) || FocusOfDialog() == Input(1); }));
     EXPECT_FALSE(Close(IDC_KEYS_CANCEL));
 }
@@ -111,14 +111,14 @@ TEST_F(ArbitraryKeyDialogTest, ListsTheListedKeysInTheirOrder) {
     for (const model::KeyNameRow& row : model::kKeyNameTable) {
         if (row.listed) expected.push_back({row.name, row.code});
     }
-    EXPECT_EQ((ComboEntry{L"Enter key", 0}), expected.front());
+    EXPECT_EQ(expected.front(), (ComboEntry{L"Enter key", 0}));
     for (const int number : {1, 2, 3}) EXPECT_TRUE(expected == EntriesOf(Input(number))) << number;
 }
 
 TEST_F(ArbitraryKeyDialogTest, ListsNoShiftKeyWhenTheyAreExcluded) {
     Open({-2, -2, -2}, ShiftKeys::Excluded);
     for (const int number : {1, 2, 3}) {
-        for (const int shift : {16, 160, 161}) EXPECT_EQ(-1, IndexOfData(Input(number), shift)) << number;
+        for (const int shift : {16, 160, 161}) EXPECT_EQ(IndexOfData(Input(number), shift), -1) << number;
         EXPECT_LE(0, IndexOfData(Input(number), 162));
     }
 }
@@ -126,46 +126,46 @@ TEST_F(ArbitraryKeyDialogTest, ListsNoShiftKeyWhenTheyAreExcluded) {
 TEST_F(ArbitraryKeyDialogTest, ListsTheShiftKeysOtherwise) {
     Open();
     for (const int shift : {16, 160, 161}) EXPECT_LE(0, IndexOfData(Input(1), shift));
-    EXPECT_EQ(L"A", PressInField(1, 'A'));
+    EXPECT_EQ(PressInField(1, 'A'), L"A");
 }
 
 TEST_F(ArbitraryKeyDialogTest, ShowsTheKeysThatItIsGiven) {
     Open({162, -2, 65});
-    EXPECT_EQ(162, SelectedData(Input(1)));
-    EXPECT_EQ(L"Left Ctrl", Shown(1));
-    EXPECT_EQ(std::nullopt, SelectedData(Input(2)));
-    EXPECT_EQ(L"", Shown(2));
-    EXPECT_EQ(std::nullopt, SelectedData(Input(3)));
-    EXPECT_EQ(L"A", Shown(3));
+    EXPECT_EQ(SelectedData(Input(1)), 162);
+    EXPECT_EQ(Shown(1), L"Left Ctrl");
+    EXPECT_EQ(SelectedData(Input(2)), std::nullopt);
+    EXPECT_EQ(Shown(2), L"");
+    EXPECT_EQ(SelectedData(Input(3)), std::nullopt);
+    EXPECT_EQ(Shown(3), L"A");
     EXPECT_TRUE(Close(IDC_KEYS_OK));
-    EXPECT_EQ((Codes{162, -2, 65}), keys.codes);
+    EXPECT_EQ(keys.codes, (Codes{162, -2, 65}));
 }
 
 TEST_F(ArbitraryKeyDialogTest, ShowsNoExcludedOrUnknownKey) {
     Open({160, 7, 16}, ShiftKeys::Excluded);
-    for (const int number : {1, 2, 3}) EXPECT_EQ(L"", Shown(number));
+    for (const int number : {1, 2, 3}) EXPECT_EQ(Shown(number), L"");
     EXPECT_TRUE(Close(IDC_KEYS_OK));
-    EXPECT_EQ((Codes{-2, -2, -2}), keys.codes);
+    EXPECT_EQ(keys.codes, (Codes{-2, -2, -2}));
 }
 
 TEST_F(ArbitraryKeyDialogTest, PressedKeyIsShownByItsNameAndStored) {
     Open();
-    EXPECT_EQ(L"A", PressInField(2, 'A'));
-    EXPECT_EQ(std::nullopt, SelectedData(Input(2)));
-    EXPECT_EQ(L"F12", PressInField(3, VK_F12));
+    EXPECT_EQ(PressInField(2, 'A'), L"A");
+    EXPECT_EQ(SelectedData(Input(2)), std::nullopt);
+    EXPECT_EQ(PressInField(3, VK_F12), L"F12");
     EXPECT_TRUE(Close(IDC_KEYS_OK));
-    EXPECT_EQ((Codes{-2, 65, 123}), keys.codes);
+    EXPECT_EQ(keys.codes, (Codes{-2, 65, 123}));
 }
 
 TEST_F(ArbitraryKeyDialogTest, PressedKeyReplacesAndSelectsTheWholeText) {
     Open();
     PressInField(1, 'A');
-    EXPECT_EQ(L"Space", PressInField(1, VK_SPACE));
+    EXPECT_EQ(PressInField(1, VK_SPACE), L"Space");
     DWORD begin = 99;
     DWORD end = 0;
     SendMessageW(Field(1), EM_GETSEL, reinterpret_cast<WPARAM>(&begin), reinterpret_cast<LPARAM>(&end));
-    EXPECT_EQ(0U, begin);
-    EXPECT_EQ(5U, end);
+    EXPECT_EQ(begin, 0U);
+    EXPECT_EQ(end, 5U);
 }
 
 TEST_F(ArbitraryKeyDialogTest, PressedModifiersAreShownWithTheirSide) {
@@ -177,23 +177,23 @@ TEST_F(ArbitraryKeyDialogTest, PressedModifiersAreShownWithTheirSide) {
     for (const Row& row :
          {Row{VK_LSHIFT, L"Left Shift"}, Row{VK_RSHIFT, L"Right Shift"}, Row{VK_LCONTROL, L"Left Ctrl"},
           Row{VK_RCONTROL, L"Right Ctrl"}, Row{VK_LMENU, L"Left Alt"}, Row{VK_RMENU, L"Right Alt"}}) {
-        EXPECT_EQ(row.name, PressInField(1, row.key));
+        EXPECT_EQ(PressInField(1, row.key), row.name);
     }
 }
 
 TEST_F(ArbitraryKeyDialogTest, ModifierWithoutASideIsPickedFromTheList) {
     Open();
     SendMessageW(Input(1), CB_SETCURSEL, static_cast<WPARAM>(IndexOfData(Input(1), 16)), 0);
-    EXPECT_EQ(L"Shift", Shown(1));
+    EXPECT_EQ(Shown(1), L"Shift");
     EXPECT_TRUE(Close(IDC_KEYS_OK));
-    EXPECT_EQ((Codes{16, -2, -2}), keys.codes);
+    EXPECT_EQ(keys.codes, (Codes{16, -2, -2}));
 }
 
 TEST_F(ArbitraryKeyDialogTest, ExcludedShiftKeysAreIgnored) {
     Open({-2, -2, -2}, ShiftKeys::Excluded);
-    EXPECT_EQ(L"?", PressInField(1, VK_LSHIFT));
-    EXPECT_EQ(L"?", PressInField(1, VK_RSHIFT));
-    EXPECT_EQ(L"Left Ctrl", PressInField(1, VK_LCONTROL));
+    EXPECT_EQ(PressInField(1, VK_LSHIFT), L"?");
+    EXPECT_EQ(PressInField(1, VK_RSHIFT), L"?");
+    EXPECT_EQ(PressInField(1, VK_LCONTROL), L"Left Ctrl");
 }
 
 // Some programs send a side's own code, which no keyboard reports.
@@ -201,22 +201,22 @@ TEST_F(ArbitraryKeyDialogTest, TheSidesOfAnExcludedShiftAreIgnoredAsSuch) {
     Open({-2, -2, -2}, ShiftKeys::Excluded);
     Enter(1, L"?");
     for (const WPARAM key : {WPARAM{VK_LSHIFT}, WPARAM{VK_RSHIFT}}) {
-        EXPECT_EQ(1, SendMessageW(Field(1), WM_KEYDOWN, key, 0));
-        EXPECT_EQ(L"?", Shown(1));
+        EXPECT_EQ(SendMessageW(Field(1), WM_KEYDOWN, key, 0), 1);
+        EXPECT_EQ(Shown(1), L"?");
     }
-    EXPECT_EQ(1, SendMessageW(Field(1), WM_KEYDOWN, VK_LCONTROL, 0));
-    EXPECT_EQ(L"Left Ctrl", Shown(1));
+    EXPECT_EQ(SendMessageW(Field(1), WM_KEYDOWN, VK_LCONTROL, 0), 1);
+    EXPECT_EQ(Shown(1), L"Left Ctrl");
 }
 
 TEST_F(ArbitraryKeyDialogTest, IgnoredAndUnknownKeysAreSwallowed) {
     Open();
     Enter(1, L"?");
-    EXPECT_EQ(1, SendKey(1, 0xF4));
-    EXPECT_EQ(L"?", Shown(1));
-    EXPECT_EQ(1, SendKey(1, 'B', WM_SYSKEYDOWN));
-    EXPECT_EQ(L"B", Shown(1));
-    EXPECT_EQ(1, SendKey(1, 7));
-    EXPECT_EQ(L"", Shown(1));
+    EXPECT_EQ(SendKey(1, 0xF4), 1);
+    EXPECT_EQ(Shown(1), L"?");
+    EXPECT_EQ(SendKey(1, 'B', WM_SYSKEYDOWN), 1);
+    EXPECT_EQ(Shown(1), L"B");
+    EXPECT_EQ(SendKey(1, 7), 1);
+    EXPECT_EQ(Shown(1), L"");
 }
 
 TEST_F(ArbitraryKeyDialogTest, UnknownKeyTakesTheNameOfAnotherThatIsDown) {
@@ -230,16 +230,16 @@ TEST_F(ArbitraryKeyDialogTest, UnknownKeyTakesTheNameOfAnotherThatIsDown) {
     state['B'] = 0x81;
     SetKeyboardState(state);
     SendKey(1, 7);
-    EXPECT_EQ(L"Q", Shown(1));
+    EXPECT_EQ(Shown(1), L"Q");
     state['Q'] = 0x81;
     state[VK_F1] = 0;
     SetKeyboardState(state);
     SendKey(1, 7);
-    EXPECT_EQ(L"", Shown(1));
+    EXPECT_EQ(Shown(1), L"");
     state[6] = 0x80;
     SetKeyboardState(state);
     SendKey(1, 7);
-    EXPECT_EQ(L"", Shown(1)) << "the key that is down has no name either";
+    EXPECT_EQ(Shown(1), L"") << "the key that is down has no name either";
     const BYTE released[256]{};
     SetKeyboardState(const_cast<BYTE*>(released));
     AttachThreadInput(own, other, FALSE);
@@ -248,8 +248,8 @@ TEST_F(ArbitraryKeyDialogTest, UnknownKeyTakesTheNameOfAnotherThatIsDown) {
 TEST_F(ArbitraryKeyDialogTest, CharactersAreNeverTyped) {
     Open();
     Enter(1, L"");
-    EXPECT_EQ(1, SendMessageW(Field(1), WM_CHAR, 'x', 0));
-    EXPECT_EQ(L"", Shown(1));
+    EXPECT_EQ(SendMessageW(Field(1), WM_CHAR, 'x', 0), 1);
+    EXPECT_EQ(Shown(1), L"");
 }
 
 TEST_F(ArbitraryKeyDialogTest, TextsThatAreNoNameStoreNoKey) {
@@ -258,36 +258,36 @@ TEST_F(ArbitraryKeyDialogTest, TextsThatAreNoNameStoreNoKey) {
     Enter(2, L"A ");
     Enter(3, L"");
     EXPECT_TRUE(Close(IDC_KEYS_OK));
-    EXPECT_EQ((Codes{-2, -2, -2}), keys.codes);
+    EXPECT_EQ(keys.codes, (Codes{-2, -2, -2}));
 }
 
 TEST_F(ArbitraryKeyDialogTest, LongTextStoresNoKey) {
     Open();
     Enter(1, std::wstring(5000, L'A'));
     EXPECT_TRUE(Close(IDC_KEYS_OK));
-    EXPECT_EQ((Codes{-2, -2, -2}), keys.codes);
+    EXPECT_EQ(keys.codes, (Codes{-2, -2, -2}));
 }
 
 TEST_F(ArbitraryKeyDialogTest, PromptStoresZero) {
     Open();
     Enter(2, L"Enter key");
     EXPECT_TRUE(Close(IDC_KEYS_OK));
-    EXPECT_EQ((Codes{-2, 0, -2}), keys.codes);
+    EXPECT_EQ(keys.codes, (Codes{-2, 0, -2}));
 }
 
 TEST_F(ArbitraryKeyDialogTest, ClearThenOkStoresThePrompt) {
     Open({162, -2, 65});
     SendMessageW(dialog, WM_COMMAND, IDC_KEYS_CLEAR, 0);
-    for (const int number : {1, 2, 3}) EXPECT_EQ(L"Enter key", Shown(number));
+    for (const int number : {1, 2, 3}) EXPECT_EQ(Shown(number), L"Enter key");
     EXPECT_TRUE(Close(IDC_KEYS_OK));
-    EXPECT_EQ((Codes{0, 0, 0}), keys.codes);
+    EXPECT_EQ(keys.codes, (Codes{0, 0, 0}));
 }
 
 TEST_F(ArbitraryKeyDialogTest, CancelIsNotAccepted) {
     Open({162, -2, 65});
     Enter(1, L"B");
     EXPECT_FALSE(Close(IDC_KEYS_CANCEL));
-    EXPECT_EQ((Codes{162, -2, 65}), keys.codes);
+    EXPECT_EQ(keys.codes, (Codes{162, -2, 65}));
 }
 
 TEST_F(ArbitraryKeyDialogTest, ClosingTheWindowCancels) {
@@ -295,7 +295,7 @@ TEST_F(ArbitraryKeyDialogTest, ClosingTheWindowCancels) {
         Open({65, 66, 67});
         PostMessageW(dialog, WM_SYSCOMMAND, close, 0);
         EXPECT_FALSE(AwaitEnd());
-        EXPECT_EQ((Codes{65, 66, 67}), keys.codes);
+        EXPECT_EQ(keys.codes, (Codes{65, 66, 67}));
     }
 }
 
@@ -309,11 +309,11 @@ TEST_F(ArbitraryKeyDialogTest, EachOpeningStartsAfresh) {
     Open({65, -2, -2}, ShiftKeys::Excluded);
     EXPECT_FALSE(Close(IDC_KEYS_CANCEL));
     Open({-2, 160, -2}, ShiftKeys::Offered);
-    EXPECT_EQ(L"", Shown(1));
-    EXPECT_EQ(L"Left Shift", Shown(2));
-    EXPECT_EQ(L"Left Shift", PressInField(3, VK_LSHIFT));
+    EXPECT_EQ(Shown(1), L"");
+    EXPECT_EQ(Shown(2), L"Left Shift");
+    EXPECT_EQ(PressInField(3, VK_LSHIFT), L"Left Shift");
     EXPECT_TRUE(Close(IDC_KEYS_OK));
-    EXPECT_EQ((Codes{-2, 160, 160}), keys.codes);
+    EXPECT_EQ(keys.codes, (Codes{-2, 160, 160}));
 }
 
 TEST_F(ArbitraryKeyDialogTest, ItsEndHasEveryWindowPaintedAgain) {
@@ -325,9 +325,9 @@ TEST_F(ArbitraryKeyDialogTest, ItsEndHasEveryWindowPaintedAgain) {
         });
     ASSERT_TRUE(invalidate.IsInPlace());
     Open();
-    EXPECT_EQ(0, everyWindow);
+    EXPECT_EQ(everyWindow, 0);
     EXPECT_FALSE(Close(IDC_KEYS_CANCEL));
-    EXPECT_EQ(1, everyWindow);
+    EXPECT_EQ(everyWindow, 1);
 }
 
 TEST_F(ArbitraryKeyDialogTest, SwitchesTheInputMethodOffAndOnForTheThread) {
@@ -344,16 +344,16 @@ TEST_F(ArbitraryKeyDialogTest, SwitchesTheInputMethodOffAndOnForTheThread) {
                                                                      });
     ASSERT_TRUE(enable.IsInPlace());
     Open();
-    EXPECT_EQ((std::vector<Call>{{nullptr, FALSE}}), calls);
+    EXPECT_EQ(calls, (std::vector<Call>{{nullptr, FALSE}}));
     EXPECT_FALSE(Close(IDC_KEYS_CANCEL));
-    EXPECT_EQ((std::vector<Call>{{nullptr, FALSE}, {nullptr, TRUE}}), calls);
+    EXPECT_EQ(calls, (std::vector<Call>{{nullptr, FALSE}, {nullptr, TRUE}}));
 }
 
 // In the place of the function that parts windows from the input method editor: writes down what it is given.
 std::vector<HWND> partedFrom;
 BOOL WINAPI PartFromContext(HWND window, HIMC context, DWORD flags) {
-    EXPECT_EQ(nullptr, context);
-    EXPECT_EQ(static_cast<DWORD>(IACE_CHILDREN), flags);
+    EXPECT_EQ(context, nullptr);
+    EXPECT_EQ(flags, static_cast<DWORD>(IACE_CHILDREN));
     partedFrom.push_back(window);
     return TRUE;
 }
@@ -367,7 +367,7 @@ TEST_F(ArbitraryKeyDialogTest, FieldsAreFreeOfTheInputMethod) {
         });
     ASSERT_TRUE(find.IsInPlace());
     Open();
-    EXPECT_EQ((std::vector<HWND>{Input(1), Input(2), Input(3)}), partedFrom);
+    EXPECT_EQ(partedFrom, (std::vector<HWND>{Input(1), Input(2), Input(3)}));
     EXPECT_FALSE(Close(IDC_KEYS_CANCEL));
 }
 
@@ -377,7 +377,7 @@ TEST_F(ArbitraryKeyDialogTest, OpensWithoutTheInputMethodsLibrary) {
             return std::strcmp(name, "ImmAssociateContextEx") == 0 ? nullptr : GetProcAddress(library, name);
         });
     Open({'A', -2, -2});
-    EXPECT_EQ(L"A", Shown(1));
+    EXPECT_EQ(Shown(1), L"A");
     EXPECT_TRUE(Close(IDC_KEYS_OK));
 }
 

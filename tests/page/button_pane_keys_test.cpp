@@ -23,18 +23,18 @@ TEST_F(ButtonPaneKeysTest, ArbitraryKeysAreEnteredShownAndApplied) {
     Open();
     Choose(IDC_PANE_BUTTON4, 37);
     const HWND dialog = AwaitKeyDialog();
-    EXPECT_EQ(sheet->Sheet(), GetWindow(dialog, GW_OWNER));
+    EXPECT_EQ(GetWindow(dialog, GW_OWNER), sheet->Sheet());
     EnterKey(dialog, IDC_KEYS_INPUT1, L"Left Ctrl");
     EnterKey(dialog, IDC_KEYS_INPUT3, L"V");
     Finish(dialog, IDC_KEYS_OK);
-    EXPECT_EQ(L"Arbitrary key[Left Ctrl+V]", SelectedText(sheet->PaneControl(IDC_PANE_BUTTON4)));
-    EXPECT_EQ(L"Arbitrary key", ArbitraryKeyText(IDC_PANE_BUTTON5));
+    EXPECT_EQ(SelectedText(sheet->PaneControl(IDC_PANE_BUTTON4)), L"Arbitrary key[Left Ctrl+V]");
+    EXPECT_EQ(ArbitraryKeyText(IDC_PANE_BUTTON5), L"Arbitrary key");
     ForgetModelValues();
     ApplySuccessfully();
-    EXPECT_EQ((std::map<std::wstring, StoredValue>{{L"BindKeyMinus", StoredNumber(37)},
-                                                   {L"BindKeyMinus_etcKey", StoredText(L"Left Ctrl+V")}}),
-              ModelValues());
-    EXPECT_EQ("Left Ctrl+V", SavedElement("button4_etcKey"));
+    EXPECT_EQ(ModelValues(),
+              (std::map<std::wstring, StoredValue>{{L"BindKeyMinus", StoredNumber(37)},
+                                                   {L"BindKeyMinus_etcKey", StoredText(L"Left Ctrl+V")}}));
+    EXPECT_EQ(SavedElement("button4_etcKey"), "Left Ctrl+V");
 }
 
 TEST_F(ButtonPaneKeysTest, EntryStaysInItsPlaceWithItsNumber) {
@@ -45,14 +45,14 @@ TEST_F(ButtonPaneKeysTest, EntryStaysInItsPlaceWithItsNumber) {
     const HWND dialog = AwaitKeyDialog();
     EnterKey(dialog, IDC_KEYS_INPUT1, L"A");
     Finish(dialog, IDC_KEYS_OK);
-    EXPECT_EQ(before, DataOf(combo));
-    EXPECT_EQ(37, Chosen(IDC_PANE_BUTTON4));
+    EXPECT_EQ(DataOf(combo), before);
+    EXPECT_EQ(Chosen(IDC_PANE_BUTTON4), 37);
 }
 
 TEST_F(ButtonPaneKeysTest, CancelledKeyDialogLeavesTheKeysAlone) {
     WriteProfiles({ProfileText("Default", {{"button4", "37"}, {"button4_etcKey", "Left Alt+F4"}})});
     Open();
-    EXPECT_EQ(L"Arbitrary key[Left Alt+F4]", SelectedText(sheet->PaneControl(IDC_PANE_BUTTON4)));
+    EXPECT_EQ(SelectedText(sheet->PaneControl(IDC_PANE_BUTTON4)), L"Arbitrary key[Left Alt+F4]");
     Choose(IDC_PANE_BUTTON4, 37);
     const HWND dialog = AwaitKeyDialog();
     wchar_t shown[64]{};
@@ -60,9 +60,9 @@ TEST_F(ButtonPaneKeysTest, CancelledKeyDialogLeavesTheKeysAlone) {
     EXPECT_STREQ(L"Left Alt", shown);
     EnterKey(dialog, IDC_KEYS_INPUT1, L"A");
     Finish(dialog, IDC_KEYS_CANCEL);
-    EXPECT_EQ(L"Arbitrary key[Left Alt+F4]", SelectedText(sheet->PaneControl(IDC_PANE_BUTTON4)));
+    EXPECT_EQ(SelectedText(sheet->PaneControl(IDC_PANE_BUTTON4)), L"Arbitrary key[Left Alt+F4]");
     ApplySuccessfully();
-    EXPECT_EQ("Left Alt+F4", SavedElement("button4_etcKey"));
+    EXPECT_EQ(SavedElement("button4_etcKey"), "Left Alt+F4");
 }
 
 TEST_F(ButtonPaneKeysTest, ClearedKeysShowThePlainEntry) {
@@ -73,9 +73,9 @@ TEST_F(ButtonPaneKeysTest, ClearedKeysShowThePlainEntry) {
     Click(IDC_PANE_HELP);
     PostMessageW(GetDlgItem(dialog, IDC_KEYS_CLEAR), BM_CLICK, 0, 0);
     Finish(dialog, IDC_KEYS_OK);
-    EXPECT_EQ(L"Arbitrary key", SelectedText(sheet->PaneControl(IDC_PANE_BUTTON4)));
+    EXPECT_EQ(SelectedText(sheet->PaneControl(IDC_PANE_BUTTON4)), L"Arbitrary key");
     ApplySuccessfully();
-    EXPECT_EQ("", SavedElement("button4_etcKey"));
+    EXPECT_EQ(SavedElement("button4_etcKey"), "");
 }
 
 TEST_F(ButtonPaneKeysTest, ClearedKeysComeBackWithCancel) {
@@ -85,9 +85,9 @@ TEST_F(ButtonPaneKeysTest, ClearedKeysComeBackWithCancel) {
     const HWND dialog = AwaitKeyDialog();
     SendMessageW(dialog, WM_COMMAND, IDC_KEYS_CLEAR, 0);
     Finish(dialog, IDC_KEYS_CANCEL);
-    EXPECT_EQ(L"Arbitrary key[Left Alt+F4]", SelectedText(sheet->PaneControl(IDC_PANE_BUTTON4)));
+    EXPECT_EQ(SelectedText(sheet->PaneControl(IDC_PANE_BUTTON4)), L"Arbitrary key[Left Alt+F4]");
     ApplySuccessfully();
-    EXPECT_EQ("Left Alt+F4", SavedElement("button4_etcKey"));
+    EXPECT_EQ(SavedElement("button4_etcKey"), "Left Alt+F4");
 }
 
 TEST_F(ButtonPaneKeysTest, OnlyTiltsForbidShift) {
@@ -99,7 +99,7 @@ TEST_F(ButtonPaneKeysTest, OnlyTiltsForbidShift) {
         const HWND dialog = AwaitKeyDialog();
         const bool hasShift = SendDlgItemMessageW(dialog, IDC_KEYS_INPUT1, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1),
                                                   reinterpret_cast<LPARAM>(L"Left Shift")) != CB_ERR;
-        EXPECT_EQ(slot < 5, hasShift) << slot;
+        EXPECT_EQ(hasShift, slot < 5) << slot;
         Finish(dialog, IDC_KEYS_CANCEL);
         if (kSlotControls[slot] == IDC_PANE_LEFT) Choose(IDC_PANE_LEFT, 1);
     }
@@ -113,18 +113,18 @@ TEST_F(ButtonPaneKeysTest, ShiftIsNotShownForControlsThatTheMouseLacks) {
                                            {"tiltright", "37"},
                                            {"tiltright_etcKey", "Right Shift"}})});
     Open();
-    EXPECT_EQ(L"Arbitrary key[Left Shift+A]", SelectedText(sheet->PaneControl(IDC_PANE_BUTTON5)));
-    EXPECT_EQ(L"Arbitrary key[B]", SelectedText(sheet->PaneControl(IDC_PANE_TILT_LEFT)));
-    EXPECT_EQ(L"Arbitrary key", SelectedText(sheet->PaneControl(IDC_PANE_TILT_RIGHT)));
+    EXPECT_EQ(SelectedText(sheet->PaneControl(IDC_PANE_BUTTON5)), L"Arbitrary key[Left Shift+A]");
+    EXPECT_EQ(SelectedText(sheet->PaneControl(IDC_PANE_TILT_LEFT)), L"Arbitrary key[B]");
+    EXPECT_EQ(SelectedText(sheet->PaneControl(IDC_PANE_TILT_RIGHT)), L"Arbitrary key");
 }
 
 TEST_F(ButtonPaneKeysTest, KeysOfAnotherProfileAreNotShown) {
     WriteProfiles({ProfileText("Default", {{"button4", "37"}, {"button4_etcKey", "A"}}), ProfileText("Games")});
     Open();
     ChooseProfile(1);
-    EXPECT_EQ(L"Arbitrary key", ArbitraryKeyText(IDC_PANE_BUTTON4));
+    EXPECT_EQ(ArbitraryKeyText(IDC_PANE_BUTTON4), L"Arbitrary key");
     ChooseProfile(0);
-    EXPECT_EQ(L"Arbitrary key[A]", SelectedText(sheet->PaneControl(IDC_PANE_BUTTON4)));
+    EXPECT_EQ(SelectedText(sheet->PaneControl(IDC_PANE_BUTTON4)), L"Arbitrary key[A]");
 }
 
 }  // namespace

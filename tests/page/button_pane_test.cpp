@@ -16,7 +16,7 @@ constexpr int kFlyingSpeedControls[] = {1008, 1023, 1050, 1051, 1024, 1025, 1021
 class ButtonPaneTest : public PageTest {
 protected:
     void ExpectEnabled(bool expected, std::initializer_list<int> controls) const {
-        for (const int control : controls) EXPECT_EQ(expected, IsEnabled(control)) << control;
+        for (const int control : controls) EXPECT_EQ(IsEnabled(control), expected) << control;
     }
 };
 
@@ -34,11 +34,11 @@ TEST_F(ButtonPaneTest, ShowsTheStoredSettings) {
                                            {"hcount", "5"}})});
     Open();
     const int expected[] = {2, 1, 36, 38, 5, 6, 7};
-    for (int i = 0; i < 7; ++i) EXPECT_EQ(expected[i], Chosen(kSlotControls[i])) << i;
-    EXPECT_EQ(8, Position(IDC_PANE_HORIZONTAL_SPEED));
-    EXPECT_EQ(10, Position(IDC_PANE_FLYING_SPEED));
-    EXPECT_EQ(1, Position(IDC_PANE_REVOLUTION_SPEED));
-    EXPECT_EQ(5, Chosen(IDC_PANE_REVOLUTION_COUNT));
+    for (int i = 0; i < 7; ++i) EXPECT_EQ(Chosen(kSlotControls[i]), expected[i]) << i;
+    EXPECT_EQ(Position(IDC_PANE_HORIZONTAL_SPEED), 8);
+    EXPECT_EQ(Position(IDC_PANE_FLYING_SPEED), 10);
+    EXPECT_EQ(Position(IDC_PANE_REVOLUTION_SPEED), 1);
+    EXPECT_EQ(Chosen(IDC_PANE_REVOLUTION_COUNT), 5);
     EXPECT_FALSE(sheet->IsApplyEnabled());
 }
 
@@ -49,9 +49,9 @@ TEST_F(ButtonPaneTest, TrackbarsHaveTheirRanges) {
         return std::pair(SendMessageW(trackbar, TBM_GETRANGEMIN, 0, 0), SendMessageW(trackbar, TBM_GETRANGEMAX, 0, 0));
     };
     using Range = std::pair<LRESULT, LRESULT>;
-    EXPECT_EQ((Range{1, 8}), range(IDC_PANE_HORIZONTAL_SPEED));
-    EXPECT_EQ((Range{1, 10}), range(IDC_PANE_FLYING_SPEED));
-    EXPECT_EQ((Range{1, 10}), range(IDC_PANE_REVOLUTION_SPEED));
+    EXPECT_EQ(range(IDC_PANE_HORIZONTAL_SPEED), (Range{1, 8}));
+    EXPECT_EQ(range(IDC_PANE_FLYING_SPEED), (Range{1, 10}));
+    EXPECT_EQ(range(IDC_PANE_REVOLUTION_SPEED), (Range{1, 10}));
 }
 
 TEST_F(ButtonPaneTest, OffersInvalidAndOneToFiveRevolutions) {
@@ -70,12 +70,12 @@ TEST_F(ButtonPaneTest, CapabilitiesDecideWhatIsEnabled) {
                 mouse.flag = flag;
                 mouse.buttonCount = buttons;
                 Open();
-                for (const int control : kHorizontalControls) EXPECT_EQ(hasTilt == 1, IsEnabled(control)) << control;
-                for (DWORD i = 0; i < 5; ++i) EXPECT_EQ(i < buttons, IsEnabled(kSlotControls[i])) << i;
+                for (const int control : kHorizontalControls) EXPECT_EQ(IsEnabled(control), hasTilt == 1) << control;
+                for (DWORD i = 0; i < 5; ++i) EXPECT_EQ(IsEnabled(kSlotControls[i]), i < buttons) << i;
                 ExpectEnabled(hasTilt == 1, {IDC_PANE_TILT_LEFT, IDC_PANE_TILT_RIGHT});
                 const bool flies = (flag & 1) == 0;
                 ExpectEnabled(flies, {1020, 1052, 1048});
-                for (const int control : kFlyingSpeedControls) EXPECT_EQ(flies, IsEnabled(control)) << control;
+                for (const int control : kFlyingSpeedControls) EXPECT_EQ(IsEnabled(control), flies) << control;
                 ExpectEnabled(true, {IDC_PANE_HELP, IDC_PANE_RESET});
                 Close();
             }
@@ -87,7 +87,7 @@ TEST_F(ButtonPaneTest, InvalidRevolutionsDisableTheFlyingSpeeds) {
     for (const char* count : {"-2", "0"}) {
         WriteProfiles({ProfileText("Default", {{"hcount", count}})});
         Open();
-        EXPECT_EQ(-2, Chosen(IDC_PANE_REVOLUTION_COUNT));
+        EXPECT_EQ(Chosen(IDC_PANE_REVOLUTION_COUNT), -2);
         for (const int control : kFlyingSpeedControls) EXPECT_FALSE(IsEnabled(control)) << control;
         ExpectEnabled(true, {1020, 1052, 1048});
         for (int revolutions = 1; revolutions <= 5; ++revolutions) {
@@ -104,7 +104,7 @@ TEST_F(ButtonPaneTest, MouseWithoutFlyingScrollShowsInvalidRevolutions) {
     mouse.flag = 1;
     WriteProfiles({ProfileText("Default", {{"hcount", "3"}})});
     Open();
-    EXPECT_EQ(-2, Chosen(IDC_PANE_REVOLUTION_COUNT));
+    EXPECT_EQ(Chosen(IDC_PANE_REVOLUTION_COUNT), -2);
 }
 
 TEST_F(ButtonPaneTest, SwitchingTheProfileEnablesByItsRevolutions) {
@@ -121,9 +121,9 @@ TEST_F(ButtonPaneTest, LastLeftClickComesBack) {
     Choose(IDC_PANE_LEFT, 5);
     const MessageBoxSeen seen = AnswerMessageBox("about the left click", IDOK);
     ExpectWarning(seen, L"Left Click is not set.");
-    EXPECT_EQ(sheet->Sheet(), seen.owner);
+    EXPECT_EQ(seen.owner, sheet->Sheet());
     EXPECT_TRUE(sheet->IsQuiet());
-    EXPECT_EQ(1, Chosen(IDC_PANE_LEFT));
+    EXPECT_EQ(Chosen(IDC_PANE_LEFT), 1);
 }
 
 TEST_F(ButtonPaneTest, LeftClickMayMoveToAnotherControl) {
@@ -131,12 +131,12 @@ TEST_F(ButtonPaneTest, LeftClickMayMoveToAnotherControl) {
     Choose(IDC_PANE_TILT_RIGHT, 1);
     Choose(IDC_PANE_LEFT, 5);
     EXPECT_TRUE(sheet->IsQuiet());
-    EXPECT_EQ(5, Chosen(IDC_PANE_LEFT));
+    EXPECT_EQ(Chosen(IDC_PANE_LEFT), 5);
     Choose(IDC_PANE_TILT_RIGHT, 5);
     ExpectWarning(AnswerMessageBox("about the left click", IDOK), L"Left Click is not set.");
     sheet->Settle();
-    EXPECT_EQ(1, Chosen(IDC_PANE_TILT_RIGHT));
-    EXPECT_EQ(5, Chosen(IDC_PANE_LEFT));
+    EXPECT_EQ(Chosen(IDC_PANE_TILT_RIGHT), 1);
+    EXPECT_EQ(Chosen(IDC_PANE_LEFT), 5);
 }
 
 TEST_F(ButtonPaneTest, ProfileWithoutLeftClickGetsItAtTheNextChoice) {
@@ -145,7 +145,7 @@ TEST_F(ButtonPaneTest, ProfileWithoutLeftClickGetsItAtTheNextChoice) {
     Choose(IDC_PANE_BUTTON4, 20);
     ExpectWarning(AnswerMessageBox("about the left click", IDOK), L"Left Click is not set.");
     sheet->Settle();
-    EXPECT_EQ(1, Chosen(IDC_PANE_BUTTON4));
+    EXPECT_EQ(Chosen(IDC_PANE_BUTTON4), 1);
 }
 
 TEST_F(ButtonPaneTest, SecondGestureFunctionIsRefused) {
@@ -156,8 +156,8 @@ TEST_F(ButtonPaneTest, SecondGestureFunctionIsRefused) {
     const MessageBoxSeen seen = AnswerMessageBox("about the gesture", IDOK);
     ExpectWarning(seen, L"Gesture is already registered.");
     EXPECT_TRUE(sheet->IsQuiet());
-    EXPECT_EQ(3, Chosen(IDC_PANE_BUTTON4));
-    EXPECT_EQ(36, Chosen(IDC_PANE_CENTER));
+    EXPECT_EQ(Chosen(IDC_PANE_BUTTON4), 3);
+    EXPECT_EQ(Chosen(IDC_PANE_CENTER), 36);
 }
 
 TEST_F(ButtonPaneTest, RefusedGestureGivesBackTheLastConfirmedChoice) {
@@ -167,11 +167,11 @@ TEST_F(ButtonPaneTest, RefusedGestureGivesBackTheLastConfirmedChoice) {
     Choose(IDC_PANE_BUTTON4, 36);
     AnswerMessageBox("about the gesture", IDOK);
     sheet->Settle();
-    EXPECT_EQ(20, Chosen(IDC_PANE_BUTTON4));
+    EXPECT_EQ(Chosen(IDC_PANE_BUTTON4), 20);
     Choose(IDC_PANE_BUTTON4, 36);
     AnswerMessageBox("about the gesture", IDOK);
     sheet->Settle();
-    EXPECT_EQ(20, Chosen(IDC_PANE_BUTTON4)) << "at the second refusal";
+    EXPECT_EQ(Chosen(IDC_PANE_BUTTON4), 20) << "at the second refusal";
 }
 
 TEST_F(ButtonPaneTest, RestoredLeftClickIsNoSecondGesture) {
@@ -180,8 +180,8 @@ TEST_F(ButtonPaneTest, RestoredLeftClickIsNoSecondGesture) {
     Choose(IDC_PANE_LEFT, 36);
     ExpectWarning(AnswerMessageBox("about the left click", IDOK), L"Left Click is not set.");
     EXPECT_TRUE(sheet->IsQuiet());
-    EXPECT_EQ(1, Chosen(IDC_PANE_LEFT));
-    EXPECT_EQ(36, Chosen(IDC_PANE_CENTER));
+    EXPECT_EQ(Chosen(IDC_PANE_LEFT), 1);
+    EXPECT_EQ(Chosen(IDC_PANE_CENTER), 36);
 }
 
 TEST_F(ButtonPaneTest, RestoredLeftClickCountsForOneGestureLessWhateverItReplaced) {
@@ -193,7 +193,7 @@ TEST_F(ButtonPaneTest, RestoredLeftClickCountsForOneGestureLessWhateverItReplace
     Choose(IDC_PANE_BUTTON4, 20);
     ExpectWarning(AnswerMessageBox("about the gesture", IDOK), L"Gesture is already registered.");
     sheet->Settle();
-    EXPECT_EQ(3, Chosen(IDC_PANE_BUTTON4));
+    EXPECT_EQ(Chosen(IDC_PANE_BUTTON4), 3);
 }
 
 TEST_F(ButtonPaneTest, GestureMayMoveToAnotherControl) {
@@ -202,7 +202,7 @@ TEST_F(ButtonPaneTest, GestureMayMoveToAnotherControl) {
     Choose(IDC_PANE_CENTER, 9);
     Choose(IDC_PANE_BUTTON5, 36);
     EXPECT_TRUE(sheet->IsQuiet());
-    EXPECT_EQ(36, Chosen(IDC_PANE_BUTTON5));
+    EXPECT_EQ(Chosen(IDC_PANE_BUTTON5), 36);
 }
 
 TEST_F(ButtonPaneTest, TabReachesEveryControlInReadingOrder) {
@@ -236,7 +236,7 @@ TEST_F(ButtonPaneTest, TabReachesEveryControlInReadingOrder) {
                                        IDC_PANE_RESET,
                                        IDC_PANE_HELP,
                                        IDC_PAGE_TAB};
-    EXPECT_EQ(expected, visited);
+    EXPECT_EQ(visited, expected);
 }
 
 TEST_F(ButtonPaneTest, ArrowKeysMoveATrackbar) {

@@ -17,60 +17,60 @@ protected:
 
 TEST_F(ClassFactoryTest, IsFoundByItsTwoInterfacesOnly) {
     void* object = nullptr;
-    EXPECT_EQ(S_OK, factory->QueryInterface(IID_IClassFactory, &object));
-    EXPECT_EQ(factory.get(), object);
-    EXPECT_EQ(1U, factory->Release());
-    EXPECT_EQ(S_OK, factory->QueryInterface(IID_IUnknown, &object));
-    EXPECT_EQ(factory.get(), object);
-    EXPECT_EQ(1U, factory->Release());
+    EXPECT_EQ(factory->QueryInterface(IID_IClassFactory, &object), S_OK);
+    EXPECT_EQ(object, factory.get());
+    EXPECT_EQ(factory->Release(), 1U);
+    EXPECT_EQ(factory->QueryInterface(IID_IUnknown, &object), S_OK);
+    EXPECT_EQ(object, factory.get());
+    EXPECT_EQ(factory->Release(), 1U);
 
     for (const IID& other : {IID_IShellPropSheetExt, kUnknownInterface}) {
         object = &module;
-        EXPECT_EQ(E_NOINTERFACE, factory->QueryInterface(other, &object));
-        EXPECT_EQ(nullptr, object);
+        EXPECT_EQ(factory->QueryInterface(other, &object), E_NOINTERFACE);
+        EXPECT_EQ(object, nullptr);
     }
-    EXPECT_EQ(E_POINTER, factory->QueryInterface(IID_IUnknown, nullptr));
+    EXPECT_EQ(factory->QueryInterface(IID_IUnknown, nullptr), E_POINTER);
 }
 
 TEST_F(ClassFactoryTest, InstancesAreHandedOutWithOneReference) {
     for (const IID& wanted : {IID_IShellPropSheetExt, IID_IUnknown}) {
         void* object = nullptr;
-        ASSERT_EQ(S_OK, factory->CreateInstance(nullptr, wanted, &object));
+        ASSERT_EQ(factory->CreateInstance(nullptr, wanted, &object), S_OK);
         auto* const instance = static_cast<IUnknown*>(object);
-        EXPECT_EQ(2U, instance->AddRef());
-        EXPECT_EQ(1U, instance->Release());
-        EXPECT_EQ(0U, instance->Release());
+        EXPECT_EQ(instance->AddRef(), 2U);
+        EXPECT_EQ(instance->Release(), 1U);
+        EXPECT_EQ(instance->Release(), 0U);
     }
 }
 
 TEST_F(ClassFactoryTest, AggregationIsRefusedBeforeTheInterfaceIsLookedAt) {
     void* object = &module;
-    EXPECT_EQ(CLASS_E_NOAGGREGATION, factory->CreateInstance(factory.get(), IID_IUnknown, &object));
-    EXPECT_EQ(nullptr, object);
-    EXPECT_EQ(CLASS_E_NOAGGREGATION, factory->CreateInstance(factory.get(), kUnknownInterface, &object));
+    EXPECT_EQ(factory->CreateInstance(factory.get(), IID_IUnknown, &object), CLASS_E_NOAGGREGATION);
+    EXPECT_EQ(object, nullptr);
+    EXPECT_EQ(factory->CreateInstance(factory.get(), kUnknownInterface, &object), CLASS_E_NOAGGREGATION);
 }
 
 TEST_F(ClassFactoryTest, RefusedInstancesLeaveNothingBehind) {
     void* object = &module;
-    EXPECT_EQ(E_NOINTERFACE, factory->CreateInstance(nullptr, kUnknownInterface, &object));
-    EXPECT_EQ(nullptr, object);
-    EXPECT_EQ(E_NOINTERFACE, factory->CreateInstance(nullptr, IID_IClassFactory, &object));
-    EXPECT_EQ(E_POINTER, factory->CreateInstance(nullptr, IID_IUnknown, nullptr));
+    EXPECT_EQ(factory->CreateInstance(nullptr, kUnknownInterface, &object), E_NOINTERFACE);
+    EXPECT_EQ(object, nullptr);
+    EXPECT_EQ(factory->CreateInstance(nullptr, IID_IClassFactory, &object), E_NOINTERFACE);
+    EXPECT_EQ(factory->CreateInstance(nullptr, IID_IUnknown, nullptr), E_POINTER);
     factory.reset();
-    EXPECT_EQ(S_OK, module.CanUnloadNow());
+    EXPECT_EQ(module.CanUnloadNow(), S_OK);
 }
 
 TEST_F(ClassFactoryTest, LocksNoServer) {
-    EXPECT_EQ(E_NOTIMPL, factory->LockServer(TRUE));
-    EXPECT_EQ(E_NOTIMPL, factory->LockServer(FALSE));
+    EXPECT_EQ(factory->LockServer(TRUE), E_NOTIMPL);
+    EXPECT_EQ(factory->LockServer(FALSE), E_NOTIMPL);
 }
 
 TEST_F(ClassFactoryTest, ManyInstancesCanLiveSideBySide) {
     void* objects[5]{};
-    for (void*& object : objects) ASSERT_EQ(S_OK, factory->CreateInstance(nullptr, IID_IShellPropSheetExt, &object));
-    for (void* object : objects) EXPECT_EQ(0U, static_cast<IUnknown*>(object)->Release());
+    for (void*& object : objects) ASSERT_EQ(factory->CreateInstance(nullptr, IID_IShellPropSheetExt, &object), S_OK);
+    for (void* object : objects) EXPECT_EQ(static_cast<IUnknown*>(object)->Release(), 0U);
     factory.reset();
-    EXPECT_EQ(S_OK, module.CanUnloadNow());
+    EXPECT_EQ(module.CanUnloadNow(), S_OK);
 }
 
 }  // namespace

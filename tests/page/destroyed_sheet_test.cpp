@@ -32,10 +32,10 @@ protected:
         const HWND window = sheet->Sheet();
         sheet->Start([=] { DestroyWindow(window); });
         sheet->AwaitClosed();
-        EXPECT_EQ(nullptr, OpenMessageBox());
+        EXPECT_EQ(OpenMessageBox(), nullptr);
         sheet.reset();
-        EXPECT_EQ(S_OK, module.CanUnloadNow());
-        EXPECT_EQ(0, AccessViolations::Seen());
+        EXPECT_EQ(module.CanUnloadNow(), S_OK);
+        EXPECT_EQ(AccessViolations::Seen(), 0);
     }
 
 private:

@@ -124,19 +124,19 @@ INSTANTIATE_TEST_SUITE_P(Languages, DialogTemplatesTest, testing::ValuesIn(kLang
 TEST_P(DialogTemplatesTest, HaveTheirSizesAndTheShellsFont) {
     for (const SizeRow& row : kSizes) {
         const DialogTemplate dialog = Template(row.dialog);
-        EXPECT_EQ(row.width, dialog.width) << row.dialog;
-        EXPECT_EQ(row.height, dialog.height) << row.dialog;
-        EXPECT_EQ(L"MS Shell Dlg", dialog.fontFace) << row.dialog;
+        EXPECT_EQ(dialog.width, row.width) << row.dialog;
+        EXPECT_EQ(dialog.height, row.height) << row.dialog;
+        EXPECT_EQ(dialog.fontFace, L"MS Shell Dlg") << row.dialog;
     }
 }
 
 TEST_P(DialogTemplatesTest, OkIsTheDefaultButtonExceptOfTheKeyDialogWhichTakesEnterAsAKey) {
     for (const int dialog :
          {IDD_EDIT_PROFILE, IDD_PROFILE_NAME, IDD_SELECT_PROGRAM, IDD_REGISTER_PROGRAM, IDD_EDIT_GESTURE}) {
-        EXPECT_EQ(std::set<int>{IDOK}, DefaultButtons(Template(dialog))) << dialog;
+        EXPECT_EQ(DefaultButtons(Template(dialog)), std::set<int>{IDOK}) << dialog;
     }
     for (const int dialog : {IDD_ARBITRARY_KEY, IDD_BUTTON_PANE, IDD_GESTURE_PANE}) {
-        EXPECT_EQ(std::set<int>{}, DefaultButtons(Template(dialog))) << dialog;
+        EXPECT_EQ(DefaultButtons(Template(dialog)), std::set<int>{}) << dialog;
     }
 }
 
@@ -144,16 +144,16 @@ TEST_P(DialogTemplatesTest, ControlsHaveTheirStyles) {
     for (const StyleRow& row : kStyles) {
         const DialogTemplate dialog = Template(row.dialog);
         const auto control = Find(dialog, row.control);
-        ASSERT_NE(dialog.controls.end(), control) << row.dialog << " " << row.control;
-        EXPECT_EQ(row.style, control->style & row.mask) << row.dialog << " " << row.control;
+        ASSERT_NE(control, dialog.controls.end()) << row.dialog << " " << row.control;
+        EXPECT_EQ(control->style & row.mask, row.style) << row.dialog << " " << row.control;
     }
 }
 
 TEST_P(DialogTemplatesTest, TheTrailIsABarePopup) {
     const DialogTemplate trail = Template(IDD_GESTURE_TRAIL);
-    EXPECT_EQ(static_cast<DWORD>(WS_POPUP | WS_SYSMENU), trail.style & 0xFFFF0000U);
+    EXPECT_EQ(trail.style & 0xFFFF0000U, static_cast<DWORD>(WS_POPUP | WS_SYSMENU));
     EXPECT_TRUE(trail.controls.empty());
-    EXPECT_EQ(L"", trail.caption);
+    EXPECT_EQ(trail.caption, L"");
 }
 
 TEST_P(DialogTemplatesTest, EachControlIsReadAndSeenWithItsOwnLabel) {
@@ -163,9 +163,9 @@ TEST_P(DialogTemplatesTest, EachControlIsReadAndSeenWithItsOwnLabel) {
         const auto control = Find(dialog, row.control);
         ASSERT_TRUE(control != dialog.controls.end() && control != dialog.controls.begin());
         const std::wstring label = isEnglish ? row.english : row.japanese;
-        EXPECT_EQ(label, std::prev(control)->text) << row.control;
+        EXPECT_EQ(std::prev(control)->text, label) << row.control;
         if (row.control == IDC_PANE_HORIZONTAL_SPEED) continue;  // stands in a group box of its own
-        EXPECT_EQ(label, LabelBeside(dialog, *control)) << row.control;
+        EXPECT_EQ(LabelBeside(dialog, *control), label) << row.control;
     }
 }
 

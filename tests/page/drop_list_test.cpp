@@ -103,7 +103,7 @@ TEST_F(DropListTest, IsNotWiderThanTheScreen) {
     Open();
     const HWND combo = sheet->PageControl(IDC_PAGE_PROFILE);
     sheet->Run([=] { SendMessageW(combo, CB_SHOWDROPDOWN, TRUE, 0); });
-    EXPECT_EQ(GetSystemMetrics(SM_CXSCREEN), SendMessageW(combo, CB_GETDROPPEDWIDTH, 0, 0));
+    EXPECT_EQ(SendMessageW(combo, CB_GETDROPPEDWIDTH, 0, 0), GetSystemMetrics(SM_CXSCREEN));
     sheet->Run([=] { SendMessageW(combo, CB_SHOWDROPDOWN, FALSE, 0); });
 }
 

@@ -16,35 +16,35 @@ protected:
 };
 
 TEST_F(ExportsTest, CanUnloadRightAfterLoading) {
-    EXPECT_EQ(S_OK, module.CanUnloadNow());
+    EXPECT_EQ(module.CanUnloadNow(), S_OK);
 }
 
 TEST_F(ExportsTest, CannotUnloadWhileAnythingIsReferenced) {
     void* factory = nullptr;
-    ASSERT_EQ(S_OK, module.GetClassObject(kServerClassId, IID_IClassFactory, &factory));
-    EXPECT_EQ(S_FALSE, module.CanUnloadNow());
+    ASSERT_EQ(module.GetClassObject(kServerClassId, IID_IClassFactory, &factory), S_OK);
+    EXPECT_EQ(module.CanUnloadNow(), S_FALSE);
     auto* const classFactory = static_cast<IClassFactory*>(factory);
 
     void* first = nullptr;
     void* second = nullptr;
-    ASSERT_EQ(S_OK, classFactory->CreateInstance(nullptr, IID_IShellPropSheetExt, &first));
-    ASSERT_EQ(S_OK, classFactory->CreateInstance(nullptr, IID_IUnknown, &second));
-    EXPECT_EQ(0U, classFactory->Release());
-    EXPECT_EQ(S_FALSE, module.CanUnloadNow());
-    EXPECT_EQ(0U, static_cast<IUnknown*>(first)->Release());
-    EXPECT_EQ(S_FALSE, module.CanUnloadNow());
-    EXPECT_EQ(0U, static_cast<IUnknown*>(second)->Release());
-    EXPECT_EQ(S_OK, module.CanUnloadNow());
+    ASSERT_EQ(classFactory->CreateInstance(nullptr, IID_IShellPropSheetExt, &first), S_OK);
+    ASSERT_EQ(classFactory->CreateInstance(nullptr, IID_IUnknown, &second), S_OK);
+    EXPECT_EQ(classFactory->Release(), 0U);
+    EXPECT_EQ(module.CanUnloadNow(), S_FALSE);
+    EXPECT_EQ(static_cast<IUnknown*>(first)->Release(), 0U);
+    EXPECT_EQ(module.CanUnloadNow(), S_FALSE);
+    EXPECT_EQ(static_cast<IUnknown*>(second)->Release(), 0U);
+    EXPECT_EQ(module.CanUnloadNow(), S_OK);
 }
 
 TEST_F(ExportsTest, EveryReferenceCountsForTheServer) {
     const ComPointer<IClassFactory> factory = module.Factory();
-    EXPECT_EQ(2U, factory->AddRef());
-    EXPECT_EQ(3U, factory->AddRef());
-    EXPECT_EQ(2U, factory->Release());
-    EXPECT_EQ(S_FALSE, module.CanUnloadNow());
-    EXPECT_EQ(1U, factory->Release());
-    EXPECT_EQ(S_FALSE, module.CanUnloadNow());
+    EXPECT_EQ(factory->AddRef(), 2U);
+    EXPECT_EQ(factory->AddRef(), 3U);
+    EXPECT_EQ(factory->Release(), 2U);
+    EXPECT_EQ(module.CanUnloadNow(), S_FALSE);
+    EXPECT_EQ(factory->Release(), 1U);
+    EXPECT_EQ(module.CanUnloadNow(), S_FALSE);
 }
 
 TEST_F(ExportsTest, ClassObjectsAreOfTheOwnClassAndTwoInterfacesOnly) {
@@ -65,31 +65,31 @@ TEST_F(ExportsTest, ClassObjectsAreOfTheOwnClassAndTwoInterfacesOnly) {
     for (const Row& row : rows) {
         SCOPED_TRACE(row.what);
         void* object = &module;
-        EXPECT_EQ(row.expected, module.GetClassObject(row.classId, row.interfaceId, &object));
-        EXPECT_EQ(row.expected == S_OK, object != nullptr);
+        EXPECT_EQ(module.GetClassObject(row.classId, row.interfaceId, &object), row.expected);
+        EXPECT_EQ(object != nullptr, row.expected == S_OK);
         if (object != nullptr) {
-            EXPECT_EQ(S_FALSE, module.CanUnloadNow());
-            EXPECT_EQ(0U, static_cast<IUnknown*>(object)->Release());
+            EXPECT_EQ(module.CanUnloadNow(), S_FALSE);
+            EXPECT_EQ(static_cast<IUnknown*>(object)->Release(), 0U);
         }
-        EXPECT_EQ(S_OK, module.CanUnloadNow());
+        EXPECT_EQ(module.CanUnloadNow(), S_OK);
     }
 }
 
 TEST_F(ExportsTest, EachClassObjectIsANewOne) {
     const ComPointer<IClassFactory> first = module.Factory();
     const ComPointer<IClassFactory> second = module.Factory();
-    EXPECT_NE(first.get(), second.get());
+    EXPECT_NE(second.get(), first.get());
 }
 
 TEST_F(ExportsTest, MissingOutPointerIsRefused) {
-    EXPECT_EQ(E_POINTER, module.GetClassObject(kServerClassId, IID_IClassFactory, nullptr));
-    EXPECT_EQ(S_OK, module.CanUnloadNow());
+    EXPECT_EQ(module.GetClassObject(kServerClassId, IID_IClassFactory, nullptr), E_POINTER);
+    EXPECT_EQ(module.CanUnloadNow(), S_OK);
 }
 
 TEST_F(ExportsTest, ControlPanelAppletAnswersNothing) {
     for (UINT message = 0; message <= 20; ++message) {
-        EXPECT_EQ(0, module.ControlPanelApplet(nullptr, message, 0, 0)) << message;
-        EXPECT_EQ(0, module.ControlPanelApplet(reinterpret_cast<HWND>(1), message, -1, -1)) << message;
+        EXPECT_EQ(module.ControlPanelApplet(nullptr, message, 0, 0), 0) << message;
+        EXPECT_EQ(module.ControlPanelApplet(reinterpret_cast<HWND>(1), message, -1, -1), 0) << message;
     }
 }
 

@@ -32,7 +32,7 @@ protected:
     }
     void ExpectUsableFocus() const {
         const HWND focus = sheet->Focus();
-        ASSERT_NE(nullptr, focus);
+        ASSERT_NE(focus, nullptr);
         EXPECT_TRUE(IsWindowVisible(focus)) << GetDlgCtrlID(focus);
         EXPECT_TRUE(IsWindowEnabled(focus)) << GetDlgCtrlID(focus);
     }
@@ -44,7 +44,7 @@ TEST_F(FocusTest, LeavesTheButtonPaneWhenItIsHidden) {
     SetFocusTo(sheet->PaneControl(IDC_PANE_RIGHT));
     ClickTab(1);
     ASSERT_FALSE(IsWindowVisible(sheet->ButtonPane()));
-    EXPECT_EQ(sheet->PageControl(IDC_PAGE_TAB), sheet->Focus());
+    EXPECT_EQ(sheet->Focus(), sheet->PageControl(IDC_PAGE_TAB));
 }
 
 TEST_F(FocusTest, LeavesTheGesturePaneWhenItIsHidden) {
@@ -54,7 +54,7 @@ TEST_F(FocusTest, LeavesTheGesturePaneWhenItIsHidden) {
     SetFocusTo(List());
     ClickTab(0);
     ASSERT_FALSE(IsWindowVisible(sheet->GesturePane()));
-    EXPECT_EQ(sheet->PageControl(IDC_PAGE_TAB), sheet->Focus());
+    EXPECT_EQ(sheet->Focus(), sheet->PageControl(IDC_PAGE_TAB));
 }
 
 TEST_F(FocusTest, LeavesTheButtonPaneWhenAProgramSelectsTheOtherTab) {
@@ -63,7 +63,7 @@ TEST_F(FocusTest, LeavesTheButtonPaneWhenAProgramSelectsTheOtherTab) {
     SetFocusTo(sheet->PaneControl(IDC_PANE_RIGHT));
     SelectTab(1);
     ASSERT_FALSE(IsWindowVisible(sheet->ButtonPane()));
-    EXPECT_EQ(sheet->PageControl(IDC_PAGE_TAB), sheet->Focus());
+    EXPECT_EQ(sheet->Focus(), sheet->PageControl(IDC_PAGE_TAB));
 }
 
 TEST_F(FocusTest, StaysOutsideThePanesWhenTheyChange) {
@@ -73,7 +73,7 @@ TEST_F(FocusTest, StaysOutsideThePanesWhenTheyChange) {
     SetFocusTo(profiles);
     SelectTab(1);
     ASSERT_FALSE(IsWindowVisible(sheet->ButtonPane()));
-    EXPECT_EQ(profiles, sheet->Focus());
+    EXPECT_EQ(sheet->Focus(), profiles);
 }
 
 TEST_F(FocusTest, IsOnAUsableControlWhateverTheMouseLacks) {

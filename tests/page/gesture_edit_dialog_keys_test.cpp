@@ -28,25 +28,25 @@ TEST_F(GestureEditDialogKeysTest, ArbitraryKeysStandInBracketsUntilTheProfileIsS
     const HWND editor = OpenEditor();
     Record(editor, "D");
     ChooseKey(editor, L"Left Ctrl");
-    EXPECT_EQ(L"Arbitrary key[Left Ctrl]", SelectedText(Functions(editor)));
-    EXPECT_EQ(37, SelectedData(Functions(editor)));
+    EXPECT_EQ(SelectedText(Functions(editor)), L"Arbitrary key[Left Ctrl]");
+    EXPECT_EQ(SelectedData(Functions(editor)), 37);
     CloseEditor(editor, IDOK);
-    EXPECT_EQ((RowTexts{L"D", L"Arbitrary key[Left Ctrl]", L""}), Row(0));
+    EXPECT_EQ(Row(0), (RowTexts{L"D", L"Arbitrary key[Left Ctrl]", L""}));
     ChooseProfile(1);
     ChooseProfile(0);
-    EXPECT_EQ((RowTexts{L"D", L"Left Ctrl", L""}), Row(0));
+    EXPECT_EQ(Row(0), (RowTexts{L"D", L"Left Ctrl", L""}));
     ApplySuccessfully();
-    EXPECT_EQ(StoredList(L"D\t37\t\tLeft Ctrl\0\0"s), StoredGestures());
+    EXPECT_EQ(StoredGestures(), StoredList(L"D\t37\t\tLeft Ctrl\0\0"s));
 }
 
 TEST_F(GestureEditDialogKeysTest, CancelledKeysKeepTheEntryAndItsText) {
     OpenWith(kTwoGestures);
     const HWND editor = EditRow(1);
-    EXPECT_EQ(L"Arbitrary key[Left Ctrl+V]", SelectedText(Functions(editor)));
+    EXPECT_EQ(SelectedText(Functions(editor)), L"Arbitrary key[Left Ctrl+V]");
     ChooseKey(editor, L"A", IDC_KEYS_CANCEL);
-    EXPECT_EQ(L"Arbitrary key[Left Ctrl+V]", SelectedText(Functions(editor)));
+    EXPECT_EQ(SelectedText(Functions(editor)), L"Arbitrary key[Left Ctrl+V]");
     CloseEditor(editor, IDOK);
-    EXPECT_EQ((RowTexts{L"RD", L"Arbitrary key[Left Ctrl+V]", L"paste"}), Row(1));
+    EXPECT_EQ(Row(1), (RowTexts{L"RD", L"Arbitrary key[Left Ctrl+V]", L"paste"}));
 }
 
 TEST_F(GestureEditDialogKeysTest, TheKeyDialogOpensWithTheKeysAndOffersShift) {
@@ -54,11 +54,12 @@ TEST_F(GestureEditDialogKeysTest, TheKeyDialogOpensWithTheKeysAndOffersShift) {
     const HWND editor = EditRow(1);
     ChooseFunction(editor, 37);
     const HWND keys = AwaitKeyDialog();
-    EXPECT_EQ(editor, GetWindow(keys, GW_OWNER));
-    EXPECT_EQ(L"Left Ctrl", TextOf(GetDlgItem(keys, IDC_KEYS_INPUT1)));
-    EXPECT_EQ(L"V", TextOf(GetDlgItem(keys, IDC_KEYS_INPUT2)));
-    EXPECT_NE(CB_ERR, SendDlgItemMessageW(keys, IDC_KEYS_INPUT1, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1),
-                                          reinterpret_cast<LPARAM>(L"Left Shift")));
+    EXPECT_EQ(GetWindow(keys, GW_OWNER), editor);
+    EXPECT_EQ(TextOf(GetDlgItem(keys, IDC_KEYS_INPUT1)), L"Left Ctrl");
+    EXPECT_EQ(TextOf(GetDlgItem(keys, IDC_KEYS_INPUT2)), L"V");
+    EXPECT_NE(SendDlgItemMessageW(keys, IDC_KEYS_INPUT1, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1),
+                                  reinterpret_cast<LPARAM>(L"Left Shift")),
+              CB_ERR);
     CloseKeyDialog(keys, IDC_KEYS_CANCEL);
     CloseEditor(editor, IDCANCEL);
 }
@@ -71,10 +72,10 @@ TEST_F(GestureEditDialogKeysTest, ClearedKeysLeaveThePlainEntry) {
     SendMessageW(GetDlgItem(keys, IDC_KEYS_CLEAR), BM_CLICK, 0, 0);
     CloseKeyDialog(keys, IDC_KEYS_OK);
     sheet->Settle();
-    EXPECT_EQ(L"Arbitrary key", SelectedText(Functions(editor)));
+    EXPECT_EQ(SelectedText(Functions(editor)), L"Arbitrary key");
     CloseEditor(editor, IDOK);
     ApplySuccessfully();
-    EXPECT_EQ(StoredList(L"U\t3\tone page back\t\0RD\t37\tpaste\t\0\0"s), StoredGestures());
+    EXPECT_EQ(StoredGestures(), StoredList(L"U\t3\tone page back\t\0RD\t37\tpaste\t\0\0"s));
 }
 
 TEST_F(GestureEditDialogKeysTest, AnotherFunctionDropsTheKeys) {
@@ -83,7 +84,7 @@ TEST_F(GestureEditDialogKeysTest, AnotherFunctionDropsTheKeys) {
     ChooseFunction(editor, 12);
     CloseEditor(editor, IDOK);
     ApplySuccessfully();
-    EXPECT_EQ(StoredList(L"U\t3\tone page back\t\0RD\t12\tpaste\t\0\0"s), StoredGestures());
+    EXPECT_EQ(StoredGestures(), StoredList(L"U\t3\tone page back\t\0RD\t12\tpaste\t\0\0"s));
 }
 
 }  // namespace

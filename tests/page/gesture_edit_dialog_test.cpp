@@ -18,11 +18,11 @@ protected:
 TEST_F(GestureEditDialogTest, IsADialogAboveTheSheet) {
     OpenWith({});
     const HWND editor = OpenEditor();
-    EXPECT_EQ(sheet->Sheet(), GetWindow(editor, GW_OWNER));
+    EXPECT_EQ(GetWindow(editor, GW_OWNER), sheet->Sheet());
     EXPECT_FALSE(IsWindowEnabled(sheet->Sheet()));
-    EXPECT_EQ(L"", Stroke(editor));
-    EXPECT_EQ(L"", Memo(editor));
-    EXPECT_EQ(std::nullopt, SelectedData(Functions(editor)));
+    EXPECT_EQ(Stroke(editor), L"");
+    EXPECT_EQ(Memo(editor), L"");
+    EXPECT_EQ(SelectedData(Functions(editor)), std::nullopt);
     CloseEditor(editor, IDCANCEL);
 }
 
@@ -31,9 +31,9 @@ TEST_F(GestureEditDialogTest, TheServiceKnowsWhenItOpensAndCloses) {
     const std::size_t before = service->Calls().size();
     CloseEditor(OpenEditor(), IDCANCEL);
     const std::vector<ServiceCall> all = service->Calls();
-    EXPECT_EQ((std::vector<ServiceCall>{{NumberOf(ServiceMessage::GestureEditBegin), 0, 0, true},
-                                        {NumberOf(ServiceMessage::GestureEditEnd), 0, 0, false}}),
-              (std::vector<ServiceCall>{all.begin() + static_cast<std::ptrdiff_t>(before), all.end()}));
+    EXPECT_EQ((std::vector<ServiceCall>{all.begin() + static_cast<std::ptrdiff_t>(before), all.end()}),
+              (std::vector<ServiceCall>{{NumberOf(ServiceMessage::GestureEditBegin), 0, 0, true},
+                                        {NumberOf(ServiceMessage::GestureEditEnd), 0, 0, false}}));
 }
 
 TEST_F(GestureEditDialogTest, TheServiceIsToldBeforeTheControlsAreFilled) {
@@ -45,7 +45,7 @@ TEST_F(GestureEditDialogTest, TheServiceIsToldBeforeTheControlsAreFilled) {
                             reinterpret_cast<PDWORD_PTR>(&countWhenTold));
     });
     CloseEditor(OpenEditor(), IDCANCEL);
-    EXPECT_EQ(0, countWhenTold);
+    EXPECT_EQ(countWhenTold, 0);
 }
 
 TEST_F(GestureEditDialogTest, OpensWithoutTheService) {
@@ -60,9 +60,9 @@ TEST_F(GestureEditDialogTest, OffersEveryFunctionButGestureAndOff) {
     std::vector<int> expected;
     for (int code = 1; code <= 34; ++code) expected.push_back(code);
     expected.push_back(37);
-    EXPECT_EQ(expected, DataOf(Functions(editor)));
-    EXPECT_EQ(L"Left click", EntriesOf(Functions(editor)).front().text);
-    EXPECT_EQ(L"Arbitrary key", EntriesOf(Functions(editor)).back().text);
+    EXPECT_EQ(DataOf(Functions(editor)), expected);
+    EXPECT_EQ(EntriesOf(Functions(editor)).front().text, L"Left click");
+    EXPECT_EQ(EntriesOf(Functions(editor)).back().text, L"Arbitrary key");
     CloseEditor(editor, IDCANCEL);
 }
 
@@ -83,11 +83,11 @@ TEST_F(GestureEditDialogTest, TheStrokeFieldHasTheColoursOfAWindow) {
         });
     };
     ask(IDC_GESTURE_STROKE);
-    EXPECT_EQ(reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_WINDOW)), brush);
-    EXPECT_EQ(GetSysColor(COLOR_WINDOW), ground);
-    EXPECT_EQ(GetSysColor(COLOR_WINDOWTEXT), text);
+    EXPECT_EQ(brush, reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_WINDOW)));
+    EXPECT_EQ(ground, GetSysColor(COLOR_WINDOW));
+    EXPECT_EQ(text, GetSysColor(COLOR_WINDOWTEXT));
     ask(-1);
-    EXPECT_NE(reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_WINDOW)), brush);
+    EXPECT_NE(brush, reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_WINDOW)));
     CloseEditor(editor, IDCANCEL);
 }
 
@@ -95,20 +95,20 @@ TEST_F(GestureEditDialogTest, AddedGesturesAreShownAppliedAndReadBack) {
     OpenWith(kTwoGestures);
     const HWND editor = OpenEditor();
     Record(editor, "RU");
-    EXPECT_EQ(L"RU", Stroke(editor));
+    EXPECT_EQ(Stroke(editor), L"RU");
     ChooseFunction(editor, 22);
     TypeMemo(editor, L"away with it");
     CloseEditor(editor, IDOK);
-    ASSERT_EQ(3, RowCount());
-    EXPECT_EQ((RowTexts{L"RU", L"Delete", L"away with it"}), Row(2));
+    ASSERT_EQ(RowCount(), 3);
+    EXPECT_EQ(Row(2), (RowTexts{L"RU", L"Delete", L"away with it"}));
     EXPECT_TRUE(sheet->IsApplyEnabled());
     ApplySuccessfully();
-    EXPECT_EQ(StoredList(L"U\t3\tone page back\t\0RD\t37\tpaste\tLeft Ctrl+V\0RU\t22\taway with it\t\0\0"s),
-              StoredGestures());
+    EXPECT_EQ(StoredGestures(),
+              StoredList(L"U\t3\tone page back\t\0RD\t37\tpaste\tLeft Ctrl+V\0RU\t22\taway with it\t\0\0"s));
     Close();
     Open();
-    ASSERT_EQ(3, RowCount());
-    EXPECT_EQ((RowTexts{L"RU", L"Delete", L"away with it"}), Row(2));
+    ASSERT_EQ(RowCount(), 3);
+    EXPECT_EQ(Row(2), (RowTexts{L"RU", L"Delete", L"away with it"}));
 }
 
 TEST_F(GestureEditDialogTest, NothingIsStoredBeforeApply) {
@@ -118,8 +118,8 @@ TEST_F(GestureEditDialogTest, NothingIsStoredBeforeApply) {
     Record(editor, "D");
     ChooseFunction(editor, 1);
     CloseEditor(editor, IDOK);
-    EXPECT_EQ(before, ReadFileText(ProfilePath()));
-    EXPECT_EQ(0U, ModelValues().count(L"Gesture"));
+    EXPECT_EQ(ReadFileText(ProfilePath()), before);
+    EXPECT_EQ(ModelValues().count(L"Gesture"), 0U);
 }
 
 TEST_F(GestureEditDialogTest, CancelChangesNothing) {
@@ -129,10 +129,10 @@ TEST_F(GestureEditDialogTest, CancelChangesNothing) {
     ChooseFunction(editor, 1);
     TypeMemo(editor, L"else");
     CloseEditor(editor, IDCANCEL);
-    EXPECT_EQ(2, RowCount());
-    EXPECT_EQ((RowTexts{L"U", L"Back (Internet Explorer)", L"one page back"}), Row(0));
+    EXPECT_EQ(RowCount(), 2);
+    EXPECT_EQ(Row(0), (RowTexts{L"U", L"Back (Internet Explorer)", L"one page back"}));
     ApplySuccessfully();
-    EXPECT_NE(std::string::npos, ReadFileText(ProfilePath()).find("one page back"));
+    EXPECT_NE(ReadFileText(ProfilePath()).find("one page back"), std::string::npos);
 }
 
 TEST_F(GestureEditDialogTest, OkIsIgnoredWithoutStrokeOrFunction) {
@@ -145,7 +145,7 @@ TEST_F(GestureEditDialogTest, OkIsIgnoredWithoutStrokeOrFunction) {
     Record(editor, "L");
     ExpectOkIgnored(editor);
     CloseEditor(editor, IDCANCEL);
-    EXPECT_EQ(0, RowCount());
+    EXPECT_EQ(RowCount(), 0);
 }
 
 TEST_F(GestureEditDialogTest, OkIsIgnoredWhileAStrokeIsAwaitedOrDrawn) {
@@ -159,7 +159,7 @@ TEST_F(GestureEditDialogTest, OkIsIgnoredWhileAStrokeIsAwaitedOrDrawn) {
     ExpectOkIgnored(editor);
     ReleaseGestureButton(editor);
     CloseEditor(editor, IDOK);
-    EXPECT_EQ(1, RowCount());
+    EXPECT_EQ(RowCount(), 1);
 }
 
 TEST_F(GestureEditDialogTest, AStrokeThatIsThereAlreadyIsNotAdded) {
@@ -172,7 +172,7 @@ TEST_F(GestureEditDialogTest, AStrokeThatIsThereAlreadyIsNotAdded) {
     EXPECT_TRUE(IsWindowVisible(editor));
     Record(editor, "RL");
     CloseEditor(editor, IDOK);
-    EXPECT_EQ(2, RowCount());
+    EXPECT_EQ(RowCount(), 2);
 }
 
 TEST_F(GestureEditDialogTest, StrokesAreComparedExactly) {
@@ -181,22 +181,22 @@ TEST_F(GestureEditDialogTest, StrokesAreComparedExactly) {
     ChooseFunction(editor, 1);
     Record(editor, "R");
     CloseEditor(editor, IDOK);
-    EXPECT_EQ(3, RowCount());
+    EXPECT_EQ(RowCount(), 3);
 }
 
 TEST_F(GestureEditDialogTest, EditShowsTheGestureAndReplacesIt) {
     OpenWith(kTwoGestures);
     const HWND editor = EditRow(0);
-    EXPECT_EQ(L"U", Stroke(editor));
-    EXPECT_EQ(L"one page back", Memo(editor));
-    EXPECT_EQ(3, SelectedData(Functions(editor)));
+    EXPECT_EQ(Stroke(editor), L"U");
+    EXPECT_EQ(Memo(editor), L"one page back");
+    EXPECT_EQ(SelectedData(Functions(editor)), 3);
     TypeMemo(editor, L"back");
     ChooseFunction(editor, 4);
     CloseEditor(editor, IDOK);
-    EXPECT_EQ(2, RowCount());
-    EXPECT_EQ((RowTexts{L"U", L"Forward (Internet Explorer)", L"back"}), Row(0));
+    EXPECT_EQ(RowCount(), 2);
+    EXPECT_EQ(Row(0), (RowTexts{L"U", L"Forward (Internet Explorer)", L"back"}));
     ApplySuccessfully();
-    EXPECT_EQ(StoredList(L"U\t4\tback\t\0RD\t37\tpaste\tLeft Ctrl+V\0\0"s), StoredGestures());
+    EXPECT_EQ(StoredGestures(), StoredList(L"U\t4\tback\t\0RD\t37\tpaste\tLeft Ctrl+V\0\0"s));
 }
 
 TEST_F(GestureEditDialogTest, AnEditedStrokeMayEqualAnother) {
@@ -204,14 +204,14 @@ TEST_F(GestureEditDialogTest, AnEditedStrokeMayEqualAnother) {
     const HWND editor = EditRow(0);
     Record(editor, "R");
     CloseEditor(editor, IDOK);
-    EXPECT_EQ(L"R", Row(0)[0]);
-    EXPECT_EQ(L"R", Row(1)[0]);
+    EXPECT_EQ(Row(0)[0], L"R");
+    EXPECT_EQ(Row(1)[0], L"R");
 }
 
 TEST_F(GestureEditDialogTest, AFunctionThatIsNotOfferedIsShownAsNone) {
     OpenWith({{"U", 36, "", ""}});
     const HWND editor = EditRow(0);
-    EXPECT_EQ(std::nullopt, SelectedData(Functions(editor)));
+    EXPECT_EQ(SelectedData(Functions(editor)), std::nullopt);
     ExpectOkIgnored(editor);
     CloseEditor(editor, IDCANCEL);
 }
@@ -220,7 +220,7 @@ TEST_F(GestureEditDialogTest, OfSeveralSelectedRowsTheFirstIsEdited) {
     OpenWith(kTwoGestures);
     SelectRow(0);
     const HWND editor = EditRow(1);
-    EXPECT_EQ(L"U", Stroke(editor));
+    EXPECT_EQ(Stroke(editor), L"U");
     CloseEditor(editor, IDCANCEL);
 }
 
@@ -229,11 +229,11 @@ TEST_F(GestureEditDialogTest, MemosAreCutButNeverInsideACharacter) {
     HWND editor = EditRow(0);
     TypeMemo(editor, std::wstring(600, L'm'));
     CloseEditor(editor, IDOK);
-    EXPECT_EQ(std::wstring(512, L'm'), Row(0)[2]);
+    EXPECT_EQ(Row(0)[2], std::wstring(512, L'm'));
     editor = OpenEditor(IDC_GESTURES_EDIT);
     TypeMemo(editor, std::wstring(511, L'm') + L"\U0001F642\U0001F642");
     CloseEditor(editor, IDOK);
-    EXPECT_EQ(std::wstring(511, L'm'), Row(0)[2]);
+    EXPECT_EQ(Row(0)[2], std::wstring(511, L'm'));
 }
 
 TEST_F(GestureEditDialogTest, AnAcceptedGestureIsFollowedByOneLeftClick) {
@@ -244,7 +244,7 @@ TEST_F(GestureEditDialogTest, AnAcceptedGestureIsFollowedByOneLeftClick) {
     Record(editor, "D");
     ChooseFunction(editor, 1);
     CloseEditor(editor, IDOK);
-    EXPECT_EQ((std::vector<DWORD>{MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP}), clicks);
+    EXPECT_EQ(clicks, (std::vector<DWORD>{MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP}));
 }
 
 TEST_F(GestureEditDialogTest, AnotherProfilesStrokeMayBeAdded) {
@@ -254,7 +254,7 @@ TEST_F(GestureEditDialogTest, AnotherProfilesStrokeMayBeAdded) {
     Record(editor, "R");
     ChooseFunction(editor, 1);
     CloseEditor(editor, IDOK);
-    EXPECT_EQ(1, RowCount());
+    EXPECT_EQ(RowCount(), 1);
 }
 
 TEST_F(GestureEditDialogTest, AGestureThatIsNoLongerThereIsNotReplaced) {
@@ -263,9 +263,9 @@ TEST_F(GestureEditDialogTest, AGestureThatIsNoLongerThereIsNotReplaced) {
     const HWND editor = EditRow(1);
     ChooseProfile(1);
     CloseEditor(editor, IDOK);
-    EXPECT_EQ(1, RowCount());
+    EXPECT_EQ(RowCount(), 1);
     ChooseProfile(0);
-    EXPECT_EQ((RowTexts{L"RD", L"Left Ctrl+V", L"paste"}), Row(1));
+    EXPECT_EQ(Row(1), (RowTexts{L"RD", L"Left Ctrl+V", L"paste"}));
 }
 
 TEST_F(GestureEditDialogTest, EscCancels) {
@@ -274,13 +274,13 @@ TEST_F(GestureEditDialogTest, EscCancels) {
     PostMessageW(GetDlgItem(editor, IDC_GESTURE_MEMO), WM_KEYDOWN, VK_ESCAPE, 1);
     Await("the end of the gesture editor", [=] { return !IsWindow(editor); });
     EXPECT_TRUE(sheet->IsQuiet());
-    EXPECT_EQ(2, RowCount());
+    EXPECT_EQ(RowCount(), 2);
 }
 
 TEST_F(GestureEditDialogTest, TheNoteScrollsSideways) {
     OpenWith({});
     const HWND editor = OpenEditor();
-    EXPECT_NE(0, GetWindowLongW(GetDlgItem(editor, IDC_GESTURE_MEMO), GWL_STYLE) & ES_AUTOHSCROLL);
+    EXPECT_NE(GetWindowLongW(GetDlgItem(editor, IDC_GESTURE_MEMO), GWL_STYLE) & ES_AUTOHSCROLL, 0);
     CloseEditor(editor, IDCANCEL);
 }
 
@@ -288,14 +288,14 @@ TEST_F(GestureEditDialogTest, TheCursorIsSampledEveryTenthOfASecond) {
     std::vector<std::pair<UINT_PTR, UINT>> timers;
     const ReplacedImport<"SetTimer", UINT_PTR(HWND, UINT_PTR, UINT, TIMERPROC)> timer(
         module.Handle(), [&](HWND, UINT_PTR id, UINT interval, TIMERPROC procedure) -> UINT_PTR {
-            EXPECT_EQ(nullptr, procedure);
+            EXPECT_EQ(procedure, nullptr);
             timers.emplace_back(id, interval);
             return id;
         });
     ASSERT_TRUE(timer.IsInPlace());
     OpenWith({});
     const HWND editor = OpenEditor();
-    EXPECT_EQ((std::vector<std::pair<UINT_PTR, UINT>>{{221, 100}}), timers);
+    EXPECT_EQ(timers, (std::vector<std::pair<UINT_PTR, UINT>>{{221, 100}}));
     CloseEditor(editor, IDCANCEL);
 }
 
@@ -314,7 +314,27 @@ TEST_F(GestureEditDialogTest, TheDialogEndsBeforeTheClickIsMade) {
         CloseEditor(editor, IDOK);
     }
     EXPECT_TRUE(clicksBefore.empty());
-    EXPECT_EQ(2U, clicks.size());
+    EXPECT_EQ(clicks.size(), 2U);
+}
+
+TEST_F(GestureEditDialogTest, ItsEndHasTheWholeSheetPaintedAgainWithoutErasing) {
+    struct Invalidation {
+        HWND window;
+        const RECT* area;
+        WINBOOL erases;
+        bool operator==(const Invalidation&) const = default;
+    };
+    OpenWith({});
+    const HWND editor = OpenEditor();
+    std::vector<Invalidation> invalidations;
+    const ReplacedImport<"InvalidateRect", decltype(InvalidateRect)> invalidate(
+        module.Handle(), [&](HWND window, const RECT* area, WINBOOL erases) -> WINBOOL {
+            invalidations.push_back({window, area, erases});
+            return TRUE;
+        });
+    ASSERT_TRUE(invalidate.IsInPlace());
+    CloseEditor(editor, IDCANCEL);
+    EXPECT_EQ(invalidations, (std::vector<Invalidation>{{sheet->Sheet(), nullptr, FALSE}}));
 }
 
 }  // namespace

@@ -33,7 +33,7 @@ TEST_F(GestureMgrTest, NothingIsAskedBeforeTheFieldIsClicked) {
     OpenWith({});
     const HWND editor = OpenEditor();
     for (int i = 0; i < 5; ++i) Tick(editor);
-    EXPECT_EQ(0U, Queries());
+    EXPECT_EQ(Queries(), 0U);
     CloseEditor(editor, IDCANCEL);
 }
 
@@ -41,9 +41,9 @@ TEST_F(GestureMgrTest, AClickAsksAtEveryTickOfTheTimer) {
     OpenWith({});
     const HWND editor = OpenEditorWithTimer();
     ClickStroke(editor);
-    EXPECT_EQ(L"Start", Stroke(editor));
+    EXPECT_EQ(Stroke(editor), L"Start");
     Await("five queries", [this] { return Queries() >= 5; });
-    EXPECT_EQ((ServiceCall{NumberOf(ServiceMessage::IsButtonHeld), 0, 4, true}), service->Calls().back());
+    EXPECT_EQ(service->Calls().back(), (ServiceCall{NumberOf(ServiceMessage::IsButtonHeld), 0, 4, true}));
     CloseEditor(editor, IDCANCEL);
 }
 
@@ -52,9 +52,9 @@ TEST_F(GestureMgrTest, OtherTimersAreNoTicks) {
     const HWND editor = OpenEditor();
     ClickStroke(editor);
     SendMessageW(editor, WM_TIMER, 220, 0);
-    EXPECT_EQ(0U, Queries());
+    EXPECT_EQ(Queries(), 0U);
     Tick(editor);
-    EXPECT_EQ(1U, Queries());
+    EXPECT_EQ(Queries(), 1U);
     CloseEditor(editor, IDCANCEL);
 }
 
@@ -71,9 +71,9 @@ TEST_P(GestureButtonTest, IsAskedForByItsMask) {
     const HWND editor = OpenEditor();
     DebugOutput debugOutput;
     ClickStroke(editor);
-    EXPECT_EQ(GetParam().debugText, debugOutput.Take());
+    EXPECT_EQ(debugOutput.Take(), GetParam().debugText);
     Tick(editor);
-    EXPECT_EQ((ServiceCall{NumberOf(ServiceMessage::IsButtonHeld), 0, GetParam().mask, true}), service->Calls().back());
+    EXPECT_EQ(service->Calls().back(), (ServiceCall{NumberOf(ServiceMessage::IsButtonHeld), 0, GetParam().mask, true}));
     CloseEditor(editor, IDCANCEL);
 }
 
@@ -88,7 +88,7 @@ TEST_F(GestureMgrTest, OfSeveralGestureButtonsTheFirstIsAskedFor) {
     const HWND editor = OpenEditor();
     ClickStroke(editor);
     Tick(editor);
-    EXPECT_EQ(4, service->Calls().back().lParam);
+    EXPECT_EQ(service->Calls().back().lParam, 4);
     CloseEditor(editor, IDCANCEL);
 }
 
@@ -99,9 +99,9 @@ TEST_F(GestureMgrTest, ATiltOpensTheEditorButRecordsNothing) {
     const DebugOutput debugOutput;
     ClickStroke(editor);
     Tick(editor);
-    EXPECT_EQ(L"", Stroke(editor));
-    EXPECT_EQ(0U, Queries());
-    EXPECT_EQ("", debugOutput.Text());
+    EXPECT_EQ(Stroke(editor), L"");
+    EXPECT_EQ(Queries(), 0U);
+    EXPECT_EQ(debugOutput.Text(), "");
     CloseEditor(editor, IDCANCEL);
 }
 
@@ -110,13 +110,13 @@ TEST_F(GestureMgrTest, TheFieldFollowsTheStroke) {
     const HWND editor = OpenEditor();
     ClickStroke(editor);
     HoldGestureButton(editor);
-    EXPECT_EQ(L"Start", Stroke(editor));
+    EXPECT_EQ(Stroke(editor), L"Start");
     Draw(editor, "R");
-    EXPECT_EQ(L"R", Stroke(editor));
+    EXPECT_EQ(Stroke(editor), L"R");
     Draw(editor, "D");
-    EXPECT_EQ(L"RD", Stroke(editor));
+    EXPECT_EQ(Stroke(editor), L"RD");
     ReleaseGestureButton(editor);
-    EXPECT_EQ(L"RD", Stroke(editor));
+    EXPECT_EQ(Stroke(editor), L"RD");
     CloseEditor(editor, IDCANCEL);
 }
 
@@ -125,7 +125,7 @@ TEST_F(GestureMgrTest, AnEmptyStrokeEmptiesTheField) {
     SelectRow(0);
     const HWND editor = OpenEditor(IDC_GESTURES_EDIT);
     Record(editor, "");
-    EXPECT_EQ(L"", Stroke(editor));
+    EXPECT_EQ(Stroke(editor), L"");
     ExpectOkIgnored(editor);
     CloseEditor(editor, IDCANCEL);
 }
@@ -138,10 +138,10 @@ TEST_F(GestureMgrTest, EachRecordingNeedsAClick) {
     HoldGestureButton(editor);
     Draw(editor, "U");
     ReleaseGestureButton(editor);
-    EXPECT_EQ(before, Queries());
-    EXPECT_EQ(L"R", Stroke(editor));
+    EXPECT_EQ(Queries(), before);
+    EXPECT_EQ(Stroke(editor), L"R");
     Record(editor, "U");
-    EXPECT_EQ(L"U", Stroke(editor));
+    EXPECT_EQ(Stroke(editor), L"U");
     CloseEditor(editor, IDCANCEL);
 }
 
@@ -153,11 +153,11 @@ TEST_F(GestureMgrTest, ClicksDuringARecordingDoNothing) {
     Draw(editor, "R");
     const DebugOutput debugOutput;
     ClickStroke(editor);
-    EXPECT_EQ(std::string::npos, debugOutput.Text().find("j="));
-    EXPECT_EQ(L"R", Stroke(editor));
+    EXPECT_EQ(debugOutput.Text().find("j="), std::string::npos);
+    EXPECT_EQ(Stroke(editor), L"R");
     Draw(editor, "U");
     ReleaseGestureButton(editor);
-    EXPECT_EQ(L"RU", Stroke(editor));
+    EXPECT_EQ(Stroke(editor), L"RU");
     CloseEditor(editor, IDCANCEL);
 }
 
@@ -171,12 +171,12 @@ TEST_F(GestureMgrTest, TheRightButtonGivesTheStrokeUp) {
     HoldRightButton(true);
     Tick(editor);
     HoldRightButton(false);
-    EXPECT_EQ(L"", Stroke(editor));
-    EXPECT_EQ(nullptr, OverlayOf(editor));
+    EXPECT_EQ(Stroke(editor), L"");
+    EXPECT_EQ(OverlayOf(editor), nullptr);
     ExpectOkIgnored(editor);
     const std::size_t before = Queries();
     Tick(editor);
-    EXPECT_EQ(before, Queries());
+    EXPECT_EQ(Queries(), before);
     CloseEditor(editor, IDCANCEL);
 }
 
@@ -190,9 +190,9 @@ TEST_F(GestureMgrTest, AButtonThatIsStillHeldStartsTheNextStrokeAtOnce) {
     HoldRightButton(false);
     ClickStroke(editor);
     Tick(editor);
-    EXPECT_NE(nullptr, OverlayOf(editor));
+    EXPECT_NE(OverlayOf(editor), nullptr);
     Draw(editor, "D");
-    EXPECT_EQ(L"D", Stroke(editor));
+    EXPECT_EQ(Stroke(editor), L"D");
     CloseEditor(editor, IDCANCEL);
 }
 
@@ -200,7 +200,7 @@ TEST_F(GestureMgrTest, FiveSegmentsShowTheLastFour) {
     OpenWith({});
     const HWND editor = OpenEditor();
     Record(editor, "RULDR");
-    EXPECT_EQ(L"ULDR", Stroke(editor));
+    EXPECT_EQ(Stroke(editor), L"ULDR");
     CloseEditor(editor, IDCANCEL);
 }
 
@@ -216,9 +216,9 @@ TEST_F(GestureMgrTest, ATickThatComesWhileTheServiceIsAskedIsNone) {
             SendMessageTimeoutW(editor, WM_TIMER, kCaptureTimer, 0, SMTO_NORMAL, kPatienceMilliseconds, nullptr);
     });
     ReleaseGestureButton(editor);
-    EXPECT_EQ(1, nested);
-    EXPECT_EQ(L"R", Stroke(editor));
-    EXPECT_EQ(nullptr, OverlayOf(editor));
+    EXPECT_EQ(nested, 1);
+    EXPECT_EQ(Stroke(editor), L"R");
+    EXPECT_EQ(OverlayOf(editor), nullptr);
     service->WhenCalled(ServiceMessage::IsButtonHeld, [] {});
     CloseEditor(editor, IDCANCEL);
 }
@@ -230,11 +230,11 @@ TEST_F(GestureMgrTest, TheRightButtonBeforeAStrokeHasNoEffect) {
     HoldRightButton(true);
     Tick(editor);
     HoldRightButton(false);
-    EXPECT_EQ(L"Start", Stroke(editor));
+    EXPECT_EQ(Stroke(editor), L"Start");
     HoldGestureButton(editor);
     Draw(editor, "L");
     ReleaseGestureButton(editor);
-    EXPECT_EQ(L"L", Stroke(editor));
+    EXPECT_EQ(Stroke(editor), L"L");
     CloseEditor(editor, IDCANCEL);
 }
 
@@ -244,8 +244,8 @@ TEST_F(GestureMgrTest, WithoutTheServiceNothingStarts) {
     service.reset();
     ClickStroke(editor);
     for (int i = 0; i < 3; ++i) Tick(editor);
-    EXPECT_EQ(L"Start", Stroke(editor));
-    EXPECT_EQ(nullptr, OverlayOf(editor));
+    EXPECT_EQ(Stroke(editor), L"Start");
+    EXPECT_EQ(OverlayOf(editor), nullptr);
     CloseEditor(editor, IDCANCEL);
 }
 
@@ -257,8 +257,8 @@ TEST_F(GestureMgrTest, AServiceThatVanishesEndsTheStroke) {
     Draw(editor, "D");
     service.reset();
     Tick(editor);
-    EXPECT_EQ(L"D", Stroke(editor));
-    EXPECT_EQ(nullptr, OverlayOf(editor));
+    EXPECT_EQ(Stroke(editor), L"D");
+    EXPECT_EQ(OverlayOf(editor), nullptr);
     CloseEditor(editor, IDCANCEL);
 }
 
@@ -273,13 +273,13 @@ TEST_F(GestureMgrTest, AnEditorClosedInMidStrokeLeavesNothingBehind) {
     EXPECT_FALSE(IsWindow(overlay));
 
     editor = OpenEditor();
-    EXPECT_EQ(L"", Stroke(editor));
+    EXPECT_EQ(Stroke(editor), L"");
     const std::size_t before = Queries();
     Tick(editor);
-    EXPECT_EQ(before, Queries());
+    EXPECT_EQ(Queries(), before);
     service->ReplyTo(ServiceMessage::IsButtonHeld, 0);
     Record(editor, "D");
-    EXPECT_EQ(L"D", Stroke(editor));
+    EXPECT_EQ(Stroke(editor), L"D");
     CloseEditor(editor, IDCANCEL);
 }
 

@@ -32,8 +32,8 @@ protected:
     }
     void ExpectButtons(bool edit, bool remove) const {
         sheet->Settle();
-        EXPECT_EQ(edit, IsButtonEnabled(IDC_GESTURES_EDIT));
-        EXPECT_EQ(remove, IsButtonEnabled(IDC_GESTURES_DELETE));
+        EXPECT_EQ(IsButtonEnabled(IDC_GESTURES_EDIT), edit);
+        EXPECT_EQ(IsButtonEnabled(IDC_GESTURES_DELETE), remove);
         EXPECT_TRUE(IsButtonEnabled(IDC_GESTURES_ADD));
     }
     void ExpectNothingSelected(int control) const {
@@ -44,10 +44,10 @@ protected:
     void Delete(int answer) const {
         Command(IDC_GESTURES_DELETE);
         const MessageBoxSeen seen = AnswerMessageBox("whether to delete", answer);
-        EXPECT_EQ(kCaption, seen.caption);
-        EXPECT_EQ(L"Are you sure you want to delete?", seen.text);
-        EXPECT_EQ(static_cast<UINT>(MB_ICONEXCLAMATION), seen.icon);
-        EXPECT_EQ((std::vector<int>{IDYES, IDNO}), seen.buttons);
+        EXPECT_EQ(seen.caption, kCaption);
+        EXPECT_EQ(seen.text, L"Are you sure you want to delete?");
+        EXPECT_EQ(seen.icon, static_cast<UINT>(MB_ICONEXCLAMATION));
+        EXPECT_EQ(seen.buttons, (std::vector<int>{IDYES, IDNO}));
         EXPECT_TRUE(sheet->IsQuiet());
     }
 };
@@ -66,8 +66,8 @@ TEST_F(GesturePaneTest, ColumnsHaveTheirTitlesAndWidths) {
         column.cchTextMax = 64;
         ASSERT_TRUE(SendMessageW(List(), LVM_GETCOLUMNW, i, reinterpret_cast<LPARAM>(&column)));
         EXPECT_STREQ(expected[i].title, title);
-        EXPECT_EQ(expected[i].width, column.cx);
-        EXPECT_EQ(LVCFMT_LEFT, column.fmt & LVCFMT_JUSTIFYMASK);
+        EXPECT_EQ(column.cx, expected[i].width);
+        EXPECT_EQ(column.fmt & LVCFMT_JUSTIFYMASK, LVCFMT_LEFT);
     }
     LVCOLUMNW fourth{};
     fourth.mask = LVCF_WIDTH;
@@ -77,8 +77,8 @@ TEST_F(GesturePaneTest, ColumnsHaveTheirTitlesAndWidths) {
 TEST_F(GesturePaneTest, ListSelectsFullRowsAndKeepsShowingThem) {
     Open();
     EXPECT_TRUE(SendMessageW(List(), LVM_GETEXTENDEDLISTVIEWSTYLE, 0, 0) & LVS_EX_FULLROWSELECT);
-    EXPECT_EQ(LVS_REPORT | LVS_SHOWSELALWAYS,
-              GetWindowLongW(List(), GWL_STYLE) & (LVS_TYPEMASK | LVS_SHOWSELALWAYS | LVS_SINGLESEL));
+    EXPECT_EQ(GetWindowLongW(List(), GWL_STYLE) & (LVS_TYPEMASK | LVS_SHOWSELALWAYS | LVS_SINGLESEL),
+              LVS_REPORT | LVS_SHOWSELALWAYS);
 }
 
 TEST_F(GesturePaneTest, RowsShowStrokeFunctionAndMemo) {
@@ -88,13 +88,13 @@ TEST_F(GesturePaneTest, RowsShowStrokeFunctionAndMemo) {
               {"D", 0, "nothing", ""},
               {"L", 35, "no name", ""},
               {"R", 5, "keys of no use", "A"}});
-    ASSERT_EQ(6, RowCount());
-    EXPECT_EQ((RowTexts{L"U", L"Back (Internet Explorer)", L"one page back"}), Row(0));
-    EXPECT_EQ((RowTexts{L"RD", L"Left Ctrl+V", L"paste"}), Row(1));
-    EXPECT_EQ((RowTexts{L"LURD", L"Arbitrary key", L""}), Row(2));
-    EXPECT_EQ((RowTexts{L"D", L" ", L"nothing"}), Row(3));
-    EXPECT_EQ((RowTexts{L"L", L"", L"no name"}), Row(4));
-    EXPECT_EQ((RowTexts{L"R", L"Switch applications", L"keys of no use"}), Row(5));
+    ASSERT_EQ(RowCount(), 6);
+    EXPECT_EQ(Row(0), (RowTexts{L"U", L"Back (Internet Explorer)", L"one page back"}));
+    EXPECT_EQ(Row(1), (RowTexts{L"RD", L"Left Ctrl+V", L"paste"}));
+    EXPECT_EQ(Row(2), (RowTexts{L"LURD", L"Arbitrary key", L""}));
+    EXPECT_EQ(Row(3), (RowTexts{L"D", L" ", L"nothing"}));
+    EXPECT_EQ(Row(4), (RowTexts{L"L", L"", L"no name"}));
+    EXPECT_EQ(Row(5), (RowTexts{L"R", L"Switch applications", L"keys of no use"}));
 }
 
 TEST_F(GesturePaneTest, TheButtonsFollowTheSelection) {
@@ -124,13 +124,13 @@ TEST_F(GesturePaneTest, DeleteRemovesAllSelectedGestures) {
     OpenWith({{"U", 1, "a", ""}, {"D", 2, "b", ""}, {"L", 3, "c", ""}, {"R", 4, "d", ""}, {"UD", 5, "e", ""}});
     for (const int row : {0, 2, 3}) SelectRow(row);
     Delete(IDYES);
-    ASSERT_EQ(2, RowCount());
-    EXPECT_EQ(L"D", Row(0)[0]);
-    EXPECT_EQ(L"UD", Row(1)[0]);
+    ASSERT_EQ(RowCount(), 2);
+    EXPECT_EQ(Row(0)[0], L"D");
+    EXPECT_EQ(Row(1)[0], L"UD");
     ExpectButtons(false, false);
     EXPECT_TRUE(sheet->IsApplyEnabled());
     ApplySuccessfully();
-    EXPECT_EQ(StoredList(L"D\t2\tb\t\0UD\t5\te\t\0\0"s), StoredGestures());
+    EXPECT_EQ(StoredGestures(), StoredList(L"D\t2\tb\t\0UD\t5\te\t\0\0"s));
 }
 
 TEST_F(GesturePaneTest, ADeclinedDeleteKeepsEverything) {
@@ -138,12 +138,12 @@ TEST_F(GesturePaneTest, ADeclinedDeleteKeepsEverything) {
     SelectRow(0);
     SelectRow(2);
     Delete(IDNO);
-    EXPECT_EQ(3, RowCount());
+    EXPECT_EQ(RowCount(), 3);
     ExpectButtons(false, true);
     ForgetModelValues();
     ApplySuccessfully();
-    EXPECT_EQ(0U, ModelValues().count(L"Gesture"));
-    EXPECT_NE(std::string::npos, ReadFileText(ProfilePath()).find("LURD"));
+    EXPECT_EQ(ModelValues().count(L"Gesture"), 0U);
+    EXPECT_NE(ReadFileText(ProfilePath()).find("LURD"), std::string::npos);
 }
 
 TEST_F(GesturePaneTest, TheFocusGoesToTheListWhenTheFocusedButtonIsDisabled) {
@@ -152,14 +152,14 @@ TEST_F(GesturePaneTest, TheFocusGoesToTheListWhenTheFocusedButtonIsDisabled) {
     SelectRow(0);
     SetFocusTo(PaneButton(IDC_GESTURES_DELETE));
     Delete(IDYES);
-    EXPECT_EQ(List(), sheet->Focus());
+    EXPECT_EQ(sheet->Focus(), List());
 }
 
 TEST_F(GesturePaneTest, EditAndDeleteNeedASelection) {
     OpenWith(kThreeGestures);
     ExpectNothingSelected(IDC_GESTURES_EDIT);
     ExpectNothingSelected(IDC_GESTURES_DELETE);
-    EXPECT_EQ(3, RowCount());
+    EXPECT_EQ(RowCount(), 3);
 }
 
 TEST_F(GesturePaneTest, TheHundredAndFirstGestureIsRefused) {
@@ -184,7 +184,7 @@ TEST_F(GesturePaneTest, ASecondEditorDoesNotOpen) {
     Command(IDC_GESTURES_ADD);
     sheet->Settle();
     CloseEditor(editor, IDCANCEL);
-    EXPECT_EQ(1U, service->CountOf(platform::ServiceMessage::GestureEditBegin));
+    EXPECT_EQ(service->CountOf(platform::ServiceMessage::GestureEditBegin), 1U);
 }
 
 TEST_F(GesturePaneTest, TheHundredthGestureIsAllowed) {
@@ -199,7 +199,7 @@ TEST_F(GesturePaneTest, WithoutTheGestureFunctionTheEditorDoesNotOpen) {
     ExpectWarning(AnswerMessageBox("what is missing", IDOK),
                   L"To register and edit gestures, allocate gesture functions to the mouse buttons.");
     EXPECT_TRUE(sheet->IsQuiet());
-    EXPECT_EQ(0U, service->CountOf(platform::ServiceMessage::GestureEditBegin));
+    EXPECT_EQ(service->CountOf(platform::ServiceMessage::GestureEditBegin), 0U);
 }
 
 TEST_F(GesturePaneTest, AChoiceThatIsNotAppliedYetCounts) {
@@ -209,7 +209,7 @@ TEST_F(GesturePaneTest, AChoiceThatIsNotAppliedYetCounts) {
     const HWND editor = OpenEditor();
     ClickStroke(editor);
     Tick(editor);
-    EXPECT_EQ(8, service->Calls().back().lParam);
+    EXPECT_EQ(service->Calls().back().lParam, 8);
     CloseEditor(editor, IDCANCEL);
 }
 
@@ -218,7 +218,7 @@ TEST_F(GesturePaneTest, ADoubleClickOnARowEditsIt) {
     ShowGestureTab();
     DoubleClick(1);
     const HWND editor = Await("the gesture editor", [this] { return OpenEditorWindow(); });
-    EXPECT_EQ(L"RD", Stroke(editor));
+    EXPECT_EQ(Stroke(editor), L"RD");
     CloseEditor(editor, IDCANCEL);
     EXPECT_TRUE(sheet->IsApplyEnabled());
 }
@@ -236,16 +236,16 @@ TEST_F(GesturePaneTest, AnotherProfileShowsItsOwnGestures) {
     Open();
     SelectRow(1);
     ChooseProfile(1);
-    ASSERT_EQ(1, RowCount());
-    EXPECT_EQ((RowTexts{L"DU", L"Delete", L"delete"}), Row(0));
+    ASSERT_EQ(RowCount(), 1);
+    EXPECT_EQ(Row(0), (RowTexts{L"DU", L"Delete", L"delete"}));
     ExpectButtons(false, false);
     ChooseProfile(0);
-    EXPECT_EQ(3, RowCount());
+    EXPECT_EQ(RowCount(), 3);
 }
 
 TEST_F(GesturePaneTest, ThePaneHasNoFrameToPaint) {
     Open();
-    EXPECT_EQ(1, SendMessageW(sheet->GesturePane(), WM_NCPAINT, 1, 0));
+    EXPECT_EQ(SendMessageW(sheet->GesturePane(), WM_NCPAINT, 1, 0), 1);
 }
 
 }  // namespace

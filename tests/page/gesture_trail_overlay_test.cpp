@@ -28,7 +28,7 @@ protected:
     }
     void ExpectTrail(HWND overlay, POINT from, const std::vector<POINT>& places) const {
         for (const POINT place : places) {
-            EXPECT_EQ(RGB(0, 255, 0), PixelOf(overlay, from.x + place.x, from.y + place.y))
+            EXPECT_EQ(PixelOf(overlay, from.x + place.x, from.y + place.y), RGB(0, 255, 0))
                 << place.x << ' ' << place.y;
         }
     }
@@ -39,13 +39,14 @@ TEST_F(GestureTrailOverlayTest, TheOverlayCoversTheScreenWhileAStrokeIsDrawn) {
     const HWND editor = OpenEditor();
     ClickStroke(editor);
     Tick(editor);
-    EXPECT_EQ(nullptr, OverlayOf(editor));
+    EXPECT_EQ(OverlayOf(editor), nullptr);
     HoldGestureButton(editor);
     const HWND overlay = OverlayOf(editor);
-    ASSERT_NE(nullptr, overlay);
+    ASSERT_NE(overlay, nullptr);
     EXPECT_TRUE(IsWindowVisible(overlay));
-    EXPECT_EQ(WS_EX_LAYERED | WS_EX_TOPMOST, GetWindowLongW(overlay, GWL_EXSTYLE));
-    EXPECT_EQ(L"", TitleOf(overlay));
+    EXPECT_EQ(GetWindow(overlay, GW_OWNER), editor);
+    EXPECT_EQ(GetWindowLongW(overlay, GWL_EXSTYLE), WS_EX_LAYERED | WS_EX_TOPMOST);
+    EXPECT_EQ(TitleOf(overlay), L"");
     RECT area{};
     GetWindowRect(overlay, &area);
     EXPECT_TRUE(area.left <= 0 && area.top <= 0 && area.right >= GetSystemMetrics(SM_CXSCREEN) &&
@@ -54,11 +55,11 @@ TEST_F(GestureTrailOverlayTest, TheOverlayCoversTheScreenWhileAStrokeIsDrawn) {
     BYTE alpha = 1;
     DWORD flags = 0;
     ASSERT_TRUE(GetLayeredWindowAttributes(overlay, &key, &alpha, &flags));
-    EXPECT_EQ(RGB(5, 0, 0), key);
-    EXPECT_EQ(0, alpha);
-    EXPECT_EQ(static_cast<DWORD>(LWA_COLORKEY), flags);
+    EXPECT_EQ(key, RGB(5, 0, 0));
+    EXPECT_EQ(alpha, 0);
+    EXPECT_EQ(flags, static_cast<DWORD>(LWA_COLORKEY));
     Draw(editor, "R");
-    EXPECT_EQ(overlay, OverlayOf(editor));
+    EXPECT_EQ(OverlayOf(editor), overlay);
     ReleaseGestureButton(editor);
     EXPECT_FALSE(IsWindow(overlay));
     CloseEditor(editor, IDCANCEL);
@@ -76,17 +77,17 @@ TEST_F(GestureTrailOverlayTest, TheTrailIsAGreenLineOnTransparentGround) {
     RECT area{};
     GetClientRect(overlay, &area);
     for (const POINT corner : {POINT{0, 0}, POINT{area.right - 1, 0}, POINT{area.right - 1, area.bottom - 1}}) {
-        EXPECT_EQ(RGB(5, 0, 0), PixelOf(overlay, corner.x, corner.y));
+        EXPECT_EQ(PixelOf(overlay, corner.x, corner.y), RGB(5, 0, 0));
     }
     Tick(editor);
-    EXPECT_EQ(RGB(5, 0, 0), PixelOf(overlay, from.x, from.y));
+    EXPECT_EQ(PixelOf(overlay, from.x, from.y), RGB(5, 0, 0));
     Draw(editor, "RD");
     constexpr COLORREF kGreen = RGB(0, 255, 0);
     for (const POINT place : {POINT{0, 0}, POINT{90, 1}, POINT{90, -1}, POINT{180, 60}, POINT{180, 170}}) {
-        EXPECT_EQ(kGreen, PixelOf(overlay, from.x + place.x, from.y + place.y)) << place.x << ' ' << place.y;
+        EXPECT_EQ(PixelOf(overlay, from.x + place.x, from.y + place.y), kGreen) << place.x << ' ' << place.y;
     }
     for (const POINT place : {POINT{90, 2}, POINT{90, -2}, POINT{-5, 0}, POINT{180, 190}, POINT{90, 90}}) {
-        EXPECT_EQ(RGB(5, 0, 0), PixelOf(overlay, from.x + place.x, from.y + place.y)) << place.x << ' ' << place.y;
+        EXPECT_EQ(PixelOf(overlay, from.x + place.x, from.y + place.y), RGB(5, 0, 0)) << place.x << ' ' << place.y;
     }
     ReleaseGestureButton(editor);
     CloseEditor(editor, IDCANCEL);
@@ -106,7 +107,7 @@ TEST_F(GestureTrailOverlayTest, TheTrailSurvivesARepaint) {
     Draw(editor, "L");
     Repaint(overlay);
     ExpectTrail(overlay, from, {{90, 0}, {180, 60}, {90, 180}});
-    EXPECT_EQ(RGB(5, 0, 0), PixelOf(overlay, from.x + 90, from.y + 90));
+    EXPECT_EQ(PixelOf(overlay, from.x + 90, from.y + 90), RGB(5, 0, 0));
     ReleaseGestureButton(editor);
     CloseEditor(editor, IDCANCEL);
 }
@@ -125,7 +126,7 @@ TEST_F(GestureTrailOverlayTest, ANewStrokeShowsNothingOfTheLastOne) {
     const HWND overlay = OverlayOf(editor);
     Draw(editor, "D");
     Repaint(overlay);
-    EXPECT_EQ(RGB(5, 0, 0), PixelOf(overlay, from.x + 90, from.y));
+    EXPECT_EQ(PixelOf(overlay, from.x + 90, from.y), RGB(5, 0, 0));
     ExpectTrail(overlay, from, {{0, 90}});
     ReleaseGestureButton(editor);
     CloseEditor(editor, IDCANCEL);
@@ -139,10 +140,10 @@ TEST_F(GestureTrailOverlayTest, WithoutAnOverlayTheStrokeIsStillRecognised) {
     ASSERT_TRUE(none.IsInPlace());
     ClickStroke(editor);
     HoldGestureButton(editor);
-    EXPECT_EQ(nullptr, OverlayOf(editor));
+    EXPECT_EQ(OverlayOf(editor), nullptr);
     Draw(editor, "UR");
     ReleaseGestureButton(editor);
-    EXPECT_EQ(L"UR", Stroke(editor));
+    EXPECT_EQ(Stroke(editor), L"UR");
     CloseEditor(editor, IDCANCEL);
 }
 
@@ -152,11 +153,11 @@ TEST_F(GestureTrailOverlayTest, AnswersWhatItHandlesWithOne) {
     ClickStroke(editor);
     HoldGestureButton(editor);
     const HWND overlay = OverlayOf(editor);
-    EXPECT_EQ(1, AskProcedure(overlay, WM_INITDIALOG));
-    EXPECT_EQ(1, AskProcedure(overlay, WM_ERASEBKGND));
-    EXPECT_EQ(0, AskProcedure(overlay, WM_USER));
-    EXPECT_EQ(1, AskProcedure(overlay, WM_USER, 9));
-    EXPECT_EQ(1, AskProcedure(overlay, WM_USER, 0x7'0000'0009)) << "only the low half counts";
+    EXPECT_EQ(AskProcedure(overlay, WM_INITDIALOG), 1);
+    EXPECT_EQ(AskProcedure(overlay, WM_ERASEBKGND), 1);
+    EXPECT_EQ(AskProcedure(overlay, WM_USER), 0);
+    EXPECT_EQ(AskProcedure(overlay, WM_USER, 9), 1);
+    EXPECT_EQ(AskProcedure(overlay, WM_USER, 0x7'0000'0009), 1) << "only the low half counts";
     ReleaseGestureButton(editor);
     CloseEditor(editor, IDCANCEL);
 }
@@ -169,11 +170,11 @@ TEST_F(GestureTrailOverlayTest, WithoutADrawingContextTheStrokeIsStillRecognised
     {
         const ReplacedImport<"GetDC", decltype(GetDC)> none(module.Handle(), [](HWND) { return HDC{}; });
         ASSERT_TRUE(none.IsInPlace());
-        EXPECT_EQ(1, AskProcedure(OverlayOf(editor), WM_ERASEBKGND));
+        EXPECT_EQ(AskProcedure(OverlayOf(editor), WM_ERASEBKGND), 1);
         Draw(editor, "UR");
     }
     ReleaseGestureButton(editor);
-    EXPECT_EQ(L"UR", Stroke(editor));
+    EXPECT_EQ(Stroke(editor), L"UR");
     CloseEditor(editor, IDCANCEL);
 }
 
@@ -183,13 +184,13 @@ TEST_F(GestureTrailOverlayTest, AClosedOverlayIsOnlyMissing) {
     ClickStroke(editor);
     HoldGestureButton(editor);
     SendMessageW(OverlayOf(editor), WM_CLOSE, 0, 0);
-    EXPECT_EQ(nullptr, OverlayOf(editor));
+    EXPECT_EQ(OverlayOf(editor), nullptr);
     Draw(editor, "L");
     ReleaseGestureButton(editor);
-    EXPECT_EQ(L"L", Stroke(editor));
+    EXPECT_EQ(Stroke(editor), L"L");
     ClickStroke(editor);
     HoldGestureButton(editor);
-    EXPECT_NE(nullptr, OverlayOf(editor));
+    EXPECT_NE(OverlayOf(editor), nullptr);
     CloseEditor(editor, IDCANCEL);
 }
 

@@ -35,10 +35,10 @@ protected:
         EXPECT_TRUE(sheet->IsQuiet());
     }
     void ExpectShown(const std::wstring& profile) const {
-        EXPECT_EQ(profile, SelectedText(sheet->PageControl(IDC_PAGE_PROFILE)));
-        ASSERT_EQ(2, RowCount());
-        EXPECT_EQ((RowTexts{L"U", L"Back (Internet Explorer)", profile}), Row(0));
-        EXPECT_EQ((RowTexts{L"R", L"Forward (Internet Explorer)", profile}), Row(1));
+        EXPECT_EQ(SelectedText(sheet->PageControl(IDC_PAGE_PROFILE)), profile);
+        ASSERT_EQ(RowCount(), 2);
+        EXPECT_EQ(Row(0), (RowTexts{L"U", L"Back (Internet Explorer)", profile}));
+        EXPECT_EQ(Row(1), (RowTexts{L"R", L"Forward (Internet Explorer)", profile}));
         EXPECT_FALSE(IsButtonEnabled(IDC_GESTURES_EDIT));
         EXPECT_FALSE(IsButtonEnabled(IDC_GESTURES_DELETE));
     }
@@ -49,7 +49,7 @@ protected:
         AnswerMessageBox("before a deletion", IDYES);
         ApplySuccessfully();
         for (int each = 0; each < profileCount; ++each) {
-            EXPECT_EQ(each == profile ? 1 : 2, SavedGestures(each)) << each;
+            EXPECT_EQ(SavedGestures(each), each == profile ? 1 : 2) << each;
         }
     }
 
@@ -99,7 +99,7 @@ TEST_F(GesturesOfProfilesTest, EditAndAddActOnTheShownProfile) {
     OpenOn(1);
     DeleteProfiles({1}, IDOK);
     const HWND edited = EditRow(1);
-    EXPECT_EQ(L"R", Stroke(edited));
+    EXPECT_EQ(Stroke(edited), L"R");
     TypeMemo(edited, L"new");
     CloseEditor(edited, IDOK);
     const HWND added = OpenEditor();
@@ -107,7 +107,7 @@ TEST_F(GesturesOfProfilesTest, EditAndAddActOnTheShownProfile) {
     ChooseFunction(added, 5);
     CloseEditor(added, IDOK);
     ApplySuccessfully();
-    EXPECT_EQ(StoredList(L"U\t3\tDefault\t\0R\t4\tnew\t\0D\t5\t\t\0\0"s), StoredGestures());
+    EXPECT_EQ(StoredGestures(), StoredList(L"U\t3\tDefault\t\0R\t4\tnew\t\0D\t5\t\t\0\0"s));
 }
 
 }  // namespace

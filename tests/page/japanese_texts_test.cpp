@@ -161,7 +161,7 @@ TEST_F(JapaneseTextsTest, StandAtTheirNumbers) {
     const auto english = TextsIn(module.Handle(), kEnglish);
     for (const auto& [id, text] : TextsIn(module.Handle(), kJapanese)) {
         const auto expected = kJapaneseTexts.find(id);
-        EXPECT_EQ(expected == kJapaneseTexts.end() ? english.at(id) : expected->second, text) << id;
+        EXPECT_EQ(text, expected == kJapaneseTexts.end() ? english.at(id) : expected->second) << id;
     }
 }
 
@@ -170,10 +170,10 @@ TEST_F(JapaneseTextsTest, StandOnTheirControls) {
         SCOPED_TRACE(DialogName(dialog));
         const DialogTemplate english = TemplateIn(module.Handle(), dialog, kEnglish);
         const DialogTemplate japanese = TemplateIn(module.Handle(), dialog, kJapanese);
-        EXPECT_EQ(Translated(english.caption), japanese.caption);
-        ASSERT_EQ(english.controls.size(), japanese.controls.size());
+        EXPECT_EQ(japanese.caption, Translated(english.caption));
+        ASSERT_EQ(japanese.controls.size(), english.controls.size());
         for (std::size_t i = 0; i < english.controls.size(); ++i) {
-            EXPECT_EQ(Translated(english.controls[i].text), japanese.controls[i].text) << english.controls[i].id;
+            EXPECT_EQ(japanese.controls[i].text, Translated(english.controls[i].text)) << english.controls[i].id;
         }
     }
 }

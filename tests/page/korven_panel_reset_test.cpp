@@ -60,17 +60,17 @@ protected:
 
 TEST_F(KorvenPanelResetTest, AsksFirst) {
     const MessageBoxSeen seen = Reset(IDCANCEL);
-    EXPECT_EQ(kCaption, seen.caption);
-    EXPECT_EQ(L"Return current settings to initial values.", seen.text);
-    EXPECT_EQ(static_cast<UINT>(MB_ICONINFORMATION), seen.icon);
-    EXPECT_EQ((std::vector<int>{IDOK, IDCANCEL}), seen.buttons);
-    EXPECT_EQ(sheet->Sheet(), seen.owner);
+    EXPECT_EQ(seen.caption, kCaption);
+    EXPECT_EQ(seen.text, L"Return current settings to initial values.");
+    EXPECT_EQ(seen.icon, static_cast<UINT>(MB_ICONINFORMATION));
+    EXPECT_EQ(seen.buttons, (std::vector<int>{IDOK, IDCANCEL}));
+    EXPECT_EQ(seen.owner, sheet->Sheet());
 }
 
 TEST_F(KorvenPanelResetTest, DeclinedChangesNothing) {
     const InitialRecord before = Shown();
     Reset(IDCANCEL);
-    EXPECT_EQ(before, Shown());
+    EXPECT_EQ(Shown(), before);
     EXPECT_FALSE(sheet->IsApplyEnabled());
 }
 
@@ -82,7 +82,7 @@ TEST_F(KorvenPanelResetTest, DeclinedLeavesApplyEnabledIfItWas) {
 
 TEST_F(KorvenPanelResetTest, AcceptedShowsTheDefaultsAndMarksAChange) {
     Reset(IDOK);
-    EXPECT_EQ(kDefaults, Shown());
+    EXPECT_EQ(Shown(), kDefaults);
     EXPECT_TRUE(sheet->IsApplyEnabled());
 }
 
@@ -101,29 +101,28 @@ TEST_F(KorvenPanelResetTest, WritesNothingUntilApply) {
     const RecordedWrites writes(module.Handle());
     Reset(IDOK);
     EXPECT_TRUE(writes.All().empty());
-    EXPECT_EQ(saved, ReadFileText(ProfilePath()));
-    EXPECT_EQ(1U, service->Calls().size());
+    EXPECT_EQ(ReadFileText(ProfilePath()), saved);
+    EXPECT_EQ(service->Calls().size(), 1U);
     ApplySuccessfully();
-    EXPECT_EQ((std::vector<std::wstring>{L"BindKeyRight", L"BindKeyCenter", L"BindKeyMinus", L"HolizonScroll",
-                                         L"BindKeyHCount"}),
-              writes.Names());
-    EXPECT_EQ("2", SavedElement("rbutton"));
+    EXPECT_EQ(writes.Names(), (std::vector<std::wstring>{L"BindKeyRight", L"BindKeyCenter", L"BindKeyMinus",
+                                                         L"HolizonScroll", L"BindKeyHCount"}));
+    EXPECT_EQ(SavedElement("rbutton"), "2");
 }
 
 TEST_F(KorvenPanelResetTest, ReachesThePageAsACommandToo) {
     sheet->Start([page = sheet->Page()] { SendMessageW(page, WM_COMMAND, IDC_PANE_RESET, 0); });
     AnswerMessageBox("about the reset", IDOK);
     sheet->Settle();
-    EXPECT_EQ(kDefaults, Shown());
+    EXPECT_EQ(Shown(), kDefaults);
     EXPECT_TRUE(sheet->IsApplyEnabled());
 }
 
 TEST_F(KorvenPanelResetTest, TakesTheInitialValuesThatTheServiceSent) {
     service->SendData(sheet->Page(), kSent.data(), sizeof kSent);
-    EXPECT_EQ(20, Chosen(IDC_PANE_RIGHT)) << "the values show before they are asked for";
+    EXPECT_EQ(Chosen(IDC_PANE_RIGHT), 20) << "the values show before they are asked for";
     EXPECT_FALSE(sheet->IsApplyEnabled());
     Reset(IDOK);
-    EXPECT_EQ(kSent, Shown());
+    EXPECT_EQ(Shown(), kSent);
 }
 
 TEST_F(KorvenPanelResetTest, LastRecordOfTheServiceCounts) {
@@ -132,14 +131,14 @@ TEST_F(KorvenPanelResetTest, LastRecordOfTheServiceCounts) {
     service->SendData(sheet->Page(), kSent.data(), sizeof kSent);
     service->SendData(sheet->Page(), last.data(), sizeof last);
     Reset(IDOK);
-    EXPECT_EQ(last, Shown());
+    EXPECT_EQ(Shown(), last);
 }
 
 TEST_F(KorvenPanelResetTest, ShortRecordIsIgnored) {
     for (const DWORD size : {0UL, 1UL, 4UL, 40UL, 43UL}) service->SendData(sheet->Page(), kSent.data(), size);
     service->SendData(sheet->Page(), nullptr, 0);
     Reset(IDOK);
-    EXPECT_EQ(kDefaults, Shown());
+    EXPECT_EQ(Shown(), kDefaults);
 }
 
 TEST_F(KorvenPanelResetTest, RestOfALongRecordIsIgnored) {
@@ -148,7 +147,7 @@ TEST_F(KorvenPanelResetTest, RestOfALongRecordIsIgnored) {
     std::copy(kSent.begin(), kSent.end(), longer.begin());
     service->SendData(sheet->Page(), longer.data(), sizeof longer);
     Reset(IDOK);
-    EXPECT_EQ(kSent, Shown());
+    EXPECT_EQ(Shown(), kSent);
 }
 
 TEST_F(KorvenPanelResetTest, RecordOfAnotherSenderIsIgnored) {
@@ -157,7 +156,7 @@ TEST_F(KorvenPanelResetTest, RecordOfAnotherSenderIsIgnored) {
         SendMessageW(sheet->Page(), WM_COPYDATA, reinterpret_cast<WPARAM>(sender), reinterpret_cast<LPARAM>(&data));
     }
     Reset(IDOK);
-    EXPECT_EQ(kDefaults, Shown());
+    EXPECT_EQ(Shown(), kDefaults);
 }
 
 TEST_F(KorvenPanelResetTest, RecordIsIgnoredWhenNoServiceRuns) {
@@ -165,7 +164,7 @@ TEST_F(KorvenPanelResetTest, RecordIsIgnoredWhenNoServiceRuns) {
     COPYDATASTRUCT data{0, sizeof kSent, const_cast<std::int32_t*>(kSent.data())};
     SendMessageW(sheet->Page(), WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&data));
     Reset(IDOK);
-    EXPECT_EQ(kDefaults, Shown());
+    EXPECT_EQ(Shown(), kDefaults);
 }
 
 TEST_F(KorvenPanelResetTest, SentValuesOutOfRangeGiveWayToTheDefaults) {
@@ -175,20 +174,20 @@ TEST_F(KorvenPanelResetTest, SentValuesOutOfRangeGiveWayToTheDefaults) {
     sent[10] = -2;
     service->SendData(sheet->Page(), sent.data(), sizeof sent);
     Reset(IDOK);
-    EXPECT_EQ(2, Chosen(IDC_PANE_RIGHT));
-    EXPECT_EQ(9, Chosen(IDC_PANE_CENTER));
-    EXPECT_EQ(-2, Chosen(IDC_PANE_REVOLUTION_COUNT));
-    EXPECT_EQ(2, Chosen(IDC_PANE_LEFT));
+    EXPECT_EQ(Chosen(IDC_PANE_RIGHT), 2);
+    EXPECT_EQ(Chosen(IDC_PANE_CENTER), 9);
+    EXPECT_EQ(Chosen(IDC_PANE_REVOLUTION_COUNT), -2);
+    EXPECT_EQ(Chosen(IDC_PANE_LEFT), 2);
 }
 
 TEST_F(KorvenPanelResetTest, LeavesTheKeysOfTheProfileAlone) {
-    EXPECT_EQ(L"Arbitrary key[Left Ctrl+A]", SelectedText(sheet->PaneControl(IDC_PANE_BUTTON4)));
+    EXPECT_EQ(SelectedText(sheet->PaneControl(IDC_PANE_BUTTON4)), L"Arbitrary key[Left Ctrl+A]");
     Reset(IDOK);
     const std::vector<ComboEntry> entries = EntriesOf(sheet->PaneControl(IDC_PANE_BUTTON4));
     const auto index = static_cast<std::size_t>(IndexOfData(sheet->PaneControl(IDC_PANE_BUTTON4), 37));
-    EXPECT_EQ(L"Arbitrary key", entries[index].text);
+    EXPECT_EQ(entries[index].text, L"Arbitrary key");
     ApplySuccessfully();
-    EXPECT_EQ("Left Ctrl+A", SavedElement("button4_etcKey"));
+    EXPECT_EQ(SavedElement("button4_etcKey"), "Left Ctrl+A");
 }
 
 TEST_F(KorvenPanelResetTest, LeavesGesturesAndProgramsAlone) {
@@ -197,11 +196,11 @@ TEST_F(KorvenPanelResetTest, LeavesGesturesAndProgramsAlone) {
     ApplySuccessfully();
     const std::string saved = ReadFileText(ProfilePath());
     for (const char* text : {"<Key>UR</Key>", "<Memo>note</Memo>", "<path>C:\\edit.exe</path>"}) {
-        EXPECT_NE(std::string::npos, saved.find(text)) << text;
+        EXPECT_NE(saved.find(text), std::string::npos) << text;
     }
     const auto values = ModelValues();
-    EXPECT_EQ(0U, values.count(L"Gesture")) << "it is what it was";
-    EXPECT_EQ(0U, values.count(L"ProfileApp"));
+    EXPECT_EQ(values.count(L"Gesture"), 0U) << "it is what it was";
+    EXPECT_EQ(values.count(L"ProfileApp"), 0U);
 }
 
 }  // namespace

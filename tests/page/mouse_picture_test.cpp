@@ -107,14 +107,14 @@ protected:
 
 TEST_F(MousePictureTest, ModelWithTiltHasEightPictures) {
     mouse.buttonCount = 3;
-    EXPECT_EQ(FilesUpTo(7), LoadedFiles());
+    EXPECT_EQ(LoadedFiles(), FilesUpTo(7));
 }
 
 TEST_F(MousePictureTest, ModelWithoutTiltHasOneMoreThanButtons) {
     mouse.hasTilt = 0;
     for (const DWORD buttons : {0UL, 3UL, 7UL}) {
         mouse.buttonCount = buttons;
-        EXPECT_EQ(FilesUpTo(static_cast<int>(buttons)), LoadedFiles());
+        EXPECT_EQ(LoadedFiles(), FilesUpTo(static_cast<int>(buttons)));
     }
 }
 
@@ -122,22 +122,21 @@ TEST_F(MousePictureTest, FilesAreNamedAfterTheModelsPicture) {
     mouse.hasTilt = 0;
     mouse.buttonCount = 1;
     mouse.image = L"Mouse \u00E4 7";
-    EXPECT_EQ((std::vector<std::wstring>{serviceFolder + L"MouseImage\\Mouse \u00E4 7.png",
-                                         serviceFolder + L"MouseImage\\Mouse \u00E4 7_1.png"}),
-              LoadedFiles());
+    EXPECT_EQ(LoadedFiles(), (std::vector<std::wstring>{serviceFolder + L"MouseImage\\Mouse \u00E4 7.png",
+                                                        serviceFolder + L"MouseImage\\Mouse \u00E4 7_1.png"}));
 }
 
 TEST_F(MousePictureTest, FocusMarksTheControlInThePicture) {
     WritePictures({0, 1, 2, 3, 4, 5, 6, 7});
     Open();
     SetFocusTo(sheet->PageControl(IDC_PAGE_PROFILE));
-    EXPECT_EQ(ColourOf(0), ShownColour());
+    EXPECT_EQ(ShownColour(), ColourOf(0));
     for (int slot = 0; slot < 7; ++slot) {
         SetFocusTo(sheet->PaneControl(kSlotControls[slot]));
-        EXPECT_EQ(ColourOf(slot + 1), ShownColour()) << slot;
+        EXPECT_EQ(ShownColour(), ColourOf(slot + 1)) << slot;
     }
     SetFocusTo(sheet->PaneControl(IDC_PANE_HELP));
-    EXPECT_EQ(ColourOf(0), ShownColour());
+    EXPECT_EQ(ShownColour(), ColourOf(0));
 }
 
 TEST_F(MousePictureTest, FillsThePictureControl) {
@@ -151,32 +150,32 @@ TEST_F(MousePictureTest, FillsThePictureControl) {
         const LRESULT bitmap = SendMessageW(control, STM_GETIMAGE, IMAGE_BITMAP, 0);
         GetObjectW(reinterpret_cast<HBITMAP>(bitmap), sizeof info, &info);
     });
-    EXPECT_EQ(area.right, info.bmWidth);
-    EXPECT_EQ(area.bottom, info.bmHeight);
-    EXPECT_EQ(32, info.bmBitsPixel);
+    EXPECT_EQ(info.bmWidth, area.right);
+    EXPECT_EQ(info.bmHeight, area.bottom);
+    EXPECT_EQ(info.bmBitsPixel, 32);
 }
 
 TEST_F(MousePictureTest, MissingPictureIsTheColourOfDialogs) {
     WritePictures({0, 2});
     Open();
     SetFocusTo(sheet->PaneControl(IDC_PANE_LEFT));
-    EXPECT_EQ(GetSysColor(COLOR_BTNFACE), ShownColour());
+    EXPECT_EQ(ShownColour(), GetSysColor(COLOR_BTNFACE));
     SetFocusTo(sheet->PaneControl(IDC_PANE_RIGHT));
-    EXPECT_EQ(ColourOf(2), ShownColour());
+    EXPECT_EQ(ShownColour(), ColourOf(2));
 }
 
 TEST_F(MousePictureTest, TransparentPartsShowTheColourOfDialogs) {
     WritePng(FileOf(0), Gdiplus::Color::MakeARGB(0, 255, 0, 0));
     Open();
     SetFocusTo(sheet->PageControl(IDC_PAGE_PROFILE));
-    EXPECT_EQ(GetSysColor(COLOR_BTNFACE), ShownColour());
+    EXPECT_EQ(ShownColour(), GetSysColor(COLOR_BTNFACE));
 }
 
 TEST_F(MousePictureTest, BrokenPictureIsTheColourOfDialogs) {
     WriteFileText(FileOf(0).wstring(), "no picture");
     Open();
     SetFocusTo(sheet->PageControl(IDC_PAGE_PROFILE));
-    EXPECT_EQ(GetSysColor(COLOR_BTNFACE), ShownColour());
+    EXPECT_EQ(ShownColour(), GetSysColor(COLOR_BTNFACE));
 }
 
 TEST_F(MousePictureTest, EachFileIsLoadedOnce) {
@@ -193,7 +192,7 @@ TEST_F(MousePictureTest, EachFileIsLoadedOnce) {
         SetFocusTo(sheet->PaneControl(IDC_PANE_RIGHT));
         SetFocusTo(sheet->PageControl(IDC_PAGE_PROFILE));
     }
-    EXPECT_EQ(FilesUpTo(2), files);
+    EXPECT_EQ(files, FilesUpTo(2));
 }
 
 TEST_F(MousePictureTest, UnknownServiceFolderShowsNoPictures) {
@@ -204,7 +203,7 @@ TEST_F(MousePictureTest, UnknownServiceFolderShowsNoPictures) {
     SetCurrentDirectoryW(user.ApplicationData().c_str());
     Open();
     SetFocusTo(sheet->PageControl(IDC_PAGE_PROFILE));
-    EXPECT_EQ(CLR_INVALID, ShownColour());
+    EXPECT_EQ(ShownColour(), CLR_INVALID);
     SetCurrentDirectoryW(before);
 }
 
@@ -224,10 +223,10 @@ TEST_F(MousePictureTest, AllPicturesShareOneStartOfGdiplus) {
         Gdiplus::GdiplusShutdown(token);
     });
     Open();
-    EXPECT_EQ(1, started);
-    EXPECT_EQ(1, running);
+    EXPECT_EQ(started, 1);
+    EXPECT_EQ(running, 1);
     Close();
-    EXPECT_EQ(0, running);
+    EXPECT_EQ(running, 0);
 }
 
 TEST_F(MousePictureTest, BitmapsAreDeletedWhenTheyAreReplacedAndAtTheEnd) {
@@ -236,7 +235,7 @@ TEST_F(MousePictureTest, BitmapsAreDeletedWhenTheyAreReplacedAndAtTheEnd) {
     const ReplacedImport<"GdipCreateHBITMAPFromBitmap", Gdiplus::GpStatus(Gdiplus::GpBitmap*, HBITMAP*, Gdiplus::ARGB)>
         make(module.Handle(), [&](Gdiplus::GpBitmap* bitmap, HBITMAP* handle, Gdiplus::ARGB background) {
             ++made;
-            EXPECT_EQ(0xFF000000U, background);
+            EXPECT_EQ(background, 0xFF000000U);
             return gdi::GdipCreateHBITMAPFromBitmap(bitmap, handle, background);
         });
     const ReplacedImport<"DeleteObject", decltype(DeleteObject)> destroy(module.Handle(), [&](HGDIOBJ object) {
@@ -247,7 +246,7 @@ TEST_F(MousePictureTest, BitmapsAreDeletedWhenTheyAreReplacedAndAtTheEnd) {
     for (const int control : kSlotControls) SetFocusTo(sheet->PaneControl(control));
     EXPECT_GE(made, 8);
     Close();
-    EXPECT_EQ(made, deleted);
+    EXPECT_EQ(deleted, made);
 }
 
 // As the picture control of version 6 of the common controls does with a bitmap that has an alpha channel.
@@ -276,7 +275,7 @@ TEST_F(MousePictureTest, BitmapsAreDeletedWhenTheControlShowsACopy) {
     Open();
     for (const int control : kSlotControls) SetFocusTo(sheet->PaneControl(control));
     EXPECT_GE(copies, 8);
-    EXPECT_EQ(1U, alive.size()) << "nothing but what is shown";
+    EXPECT_EQ(alive.size(), 1U) << "nothing but what is shown";
     Close();
     EXPECT_TRUE(alive.empty());
 }

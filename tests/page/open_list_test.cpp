@@ -71,11 +71,11 @@ TEST_F(OpenListTest, AChooserGetsBackWhatItHadBefore) {
             GoTo(combo, data);
             way.leave();
             AwaitClosedList(combo);
-            EXPECT_EQ(1, Chosen(IDC_PANE_LEFT));
+            EXPECT_EQ(Chosen(IDC_PANE_LEFT), 1);
         }
     }
     ApplySuccessfully();
-    EXPECT_EQ("1", SavedElement("lbutton"));
+    EXPECT_EQ(SavedElement("lbutton"), "1");
 }
 
 TEST_F(OpenListTest, TheKeysThatCloseAListGiveBackOrConfirm) {
@@ -87,7 +87,7 @@ TEST_F(OpenListTest, TheKeysThatCloseAListGiveBackOrConfirm) {
         GoTo(combo, 2);
         Press(withAlt ? VK_UP : VK_F4, withAlt);
         AwaitClosedList(combo);
-        EXPECT_EQ(1, Chosen(IDC_PANE_LEFT));
+        EXPECT_EQ(Chosen(IDC_PANE_LEFT), 1);
     }
 }
 
@@ -98,12 +98,12 @@ TEST_F(OpenListTest, ApplyStoresWhatWasChosenBefore) {
     const HWND left = sheet->PaneControl(IDC_PANE_LEFT);
     GoTo(left, 2);
     ApplySuccessfully();
-    EXPECT_EQ("1", SavedElement("lbutton"));
+    EXPECT_EQ(SavedElement("lbutton"), "1");
     EXPECT_FALSE(IsListOpen(left));
-    EXPECT_EQ(1, Chosen(IDC_PANE_LEFT));
+    EXPECT_EQ(Chosen(IDC_PANE_LEFT), 1);
     GoTo(sheet->PaneControl(IDC_PANE_BUTTON5), 36);
     ApplySuccessfully();
-    EXPECT_EQ("4", SavedElement("button5"));
+    EXPECT_EQ(SavedElement("button5"), "4");
     EXPECT_TRUE(ModelValues().empty());
 }
 
@@ -115,7 +115,7 @@ TEST_F(OpenListTest, AConfirmedChoiceIsNotTakenBackByTheWarning) {
     PressKey(VK_RETURN);
     ExpectWarning(AnswerMessageBox("about the gesture", IDOK), L"Gesture is already registered.");
     EXPECT_TRUE(sheet->IsQuiet());
-    EXPECT_EQ(4, Chosen(IDC_PANE_BUTTON5));
+    EXPECT_EQ(Chosen(IDC_PANE_BUTTON5), 4);
     GoTo(sheet->PaneControl(IDC_PANE_RIGHT), 5);
     PressKey(VK_RETURN);
     AwaitClosedList(sheet->PaneControl(IDC_PANE_RIGHT));
@@ -123,8 +123,8 @@ TEST_F(OpenListTest, AConfirmedChoiceIsNotTakenBackByTheWarning) {
     PressKey(VK_RETURN);
     ExpectWarning(AnswerMessageBox("about the left click", IDOK), L"Left Click is not set.");
     EXPECT_TRUE(sheet->IsQuiet());
-    EXPECT_EQ(1, Chosen(IDC_PANE_LEFT));
-    EXPECT_EQ(5, Chosen(IDC_PANE_RIGHT));
+    EXPECT_EQ(Chosen(IDC_PANE_LEFT), 1);
+    EXPECT_EQ(Chosen(IDC_PANE_RIGHT), 5);
 }
 
 TEST_F(OpenListTest, AConfirmedArbitraryKeyIsNotTakenBackByItsDialog) {
@@ -137,11 +137,11 @@ TEST_F(OpenListTest, AConfirmedArbitraryKeyIsNotTakenBackByItsDialog) {
     EnterKey(dialog, IDC_KEYS_INPUT1, L"A");
     CloseKeyDialog(dialog, IDC_KEYS_OK);
     EXPECT_TRUE(sheet->IsQuiet());
-    EXPECT_EQ(L"Arbitrary key[A]", SelectedText(combo));
+    EXPECT_EQ(SelectedText(combo), L"Arbitrary key[A]");
     GoTo(combo, 3);
     PressKey(VK_ESCAPE);
     AwaitClosedList(combo);
-    EXPECT_EQ(L"Arbitrary key[A]", SelectedText(combo));
+    EXPECT_EQ(SelectedText(combo), L"Arbitrary key[A]");
 }
 
 TEST_F(OpenListTest, WhatNobodyConfirmedIsStoredOnlyIfTheRulesAllowIt) {
@@ -150,23 +150,23 @@ TEST_F(OpenListTest, WhatNobodyConfirmedIsStoredOnlyIfTheRulesAllowIt) {
     SetSilently(IDC_PANE_LEFT, 2);
     SetSilently(IDC_PANE_CENTER, 10);
     ApplySuccessfully();
-    EXPECT_EQ("1", SavedElement("lbutton"));
-    EXPECT_EQ(1, Chosen(IDC_PANE_LEFT));
+    EXPECT_EQ(SavedElement("lbutton"), "1");
+    EXPECT_EQ(Chosen(IDC_PANE_LEFT), 1);
     SetSilently(IDC_PANE_BUTTON5, 36);
     ApplySuccessfully();
-    EXPECT_EQ("4", SavedElement("button5"));
+    EXPECT_EQ(SavedElement("button5"), "4");
     SetSilently(IDC_PANE_CENTER, 10);
     ApplySuccessfully();
-    EXPECT_EQ("10", SavedElement("tbutton"));
+    EXPECT_EQ(SavedElement("tbutton"), "10");
 }
 
 TEST_F(OpenListTest, AProfileThatNeverHadALeftClickIsStoredAsItIs) {
     WriteProfiles({ProfileText("Default", {{"lbutton", "5"}, {"rbutton", "36"}, {"button4", "36"}})});
     Open();
     ApplySuccessfully();
-    EXPECT_EQ("5", SavedElement("lbutton"));
-    EXPECT_EQ("36", SavedElement("rbutton"));
-    EXPECT_EQ("36", SavedElement("button4"));
+    EXPECT_EQ(SavedElement("lbutton"), "5");
+    EXPECT_EQ(SavedElement("rbutton"), "36");
+    EXPECT_EQ(SavedElement("button4"), "36");
 }
 
 TEST_F(OpenListTest, AProfileThatBreaksTheRulesTakesNothingOnThatNobodyConfirmed) {
@@ -174,9 +174,9 @@ TEST_F(OpenListTest, AProfileThatBreaksTheRulesTakesNothingOnThatNobodyConfirmed
     Open();
     SetSilently(IDC_PANE_BUTTON5, 36);
     ApplySuccessfully();
-    EXPECT_EQ("5", SavedElement("lbutton"));
-    EXPECT_EQ("36", SavedElement("button4"));
-    EXPECT_EQ("4", SavedElement("button5"));
+    EXPECT_EQ(SavedElement("lbutton"), "5");
+    EXPECT_EQ(SavedElement("button4"), "36");
+    EXPECT_EQ(SavedElement("button5"), "4");
 }
 
 TEST_F(OpenListTest, WhateverIsDoneToAChooserTheRulesAreKept) {
@@ -188,9 +188,9 @@ TEST_F(OpenListTest, WhateverIsDoneToAChooserTheRulesAreKept) {
     const auto turnWheel = [](HWND combo) { SendMessageW(combo, WM_MOUSEWHEEL, MAKEWPARAM(0, -WHEEL_DELTA), 0); };
     const auto expectRules = [&](const std::string& what) {
         ApplySuccessfully();
-        EXPECT_EQ("1", SavedElement("lbutton")) << what;
-        EXPECT_EQ("36", SavedElement("button4")) << what;
-        EXPECT_NE("36", SavedElement("button5")) << what;
+        EXPECT_EQ(SavedElement("lbutton"), "1") << what;
+        EXPECT_EQ(SavedElement("button4"), "36") << what;
+        EXPECT_NE(SavedElement("button5"), "36") << what;
     };
     SetFocusTo(left);
     sheet->Start([=] { turnWheel(left); });
@@ -219,8 +219,8 @@ TEST_F(OpenListTest, WhateverIsDoneToAChooserTheRulesAreKept) {
     expectRules("another tab");
     GoTo(left, 2);
     sheet->PressOk();
-    EXPECT_EQ(1, sheet->AwaitClosed());
-    EXPECT_EQ("1", SavedElement("lbutton"));
+    EXPECT_EQ(sheet->AwaitClosed(), 1);
+    EXPECT_EQ(SavedElement("lbutton"), "1");
 }
 
 TEST_F(OpenListTest, ApplyStoresTheProfileFromBeforeItsListWasOpened) {
@@ -236,8 +236,8 @@ TEST_F(OpenListTest, ApplyStoresTheProfileFromBeforeItsListWasOpened) {
     // As a program presses it, which leaves the focus where it is.
     SendMessageW(sheet->Sheet(), PSM_APPLY, 0, 0);
     EXPECT_FALSE(IsListOpen(combo));
-    EXPECT_EQ(0, SendMessageW(combo, CB_GETCURSEL, 0, 0));
-    EXPECT_EQ("0", SavedElement("select_profile", -1));
+    EXPECT_EQ(SendMessageW(combo, CB_GETCURSEL, 0, 0), 0);
+    EXPECT_EQ(SavedElement("select_profile", -1), "0");
 }
 
 TEST_F(OpenListTest, TheNumberOfRevolutionsComesBackWithItsSpeeds) {
@@ -248,7 +248,7 @@ TEST_F(OpenListTest, TheNumberOfRevolutionsComesBackWithItsSpeeds) {
     EXPECT_TRUE(ComesTrue([&] { return !IsEnabled(IDC_PANE_FLYING_SPEED); }));
     PressKey(VK_ESCAPE);
     AwaitClosedList(combo);
-    EXPECT_EQ(2, Chosen(IDC_PANE_REVOLUTION_COUNT));
+    EXPECT_EQ(Chosen(IDC_PANE_REVOLUTION_COUNT), 2);
     EXPECT_TRUE(IsEnabled(IDC_PANE_FLYING_SPEED));
 }
 
@@ -264,11 +264,11 @@ TEST_F(OpenListTest, TheProfileComesBackWithItsSettings) {
     EXPECT_TRUE(ComesTrue([&] { return Chosen(IDC_PANE_CENTER) == 11; }));
     PressKey(VK_ESCAPE);
     AwaitClosedList(combo);
-    EXPECT_EQ(0, SendMessageW(combo, CB_GETCURSEL, 0, 0));
-    EXPECT_EQ(10, Chosen(IDC_PANE_CENTER));
+    EXPECT_EQ(SendMessageW(combo, CB_GETCURSEL, 0, 0), 0);
+    EXPECT_EQ(Chosen(IDC_PANE_CENTER), 10);
     ApplySuccessfully();
-    EXPECT_EQ("10", SavedElement("tbutton", 0));
-    EXPECT_EQ("11", SavedElement("tbutton", 1));
+    EXPECT_EQ(SavedElement("tbutton", 0), "10");
+    EXPECT_EQ(SavedElement("tbutton", 1), "11");
 }
 
 TEST_F(OpenListTest, TheFunctionOfAGestureComesBack) {
@@ -280,10 +280,10 @@ TEST_F(OpenListTest, TheFunctionOfAGestureComesBack) {
     PressKey(VK_ESCAPE);
     Await("the closed list", [=] { return !IsListOpen(combo); });
     sheet->Settle();
-    EXPECT_EQ(5, SelectedData(combo));
+    EXPECT_EQ(SelectedData(combo), 5);
     GoTo(combo, 7);
     CloseEditor(editor, IDOK);
-    EXPECT_EQ((RowTexts{L"U", L"Switch applications", L""}), Row(0));
+    EXPECT_EQ(Row(0), (RowTexts{L"U", L"Switch applications", L""}));
 }
 
 TEST_F(OpenListTest, TheArbitraryKeyOfAGestureIsNotTakenBackByItsDialog) {
@@ -298,9 +298,9 @@ TEST_F(OpenListTest, TheArbitraryKeyOfAGestureIsNotTakenBackByItsDialog) {
     const HWND dialog = AwaitKeyDialog();
     EnterKey(dialog, IDC_KEYS_INPUT1, L"A");
     CloseKeyDialog(dialog, IDC_KEYS_OK);
-    EXPECT_EQ(L"Arbitrary key[A]", SelectedText(combo));
+    EXPECT_EQ(SelectedText(combo), L"Arbitrary key[A]");
     CloseEditor(editor, IDOK);
-    EXPECT_EQ((RowTexts{L"U", L"Arbitrary key[A]", L""}), Row(0));
+    EXPECT_EQ(Row(0), (RowTexts{L"U", L"Arbitrary key[A]", L""}));
 }
 
 }  // namespace

@@ -112,7 +112,7 @@ TEST_F(OsVersionTest, IsTheExpectedOne) {
     OSVERSIONINFOW version{};
     version.dwOSVersionInfoSize = sizeof version;
     GetVersionExW(&version);
-    EXPECT_EQ(ExpectedOs(), std::to_string(version.dwMajorVersion) + "." + std::to_string(version.dwMinorVersion));
+    EXPECT_EQ(std::to_string(version.dwMajorVersion) + "." + std::to_string(version.dwMinorVersion), ExpectedOs());
 }
 
 TEST_F(OsVersionTest, DecidesWhatTheChoosersOffer) {
@@ -121,7 +121,7 @@ TEST_F(OsVersionTest, DecidesWhatTheChoosersOffer) {
         Open();
         for (DWORD slot = 0; slot < 7; ++slot) {
             SCOPED_TRACE(testing::Message() << "buttons " << buttons << ", slot " << slot);
-            EXPECT_EQ(ExpectedEntries(slot < buttons), EntriesOf(sheet->PaneControl(kSlotControls[slot])));
+            EXPECT_EQ(EntriesOf(sheet->PaneControl(kSlotControls[slot])), ExpectedEntries(slot < buttons));
         }
         Close();
     }
@@ -133,7 +133,7 @@ TEST_F(OsVersionTest, DecidesWhatTheGestureEditorOffers) {
         mouse.buttonCount = buttons;
         WriteProfiles({ProfileText("Default", {{"lbutton", "36"}})});
         Open();
-        EXPECT_EQ(Without({36, 38}), EditorEntries()) << "whatever the mouse has";
+        EXPECT_EQ(EditorEntries(), Without({36, 38})) << "whatever the mouse has";
         Close();
     }
 }
@@ -143,7 +143,7 @@ TEST_F(OsVersionTest, DecidesWhetherTheGestureEditorShowsAGesturesFunction) {
     const bool hasCharms = ExpectedOs() == "6.2";
     const auto expectFunction = [&](int row, std::optional<int> function) {
         const HWND opened = EditRow(row);
-        EXPECT_EQ(function, SelectedData(GetDlgItem(opened, IDC_GESTURE_FUNCTION))) << row;
+        EXPECT_EQ(SelectedData(GetDlgItem(opened, IDC_GESTURE_FUNCTION)), function) << row;
         CloseEditor(opened, IDCANCEL);
         SelectRow(row, false);
     };
@@ -158,9 +158,9 @@ TEST_F(OsVersionTest, KeepsCodesOfOtherVersionsAtApply) {
     Open();
     ForgetModelValues();
     ApplySuccessfully();
-    EXPECT_EQ("53", SavedElement("rbutton"));
-    EXPECT_EQ("31", SavedElement("tbutton"));
-    EXPECT_EQ("35", SavedElement("button4"));
+    EXPECT_EQ(SavedElement("rbutton"), "53");
+    EXPECT_EQ(SavedElement("tbutton"), "31");
+    EXPECT_EQ(SavedElement("button4"), "35");
     EXPECT_TRUE(ModelValues().empty());
 }
 

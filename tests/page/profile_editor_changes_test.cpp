@@ -15,24 +15,24 @@ TEST_F(RenamingAProfileTest, StartsWithTheOldNameAndShowsTheNew) {
     Command(IDC_PROFILES_RENAME);
     const HWND dialog = AwaitNameDialog();
     sheet->Settle();
-    EXPECT_EQ(L"Change profile name", TextOf(dialog));
-    EXPECT_EQ(L"a", TextOf(GetDlgItem(dialog, IDC_PROFILE_NAME)));
+    EXPECT_EQ(TextOf(dialog), L"Change profile name");
+    EXPECT_EQ(TextOf(GetDlgItem(dialog, IDC_PROFILE_NAME)), L"a");
     EnterName(dialog, L"renamed");
     CloseNameDialog(dialog, IDOK);
     EXPECT_TRUE(IsQuiet());
-    EXPECT_EQ((Names{L"Default", L"renamed", L"b"}), Profiles());
-    EXPECT_EQ((std::vector<int>{1}), editor->SelectedRows(IDC_PROFILES_LIST));
-    EXPECT_EQ((Names{L"C:\\x.exe"}), ProgramPaths());
+    EXPECT_EQ(Profiles(), (Names{L"Default", L"renamed", L"b"}));
+    EXPECT_EQ(editor->SelectedRows(IDC_PROFILES_LIST), (std::vector<int>{1}));
+    EXPECT_EQ(ProgramPaths(), (Names{L"C:\\x.exe"}));
     CloseEditor(IDOK);
-    EXPECT_EQ((std::vector<std::string>{"Default", "renamed", "b"}), SavedNames());
-    EXPECT_EQ((std::vector<std::string>{"C:\\x.exe"}), SavedPaths(1));
+    EXPECT_EQ(SavedNames(), (std::vector<std::string>{"Default", "renamed", "b"}));
+    EXPECT_EQ(SavedPaths(1), (std::vector<std::string>{"C:\\x.exe"}));
 }
 
 TEST_F(RenamingAProfileTest, DefaultProfileKeepsItsName) {
     OpenEditor({ProfileText("a"), ProfileText("Default")});
     editor->SelectProfiles({1});
     ExpectRefusal(IDC_PROFILES_RENAME, kRenameDefault);
-    EXPECT_EQ((Names{L"a", L"Default"}), Profiles());
+    EXPECT_EQ(Profiles(), (Names{L"a", L"Default"}));
 }
 
 TEST_F(RenamingAProfileTest, TakenNamesAreRefusedItsOwnAmongThem) {
@@ -43,10 +43,10 @@ TEST_F(RenamingAProfileTest, TakenNamesAreRefusedItsOwnAmongThem) {
         ExpectWarning(AnswerMessageBox("about the name", IDOK), kNameUsed);
         EXPECT_TRUE(IsQuiet());
     }
-    EXPECT_EQ((Names{L"Default", L"a", L"b"}), Profiles());
+    EXPECT_EQ(Profiles(), (Names{L"Default", L"a", L"b"}));
     const std::string before = Saved();
     CloseEditor(IDOK);
-    EXPECT_EQ(before, Saved());
+    EXPECT_EQ(Saved(), before);
 }
 
 TEST_F(RenamingAProfileTest, AnotherCaseIsAnotherName) {
@@ -55,7 +55,7 @@ TEST_F(RenamingAProfileTest, AnotherCaseIsAnotherName) {
     Name(IDC_PROFILES_RENAME, L"A");
     Name(IDC_PROFILES_RENAME, L"B");
     EXPECT_TRUE(IsQuiet());
-    EXPECT_EQ((Names{L"Default", L"B", L"b"}), Profiles());
+    EXPECT_EQ(Profiles(), (Names{L"Default", L"B", L"b"}));
 }
 
 TEST_F(RenamingAProfileTest, EmptyNameIsAcceptedOnce) {
@@ -63,13 +63,13 @@ TEST_F(RenamingAProfileTest, EmptyNameIsAcceptedOnce) {
     editor->SelectProfiles({1});
     Name(IDC_PROFILES_RENAME, L"");
     EXPECT_TRUE(IsQuiet());
-    EXPECT_EQ((Names{L"Default", L"", L"b"}), Profiles());
+    EXPECT_EQ(Profiles(), (Names{L"Default", L"", L"b"}));
     editor->SelectProfiles({2});
     Name(IDC_PROFILES_RENAME, L"");
     ExpectWarning(AnswerMessageBox("about the name", IDOK), kNameUsed);
     CloseEditor(IDOK);
-    EXPECT_EQ((std::vector<std::string>{"Default", "", "b"}), SavedNames());
-    EXPECT_EQ((Names{L"Default", L"", L"b"}), ComboProfiles());
+    EXPECT_EQ(SavedNames(), (std::vector<std::string>{"Default", "", "b"}));
+    EXPECT_EQ(ComboProfiles(), (Names{L"Default", L"", L"b"}));
 }
 
 TEST_F(RenamingAProfileTest, CancelledNameDoesNothing) {
@@ -81,7 +81,7 @@ TEST_F(RenamingAProfileTest, CancelledNameDoesNothing) {
     EnterName(dialog, L"other");
     CloseNameDialog(dialog, IDCANCEL);
     EXPECT_TRUE(IsQuiet());
-    EXPECT_EQ((Names{L"Default", L"a"}), Profiles());
+    EXPECT_EQ(Profiles(), (Names{L"Default", L"a"}));
 }
 
 TEST_F(RenamingAProfileTest, NamesAreComparedByTheirFirst255Characters) {
@@ -91,10 +91,10 @@ TEST_F(RenamingAProfileTest, NamesAreComparedByTheirFirst255Characters) {
     Command(IDC_PROFILES_RENAME);
     const HWND dialog = AwaitNameDialog();
     sheet->Settle();
-    EXPECT_EQ(std::wstring(255, L'n'), TextOf(GetDlgItem(dialog, IDC_PROFILE_NAME)));
+    EXPECT_EQ(TextOf(GetDlgItem(dialog, IDC_PROFILE_NAME)), std::wstring(255, L'n'));
     CloseNameDialog(dialog, IDOK);
     EXPECT_TRUE(IsQuiet()) << "254 characters are another name than 255";
-    EXPECT_EQ((Names{L"Default", std::wstring(254, L'n'), L"a"}), Profiles());
+    EXPECT_EQ(Profiles(), (Names{L"Default", std::wstring(254, L'n'), L"a"}));
 }
 
 class CopyingAProfileTest : public ProfileEditorTest {};
@@ -112,22 +112,22 @@ TEST_F(CopyingAProfileTest, CopyHasTheSettingsAndNoPrograms) {
     Command(IDC_PROFILES_COPY);
     const HWND dialog = AwaitNameDialog();
     sheet->Settle();
-    EXPECT_EQ(L"Copy profile", TextOf(dialog));
-    EXPECT_EQ(L"a", TextOf(GetDlgItem(dialog, IDC_PROFILE_NAME)));
+    EXPECT_EQ(TextOf(dialog), L"Copy profile");
+    EXPECT_EQ(TextOf(GetDlgItem(dialog, IDC_PROFILE_NAME)), L"a");
     EnterName(dialog, L"copy");
     CloseNameDialog(dialog, IDOK);
     EXPECT_TRUE(IsQuiet());
-    EXPECT_EQ((Names{L"Default", L"a", L"z", L"copy"}), Profiles());
-    EXPECT_EQ((std::vector<int>{1}), editor->SelectedRows(IDC_PROFILES_LIST));
-    EXPECT_EQ((Names{L"C:\\x.exe", L"C:\\y.exe"}), ProgramPaths());
+    EXPECT_EQ(Profiles(), (Names{L"Default", L"a", L"z", L"copy"}));
+    EXPECT_EQ(editor->SelectedRows(IDC_PROFILES_LIST), (std::vector<int>{1}));
+    EXPECT_EQ(ProgramPaths(), (Names{L"C:\\x.exe", L"C:\\y.exe"}));
     editor->SelectProfiles({3});
     EXPECT_TRUE(editor->Programs().empty());
     CloseEditor(IDOK);
-    EXPECT_EQ("6", SavedElement("tbutton", 3));
-    EXPECT_EQ("8", SavedElement("scrolls", 3));
-    EXPECT_EQ("UD", SavedElement("Key", 3));
-    EXPECT_EQ("note", SavedElement("Memo", 3));
-    EXPECT_EQ((std::vector<std::string>{"C:\\x.exe", "C:\\y.exe"}), SavedPaths(1));
+    EXPECT_EQ(SavedElement("tbutton", 3), "6");
+    EXPECT_EQ(SavedElement("scrolls", 3), "8");
+    EXPECT_EQ(SavedElement("Key", 3), "UD");
+    EXPECT_EQ(SavedElement("Memo", 3), "note");
+    EXPECT_EQ(SavedPaths(1), (std::vector<std::string>{"C:\\x.exe", "C:\\y.exe"}));
     EXPECT_TRUE(SavedPaths(3).empty());
 }
 
@@ -137,8 +137,8 @@ TEST_F(CopyingAProfileTest, DefaultProfileMayBeCopied) {
     Name(IDC_PROFILES_COPY, L"copy");
     EXPECT_TRUE(IsQuiet());
     CloseEditor(IDOK);
-    EXPECT_EQ((std::vector<std::string>{"Default", "copy"}), SavedNames());
-    EXPECT_EQ("6", SavedElement("tbutton", 1));
+    EXPECT_EQ(SavedNames(), (std::vector<std::string>{"Default", "copy"}));
+    EXPECT_EQ(SavedElement("tbutton", 1), "6");
 }
 
 TEST_F(CopyingAProfileTest, TakenNamesAreRefusedAndAnEmptyOneIsNot) {
@@ -150,7 +150,7 @@ TEST_F(CopyingAProfileTest, TakenNamesAreRefusedAndAnEmptyOneIsNot) {
     }
     Name(IDC_PROFILES_COPY, L"");
     EXPECT_TRUE(IsQuiet());
-    EXPECT_EQ((Names{L"Default", L"a", L""}), Profiles());
+    EXPECT_EQ(Profiles(), (Names{L"Default", L"a", L""}));
 }
 
 TEST_F(CopyingAProfileTest, CancelledNameDoesNothing) {
@@ -162,7 +162,7 @@ TEST_F(CopyingAProfileTest, CancelledNameDoesNothing) {
     EnterName(dialog, L"other");
     CloseNameDialog(dialog, IDCANCEL);
     EXPECT_TRUE(IsQuiet());
-    EXPECT_EQ((Names{L"Default", L"a"}), Profiles());
+    EXPECT_EQ(Profiles(), (Names{L"Default", L"a"}));
 }
 
 TEST_F(CopyingAProfileTest, IsNotLimited) {
@@ -172,10 +172,10 @@ TEST_F(CopyingAProfileTest, IsNotLimited) {
     Name(IDC_PROFILES_COPY, L"p100");
     Name(IDC_PROFILES_COPY, L"p101");
     EXPECT_TRUE(IsQuiet());
-    EXPECT_EQ(102U, Profiles().size());
-    EXPECT_EQ(L"p101", Profiles().back());
+    EXPECT_EQ(Profiles().size(), 102U);
+    EXPECT_EQ(Profiles().back(), L"p101");
     CloseEditor(IDOK);
-    EXPECT_EQ(102U, SavedNames().size());
+    EXPECT_EQ(SavedNames().size(), 102U);
 }
 
 class NewProfileTest : public ProfileEditorTest {};

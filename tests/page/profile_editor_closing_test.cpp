@@ -15,43 +15,43 @@ TEST_F(ClosingTheProfileEditorTest, OkWithoutAChangeWritesNothing) {
     OpenEditor({ProfileText("Default"), ProfileText("a")}, 1);
     const std::string before = Saved();
     CloseEditor(IDOK);
-    EXPECT_EQ(before, Saved());
-    EXPECT_EQ((Names{L"Default", L"a"}), ComboProfiles());
-    EXPECT_EQ(1, ComboSelection());
+    EXPECT_EQ(Saved(), before);
+    EXPECT_EQ(ComboProfiles(), (Names{L"Default", L"a"}));
+    EXPECT_EQ(ComboSelection(), 1);
 }
 
 TEST_F(ClosingTheProfileEditorTest, OkWritesEveryKindOfChange) {
     OpenEditor({ProfileText("Default"), ProfileText("a")});
     Name(IDC_PROFILES_ADD, L"added");
     CloseEditor(IDOK);
-    EXPECT_EQ((std::vector<std::string>{"Default", "a", "added"}), SavedNames());
+    EXPECT_EQ(SavedNames(), (std::vector<std::string>{"Default", "a", "added"}));
 
     ReopenEditor();
     editor->SelectProfiles({1});
     Name(IDC_PROFILES_RENAME, L"renamed");
     CloseEditor(IDOK);
-    EXPECT_EQ((std::vector<std::string>{"Default", "renamed", "added"}), SavedNames());
+    EXPECT_EQ(SavedNames(), (std::vector<std::string>{"Default", "renamed", "added"}));
 
     ReopenEditor();
     editor->SelectProfiles({2});
     Name(IDC_PROFILES_COPY, L"copied");
     CloseEditor(IDOK);
-    EXPECT_EQ((std::vector<std::string>{"Default", "renamed", "added", "copied"}), SavedNames());
+    EXPECT_EQ(SavedNames(), (std::vector<std::string>{"Default", "renamed", "added", "copied"}));
 
     ReopenEditor();
     editor->SelectProfiles({1});
     CommandAndAnswer(IDC_PROFILES_DELETE, IDYES);
     CloseEditor(IDOK);
-    EXPECT_EQ((std::vector<std::string>{"Default", "added", "copied"}), SavedNames());
+    EXPECT_EQ(SavedNames(), (std::vector<std::string>{"Default", "added", "copied"}));
 }
 
 TEST_F(ClosingTheProfileEditorTest, OkWritesTheModelAndTheSelectionIntoTheFile) {
     OpenEditor({ProfileText("Default"), ProfileText("a")}, 1);
     Name(IDC_PROFILES_ADD, L"added");
     CloseEditor(IDOK);
-    EXPECT_EQ("2748", ElementIn(Saved(), -1, "vid"));
-    EXPECT_EQ("161", ElementIn(Saved(), -1, "pid"));
-    EXPECT_EQ("1", ElementIn(Saved(), -1, "select_profile"));
+    EXPECT_EQ(ElementIn(Saved(), -1, "vid"), "2748");
+    EXPECT_EQ(ElementIn(Saved(), -1, "pid"), "161");
+    EXPECT_EQ(ElementIn(Saved(), -1, "select_profile"), "1");
 }
 
 TEST_F(ClosingTheProfileEditorTest, ChangeThatIsUndoneByHandIsStillWritten) {
@@ -61,8 +61,8 @@ TEST_F(ClosingTheProfileEditorTest, ChangeThatIsUndoneByHandIsStillWritten) {
     Name(IDC_PROFILES_RENAME, L"other");
     Name(IDC_PROFILES_RENAME, L"a");
     CloseEditor(IDOK);
-    EXPECT_NE(before, Saved());
-    EXPECT_EQ((std::vector<std::string>{"Default", "a"}), SavedNames());
+    EXPECT_NE(Saved(), before);
+    EXPECT_EQ(SavedNames(), (std::vector<std::string>{"Default", "a"}));
 }
 
 TEST_F(ClosingTheProfileEditorTest, ChangeOfAnEarlierOpeningIsForgotten) {
@@ -72,7 +72,7 @@ TEST_F(ClosingTheProfileEditorTest, ChangeOfAnEarlierOpeningIsForgotten) {
     const std::string before = Saved();
     ReopenEditor();
     CloseEditor(IDOK);
-    EXPECT_EQ(before, Saved());
+    EXPECT_EQ(Saved(), before);
 }
 
 TEST_F(ClosingTheProfileEditorTest, OkFillsThePagesListAnew) {
@@ -80,11 +80,11 @@ TEST_F(ClosingTheProfileEditorTest, OkFillsThePagesListAnew) {
     Name(IDC_PROFILES_ADD, L"added");
     editor->SelectProfiles({1});
     Name(IDC_PROFILES_RENAME, L"A");
-    EXPECT_EQ((Names{L"Default", L"a", L"b"}), ComboProfiles());
+    EXPECT_EQ(ComboProfiles(), (Names{L"Default", L"a", L"b"}));
     CloseEditor(IDOK);
-    EXPECT_EQ((Names{L"Default", L"A", L"b", L"added"}), ComboProfiles());
-    EXPECT_EQ(2, ComboSelection());
-    EXPECT_EQ(L"b", SelectedText(sheet->PageControl(IDC_PAGE_PROFILE)));
+    EXPECT_EQ(ComboProfiles(), (Names{L"Default", L"A", L"b", L"added"}));
+    EXPECT_EQ(ComboSelection(), 2);
+    EXPECT_EQ(SelectedText(sheet->PageControl(IDC_PAGE_PROFILE)), L"b");
 }
 
 TEST_F(ClosingTheProfileEditorTest, NewProfileCanBeChosenAndAppliedAtOnce) {
@@ -92,12 +92,12 @@ TEST_F(ClosingTheProfileEditorTest, NewProfileCanBeChosenAndAppliedAtOnce) {
     Name(IDC_PROFILES_ADD, L"added");
     CloseEditor(IDOK);
     ChooseProfile(1);
-    EXPECT_EQ(9, Chosen(IDC_PANE_CENTER));
+    EXPECT_EQ(Chosen(IDC_PANE_CENTER), 9);
     Choose(IDC_PANE_CENTER, 7);
     ApplySuccessfully();
-    EXPECT_EQ("1", ElementIn(Saved(), -1, "select_profile"));
-    EXPECT_EQ("6", SavedElement("tbutton", 0));
-    EXPECT_EQ("7", SavedElement("tbutton", 1));
+    EXPECT_EQ(ElementIn(Saved(), -1, "select_profile"), "1");
+    EXPECT_EQ(SavedElement("tbutton", 0), "6");
+    EXPECT_EQ(SavedElement("tbutton", 1), "7");
 }
 
 TEST_F(ClosingTheProfileEditorTest, PanesGoOnShowingWhatTheyShowed) {
@@ -105,8 +105,8 @@ TEST_F(ClosingTheProfileEditorTest, PanesGoOnShowingWhatTheyShowed) {
     editor->SelectProfiles({1});
     CommandAndAnswer(IDC_PROFILES_DELETE, IDYES);
     CloseEditor(IDOK);
-    EXPECT_EQ(0, ComboSelection());
-    EXPECT_EQ(6, Chosen(IDC_PANE_CENTER));
+    EXPECT_EQ(ComboSelection(), 0);
+    EXPECT_EQ(Chosen(IDC_PANE_CENTER), 6);
 }
 
 TEST_F(ClosingTheProfileEditorTest, CancelDropsEverything) {
@@ -118,15 +118,15 @@ TEST_F(ClosingTheProfileEditorTest, CancelDropsEverything) {
     Name(IDC_PROFILES_RENAME, L"renamed");
     Name(IDC_PROFILES_COPY, L"copied");
     Name(IDC_PROFILES_ADD, L"added");
-    EXPECT_EQ((Names{L"Default", L"renamed", L"b", L"copied", L"added"}), Profiles());
+    EXPECT_EQ(Profiles(), (Names{L"Default", L"renamed", L"b", L"copied", L"added"}));
     CloseEditor(IDCANCEL);
-    EXPECT_EQ(before, Saved());
-    EXPECT_EQ((Names{L"Default", L"a", L"b"}), ComboProfiles());
-    EXPECT_EQ(1, ComboSelection());
+    EXPECT_EQ(Saved(), before);
+    EXPECT_EQ(ComboProfiles(), (Names{L"Default", L"a", L"b"}));
+    EXPECT_EQ(ComboSelection(), 1);
     ReopenEditor();
-    EXPECT_EQ((Names{L"Default", L"a", L"b"}), Profiles());
+    EXPECT_EQ(Profiles(), (Names{L"Default", L"a", L"b"}));
     editor->SelectProfiles({1});
-    EXPECT_EQ((Names{L"C:\\x.exe"}), ProgramPaths());
+    EXPECT_EQ(ProgramPaths(), (Names{L"C:\\x.exe"}));
 }
 
 TEST_F(ClosingTheProfileEditorTest, EscapeAndTheCloseButtonCancel) {
@@ -136,13 +136,13 @@ TEST_F(ClosingTheProfileEditorTest, EscapeAndTheCloseButtonCancel) {
     PressKey(VK_ESCAPE);
     Await("the end of the editor", [&] { return !editor->IsOpen(); });
     EXPECT_TRUE(sheet->IsQuiet());
-    EXPECT_EQ((Names{L"Default"}), ComboProfiles());
+    EXPECT_EQ(ComboProfiles(), (Names{L"Default"}));
     ReopenEditor();
     Name(IDC_PROFILES_ADD, L"added");
     PostMessageW(editor->Window(), WM_SYSCOMMAND, SC_CLOSE, 0);
     Await("the end of the editor", [&] { return !editor->IsOpen(); });
     EXPECT_TRUE(sheet->IsQuiet());
-    EXPECT_EQ((Names{L"Default"}), ComboProfiles());
+    EXPECT_EQ(ComboProfiles(), (Names{L"Default"}));
 }
 
 TEST_F(ClosingTheProfileEditorTest, FileThatCannotBeWrittenIsReportedAndTheEditorCloses) {
@@ -153,19 +153,19 @@ TEST_F(ClosingTheProfileEditorTest, FileThatCannotBeWrittenIsReportedAndTheEdito
         // Nobody else may write or replace the file while this is open.
         const HANDLE held =
             CreateFileW(ProfilePath().c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
-        ASSERT_NE(INVALID_HANDLE_VALUE, held);
+        ASSERT_NE(held, INVALID_HANDLE_VALUE);
         editor->Press(IDOK);
         const MessageBoxSeen seen = AnswerMessageBox("about the file", IDOK);
         ExpectWarning(seen, L"Settings failed.");
-        EXPECT_EQ(editor->Window(), seen.owner);
+        EXPECT_EQ(seen.owner, editor->Window());
         Await("the end of the editor", [&] { return !editor->IsOpen(); });
         CloseHandle(held);
     }
     EXPECT_TRUE(sheet->IsQuiet());
-    EXPECT_EQ(before, Saved());
-    EXPECT_EQ((Names{L"Default", L"a", L"added"}), ComboProfiles()) << "what is in memory goes on";
+    EXPECT_EQ(Saved(), before);
+    EXPECT_EQ(ComboProfiles(), (Names{L"Default", L"a", L"added"})) << "what is in memory goes on";
     ApplySuccessfully();
-    EXPECT_EQ((std::vector<std::string>{"Default", "a", "added"}), SavedNames());
+    EXPECT_EQ(SavedNames(), (std::vector<std::string>{"Default", "a", "added"}));
 }
 
 TEST_F(ClosingTheProfileEditorTest, SheetCanBeAppliedAfterwardsWhateverTheAnswer) {
@@ -219,7 +219,7 @@ TEST_F(ClosingTheProfileEditorTest, OpeningAndClosingManyTimesLeavesNothingBehin
         editor->SelectProfiles({0});
         CloseEditor(i % 2 == 0 ? IDOK : IDCANCEL);
     }
-    EXPECT_EQ(before, windows());
+    EXPECT_EQ(windows(), before);
 }
 
 }  // namespace

@@ -15,17 +15,17 @@ class DeletingProfilesTest : public ProfileEditorTest {};
 TEST_F(DeletingProfilesTest, RemovesTheSelectedOneAndItsPrograms) {
     OpenEditor({ProfileText("Default"), ProfileWithPrograms("a", {{"x", "C:\\x.exe"}}), ProfileText("b")});
     editor->SelectProfiles({1});
-    EXPECT_EQ((Names{L"C:\\x.exe"}), ProgramPaths());
+    EXPECT_EQ(ProgramPaths(), (Names{L"C:\\x.exe"}));
     CommandAndAnswer(IDC_PROFILES_DELETE, IDYES);
     EXPECT_TRUE(IsQuiet());
-    EXPECT_EQ((Names{L"Default", L"b"}), Profiles());
+    EXPECT_EQ(Profiles(), (Names{L"Default", L"b"}));
     EXPECT_TRUE(editor->Programs().empty());
     for (const int button : {IDC_PROFILES_DELETE, IDC_PROFILES_RENAME, IDC_PROFILES_COPY, IDC_PROFILES_ADD_PROGRAM,
                              IDC_PROFILES_DELETE_PROGRAM}) {
         EXPECT_FALSE(editor->IsEnabled(button)) << button;
     }
     CloseEditor(IDOK);
-    EXPECT_EQ((std::vector<std::string>{"Default", "b"}), SavedNames());
+    EXPECT_EQ(SavedNames(), (std::vector<std::string>{"Default", "b"}));
 }
 
 TEST_F(DeletingProfilesTest, RemovesSeveralAtOnce) {
@@ -37,9 +37,9 @@ TEST_F(DeletingProfilesTest, RemovesSeveralAtOnce) {
     editor->SelectProfiles(rows);
     CommandAndAnswer(IDC_PROFILES_DELETE, IDYES);
     EXPECT_TRUE(IsQuiet());
-    EXPECT_EQ((Names{L"Default", L"p50"}), Profiles());
+    EXPECT_EQ(Profiles(), (Names{L"Default", L"p50"}));
     CloseEditor(IDOK);
-    EXPECT_EQ((std::vector<std::string>{"Default", "p50"}), SavedNames());
+    EXPECT_EQ(SavedNames(), (std::vector<std::string>{"Default", "p50"}));
 }
 
 TEST_F(DeletingProfilesTest, LooksForNoProgramOfWhatIsGoing) {
@@ -62,8 +62,8 @@ TEST_F(DeletingProfilesTest, LooksForNoProgramOfWhatIsGoing) {
         CommandAndAnswer(IDC_PROFILES_DELETE, IDYES);
         EXPECT_TRUE(IsQuiet());
     }
-    EXPECT_EQ(0, lookups);
-    EXPECT_EQ((Names{L"Default"}), Profiles());
+    EXPECT_EQ(lookups, 0);
+    EXPECT_EQ(Profiles(), (Names{L"Default"}));
 }
 
 TEST_F(DeletingProfilesTest, AnyAnswerButYesKeepsThem) {
@@ -71,9 +71,9 @@ TEST_F(DeletingProfilesTest, AnyAnswerButYesKeepsThem) {
     editor->SelectProfiles({1});
     CommandAndAnswer(IDC_PROFILES_DELETE, IDNO);
     EXPECT_TRUE(IsQuiet());
-    EXPECT_EQ((Names{L"Default", L"a"}), Profiles());
-    EXPECT_EQ((std::vector<int>{1}), editor->SelectedRows(IDC_PROFILES_LIST));
-    EXPECT_EQ(1, ComboSelection());
+    EXPECT_EQ(Profiles(), (Names{L"Default", L"a"}));
+    EXPECT_EQ(editor->SelectedRows(IDC_PROFILES_LIST), (std::vector<int>{1}));
+    EXPECT_EQ(ComboSelection(), 1);
 }
 
 TEST_F(DeletingProfilesTest, DefaultProfileAboveTheOthersEndsItBeforeAnyIsGone) {
@@ -82,12 +82,12 @@ TEST_F(DeletingProfilesTest, DefaultProfileAboveTheOthersEndsItBeforeAnyIsGone) 
     CommandAndAnswer(IDC_PROFILES_DELETE, IDYES);
     ExpectWarning(AnswerMessageBox("about the default profile", IDOK), kDeleteDefault);
     EXPECT_TRUE(IsQuiet());
-    EXPECT_EQ((Names{L"Default", L"a", L"b"}), Profiles());
-    EXPECT_EQ((std::vector<int>{0, 1, 2}), editor->SelectedRows(IDC_PROFILES_LIST));
-    EXPECT_EQ(2, ComboSelection());
+    EXPECT_EQ(Profiles(), (Names{L"Default", L"a", L"b"}));
+    EXPECT_EQ(editor->SelectedRows(IDC_PROFILES_LIST), (std::vector<int>{0, 1, 2}));
+    EXPECT_EQ(ComboSelection(), 2);
     const std::string before = Saved();
     CloseEditor(IDOK);
-    EXPECT_EQ(before, Saved());
+    EXPECT_EQ(Saved(), before);
 }
 
 TEST_F(DeletingProfilesTest, RefusalAloneChangesNothing) {
@@ -97,7 +97,7 @@ TEST_F(DeletingProfilesTest, RefusalAloneChangesNothing) {
     CommandAndAnswer(IDC_PROFILES_DELETE, IDYES);
     ExpectWarning(AnswerMessageBox("about the default profile", IDOK), kDeleteDefault);
     EXPECT_TRUE(IsQuiet());
-    EXPECT_EQ((std::vector<int>{1}), editor->SelectedRows(IDC_PROFILES_PROGRAMS));
+    EXPECT_EQ(editor->SelectedRows(IDC_PROFILES_PROGRAMS), (std::vector<int>{1}));
     EXPECT_TRUE(editor->IsEnabled(IDC_PROFILES_DELETE_PROGRAM));
 }
 
@@ -109,14 +109,14 @@ TEST_F(DeletingProfilesTest, DefaultProfileBelowOthersLeavesTheirDeletion) {
     CommandAndAnswer(IDC_PROFILES_DELETE, IDYES);
     ExpectWarning(AnswerMessageBox("about the default profile", IDOK), kDeleteDefault);
     EXPECT_TRUE(IsQuiet());
-    EXPECT_EQ((Names{L"b", L"Default", L"c"}), Profiles());
-    EXPECT_EQ((std::vector<int>{1}), editor->SelectedRows(IDC_PROFILES_LIST));
-    EXPECT_EQ((Names{L"C:\\x.exe"}), ProgramPaths());
+    EXPECT_EQ(Profiles(), (Names{L"b", L"Default", L"c"}));
+    EXPECT_EQ(editor->SelectedRows(IDC_PROFILES_LIST), (std::vector<int>{1}));
+    EXPECT_EQ(ProgramPaths(), (Names{L"C:\\x.exe"}));
     EXPECT_TRUE(editor->IsEnabled(IDC_PROFILES_RENAME));
-    EXPECT_EQ(1, ComboSelection()) << "the page's selection is moved by a whole deletion only";
+    EXPECT_EQ(ComboSelection(), 1) << "the page's selection is moved by a whole deletion only";
     CloseEditor(IDOK);
-    EXPECT_EQ((std::vector<std::string>{"b", "Default", "c"}), SavedNames());
-    EXPECT_EQ("1", ElementIn(Saved(), -1, "select_profile"));
+    EXPECT_EQ(SavedNames(), (std::vector<std::string>{"b", "Default", "c"}));
+    EXPECT_EQ(ElementIn(Saved(), -1, "select_profile"), "1");
 }
 
 TEST_F(DeletingProfilesTest, SelectionBeyondTheShorterListBecomesTheFirst) {
@@ -125,11 +125,11 @@ TEST_F(DeletingProfilesTest, SelectionBeyondTheShorterListBecomesTheFirst) {
     CommandAndAnswer(IDC_PROFILES_DELETE, IDYES);
     AnswerMessageBox("about the default profile", IDOK);
     CloseEditor(IDOK);
-    EXPECT_EQ((Names{L"Default"}), ComboProfiles());
-    EXPECT_EQ(0, ComboSelection());
-    EXPECT_EQ("0", ElementIn(Saved(), -1, "select_profile"));
+    EXPECT_EQ(ComboProfiles(), (Names{L"Default"}));
+    EXPECT_EQ(ComboSelection(), 0);
+    EXPECT_EQ(ElementIn(Saved(), -1, "select_profile"), "0");
     ApplySuccessfully();
-    EXPECT_EQ((std::vector<std::string>{"Default"}), SavedNames());
+    EXPECT_EQ(SavedNames(), (std::vector<std::string>{"Default"}));
 }
 
 TEST_F(DeletingProfilesTest, DefaultProfileIsKnownByItsExactName) {
@@ -137,7 +137,7 @@ TEST_F(DeletingProfilesTest, DefaultProfileIsKnownByItsExactName) {
     editor->SelectProfiles({1, 2});
     CommandAndAnswer(IDC_PROFILES_DELETE, IDYES);
     EXPECT_TRUE(IsQuiet());
-    EXPECT_EQ((Names{L"Default"}), Profiles());
+    EXPECT_EQ(Profiles(), (Names{L"Default"}));
 }
 
 TEST_F(DeletingProfilesTest, LastProfileOfAListWithoutADefaultStays) {
@@ -146,10 +146,10 @@ TEST_F(DeletingProfilesTest, LastProfileOfAListWithoutADefaultStays) {
     CommandAndAnswer(IDC_PROFILES_DELETE, IDYES);
     ExpectWarning(AnswerMessageBox("about the default profile", IDOK), kDeleteDefault);
     EXPECT_TRUE(IsQuiet());
-    EXPECT_EQ((Names{L"b"}), Profiles());
+    EXPECT_EQ(Profiles(), (Names{L"b"}));
     CloseEditor(IDOK);
-    EXPECT_EQ((Names{L"b"}), ComboProfiles());
-    EXPECT_EQ(0, ComboSelection());
+    EXPECT_EQ(ComboProfiles(), (Names{L"b"}));
+    EXPECT_EQ(ComboSelection(), 0);
 }
 
 TEST_F(DeletingProfilesTest, OfTwoWithOneNameTheFirstGoes) {
@@ -158,10 +158,10 @@ TEST_F(DeletingProfilesTest, OfTwoWithOneNameTheFirstGoes) {
     editor->SelectProfiles({3});
     CommandAndAnswer(IDC_PROFILES_DELETE, IDYES);
     EXPECT_TRUE(IsQuiet());
-    EXPECT_EQ((Names{L"Default", L"between", L"twice"}), Profiles());
+    EXPECT_EQ(Profiles(), (Names{L"Default", L"between", L"twice"}));
     CloseEditor(IDOK);
-    EXPECT_EQ((std::vector<std::string>{"Default", "between", "twice"}), SavedNames());
-    EXPECT_EQ("7", SavedElement("tbutton", 2));
+    EXPECT_EQ(SavedNames(), (std::vector<std::string>{"Default", "between", "twice"}));
+    EXPECT_EQ(SavedElement("tbutton", 2), "7");
 }
 
 TEST_F(DeletingProfilesTest, NameTooLongToCompareIsDeletedAllTheSame) {
@@ -170,7 +170,7 @@ TEST_F(DeletingProfilesTest, NameTooLongToCompareIsDeletedAllTheSame) {
     CommandAndAnswer(IDC_PROFILES_DELETE, IDYES);
     EXPECT_TRUE(IsQuiet());
     CloseEditor(IDOK);
-    EXPECT_EQ((std::vector<std::string>{"Default", std::string(300, 'n')}), SavedNames());
+    EXPECT_EQ(SavedNames(), (std::vector<std::string>{"Default", std::string(300, 'n')}));
 }
 
 TEST_F(DeletingProfilesTest, MovesThePagesSelectionAtOnceAndCancelLeavesItSo) {
@@ -178,19 +178,19 @@ TEST_F(DeletingProfilesTest, MovesThePagesSelectionAtOnceAndCancelLeavesItSo) {
                                             ProfileText("b", {{"tbutton", "6"}})};
     OpenEditor(profiles, 2);
     const std::string before = Saved();
-    EXPECT_EQ(2, ComboSelection());
+    EXPECT_EQ(ComboSelection(), 2);
     editor->SelectProfiles({1});
     CommandAndAnswer(IDC_PROFILES_DELETE, IDYES);
-    EXPECT_EQ(0, ComboSelection());
-    EXPECT_EQ((Names{L"Default", L"a", L"b"}), ComboProfiles());
+    EXPECT_EQ(ComboSelection(), 0);
+    EXPECT_EQ(ComboProfiles(), (Names{L"Default", L"a", L"b"}));
     CloseEditor(IDCANCEL);
-    EXPECT_EQ(0, ComboSelection());
-    EXPECT_EQ((Names{L"Default", L"a", L"b"}), ComboProfiles());
-    EXPECT_EQ(before, Saved());
-    EXPECT_EQ(6, Chosen(IDC_PANE_CENTER)) << "the pane shows what it showed";
+    EXPECT_EQ(ComboSelection(), 0);
+    EXPECT_EQ(ComboProfiles(), (Names{L"Default", L"a", L"b"}));
+    EXPECT_EQ(Saved(), before);
+    EXPECT_EQ(Chosen(IDC_PANE_CENTER), 6) << "the pane shows what it showed";
     ApplySuccessfully();
-    EXPECT_EQ("0", ElementIn(Saved(), -1, "select_profile"));
-    EXPECT_EQ((std::vector<std::string>{"Default", "a", "b"}), SavedNames());
+    EXPECT_EQ(ElementIn(Saved(), -1, "select_profile"), "0");
+    EXPECT_EQ(SavedNames(), (std::vector<std::string>{"Default", "a", "b"}));
 }
 
 TEST_F(DeletingProfilesTest, FocusGoesFromTheDisabledButtonToTheList) {
@@ -200,7 +200,7 @@ TEST_F(DeletingProfilesTest, FocusGoesFromTheDisabledButtonToTheList) {
     CommandAndAnswer(IDC_PROFILES_DELETE, IDYES);
     EXPECT_TRUE(IsQuiet());
     EXPECT_FALSE(editor->IsEnabled(IDC_PROFILES_DELETE));
-    EXPECT_EQ(editor->Control(IDC_PROFILES_LIST), sheet->Focus());
+    EXPECT_EQ(sheet->Focus(), editor->Control(IDC_PROFILES_LIST));
 }
 
 }  // namespace

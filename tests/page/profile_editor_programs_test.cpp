@@ -40,7 +40,7 @@ TEST_F(ProgramsOfAProfileTest, AreShownWhenItAloneIsSelected) {
     editor->SelectProfiles({1, 2});
     EXPECT_TRUE(editor->Programs().empty());
     editor->SelectProfiles({2});
-    EXPECT_EQ((Paths{L"C:\\b.exe"}), ProgramPaths());
+    EXPECT_EQ(ProgramPaths(), (Paths{L"C:\\b.exe"}));
     editor->SelectProfiles({0});
     EXPECT_TRUE(editor->Programs().empty());
     editor->SelectProfiles({2});
@@ -59,8 +59,8 @@ TEST_F(ProgramsOfAProfileTest, AreThoseOfTheNewestSelectionWhenTheShellPumpsMess
         });
     editor->SelectProfiles({1});
     EXPECT_TRUE(isNested);
-    EXPECT_EQ((Rows{2}), editor->SelectedRows(IDC_PROFILES_LIST));
-    EXPECT_EQ((Paths{L"C:\\b1.exe", L"C:\\b2.exe"}), ProgramPaths());
+    EXPECT_EQ(editor->SelectedRows(IDC_PROFILES_LIST), (Rows{2}));
+    EXPECT_EQ(ProgramPaths(), (Paths{L"C:\\b1.exe", L"C:\\b2.exe"}));
 }
 
 TEST_F(ProgramsOfAProfileTest, HaveTheIconsOfTheirFiles) {
@@ -74,22 +74,22 @@ TEST_F(ProgramsOfAProfileTest, HaveTheIconsOfTheirFiles) {
         for (const ProgramRow& row : editor->Programs()) found.push_back(row.image);
         return found;
     };
-    EXPECT_EQ((Rows{0, -1, -1, 1}), images());
+    EXPECT_EQ(images(), (Rows{0, -1, -1, 1}));
     editor->SelectProfiles({0});
     editor->SelectProfiles({1});
-    EXPECT_EQ((Rows{2, -1, -1, 3}), images()) << "icons are only ever appended";
-    EXPECT_EQ(4, ImageList_GetImageCount(Images()));
+    EXPECT_EQ(images(), (Rows{2, -1, -1, 3})) << "icons are only ever appended";
+    EXPECT_EQ(ImageList_GetImageCount(Images()), 4);
     int width = 0;
     int height = 0;
     ImageList_GetIconSize(Images(), &width, &height);
-    EXPECT_EQ(16, width);
-    EXPECT_EQ(16, height);
+    EXPECT_EQ(width, 16);
+    EXPECT_EQ(height, 16);
 }
 
 TEST_F(ProgramsOfAProfileTest, TransparentPartsOfIconsShowTheListsGround) {
     OpenWithPrograms(1);
     const HWND list = editor->Control(IDC_PROFILES_PROGRAMS);
-    EXPECT_EQ(static_cast<COLORREF>(SendMessageW(list, LVM_GETBKCOLOR, 0, 0)), ImageList_GetBkColor(Images()));
+    EXPECT_EQ(ImageList_GetBkColor(Images()), static_cast<COLORREF>(SendMessageW(list, LVM_GETBKCOLOR, 0, 0)));
 }
 
 TEST_F(ProgramsOfAProfileTest, IconsAndTheirListAreGivenBackOnce) {
@@ -100,7 +100,7 @@ TEST_F(ProgramsOfAProfileTest, IconsAndTheirListAreGivenBackOnce) {
     Open();
     const ReplacedImport<"SHGetFileInfoW", decltype(SHGetFileInfoW)> lookup(
         module.Handle(), [&](const wchar_t* path, DWORD, SHFILEINFOW* info, UINT size, UINT flags) {
-            EXPECT_EQ(static_cast<UINT>(SHGFI_ICON | SHGFI_SMALLICON), flags);
+            EXPECT_EQ(flags, static_cast<UINT>(SHGFI_ICON | SHGFI_SMALLICON));
             const DWORD_PTR answer = SHGetFileInfoW(path, 0, info, size, flags);
             icons.insert(info->hIcon);
             return answer;
@@ -111,9 +111,9 @@ TEST_F(ProgramsOfAProfileTest, IconsAndTheirListAreGivenBackOnce) {
     });
     const ReplacedImport<"ImageList_Create", decltype(ImageList_Create)> create(
         module.Handle(), [&](int width, int height, UINT flags, int initial, int growth) {
-            EXPECT_EQ((std::vector<UINT>{16, 16, ILC_COLORDDB, 5, 0}),
-                      (std::vector<UINT>{static_cast<UINT>(width), static_cast<UINT>(height), flags,
-                                         static_cast<UINT>(initial), static_cast<UINT>(growth)}));
+            EXPECT_EQ((std::vector<UINT>{static_cast<UINT>(width), static_cast<UINT>(height), flags,
+                                         static_cast<UINT>(initial), static_cast<UINT>(growth)}),
+                      (std::vector<UINT>{16, 16, ILC_COLORDDB, 5, 0}));
             const HIMAGELIST list = ImageList_Create(width, height, flags, initial, growth);
             lists.insert(list);
             return list;
@@ -122,20 +122,20 @@ TEST_F(ProgramsOfAProfileTest, IconsAndTheirListAreGivenBackOnce) {
     const ReplacedImport<"ImageList_Destroy", decltype(ImageList_Destroy)> destroy(
         module.Handle(), [&](HIMAGELIST list) -> BOOL {
             ++listsGivenBack;
-            EXPECT_EQ(1U, lists.erase(list));
+            EXPECT_EQ(lists.erase(list), 1U);
             // Nobody else has destroyed it: it can still be asked for its images.
-            EXPECT_EQ(2, ImageList_GetImageCount(list));
+            EXPECT_EQ(ImageList_GetImageCount(list), 2);
             return ImageList_Destroy(list);
         });
     ASSERT_TRUE(lookup.IsInPlace() && destroyIcon.IsInPlace() && create.IsInPlace() && destroy.IsInPlace());
     ReopenEditor();
     editor->SelectProfiles({0});
-    EXPECT_EQ(2U, editor->Programs().size());
-    EXPECT_EQ(1U, lists.size());
+    EXPECT_EQ(editor->Programs().size(), 2U);
+    EXPECT_EQ(lists.size(), 1U);
     CloseEditor(IDCANCEL);
     EXPECT_TRUE(everyIconWasOurs);
     EXPECT_TRUE(icons.empty());
-    EXPECT_EQ(1, listsGivenBack);
+    EXPECT_EQ(listsGivenBack, 1);
     EXPECT_TRUE(lists.empty());
 }
 
@@ -156,11 +156,11 @@ TEST_F(ProgramsOfAProfileTest, SelectedOnesAreDeleted) {
     editor->SelectPrograms({0, 2, 3});
     CommandAndAnswer(IDC_PROFILES_DELETE_PROGRAM, IDYES);
     EXPECT_TRUE(IsQuiet());
-    EXPECT_EQ((Paths{L"C:\\p1.exe", L"C:\\p4.exe"}), ProgramPaths());
+    EXPECT_EQ(ProgramPaths(), (Paths{L"C:\\p1.exe", L"C:\\p4.exe"}));
     EXPECT_FALSE(editor->IsEnabled(IDC_PROFILES_DELETE_PROGRAM));
-    EXPECT_EQ((Rows{1}), editor->SelectedRows(IDC_PROFILES_LIST));
+    EXPECT_EQ(editor->SelectedRows(IDC_PROFILES_LIST), (Rows{1}));
     CloseEditor(IDOK);
-    EXPECT_EQ((std::vector<std::string>{"C:\\p1.exe", "C:\\p4.exe"}), SavedPaths(1));
+    EXPECT_EQ(SavedPaths(1), (std::vector<std::string>{"C:\\p1.exe", "C:\\p4.exe"}));
 }
 
 TEST_F(ProgramsOfAProfileTest, DeleteIsDisabledAlsoWhereTheListDoesNotReportADeletion) {
@@ -176,7 +176,7 @@ TEST_F(ProgramsOfAProfileTest, DeleteIsDisabledAlsoWhereTheListDoesNotReportADel
     sheet->Run([&] { SetWindowSubclass(editor->Window(), silent, 1, 0); });
     CommandAndAnswer(IDC_PROFILES_DELETE_PROGRAM, IDYES);
     EXPECT_TRUE(IsQuiet());
-    EXPECT_EQ((Paths{L"C:\\p1.exe"}), ProgramPaths());
+    EXPECT_EQ(ProgramPaths(), (Paths{L"C:\\p1.exe"}));
     EXPECT_FALSE(editor->IsEnabled(IDC_PROFILES_DELETE_PROGRAM));
 }
 
@@ -190,7 +190,7 @@ TEST_F(ProgramsOfAProfileTest, AllOfAHundredAreDeletedAtOnce) {
     EXPECT_TRUE(editor->Programs().empty());
     CloseEditor(IDOK);
     EXPECT_TRUE(SavedPaths(1).empty());
-    EXPECT_EQ("a", SavedElement("profname", 1));
+    EXPECT_EQ(SavedElement("profname", 1), "a");
 }
 
 TEST_F(ProgramsOfAProfileTest, AnyAnswerButYesKeepsThem) {
@@ -198,16 +198,16 @@ TEST_F(ProgramsOfAProfileTest, AnyAnswerButYesKeepsThem) {
     editor->SelectPrograms({1});
     CommandAndAnswer(IDC_PROFILES_DELETE_PROGRAM, IDNO);
     EXPECT_TRUE(IsQuiet());
-    EXPECT_EQ((Paths{L"C:\\p0.exe", L"C:\\p1.exe"}), ProgramPaths());
+    EXPECT_EQ(ProgramPaths(), (Paths{L"C:\\p0.exe", L"C:\\p1.exe"}));
     const std::string before = Saved();
     CloseEditor(IDOK);
-    EXPECT_EQ(before, Saved());
+    EXPECT_EQ(Saved(), before);
 }
 
 TEST_F(ProgramsOfAProfileTest, DeletingWithoutASelectedOneIsRefused) {
     OpenWithPrograms(2);
     ExpectRefusal(IDC_PROFILES_DELETE_PROGRAM, kNoProgram);
-    EXPECT_EQ(2U, editor->Programs().size());
+    EXPECT_EQ(editor->Programs().size(), 2U);
     editor->SelectProfiles({0});
     ExpectRefusal(IDC_PROFILES_DELETE_PROGRAM, kNoProgram);
 }
@@ -218,7 +218,7 @@ TEST_F(ProgramsOfAProfileTest, DeletedOnesOfOneProfileStayDeletedWhileAnotherIsL
     CommandAndAnswer(IDC_PROFILES_DELETE_PROGRAM, IDYES);
     editor->SelectProfiles({2});
     editor->SelectProfiles({1});
-    EXPECT_EQ((Paths{L"C:\\p1.exe"}), ProgramPaths());
+    EXPECT_EQ(ProgramPaths(), (Paths{L"C:\\p1.exe"}));
 }
 
 TEST_F(ProgramsOfAProfileTest, FocusGoesFromTheDisabledDeleteButtonToTheirList) {
@@ -227,18 +227,18 @@ TEST_F(ProgramsOfAProfileTest, FocusGoesFromTheDisabledDeleteButtonToTheirList) 
     sheet->Run([&] { SetFocus(editor->Control(IDC_PROFILES_DELETE_PROGRAM)); });
     CommandAndAnswer(IDC_PROFILES_DELETE_PROGRAM, IDYES);
     EXPECT_TRUE(IsQuiet());
-    EXPECT_EQ(editor->Control(IDC_PROFILES_PROGRAMS), sheet->Focus());
+    EXPECT_EQ(sheet->Focus(), editor->Control(IDC_PROFILES_PROGRAMS));
 }
 
 TEST_F(ProgramsOfAProfileTest, FullListTakesNoMore) {
     OpenWithPrograms(100);
     ExpectRefusal(IDC_PROFILES_ADD_PROGRAM, kLimitReached);
-    EXPECT_EQ(100U, editor->Programs().size());
+    EXPECT_EQ(editor->Programs().size(), 100U);
 }
 
 TEST_F(ProgramsOfAProfileTest, MoreThanTheLimitInAFileAreAllShown) {
     OpenWithPrograms(130);
-    EXPECT_EQ(130U, editor->Programs().size());
+    EXPECT_EQ(editor->Programs().size(), 130U);
     ExpectRefusal(IDC_PROFILES_ADD_PROGRAM, kLimitReached);
 }
 

@@ -48,11 +48,11 @@ protected:
 
 TEST_F(ProfileEditorOpeningTest, ShowsTheProfilesInTheirOrderAndNoProgram) {
     OpenEditor({ProfileWithPrograms("Default", {{"Editor", kRealProgram}}), ProfileText("b"), ProfileText("a")}, 1);
-    EXPECT_EQ(L"Edit Profile", TextOf(editor->Window()));
-    EXPECT_EQ((Names{L"Default", L"b", L"a"}), Profiles());
+    EXPECT_EQ(TextOf(editor->Window()), L"Edit Profile");
+    EXPECT_EQ(Profiles(), (Names{L"Default", L"b", L"a"}));
     EXPECT_TRUE(editor->Programs().empty());
     EXPECT_TRUE(editor->SelectedRows(IDC_PROFILES_LIST).empty());
-    EXPECT_EQ(sheet->Sheet(), GetWindow(editor->Window(), GW_OWNER));
+    EXPECT_EQ(GetWindow(editor->Window(), GW_OWNER), sheet->Sheet());
 }
 
 TEST_F(ProfileEditorOpeningTest, FocusIsOnTheProfiles) {
@@ -66,14 +66,14 @@ TEST_F(ProfileEditorOpeningTest, ListsHaveTheirColumnsAndSelectFullRows) {
     EXPECT_TRUE((std::vector<Column>{{L"File name", 150, LVCFMT_LEFT}, {L"Location", 230, LVCFMT_LEFT}}) ==
                 ColumnsOf(editor->Control(IDC_PROFILES_PROGRAMS)));
     for (const int list : {IDC_PROFILES_LIST, IDC_PROFILES_PROGRAMS}) {
-        EXPECT_EQ(LVS_EX_FULLROWSELECT,
-                  SendMessageW(editor->Control(list), LVM_GETEXTENDEDLISTVIEWSTYLE, 0, 0) & LVS_EX_FULLROWSELECT);
+        EXPECT_EQ(SendMessageW(editor->Control(list), LVM_GETEXTENDEDLISTVIEWSTYLE, 0, 0) & LVS_EX_FULLROWSELECT,
+                  LVS_EX_FULLROWSELECT);
     }
 }
 
 TEST_F(ProfileEditorOpeningTest, OnlyTheAddButtonsAreEnabledAtFirst) {
     OpenEditor({ProfileText("Default"), ProfileText("a")});
-    EXPECT_EQ((States{true, false, false, false, true, false}), ButtonStates());
+    EXPECT_EQ(ButtonStates(), (States{true, false, false, false, true, false}));
 }
 
 TEST_F(ProfileEditorOpeningTest, ButtonsFollowTheNumberOfSelectedProfiles) {
@@ -82,15 +82,15 @@ TEST_F(ProfileEditorOpeningTest, ButtonsFollowTheNumberOfSelectedProfiles) {
     const States withOne{true, true, true, true, true, false};
     const States withMany{true, true, false, false, false, false};
     editor->SelectProfiles({1});
-    EXPECT_EQ(withOne, ButtonStates());
+    EXPECT_EQ(ButtonStates(), withOne);
     editor->SelectProfiles({1, 2});
-    EXPECT_EQ(withMany, ButtonStates());
+    EXPECT_EQ(ButtonStates(), withMany);
     editor->SelectProfiles({0, 1, 2});
-    EXPECT_EQ(withMany, ButtonStates());
+    EXPECT_EQ(ButtonStates(), withMany);
     editor->SelectProfiles({0});
-    EXPECT_EQ(withOne, ButtonStates());
+    EXPECT_EQ(ButtonStates(), withOne);
     editor->SelectProfiles({});
-    EXPECT_EQ(withNone, ButtonStates());
+    EXPECT_EQ(ButtonStates(), withNone);
 }
 
 TEST_F(ProfileEditorOpeningTest, DeletingAProgramNeedsASelectedOne) {
@@ -118,12 +118,12 @@ TEST_F(ProfileEditorOpeningTest, FocusThatMovesOverTheProfilesChangesNothing) {
                      reinterpret_cast<LPARAM>(&item));
     };
     moveFocus(1);
-    EXPECT_EQ((States{true, false, false, false, true, false}), ButtonStates());
+    EXPECT_EQ(ButtonStates(), (States{true, false, false, false, true, false}));
     editor->SelectProfiles({0});
     editor->SelectPrograms({0});
     moveFocus(0);
-    EXPECT_EQ((States{true, true, true, true, true, true}), ButtonStates());
-    EXPECT_EQ((std::vector<int>{0}), editor->SelectedRows(IDC_PROFILES_PROGRAMS));
+    EXPECT_EQ(ButtonStates(), (States{true, true, true, true, true, true}));
+    EXPECT_EQ(editor->SelectedRows(IDC_PROFILES_PROGRAMS), (std::vector<int>{0}));
 }
 
 TEST_F(ProfileEditorOpeningTest, CommandsThatNeedAProfileSayThatNoneIsSelected) {
@@ -144,7 +144,7 @@ TEST_F(ProfileEditorOpeningTest, CommandsForOneProfileSayThatSeveralAreSelected)
          {IDC_PROFILES_RENAME, IDC_PROFILES_COPY, IDC_PROFILES_ADD_PROGRAM, IDC_PROFILES_DELETE_PROGRAM}) {
         ExpectRefusal(button, kManyProfiles);
     }
-    EXPECT_EQ((Names{L"Default", L"a", L"b"}), Profiles());
+    EXPECT_EQ(Profiles(), (Names{L"Default", L"a", L"b"}));
 }
 
 TEST_F(ProfileEditorOpeningTest, EachOpeningStartsFromThePage) {
@@ -153,9 +153,9 @@ TEST_F(ProfileEditorOpeningTest, EachOpeningStartsFromThePage) {
     Name(IDC_PROFILES_ADD, L"new");
     CloseEditor(IDCANCEL);
     ReopenEditor();
-    EXPECT_EQ((Names{L"Default", L"b"}), Profiles());
+    EXPECT_EQ(Profiles(), (Names{L"Default", L"b"}));
     EXPECT_TRUE(editor->Programs().empty());
-    EXPECT_EQ((States{true, false, false, false, true, false}), ButtonStates());
+    EXPECT_EQ(ButtonStates(), (States{true, false, false, false, true, false}));
 }
 
 TEST_F(ProfileEditorOpeningTest, CommandsDuringAMessageAreNotTheUsers) {
@@ -163,16 +163,16 @@ TEST_F(ProfileEditorOpeningTest, CommandsDuringAMessageAreNotTheUsers) {
     editor->SelectProfiles({1});
     Command(IDC_PROFILES_DELETE);
     for (const int button : {IDC_PROFILES_ADD, IDC_PROFILES_COPY, IDOK, IDCANCEL}) Command(button);
-    EXPECT_EQ(nullptr, OpenNameDialog());
+    EXPECT_EQ(OpenNameDialog(), nullptr);
     AnswerMessageBox("before the deletion", IDNO);
     EXPECT_TRUE(IsQuiet());
-    EXPECT_EQ((Names{L"Default", L"a"}), Profiles());
+    EXPECT_EQ(Profiles(), (Names{L"Default", L"a"}));
 }
 
 TEST_F(ProfileEditorOpeningTest, ManyProfilesAreAllShown) {
     OpenEditor(NumberedProfiles(150));
-    EXPECT_EQ(150U, Profiles().size());
-    EXPECT_EQ(L"p149", Profiles().back());
+    EXPECT_EQ(Profiles().size(), 150U);
+    EXPECT_EQ(Profiles().back(), L"p149");
 }
 
 class AddingAProfileTest : public ProfileEditorTest {};
@@ -183,23 +183,23 @@ TEST_F(AddingAProfileTest, AppendsItWithoutSelectingIt) {
     Command(IDC_PROFILES_ADD);
     const HWND dialog = AwaitNameDialog();
     sheet->Settle();
-    EXPECT_EQ(L"Add profile", TextOf(dialog));
-    EXPECT_EQ(L"", TextOf(GetDlgItem(dialog, IDC_PROFILE_NAME)));
+    EXPECT_EQ(TextOf(dialog), L"Add profile");
+    EXPECT_EQ(TextOf(GetDlgItem(dialog, IDC_PROFILE_NAME)), L"");
     EnterName(dialog, L"a");
     CloseNameDialog(dialog, IDOK);
     EXPECT_TRUE(IsQuiet());
-    EXPECT_EQ((Names{L"Default", L"z", L"a"}), Profiles());
-    EXPECT_EQ((std::vector<int>{1}), editor->SelectedRows(IDC_PROFILES_LIST));
+    EXPECT_EQ(Profiles(), (Names{L"Default", L"z", L"a"}));
+    EXPECT_EQ(editor->SelectedRows(IDC_PROFILES_LIST), (std::vector<int>{1}));
 }
 
 TEST_F(AddingAProfileTest, GivesItTheDefaultsOfANewProfile) {
     OpenEditor({ProfileText("Default", {{"tbutton", "6"}, {"scrolls", "8"}})});
     Name(IDC_PROFILES_ADD, L"new");
     CloseEditor(IDOK);
-    EXPECT_EQ("new", SavedElement("profname", 1));
-    EXPECT_EQ("9", SavedElement("tbutton", 1));
-    EXPECT_EQ("4", SavedElement("scrolls", 1));
-    EXPECT_EQ("33", SavedElement("tiltleft", 1));
+    EXPECT_EQ(SavedElement("profname", 1), "new");
+    EXPECT_EQ(SavedElement("tbutton", 1), "9");
+    EXPECT_EQ(SavedElement("scrolls", 1), "4");
+    EXPECT_EQ(SavedElement("tiltleft", 1), "33");
     EXPECT_TRUE(SavedPaths(1).empty());
 }
 
@@ -207,7 +207,7 @@ TEST_F(AddingAProfileTest, EmptyNameDoesNothingWithoutAWord) {
     OpenEditor({ProfileText("Default")});
     Name(IDC_PROFILES_ADD, L"");
     EXPECT_TRUE(IsQuiet());
-    EXPECT_EQ((Names{L"Default"}), Profiles());
+    EXPECT_EQ(Profiles(), (Names{L"Default"}));
 }
 
 TEST_F(AddingAProfileTest, CancelledNameDoesNothing) {
@@ -218,7 +218,7 @@ TEST_F(AddingAProfileTest, CancelledNameDoesNothing) {
     EnterName(dialog, L"new");
     CloseNameDialog(dialog, IDCANCEL);
     EXPECT_TRUE(IsQuiet());
-    EXPECT_EQ((Names{L"Default"}), Profiles());
+    EXPECT_EQ(Profiles(), (Names{L"Default"}));
 }
 
 TEST_F(AddingAProfileTest, TakenNameIsRefused) {
@@ -228,7 +228,7 @@ TEST_F(AddingAProfileTest, TakenNameIsRefused) {
         ExpectWarning(AnswerMessageBox("about the name", IDOK), kNameUsed);
         EXPECT_TRUE(IsQuiet());
     }
-    EXPECT_EQ((Names{L"Default", L"Drawing"}), Profiles());
+    EXPECT_EQ(Profiles(), (Names{L"Default", L"Drawing"}));
 }
 
 TEST_F(AddingAProfileTest, NamesThatDifferOnlyInCaseStandBesideEachOther) {
@@ -236,7 +236,7 @@ TEST_F(AddingAProfileTest, NamesThatDifferOnlyInCaseStandBesideEachOther) {
     Name(IDC_PROFILES_ADD, L"DRAWING");
     Name(IDC_PROFILES_ADD, L"default");
     EXPECT_TRUE(IsQuiet());
-    EXPECT_EQ((Names{L"Default", L"Drawing", L"DRAWING", L"default"}), Profiles());
+    EXPECT_EQ(Profiles(), (Names{L"Default", L"Drawing", L"DRAWING", L"default"}));
 }
 
 TEST_F(AddingAProfileTest, LongNameIsCutBeforeItIsCompared) {
@@ -246,17 +246,17 @@ TEST_F(AddingAProfileTest, LongNameIsCutBeforeItIsCompared) {
     ExpectWarning(AnswerMessageBox("about the name", IDOK), kNameUsed);
     Name(IDC_PROFILES_ADD, std::wstring(300, L'm'));
     EXPECT_TRUE(IsQuiet());
-    EXPECT_EQ((Names{L"Default", name, std::wstring(254, L'm')}), Profiles());
+    EXPECT_EQ(Profiles(), (Names{L"Default", name, std::wstring(254, L'm')}));
 }
 
 TEST_F(AddingAProfileTest, HundredthProfileIsAllowedAndTheNextRefused) {
     OpenEditor(NumberedProfiles(99));
     Name(IDC_PROFILES_ADD, L"hundredth");
     EXPECT_TRUE(IsQuiet());
-    EXPECT_EQ(100U, Profiles().size());
-    EXPECT_EQ(L"hundredth", Profiles().back());
+    EXPECT_EQ(Profiles().size(), 100U);
+    EXPECT_EQ(Profiles().back(), L"hundredth");
     ExpectRefusal(IDC_PROFILES_ADD, kLimitReached);
-    EXPECT_EQ(100U, Profiles().size());
+    EXPECT_EQ(Profiles().size(), 100U);
 }
 
 }  // namespace

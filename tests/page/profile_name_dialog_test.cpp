@@ -80,7 +80,7 @@ TEST_F(ProfileNameDialogTest, TitleTellsTheMode) {
         {ProfileNameMode::Copy, L"Copy profile"}};
     for (const auto& [mode, title] : rows) {
         Open(mode);
-        EXPECT_EQ(title, TextOf(dialog));
+        EXPECT_EQ(TextOf(dialog), title);
         EXPECT_FALSE(Close(IDCANCEL));
     }
 }
@@ -88,12 +88,12 @@ TEST_F(ProfileNameDialogTest, TitleTellsTheMode) {
 TEST_F(ProfileNameDialogTest, OnlyRenamingAndCopyingStartWithTheName) {
     for (const auto mode : {ProfileNameMode::Rename, ProfileNameMode::Copy}) {
         Open(mode, L"Drawing");
-        EXPECT_EQ(L"Drawing", TextOf(Field()));
-        EXPECT_EQ((std::pair<DWORD, DWORD>{0, 7}), Selection());
+        EXPECT_EQ(TextOf(Field()), L"Drawing");
+        EXPECT_EQ(Selection(), (std::pair<DWORD, DWORD>{0, 7}));
         EXPECT_FALSE(Close(IDCANCEL));
     }
     Open(ProfileNameMode::Add, L"Drawing");
-    EXPECT_EQ(L"", TextOf(Field()));
+    EXPECT_EQ(TextOf(Field()), L"");
     EXPECT_FALSE(Close(IDCANCEL));
 }
 
@@ -108,66 +108,66 @@ TEST_F(ProfileNameDialogTest, FieldHasTheFocus) {
 TEST_F(ProfileNameDialogTest, TypingReplacesTheOldName) {
     Open(ProfileNameMode::Rename, L"Drawing");
     Type(L"Games");
-    EXPECT_EQ(L"Games", TextOf(Field()));
-    EXPECT_EQ(L"Games", Close(IDOK));
+    EXPECT_EQ(TextOf(Field()), L"Games");
+    EXPECT_EQ(Close(IDOK), L"Games");
 }
 
 TEST_F(ProfileNameDialogTest, OkStoresTheTextAsItStands) {
-    EXPECT_EQ(L" Two words ", Accepted(ProfileNameMode::Add, L" Two words "));
-    EXPECT_EQ(L"Other", Accepted(ProfileNameMode::Rename, L"Other", L"Drawing"));
-    EXPECT_EQ(L"Other", Accepted(ProfileNameMode::Copy, L"Other", L"Drawing"));
-    EXPECT_EQ(L"\x304B\x306A", Accepted(ProfileNameMode::Add, L"\x304B\x306A"));
+    EXPECT_EQ(Accepted(ProfileNameMode::Add, L" Two words "), L" Two words ");
+    EXPECT_EQ(Accepted(ProfileNameMode::Rename, L"Other", L"Drawing"), L"Other");
+    EXPECT_EQ(Accepted(ProfileNameMode::Copy, L"Other", L"Drawing"), L"Other");
+    EXPECT_EQ(Accepted(ProfileNameMode::Add, L"\x304B\x306A"), L"\x304B\x306A");
 }
 
 TEST_F(ProfileNameDialogTest, EmptyTextIsAccepted) {
     for (const auto mode : {ProfileNameMode::Add, ProfileNameMode::Rename, ProfileNameMode::Copy}) {
-        EXPECT_EQ(L"", Accepted(mode, L"", L"Drawing"));
+        EXPECT_EQ(Accepted(mode, L"", L"Drawing"), L"");
     }
 }
 
 TEST_F(ProfileNameDialogTest, LongTextIsCutTo254Characters) {
     const std::wstring text = std::wstring(250, L'a') + L"bcdefgh" + std::wstring(43, L'i');
-    ASSERT_EQ(300U, text.size());
-    EXPECT_EQ(text.substr(0, 254), Accepted(ProfileNameMode::Add, text));
-    EXPECT_EQ(text.substr(0, 254), Accepted(ProfileNameMode::Add, text.substr(0, 255)));
-    EXPECT_EQ(text.substr(0, 254), Accepted(ProfileNameMode::Add, text.substr(0, 254)));
-    EXPECT_EQ(text.substr(0, 253), Accepted(ProfileNameMode::Add, text.substr(0, 253)));
+    ASSERT_EQ(text.size(), 300U);
+    EXPECT_EQ(Accepted(ProfileNameMode::Add, text), text.substr(0, 254));
+    EXPECT_EQ(Accepted(ProfileNameMode::Add, text.substr(0, 255)), text.substr(0, 254));
+    EXPECT_EQ(Accepted(ProfileNameMode::Add, text.substr(0, 254)), text.substr(0, 254));
+    EXPECT_EQ(Accepted(ProfileNameMode::Add, text.substr(0, 253)), text.substr(0, 253));
 }
 
 TEST_F(ProfileNameDialogTest, LongNameIsOfferedWholeAndCutAfterwards) {
     const std::wstring name(300, L'n');
     Open(ProfileNameMode::Rename, name);
-    EXPECT_EQ(name, TextOf(Field()));
-    EXPECT_EQ(name.substr(0, 254), Close(IDOK));
+    EXPECT_EQ(TextOf(Field()), name);
+    EXPECT_EQ(Close(IDOK), name.substr(0, 254));
 }
 
 TEST_F(ProfileNameDialogTest, SurrogatePairsAreNeverCutInTwo) {
     const std::wstring fits = std::wstring(252, L'a') + kSurrogatePair;
-    EXPECT_EQ(fits, Accepted(ProfileNameMode::Add, fits));
-    EXPECT_EQ(fits, Accepted(ProfileNameMode::Add, fits + L"more"));
+    EXPECT_EQ(Accepted(ProfileNameMode::Add, fits), fits);
+    EXPECT_EQ(Accepted(ProfileNameMode::Add, fits + L"more"), fits);
     const std::wstring fitsNot = std::wstring(253, L'a');
-    EXPECT_EQ(fitsNot, Accepted(ProfileNameMode::Add, fitsNot + kSurrogatePair));
-    EXPECT_EQ(fitsNot, Accepted(ProfileNameMode::Add, fitsNot + kSurrogatePair + L"more"));
+    EXPECT_EQ(Accepted(ProfileNameMode::Add, fitsNot + kSurrogatePair), fitsNot);
+    EXPECT_EQ(Accepted(ProfileNameMode::Add, fitsNot + kSurrogatePair + L"more"), fitsNot);
 }
 
 TEST_F(ProfileNameDialogTest, TypingStopsAt254Characters) {
     Open(ProfileNameMode::Add);
     Type(std::wstring(260, L'a'));
-    EXPECT_EQ(std::wstring(254, L'a'), TextOf(Field()));
-    EXPECT_EQ(std::wstring(254, L'a'), Close(IDOK));
+    EXPECT_EQ(TextOf(Field()), std::wstring(254, L'a'));
+    EXPECT_EQ(Close(IDOK), std::wstring(254, L'a'));
 }
 
 TEST_F(ProfileNameDialogTest, PairThatTheLimitOfTypingCutInTwoIsLeftOut) {
     Open(ProfileNameMode::Add);
     Type(std::wstring(253, L'a') + kSurrogatePair);
-    EXPECT_EQ(std::wstring(253, L'a'), Close(IDOK));
+    EXPECT_EQ(Close(IDOK), std::wstring(253, L'a'));
 }
 
 TEST_F(ProfileNameDialogTest, CancelAnswersNothing) {
     for (const auto mode : {ProfileNameMode::Add, ProfileNameMode::Rename, ProfileNameMode::Copy}) {
         Open(mode, L"Drawing");
         EnterName(dialog, L"Other");
-        EXPECT_EQ(std::nullopt, Close(IDCANCEL));
+        EXPECT_EQ(Close(IDCANCEL), std::nullopt);
     }
 }
 
@@ -175,7 +175,7 @@ TEST_F(ProfileNameDialogTest, ClosingTheWindowCancels) {
     Open(ProfileNameMode::Rename, L"Drawing");
     EnterName(dialog, L"Other");
     PostMessageW(dialog, WM_SYSCOMMAND, SC_CLOSE, 0);
-    EXPECT_EQ(std::nullopt, AwaitEnd());
+    EXPECT_EQ(AwaitEnd(), std::nullopt);
 }
 
 TEST_F(ProfileNameDialogTest, EnterAcceptsAndEscapeCancels) {
@@ -183,7 +183,7 @@ TEST_F(ProfileNameDialogTest, EnterAcceptsAndEscapeCancels) {
     BringToFront(dialog);
     Type(L"Games");
     PressKey(VK_RETURN);
-    EXPECT_EQ(L"Games", AwaitEnd());
+    EXPECT_EQ(AwaitEnd(), L"Games");
     Open(ProfileNameMode::Rename, L"Drawing");
     BringToFront(dialog);
     PressKey(VK_ESCAPE);
@@ -193,10 +193,10 @@ TEST_F(ProfileNameDialogTest, EnterAcceptsAndEscapeCancels) {
 TEST_F(ProfileNameDialogTest, OtherCommandsDoNothing) {
     Open(ProfileNameMode::Add);
     for (const WPARAM command : {WPARAM{0}, WPARAM{3}, WPARAM{IDC_PROFILE_NAME}, WPARAM{0xFFFF}}) {
-        EXPECT_EQ(0, SendMessageW(dialog, WM_COMMAND, command, 0));
+        EXPECT_EQ(SendMessageW(dialog, WM_COMMAND, command, 0), 0);
     }
     EXPECT_TRUE(IsWindow(dialog));
-    EXPECT_EQ(nullptr, OpenMessageBox());
+    EXPECT_EQ(OpenMessageBox(), nullptr);
     EXPECT_TRUE(Close(IDOK));
 }
 

@@ -57,31 +57,31 @@ TEST_F(PropertyPageTest, IsTitledAfterTheMouse) {
 TEST_F(PropertyPageTest, KeepsTheSheetsDescriptionInItsUserData) {
     Open();
     const auto* described = reinterpret_cast<const PROPSHEETPAGEW*>(GetWindowLongPtrW(sheet->Page(), DWLP_USER));
-    ASSERT_NE(nullptr, described);
-    EXPECT_EQ(88U, described->dwSize);
-    EXPECT_EQ(module.Handle(), described->hInstance);
+    ASSERT_NE(described, nullptr);
+    EXPECT_EQ(described->dwSize, 88U);
+    EXPECT_EQ(described->hInstance, module.Handle());
 }
 
 TEST_F(PropertyPageTest, AnswersEachMessageAsTheDialogManagerExpects) {
     Open();
-    EXPECT_EQ(TRUE, AskProcedure(WM_CREATE));
-    EXPECT_EQ(FALSE, AskProcedure(WM_PAINT));
-    EXPECT_EQ(TRUE, AskProcedure(WM_COPYDATA));
-    EXPECT_EQ(TRUE, AskNotify(PSN_SETACTIVE));
-    EXPECT_EQ(TRUE, AskNotify(PSN_KILLACTIVE));
-    EXPECT_EQ(TRUE, AskNotify(PSN_RESET));
-    EXPECT_EQ(TRUE, AskNotify(TCN_SELCHANGE));
-    EXPECT_EQ(TRUE, AskNotify(PSN_APPLY));
-    EXPECT_EQ(TRUE, AskProcedure(WM_HSCROLL, 0, 0));
-    EXPECT_EQ(TRUE, AskProcedure(WM_COMMAND, MAKEWPARAM(IDC_PAGE_PROFILE, CBN_KILLFOCUS), 0));
+    EXPECT_EQ(AskProcedure(WM_CREATE), TRUE);
+    EXPECT_EQ(AskProcedure(WM_PAINT), FALSE);
+    EXPECT_EQ(AskProcedure(WM_COPYDATA), TRUE);
+    EXPECT_EQ(AskNotify(PSN_SETACTIVE), TRUE);
+    EXPECT_EQ(AskNotify(PSN_KILLACTIVE), TRUE);
+    EXPECT_EQ(AskNotify(PSN_RESET), TRUE);
+    EXPECT_EQ(AskNotify(TCN_SELCHANGE), TRUE);
+    EXPECT_EQ(AskNotify(PSN_APPLY), TRUE);
+    EXPECT_EQ(AskProcedure(WM_HSCROLL, 0, 0), TRUE);
+    EXPECT_EQ(AskProcedure(WM_COMMAND, MAKEWPARAM(IDC_PAGE_PROFILE, CBN_KILLFOCUS), 0), TRUE);
     for (const UINT message : {WM_SIZE, WM_LBUTTONDOWN, WM_KEYDOWN, WM_TIMER, WM_VSCROLL, WM_DESTROY, WM_APP}) {
-        EXPECT_EQ(FALSE, AskProcedure(message)) << message;
+        EXPECT_EQ(AskProcedure(message), FALSE) << message;
     }
 }
 
 TEST_F(PropertyPageTest, AnswersItsFirstAndItsLastMessageWithTrue) {
     Open();
-    EXPECT_EQ(TRUE, AskProcedure(WM_INITDIALOG, 0, GetWindowLongPtrW(sheet->Page(), DWLP_USER)));
+    EXPECT_EQ(AskProcedure(WM_INITDIALOG, 0, GetWindowLongPtrW(sheet->Page(), DWLP_USER)), TRUE);
     static DLGPROC procedure;
     static INT_PTR lastAnswer;
     lastAnswer = -1;
@@ -95,8 +95,8 @@ TEST_F(PropertyPageTest, AnswersItsFirstAndItsLastMessageWithTrue) {
         SetWindowLongPtrW(page, DWLP_DLGPROC, reinterpret_cast<LONG_PTR>(asking));
     });
     Close();
-    EXPECT_EQ(TRUE, lastAnswer);
-    EXPECT_EQ(S_OK, module.CanUnloadNow());
+    EXPECT_EQ(lastAnswer, TRUE);
+    EXPECT_EQ(module.CanUnloadNow(), S_OK);
 }
 
 TEST_F(PropertyPageTest, FailedApplyAnswersNoChangePage) {
@@ -115,8 +115,8 @@ TEST_F(PropertyPageTest, FailedApplyAnswersNoChangePage) {
     });
     AnswerMessageBox("Settings failed.", IDOK);
     sheet->Settle();
-    EXPECT_EQ(TRUE, answer);
-    EXPECT_EQ(PSNRET_INVALID_NOCHANGEPAGE, result);
+    EXPECT_EQ(answer, TRUE);
+    EXPECT_EQ(result, PSNRET_INVALID_NOCHANGEPAGE);
 }
 
 TEST_F(PropertyPageTest, OnlyTheWarningTextIsRedAndTransparent) {
@@ -127,14 +127,14 @@ TEST_F(PropertyPageTest, OnlyTheWarningTextIsRedAndTransparent) {
     const auto paint = [&](HWND control) {
         return AskProcedure(WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(context), reinterpret_cast<LPARAM>(control));
     };
-    EXPECT_EQ(0, paint(ordinary));
-    EXPECT_EQ(OPAQUE, GetBkMode(context));
-    EXPECT_EQ(RGB(0, 0, 0), GetTextColor(context));
+    EXPECT_EQ(paint(ordinary), 0);
+    EXPECT_EQ(GetBkMode(context), OPAQUE);
+    EXPECT_EQ(GetTextColor(context), RGB(0, 0, 0));
 
     const HWND warning = sheet->PaneControl(IDC_PAGE_WARNING_TEXT);
-    EXPECT_EQ(reinterpret_cast<INT_PTR>(GetStockObject(NULL_BRUSH)), paint(warning));
-    EXPECT_EQ(TRANSPARENT, GetBkMode(context));
-    EXPECT_EQ(RGB(255, 0, 0), GetTextColor(context));
+    EXPECT_EQ(paint(warning), reinterpret_cast<INT_PTR>(GetStockObject(NULL_BRUSH)));
+    EXPECT_EQ(GetBkMode(context), TRANSPARENT);
+    EXPECT_EQ(GetTextColor(context), RGB(255, 0, 0));
     ReleaseDC(nullptr, context);
 }
 
@@ -254,34 +254,34 @@ TEST_F(PropertyPageTest, ScrollsOfThePageItselfMarkAChange) {
 
 TEST_F(PropertyPageTest, TwoExtensionsGiveTwoPagesThatLiveTheirOwnLives) {
     Start(2).AwaitOpen();
-    EXPECT_EQ(2U, sheet->PageCount());
+    EXPECT_EQ(sheet->PageCount(), 2U);
     SendMessageW(sheet->Sheet(), PSM_SETCURSEL, 1, 0);
     sheet->Settle();
-    ASSERT_NE(nullptr, sheet->Page(1));
-    EXPECT_NE(sheet->Page(0), sheet->Page(1));
-    ASSERT_NE(nullptr, sheet->ButtonPane(1));
-    EXPECT_EQ(DataOf(GetDlgItem(sheet->ButtonPane(0), IDC_PANE_LEFT)),
-              DataOf(GetDlgItem(sheet->ButtonPane(1), IDC_PANE_LEFT)));
+    ASSERT_NE(sheet->Page(1), nullptr);
+    EXPECT_NE(sheet->Page(1), sheet->Page(0));
+    ASSERT_NE(sheet->ButtonPane(1), nullptr);
+    EXPECT_EQ(DataOf(GetDlgItem(sheet->ButtonPane(1), IDC_PANE_LEFT)),
+              DataOf(GetDlgItem(sheet->ButtonPane(0), IDC_PANE_LEFT)));
 
     SendMessageW(sheet->Sheet(), PSM_SETCURSEL, 0, 0);
     Choose(IDC_PANE_RIGHT, 12);
-    EXPECT_EQ(2, SelectedData(GetDlgItem(sheet->ButtonPane(1), IDC_PANE_RIGHT)));
+    EXPECT_EQ(SelectedData(GetDlgItem(sheet->ButtonPane(1), IDC_PANE_RIGHT)), 2);
     Close();
-    EXPECT_EQ(S_OK, module.CanUnloadNow());
+    EXPECT_EQ(module.CanUnloadNow(), S_OK);
 }
 
 TEST_F(PropertyPageTest, AnExtensionThatIsAskedTwiceGivesTwoWorkingPages) {
     Start(1, 2).AwaitOpen();
-    EXPECT_EQ((std::vector<HRESULT>{S_OK, S_OK}), sheet->AddPagesResults());
-    EXPECT_EQ(2U, sheet->PageCount());
+    EXPECT_EQ(sheet->AddPagesResults(), (std::vector<HRESULT>{S_OK, S_OK}));
+    EXPECT_EQ(sheet->PageCount(), 2U);
     SendMessageW(sheet->Sheet(), PSM_SETCURSEL, 1, 0);
     sheet->Settle();
-    ASSERT_NE(nullptr, sheet->ButtonPane(1));
-    EXPECT_EQ(1, SelectedData(GetDlgItem(sheet->ButtonPane(1), IDC_PANE_LEFT)));
+    ASSERT_NE(sheet->ButtonPane(1), nullptr);
+    EXPECT_EQ(SelectedData(GetDlgItem(sheet->ButtonPane(1), IDC_PANE_LEFT)), 1);
     sheet->PressOk();
-    EXPECT_EQ(1, sheet->AwaitClosed());
-    EXPECT_EQ(2U, service->CountOf(ServiceMessage::SettingsChanged));
-    EXPECT_EQ(S_OK, module.CanUnloadNow());
+    EXPECT_EQ(sheet->AwaitClosed(), 1);
+    EXPECT_EQ(service->CountOf(ServiceMessage::SettingsChanged), 2U);
+    EXPECT_EQ(module.CanUnloadNow(), S_OK);
 }
 
 TEST_F(PropertyPageTest, AnInstanceThatIsMadeLaterLeavesTheOpenPageAlone) {
@@ -290,30 +290,30 @@ TEST_F(PropertyPageTest, AnInstanceThatIsMadeLaterLeavesTheOpenPageAlone) {
     sheet->Run([&] {
         void* object = nullptr;
         const ComPointer<IClassFactory> factory = module.Factory();
-        ASSERT_EQ(S_OK, factory->CreateInstance(nullptr, IID_IUnknown, &object));
+        ASSERT_EQ(factory->CreateInstance(nullptr, IID_IUnknown, &object), S_OK);
         static_cast<IUnknown*>(object)->Release();
     });
-    EXPECT_EQ(12, Chosen(IDC_PANE_RIGHT));
+    EXPECT_EQ(Chosen(IDC_PANE_RIGHT), 12);
     ApplySuccessfully();
-    EXPECT_EQ("12", SavedElement("rbutton"));
+    EXPECT_EQ(SavedElement("rbutton"), "12");
     Close();
-    EXPECT_EQ(S_OK, module.CanUnloadNow());
+    EXPECT_EQ(module.CanUnloadNow(), S_OK);
 }
 
 TEST_F(PropertyPageTest, OkAppliesAndClosesAndCancelOnlyCloses) {
     Open();
     Choose(IDC_PANE_RIGHT, 12);
     sheet->PressOk();
-    EXPECT_EQ(1, sheet->AwaitClosed());
-    EXPECT_EQ("12", SavedElement("rbutton"));
-    EXPECT_EQ(1U, service->CountOf(ServiceMessage::SettingsChanged));
+    EXPECT_EQ(sheet->AwaitClosed(), 1);
+    EXPECT_EQ(SavedElement("rbutton"), "12");
+    EXPECT_EQ(service->CountOf(ServiceMessage::SettingsChanged), 1U);
 
     Open();
     Choose(IDC_PANE_RIGHT, 13);
     sheet->PressCancel();
-    EXPECT_EQ(0, sheet->AwaitClosed());
-    EXPECT_EQ("12", SavedElement("rbutton"));
-    EXPECT_EQ(1U, service->CountOf(ServiceMessage::SettingsChanged));
+    EXPECT_EQ(sheet->AwaitClosed(), 0);
+    EXPECT_EQ(SavedElement("rbutton"), "12");
+    EXPECT_EQ(service->CountOf(ServiceMessage::SettingsChanged), 1U);
 }
 
 }  // namespace

@@ -29,7 +29,7 @@ protected:
         DWORD size = sizeof text;
         DWORD type = REG_NONE;
         if (RegGetValueW(root, key, value, RRF_RT_ANY, &type, text, &size) != ERROR_SUCCESS) return std::nullopt;
-        EXPECT_EQ(static_cast<DWORD>(REG_SZ), type);
+        EXPECT_EQ(type, static_cast<DWORD>(REG_SZ));
         return text;
     }
     static bool HasKey(HKEY root, const wchar_t* key) {
@@ -45,26 +45,26 @@ protected:
 };
 
 TEST_F(RegistrationTest, WritesTheGenericEntry) {
-    EXPECT_EQ(S_OK, module.RegisterServer());
-    EXPECT_EQ(L"{3BF82320-3F22-11d0-90FD-0040C757956E}", TextAt(HKEY_LOCAL_MACHINE, kHandler, nullptr));
-    EXPECT_EQ(L"PANEL.CPL", TextAt(HKEY_CLASSES_ROOT, kServer, nullptr));
-    EXPECT_EQ(L"Apartment", TextAt(HKEY_CLASSES_ROOT, kServer, L"ThreadingModel"));
+    EXPECT_EQ(module.RegisterServer(), S_OK);
+    EXPECT_EQ(TextAt(HKEY_LOCAL_MACHINE, kHandler, nullptr), L"{3BF82320-3F22-11d0-90FD-0040C757956E}");
+    EXPECT_EQ(TextAt(HKEY_CLASSES_ROOT, kServer, nullptr), L"PANEL.CPL");
+    EXPECT_EQ(TextAt(HKEY_CLASSES_ROOT, kServer, L"ThreadingModel"), L"Apartment");
 }
 
 TEST_F(RegistrationTest, NamesNeitherTheServedClassNorTheMouse) {
-    EXPECT_EQ(S_OK, module.RegisterServer());
+    EXPECT_EQ(module.RegisterServer(), S_OK);
     EXPECT_FALSE(HasKey(HKEY_CLASSES_ROOT, L"CLSID\\{B7C1D9A4-3E52-4F0B-9C86-2D7A51E8F043}"));
     EXPECT_FALSE(HasKey(HKEY_LOCAL_MACHINE, L"Software\\Microsoft\\Windows\\CurrentVersion\\Controls Folder\\Mouse"));
 }
 
 TEST_F(RegistrationTest, CanBeRepeated) {
-    EXPECT_EQ(S_OK, module.RegisterServer());
-    EXPECT_EQ(S_OK, module.RegisterServer());
+    EXPECT_EQ(module.RegisterServer(), S_OK);
+    EXPECT_EQ(module.RegisterServer(), S_OK);
 }
 
 TEST_F(RegistrationTest, RemovesWhatItWroteAndNothingElse) {
-    ASSERT_EQ(S_OK, module.RegisterServer());
-    EXPECT_EQ(S_OK, module.UnregisterServer());
+    ASSERT_EQ(module.RegisterServer(), S_OK);
+    EXPECT_EQ(module.UnregisterServer(), S_OK);
     EXPECT_FALSE(HasKey(HKEY_LOCAL_MACHINE, kHandler));
     EXPECT_FALSE(HasKey(HKEY_CLASSES_ROOT, kServer));
     EXPECT_FALSE(HasKey(HKEY_CLASSES_ROOT, kClass));
@@ -73,7 +73,7 @@ TEST_F(RegistrationTest, RemovesWhatItWroteAndNothingElse) {
 }
 
 TEST_F(RegistrationTest, RemovingWhatIsNotThereSucceeds) {
-    EXPECT_EQ(S_OK, module.UnregisterServer());
+    EXPECT_EQ(module.UnregisterServer(), S_OK);
 }
 
 TEST_F(RegistrationTest, FailedWriteIsAClassError) {
@@ -83,7 +83,7 @@ TEST_F(RegistrationTest, FailedWriteIsAClassError) {
                 if (std::wstring(name == nullptr ? L"" : name) == failing) return LSTATUS{ERROR_ACCESS_DENIED};
                 return RegSetValueExW(key, name, reserved, type, data, size);
             });
-        EXPECT_EQ(SELFREG_E_CLASS, module.RegisterServer());
+        EXPECT_EQ(module.RegisterServer(), SELFREG_E_CLASS);
     }
 }
 
@@ -92,20 +92,20 @@ TEST_F(RegistrationTest, FailedKeyIsAClassError) {
         module.Handle(), [](HKEY, LPCWSTR, DWORD, LPWSTR, DWORD, REGSAM, LPSECURITY_ATTRIBUTES, PHKEY, LPDWORD) {
             return LSTATUS{ERROR_ACCESS_DENIED};
         });
-    EXPECT_EQ(SELFREG_E_CLASS, module.RegisterServer());
+    EXPECT_EQ(module.RegisterServer(), SELFREG_E_CLASS);
 }
 
 TEST_F(RegistrationTest, RemovingNeverFails) {
-    ASSERT_EQ(S_OK, module.RegisterServer());
+    ASSERT_EQ(module.RegisterServer(), S_OK);
     const ReplacedImport<"RegDeleteKeyW", decltype(RegDeleteKeyW)> remove(
         module.Handle(), [](HKEY, LPCWSTR) { return LSTATUS{ERROR_ACCESS_DENIED}; });
-    EXPECT_EQ(S_OK, module.UnregisterServer());
+    EXPECT_EQ(module.UnregisterServer(), S_OK);
 }
 
 TEST_F(RegistrationTest, LeavesAClassKeyInWhichOthersKeepSomething) {
-    ASSERT_EQ(S_OK, module.RegisterServer());
+    ASSERT_EQ(module.RegisterServer(), S_OK);
     RegSetKeyValueW(HKEY_CLASSES_ROOT, kClass, L"Theirs", REG_SZ, L"x", 4);
-    EXPECT_EQ(S_OK, module.UnregisterServer());
+    EXPECT_EQ(module.UnregisterServer(), S_OK);
     EXPECT_TRUE(HasKey(HKEY_CLASSES_ROOT, kClass));
     EXPECT_FALSE(HasKey(HKEY_CLASSES_ROOT, kServer));
 }

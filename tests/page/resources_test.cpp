@@ -265,16 +265,15 @@ protected:
 TEST_F(ResourcesTest, HoldExactlyTheseTexts) {
     for (UINT id = 0; id <= 3000; ++id) {
         const auto expected = kTexts.find(id);
-        EXPECT_EQ(expected == kTexts.end() ? L"" : expected->second, module.Text(id)) << id;
+        EXPECT_EQ(module.Text(id), expected == kTexts.end() ? L"" : expected->second) << id;
     }
 }
 
 TEST_F(ResourcesTest, HoldExactlyTheseDialogs) {
     std::set<std::wstring> names;
     EnumResourceNamesW(module.Handle(), MAKEINTRESOURCEW(5), CollectName, reinterpret_cast<LONG_PTR>(&names));
-    EXPECT_EQ((std::set<std::wstring>{L"KORVENMOUSEUTIL", L"119", L"120", L"121", L"122", L"124", L"125", L"128",
-                                      L"129", L"131"}),
-              names);
+    EXPECT_EQ(names, (std::set<std::wstring>{L"KORVENMOUSEUTIL", L"119", L"120", L"121", L"122", L"124", L"125", L"128",
+                                             L"129", L"131"}));
 }
 
 TEST_F(ResourcesTest, DialogsHaveTheseCaptionsAndControls) {
@@ -286,14 +285,14 @@ TEST_F(ResourcesTest, DialogsHaveTheseCaptionsAndControls) {
         SCOPED_TRACE(testing::PrintToString(std::wstring(row.caption)));
         const HWND dialog = CreateDialogParamW(
             module.Handle(), row.name, parent, [](HWND, UINT, WPARAM, LPARAM) -> INT_PTR { return FALSE; }, 0);
-        ASSERT_NE(nullptr, dialog);
-        EXPECT_EQ(row.caption, TextOf(dialog));
+        ASSERT_NE(dialog, nullptr);
+        EXPECT_EQ(TextOf(dialog), row.caption);
         std::vector<ControlRow> controls;
         for (HWND child = GetWindow(dialog, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT)) {
             controls.push_back({GetDlgCtrlID(child), ClassOf(child), TextOf(child)});
         }
         std::sort(controls.begin(), controls.end());
-        EXPECT_EQ(row.controls, controls);
+        EXPECT_EQ(controls, row.controls);
         DestroyWindow(dialog);
     }
     DestroyWindow(parent);

@@ -53,13 +53,13 @@ protected:
 TEST_F(ServiceFolderTest, HelpOpensThePageBesideTheService) {
     Open();
     Click(IDC_PANE_HELP);
-    ASSERT_EQ(1U, opened.size());
-    EXPECT_EQ(nullptr, opened[0].owner);
-    EXPECT_EQ(L"open", opened[0].verb);
-    EXPECT_EQ(L"C:\\Program Files\\Korven\\KvnUtilHelp.htm", opened[0].file);
+    ASSERT_EQ(opened.size(), 1U);
+    EXPECT_EQ(opened[0].owner, nullptr);
+    EXPECT_EQ(opened[0].verb, L"open");
+    EXPECT_EQ(opened[0].file, L"C:\\Program Files\\Korven\\KvnUtilHelp.htm");
     EXPECT_FALSE(opened[0].hasParameters);
     EXPECT_FALSE(opened[0].hasFolder);
-    EXPECT_EQ(SW_SHOWNORMAL, opened[0].show);
+    EXPECT_EQ(opened[0].show, SW_SHOWNORMAL);
     EXPECT_TRUE(sheet->IsQuiet());
     EXPECT_FALSE(sheet->IsApplyEnabled());
 }
@@ -74,14 +74,14 @@ TEST_F(ServiceFolderTest, HelpThatCannotBeOpenedIsReportedOnce) {
         EXPECT_FALSE(sheet->IsApplyEnabled());
         Close();
     }
-    EXPECT_EQ(4U, opened.size());
+    EXPECT_EQ(opened.size(), 4U);
 }
 
 TEST_F(ServiceFolderTest, IsThePathUpToTheFirstNameOfTheService) {
     using Files = std::vector<std::wstring>;
-    EXPECT_EQ((Files{L"C:\\KvnUtilHelp.htm"}), HelpFilesOf(L"C:\\KvnMouseApl\\bin\\KvnMouseApl.exe"));
-    EXPECT_EQ((Files{L"C:\\a\\KvnUtilHelp.htm"}), HelpFilesOf(L"C:\\a\\KvnMouseApl64.exe"));
-    EXPECT_EQ((Files{L"C:\\a\\MyKvnUtilHelp.htm"}), HelpFilesOf(L"C:\\a\\MyKvnMouseApl.exe"));
+    EXPECT_EQ(HelpFilesOf(L"C:\\KvnMouseApl\\bin\\KvnMouseApl.exe"), (Files{L"C:\\KvnUtilHelp.htm"}));
+    EXPECT_EQ(HelpFilesOf(L"C:\\a\\KvnMouseApl64.exe"), (Files{L"C:\\a\\KvnUtilHelp.htm"}));
+    EXPECT_EQ(HelpFilesOf(L"C:\\a\\MyKvnMouseApl.exe"), (Files{L"C:\\a\\MyKvnUtilHelp.htm"}));
 }
 
 TEST_F(ServiceFolderTest, IsUnknownWithoutTheNameInThePath) {
@@ -100,8 +100,8 @@ TEST_F(ServiceFolderTest, IsReadWithTheRightsItTakes) {
                                                                         return OpenProcess(access, inherit, processId);
                                                                     });
     Open();
-    EXPECT_EQ(static_cast<DWORD>(PROCESS_QUERY_INFORMATION | PROCESS_VM_READ), rights);
-    EXPECT_EQ(GetCurrentProcessId(), process);
+    EXPECT_EQ(rights, static_cast<DWORD>(PROCESS_QUERY_INFORMATION | PROCESS_VM_READ));
+    EXPECT_EQ(process, GetCurrentProcessId());
 }
 
 TEST_F(ServiceFolderTest, IsUnknownWhenTheProcessCannotBeOpened) {

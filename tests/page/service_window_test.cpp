@@ -15,7 +15,7 @@ using platform::ServiceButton;
 using platform::ServiceMessage;
 
 TEST(ServiceWindow, WithoutAServiceNothingIsSentAndNoButtonIsHeld) {
-    ASSERT_EQ(nullptr, platform::FindService());
+    ASSERT_EQ(platform::FindService(), nullptr);
     EXPECT_FALSE(platform::IsServiceAvailable());
     EXPECT_FALSE(platform::IsButtonHeld(ServiceButton::Button4));
     platform::NotifySettingsChanged();
@@ -34,17 +34,16 @@ TEST(ServiceWindow, GestureEditBeginIsSentAndItsEndIsPosted) {
     FakeService service;
     platform::NotifyGestureEditBegin();
     platform::NotifyGestureEditEnd();
-    EXPECT_EQ((std::vector<ServiceCall>{{NumberOf(ServiceMessage::GestureEditBegin), 0, 0, true},
-                                        {NumberOf(ServiceMessage::GestureEditEnd), 0, 0, false}}),
-              service.Calls());
+    EXPECT_EQ(service.Calls(), (std::vector<ServiceCall>{{NumberOf(ServiceMessage::GestureEditBegin), 0, 0, true},
+                                                         {NumberOf(ServiceMessage::GestureEditEnd), 0, 0, false}}));
 }
 
 TEST(ServiceWindow, AButtonIsNotHeldWhenTheServiceAnswersZero) {
     FakeService service;
     const DebugOutput debugOutput;
     EXPECT_FALSE(platform::IsButtonHeld(ServiceButton::Button4));
-    EXPECT_EQ((std::vector<ServiceCall>{{NumberOf(ServiceMessage::IsButtonHeld), 0, 8, true}}), service.Calls());
-    EXPECT_EQ("", debugOutput.Text());
+    EXPECT_EQ(service.Calls(), (std::vector<ServiceCall>{{NumberOf(ServiceMessage::IsButtonHeld), 0, 8, true}}));
+    EXPECT_EQ(debugOutput.Text(), "");
 }
 
 TEST(ServiceWindow, AHeldButtonIsReportedToTheDebugger) {
@@ -52,7 +51,7 @@ TEST(ServiceWindow, AHeldButtonIsReportedToTheDebugger) {
     service.ReplyTo(ServiceMessage::IsButtonHeld, 1);
     const DebugOutput debugOutput;
     EXPECT_TRUE(platform::IsButtonHeld(ServiceButton::Button4));
-    EXPECT_EQ("Key ON\n", debugOutput.Text());
+    EXPECT_EQ(debugOutput.Text(), "Key ON\n");
 }
 
 }  // namespace

@@ -22,7 +22,7 @@ protected:
 
     ComPointer<IShellPropSheetExt> MakeExtension() const {
         void* object = nullptr;
-        EXPECT_EQ(S_OK, module.Factory()->CreateInstance(nullptr, IID_IShellPropSheetExt, &object));
+        EXPECT_EQ(module.Factory()->CreateInstance(nullptr, IID_IShellPropSheetExt, &object), S_OK);
         return ComPointer<IShellPropSheetExt>(static_cast<IShellPropSheetExt*>(object));
     }
 
@@ -41,55 +41,55 @@ protected:
 TEST_F(ShellPropSheetExtTest, IsFoundByItsTwoInterfacesOnly) {
     for (const IID& own : {IID_IShellPropSheetExt, IID_IUnknown}) {
         void* object = nullptr;
-        EXPECT_EQ(S_OK, extension->QueryInterface(own, &object));
-        EXPECT_EQ(extension.get(), object);
-        EXPECT_EQ(1U, extension->Release());
+        EXPECT_EQ(extension->QueryInterface(own, &object), S_OK);
+        EXPECT_EQ(object, extension.get());
+        EXPECT_EQ(extension->Release(), 1U);
     }
     for (const IID& other : {IID_IShellExtInit, IID_IClassFactory, kUnknownInterface}) {
         void* object = this;
-        EXPECT_EQ(E_NOINTERFACE, extension->QueryInterface(other, &object));
-        EXPECT_EQ(nullptr, object);
+        EXPECT_EQ(extension->QueryInterface(other, &object), E_NOINTERFACE);
+        EXPECT_EQ(object, nullptr);
     }
-    EXPECT_EQ(S_FALSE, module.CanUnloadNow());
+    EXPECT_EQ(module.CanUnloadNow(), S_FALSE);
     extension.reset();
-    EXPECT_EQ(S_OK, module.CanUnloadNow());
+    EXPECT_EQ(module.CanUnloadNow(), S_OK);
 }
 
 TEST_F(ShellPropSheetExtTest, AddsOnePageWhenTheServiceAnswersTheProbe) {
-    EXPECT_EQ(S_OK, AddPages());
-    EXPECT_EQ(1U, pages.size());
+    EXPECT_EQ(AddPages(), S_OK);
+    EXPECT_EQ(pages.size(), 1U);
     const ServiceCall probe{0x8003, 0, 0, true};
-    EXPECT_EQ(std::vector<ServiceCall>{probe}, service->Calls());
+    EXPECT_EQ(service->Calls(), std::vector<ServiceCall>{probe});
 }
 
 TEST_F(ShellPropSheetExtTest, TakesAnyAnswerButMinusOneForAYes) {
     for (const LRESULT reply : {LRESULT{1}, LRESULT{-2}, LRESULT{0x7FFFFFFF}, LRESULT{0xFFFFFFFE}}) {
         service->ReplyTo(ServiceMessage::Probe, reply);
-        EXPECT_EQ(S_OK, AddPages());
+        EXPECT_EQ(AddPages(), S_OK);
     }
-    EXPECT_EQ(4U, pages.size());
+    EXPECT_EQ(pages.size(), 4U);
 }
 
 TEST_F(ShellPropSheetExtTest, AddsNoPageWhenTheServiceRefuses) {
     service->ReplyTo(ServiceMessage::Probe, -1);
-    EXPECT_EQ(S_OK, AddPages());
+    EXPECT_EQ(AddPages(), S_OK);
     EXPECT_TRUE(pages.empty());
-    EXPECT_EQ(1U, service->Calls().size());
+    EXPECT_EQ(service->Calls().size(), 1U);
 }
 
 TEST_F(ShellPropSheetExtTest, AddsNoPageWithoutTheService) {
     service.reset();
-    EXPECT_EQ(S_OK, AddPages());
+    EXPECT_EQ(AddPages(), S_OK);
     EXPECT_TRUE(pages.empty());
 }
 
 TEST_F(ShellPropSheetExtTest, AsksAgainForEachPage) {
     service->ReplyTo(ServiceMessage::Probe, -1);
-    EXPECT_EQ(S_OK, AddPages());
+    EXPECT_EQ(AddPages(), S_OK);
     service->ReplyTo(ServiceMessage::Probe, 0);
-    EXPECT_EQ(S_OK, AddPages());
-    EXPECT_EQ(1U, pages.size());
-    EXPECT_EQ(2U, service->CountOf(ServiceMessage::Probe));
+    EXPECT_EQ(AddPages(), S_OK);
+    EXPECT_EQ(pages.size(), 1U);
+    EXPECT_EQ(service->CountOf(ServiceMessage::Probe), 2U);
 }
 
 TEST_F(ShellPropSheetExtTest, DescribesThePageByTheFullStructureAndNoFlags) {
@@ -101,19 +101,19 @@ TEST_F(ShellPropSheetExtTest, DescribesThePageByTheFullStructureAndNoFlags) {
             templateName = page->pszTemplate;
             return CreatePropertySheetPageW(page);
         });
-    EXPECT_EQ(S_OK, AddPages());
-    EXPECT_EQ(88U, described.dwSize);
-    EXPECT_EQ(0U, described.dwFlags);
-    EXPECT_EQ(module.Handle(), described.hInstance);
-    EXPECT_EQ(L"KorvenMouseUtil", templateName);
-    EXPECT_NE(nullptr, described.pfnDlgProc);
-    EXPECT_EQ(0, described.lParam);
+    EXPECT_EQ(AddPages(), S_OK);
+    EXPECT_EQ(described.dwSize, 88U);
+    EXPECT_EQ(described.dwFlags, 0U);
+    EXPECT_EQ(described.hInstance, module.Handle());
+    EXPECT_EQ(templateName, L"KorvenMouseUtil");
+    EXPECT_NE(described.pfnDlgProc, nullptr);
+    EXPECT_EQ(described.lParam, 0);
 }
 
 TEST_F(ShellPropSheetExtTest, ReportsAPageThatCannotBeMade) {
     const ReplacedImport<"CreatePropertySheetPageW", decltype(CreatePropertySheetPageW)> create(
         module.Handle(), [](LPCPROPSHEETPAGEW) { return HPROPSHEETPAGE{}; });
-    EXPECT_EQ(E_OUTOFMEMORY, AddPages());
+    EXPECT_EQ(AddPages(), E_OUTOFMEMORY);
     EXPECT_TRUE(pages.empty());
 }
 
@@ -125,27 +125,27 @@ TEST_F(ShellPropSheetExtTest, DestroysThePageThatTheShellRefuses) {
             return DestroyPropertySheetPage(page);
         });
     acceptsPages = FALSE;
-    EXPECT_EQ(E_FAIL, AddPages());
-    EXPECT_EQ(1U, pages.size());
-    EXPECT_EQ(pages, destroyed);
+    EXPECT_EQ(AddPages(), E_FAIL);
+    EXPECT_EQ(pages.size(), 1U);
+    EXPECT_EQ(destroyed, pages);
 }
 
 TEST_F(ShellPropSheetExtTest, PassesTheShellsParameterOn) {
     // CollectPage finds this test by it.
-    EXPECT_EQ(S_OK, AddPages());
-    EXPECT_EQ(1U, pages.size());
-    EXPECT_EQ(E_POINTER, extension->AddPages(nullptr, 0));
+    EXPECT_EQ(AddPages(), S_OK);
+    EXPECT_EQ(pages.size(), 1U);
+    EXPECT_EQ(extension->AddPages(nullptr, 0), E_POINTER);
 }
 
 TEST_F(ShellPropSheetExtTest, ReplacesNoPage) {
-    EXPECT_EQ(S_OK, extension->ReplacePage(0, nullptr, 0));
+    EXPECT_EQ(extension->ReplacePage(0, nullptr, 0), S_OK);
     EXPECT_TRUE(service->Calls().empty());
 }
 
 TEST_F(ShellPropSheetExtTest, PageOutlivesItsExtension) {
-    EXPECT_EQ(S_OK, AddPages());
+    EXPECT_EQ(AddPages(), S_OK);
     extension.reset();
-    EXPECT_EQ(S_OK, module.CanUnloadNow());
+    EXPECT_EQ(module.CanUnloadNow(), S_OK);
 }
 
 }  // namespace

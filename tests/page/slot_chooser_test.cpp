@@ -18,8 +18,8 @@ TEST_F(SlotChooserTest, OnlyControlsOfTheMouseOfferGestureAndShift) {
         mouse.buttonCount = buttons;
         Open();
         for (DWORD slot = 0; slot < 7; ++slot) {
-            EXPECT_EQ(slot < buttons, Offers(kSlotControls[slot], 36)) << buttons << " " << slot;
-            EXPECT_EQ(slot < buttons, Offers(kSlotControls[slot], 19)) << buttons << " " << slot;
+            EXPECT_EQ(Offers(kSlotControls[slot], 36), slot < buttons) << buttons << " " << slot;
+            EXPECT_EQ(Offers(kSlotControls[slot], 19), slot < buttons) << buttons << " " << slot;
         }
         Close();
     }
@@ -36,8 +36,8 @@ TEST_F(SlotChooserTest, AllSevenOfferTheSameOnAMouseWithSevenButtons) {
     mouse.buttonCount = 7;
     Open();
     const std::vector<ComboEntry> first = EntriesOf(sheet->PaneControl(IDC_PANE_LEFT));
-    EXPECT_EQ((ComboEntry{L"Left click", 1}), first.front());
-    EXPECT_EQ((ComboEntry{L"Off", 38}), first.back());
+    EXPECT_EQ(first.front(), (ComboEntry{L"Left click", 1}));
+    EXPECT_EQ(first.back(), (ComboEntry{L"Off", 38}));
     for (const int control : kSlotControls) EXPECT_TRUE(first == EntriesOf(sheet->PaneControl(control))) << control;
 }
 
@@ -59,7 +59,7 @@ TEST_F(SlotChooserTest, ArrowKeysKeepTheLastLeftClick) {
     PressKey(VK_DOWN);
     ExpectWarning(AnswerMessageBox("about the left click", IDOK), L"Left Click is not set.");
     EXPECT_TRUE(sheet->IsQuiet());
-    EXPECT_EQ(1, Chosen(IDC_PANE_LEFT));
+    EXPECT_EQ(Chosen(IDC_PANE_LEFT), 1);
 }
 
 TEST_F(SlotChooserTest, ChoosingFromTheOpenListConfirms) {
@@ -79,14 +79,14 @@ TEST_F(SlotChooserTest, ChoosingFromTheOpenListConfirms) {
 TEST_F(SlotChooserTest, TellsTheHostToQuitWhenThePageGoesDown) {
     int quits = 0;
     const ReplacedImport<"PostQuitMessage", decltype(PostQuitMessage)> quit(module.Handle(), [&](int code) {
-        EXPECT_EQ(0, code);
+        EXPECT_EQ(code, 0);
         ++quits;
     });
     Open();
-    EXPECT_EQ(0, quits);
+    EXPECT_EQ(quits, 0);
     Close();
     // At WM_DESTROY and at WM_NCDESTROY of each chooser.
-    EXPECT_EQ(14, quits);
+    EXPECT_EQ(quits, 14);
 }
 
 TEST_F(SlotChooserTest, AnswersItsDestructionItself) {
@@ -97,11 +97,11 @@ TEST_F(SlotChooserTest, AnswersItsDestructionItself) {
         const HWND combo = sheet->PaneControl(control);
         const std::vector<ComboEntry> entries = EntriesOf(combo);
         // The combo box would give up its list at the one and everything else at the other.
-        EXPECT_EQ(0, SendMessageW(combo, WM_DESTROY, 0, 0));
-        EXPECT_EQ(0, SendMessageW(combo, WM_NCDESTROY, 0, 0));
+        EXPECT_EQ(SendMessageW(combo, WM_DESTROY, 0, 0), 0);
+        EXPECT_EQ(SendMessageW(combo, WM_NCDESTROY, 0, 0), 0);
         EXPECT_TRUE(entries == EntriesOf(combo)) << control;
     }
-    EXPECT_EQ(14, quits);
+    EXPECT_EQ(quits, 14);
 }
 
 }  // namespace

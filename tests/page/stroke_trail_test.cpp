@@ -41,7 +41,7 @@ protected:
 
 TEST_F(StrokeTrailTest, TheGroundIsFilledToItsEdges) {
     for (const POINT corner : {POINT{0, 0}, POINT{kSize - 1, 0}, POINT{0, kSize - 1}, POINT{kSize - 1, kSize - 1}}) {
-        EXPECT_EQ(kGround, At(corner.x, corner.y));
+        EXPECT_EQ(At(corner.x, corner.y), kGround);
     }
 }
 
@@ -51,10 +51,10 @@ TEST_F(StrokeTrailTest, TheWholePathIsDrawnThreePixelsWide) {
     EXPECT_TRUE(trail.ExtendTo({120, 120}));
     trail.Draw(context);
     for (const POINT place : {POINT{20, 20}, POINT{70, 19}, POINT{70, 21}, POINT{120, 70}, POINT{121, 70}}) {
-        EXPECT_EQ(kGreen, At(place.x, place.y)) << place.x << ' ' << place.y;
+        EXPECT_EQ(At(place.x, place.y), kGreen) << place.x << ' ' << place.y;
     }
     for (const POINT place : {POINT{70, 18}, POINT{70, 22}, POINT{70, 70}, POINT{120, 130}}) {
-        EXPECT_EQ(kGround, At(place.x, place.y)) << place.x << ' ' << place.y;
+        EXPECT_EQ(At(place.x, place.y), kGround) << place.x << ' ' << place.y;
     }
 }
 
@@ -63,8 +63,8 @@ TEST_F(StrokeTrailTest, TheLastLineAloneCanBeDrawn) {
     EXPECT_TRUE(trail.ExtendTo({120, 20}));
     EXPECT_TRUE(trail.ExtendTo({120, 120}));
     trail.DrawLastLine(context);
-    EXPECT_EQ(kGround, At(70, 20));
-    EXPECT_EQ(kGreen, At(120, 70));
+    EXPECT_EQ(At(70, 20), kGround);
+    EXPECT_EQ(At(120, 70), kGreen);
 }
 
 TEST_F(StrokeTrailTest, AStandingCursorLeavesNothing) {
@@ -74,15 +74,15 @@ TEST_F(StrokeTrailTest, AStandingCursorLeavesNothing) {
     EXPECT_FALSE(trail.ExtendTo({20, 20}));
     trail.Draw(context);
     trail.DrawLastLine(context);
-    EXPECT_EQ(0, GreenPixels());
+    EXPECT_EQ(GreenPixels(), 0);
 }
 
 TEST_F(StrokeTrailTest, APathThatWasNotStartedBeginsWithItsFirstPoint) {
     EXPECT_FALSE(trail.ExtendTo({20, 20}));
     EXPECT_TRUE(trail.ExtendTo({60, 20}));
     trail.Draw(context);
-    EXPECT_EQ(kGround, At(5, 5));
-    EXPECT_EQ(kGreen, At(40, 20));
+    EXPECT_EQ(At(5, 5), kGround);
+    EXPECT_EQ(At(40, 20), kGreen);
 }
 
 TEST_F(StrokeTrailTest, ANewStartForgetsTheOldPath) {
@@ -90,11 +90,11 @@ TEST_F(StrokeTrailTest, ANewStartForgetsTheOldPath) {
     EXPECT_TRUE(trail.ExtendTo({120, 20}));
     trail.StartAt({20, 60});
     trail.Draw(context);
-    EXPECT_EQ(0, GreenPixels());
+    EXPECT_EQ(GreenPixels(), 0);
     EXPECT_TRUE(trail.ExtendTo({120, 60}));
     trail.Clear();
     trail.Draw(context);
-    EXPECT_EQ(0, GreenPixels());
+    EXPECT_EQ(GreenPixels(), 0);
 }
 
 TEST_F(StrokeTrailTest, ALongPathKeepsItsShapeAndBothEnds) {
@@ -111,9 +111,9 @@ TEST_F(StrokeTrailTest, ALongPathKeepsItsShapeAndBothEnds) {
     trail.Draw(context);
     for (const POINT place :
          {POINT{20, 20}, POINT{70, 20}, POINT{120, 70}, POINT{70, 120}, POINT{20, 70}, POINT{70, 70}}) {
-        EXPECT_EQ(kGreen, At(place.x, place.y)) << place.x << ' ' << place.y;
+        EXPECT_EQ(At(place.x, place.y), kGreen) << place.x << ' ' << place.y;
     }
-    EXPECT_EQ(kGround, At(40, 90));
+    EXPECT_EQ(At(40, 90), kGround);
 }
 
 }  // namespace

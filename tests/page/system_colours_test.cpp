@@ -94,7 +94,7 @@ TEST_F(SystemColoursTest, PageAndPanesHaveTheGroundOfDialogs) {
     // The sheet paints its theme's texture over the page, which a high contrast has not.
     EnableThemeDialogTexture(sheet->Page(), ETDT_DISABLE);
     for (const HWND window : {sheet->Page(), sheet->ButtonPane(), sheet->GesturePane()}) {
-        EXPECT_EQ(kDialogGround, PaintedAt(window, LowerRight(window)));
+        EXPECT_EQ(PaintedAt(window, LowerRight(window)), kDialogGround);
     }
 }
 
@@ -107,17 +107,17 @@ TEST_F(SystemColoursTest, ListsHaveTheColoursOfWindows) {
     }
     const auto text = static_cast<COLORREF>(SendMessageW(List(), LVM_GETTEXTCOLOR, 0, 0));
     EXPECT_TRUE(text == CLR_DEFAULT || text == kWindowText) << std::hex << text;
-    EXPECT_EQ(kWindowGround, PaintedAt(List(), LowerRight(List())));
+    EXPECT_EQ(PaintedAt(List(), LowerRight(List())), kWindowGround);
 }
 
 TEST_F(SystemColoursTest, FieldForTheStrokeHasTheColoursOfWindows) {
     OpenWith(kTwoGestures);
     const HWND editor = EditRow(1);
     const Colours shown = ColoursOf(WM_CTLCOLORSTATIC, GetDlgItem(editor, IDC_GESTURE_STROKE));
-    EXPECT_EQ(kWindowGround, shown.ground);
-    EXPECT_EQ(kWindowText, shown.text);
-    EXPECT_EQ(reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_WINDOW)), shown.brush);
-    EXPECT_EQ(kDialogGround, PaintedAt(editor, LowerRight(editor)));
+    EXPECT_EQ(shown.ground, kWindowGround);
+    EXPECT_EQ(shown.text, kWindowText);
+    EXPECT_EQ(shown.brush, reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_WINDOW)));
+    EXPECT_EQ(PaintedAt(editor, LowerRight(editor)), kDialogGround);
     CloseEditor(editor, IDCANCEL);
 }
 

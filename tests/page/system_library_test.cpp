@@ -23,18 +23,18 @@ TEST(SystemLibraryTest, IsNeverTheOneBesideTheHost) {
     const ModuleUnderTest module;
     const std::filesystem::path decoy = PathOf(nullptr).replace_filename(kDecoy);
     std::filesystem::copy_file(PathOf(module.Handle()), decoy, std::filesystem::copy_options::overwrite_existing);
-    EXPECT_EQ(nullptr, platform::FindSystemFunction(kDecoy, kExport));
-    EXPECT_EQ(nullptr, GetModuleHandleW(kDecoy));
+    EXPECT_EQ(platform::FindSystemFunction(kDecoy, kExport), nullptr);
+    EXPECT_EQ(GetModuleHandleW(kDecoy), nullptr);
 
     const HMODULE byName = LoadLibraryW(kDecoy);
-    EXPECT_NE(nullptr, byName) << "the bare name does find it";
+    EXPECT_NE(byName, nullptr) << "the bare name does find it";
     FreeLibrary(byName);
     std::filesystem::remove(decoy);
 }
 
 TEST(SystemLibraryTest, IsFoundInTheFolderOfWindows) {
-    EXPECT_NE(nullptr, platform::FindSystemFunction(L"imm32.dll", "ImmAssociateContextEx"));
-    EXPECT_EQ(nullptr, platform::FindSystemFunction(L"imm32.dll", "NoSuchFunction"));
+    EXPECT_NE(platform::FindSystemFunction(L"imm32.dll", "ImmAssociateContextEx"), nullptr);
+    EXPECT_EQ(platform::FindSystemFunction(L"imm32.dll", "NoSuchFunction"), nullptr);
 }
 
 }  // namespace

@@ -130,9 +130,9 @@ TEST_F(TextFitTest, EveryTextOfADialogFitsItsControlInEveryFontAndScale) {
                              std::to_string(scale));
                 const DialogTemplate dialog = TemplateIn(module.Handle(), name, face.language);
                 if (dialog.fontPoints == 0) continue;  // the trail, which has no text
-                EXPECT_EQ(L"MS Shell Dlg", dialog.fontFace);
+                EXPECT_EQ(dialog.fontFace, L"MS Shell Dlg");
                 const MeasuringFont font(face.name, dialog.fontPoints, scale);
-                ASSERT_EQ(face.name, font.Face()) << "the font is not installed";
+                ASSERT_EQ(font.Face(), face.name) << "the font is not installed";
                 for (const TemplateControl& control : dialog.controls) {
                     const bool isShown = control.IsStatic() || control.IsButton();
                     if (!isShown || control.text.empty()) continue;
@@ -156,7 +156,7 @@ TEST_F(TextFitTest, NoOtherHeadingIsCutThanThoseWhoseColumnsCannotGrow) {
         for (const int scale : kScales) {
             for (const Column& column : kColumns) {
                 const MeasuringFont font = FontOf(MAKEINTRESOURCEW(column.dialog), face, scale);
-                ASSERT_EQ(face.name, font.Face()) << "the font is not installed";
+                ASSERT_EQ(font.Face(), face.name) << "the font is not installed";
                 const std::wstring& title = texts.at(column.titleId);
                 EXPECT_TRUE(font.Has(title)) << testing::PrintToString(title);
                 if (font.Extent(title).cx + 2 * margin > column.width) {
@@ -165,7 +165,7 @@ TEST_F(TextFitTest, NoOtherHeadingIsCutThanThoseWhoseColumnsCannotGrow) {
             }
         }
     }
-    EXPECT_EQ(kCutHeadings, cut);
+    EXPECT_EQ(cut, kCutHeadings);
 }
 
 TEST_F(TextFitTest, BothTabsFitInOneRowWithoutArrowsInEveryFontAndScale) {
@@ -173,12 +173,12 @@ TEST_F(TextFitTest, BothTabsFitInOneRowWithoutArrowsInEveryFontAndScale) {
         const DialogTemplate page = TemplateIn(module.Handle(), kDialogNames[0], face.language);
         const auto tab = std::find_if(page.controls.begin(), page.controls.end(),
                                       [](const TemplateControl& control) { return control.id == IDC_PAGE_TAB; });
-        ASSERT_NE(page.controls.end(), tab);
+        ASSERT_NE(tab, page.controls.end());
         const std::map<UINT, std::wstring> texts = TextsIn(module.Handle(), face.language);
         for (const int scale : kScales) {
             SCOPED_TRACE(testing::PrintToString(face.name) + " at " + std::to_string(scale));
             const MeasuringFont font = FontOf(kDialogNames[0], face, scale);
-            ASSERT_EQ(face.name, font.Face()) << "the font is not installed";
+            ASSERT_EQ(font.Face(), face.name) << "the font is not installed";
             LONG width = MulDiv(kTabBarEdges, scale, 96);
             for (const UINT id : {IDS_TAB_BUTTONS, IDS_TAB_GESTURES}) {
                 EXPECT_TRUE(font.Has(texts.at(id))) << testing::PrintToString(texts.at(id));

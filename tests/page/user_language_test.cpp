@@ -30,7 +30,7 @@ protected:
     void ExpectTexts(LPCWSTR dialog, HWND window) const {
         SCOPED_TRACE(DialogName(dialog));
         const DialogTemplate expected = TemplateIn(module.Handle(), dialog, language);
-        EXPECT_EQ(expected.caption, TextOf(window));
+        EXPECT_EQ(TextOf(window), expected.caption);
         std::vector<std::wstring> written;
         for (const TemplateControl& control : expected.controls) {
             if (control.IsStatic() || control.IsButton()) written.push_back(control.text);
@@ -40,7 +40,7 @@ protected:
             const std::wstring kind = ClassOf(child);
             if (kind == L"Static" || kind == L"Button") shown.push_back(TextOf(child));
         }
-        EXPECT_EQ(written, shown);
+        EXPECT_EQ(shown, written);
     }
     std::wstring TabTitle(int tab) const {
         wchar_t title[128]{};
@@ -56,8 +56,8 @@ protected:
     }
     void ExpectWarningInLanguage(UINT text) const {
         const MessageBoxSeen seen = AnswerMessageBox("the warning", IDOK);
-        EXPECT_EQ(Text(IDS_CAPTION), seen.caption);
-        EXPECT_EQ(Text(text), seen.text);
+        EXPECT_EQ(seen.caption, Text(IDS_CAPTION));
+        EXPECT_EQ(seen.text, Text(text));
     }
 
     const WORD language = ExpectedLanguage();
@@ -66,10 +66,10 @@ protected:
 
 TEST_F(UserLanguageTest, WindowsFindsTheTextsAndDialogsOfOneLanguage) {
     ASSERT_FALSE(texts.empty()) << "KVN_EXPECTED_LANGUAGE names no language of the module";
-    for (const auto& [id, text] : texts) EXPECT_EQ(text, module.Text(id)) << id;
+    for (const auto& [id, text] : texts) EXPECT_EQ(module.Text(id), text) << id;
     for (const LPCWSTR dialog : kDialogNames) {
-        EXPECT_EQ(FindResourceExW(module.Handle(), MAKEINTRESOURCEW(5), dialog, language),
-                  FindResourceW(module.Handle(), dialog, MAKEINTRESOURCEW(5)))
+        EXPECT_EQ(FindResourceW(module.Handle(), dialog, MAKEINTRESOURCEW(5)),
+                  FindResourceExW(module.Handle(), MAKEINTRESOURCEW(5), dialog, language))
             << DialogName(dialog);
     }
 }
@@ -79,9 +79,9 @@ TEST_F(UserLanguageTest, PageSpeaksIt) {
     // The sheet takes the caption off the page.
     ExpectTexts(MAKEINTRESOURCEW(IDD_BUTTON_PANE), sheet->ButtonPane());
     ExpectTexts(MAKEINTRESOURCEW(IDD_GESTURE_PANE), sheet->GesturePane());
-    EXPECT_EQ(Text(IDS_TAB_BUTTONS), TabTitle(0));
-    EXPECT_EQ(Text(IDS_TAB_GESTURES), TabTitle(1));
-    EXPECT_EQ(Text(IDS_FUNCTION_RIGHT_CLICK), SelectedText(sheet->PaneControl(IDC_PANE_RIGHT)));
+    EXPECT_EQ(TabTitle(0), Text(IDS_TAB_BUTTONS));
+    EXPECT_EQ(TabTitle(1), Text(IDS_TAB_GESTURES));
+    EXPECT_EQ(SelectedText(sheet->PaneControl(IDC_PANE_RIGHT)), Text(IDS_FUNCTION_RIGHT_CLICK));
     Choose(IDC_PANE_LEFT, 2);
     ExpectWarningInLanguage(IDS_LEFT_CLICK_MISSING);
 }
@@ -96,9 +96,9 @@ TEST_F(UserLanguageTest, ProfileEditorSpeaksItAndKnowsTheDefaultProfile) {
     editor.Press(IDC_PROFILES_RENAME);
     ExpectWarningInLanguage(IDS_DEFAULT_PROFILE_RENAME);
     editor.Press(IDC_PROFILES_DELETE);
-    EXPECT_EQ(Text(IDS_CONFIRM_DELETE), AnswerMessageBox("the question", IDYES).text);
+    EXPECT_EQ(AnswerMessageBox("the question", IDYES).text, Text(IDS_CONFIRM_DELETE));
     ExpectWarningInLanguage(IDS_DEFAULT_PROFILE_DELETE);
-    EXPECT_EQ((std::vector<std::wstring>{L"Default", L"Games"}), editor.Profiles());
+    EXPECT_EQ(editor.Profiles(), (std::vector<std::wstring>{L"Default", L"Games"}));
     editor.Close(IDCANCEL);
 }
 
@@ -112,14 +112,14 @@ TEST_F(UserLanguageTest, LimitIsToldWithItsNumber) {
     editor.Press(IDC_PROFILES_ADD);
     std::wstring expected = Text(IDS_ITEM_LIMIT);
     expected.replace(expected.find(L"%d"), 2, L"100");
-    EXPECT_EQ(expected, AnswerMessageBox("the limit", IDOK).text);
+    EXPECT_EQ(AnswerMessageBox("the limit", IDOK).text, expected);
     editor.Close(IDCANCEL);
 }
 
 TEST_F(UserLanguageTest, NewProfileFileIsTheSameInEveryLanguage) {
     Open();
     ApplySuccessfully();
-    EXPECT_EQ("Default", SavedElement("profname"));
+    EXPECT_EQ(SavedElement("profname"), "Default");
     for (const char character : ReadFileText(ProfilePath())) EXPECT_LT(static_cast<unsigned char>(character), 0x80);
 }
 
@@ -132,15 +132,15 @@ TEST_F(UserLanguageTest, KeysAndGesturesOfAnyLanguagesFileAreReadAndWrittenAlike
     WriteProfiles({ProfileText("Default"), profile});
     Open();
     ChooseProfile(1);
-    EXPECT_EQ(Text(IDS_FUNCTION_ARBITRARY_KEY) + L"[Left Ctrl+V]", SelectedText(sheet->PaneControl(IDC_PANE_BUTTON4)));
+    EXPECT_EQ(SelectedText(sheet->PaneControl(IDC_PANE_BUTTON4)), Text(IDS_FUNCTION_ARBITRARY_KEY) + L"[Left Ctrl+V]");
     ApplySuccessfully();
-    EXPECT_EQ("Left Ctrl+V", SavedElement("button4_etcKey", 1));
+    EXPECT_EQ(SavedElement("button4_etcKey", 1), "Left Ctrl+V");
     const std::string saved = ReadFileText(ProfilePath());
-    EXPECT_NE(std::string::npos, saved.find("<Key>UD</Key>"));
-    EXPECT_NE(std::string::npos, saved.find("<EtcKey>Left Ctrl+A</EtcKey>"));
+    EXPECT_NE(saved.find("<Key>UD</Key>"), std::string::npos);
+    EXPECT_NE(saved.find("<EtcKey>Left Ctrl+A</EtcKey>"), std::string::npos);
     const auto values = ModelValues();
-    EXPECT_EQ(StoredText(L"Left Ctrl+V"), values.at(L"BindKeyMinus_etcKey"));
-    EXPECT_EQ(StoredList(L"UD\t37\tmemo\tLeft Ctrl+A\0\0"s), values.at(L"Gesture"));
+    EXPECT_EQ(values.at(L"BindKeyMinus_etcKey"), StoredText(L"Left Ctrl+V"));
+    EXPECT_EQ(values.at(L"Gesture"), StoredList(L"UD\t37\tmemo\tLeft Ctrl+A\0\0"s));
 }
 
 }  // namespace

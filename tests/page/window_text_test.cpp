@@ -23,19 +23,19 @@ protected:
 
 TEST_F(WindowTextTest, KeepsHalfAPairThatEndsATextOfExactlyTheLimit) {
     const std::wstring half = std::wstring(4, L'a') + kHighSurrogate;
-    EXPECT_EQ(half, TextAtMost(5, half));
-    EXPECT_EQ(half, TextAtMost(6, half));
+    EXPECT_EQ(TextAtMost(5, half), half);
+    EXPECT_EQ(TextAtMost(6, half), half);
 }
 
 TEST_F(WindowTextTest, CutsNoPairInTwo) {
     const std::wstring letters(4, L'a');
-    EXPECT_EQ(letters, TextAtMost(5, letters + kHighSurrogate + kLowSurrogate));
-    EXPECT_EQ(letters + kHighSurrogate + kLowSurrogate, TextAtMost(6, letters + kHighSurrogate + kLowSurrogate + L'b'));
-    EXPECT_EQ(letters, TextAtMost(4, letters + L"b"));
+    EXPECT_EQ(TextAtMost(5, letters + kHighSurrogate + kLowSurrogate), letters);
+    EXPECT_EQ(TextAtMost(6, letters + kHighSurrogate + kLowSurrogate + L'b'), letters + kHighSurrogate + kLowSurrogate);
+    EXPECT_EQ(TextAtMost(4, letters + L"b"), letters);
 }
 
 TEST_F(WindowTextTest, IsEmptyWithoutAWindow) {
-    EXPECT_EQ(L"", platform::WindowText(nullptr, 5));
+    EXPECT_EQ(platform::WindowText(nullptr, 5), L"");
 }
 
 }  // namespace

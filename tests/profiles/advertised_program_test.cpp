@@ -27,33 +27,33 @@ protected:
 TEST_F(AdvertisedProgramTest, IsTheOneThatTheInstallerInstalled) {
     const SandboxedHive machine(HKEY_LOCAL_MACHINE);
     const InstalledProduct product(folder);
-    ASSERT_NE(INVALID_FILE_ATTRIBUTES, GetFileAttributesW(product.Program().c_str()));
-    EXPECT_EQ(product.Program(), AdvertisedProgram(folder.AddShortcut(L"a.lnk", product.AdvertisedTarget())));
+    ASSERT_NE(GetFileAttributesW(product.Program().c_str()), INVALID_FILE_ATTRIBUTES);
+    EXPECT_EQ(AdvertisedProgram(folder.AddShortcut(L"a.lnk", product.AdvertisedTarget())), product.Program());
 }
 
 TEST_F(AdvertisedProgramTest, IsNoneBehindAnOrdinaryShortcut) {
-    EXPECT_EQ(L"", AdvertisedProgram(folder.AddShortcut(L"a.lnk", L"C:\\windows\\notepad.exe")));
-    EXPECT_EQ(L"", AdvertisedProgram(folder.AddFile(L"b.lnk", "garbage")));
-    EXPECT_EQ(L"", AdvertisedProgram(folder.PathOf(L"missing.lnk")));
+    EXPECT_EQ(AdvertisedProgram(folder.AddShortcut(L"a.lnk", L"C:\\windows\\notepad.exe")), L"");
+    EXPECT_EQ(AdvertisedProgram(folder.AddFile(L"b.lnk", "garbage")), L"");
+    EXPECT_EQ(AdvertisedProgram(folder.PathOf(L"missing.lnk")), L"");
 }
 
 TEST(AdvertisedProgramAnswerTest, IsAskedForByProductAndComponent) {
     const InstallerStandIn installer;
-    EXPECT_EQ(installer->path, AdvertisedProgram(L"a.lnk"));
-    EXPECT_EQ(L"a.lnk|" + std::wstring(38, L'p') + L"|" + std::wstring(38, L'c') + L"|260\n", installer->asked);
+    EXPECT_EQ(AdvertisedProgram(L"a.lnk"), installer->path);
+    EXPECT_EQ(installer->asked, L"a.lnk|" + std::wstring(38, L'p') + L"|" + std::wstring(38, L'c') + L"|260\n");
 }
 
 TEST(AdvertisedProgramAnswerTest, MayRunFromItsSource) {
     const InstallerStandIn installer;
     installer->pathAnswer = INSTALLSTATE_SOURCE;
-    EXPECT_EQ(installer->path, AdvertisedProgram(L"a.lnk"));
+    EXPECT_EQ(AdvertisedProgram(L"a.lnk"), installer->path);
 }
 
 TEST(AdvertisedProgramAnswerTest, IsNoneWithoutAnAdvertisement) {
     const InstallerStandIn installer;
     installer->targetAnswer = ERROR_FUNCTION_FAILED;
-    EXPECT_EQ(L"", AdvertisedProgram(L"a.lnk"));
-    EXPECT_EQ(L"a.lnk\n", installer->asked);
+    EXPECT_EQ(AdvertisedProgram(L"a.lnk"), L"");
+    EXPECT_EQ(installer->asked, L"a.lnk\n");
 }
 
 TEST(AdvertisedProgramAnswerTest, IsNoneWhereItIsNotInstalled) {
@@ -61,7 +61,7 @@ TEST(AdvertisedProgramAnswerTest, IsNoneWhereItIsNotInstalled) {
     for (const INSTALLSTATE state : {INSTALLSTATE_ABSENT, INSTALLSTATE_UNKNOWN, INSTALLSTATE_MOREDATA,
                                      INSTALLSTATE_INVALIDARG, INSTALLSTATE_ADVERTISED}) {
         installer->pathAnswer = state;
-        EXPECT_EQ(L"", AdvertisedProgram(L"a.lnk")) << state;
+        EXPECT_EQ(AdvertisedProgram(L"a.lnk"), L"") << state;
     }
 }
 
@@ -69,7 +69,7 @@ TEST(AdvertisedProgramWithoutInstallerTest, IsNone) {
     const ReplacedImport<"GetProcAddress", decltype(GetProcAddress)> find(GetModuleHandleW(nullptr),
                                                                           [](HMODULE, LPCSTR) { return FARPROC{}; });
     ASSERT_TRUE(find.IsInPlace());
-    EXPECT_EQ(L"", AdvertisedProgram(L"a.lnk"));
+    EXPECT_EQ(AdvertisedProgram(L"a.lnk"), L"");
 }
 
 }  // namespace

@@ -41,11 +41,11 @@ TEST_F(OpenFileTest, NamesTheProgramByItsFileNameWithExtension) {
     Open();
     Select(0);
     const HWND files = OpenFileDialog();
-    EXPECT_EQ(L"Open file", TextOf(files));
-    EXPECT_EQ(dialog, GetWindow(files, GW_OWNER));
+    EXPECT_EQ(TextOf(files), L"Open file");
+    EXPECT_EQ(GetWindow(files, GW_OWNER), dialog);
     Enter(files, L"C:\\windows\\notepad.exe");
     EXPECT_TRUE(AwaitEnd());
-    EXPECT_EQ((Programs{{L"notepad.exe", L"C:\\windows\\notepad.exe"}}), chosen) << "the selection plays no part";
+    EXPECT_EQ(chosen, (Programs{{L"notepad.exe", L"C:\\windows\\notepad.exe"}})) << "the selection plays no part";
 }
 
 TEST_F(OpenFileTest, TakesAFileOfAnyKind) {
@@ -53,7 +53,7 @@ TEST_F(OpenFileTest, TakesAFileOfAnyKind) {
     Open();
     Enter(OpenFileDialog(), file);
     EXPECT_TRUE(AwaitEnd());
-    EXPECT_EQ((Programs{{L"plain.txt", file}}), chosen);
+    EXPECT_EQ(chosen, (Programs{{L"plain.txt", file}}));
 }
 
 TEST_F(OpenFileTest, CancelKeepsTheSelectionOpen) {
@@ -70,7 +70,7 @@ TEST_F(OpenFileTest, IsNotHeldBackByAClickOnEmptySpace) {
     ClickEmptySpace();
     Enter(OpenFileDialog(), L"C:\\windows\\notepad.exe");
     EXPECT_TRUE(AwaitEnd());
-    EXPECT_EQ(1U, chosen.size());
+    EXPECT_EQ(chosen.size(), 1U);
 }
 
 TEST_F(OpenFileTest, RefusesAFileThatIsNotThere) {
@@ -110,14 +110,14 @@ protected:
 TEST_F(OpenFileRequestTest, AsksForAnExistingProgramFile) {
     std::wstring filter;
     answer = [&](OPENFILENAMEW& request) {
-        EXPECT_EQ(sizeof(OPENFILENAMEW), request.lStructSize);
-        EXPECT_EQ(dialog, request.hwndOwner);
-        EXPECT_EQ(static_cast<DWORD>(OFN_FILEMUSTEXIST), request.Flags);
-        EXPECT_EQ(260U, request.nMaxFile);
-        EXPECT_EQ(L'\0', request.lpstrFile[0]);
-        EXPECT_EQ(260U, request.nMaxFileTitle);
-        EXPECT_EQ(L"Open file", std::wstring(request.lpstrTitle));
-        EXPECT_EQ(L"exe", std::wstring(request.lpstrDefExt));
+        EXPECT_EQ(request.lStructSize, sizeof(OPENFILENAMEW));
+        EXPECT_EQ(request.hwndOwner, dialog);
+        EXPECT_EQ(request.Flags, static_cast<DWORD>(OFN_FILEMUSTEXIST));
+        EXPECT_EQ(request.nMaxFile, 260U);
+        EXPECT_EQ(request.lpstrFile[0], L'\0');
+        EXPECT_EQ(request.nMaxFileTitle, 260U);
+        EXPECT_EQ(std::wstring(request.lpstrTitle), L"Open file");
+        EXPECT_EQ(std::wstring(request.lpstrDefExt), L"exe");
         for (const wchar_t* text = request.lpstrFilter; *text != L'\0'; text += std::wcslen(text) + 1) {
             filter += std::wstring(text) + L"|";
         }
@@ -126,7 +126,7 @@ TEST_F(OpenFileRequestTest, AsksForAnExistingProgramFile) {
     Open();
     Press(IDC_PROGRAMS_REFERENCE);
     EXPECT_TRUE(StaysOpen());
-    EXPECT_EQ(L"exe(*.exe)|*.exe|All files(*.*)|*.*|", filter);
+    EXPECT_EQ(filter, L"exe(*.exe)|*.exe|All files(*.*)|*.*|");
     EXPECT_FALSE(Close(IDCANCEL));
     EXPECT_TRUE(chosen.empty());
 }
@@ -139,7 +139,7 @@ TEST_F(OpenFileRequestTest, TakesTheTitleAndThePathAsTheyCome) {
     };
     Open();
     EXPECT_TRUE(Close(IDC_PROGRAMS_REFERENCE));
-    EXPECT_EQ((Programs{{std::wstring(259, L't'), L"C:\\" + std::wstring(256, L'p')}}), chosen);
+    EXPECT_EQ(chosen, (Programs{{std::wstring(259, L't'), L"C:\\" + std::wstring(256, L'p')}}));
 }
 
 std::wstring CurrentFolder() {
@@ -164,7 +164,7 @@ TEST_F(OpenFileRequestTest, LeavesTheCurrentFolderAsItWas) {
             EXPECT_TRUE(StaysOpen());
             EXPECT_FALSE(Close(IDCANCEL));
         }
-        EXPECT_EQ(before, CurrentFolder());
+        EXPECT_EQ(CurrentFolder(), before);
         SetCurrentDirectoryW(before.c_str());
     }
 }

@@ -24,14 +24,14 @@ protected:
 TEST_F(ProgramSelectionTest, ListsTheProgramsOfTheStartMenu) {
     AddThree();
     Open();
-    EXPECT_EQ(L"Select allocation program", TextOf(dialog));
-    ASSERT_EQ(3, RowCount());
-    EXPECT_EQ(L"Alpha", Cell(0, 0));
-    EXPECT_EQ(kNotepad, Cell(0, 1));
-    EXPECT_EQ(L"Beta", Cell(1, 0));
-    EXPECT_EQ(kRegedit, Cell(1, 1));
-    EXPECT_EQ(L"Gamma", Cell(2, 0));
-    EXPECT_EQ(L"C:\\no such\\gamma.exe", Cell(2, 1));
+    EXPECT_EQ(TextOf(dialog), L"Select allocation program");
+    ASSERT_EQ(RowCount(), 3);
+    EXPECT_EQ(Cell(0, 0), L"Alpha");
+    EXPECT_EQ(Cell(0, 1), kNotepad);
+    EXPECT_EQ(Cell(1, 0), L"Beta");
+    EXPECT_EQ(Cell(1, 1), kRegedit);
+    EXPECT_EQ(Cell(2, 0), L"Gamma");
+    EXPECT_EQ(Cell(2, 1), L"C:\\no such\\gamma.exe");
     EXPECT_FALSE(Close(IDCANCEL));
 }
 
@@ -48,25 +48,25 @@ TEST_F(ProgramSelectionTest, HasTwoColumnsOfFixedWidths) {
         column.pszText = title;
         column.cchTextMax = 64;
         ASSERT_TRUE(SendMessageW(List(), LVM_GETCOLUMNW, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&column)));
-        EXPECT_EQ(expected[i].title, std::wstring(title));
-        EXPECT_EQ(expected[i].width, column.cx);
-        EXPECT_EQ(LVCFMT_LEFT, column.fmt & LVCFMT_JUSTIFYMASK);
+        EXPECT_EQ(std::wstring(title), expected[i].title);
+        EXPECT_EQ(column.cx, expected[i].width);
+        EXPECT_EQ(column.fmt & LVCFMT_JUSTIFYMASK, LVCFMT_LEFT);
     }
 }
 
 TEST_F(ProgramSelectionTest, ShowsAnIconWhereTheProgramHasOne) {
     AddThree();
     Open();
-    EXPECT_EQ(0, ImageOf(0));
-    EXPECT_EQ(1, ImageOf(1));
-    EXPECT_EQ(-1, ImageOf(2));
+    EXPECT_EQ(ImageOf(0), 0);
+    EXPECT_EQ(ImageOf(1), 1);
+    EXPECT_EQ(ImageOf(2), -1);
     const auto images = reinterpret_cast<HIMAGELIST>(SendMessageW(List(), LVM_GETIMAGELIST, LVSIL_SMALL, 0));
-    EXPECT_EQ(2, ImageList_GetImageCount(images));
+    EXPECT_EQ(ImageList_GetImageCount(images), 2);
     int width = 0;
     int height = 0;
     ImageList_GetIconSize(images, &width, &height);
-    EXPECT_EQ(16, width);
-    EXPECT_EQ(16, height);
+    EXPECT_EQ(width, 16);
+    EXPECT_EQ(height, 16);
 }
 
 TEST_F(ProgramSelectionTest, OkTakesTheSelectedProgramsFromTheTop) {
@@ -75,7 +75,7 @@ TEST_F(ProgramSelectionTest, OkTakesTheSelectedProgramsFromTheTop) {
     Select(2);
     Select(0);
     EXPECT_TRUE(Close(IDOK));
-    EXPECT_EQ((Programs{{L"Alpha", kNotepad}, {L"Gamma", L"C:\\no such\\gamma.exe"}}), chosen);
+    EXPECT_EQ(chosen, (Programs{{L"Alpha", kNotepad}, {L"Gamma", L"C:\\no such\\gamma.exe"}}));
 }
 
 TEST_F(ProgramSelectionTest, OkWithoutASelectionEndsAndAddsNothing) {
@@ -87,7 +87,7 @@ TEST_F(ProgramSelectionTest, OkWithoutASelectionEndsAndAddsNothing) {
 
 TEST_F(ProgramSelectionTest, OkWithAnEmptyMenuEndsAndAddsNothing) {
     Open();
-    EXPECT_EQ(0, RowCount());
+    EXPECT_EQ(RowCount(), 0);
     EXPECT_TRUE(Close(IDOK));
     EXPECT_TRUE(chosen.empty());
 }
@@ -120,7 +120,7 @@ TEST_F(ProgramSelectionTest, OkDoesNothingAfterAClickOnEmptySpace) {
     EXPECT_TRUE(chosen.empty());
     ClickRow(1);
     EXPECT_TRUE(Close(IDOK));
-    EXPECT_EQ((Programs{{L"Alpha", kNotepad}}), chosen);
+    EXPECT_EQ(chosen, (Programs{{L"Alpha", kNotepad}}));
 }
 
 TEST_F(ProgramSelectionTest, LastClickCountsInLaterOpeningsToo) {
@@ -137,7 +137,7 @@ TEST_F(ProgramSelectionTest, LastClickCountsInLaterOpeningsToo) {
     Select(1);
     ClickRow(2);
     EXPECT_TRUE(Close(IDOK));
-    EXPECT_EQ((Programs{{L"Beta", kRegedit}}), chosen);
+    EXPECT_EQ(chosen, (Programs{{L"Beta", kRegedit}}));
     Open();
     EXPECT_TRUE(Close(IDOK)) << "the last click hit a row";
 }
@@ -180,7 +180,7 @@ TEST_F(ProgramSelectionTest, TakesTheRowThatTheMouseClicks) {
     Await("the row to be selected", [&] { return SendMessageW(List(), LVM_GETSELECTEDCOUNT, 0, 0) == 1; });
     AwaitInputTaken(dialog);
     EXPECT_TRUE(Close(IDOK));
-    EXPECT_EQ((Programs{{L"Beta", kRegedit}}), chosen);
+    EXPECT_EQ(chosen, (Programs{{L"Beta", kRegedit}}));
 }
 
 TEST_F(ProgramSelectionTest, NothingHappensBehindTheProposal) {
@@ -201,11 +201,11 @@ TEST_F(ProgramSelectionTest, ShortcutsMadeMeanwhileAppearAtTheNextOpening) {
     AddThree();
     Open();
     menu.own.AddShortcut(L"New\\Aaa.lnk", kNotepad);
-    EXPECT_EQ(3, RowCount());
+    EXPECT_EQ(RowCount(), 3);
     EXPECT_FALSE(Close(IDCANCEL));
     Open();
-    EXPECT_EQ(4, RowCount());
-    EXPECT_EQ(L"Aaa", Cell(0, 0));
+    EXPECT_EQ(RowCount(), 4);
+    EXPECT_EQ(Cell(0, 0), L"Aaa");
 }
 
 TEST_F(ProgramSelectionTest, TextsAreReadToTheirLimitAndNoPairIsSplit) {
@@ -226,11 +226,11 @@ TEST_F(ProgramSelectionTest, TextsAreReadToTheirLimitAndNoPairIsSplit) {
         Select(row);
     }
     EXPECT_TRUE(Close(IDOK));
-    ASSERT_EQ(2U, chosen.size());
-    EXPECT_EQ(std::wstring(258, L'n'), chosen[0].name);
-    EXPECT_EQ(std::wstring(257, L'p') + pair, chosen[0].path);
-    EXPECT_EQ(std::wstring(259, L'n'), chosen[1].name);
-    EXPECT_EQ(std::wstring(259, L'p'), chosen[1].path);
+    ASSERT_EQ(chosen.size(), 2U);
+    EXPECT_EQ(chosen[0].name, std::wstring(258, L'n'));
+    EXPECT_EQ(chosen[0].path, std::wstring(257, L'p') + pair);
+    EXPECT_EQ(chosen[1].name, std::wstring(259, L'n'));
+    EXPECT_EQ(chosen[1].path, std::wstring(259, L'p'));
 }
 
 TEST_F(ProgramSelectionTest, OtherNotificationsAreNoClicks) {
@@ -252,11 +252,11 @@ TEST_F(ProgramSelectionTest, ImageListIsGivenBackOnce) {
     std::vector<HIMAGELIST> destroyed;
     const ReplacedImport<"ImageList_Create", decltype(ImageList_Create)> create(
         module->Handle(), [&](int width, int height, UINT flags, int initial, int growth) {
-            EXPECT_EQ(16, width);
-            EXPECT_EQ(16, height);
-            EXPECT_EQ(static_cast<UINT>(ILC_COLORDDB), flags);
-            EXPECT_EQ(5, initial);
-            EXPECT_EQ(0, growth);
+            EXPECT_EQ(width, 16);
+            EXPECT_EQ(height, 16);
+            EXPECT_EQ(flags, static_cast<UINT>(ILC_COLORDDB));
+            EXPECT_EQ(initial, 5);
+            EXPECT_EQ(growth, 0);
             made.push_back(ImageList_Create(width, height, flags, initial, growth));
             return made.back();
         });
@@ -268,11 +268,11 @@ TEST_F(ProgramSelectionTest, ImageListIsGivenBackOnce) {
     ASSERT_TRUE(create.IsInPlace() && destroy.IsInPlace());
     for (int i = 0; i < 3; ++i) {
         Open();
-        EXPECT_EQ(static_cast<std::size_t>(i), destroyed.size());
+        EXPECT_EQ(destroyed.size(), static_cast<std::size_t>(i));
         EXPECT_FALSE(Close(IDCANCEL));
     }
-    EXPECT_EQ(3U, made.size());
-    EXPECT_EQ(made, destroyed);
+    EXPECT_EQ(made.size(), 3U);
+    EXPECT_EQ(destroyed, made);
 }
 
 }  // namespace

@@ -26,7 +26,7 @@ protected:
         Files found;
         profiles::AppendShortcutFiles(below.empty() ? folder.Path() : folder.PathOf(below), found);
         for (std::wstring& file : found) {
-            EXPECT_EQ(0U, file.find(folder.Path() + L"\\"));
+            EXPECT_EQ(file.find(folder.Path() + L"\\"), 0U);
             file.erase(0, folder.Path().size() + 1);
         }
         return found;
@@ -47,29 +47,29 @@ TEST_F(ShortcutFilesTest, AreThoseWithTheExtensionOfShortcuts) {
     folder.AddFile(L"d.lnk.txt");
     folder.AddFile(L"desktop.ini");
     folder.AddFolder(L"e.lnk");
-    EXPECT_EQ((Files{L"a.lnk", L"b.LNK"}), FoundInNoOrder());
+    EXPECT_EQ(FoundInNoOrder(), (Files{L"a.lnk", L"b.LNK"}));
 }
 
 TEST_F(ShortcutFilesTest, AreFoundInSubFoldersOfAnyDepth) {
     folder.AddFile(L"one\\two\\three.lnk");
     folder.AddFile(L"one\\two\\three\\four\\five\\six.lnk");
     folder.AddFile(L"folder.lnk\\seven.lnk");
-    EXPECT_EQ((Files{L"folder.lnk\\seven.lnk", L"one\\two\\three.lnk", L"one\\two\\three\\four\\five\\six.lnk"}),
-              FoundInNoOrder());
+    EXPECT_EQ(FoundInNoOrder(),
+              (Files{L"folder.lnk\\seven.lnk", L"one\\two\\three.lnk", L"one\\two\\three\\four\\five\\six.lnk"}));
 }
 
 TEST_F(ShortcutFilesTest, OfSubFoldersComeBeforeThoseOfTheFolder) {
     folder.AddFile(L"a.lnk");
     folder.AddFile(L"z\\b.lnk");
     folder.AddFile(L"z\\a\\c.lnk");
-    EXPECT_EQ((Files{L"z\\a\\c.lnk", L"z\\b.lnk", L"a.lnk"}), Found());
+    EXPECT_EQ(Found(), (Files{L"z\\a\\c.lnk", L"z\\b.lnk", L"a.lnk"}));
 }
 
 TEST_F(ShortcutFilesTest, AreAppended) {
     const std::wstring file = folder.AddFile(L"a.lnk");
     Files found{L"before"};
     profiles::AppendShortcutFiles(folder.Path(), found);
-    EXPECT_EQ((Files{L"before", file}), found);
+    EXPECT_EQ(found, (Files{L"before", file}));
 }
 
 TEST_F(ShortcutFilesTest, OfAFolderThatIsNotThereAreNone) {
@@ -81,7 +81,7 @@ TEST_F(ShortcutFilesTest, OfAFolderThatIsNotThereAreNone) {
 TEST_F(ShortcutFilesTest, BehindAFolderLinkAreFoundByThePathOfTheLink) {
     folder.AddFile(L"real\\a.lnk");
     folder.AddFolderLink(L"link", L"real");
-    EXPECT_EQ((Files{L"link\\a.lnk", L"real\\a.lnk"}), FoundInNoOrder());
+    EXPECT_EQ(FoundInNoOrder(), (Files{L"link\\a.lnk", L"real\\a.lnk"}));
 }
 
 TEST_F(ShortcutFilesTest, AreFoundOnceWhereALinkLeadsInCircles) {
@@ -89,13 +89,13 @@ TEST_F(ShortcutFilesTest, AreFoundOnceWhereALinkLeadsInCircles) {
     folder.AddFolderLink(L"a\\b\\itself", L".");
     folder.AddFolderLink(L"a\\b\\parent", L"..");
     folder.AddFolderLink(L"a\\b\\top", L"../..");
-    EXPECT_EQ((Files{L"a\\b\\c.lnk"}), Found());
+    EXPECT_EQ(Found(), (Files{L"a\\b\\c.lnk"}));
 }
 
 TEST_F(ShortcutFilesTest, AreFoundOnceWhereALinkLeadsAboveTheFolder) {
     folder.AddFile(L"above\\menu\\a.lnk");
     folder.AddFolderLink(L"above\\menu\\up", L"../..");
-    EXPECT_EQ((Files{L"above\\menu\\a.lnk"}), Found(L"above\\menu"));
+    EXPECT_EQ(Found(L"above\\menu"), (Files{L"above\\menu\\a.lnk"}));
 }
 
 TEST_F(ShortcutFilesTest, AreFoundOnceEachWayWhereTwoLinksLeadToEachOther) {
@@ -103,7 +103,7 @@ TEST_F(ShortcutFilesTest, AreFoundOnceEachWayWhereTwoLinksLeadToEachOther) {
     folder.AddFile(L"b\\b.lnk");
     folder.AddFolderLink(L"a\\other", L"../b");
     folder.AddFolderLink(L"b\\other", L"../a");
-    EXPECT_EQ((Files{L"a\\a.lnk", L"a\\other\\b.lnk", L"b\\b.lnk", L"b\\other\\a.lnk"}), FoundInNoOrder());
+    EXPECT_EQ(FoundInNoOrder(), (Files{L"a\\a.lnk", L"a\\other\\b.lnk", L"b\\b.lnk", L"b\\other\\a.lnk"}));
 }
 
 // Followed each way, these would be more paths than can be counted.
@@ -116,7 +116,7 @@ TEST_F(ShortcutFilesTest, AreFoundSoonWhereEveryFolderLinksToEveryOther) {
             folder.AddFolderLink(name + L"\\to" + std::to_wstring(other), L"../" + std::to_wstring(other));
         }
     }
-    EXPECT_EQ(2U * kFolders, Found().size());
+    EXPECT_EQ(Found().size(), 2U * kFolders);
 }
 
 TEST_F(ShortcutFilesTest, BehindALinkToNowhereAreNone) {
@@ -124,7 +124,7 @@ TEST_F(ShortcutFilesTest, BehindALinkToNowhereAreNone) {
     folder.AddFolder(L"gone");
     folder.AddFolderLink(L"link", L"gone");
     RemoveDirectoryW(folder.PathOf(L"gone").c_str());
-    EXPECT_EQ((Files{L"a.lnk"}), Found());
+    EXPECT_EQ(Found(), (Files{L"a.lnk"}));
 }
 
 // A tree as deep as paths reach, in a thread whose stack would not hold a path for each level.
@@ -141,7 +141,7 @@ TEST_F(ShortcutFilesTest, OfATreeDeeperThanAnyPathAreThoseWhosePathsFit) {
         ASSERT_TRUE(MakeFile(prefix + file));
         if (level <= levels) expected.push_back(file);
     }
-    ASSERT_EQ(kMaxPath, expected[0].size() + (kMaxPath - expected[0].size()) % 2);
+    ASSERT_EQ(expected[0].size() + (kMaxPath - expected[0].size()) % 2, kMaxPath);
 
     Files found;
     std::function<void()> search = [&] { profiles::AppendShortcutFiles(folder.Path(), found); };
@@ -153,7 +153,7 @@ TEST_F(ShortcutFilesTest, OfATreeDeeperThanAnyPathAreThoseWhosePathsFit) {
         CreateThread(nullptr, kStack, run, &search, STACK_SIZE_PARAM_IS_A_RESERVATION, nullptr));
     ASSERT_TRUE(thread);
     WaitForSingleObject(thread.Get(), INFINITE);
-    EXPECT_EQ(expected, found);
+    EXPECT_EQ(found, expected);
 }
 
 }  // namespace

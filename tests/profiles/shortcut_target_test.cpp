@@ -26,30 +26,30 @@ protected:
 };
 
 TEST_F(ShortcutTargetTest, IsThePathThatTheShortcutStores) {
-    EXPECT_EQ(L"C:\\windows\\notepad.exe", ShortcutTarget(folder.AddShortcut(L"a.lnk", L"C:\\windows\\notepad.exe")));
-    EXPECT_EQ(L"C:\\windows\\win.ini", ShortcutTarget(folder.AddShortcut(L"b.lnk", L"C:\\windows\\win.ini")));
+    EXPECT_EQ(ShortcutTarget(folder.AddShortcut(L"a.lnk", L"C:\\windows\\notepad.exe")), L"C:\\windows\\notepad.exe");
+    EXPECT_EQ(ShortcutTarget(folder.AddShortcut(L"b.lnk", L"C:\\windows\\win.ini")), L"C:\\windows\\win.ini");
 }
 
 TEST_F(ShortcutTargetTest, NeedNotExist) {
-    EXPECT_EQ(L"C:\\no such\\Program.EXE", ShortcutTarget(folder.AddShortcut(L"a.lnk", L"C:\\no such\\Program.EXE")));
+    EXPECT_EQ(ShortcutTarget(folder.AddShortcut(L"a.lnk", L"C:\\no such\\Program.EXE")), L"C:\\no such\\Program.EXE");
 }
 
 TEST_F(ShortcutTargetTest, OfAFileWithANameInAnyScriptIsFound) {
     const std::wstring target = L"C:\\no such\\\u00E4.exe";
-    EXPECT_EQ(target, ShortcutTarget(folder.AddShortcut(L"\u304B\u306A.lnk", target)));
+    EXPECT_EQ(ShortcutTarget(folder.AddShortcut(L"\u304B\u306A.lnk", target)), target);
 }
 
 TEST_F(ShortcutTargetTest, IsEmptyWithoutAFile) {
-    EXPECT_EQ(L"", ShortcutTarget(folder.PathOf(L"missing.lnk")));
-    EXPECT_EQ(L"", ShortcutTarget(folder.AddFolder(L"folder.lnk")));
-    EXPECT_EQ(L"", ShortcutTarget(L""));
+    EXPECT_EQ(ShortcutTarget(folder.PathOf(L"missing.lnk")), L"");
+    EXPECT_EQ(ShortcutTarget(folder.AddFolder(L"folder.lnk")), L"");
+    EXPECT_EQ(ShortcutTarget(L""), L"");
 }
 
 TEST_F(ShortcutTargetTest, IsEmptyForAFileThatIsNoShortcut) {
-    EXPECT_EQ(L"", ShortcutTarget(folder.AddFile(L"empty.lnk")));
-    EXPECT_EQ(L"", ShortcutTarget(folder.AddFile(L"text.lnk", "[InternetShortcut]\nURL=http://example.com/a.exe\n")));
-    EXPECT_EQ(L"", ShortcutTarget(folder.AddFile(L"ones.lnk", std::string(100'000, '\xFF'))));
-    EXPECT_EQ(L"", ShortcutTarget(folder.AddFile(L"zeros.lnk", std::string(100'000, '\0'))));
+    EXPECT_EQ(ShortcutTarget(folder.AddFile(L"empty.lnk")), L"");
+    EXPECT_EQ(ShortcutTarget(folder.AddFile(L"text.lnk", "[InternetShortcut]\nURL=http://example.com/a.exe\n")), L"");
+    EXPECT_EQ(ShortcutTarget(folder.AddFile(L"ones.lnk", std::string(100'000, '\xFF'))), L"");
+    EXPECT_EQ(ShortcutTarget(folder.AddFile(L"zeros.lnk", std::string(100'000, '\0'))), L"");
 }
 
 TEST_F(ShortcutTargetTest, OfAFileThatIsCutAnywhereIsSurvived) {
@@ -74,7 +74,7 @@ TEST_F(ShortcutTargetTest, OfAFileWithAnyByteSpoiledIsSurvived) {
 
 TEST_F(ShortcutTargetTest, OfAShortcutToItselfIsItself) {
     const std::wstring file = folder.PathOf(L"self.lnk");
-    EXPECT_EQ(file, ShortcutTarget(folder.AddShortcut(L"self.lnk", file)));
+    EXPECT_EQ(ShortcutTarget(folder.AddShortcut(L"self.lnk", file)), file);
 }
 
 }  // namespace

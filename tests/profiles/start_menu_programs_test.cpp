@@ -39,24 +39,24 @@ protected:
 TEST_F(StartMenuProgramsTest, AreThoseOfAllUsersAndOfThisUser) {
     menu.common.AddShortcut(L"For all.lnk", kNotepad);
     menu.own.AddShortcut(L"For me.lnk", L"C:\\windows\\regedit.exe");
-    EXPECT_EQ((Programs{{L"For all", kNotepad}, {L"For me", L"C:\\windows\\regedit.exe"}}), Found());
+    EXPECT_EQ(Found(), (Programs{{L"For all", kNotepad}, {L"For me", L"C:\\windows\\regedit.exe"}}));
 }
 
 TEST_F(StartMenuProgramsTest, AreFoundInSubSubFolders) {
     menu.own.AddShortcut(L"Maker\\Tools\\Deep.lnk", kNotepad);
-    EXPECT_EQ((Programs{{L"Deep", kNotepad}}), Found());
+    EXPECT_EQ(Found(), (Programs{{L"Deep", kNotepad}}));
 }
 
 TEST_F(StartMenuProgramsTest, BearTheNameOfTheShortcutWithoutItsExtension) {
     menu.own.AddShortcut(L"A.b.exe.LNK", kNotepad);
     menu.own.AddShortcut(L"\u304B\u306A \U0001F600.lnk", kNotepad);
-    EXPECT_EQ((Names{L"A.b.exe", L"\u304B\u306A \U0001F600"}), FoundNames());
+    EXPECT_EQ(FoundNames(), (Names{L"A.b.exe", L"\u304B\u306A \U0001F600"}));
 }
 
 TEST_F(StartMenuProgramsTest, AShortcutToAnExecutableInCapitalsIsNotOffered) {
     menu.own.AddShortcut(L"Capitals.lnk", L"C:\\windows\\NOTEPAD.EXE");
     menu.own.AddShortcut(L"Capital.lnk", L"C:\\windows\\notepad.Exe");
-    EXPECT_EQ(Names{}, FoundNames());
+    EXPECT_EQ(FoundNames(), Names{});
 }
 
 TEST_F(StartMenuProgramsTest, AShortcutToADocumentOrALinkIsNotOffered) {
@@ -66,12 +66,12 @@ TEST_F(StartMenuProgramsTest, AShortcutToADocumentOrALinkIsNotOffered) {
     menu.own.AddShortcut(L"Longer.lnk", L"C:\\windows\\a.exe2");
     menu.own.AddShortcut(L"Bare.lnk", L"C:\\windows\\exe");
     menu.own.AddFile(L"Web.url", "[InternetShortcut]\nURL=http://example.com/a.exe\n");
-    EXPECT_EQ(Names{}, FoundNames());
+    EXPECT_EQ(FoundNames(), Names{});
 }
 
 TEST_F(StartMenuProgramsTest, NeedNotExist) {
     menu.own.AddShortcut(L"Gone.lnk", L"C:\\no such\\gone.exe");
-    EXPECT_EQ((Programs{{L"Gone", L"C:\\no such\\gone.exe"}}), Found());
+    EXPECT_EQ(Found(), (Programs{{L"Gone", L"C:\\no such\\gone.exe"}}));
 }
 
 TEST_F(StartMenuProgramsTest, AreSortedByTheCodeValuesOfTheirNames) {
@@ -82,22 +82,22 @@ TEST_F(StartMenuProgramsTest, AreSortedByTheCodeValuesOfTheirNames) {
                                  : std::wstring(name) + L".lnk",
                              kNotepad);
     }
-    EXPECT_EQ((Names{L"10", L"9", L"B", L"Z", L"_", L"a", L"a b", L"a-b", L"ab", L"b", L"\u00E4", L"\u3042"}),
-              FoundNames());
+    EXPECT_EQ(FoundNames(),
+              (Names{L"10", L"9", L"B", L"Z", L"_", L"a", L"a b", L"a-b", L"ab", L"b", L"\u00E4", L"\u3042"}));
 }
 
 TEST_F(StartMenuProgramsTest, AreSortedTogetherWithWhatTheListHeld) {
     menu.own.AddShortcut(L"b.lnk", kNotepad);
     Programs programs{{L"c", L"c.exe"}, {L"a", L"a.exe"}};
     profiles::AppendStartMenuPrograms(nullptr, programs);
-    EXPECT_EQ((Programs{{L"a", L"a.exe"}, {L"b", kNotepad}, {L"c", L"c.exe"}}), programs);
+    EXPECT_EQ(programs, (Programs{{L"a", L"a.exe"}, {L"b", kNotepad}, {L"c", L"c.exe"}}));
 }
 
 TEST_F(StartMenuProgramsTest, AreListedForEachOfTheirShortcuts) {
     menu.common.AddShortcut(L"Notepad.lnk", kNotepad);
     menu.own.AddShortcut(L"Notepad.lnk", kNotepad);
     menu.own.AddShortcut(L"More\\Editor.lnk", kNotepad);
-    EXPECT_EQ((Programs{{L"Editor", kNotepad}, {L"Notepad", kNotepad}, {L"Notepad", kNotepad}}), Found());
+    EXPECT_EQ(Found(), (Programs{{L"Editor", kNotepad}, {L"Notepad", kNotepad}, {L"Notepad", kNotepad}}));
 }
 
 TEST_F(StartMenuProgramsTest, BadShortcutsAreLeftOutAndHideNoOther) {
@@ -108,28 +108,28 @@ TEST_F(StartMenuProgramsTest, BadShortcutsAreLeftOutAndHideNoOther) {
     menu.own.AddShortcut(L"5.lnk\\6.lnk", kNotepad);
     menu.own.AddShortcut(L"7.lnk", menu.own.PathOf(L"7.lnk"));
     menu.own.AddShortcut(L"8.lnk", kNotepad);
-    EXPECT_EQ((Names{L"1", L"6", L"8"}), FoundNames());
+    EXPECT_EQ(FoundNames(), (Names{L"1", L"6", L"8"}));
 }
 
 TEST_F(StartMenuProgramsTest, AreGatheredWithoutOneOfTheFolders) {
     menu.own.AddShortcut(L"a.lnk", kNotepad);
     SetProgramFolders(menu.common.PathOf(L"missing"), menu.own.Path());
-    EXPECT_EQ((Names{L"a"}), FoundNames());
+    EXPECT_EQ(FoundNames(), (Names{L"a"}));
     SetProgramFolders(menu.own.Path(), menu.common.PathOf(L"missing"));
-    EXPECT_EQ((Names{L"a"}), FoundNames());
+    EXPECT_EQ(FoundNames(), (Names{L"a"}));
 }
 
 TEST_F(StartMenuProgramsTest, WhoseInstallerKnowsNothingKeepTheStoredTarget) {
     const std::wstring target = L"C:\\windows\\Installer\\{0D6F3B92-74AE-4C18-8E5B-2A91F7C3D064}\\icon.exe";
     menu.own.AddShortcut(L"a.lnk", target);
-    EXPECT_EQ((Programs{{L"a", target}}), Found());
+    EXPECT_EQ(Found(), (Programs{{L"a", target}}));
 }
 
 TEST_F(StartMenuProgramsTest, BehindAnAdvertisementAreThoseThatTheInstallerNames) {
     const InstallerStandIn installer;
     const std::wstring file = menu.own.AddShortcut(L"a.lnk", L"C:\\windows\\Installer\\{0D6F}\\icon.exe");
-    EXPECT_EQ((Programs{{L"a", L"C:\\real\\program.exe"}}), Found());
-    EXPECT_EQ(0U, installer->asked.find(file + L"|"));
+    EXPECT_EQ(Found(), (Programs{{L"a", L"C:\\real\\program.exe"}}));
+    EXPECT_EQ(installer->asked.find(file + L"|"), 0U);
 }
 
 TEST_F(StartMenuProgramsTest, WithoutAnAdvertisementAreNoMatterForTheInstaller) {
@@ -139,11 +139,10 @@ TEST_F(StartMenuProgramsTest, WithoutAnAdvertisementAreNoMatterForTheInstaller) 
     menu.own.AddShortcut(L"Icon.lnk", L"C:\\windows\\Installer\\{0D6F}\\icon.ico");
     menu.own.AddShortcut(L"Capitals.lnk", L"C:\\windows\\Installer\\{0D6F}\\ICON.EXE");
     menu.own.AddShortcut(L"{0D6F}\\In a marked folder.lnk", kNotepad);
-    EXPECT_EQ((Programs{{L"In a marked folder", kNotepad},
-                        {L"Mark in the name", L"C:\\windows\\{0D6F}.exe"},
-                        {L"Plain", kNotepad}}),
-              Found());
-    EXPECT_EQ(L"", installer->asked);
+    EXPECT_EQ(Found(), (Programs{{L"In a marked folder", kNotepad},
+                                 {L"Mark in the name", L"C:\\windows\\{0D6F}.exe"},
+                                 {L"Plain", kNotepad}}));
+    EXPECT_EQ(installer->asked, L"");
 }
 
 TEST_F(StartMenuProgramsTest, LeaveTheThreadsApartmentAsItWas) {
@@ -154,13 +153,13 @@ TEST_F(StartMenuProgramsTest, LeaveTheThreadsApartmentAsItWas) {
         afterwards = CoInitializeEx(nullptr, COINIT_MULTITHREADED);
         CoUninitialize();
     }).join();
-    EXPECT_EQ(S_OK, afterwards);
+    EXPECT_EQ(afterwards, S_OK);
 }
 
 TEST_F(StartMenuProgramsTest, AreFoundInAThreadThatHasAnApartment) {
     menu.own.AddShortcut(L"a.lnk", kNotepad);
     const platform::ComApartment apartment;
-    EXPECT_EQ((Names{L"a"}), FoundNames());
+    EXPECT_EQ(FoundNames(), (Names{L"a"}));
 }
 
 // Shortcuts are read in a single-threaded apartment, which such a thread cannot enter.
@@ -172,7 +171,7 @@ TEST_F(StartMenuProgramsTest, AreNoneInAThreadOfTheMultiThreadedApartment) {
         names = FoundNames();
         CoUninitialize();
     }).join();
-    EXPECT_EQ(Names{}, names);
+    EXPECT_EQ(names, Names{});
 }
 
 }  // namespace

@@ -106,45 +106,45 @@ protected:
 TEST_F(WindowProgramDialogTest, ProposesTheExplorerWithoutAnyWindow) {
     Open();
     const HWND proposal = OpenWindowDialog();
-    EXPECT_EQ(L"Register allocation program", TextOf(proposal));
-    EXPECT_EQ(kExplorer, ProposalOf(proposal));
-    EXPECT_EQ(dialog, GetWindow(proposal, GW_OWNER));
+    EXPECT_EQ(TextOf(proposal), L"Register allocation program");
+    EXPECT_EQ(ProposalOf(proposal), kExplorer);
+    EXPECT_EQ(GetWindow(proposal, GW_OWNER), dialog);
     Press(proposal, IDOK);
     EXPECT_TRUE(AwaitEnd());
-    EXPECT_EQ((Programs{{L"explorer.exe", kExplorer}}), chosen);
+    EXPECT_EQ(chosen, (Programs{{L"explorer.exe", kExplorer}}));
 }
 
 TEST_F(WindowProgramDialogTest, SkipsTheFirstWindowAtTheFirstUseOnly) {
     const OwnWindow behind(L"Behind");
     const TitledProgram front(L"In front");
     Open();
-    EXPECT_EQ(ThisProgram(), Proposed());
-    EXPECT_EQ(TitledProgram::Path(), Proposed());
-    EXPECT_EQ(TitledProgram::Path(), Proposed());
+    EXPECT_EQ(Proposed(), ThisProgram());
+    EXPECT_EQ(Proposed(), TitledProgram::Path());
+    EXPECT_EQ(Proposed(), TitledProgram::Path());
     EXPECT_FALSE(Close(IDCANCEL));
     Open();
-    EXPECT_EQ(TitledProgram::Path(), Proposed()) << "an opening is no new beginning";
+    EXPECT_EQ(Proposed(), TitledProgram::Path()) << "an opening is no new beginning";
     EXPECT_FALSE(Close(IDCANCEL));
     module.reset();
     module.emplace();
     Open();
-    EXPECT_EQ(ThisProgram(), Proposed()) << "a module is";
+    EXPECT_EQ(Proposed(), ThisProgram()) << "a module is";
 }
 
 TEST_F(WindowProgramDialogTest, AFirstUseThatFindsNoWindowSkipsNone) {
     Open();
-    EXPECT_EQ(kExplorer, Proposed());
+    EXPECT_EQ(Proposed(), kExplorer);
     const OwnWindow behind(L"Behind");
     const TitledProgram front(L"In front");
-    EXPECT_EQ(ThisProgram(), Proposed()) << "the first window that was ever seen is skipped";
-    EXPECT_EQ(TitledProgram::Path(), Proposed());
+    EXPECT_EQ(Proposed(), ThisProgram()) << "the first window that was ever seen is skipped";
+    EXPECT_EQ(Proposed(), TitledProgram::Path());
 }
 
 TEST_F(WindowProgramDialogTest, AFirstUseWithOneWindowProposesTheExplorer) {
     const TitledProgram only(L"Only");
     Open();
-    EXPECT_EQ(kExplorer, Proposed());
-    EXPECT_EQ(TitledProgram::Path(), Proposed());
+    EXPECT_EQ(Proposed(), kExplorer);
+    EXPECT_EQ(Proposed(), TitledProgram::Path());
 }
 
 TEST_F(WindowProgramDialogTest, OkTakesTheProgramOfTheWindow) {
@@ -153,7 +153,7 @@ TEST_F(WindowProgramDialogTest, OkTakesTheProgramOfTheWindow) {
     Proposed();
     Press(OpenWindowDialog(), IDOK);
     EXPECT_TRUE(AwaitEnd());
-    EXPECT_EQ((Programs{{L"titled_window.exe", TitledProgram::Path()}}), chosen);
+    EXPECT_EQ(chosen, (Programs{{L"titled_window.exe", TitledProgram::Path()}}));
 }
 
 TEST_F(WindowProgramDialogTest, CancelKeepsTheSelectionOpen) {
@@ -169,7 +169,7 @@ TEST_F(WindowProgramDialogTest, IsNotHeldBackByAClickOnEmptySpace) {
     ClickEmptySpace();
     Press(OpenWindowDialog(), IDOK);
     EXPECT_TRUE(AwaitEnd());
-    EXPECT_EQ(1U, chosen.size());
+    EXPECT_EQ(chosen.size(), 1U);
 }
 
 TEST_F(WindowProgramDialogTest, PassesOverHiddenUntitledAndOwnedWindows) {
@@ -179,7 +179,7 @@ TEST_F(WindowProgramDialogTest, PassesOverHiddenUntitledAndOwnedWindows) {
     const OwnWindow hidden(L"Hidden", WS_OVERLAPPEDWINDOW);
     const OwnWindow untitled(L"", WS_POPUP | WS_VISIBLE);
     const OwnWindow owned(L"Owned", WS_POPUP | WS_VISIBLE, hidden.Get());
-    EXPECT_EQ(TitledProgram::Path(), Proposed());
+    EXPECT_EQ(Proposed(), TitledProgram::Path());
 }
 
 TEST_F(WindowProgramDialogTest, ATitleOfOneCharacterIsEnough) {
@@ -187,7 +187,7 @@ TEST_F(WindowProgramDialogTest, ATitleOfOneCharacterIsEnough) {
     Open();
     Proposed();
     const OwnWindow front(L"x");
-    EXPECT_EQ(ThisProgram(), Proposed());
+    EXPECT_EQ(Proposed(), ThisProgram());
 }
 
 TEST_F(WindowProgramDialogTest, ProposesTheExplorerForAProcessThatCannotBeOpened) {
@@ -201,8 +201,8 @@ TEST_F(WindowProgramDialogTest, ProposesTheExplorerForAProcessThatCannotBeOpened
         return HANDLE{};
     });
     ASSERT_TRUE(open.IsInPlace());
-    EXPECT_EQ(kExplorer, Proposed());
-    EXPECT_EQ(0x410U, rights);
+    EXPECT_EQ(Proposed(), kExplorer);
+    EXPECT_EQ(rights, 0x410U);
 }
 
 TEST_F(WindowProgramDialogTest, ProposesTheExplorerForAProcessThatHidesItsModules) {
@@ -211,11 +211,11 @@ TEST_F(WindowProgramDialogTest, ProposesTheExplorerForAProcessThatHidesItsModule
     Proposed();
     const ReplacedImport<"EnumProcessModules", decltype(EnumProcessModules)> enumerate(
         module->Handle(), [](HANDLE, HMODULE*, DWORD size, LPDWORD) {
-            EXPECT_EQ(sizeof(HMODULE), size);
+            EXPECT_EQ(size, sizeof(HMODULE));
             return FALSE;
         });
     ASSERT_TRUE(enumerate.IsInPlace());
-    EXPECT_EQ(kExplorer, Proposed());
+    EXPECT_EQ(Proposed(), kExplorer);
 }
 
 TEST_F(WindowProgramDialogTest, ProposesTheExplorerForAModuleWithoutAName) {
@@ -225,7 +225,7 @@ TEST_F(WindowProgramDialogTest, ProposesTheExplorerForAModuleWithoutAName) {
     const ReplacedImport<"GetModuleFileNameExW", decltype(GetModuleFileNameExW)> name(
         module->Handle(), [](HANDLE, HMODULE, LPWSTR, DWORD) { return DWORD{0}; });
     ASSERT_TRUE(name.IsInPlace());
-    EXPECT_EQ(kExplorer, Proposed());
+    EXPECT_EQ(Proposed(), kExplorer);
 }
 
 TEST_F(WindowProgramDialogTest, ALongPathIsShownWholeAndTakenToTheLimit) {
@@ -235,18 +235,18 @@ TEST_F(WindowProgramDialogTest, ALongPathIsShownWholeAndTakenToTheLimit) {
     const std::wstring path = L"C:\\" + std::wstring(255, L'p') + L"\U0001F600\\" + std::wstring(2000, L'q');
     const ReplacedImport<"GetModuleFileNameExW", decltype(GetModuleFileNameExW)> name(
         module->Handle(), [&](HANDLE, HMODULE, LPWSTR buffer, DWORD size) {
-            EXPECT_EQ(1024U, size);
+            EXPECT_EQ(size, 1024U);
             // As old versions of Windows do it: without a final zero.
             path.copy(buffer, size);
             return size;
         });
     const HWND proposal = OpenWindowDialog();
-    EXPECT_EQ(path.substr(0, 1024), ProposalOf(proposal));
+    EXPECT_EQ(ProposalOf(proposal), path.substr(0, 1024));
     Press(proposal, IDOK);
     EXPECT_TRUE(AwaitEnd());
-    ASSERT_EQ(1U, chosen.size());
-    EXPECT_EQ(path.substr(0, 258), chosen[0].path) << "no pair is split";
-    EXPECT_EQ(std::wstring(255, L'p'), chosen[0].name);
+    ASSERT_EQ(chosen.size(), 1U);
+    EXPECT_EQ(chosen[0].path, path.substr(0, 258)) << "no pair is split";
+    EXPECT_EQ(chosen[0].name, std::wstring(255, L'p'));
 }
 
 }  // namespace

@@ -31,6 +31,16 @@ TEST(TrailWindowTest, TheTrailTakesNeitherFocusNorClicksAndGoesAtTheEnd) {
     EXPECT_EQ(FindTrail(), nullptr);
 }
 
+TEST(TrailWindowTest, OnlyItsOwnerEndsIt) {
+    TrailWindow trail;
+    trail.Begin({10, 10});
+    const HWND window = FindTrail();
+    ASSERT_NE(window, nullptr);
+    SendMessageW(window, WM_CLOSE, 0, 0);
+    SendMessageW(window, WM_SYSCOMMAND, SC_CLOSE, 0);
+    EXPECT_EQ(FindTrail(), window);
+}
+
 TEST(TrailWindowTest, TheLineIsDrawnAndSurvivesARepaint) {
     TrailWindow trail;
     trail.Begin({10, 100});

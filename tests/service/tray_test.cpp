@@ -17,9 +17,14 @@ protected:
         return menu != nullptr && IsWindowVisible(menu) ? menu : nullptr;
     }
 
-    // As the taskbar says that the icon was clicked with the right button.
+    static void Report(UINT event) { PostMessageW(Window(), service::kTrayMessage, 1, static_cast<LPARAM>(event)); }
+
+    // As the taskbar says that the user wants the menu by the keyboard.
     static void OpenMenu() {
-        PostMessageW(Window(), service::kTrayMessage, 1, WM_CONTEXTMENU);
+        Report(WM_CONTEXTMENU);
+        AwaitMenu();
+    }
+    static void AwaitMenu() {
         test::Await("the menu", Menu);
         test::Await("the menu's keys", [] { return GetForegroundWindow() == Window(); });
     }
@@ -37,6 +42,30 @@ TEST_F(TrayMenuOfServiceTest, PauseIsSwitchedOnAndOff) {
     EXPECT_EQ(Status()["paused"], "yes");
     Choose('U');
     EXPECT_EQ(Status()["paused"], "no");
+}
+
+TEST_F(TrayMenuOfServiceTest, ARightClickOpensOneMenu) {
+    StartService();
+    for (const UINT event : {WM_RBUTTONDOWN, WM_RBUTTONUP, WM_CONTEXTMENU}) Report(event);
+    AwaitMenu();
+    test::PressKey('U');
+    test::Await("the menu's end", [] { return Menu() == nullptr; });
+    EXPECT_EQ(Status()["paused"], "yes");
+    EXPECT_EQ(Menu(), nullptr);
+}
+
+TEST_F(TrayMenuOfServiceTest, TheSecondReportOfARightClickMayComeLate) {
+    StartService();
+    Report(WM_RBUTTONUP);
+    AwaitMenu();
+    test::PressKey(VK_ESCAPE);
+    test::Await("the menu's end", [] { return Menu() == nullptr; });
+    Report(WM_CONTEXTMENU);
+    EXPECT_EQ(Status()["paused"], "no");
+    EXPECT_EQ(Menu(), nullptr);
+    Report(WM_MOUSEMOVE);
+    Choose('U');
+    EXPECT_EQ(Status()["paused"], "yes");
 }
 
 TEST_F(TrayMenuOfServiceTest, AProfileIsForcedUntilAutomaticIsChosen) {

@@ -1,4 +1,11 @@
-// The second process of the service.
+// The second process of the service, and the end of both.
+#include <windows.h>
+
+#include <tlhelp32.h>
+
+#include <algorithm>
+
+#include "service/processes.h"
 #include "service/shared_state.h"
 #include "tests/service/program.h"
 #include "tests/support/waiting.h"
@@ -6,8 +13,29 @@
 namespace kvn::service_test {
 namespace {
 
+using platform::UniqueKernelObject;
 using service::SharedMemory;
 using test::Await;
+
+struct WindowSearch {
+    DWORD process;
+    HWND found;
+};
+
+BOOL CALLBACK Judge(HWND window, LPARAM parameter) {
+    auto& search = *reinterpret_cast<WindowSearch*>(parameter);
+    DWORD owner = 0;
+    GetWindowThreadProcessId(window, &owner);
+    if (owner == search.process) search.found = window;
+    return search.found == nullptr;
+}
+
+// A top-level window of the process, or null.
+HWND WindowOf(DWORD process) {
+    WindowSearch search{process, nullptr};
+    EnumWindows(Judge, reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
 
 class WatcherTest : public ServiceProgramTest {
 protected:
@@ -20,8 +48,32 @@ protected:
         return Await("a watcher", find, std::chrono::seconds{30});
     }
 
+    // Threads of the service that do not go on, as if they hung; `isMain`: the one of the window, or all others.
+    static void Suspend(bool isMain) {
+        const DWORD process = ServiceProcess();
+        const DWORD main = GetWindowThreadProcessId(Window(), nullptr);
+        const UniqueKernelObject snapshot(CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0));
+        THREADENTRY32 entry{};
+        entry.dwSize = sizeof entry;
+        for (BOOL more = Thread32First(snapshot.Get(), &entry); more; more = Thread32Next(snapshot.Get(), &entry)) {
+            if (entry.th32OwnerProcessID != process || (entry.th32ThreadID == main) != isMain) continue;
+            SuspendThread(UniqueKernelObject(OpenThread(THREAD_SUSPEND_RESUME, FALSE, entry.th32ThreadID)).Get());
+        }
+    }
+    bool IsEverythingReleased() {
+        return std::ranges::all_of(memory.State().held.counts, [](const auto& count) { return count == 0; });
+    }
+    void ExpectEndWithin(std::chrono::milliseconds time) {
+        EXPECT_TRUE(test::ComesTrue([this] { return RunningProcesses() == 0; }, time));
+        EXPECT_TRUE(IsEverythingReleased());
+        EXPECT_EQ(Window(), nullptr);
+    }
+
     SharedMemory memory;
 };
+
+// Two seconds, and what a busy machine adds.
+constexpr std::chrono::milliseconds kEndTime{3'500};
 
 TEST_F(WatcherTest, AServiceThatIsKilledIsStartedAgainWithItsMouse) {
     StartService();
@@ -69,6 +121,60 @@ TEST_F(WatcherTest, AServiceThatKeepsEndingIsGivenUp) {
     Kill(ServiceProcess());
     EXPECT_TRUE(test::ComesTrue([this] { return RunningProcesses() == 0; }, std::chrono::seconds{30}));
     EXPECT_EQ(Window(), nullptr);
+}
+
+TEST_F(WatcherTest, AServiceWhoseWindowHangsIsEndedByQuit) {
+    StartService();
+    AwaitWatcherOtherThan(0);
+    memory.State().held.counts[VK_F13] = 1;
+    Suspend(true);
+    EXPECT_EQ(Run({L"--quit"}).exitCode, 0U);
+    ExpectEndWithin(kEndTime);
+}
+
+TEST_F(WatcherTest, AServiceWhoseThreadsHangEndsInTimeAtQuit) {
+    StartService();
+    AwaitWatcherOtherThan(0);
+    memory.State().held.counts[VK_F13] = 1;
+    Suspend(false);
+    PostMessageW(Window(), WM_CLOSE, 0, 0);
+    ExpectEndWithin(kEndTime);
+    EXPECT_EQ(Run({L"--quit"}).exitCode, 0U);
+}
+
+TEST_F(WatcherTest, AServiceWhoseThreadsHangEndsInTimeWithTheSession) {
+    StartService();
+    AwaitWatcherOtherThan(0);
+    memory.State().held.counts[VK_F13] = 1;
+    Suspend(false);
+    EXPECT_EQ(Send(WM_QUERYENDSESSION), TRUE);
+    PostMessageW(Window(), WM_ENDSESSION, TRUE, 0);
+    ExpectEndWithin(kEndTime);
+}
+
+TEST_F(WatcherTest, TheLogIsGoneOnWithAndAForcedProfileIsNot) {
+    const std::wstring log = service::ProgramFolder() + L"watcher_test.log";
+    StartService();
+    AwaitWatcherOtherThan(0);
+    EXPECT_EQ(Run({L"--log", log}).exitCode, 0U);
+    EXPECT_EQ(Run({L"--profile", L"Default"}).exitCode, 0U);
+    const DWORD first = ServiceProcess();
+    const std::wstring arguments = memory.State().Arguments();
+    EXPECT_NE(arguments.find(L"--log"), std::wstring::npos);
+    EXPECT_TRUE(DeleteFileW(log.c_str()) || GetLastError() == ERROR_SHARING_VIOLATION);
+    Kill(first);
+    AwaitServiceOtherThan(first);
+    Await("the log", [&] { return GetFileAttributesW(log.c_str()) != INVALID_FILE_ATTRIBUTES; });
+    EXPECT_EQ(memory.State().Arguments(), arguments);
+    EXPECT_EQ(Status()["why"], "selected");
+    EXPECT_EQ(Run({L"--quit"}).exitCode, 0U);
+    DeleteFileW(log.c_str());
+}
+
+TEST_F(WatcherTest, TheWatcherHasNoWindow) {
+    StartService();
+    EXPECT_EQ(WindowOf(AwaitWatcherOtherThan(0)), nullptr);
+    EXPECT_NE(WindowOf(ServiceProcess()), nullptr);
 }
 
 }  // namespace

@@ -24,6 +24,9 @@ public:
     // One notch.
     void TurnWheelUp() const { Order("click 4"); }
     void TurnWheelDown() const { Order("click 5"); }
+    // Six notches towards the user (or away), this many times, with pauses in between.
+    void FlickDown(int times) const { Order("flick 5 " + std::to_string(times)); }
+    void FlickUp(int times) const { Order("flick 4 " + std::to_string(times)); }
     void MoveTo(POINT place) const;
     // By their X names: Shift_L, Control_L, F12, a.
     void HoldKey(const std::string& name) const { Order("keydown " + name); }

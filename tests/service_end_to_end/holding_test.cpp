@@ -101,14 +101,17 @@ TEST_F(Holding, HorizontalScrollingGoesOnTenTimesASecond) {
 }
 
 TEST_F(Holding, TiltsOwnReportsAreMultipliedBySpeed) {
-    Use({.horizontalSpeed = 1}, *recorder);
-    hands.Press(kTiltLeft);
-    hands.Press(kTiltLeft);
-    hands.Press(kTiltRight);
-    ExpectAll({"sent hwheel -30", "sent hwheel -30", "sent hwheel 30"});
-    Use({.horizontalSpeed = 8}, *recorder);
-    hands.Press(kTiltRight);
-    ExpectAll({"sent hwheel 240"});
+    constexpr int kNatural = 4;
+    for (int speed = 1; speed <= 8; ++speed) {
+        SCOPED_TRACE(speed);
+        Use({.horizontalSpeed = speed}, *recorder);
+        hands.Press(kTiltLeft);
+        hands.Press(kTiltLeft);
+        hands.Press(kTiltRight);
+        const std::string origin = speed == kNatural ? "real hwheel " : "sent hwheel ";
+        const std::string amount = std::to_string(30 * speed);
+        ExpectAll({origin + '-' + amount, origin + '-' + amount, origin + amount});
+    }
 }
 
 TEST_F(Holding, OneThatActsOnceActsOnceInAPushOfTheTilt) {

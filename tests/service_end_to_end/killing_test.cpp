@@ -20,6 +20,7 @@ using end_to_end::WaitFor;
 constexpr std::chrono::milliseconds kReleasedWithin{1000}, kPassesWithin{1000};
 // More are killed when the environment variable KVN_KILLS says so.
 constexpr int kUsualKills = 12;
+constexpr std::chrono::seconds kLongestKill{10};
 // Then the watcher takes the service for one that cannot live.
 constexpr int kKillsOfOneStart = 3;
 
@@ -42,9 +43,11 @@ DWORD Watcher(DWORD service) {
     return 0;
 }
 
-void Kill(DWORD id) {
-    const platform::UniqueKernelObject process(OpenProcess(PROCESS_TERMINATE | SYNCHRONIZE, FALSE, id));
+// While somebody has the handle, no other process gets the number.
+platform::UniqueKernelObject Kill(DWORD id) {
+    platform::UniqueKernelObject process(OpenProcess(PROCESS_TERMINATE | SYNCHRONIZE, FALSE, id));
     TerminateProcess(process.Get(), 0xDEAD);
+    return process;
 }
 
 int KillCount() {
@@ -61,6 +64,10 @@ protected:
         Use({.functions = {{kBack, kCtrl}, {kForward, kRightClick}, {kRight, kOff}}}, *recorder);
     }
 
+    std::chrono::seconds LongestTime() const override {
+        return ServiceTest::LongestTime() + KillCount() * kLongestKill;
+    }
+
     void Start() {
         StartService();
         WaitFor("the watcher", [] { return Watcher(ServiceProcess()) != 0; });
@@ -68,11 +75,11 @@ protected:
 
     void KillService() {
         killed = ServiceProcess();
-        Kill(killed);
+        killedProcess = Kill(killed);
     }
 
     void WaitForNewService() {
-        WaitFor("a new service", [this] {
+        WaitFor("a service other than " + std::to_string(killed), [this] {
             const DWORD now = ServiceProcess();
             return now != 0 && now != killed;
         });
@@ -103,8 +110,27 @@ protected:
             << "the click did not pass";
     }
 
+    void KillAmongPresses(std::mt19937& random) {
+        for (std::uint32_t click = random() % 4; click > 0; --click) hands.Click(kForward);
+        hands.Press(kBack);
+        if (random() % 2 == 0) static_cast<void>(recorder->Arrived(1, std::chrono::milliseconds(random() % 8)));
+        KillService();
+        ExpectPlainClick();
+        ExpectReleased();
+        hands.Release(kBack);
+        WaitForNewService();
+    }
+
+    void StartAgain() {
+        EXPECT_EQ(Ask({L"--quit"}), 0U);
+        WaitFor("the end of both", [] { return ProcessesOfTheService().empty(); });
+        Start();
+        WaitForNewService();
+    }
+
     Recorder* recorder = nullptr;
     DWORD killed = 0;
+    platform::UniqueKernelObject killedProcess;
 };
 
 TEST_F(Killing, WatcherReleasesWhatWasHeldAndStartsTheServiceAgain) {
@@ -126,7 +152,7 @@ TEST_F(Killing, WatcherReleasesWhatWasHeldAndStartsTheServiceAgain) {
 TEST_F(Killing, WatcherThatIsKilledIsStartedAgain) {
     const DWORD watcher = Watcher(ServiceProcess());
     const DWORD service = ServiceProcess();
-    Kill(watcher);
+    const platform::UniqueKernelObject killedWatcher = Kill(watcher);
     WaitFor("another watcher", [&] {
         const DWORD now = Watcher(service);
         return now != 0 && now != watcher;
@@ -142,8 +168,8 @@ TEST_F(Killing, WatcherThatIsKilledIsStartedAgain) {
 
 TEST_F(Killing, MouseIsNaturalWhenBothAreKilled) {
     const DWORD service = ServiceProcess();
-    Kill(Watcher(service));
-    Kill(service);
+    const platform::UniqueKernelObject killedWatcher = Kill(Watcher(service));
+    const platform::UniqueKernelObject killedService = Kill(service);
     WaitFor("the end of both", [] { return ProcessesOfTheService().empty(); });
     hands.Click(kBack);
     hands.Click(kRight);
@@ -175,21 +201,9 @@ TEST_F(Killing, QuitEndsBoth) {
 TEST_F(Killing, KilledInTheMiddleOfPresses) {
     std::mt19937 random(20240229);  // NOLINT: the same each time
     for (int kill = 0; kill < KillCount() && !HasFailure(); ++kill) {
-        SCOPED_TRACE("kill " + std::to_string(kill));
-        for (std::uint32_t click = random() % 4; click > 0; --click) hands.Click(kForward);
-        hands.Press(kBack);
-        if (random() % 2 == 0) static_cast<void>(recorder->Arrived(1, std::chrono::milliseconds(random() % 8)));
-        KillService();
-        ExpectPlainClick();
-        ExpectReleased();
-        hands.Release(kBack);
-        if (kill % kKillsOfOneStart == kKillsOfOneStart - 1) {
-            WaitForNewService();
-            EXPECT_EQ(Ask({L"--quit"}), 0U);
-            WaitFor("the end of both", [] { return ProcessesOfTheService().empty(); });
-            Start();
-        }
-        WaitForNewService();
+        EXPECT_NO_THROW(KillAmongPresses(random)) << "kill " << kill;
+        if (kill % kKillsOfOneStart != kKillsOfOneStart - 1) continue;
+        EXPECT_NO_THROW(StartAgain()) << "kill " << kill;
     }
 }
 

@@ -22,6 +22,7 @@ using end_to_end::WaitFor;
 constexpr std::chrono::seconds kLongestTest{150};  // the longest one presses some hundred times
 constexpr std::size_t kRecordersBeside = 2;
 constexpr int kRecorderStep = 505;
+constexpr int kNoFlicks = -2;  // as the page stores that flying scroll is off
 
 std::wstring MakeScratchFolder() {
     std::array<wchar_t, MAX_PATH> temporary{};
@@ -49,6 +50,12 @@ void StoreNumber(model::RegistryValue value, DWORD number) {
 
 void StoreKeys(model::RegistryValue value, const std::wstring& keys) {
     StoreValue(NameOf(value), REG_SZ, keys.c_str(), keys.size() * sizeof(wchar_t));
+}
+
+void StoreFlying(const Flying& flying) {
+    StoreNumber(model::RegistryValue::FlyingRevolutionCount, static_cast<DWORD>(flying.flicks));
+    StoreNumber(model::RegistryValue::FlyingRevolutionSpeed, static_cast<DWORD>(flying.revolutionSpeed));
+    StoreNumber(model::RegistryValue::FlyingScrollSpeed, static_cast<DWORD>(flying.scrollSpeed));
 }
 
 void StoreGestures(const std::vector<std::wstring>& gestures) {
@@ -156,6 +163,10 @@ std::string OutputOf(const std::wstring& program, const std::wstring& arguments,
 
 }  // namespace
 
+std::chrono::seconds ServiceTest::LongestTime() const {
+    return kLongestTest;
+}
+
 void ServiceTest::SetUp() {
     ASSERT_EQ(ServiceWindow(), nullptr) << "another service runs";
     end_to_end::RemoveRegistryState();
@@ -163,7 +174,7 @@ void ServiceTest::SetUp() {
     scratch = MakeScratchFolder();
     SetEnvironmentVariableW(kOpenedRecord, (scratch + L"opened.txt").c_str());
     processes = std::make_unique<end_to_end::ProcessGroup>();
-    watchdog = std::make_unique<end_to_end::Watchdog>(*processes, kLongestTest);
+    watchdog = std::make_unique<end_to_end::Watchdog>(*processes, LongestTime());
 }
 
 void ServiceTest::TearDown() {
@@ -251,7 +262,7 @@ std::wstring ServiceTest::CopyOfRecorder(const std::wstring& name) const {
 
 void ServiceTest::Store(const Choice& choice) {
     StoreNumber(model::RegistryValue::HorizontalScrollSpeed, static_cast<DWORD>(choice.horizontalSpeed));
-    StoreNumber(model::RegistryValue::FlyingRevolutionCount, static_cast<DWORD>(-2));
+    StoreFlying(choice.flying.value_or(Flying{.flicks = kNoFlicks}));
     StoreGestures(choice.gestures);
     for (const model::ButtonSlotRow& row : model::kButtonSlots) StoreControl(row, choice);
 }

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <chrono>
 #include <map>
 #include <memory>
 #include <optional>
@@ -48,18 +49,28 @@ enum Function : model::FunctionCode {
     kOff = 38,
 };
 
+struct Flying {
+    int flicks = 1;
+    int revolutionSpeed = 1;
+    int scrollSpeed = 5;
+};
+
 // What the registry's key of the mouse holds. Controls that are not named are natural.
 struct Choice {
     std::map<ButtonSlot, model::FunctionCode> functions{};
     std::map<ButtonSlot, std::wstring> keys{};
     std::vector<std::wstring> gestures{};
     int horizontalSpeed = 4;
+    std::optional<Flying> flying{};
 };
 
 class ServiceTest : public testing::Test {
 protected:
     void SetUp() override;
     void TearDown() override;
+
+    // After this time everything that the test has started is killed.
+    virtual std::chrono::seconds LongestTime() const;
 
     // Starts the service with the sample mouse and waits until it answers.
     void StartService(std::vector<std::wstring> options = {L"--mouse", L"1234:5678:7:1"});

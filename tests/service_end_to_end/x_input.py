@@ -6,6 +6,7 @@ the display has taken it:
 
     press N, release N, click N   a button: 1 left, 2 wheel, 3 right, 4 and 5 wheel turned up and down, 6 and 7 tilted left and
                                   right, 8 back, 9 forward
+    flick N TIMES                 the wheel (4 or 5) turned by six notches, this many times, 150 ms apart
     move X Y                      the pointer, in pixels of the screen
     keydown NAME, keyup NAME      a key, by its X name (Shift_L, F12, a)
     focus ID                      the keyboard goes to the window with this number
@@ -26,6 +27,8 @@ Z_PIXMAP = 2
 REVERT_TO_PARENT = 2
 CURRENT_TIME = 0
 IS_VIEWABLE = 2
+NOTCHES_OF_FLICK = 6
+PAUSE_BETWEEN_FLICKS = 150  # milliseconds
 ALL_PLANES = ctypes.c_ulong(-1)
 
 
@@ -70,8 +73,8 @@ class Display:
         self.x11.XSetErrorHandler(self.on_error)
         self.held: set[tuple[str, str]] = set()
 
-    def button(self, number: str, is_press: bool) -> None:
-        self.xtst.XTestFakeButtonEvent(self.display, int(number), is_press, ctypes.c_ulong(0))
+    def button(self, number: str, is_press: bool, delay: int = 0) -> None:
+        self.xtst.XTestFakeButtonEvent(self.display, int(number), is_press, ctypes.c_ulong(delay))
         self.note("release", number, is_press)
 
     def key(self, name: str, is_press: bool) -> None:
@@ -91,6 +94,13 @@ class Display:
     def click(self, number: str) -> None:
         self.button(number, True)
         self.button(number, False)
+
+    # The display itself makes the pauses, so that a busy machine does not stretch them.
+    def flick(self, number: str, times: str) -> None:
+        for flick in range(int(times)):
+            for notch in range(NOTCHES_OF_FLICK):
+                self.button(number, True, PAUSE_BETWEEN_FLICKS if flick > 0 and notch == 0 else 0)
+                self.button(number, False)
 
     def let_go(self) -> None:
         for command, what in list(self.held):
@@ -131,6 +141,7 @@ class Display:
             "press": lambda number: self.button(number, True),
             "release": lambda number: self.button(number, False),
             "click": self.click,
+            "flick": self.flick,
             "move": self.move,
             "keydown": lambda name: self.key(name, True),
             "keyup": lambda name: self.key(name, False),

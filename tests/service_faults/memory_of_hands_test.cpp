@@ -20,7 +20,7 @@ using model::ButtonSlot;
 using service::Order;
 using service::OrderKind;
 
-constexpr model::FunctionCode kCopy = 10, kShift = 19, kCtrl = 21, kKeys = 37, kNothing = 38, kClose = 6, kTilt = 33;
+constexpr model::FunctionCode kCopy = 10, kShift = 19, kAlt = 20, kKeys = 37, kNothing = 38, kClose = 6, kTilt = 33;
 constexpr service::Ticket kLast = 9;
 
 class MemoryOfHandsTest : public testing::Test {
@@ -51,8 +51,9 @@ protected:
         Take(OrderKind::StrokeBegin, 0);
         Take(OrderKind::End, 0, 1);
         Take(OrderKind::End, 0, 2);
-        Take(OrderKind::Begin, kCtrl, kLast);
-        Await("the last key", [&] { return held.counts[VK_LCONTROL] != 0; });
+        // No other order presses this key.
+        Take(OrderKind::Begin, kAlt, kLast);
+        Await("the last key", [&] { return held.counts[VK_LMENU] != 0; });
         Take(OrderKind::StrokeEnd, 0);
         Take(OrderKind::End, 0, kLast);
         Await("all releases", [&] { return IsNothingHeld(); });

@@ -93,5 +93,33 @@ TEST_F(MemoryOfWindowTest, TheIconComesBackWithExplorer) {
     End();
 }
 
+TEST_F(MemoryOfWindowTest, AnIconThatATaskbarWasTooBusyToTakeComesLater) {
+    int added = 0;
+    const ReplacedImport<"Shell_NotifyIconW", BOOL(DWORD, NOTIFYICONDATAW*)> notify{
+        GetModuleHandleW(nullptr), [&](DWORD what, NOTIFYICONDATAW*) -> BOOL {
+            if (what == NIM_ADD) ++added;
+            return added > 1;
+        }};
+    ASSERT_TRUE(Start());
+    static_cast<void>(Get().CarryOut(Options(L"--pause")));
+    Send(service::kRunPostedMessage);
+    EXPECT_EQ(added, 2);
+    End();
+}
+
+TEST_F(MemoryOfWindowTest, ASessionThatEndsDuringTheStartEndsTheService) {
+    const ReplacedImport<"Shell_NotifyIconW", BOOL(DWORD, NOTIFYICONDATAW*)> notify{
+        GetModuleHandleW(nullptr), [&](DWORD what, NOTIFYICONDATAW* data) -> BOOL {
+            if (what == NIM_ADD) SendMessageW(data->hWnd, WM_ENDSESSION, TRUE, 0);
+            return TRUE;
+        }};
+    ASSERT_TRUE(Start());
+    EXPECT_EQ(Window(), nullptr);
+    EXPECT_EQ(Get().CarryOut(Options(L"--status")).exitCode, service::kDone);
+    Get().Run();
+    service::SharedMemory memory;
+    EXPECT_NE(memory.State().hasEnded, 0U);
+}
+
 }  // namespace
 }  // namespace kvn::test

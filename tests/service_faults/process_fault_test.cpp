@@ -11,6 +11,7 @@
 
 #include "platform/service_protocol.h"
 #include "service/page/service_window.h"
+#include "service/page/window_numbers.h"
 #include "service/processes.h"
 #include "service/watcher.h"
 #include "tests/support/waiting.h"
@@ -83,34 +84,73 @@ TEST_F(ServiceProcessTest, TheEndOfTheSessionEndsServiceAndWatcher) {
     EXPECT_TRUE(service::EndWatcher());
 }
 
-// Those of windows in general.
-constexpr UINT kLastMessage = 0x80;
-
-// Only its end may end it.
-bool MayEnd(UINT message) {
-    constexpr std::array kEnding{UINT{WM_CLOSE}, UINT{WM_ENDSESSION}};
-    return std::ranges::find(kEnding, message) != kEnding.end();
+// Only its end may end it; the icon's events open what the user would have to close again.
+bool IsMeantToActOn(UINT message) {
+    constexpr std::array kMeant{UINT{WM_CLOSE}, UINT{WM_ENDSESSION}, UINT{WM_SYSCOMMAND}, service::kTrayMessage};
+    return std::ranges::find(kMeant, message) != kMeant.end();
 }
 
-TEST_F(ServiceProcessTest, AnyMessageOfAnotherProgramLeavesItAnswering) {
+constexpr UINT kMessages = 0x10000, kSystemMessages = 0x400, kBlock = 0x800;
+
+TEST_F(ServiceProcessTest, AnyMessageThatAnotherProgramPostsLeavesItAnswering) {
     Start(kOptions);
     const HWND window = AwaitWindow();
     std::mt19937 random(7);
-    std::array<wchar_t, 512> text{L"any text"};
-    for (UINT message = 0; message <= kLastMessage; ++message) {
-        if (MayEnd(message)) continue;
-        for (const WPARAM wParam : {WPARAM{0}, WPARAM{random()}}) {
-            PostMessageW(window, message, wParam, static_cast<LPARAM>(random()));
-            PostMessageW(window, message, wParam, static_cast<LPARAM>(random()) << 32U);
-            DWORD_PTR answer = 0;
-            SendMessageTimeoutW(window, message, wParam, reinterpret_cast<LPARAM>(text.data()), SMTO_NORMAL,
-                                kAnswerMilliseconds, &answer);
-        }
-        if (message % 0x40 != 0) continue;
-        ASSERT_TRUE(Answers()) << "after message " << message;
+    for (UINT message = 0; message < kMessages; ++message) {
+        if (IsMeantToActOn(message)) continue;
+        PostMessageW(window, message, random(), static_cast<LPARAM>(random()));
+        PostMessageW(window, message, random() % 4, static_cast<LPARAM>(random()) << 32U);
+        ASSERT_TRUE(message % kBlock != 0 || Answers()) << "after message " << message;
     }
-    EXPECT_FALSE(HasEnded(processes.front()));
     EXPECT_TRUE(Answers());
+    EXPECT_FALSE(HasEnded(processes.front()));
+}
+
+// Of some messages Windows copies what the parameters point to, and as much as they say: that has to be there.
+TEST_F(ServiceProcessTest, AnyMessageThatAnotherProgramSendsLeavesItAnswering) {
+    Start(kOptions);
+    const HWND window = AwaitWindow();
+    std::mt19937 random(7);
+    std::vector<wchar_t> room(0x10000);
+    const auto send = [&](UINT message, WPARAM wParam, LPARAM lParam) {
+        DWORD_PTR answer = 0;
+        SendMessageTimeoutW(window, message, wParam, lParam, SMTO_NORMAL, kAnswerMilliseconds, &answer);
+    };
+    for (UINT message = 0; message < kSystemMessages; ++message) {
+        if (IsMeantToActOn(message)) continue;
+        for (const WPARAM wParam : {0, 1, 64}) send(message, wParam, reinterpret_cast<LPARAM>(room.data()));
+        ASSERT_TRUE(message % 0x40 != 0 || Answers()) << "after message " << message;
+    }
+    for (UINT message = kSystemMessages; message < kMessages; message += 1 + random() % 64) {
+        if (!IsMeantToActOn(message)) send(message, random(), static_cast<LPARAM>(random()));
+    }
+    EXPECT_TRUE(Answers());
+    EXPECT_FALSE(HasEnded(processes.front()));
+}
+
+// Windows' own answer would show a frame, a menu or a caret, change the keyboard's layout or the window's title.
+TEST_F(ServiceProcessTest, WhatItDoesNotNeedIsAnsweredWithNothing) {
+    Start(kOptions);
+    const HWND window = AwaitWindow();
+    EXPECT_EQ(SendMessageW(window, WM_NCHITTEST, 0, 0), 0);
+    EXPECT_EQ(SendMessageW(window, WM_GETICON, ICON_SMALL, 0), 0);
+    EXPECT_EQ(SendMessageW(window, WM_SETICON, ICON_SMALL, 1), 0);
+    EXPECT_EQ(SendMessageW(window, WM_GETICON, ICON_SMALL, 0), 0);
+    EXPECT_EQ(SendMessageW(window, WM_MOUSEACTIVATE, 0, 0), 0);
+    EXPECT_EQ(SendMessageW(window, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"another")), 0);
+    EXPECT_EQ(SendMessageW(window, WM_GETTEXTLENGTH, 0, 0), 11);
+    EXPECT_EQ(SendMessageW(window, WM_QUERYENDSESSION, 0, 0), TRUE);
+    EXPECT_TRUE(Answers());
+}
+
+// Windows has it painted until it says that it is.
+TEST_F(ServiceProcessTest, AWindowThatAnotherProgramHasShownTakesNoProcessorTime) {
+    Start(kOptions);
+    const HWND window = AwaitWindow();
+    SetWindowPos(window, nullptr, 0, 0, 100, 100, SWP_SHOWWINDOW | SWP_NOACTIVATE);
+    RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME);
+    EXPECT_TRUE(Answers());
+    EXPECT_TRUE(ComesTrue([&] { return !GetUpdateRect(window, nullptr, FALSE); }));
 }
 
 TEST_F(ServiceProcessTest, PressesOnAFrameThatItHasNotLeaveItAnswering) {
@@ -130,13 +170,16 @@ TEST_F(ServiceProcessTest, DataOfAnotherProgramThatIsNoRequestIsRefused) {
     std::vector<unsigned char> bytes(300'000);
     for (unsigned char& byte : bytes) byte = static_cast<unsigned char>(random());
     constexpr std::array<ULONG_PTR, 4> kMarks{0, 1, 0x4B76'6E43, 0x4B76'6E52};
+    const auto send = [&](ULONG_PTR mark, DWORD size) {
+        COPYDATASTRUCT data{mark, size, bytes.data()};
+        const LRESULT answer = SendMessageW(window, WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&data));
+        EXPECT_TRUE(answer == FALSE || size <= 2) << mark << ' ' << size;
+    };
     for (const ULONG_PTR mark : kMarks) {
-        for (const DWORD size : {0UL, 1UL, 2UL, 33UL, 4096UL, 131'072UL, 131'073UL, 300'000UL}) {
-            COPYDATASTRUCT data{mark, size, bytes.data()};
-            EXPECT_TRUE(SendMessageW(window, WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&data)) == FALSE || size <= 2)
-                << mark << ' ' << size;
-        }
+        for (const DWORD size : {4096UL, 131'071UL, 131'072UL, 131'073UL, 131'074UL, 300'000UL}) send(mark, size);
     }
+    constexpr DWORD kEveryLength = 1'200;
+    for (DWORD size = 0; size < kEveryLength; ++size) send(kMarks[2], size);
     EXPECT_TRUE(Answers());
 }
 

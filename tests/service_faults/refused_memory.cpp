@@ -8,6 +8,8 @@
 #include <cstddef>
 #include <limits>
 
+#include "platform/memory_reserve.h"
+
 namespace kvn::test {
 namespace {
 
@@ -27,6 +29,7 @@ bool Counts() {
 }
 
 void Begin(Whose whose, int number, bool isFromThereOn) {
+    platform::KeepMemoryReserve();
     testThread = GetCurrentThreadId();
     isOfTestThread = whose == Whose::This;
     count = 0;

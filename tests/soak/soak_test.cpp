@@ -92,8 +92,8 @@ protected:
         sheet->AwaitClosed();
         sheet.reset();
         // The choosers' lists stay until the thread ends, for the same reason as their texts.
-        EXPECT_EQ(std::size(kSlotControls), left.dropLists) << "in round " << round;
-        EXPECT_EQ(0U, left.others) << "in round " << round;
+        EXPECT_EQ(left.dropLists, std::size(kSlotControls)) << "in round " << round;
+        EXPECT_EQ(left.others, 0U) << "in round " << round;
     }
 
     void Report(int round, const ResourceUse& use) const {
@@ -236,7 +236,7 @@ TEST_F(SoakTest, MemoryAndObjectsStayFlat) {
         if (done % reportEvery == 0) Report(round, MeasureResourceUse());
     }
     ExpectFlat(before, MeasureResourceUse(), static_cast<std::size_t>(rounds));
-    EXPECT_EQ(0, violations.Seen());
+    EXPECT_EQ(violations.Seen(), 0);
 }
 
 }  // namespace

@@ -115,7 +115,7 @@ void GestureTest::CloseEditor(HWND editor, int button) const {
 void GestureTest::ExpectOkIgnored(HWND editor) const {
     PostMessageW(GetDlgItem(editor, IDOK), BM_CLICK, 0, 0);
     sheet->Settle();
-    EXPECT_EQ(nullptr, OpenMessageBox());
+    EXPECT_EQ(OpenMessageBox(), nullptr);
     EXPECT_TRUE(IsWindowVisible(editor));
 }
 

@@ -80,7 +80,7 @@ protected:
 private:
     const ReplacedImport<"mouse_event", void(DWORD, DWORD, DWORD, DWORD, ULONG_PTR)> recordedClicks{
         module.Handle(), [this](DWORD flags, DWORD x, DWORD y, DWORD data, ULONG_PTR /*extra*/) {
-            EXPECT_EQ(0U, x + y + data);
+            EXPECT_EQ(x + y + data, 0U);
             clicks.push_back(flags);
         }};
 };

@@ -72,7 +72,7 @@ void PageTest::ApplySuccessfully() {
     const std::size_t before = service->CountOf(ServiceMessage::SettingsChanged);
     sheet->PressApply();
     EXPECT_TRUE(sheet->IsQuiet());
-    EXPECT_EQ(before + sheet->ShownPageCount(), service->CountOf(ServiceMessage::SettingsChanged));
+    EXPECT_EQ(service->CountOf(ServiceMessage::SettingsChanged), before + sheet->ShownPageCount());
 }
 
 int PageTest::Position(int control) const {
@@ -80,11 +80,11 @@ int PageTest::Position(int control) const {
 }
 
 void ExpectWarning(const MessageBoxSeen& seen, const std::wstring& text) {
-    EXPECT_EQ(kCaption, seen.caption);
-    EXPECT_EQ(text, seen.text);
-    EXPECT_EQ(static_cast<UINT>(MB_ICONEXCLAMATION), seen.icon);
+    EXPECT_EQ(seen.caption, kCaption);
+    EXPECT_EQ(seen.text, text);
+    EXPECT_EQ(seen.icon, static_cast<UINT>(MB_ICONEXCLAMATION));
     // The only button of an OK box has the id of Cancel or of OK, by Windows version; there is one in any case.
-    EXPECT_EQ(1U, seen.buttons.size());
+    EXPECT_EQ(seen.buttons.size(), 1U);
 }
 
 }  // namespace kvn::test

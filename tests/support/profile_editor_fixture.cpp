@@ -48,7 +48,7 @@ void ProfileEditorTest::ExpectRefusal(int button, const std::wstring& text) cons
     Command(button);
     const MessageBoxSeen seen = AnswerMessageBox("of a refusal", IDOK);
     ExpectWarning(seen, text);
-    EXPECT_EQ(editor->Window(), seen.owner);
+    EXPECT_EQ(seen.owner, editor->Window());
     EXPECT_TRUE(IsQuiet());
 }
 
@@ -60,18 +60,18 @@ void ProfileEditorTest::ExpectSilence(int button) const {
 void ProfileEditorTest::CommandAndAnswer(int button, int answer) const {
     Command(button);
     const MessageBoxSeen seen = AnswerMessageBox("before a deletion", answer);
-    EXPECT_EQ(kCaption, seen.caption);
-    EXPECT_EQ(L"Are you sure you want to delete?", seen.text);
-    EXPECT_EQ(static_cast<UINT>(MB_ICONEXCLAMATION), seen.icon);
-    EXPECT_EQ((std::vector<int>{IDYES, IDNO}), seen.buttons);
-    EXPECT_EQ(editor->Window(), seen.owner);
+    EXPECT_EQ(seen.caption, kCaption);
+    EXPECT_EQ(seen.text, L"Are you sure you want to delete?");
+    EXPECT_EQ(seen.icon, static_cast<UINT>(MB_ICONEXCLAMATION));
+    EXPECT_EQ(seen.buttons, (std::vector<int>{IDYES, IDNO}));
+    EXPECT_EQ(seen.owner, editor->Window());
     sheet->Settle();
 }
 
 void ProfileEditorTest::Name(int button, const std::wstring& name) const {
     Command(button);
     const HWND dialog = AwaitNameDialog();
-    EXPECT_EQ(editor->Window(), GetWindow(dialog, GW_OWNER));
+    EXPECT_EQ(GetWindow(dialog, GW_OWNER), editor->Window());
     sheet->Settle();
     EnterName(dialog, name);
     CloseNameDialog(dialog, IDOK);

@@ -1,0 +1,71 @@
+// Whole files: read at once, and replaced so that there is always the old one or the new one. Paths are wide.
+#pragma once
+
+#include <windows.h>
+
+#include <cstdio>
+#include <optional>
+#include <string>
+
+#include "platform/unique_resource.h"
+
+namespace kvn::model {
+
+// Virus scanners and indexers may hold a file briefly; retry for this long.
+inline constexpr int kSharingAttempts = 10;
+inline constexpr DWORD kSharingRetryMilliseconds = 20;
+
+// Tries again while another program holds the file; the result of the last try.
+template <typename Try>
+bool TryWhileShared(const Try& tryOnce) {
+    for (int attempt = 1; !tryOnce(); ++attempt) {
+        const DWORD error = GetLastError();
+        const bool isHeld = error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION ||
+                            error == ERROR_ACCESS_DENIED;  // what a rename over a held file says
+        if (!isHeld || attempt == kSharingAttempts) return false;
+        Sleep(kSharingRetryMilliseconds);
+    }
+    return true;
+}
+
+// Nothing when the file is missing, unreadable or larger than kMaxXmlBytes (xml_guard.h).
+[[nodiscard]] std::optional<std::string> ReadWholeFile(const std::wstring& path);
+
+// Whether certainly nothing has this path: a drive that does not answer just now says something else.
+[[nodiscard]] bool IsMissing(const std::wstring& path);
+[[nodiscard]] bool IsReadOnly(const std::wstring& path);
+
+// Where a file is written until it is complete.
+[[nodiscard]] std::wstring UnfinishedPath(const std::wstring& path);
+
+// A new file that is written from its start and vanishes unless it is moved to its place. It is held from beginning to
+// end, the renaming included wherever an open file can be renamed: so a file of this kind that nobody holds is always a
+// dead program's.
+class UnfinishedFile {
+public:
+    explicit UnfinishedFile(const std::wstring& finalPath);
+    UnfinishedFile(const UnfinishedFile&) = delete;
+    UnfinishedFile& operator=(const UnfinishedFile&) = delete;
+    ~UnfinishedFile();
+
+    // Null when the file could not be opened.
+    FILE* Stream() const { return stream.Get(); }
+
+    // Flushes and closes the file and puts it in the target's place; false when it is too large to be read back, or the
+    // target is marked read-only.
+    [[nodiscard]] bool Finish();
+
+private:
+    bool ReplaceTarget();
+    bool ReplaceTargetOnceClosed();
+    void Discard();
+    void Close() { file = platform::UniqueFile(INVALID_HANDLE_VALUE); }
+
+    const std::wstring target;
+    const std::wstring path;
+    platform::UniqueFile file;
+    platform::Owned<FILE*, &std::fclose> stream;
+    bool finished = false;
+};
+
+}  // namespace kvn::model

@@ -1,0 +1,33 @@
+// Which profile is in force and why, and how others hear of it.
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+#include <functional>
+#include <string>
+
+#include "service/engine/engine_settings.h"
+
+namespace kvn::service {
+
+enum class Why : std::uint8_t { Selected, Program, Forced };
+
+struct ProfileInForce {
+    EngineSettings settings;
+    std::wstring name;
+    Why why = Why::Selected;
+};
+
+enum class SettingsProblem : std::uint8_t { FileUnreadable, FileSetAside };
+
+// Called on the hub's thread.
+struct HubOutlets {
+    std::function<void(const ProfileInForce&)> onProfile;  // it is another one, or has other settings
+    std::function<void(HWND)> onWindowInFront;             // another one, not the service's own
+    // Once for each problem until it is gone. The text is the path of the file, or of the one that it was set aside
+    // as.
+    std::function<void(SettingsProblem, const std::wstring& path)> onProblem;
+};
+
+}  // namespace kvn::service

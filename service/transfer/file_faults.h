@@ -1,0 +1,24 @@
+// What is wrong with a file that cannot be read or written, in words.
+#pragma once
+
+#include <string>
+
+#include "model/profile_transfer.h"
+#include "service/handover.h"
+
+namespace kvn::service {
+
+// The text with this number, as the answer of something that failed.
+Answer Fault(unsigned textId, const std::wstring& first = {}, const std::wstring& second = {});
+
+// Why nothing can be written to the path; an answer in any case.
+Answer WhyNotWritable(const std::wstring& path);
+// Whether something is in the way that can be seen beforehand.
+bool IsWritable(const std::wstring& path);
+
+Answer WhyNotReadable(const std::wstring& path);
+
+// The problem in the file at this path.
+Answer FaultOf(const model::ImportProblem& problem, const std::wstring& path);
+
+}  // namespace kvn::service

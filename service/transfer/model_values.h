@@ -1,0 +1,44 @@
+// The values of a mouse model in the registry, while others take their place.
+#pragma once
+
+#include <windows.h>
+
+#include <span>
+#include <string>
+#include <vector>
+
+#include "model/registry_changes.h"
+#include "service/transfer/mouse_model.h"
+
+namespace kvn::service {
+
+class ModelValues {
+public:
+    ModelValues(const MouseModel& mouseModel, std::span<const model::RegistryWrite> writes);
+
+    // Whether all of them are known, so that they can be put back.
+    bool IsComplete() const { return isComplete; }
+
+    // Where a value is missing, that of the profile file counts. False when one could not be removed.
+    [[nodiscard]] bool Remove() const;
+    // As they were; false when one could not be put back.
+    [[nodiscard]] bool Restore() const;
+
+private:
+    struct Value {
+        const wchar_t* name = nullptr;
+        bool wasThere = false;
+        DWORD type = REG_NONE;
+        std::vector<BYTE> bytes;
+    };
+
+    bool Keep(HKEY key, const wchar_t* name);
+    static bool PutBack(HKEY key, const Value& value);
+
+    std::wstring path;
+    bool isComplete = true;
+    bool wasThere = true;  // the key
+    std::vector<Value> values;
+};
+
+}  // namespace kvn::service

@@ -1,0 +1,37 @@
+// "Export..." and "Import..." of the menu: a dialog for the file, then the work, on a thread that nobody waits for.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace kvn::service {
+
+class TransferDialogs {
+public:
+    // From the dialogs' thread.
+    struct Outlets {
+        std::function<void()> onImported;
+        std::function<void(const std::wstring& text)> onDone;
+    };
+
+    explicit TransferDialogs(Outlets chosenOutlets);
+    TransferDialogs(const TransferDialogs&) = delete;
+    TransferDialogs& operator=(const TransferDialogs&) = delete;
+    ~TransferDialogs();
+
+    // One dialog at a time: the one that is open comes to the front.
+    void OpenExport();
+    void OpenImport();
+
+    // From now on nobody is called any more; a dialog that is open ends with the program.
+    void Close();
+
+private:
+    struct State;
+    void Open(void (*work)(State& state));
+
+    std::shared_ptr<State> state;
+};
+
+}  // namespace kvn::service

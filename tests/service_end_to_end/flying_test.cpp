@@ -1,0 +1,222 @@
+// Flying scroll: flicks of a real wheel let it go on, slower and slower, until something stops it.
+#include <algorithm>
+#include <chrono>
+
+#include "tests/end_to_end/profile_text.h"
+#include "tests/end_to_end/stored_state.h"
+#include "tests/end_to_end/text.h"
+#include "tests/end_to_end/waiting.h"
+#include "tests/service_end_to_end/world.h"
+
+namespace kvn::service_end_to_end {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using end_to_end::Narrow;
+using end_to_end::WaitFor;
+using namespace std::chrono_literals;
+
+constexpr int kNotchesOfFlick = 6;
+// A flight begins with 8 * S notches a second, which halve every 0.7 s, until fewer than 2 a second are left: it lasts
+// 0.7 s * log2(8 * S / 2), and has so many notches as lie below that curve.
+constexpr std::size_t kNotchesOfSlowest = 6, kNotchesOfFastest = 78;
+constexpr Flying kSlowest{.flicks = 1, .scrollSpeed = 1}, kFastest{.flicks = 1, .scrollSpeed = 10};
+// At the highest speed the first notch is due after 13 ms.
+constexpr auto kLongerThanTheFirstNotch = 400ms;
+// Longer than the last two notches of a flight are apart.
+constexpr auto kLongerThanAnyNotch = 900ms;
+
+const std::string kDown = "sent turn -120";
+
+Lines Turned(int notches, const std::string& line = "real turn -120") {
+    return Lines(static_cast<std::size_t>(notches), line);
+}
+
+class FlyingScroll : public ServiceTest {
+protected:
+    void SetUp() override {
+        ServiceTest::SetUp();
+        StartService();
+        recorder = &StartRecorder();
+        WaitUntilSeenInFront();
+    }
+
+    // The service looks at the program in front only now and then where Windows does not announce it; a flight ends
+    // when it finds another one. So the recorder is given a profile, until that is in force.
+    void WaitUntilSeenInFront() {
+        end_to_end::ProfileText tied{.name = "Tied"};
+        tied.programs.push_back({"recorder", Narrow(Scratch()) + "recorder.exe"});
+        end_to_end::WriteFileBytes(ProfileFile(), end_to_end::ProfileFileText({{.name = "Default"}, tied}));
+        WaitForProfile("program");
+        DeleteFileW(ProfileFile().c_str());
+        WaitForProfile("selected");
+    }
+    void WaitForProfile(const std::string& why) {
+        WaitFor("the profile", [&] {
+            recorder->ComeToFront();
+            return Status()["why"] == why;
+        });
+    }
+
+    void UseFlying(const Flying& flying) { Use({.flying = flying}, *recorder); }
+    // Everything natural, the wheel button too.
+    void UseFlyingAlone(const Flying& flying) {
+        UseFlying(flying);
+        Store({.flying = flying});
+        Announce();
+        PressUntil(*recorder, kWheel, "real wheel up");
+    }
+
+    void FlickOnce() {
+        hands.FlickDown(1);
+        EXPECT_EQ(recorder->Arrived(kNotchesOfFlick), Turned(kNotchesOfFlick));
+    }
+    // Notches that came before the first one are lost to the caller.
+    void StartFlight() {
+        hands.FlickDown(1);
+        EXPECT_FALSE(recorder->ArrivedUpTo(kDown).empty());
+    }
+    // All notches of the flight, until none has come for long.
+    std::size_t NotchesUntilRest() {
+        std::size_t notches = 0;
+        for (Lines more; !(more = recorder->Arrived(1, kLongerThanAnyNotch)).empty();) {
+            notches += static_cast<std::size_t>(std::count(more.begin(), more.end(), kDown));
+        }
+        return notches;
+    }
+    void ExpectStopped() {
+        const std::size_t notches = NotchesUntilRest();
+        EXPECT_LT(notches, kNotchesOfFastest - 10);
+    }
+
+    Recorder* recorder = nullptr;
+};
+
+TEST_F(FlyingScroll, OneFlickFliesAndRunsDown) {
+    UseFlying(kSlowest);
+    hands.FlickDown(1);
+    Lines expected = Turned(kNotchesOfFlick);
+    expected.insert(expected.end(), kNotchesOfSlowest, kDown);
+    EXPECT_EQ(recorder->Arrived(expected.size()), expected);
+    EXPECT_EQ(NotchesUntilRest(), 0U);
+}
+
+TEST_F(FlyingScroll, FliesAwayFromTheUserToo) {
+    UseFlying(kSlowest);
+    hands.FlickUp(1);
+    Lines expected = Turned(kNotchesOfFlick, "real turn 120");
+    expected.insert(expected.end(), kNotchesOfSlowest, "sent turn 120");
+    EXPECT_EQ(recorder->Arrived(expected.size()), expected);
+}
+
+TEST_F(FlyingScroll, NotchesBecomeFewerAndFewer) {
+    UseFlying(kFastest);
+    hands.FlickDown(1);
+    std::size_t turns = recorder->Arrived(1).size();
+    const auto begin = Clock::now();
+    const auto timeOf = [&](std::size_t notches) {
+        for (std::size_t more = 1; turns < kNotchesOfFlick + notches && more != 0; turns += more) {
+            more = recorder->Arrived(1).size();
+        }
+        return Clock::now() - begin;
+    };
+    const auto half = timeOf(kNotchesOfFastest / 2);
+    const auto all = timeOf(kNotchesOfFastest);
+    EXPECT_EQ(turns + NotchesUntilRest(), kNotchesOfFlick + kNotchesOfFastest);
+    EXPECT_LT(3 * half, all);
+    EXPECT_GT(all, 2500ms);
+}
+
+TEST_F(FlyingScroll, AsManyFlicksAreNeededAsWereChosen) {
+    for (const int flicks : {2, 5}) {
+        SCOPED_TRACE(flicks);
+        UseFlying({.flicks = flicks, .scrollSpeed = 10});
+        hands.FlickDown(flicks - 1);
+        EXPECT_EQ(recorder->Arrived(static_cast<std::size_t>(kNotchesOfFlick * (flicks - 1))),
+                  Turned(kNotchesOfFlick * (flicks - 1)));
+        EXPECT_EQ(recorder->Arrived(1, 600ms), Lines());  // after that the flicks are forgotten
+        hands.FlickDown(flicks);
+        EXPECT_FALSE(recorder->ArrivedUpTo(kDown).empty());
+        hands.TurnWheelUp();
+        static_cast<void>(NotchesUntilRest());
+    }
+}
+
+TEST_F(FlyingScroll, AnyButtonStopsIt) {
+    for (const ButtonSlot button : {kLeft, kRight, kWheel, kBack, kForward}) {
+        SCOPED_TRACE(static_cast<int>(button));
+        UseFlyingAlone(kFastest);
+        StartFlight();
+        hands.Click(button);
+        ExpectStopped();
+    }
+}
+
+TEST_F(FlyingScroll, TiltStopsIt) {
+    for (const ButtonSlot tilt : {kTiltLeft, kTiltRight}) {
+        UseFlying(kFastest);
+        StartFlight();
+        hands.Press(tilt);
+        ExpectStopped();
+    }
+}
+
+TEST_F(FlyingScroll, NotchTheOtherWayStopsItAndOneTheSameWayDoesNot) {
+    UseFlying(kFastest);
+    StartFlight();
+    hands.TurnWheelDown();
+    EXPECT_GT(NotchesUntilRest(), kNotchesOfFastest - 20);
+    StartFlight();
+    hands.TurnWheelUp();
+    ExpectStopped();
+}
+
+TEST_F(FlyingScroll, AnotherWindowInFrontStopsIt) {
+    Recorder& other = StartRecorder(L"other");
+    recorder->ComeToFront();
+    WaitUntilSeenInFront();
+    UseFlying(kFastest);
+    StartFlight();
+    hands.BringToFront(other.Window());
+    // The display gives notches to the window below the pointer, whatever is in front.
+    ExpectStopped();
+    EXPECT_EQ(other.Arrived(0), Lines());
+}
+
+TEST_F(FlyingScroll, PauseStopsIt) {
+    UseFlying(kFastest);
+    StartFlight();
+    EXPECT_EQ(Ask({L"--pause"}), 0U);
+    ExpectStopped();
+    FlickOnce();
+    EXPECT_EQ(recorder->Arrived(1, kLongerThanTheFirstNotch), Lines());
+}
+
+TEST_F(FlyingScroll, SettingsWithoutItStopIt) {
+    UseFlying(kFastest);
+    StartFlight();
+    Store({});
+    Announce();
+    ExpectStopped();
+    FlickOnce();
+    EXPECT_EQ(recorder->Arrived(1, kLongerThanTheFirstNotch), Lines());
+}
+
+TEST_F(FlyingScroll, OffByDefault) {
+    hands.FlickDown(5);  // nothing is stored
+
+    EXPECT_EQ(recorder->Arrived(5 * kNotchesOfFlick), Turned(5 * kNotchesOfFlick));
+    EXPECT_EQ(recorder->Arrived(1, kLongerThanTheFirstNotch), Lines());
+}
+
+TEST_F(FlyingScroll, MouseThatForbidsItDoesNotFly) {
+    UseFlying(kFastest);
+    EXPECT_EQ(Ask({L"--mouse", L"1234:5678:7:1:KvnSample:1"}), 0U);
+    FlickOnce();
+    EXPECT_EQ(recorder->Arrived(1, kLongerThanTheFirstNotch), Lines());
+    EXPECT_EQ(Ask({L"--mouse", L"1234:5678:7:1:KvnSample:0"}), 0U);
+    StartFlight();
+}
+
+}  // namespace
+}  // namespace kvn::service_end_to_end

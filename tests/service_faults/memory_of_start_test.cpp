@@ -1,0 +1,176 @@
+// The start of the service without memory: in this process with every allocation of its, and the whole program.
+#include <windows.h>
+
+#include <shellapi.h>
+
+#include <atomic>
+#include <cstddef>
+#include <cstdlib>
+#include <exception>
+#include <string>
+#include <vector>
+
+#include "platform/boundary.h"
+#include "platform/service_protocol.h"
+#include "platform/system_library.h"
+#include "service/page/service_window.h"
+#include "service/processes.h"
+#include "service/session_lock.h"
+#include "tests/service_faults/application_fixture.h"
+#include "tests/service_faults/refused_memory.h"
+#include "tests/service_faults/refused_program.h"
+#include "tests/support/replaced_import.h"
+#include "tests/support/waiting.h"
+
+namespace kvn::test {
+namespace {
+
+using platform::UniqueKernelObject;
+
+// What a start has made of Windows' and not given back.
+class MemoryOfStartTest : public ApplicationTest {
+protected:
+    void StartAndEnd() {
+        try {
+            isStarted = Start();
+            EXPECT_TRUE(!isStarted || Probe() == 1);
+        } catch (const std::exception&) {
+            isStarted = false;
+        }
+        End();
+    }
+    void ExpectNothingLeft() const {
+        EXPECT_EQ(Window(), nullptr);
+        EXPECT_FALSE(hasIcon);
+        EXPECT_EQ(hooks, 0);
+        EXPECT_TRUE(IsNothingHeld());
+    }
+
+    bool isStarted = false;
+    bool hasIcon = false;
+    std::atomic<int> hooks = 0;
+    const ReplacedImport<"Shell_NotifyIconW", BOOL(DWORD, NOTIFYICONDATAW*)> notify{
+        GetModuleHandleW(nullptr), [this](DWORD what, NOTIFYICONDATAW*) -> BOOL {
+            if (what == NIM_ADD || what == NIM_DELETE) hasIcon = what == NIM_ADD;
+            return TRUE;
+        }};
+    const ReplacedImport<"SetWindowsHookExW", HHOOK(int, HOOKPROC, HINSTANCE, DWORD)> install{
+        GetModuleHandleW(nullptr), [this](int kind, HOOKPROC procedure, HINSTANCE module, DWORD thread) {
+            ++hooks;
+            return SetWindowsHookExA(kind, procedure, module, thread);
+        }};
+    BOOL(WINAPI* const unhook)
+    (HHOOK) = platform::SystemFunction<BOOL WINAPI(HHOOK)>(L"user32.dll", "UnhookWindowsHookEx");
+    const ReplacedImport<"UnhookWindowsHookEx", BOOL(HHOOK)> remove{GetModuleHandleW(nullptr), [this](HHOOK hook) {
+                                                                        --hooks;
+                                                                        return unhook(hook);
+                                                                    }};
+};
+
+TEST_F(MemoryOfStartTest, AStartSucceedsOrLeavesNothingBehind) {
+    SweepRefusals(
+        Whose::This, 1, [&] { StartAndEnd(); },
+        [&](int number) {
+            SCOPED_TRACE(number);
+            ExpectNothingLeft();
+        });
+    EXPECT_TRUE(isStarted) << "the last one has all memory";
+}
+
+TEST_F(MemoryOfStartTest, AStartWhoseThreadsFindNoMemorySucceeds) {
+    constexpr int kStep = 40;
+    SweepRefusals(
+        Whose::Others, kStep, [&] { StartAndEnd(); },
+        [&](int number) {
+            SCOPED_TRACE(number);
+            EXPECT_TRUE(isStarted);
+            ExpectNothingLeft();
+        });
+}
+
+// What an exception gives back is set aside before anybody else can have it.
+TEST(MemoryReserveTest, IsThereForTheNextExceptionOfTheSameCall) {
+    const auto throwing = [] { std::vector<char>(100'000).front() = 1; };
+    constexpr std::size_t kPartOfReserve = 8 * 1024;
+    void* others = nullptr;
+    RefusedMemory::RefuseOne(Whose::This, 1);
+    static_cast<void>(platform::Completes(throwing));  // a thread's first exception keeps a bit
+    RefusedMemory::RefuseFrom(Whose::This, 1);
+    const bool isComplete = platform::Completes([&] {
+        static_cast<void>(platform::Completes(throwing));
+        others = std::malloc(kPartOfReserve);
+    });
+    EXPECT_TRUE(RefusedMemory::StopRefusing());
+    EXPECT_TRUE(isComplete);
+    EXPECT_EQ(others, nullptr);
+    std::free(others);
+}
+
+// The finished program, as it is but for its memory.
+class MemoryOfProgramTest : public testing::Test {
+protected:
+    ~MemoryOfProgramTest() override {
+        TerminateJobObject(job.Get(), 1);
+        RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\KORVEN\\MouseUtility");
+    }
+
+    void Start(Whose whose, int number, bool isFromThereOn) {
+        SetEnvironmentVariableW(kRefusedVariable, RefusalText(whose, number, isFromThereOn).c_str());
+        std::wstring command = service::ProgramFolder() + L"service_without_memory.exe --mouse beef:0001:5:1";
+        STARTUPINFOW startup{};
+        startup.cb = sizeof startup;
+        PROCESS_INFORMATION started{};
+        ASSERT_TRUE(CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, CREATE_SUSPENDED, nullptr, nullptr,
+                                   &startup, &started));
+        SetEnvironmentVariableW(kRefusedVariable, nullptr);
+        process.Reset(started.hProcess);
+        AssignProcessToJobObject(job.Get(), started.hProcess);
+        ResumeThread(started.hThread);
+        CloseHandle(started.hThread);
+    }
+    bool HasEnded() const { return WaitForSingleObject(process.Get(), 0) == WAIT_OBJECT_0; }
+    static bool Answers() {
+        DWORD_PTR answer = 0;
+        const HWND window = service::FindRunningService();
+        return window != nullptr &&
+               SendMessageTimeoutW(window, static_cast<UINT>(platform::ServiceMessage::Probe), 0, 0, SMTO_NORMAL,
+                                   kPatienceMilliseconds, &answer) != 0 &&
+               answer == 1;
+    }
+    int RunningProcesses() const {
+        JOBOBJECT_BASIC_ACCOUNTING_INFORMATION account{};
+        QueryInformationJobObject(job.Get(), JobObjectBasicAccountingInformation, &account, sizeof account, nullptr);
+        return static_cast<int>(account.ActiveProcesses);
+    }
+    // Whether it came to work at all; then it can be ended like any other.
+    bool StartsWorking() {
+        EXPECT_TRUE(ComesTrue([this] { return HasEnded() || Answers(); })) << "the start hangs";
+        if (HasEnded()) return false;
+        PostMessageW(service::FindRunningService(), WM_CLOSE, 0, 0);
+        return true;
+    }
+    void ExpectNothingLeft() const {
+        EXPECT_TRUE(ComesTrue([this] { return RunningProcesses() == 0; }));
+        EXPECT_EQ(service::FindRunningService(), nullptr);
+        EXPECT_FALSE(service::SessionLock::IsTaken());
+    }
+
+    UniqueKernelObject job{CreateJobObjectW(nullptr, nullptr)};
+    UniqueKernelObject process;
+};
+
+TEST_F(MemoryOfProgramTest, StartsWorkingOrEndsAndLeavesNothingBehind) {
+    constexpr int kStep = 6, kMost = 300;
+    int inARow = 0;
+    for (int number = 1; number < kMost && inARow < 3; number += kStep) {
+        SCOPED_TRACE(number);
+        Start(Whose::This, number, number % 2 == 0);
+        inARow = StartsWorking() ? inARow + 1 : 0;
+        ExpectNothingLeft();
+        if (HasFailure()) return;
+    }
+    EXPECT_EQ(inARow, 3) << "with all memory it works";
+}
+
+}  // namespace
+}  // namespace kvn::test

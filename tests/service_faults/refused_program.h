@@ -1,0 +1,19 @@
+// The service's whole program, whose memory is refused where the test that starts it says so.
+#pragma once
+
+#include <string>
+
+#include "tests/service_faults/refused_memory.h"
+
+namespace kvn::test {
+
+// The environment variable that says it. The program takes it away, so that what it starts has all memory.
+inline constexpr wchar_t kRefusedVariable[] = L"KVN_REFUSED_MEMORY";
+
+// Its value: the threads that are meant (the first one counts as the test's own), the number of the allocation, and
+// whether all later ones are refused too.
+inline std::wstring RefusalText(Whose whose, int number, bool isFromThereOn) {
+    return (whose == Whose::This ? L"first " : L"others ") + std::to_wstring(number) + (isFromThereOn ? L" all" : L"");
+}
+
+}  // namespace kvn::test
