@@ -181,6 +181,8 @@ class Help(unittest.TestCase):
         names = [re.findall(r"^(IDS_\w+): ", (ROOT / f"service/help/explanations.{language}.txt").read_text(encoding="utf-8"),
                             re.MULTILINE) for language in LANGUAGES]
         self.assertEqual(*names)
+        texts = {**strings("resources/strings.rc"), **strings("service/strings.rc")}
+        self.assertEqual([name for name in names[0] if name not in texts], [], "the programs have no such text")
 
     def test_says_how_to_report(self):
         for language in LANGUAGES:

@@ -12,7 +12,6 @@ In the texts of service/help:
     {{picture NAME|alt}}     docs/images/NAME.png, or ja/NAME.png
     {{mouse NUMBER|alt}}     the sample mouse with this control marked
     {{contents}}, {{functions}}, {{messages page}}, {{messages service}}, {{when Held}}, {{version}}
-    {{if ID}} ... {{end}}    only if the programs have this text
 A heading's id and a link's # are those of one language; the page puts the language in front.
 """
 import html
@@ -194,7 +193,6 @@ class Page:
         return commands[verb]()
 
     def filled(self, text: str) -> str:
-        text = re.sub(r"\{\{if (\w+)\}\}(.*?)\{\{end\}\}", lambda m: m[2] if m[1] in TEXTS else "", text, flags=re.DOTALL)
         text = re.sub(r"\{\{([^}]+)\}\}", self.command, text)
         return re.sub(r"\[\[([^]]+)\]\]", lambda match: self.ui(match[1]), text)
 
