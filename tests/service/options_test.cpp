@@ -20,8 +20,8 @@ class ServiceOptionsTest : public ServiceProgramTest {};
 TEST_F(ServiceOptionsTest, HelpAndVersionNeedNoService) {
     const Outcome help = Run({L"--help"});
     EXPECT_EQ(help.exitCode, 0U);
-    for (const char* const option : {"--quit", "--pause", "--resume", "--settings", "--status", "--profile", "--try",
-                                     "--mouse", "--log", "--version"}) {
+    for (const char* const option : {"--quit", "--pause", "--resume", "--settings", "--status", "--export", "--import",
+                                     "--yes", "--profile", "--try", "--mouse", "--log", "--version"}) {
         EXPECT_NE(help.output.find(option), std::string::npos) << option;
     }
     EXPECT_EQ(help.output.find("--watch"), std::string::npos);
