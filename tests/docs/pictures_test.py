@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""The pictures of the documents are there, are made by scripts/pictures, and show every dialog.
+"""The pictures of the documents are there, are made by scripts, and show every dialog.
 
 Usage: pictures_test.py ROOT
 """
@@ -13,7 +13,9 @@ ROOT = pathlib.Path(sys.argv[1])
 IMAGES = ROOT / "docs/images"
 TOUR = (ROOT / "docs/tour.md").read_text()
 README = (ROOT / "README.md").read_text()
+SERVICE = (ROOT / "docs/service.md").read_text()
 SCRIPT = (ROOT / "scripts/pictures").read_text()
+CURVE_SCRIPT = (ROOT / "scripts/flying-curve").read_text()
 
 MARKS_AND_PICTURE = re.compile(r"((?:<!-- IDD_\w+ -->\n)+)!\[[^]\n]+\]\((\S+)\)")
 SMALLEST = 100  # pixels; every dialog is larger
@@ -59,6 +61,12 @@ class Pictures(unittest.TestCase):
         for folder in (IMAGES, IMAGES / "ja"):
             with self.subTest(folder=folder.name):
                 self.assertEqual({picture.name for picture in folder.glob("*.png")}, made)
+
+    def test_drawings_have_their_script_and_are_shown(self):
+        for drawing in IMAGES.glob("*.svg"):
+            with self.subTest(drawing=drawing.name):
+                self.assertIn(f"docs/images/{drawing.name}", CURVE_SCRIPT)
+                self.assertIn(f"(images/{drawing.name})", SERVICE)
 
     def test_every_one_is_shown(self):
         for picture in IMAGES.glob("*.png"):

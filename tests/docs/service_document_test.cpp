@@ -201,5 +201,13 @@ TEST(ServiceDocument, ListsEveryShortcutWithTheWindowsKey) {
     EXPECT_EQ((std::map<std::string, std::string>(documented.begin(), documented.end())), expected);
 }
 
+TEST(TryTheButtons, NamesTheControlsAsThePageLabelsThem) {
+    static const std::regex control("IDS_TRY_(?:LEFT|RIGHT|CENTER|BUTTON\\d|TILT_\\w+) (UI_TEXT\\([^)]*\\))");
+    const std::vector<std::string> names = AllOf(ReadFile("service/strings.rc"), control);
+    const std::string dialogs = ReadFile("resources/dialogs.rc");
+    EXPECT_EQ(names.size(), model::kButtonSlotCount);
+    for (const std::string& name : names) EXPECT_NE(dialogs.find("LTEXT " + name + ','), std::string::npos) << name;
+}
+
 }  // namespace
 }  // namespace kvn::docs
