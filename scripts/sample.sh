@@ -1,16 +1,16 @@
 # shellcheck shell=bash
 # For showing the page, besides common.sh: the programs, the service's scripted double with its sample mouse, and ending all
-# that was started. Meant to be sourced by a script that sets $state, a folder for its files, $own_prefix if it uses a Wine
-# prefix of its own, and $service if it starts the real service.
+# that was started. Meant to be sourced by a script that sets $state, a folder for its files, and $own_prefix if it uses a
+# Wine prefix of its own.
 # shellcheck source=scripts/common.sh
 . "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 programs=$build/windows
-service=$programs/service/KvnMouseAplDouble.exe
 # shellcheck disable=SC2034  # for the scripts that source this file
 module=$programs/KvnMouseUtil.dll panel=$programs/control_panel.exe
 
 own_prefix=
+service=
 display_pid=
 service_pid=
 panel_pid=
@@ -40,6 +40,7 @@ build_programs() {
 # Starts the double and waits until it is ready; the arguments are its options. Its log is then in $service_log.
 start_service() {
     local ready_file=${state:?}/service-is-ready
+    service=$programs/service/KvnMouseAplDouble.exe
     service_log=$state/service.log
     rm -f "$ready_file" "$service_log"
     setsid wine "$service" --ready-file "$(windows_path "$ready_file")" --log "$(windows_path "$service_log")" "$@" &
@@ -52,6 +53,26 @@ start_service() {
     # It has printed why it ended: wrong options, or --help.
     local status=0
     wait "$service_pid" || status=$?
+    service_pid=
+    exit "$status"
+}
+
+service_answers() {
+    timeout 20 wine "$service" --status >/dev/null 2>&1
+}
+
+# Starts the real service with the sample mouse and waits until it answers; the arguments are more options. $service_log then
+# gets a line for each press that it acts on.
+start_real_service() {
+    service=$programs/service/KvnMouseApl.exe
+    service_log=$state/service.log
+    rm -f "$service_log"
+    setsid wine "$service" --mouse 1234:5678:7:1:KvnSample --log "$(windows_path "$service_log")" "$@" &
+    service_pid=$!
+    wait_until 60 "$service_pid" service_answers && return
+    # It has printed why it ended: wrong options, or --help.
+    local status=0
+    kill "$service_pid" 2>/dev/null || wait "$service_pid" || status=$?
     service_pid=
     exit "$status"
 }

@@ -15,7 +15,6 @@
 #include "service/version.h"
 
 namespace kvn::service {
-namespace {}  // namespace
 
 Application::Application()
     : shared(memory.State()),

@@ -26,7 +26,7 @@ Answer Export(const model::ProfileSet& profiles, const std::wstring& file) {
     // What nobody can import is no backup.
     if (const auto problem = model::WhyNotImportable(profiles)) return FaultOf(*problem, file);
     if (!IsWritable(file) || !model::ExportProfileFile(file, profiles)) return WhyNotWritable(file);
-    return {kDone, Text(IDS_EXPORTED, file) + L'\n'};
+    return {kDone, Text(IDS_BALLOON_EXPORTED, file) + L'\n'};
 }
 
 }  // namespace

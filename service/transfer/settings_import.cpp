@@ -65,7 +65,7 @@ Answer Replace(const MouseModel& model, model::ProfileSet profiles) {
     const std::wstring& kept = replacement.KeptFile();
     if (result == Result::NothingChanged) return Fault(IDS_FAULT_IMPORT_NOT_SAVED);
     if (result == Result::NotUndone) return Fault(IDS_FAULT_IMPORT_NOT_UNDONE, kept);
-    return {kDone, (kept.empty() ? Text(IDS_IMPORTED_FIRST) : Text(IDS_IMPORTED, kept)) + L'\n'};
+    return {kDone, (kept.empty() ? Text(IDS_BALLOON_IMPORTED_FIRST) : Text(IDS_BALLOON_IMPORTED, kept)) + L'\n'};
 }
 
 Answer Import(model::ProfileSet profiles, const MouseModel& attached, const OtherModelQuestion& isOtherModelWanted) {

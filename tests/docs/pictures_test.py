@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""The pictures of the documents are there, are made by scripts/pictures, and show every dialog.
+"""The pictures of the documents are there, are made by scripts, and show every dialog.
 
 Usage: pictures_test.py ROOT
 """
@@ -12,7 +12,10 @@ import unittest
 ROOT = pathlib.Path(sys.argv[1])
 IMAGES = ROOT / "docs/images"
 TOUR = (ROOT / "docs/tour.md").read_text()
+README = (ROOT / "README.md").read_text()
+SERVICE = (ROOT / "docs/service.md").read_text()
 SCRIPT = (ROOT / "scripts/pictures").read_text()
+CURVE_SCRIPT = (ROOT / "scripts/flying-curve").read_text()
 
 MARKS_AND_PICTURE = re.compile(r"((?:<!-- IDD_\w+ -->\n)+)!\[[^]\n]+\]\((\S+)\)")
 SMALLEST = 100  # pixels; every dialog is larger
@@ -55,12 +58,25 @@ class Pictures(unittest.TestCase):
 
     def test_one_script_makes_all_of_them(self):
         made = set(re.findall(r'"\$images/([\w-]+\.png)"', SCRIPT))
-        self.assertEqual({picture.name for picture in IMAGES.iterdir()}, made)
+        for folder in (IMAGES, IMAGES / "ja"):
+            with self.subTest(folder=folder.name):
+                self.assertEqual({picture.name for picture in folder.glob("*.png")}, made)
+
+    def test_drawings_have_their_script_and_are_shown(self):
+        for drawing in IMAGES.glob("*.svg"):
+            with self.subTest(drawing=drawing.name):
+                self.assertIn(f"docs/images/{drawing.name}", CURVE_SCRIPT)
+                self.assertIn(f"(images/{drawing.name})", SERVICE)
 
     def test_every_one_is_shown(self):
-        for picture in IMAGES.iterdir():
+        for picture in IMAGES.glob("*.png"):
             with self.subTest(picture=picture.name):
-                self.assertIn(f"(images/{picture.name})", TOUR)
+                self.assertTrue(f"(images/{picture.name})" in TOUR or f"(docs/images/{picture.name})" in README)
+
+    def test_readme_opens_with_the_story(self):
+        first_picture = re.search(r"!\[[^]\n]+\]\((\S+)\)", README)
+        self.assertEqual(first_picture[1], "docs/images/story.png")
+        self.assertLess(README[: first_picture.start()].count("\n"), 10)
 
 
 unittest.main(argv=sys.argv[:1])

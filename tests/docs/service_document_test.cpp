@@ -69,8 +69,8 @@ TEST(ServiceDocument, ListsTheOptionsAsTheProgramDoes) {
 
 TEST(ServiceDocument, ListsTheExitCodes) {
     const std::string codes = ReadFile("service/handover.h");
-    std::vector<std::string> expected = AllOf(codes, std::regex("k(?:Done|Failed|WrongOptions) = (\\d)"));
-    EXPECT_EQ(expected.size(), 3U);
+    std::vector<std::string> expected = AllOf(codes, std::regex("k(?:Done|Failed|WrongOptions|OtherModel) = (\\d)"));
+    EXPECT_EQ(expected.size(), 4U);
     EXPECT_EQ(TableWith(Document(), "exit code").Column("exit code"), expected);
 }
 
@@ -118,8 +118,10 @@ bool IsDocumented(const std::string& text, const std::vector<std::string>& docum
 
 TEST(ServiceDocument, ListsEveryMessageWordForWord) {
     std::vector<std::string> documented = TableWith(Document(), "message").Column("message");
-    const std::vector<std::string> answers = TableWith(Document(), "answer").Column("answer");
-    documented.insert(documented.end(), answers.begin(), answers.end());
+    for (const Table& table : TablesWith(Document(), "answer")) {
+        const std::vector<std::string> answers = table.Column("answer");
+        documented.insert(documented.end(), answers.begin(), answers.end());
+    }
     std::vector<std::string> texts = ServiceTexts("IDS_BALLOON_");
     const std::vector<std::string> faults = ServiceTexts("IDS_FAULT_");
     texts.insert(texts.end(), faults.begin(), faults.end());
@@ -197,6 +199,14 @@ TEST(ServiceDocument, ListsEveryShortcutWithTheWindowsKey) {
     }
     const auto documented = TableWith(Document(), "function").Columns("function", "shortcut");
     EXPECT_EQ((std::map<std::string, std::string>(documented.begin(), documented.end())), expected);
+}
+
+TEST(TryTheButtons, NamesTheControlsAsThePageLabelsThem) {
+    static const std::regex control("IDS_TRY_(?:LEFT|RIGHT|CENTER|BUTTON\\d|TILT_\\w+) (UI_TEXT\\([^)]*\\))");
+    const std::vector<std::string> names = AllOf(ReadFile("service/strings.rc"), control);
+    const std::string dialogs = ReadFile("resources/dialogs.rc");
+    EXPECT_EQ(names.size(), model::kButtonSlotCount);
+    for (const std::string& name : names) EXPECT_NE(dialogs.find("LTEXT " + name + ','), std::string::npos) << name;
 }
 
 }  // namespace

@@ -37,6 +37,12 @@ TEST(ChangedValues, NothingChangedNothingWritten) {
     EXPECT_TRUE(ChangedValues(AllDifferent(), AllDifferent()).empty());
 }
 
+TEST(AllValues, AreWrittenInTheOrderOfChangedOnes) {
+    const std::vector<RegistryWrite> all = AllValues(AllDifferent());
+    EXPECT_EQ(all.size(), 20U);
+    EXPECT_EQ(all, ChangedValues(Defaults(), AllDifferent()));
+}
+
 TEST(ChangedValues, AreWrittenInTheirOrder) {
     using enum RegistryValue;
     const std::vector<RegistryWrite> expected{

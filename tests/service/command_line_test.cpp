@@ -60,6 +60,33 @@ TEST(CommandLineTest, WhatASecondStartHandsOverAsksForTheSame) {
     EXPECT_EQ(SplitCommandLine(L"x " + Quoted(given)), given);
 }
 
+TEST(CommandLineTest, ExportAndImportStandAlone) {
+    const auto faultOf = [](const std::vector<std::wstring>& arguments) {
+        const auto parsed = ParseArguments(arguments);
+        const auto* const error = std::get_if<UsageError>(&parsed);
+        return error == nullptr ? std::nullopt : std::optional(error->fault);
+    };
+    EXPECT_EQ(Parsed({L"--export", L"a"}).exportFile, L"a");
+    EXPECT_EQ(Parsed({L"--yes", L"--import", L"a"}).importFile, L"a");
+    for (const wchar_t* const transfer : {L"--export", L"--import"}) {
+        for (const std::vector<std::wstring>& rest : {std::vector<std::wstring>{L"--pause"},
+                                                      {L"--status"},
+                                                      {L"--settings"},
+                                                      {L"--quit"},
+                                                      {L"--profile", L"x"},
+                                                      {L"--mouse", L"none"},
+                                                      {L"--log", L"x"},
+                                                      {L"--export", L"x", L"--import", L"x"}}) {
+            std::vector<std::wstring> arguments{transfer, L"a"};
+            arguments.insert(arguments.end(), rest.begin(), rest.end());
+            EXPECT_EQ(faultOf(arguments), UsageFault::StandsAlone);
+        }
+    }
+    EXPECT_EQ(faultOf({L"--yes"}), UsageFault::YesWithoutImport);
+    EXPECT_EQ(faultOf({L"--export", L"a", L"--yes"}), UsageFault::YesWithoutImport);
+    EXPECT_EQ(faultOf({L"--import", L""}), UsageFault::ValueBad);
+}
+
 TEST(CommandLineTest, TheLastOfTwoCounts) {
     EXPECT_EQ(Parsed({L"--pause", L"--resume"}).pause, false);
     EXPECT_EQ(Parsed({L"--log", L"a", L"--log", L"b"}).logFile, L"b");

@@ -7,10 +7,12 @@
 
 #include "platform/service_protocol.h"
 #include "platform/special_folder.h"
+#include "service/texts.h"
 #include "service/tray/try_window.h"
+#include "service/version.h"
 #include "tests/service/program.h"
-#include "tests/support/profile_text.h"
 #include "tests/support/waiting.h"
+#include "tests/support/written_profiles.h"
 
 namespace kvn::service_test {
 namespace {
@@ -20,12 +22,12 @@ class ServiceOptionsTest : public ServiceProgramTest {};
 TEST_F(ServiceOptionsTest, HelpAndVersionNeedNoService) {
     const Outcome help = Run({L"--help"});
     EXPECT_EQ(help.exitCode, 0U);
-    for (const char* const option : {"--quit", "--pause", "--resume", "--settings", "--status", "--profile", "--try",
-                                     "--mouse", "--log", "--version"}) {
+    for (const char* const option : {"--quit", "--pause", "--resume", "--settings", "--status", "--export", "--import",
+                                     "--yes", "--profile", "--try", "--mouse", "--log", "--version"}) {
         EXPECT_NE(help.output.find(option), std::string::npos) << option;
     }
     EXPECT_EQ(help.output.find("--watch"), std::string::npos);
-    EXPECT_NE(Run({L"--version"}).output.find("1."), std::string::npos);
+    EXPECT_NE(Run({L"--version"}).output.find(service::Utf8(service::kVersion)), std::string::npos);
     EXPECT_EQ(Window(), nullptr);
 }
 

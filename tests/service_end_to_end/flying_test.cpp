@@ -1,11 +1,13 @@
 // Flying scroll: flicks of a real wheel let it go on, slower and slower, until something stops it.
 #include <algorithm>
 #include <chrono>
+#include <cstdlib>
+#include <cstring>
 
 #include "tests/end_to_end/profile_text.h"
 #include "tests/end_to_end/stored_state.h"
+#include "tests/end_to_end/story_waiting.h"
 #include "tests/end_to_end/text.h"
-#include "tests/end_to_end/waiting.h"
 #include "tests/service_end_to_end/world.h"
 
 namespace kvn::service_end_to_end {
@@ -37,7 +39,8 @@ protected:
     void SetUp() override {
         ServiceTest::SetUp();
         StartService();
-        recorder = &StartRecorder();
+        times = Scratch() + L"times.txt";
+        recorder = &StartRecorder(L"recorder", {L"--times", times});
         WaitUntilSeenInFront();
     }
 
@@ -90,6 +93,7 @@ protected:
     }
 
     Recorder* recorder = nullptr;
+    std::wstring times;
 };
 
 TEST_F(FlyingScroll, OneFlickFliesAndRunsDown) {
@@ -216,6 +220,22 @@ TEST_F(FlyingScroll, MouseThatForbidsItDoesNotFly) {
     EXPECT_EQ(recorder->Arrived(1, kLongerThanTheFirstNotch), Lines());
     EXPECT_EQ(Ask({L"--mouse", L"1234:5678:7:1:KvnSample:0"}), 0U);
     StartFlight();
+}
+
+// For scripts/flying-curve: copies what arrives in the flights of three speeds, with its times, to the file that the
+// environment names.
+TEST_F(FlyingScroll, DISABLED_FlightsAreMeasured) {
+    std::string flights;
+    for (const int scrollSpeed : {2, 5, 10}) {
+        UseFlying({.flicks = 1, .scrollSpeed = scrollSpeed});
+        const std::size_t before = end_to_end::ReadFileBytes(times).size();
+        hands.FlickDown(1);
+        static_cast<void>(NotchesUntilRest());
+        flights += "speed " + std::to_string(scrollSpeed) + '\n' + end_to_end::ReadFileBytes(times).substr(before);
+    }
+    const char* const file = std::getenv("KVN_FLIGHTS");
+    ASSERT_NE(file, nullptr);
+    end_to_end::WriteFileBytes(std::wstring(file, file + std::strlen(file)), flights);
 }
 
 }  // namespace

@@ -3,7 +3,7 @@
 #include <chrono>
 #include <thread>
 
-#include "tests/end_to_end/waiting.h"
+#include "tests/end_to_end/story_waiting.h"
 #include "tests/service_end_to_end/world.h"
 
 namespace kvn::service_end_to_end {

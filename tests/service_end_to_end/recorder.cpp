@@ -6,6 +6,8 @@
 //   posted SC_CLOSE         a command of the window's menu
 //   window front            the window came to the front, or went back
 //
+// With --times, the same lines go to a second file, each with its time in milliseconds before it.
+//
 // "real" came from mouse or keyboard, "sent" was made by a program. Nothing is acted on, unless --obey is given.
 #include <windows.h>
 
@@ -24,6 +26,7 @@ namespace {
 struct Options {
     std::wstring title = L"Recorder";
     std::wstring log;
+    std::wstring times;
     std::wstring windowClass = kRecorderClass;
     RECT place{0, 0, 500, 400};
     bool obeys = false;
@@ -31,6 +34,7 @@ struct Options {
 };
 
 HANDLE logFile = INVALID_HANDLE_VALUE;
+HANDLE timesFile = INVALID_HANDLE_VALUE;
 bool obeysCommands = false;
 
 struct ModifierRow {
@@ -50,10 +54,21 @@ std::string ModifiersBeside(int key) {
     return names.empty() ? "" : " [" + names + ']';
 }
 
-void WriteLine(const std::string& line) {
+void WriteTo(HANDLE file, const std::string& line) {
     const std::string ended = line + '\n';
     DWORD written = 0;
-    WriteFile(logFile, ended.data(), static_cast<DWORD>(ended.size()), &written, nullptr);
+    WriteFile(file, ended.data(), static_cast<DWORD>(ended.size()), &written, nullptr);
+}
+
+void WriteLine(const std::string& line) {
+    if (timesFile != INVALID_HANDLE_VALUE) WriteTo(timesFile, std::to_string(GetTickCount64()) + ' ' + line);
+    WriteTo(logFile, line);
+}
+
+HANDLE OpenForLines(const std::wstring& path) {
+    if (path.empty()) return INVALID_HANDLE_VALUE;
+    return CreateFileW(path.c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                       OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
 }
 
 const char* Origin() {
@@ -167,6 +182,7 @@ Options ReadOptions() {
         if (option == L"--dialog") options.hasDialog = true;
         if (index + 1 == count) break;
         if (option == L"--log") options.log = arguments[index + 1];
+        if (option == L"--times") options.times = arguments[index + 1];
         if (option == L"--class") options.windowClass = arguments[index + 1];
         if (option == L"--title") options.title = arguments[index + 1];
         if (option == L"--left") {
@@ -210,8 +226,8 @@ void RegisterRecorder(const Options& options) {
 int Run() {
     const Options options = ReadOptions();
     obeysCommands = options.obeys;
-    logFile = CreateFileW(options.log.c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                          nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    logFile = OpenForLines(options.log);
+    timesFile = OpenForLines(options.times);
     RegisterRecorder(options);
     OpenWindows(options);
     MSG message{};

@@ -86,7 +86,7 @@ std::vector<std::wstring> Arguments() {
 
 int Report(const HostError& error, bool isInteractive) {
     WriteErrorLine(error.text);
-    if (isInteractive) MessageBoxW(nullptr, error.text.c_str(), kSheetTitle, MB_OK | MB_ICONEXCLAMATION);
+    if (isInteractive) MessageBoxW(nullptr, error.text.c_str(), SheetTitle(), MB_OK | MB_ICONEXCLAMATION);
     return error.exitCode;
 }
 

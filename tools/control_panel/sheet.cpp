@@ -14,6 +14,11 @@ void DiscardQuitMessages() {
 
 }  // namespace
 
+const wchar_t* SheetTitle() {
+    const bool isJapanese = PRIMARYLANGID(GetUserDefaultUILanguage()) == LANG_JAPANESE;
+    return isJapanese ? L"マウスのプロパティ" : L"Mouse Properties";
+}
+
 void ShowSheet(std::vector<Page> pages) {
     std::vector<HPROPSHEETPAGE> handles;
     handles.reserve(pages.size());
@@ -22,7 +27,7 @@ void ShowSheet(std::vector<Page> pages) {
     PROPSHEETHEADERW header{};
     header.dwSize = sizeof(header);
     header.hInstance = GetModuleHandleW(nullptr);
-    header.pszCaption = kSheetTitle;
+    header.pszCaption = SheetTitle();
     header.nPages = static_cast<UINT>(handles.size());
     header.phpage = handles.data();
 

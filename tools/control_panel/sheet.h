@@ -7,7 +7,8 @@
 
 namespace kvn::control_panel {
 
-inline constexpr wchar_t kSheetTitle[] = L"Mouse Properties";
+// As Windows calls its own sheet in the user's language.
+const wchar_t* SheetTitle();
 
 // Shows the pages until the user ends the sheet with OK or Cancel. Throws HostError when it cannot be opened.
 void ShowSheet(std::vector<Page> pages);

@@ -80,11 +80,11 @@ void SheetDriver::OnTick() {
     if (isClosing) return Close();
     if (!options.screenshot.empty()) {
         if (++ticks > kTickLimit) throw HostError{L"The sheet did not come to rest."};
-        if (const HWND dialog = FindDialogAbove(kSheetTitle)) {
+        if (const HWND dialog = FindDialogAbove(SheetTitle())) {
             throw HostError{L"A dialog stands above the sheet: " + DescribeDialog(dialog) + L"."};
         }
     }
-    const HWND sheet = FindSheet(kSheetTitle);
+    const HWND sheet = FindSheet(SheetTitle());
     const HWND page = sheet ? PropSheet_GetCurrentPageHwnd(sheet) : nullptr;
     if (!page || !IsWindowVisible(page)) return;
     if (!isPrepared) return Prepare(sheet, page);
@@ -115,9 +115,9 @@ void SheetDriver::TakePicture(HWND sheet) {
 
 // Repeated at each tick until the sheet's modal loop has ended: a dialog above the sheet has to go first.
 void SheetDriver::Close() {
-    if (const HWND dialog = FindDialogAbove(kSheetTitle)) {
+    if (const HWND dialog = FindDialogAbove(SheetTitle())) {
         for (const WPARAM button : kRefusals) PostMessageW(dialog, WM_COMMAND, button, 0);
-    } else if (const HWND sheet = FindSheet(kSheetTitle)) {
+    } else if (const HWND sheet = FindSheet(SheetTitle())) {
         PropSheet_PressButton(sheet, PSBTN_CANCEL);
     }
 }
