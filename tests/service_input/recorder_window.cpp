@@ -16,15 +16,16 @@ struct NameRow {
     const char* name;
 };
 
-constexpr std::array<NameRow, 9> kKeyNames{{{VK_SHIFT, "Shift"},
-                                            {VK_CONTROL, "Ctrl"},
-                                            {VK_MENU, "Alt"},
-                                            {VK_LWIN, "Win"},
-                                            {VK_RWIN, "RWin"},
-                                            {VK_TAB, "Tab"},
-                                            {VK_RETURN, "Enter"},
-                                            {VK_DELETE, "Delete"},
-                                            {0xE8, "Mask"}}};
+constexpr std::array<NameRow, 10> kKeyNames{{{VK_SHIFT, "Shift"},
+                                             {VK_CONTROL, "Ctrl"},
+                                             {VK_MENU, "Alt"},
+                                             {VK_LWIN, "Win"},
+                                             {VK_RWIN, "RWin"},
+                                             {VK_TAB, "Tab"},
+                                             {VK_RETURN, "Enter"},
+                                             {VK_DELETE, "Delete"},
+                                             {VK_PAUSE, "Pause"},
+                                             {0xE8, "Mask"}}};
 
 constexpr std::array<NameRow, 8> kButtonMessages{{{WM_LBUTTONDOWN, "+Left"},
                                                   {WM_LBUTTONUP, "-Left"},
@@ -54,6 +55,7 @@ bool IsRight(UINT key, LPARAM details) {
 std::string NameOfKey(UINT key, LPARAM details) {
     const std::string name = NameIn(kKeyNames, key);
     if (name.empty()) return std::string(1, static_cast<char>(key));
+    if (key == VK_PAUSE) return name + std::to_string(HIWORD(details) & (0xFFU | KF_EXTENDED));
     return IsRight(key, details) ? "R" + name : name;
 }
 
