@@ -12,9 +12,9 @@
 #include "service/page/window_numbers.h"
 #include "tests/service/program.h"
 #include "tests/support/mouse_on_registry.h"
-#include "tests/support/profile_text.h"
 #include "tests/support/real_input.h"
 #include "tests/support/waiting.h"
+#include "tests/support/written_profiles.h"
 
 namespace kvn::service_test {
 namespace {

@@ -2,7 +2,7 @@
 // answer.
 #include <chrono>
 
-#include "tests/end_to_end/waiting.h"
+#include "tests/end_to_end/story_waiting.h"
 #include "tests/service_end_to_end/pen.h"
 #include "tests/service_end_to_end/recorder_protocol.h"
 #include "tests/service_end_to_end/world.h"
