@@ -7,8 +7,8 @@
 
 namespace {
 
-bool BenchServiceAlone() {
-    kvn::bench::Report report(false);
+bool BenchServiceAlone(bool isQuick) {
+    kvn::bench::Report report(isQuick);
     kvn::bench::BenchService(report);
     return report.Finish();
 }
@@ -38,9 +38,12 @@ int main(int count, char** words) {
         kvn::bench::RunKeyWindow();
         return 0;
     }
-    if (option == "--service") return BenchServiceAlone() ? 0 : 1;
+    if (option == "--service") {
+        const bool isQuick = count > 2 && std::string_view(words[2]) == "--quick";
+        return BenchServiceAlone(isQuick) ? 0 : 1;
+    }
     if (!option.empty() && option != "--quick") {
-        std::printf("kvn_bench [--quick | --service | --where]\n");
+        std::printf("kvn_bench [--quick | --service [--quick] | --where]\n");
         return 2;
     }
     return BenchAll(option == "--quick") ? 0 : 1;

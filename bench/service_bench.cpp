@@ -114,8 +114,8 @@ void BenchDecisions(Report& report) {
 
 // Moves.
 
-constexpr int kMoveRounds = 50;
-constexpr int kMovesOfOneRound = 2'000;  // 100,000 in all rounds
+constexpr int kMoveRounds = 20;
+constexpr int kMovesOfOneRound = 5'000;  // 100,000 in all rounds
 constexpr double kMoveLimit = 1.1;
 
 double MoveOften() {
@@ -132,7 +132,7 @@ double MoveOften() {
 
 void BenchMoves(Report& report) {
     report.Compare(
-        "2000 moves through the hook", "a hook that only passes on", kMoveLimit, kMoveRounds,
+        "5000 moves through the hook", "a hook that only passes on", kMoveLimit, kMoveRounds,
         [] {
             const ServiceHook hook(kEscape);
             return MoveOften();
