@@ -97,6 +97,7 @@ class WorkFolder {
 public:
     explicit WorkFolder(const fs::path& programs)
         : path(fs::temp_directory_path() / (L"kvn-bundle-" + std::to_wstring(GetCurrentProcessId()))) {
+        fs::remove_all(path);  // of a run that was cut off
         fs::create_directories(path);
         fs::copy(programs, Programs(), fs::copy_options::recursive);
         MakeWritable();
