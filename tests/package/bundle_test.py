@@ -3,6 +3,7 @@
 
 Usage: bundle_test.py BUNDLE.zip FOLDER-FOR-FILES [TEST...], from the tree's root, started by bundle_test.sh
 """
+import getpass
 import pathlib
 import re
 import shutil
@@ -23,19 +24,13 @@ PICTURES = ["page", "gestures", "gesture-editor", "keys", "profiles", "profile-n
 SETTINGS_KEY = r"HKEY_CURRENT_USER\Software\KORVEN"
 SAVED_KEY = r"HKEY_CURRENT_USER\Software\KvnMouseTestsSaved"
 SETTINGS = f'Windows Registry Editor Version 5.00\n\n[{SETTINGS_KEY}\\Theirs]\n"Own"=dword:00000007\n'
+USER = DRIVE_C / "users" / getpass.getuser()
+PROFILES = USER / "AppData/Roaming/KORVEN"
+REPORT = USER / "Desktop/KvnMouse-test-report.html"
 
 
-def only(path: str) -> pathlib.Path:
-    [found] = DRIVE_C.glob(path)
-    return found
-
-
-def data_folder() -> pathlib.Path:
-    return only("users/*/AppData/Roaming") / "KORVEN"
-
-
-def report() -> pathlib.Path:
-    return only("users/*/Desktop") / "KvnMouse-test-report.html"
+def work_folders() -> list[pathlib.Path]:
+    return [*USER.glob("Temp/kvn-bundle-*"), *USER.glob("AppData/Local/Temp/kvn-bundle-*")]
 
 
 def start(*options: str) -> subprocess.Popen:
@@ -65,25 +60,25 @@ class Bundle(unittest.TestCase):
             path.chmod(path.stat().st_mode & ~(stat.S_IWUSR | stat.S_IWGRP | stat.S_IWOTH))
 
     def setUp(self):
-        report().unlink(missing_ok=True)
-        shutil.rmtree(data_folder(), ignore_errors=True)
-        data_folder().mkdir()
-        (data_folder() / "own.xml").write_text("theirs")
+        REPORT.unlink(missing_ok=True)
+        shutil.rmtree(PROFILES, ignore_errors=True)
+        PROFILES.mkdir()
+        (PROFILES / "own.xml").write_text("theirs")
         self.assertEqual(import_registry(SETTINGS), 0)
         self.settings = read_registry(SETTINGS_KEY)
 
     def expect_the_users_own(self):
         self.assertEqual(read_registry(SETTINGS_KEY), self.settings)
-        self.assertEqual(files_below(data_folder()), {pathlib.Path("own.xml"): b"theirs"})
+        self.assertEqual(files_below(PROFILES), {pathlib.Path("own.xml"): b"theirs"})
         self.assertEqual(read_registry(SAVED_KEY), {})
         self.assertEqual(processes("KvnMouseApl.exe"), {})
-        self.assertEqual(list(DRIVE_C.glob("users/*/AppData/Roaming/KORVEN?*")), [])
-        self.assertEqual(list(DRIVE_C.glob("users/*/AppData/Local/Temp/kvn-bundle-*")), [])
+        self.assertEqual(list(USER.glob("AppData/Roaming/KORVEN?*")), [])
+        self.assertEqual(work_folders(), [])
 
     def test_run_leaves_one_report_and_nothing_else(self):
         before = files_below(FOLDER)
         self.assertEqual(run_tests("service_engine_tests", "user_language_tests"), 0)
-        text = report().read_text(encoding="utf-8")
+        text = REPORT.read_text(encoding="utf-8")
         self.assertRegex(text, r"<h1>[^<]*: [1-9]\d\d passed, 0 failed, 0 skipped</h1>")
         self.assertRegex(text, r"<td>Windows</td><td>[^<]*Windows")
         self.assertEqual(re.findall(r'<img alt="([^"]*)" src="data:image/png;base64,iVBOR', text), PICTURES)
@@ -95,15 +90,16 @@ class Bundle(unittest.TestCase):
 
     def test_run_that_was_cut_off_is_made_good_by_the_next_one(self):
         cut_off = start("--only", "model_tests")
-        await_that(lambda: not (data_folder() / "own.xml").exists())
+        await_that(lambda: not (PROFILES / "own.xml").exists())
         time.sleep(1)  # somewhere in the middle of it
         for process in processes("bundle_runner.exe"):
             subprocess.run(["kill", "-9", str(process)], check=True)
         cut_off.wait(LONGEST_RUN)
         await_that(lambda: not processes("control_panel.exe") and not processes("bundle_runner.exe"))
+        cut_off_folders = work_folders()
         self.assertEqual(run_tests("service_engine_tests"), 0)
-        for left in DRIVE_C.glob("users/*/AppData/Local/Temp/kvn-bundle-*"):
-            shutil.rmtree(left)
+        for left in cut_off_folders:
+            shutil.rmtree(left, ignore_errors=True)
         self.expect_the_users_own()
 
     def test_unknown_option_changes_nothing(self):

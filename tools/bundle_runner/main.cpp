@@ -92,12 +92,18 @@ Ring ToRing(const std::string& line) {
             std::chrono::seconds(std::stoi(line.substr(blank)))};
 }
 
+// One that is not there yet: runs that were cut off may have left theirs.
+fs::path MakeNewFolder() {
+    for (int number = 1;; ++number) {
+        const fs::path folder = fs::temp_directory_path() / (L"kvn-bundle-" + std::to_wstring(number));
+        if (fs::create_directories(folder)) return folder;
+    }
+}
+
 // A copy of the programs in a folder that can be written to, whatever the bundle's own is like.
 class WorkFolder {
 public:
-    explicit WorkFolder(const fs::path& programs)
-        : path(fs::temp_directory_path() / (L"kvn-bundle-" + std::to_wstring(GetCurrentProcessId()))) {
-        fs::create_directories(path);
+    explicit WorkFolder(const fs::path& programs) : path(MakeNewFolder()) {
         fs::copy(programs, Programs(), fs::copy_options::recursive);
         MakeWritable();
     }
