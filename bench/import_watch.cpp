@@ -182,11 +182,12 @@ void WriteStub(BYTE* stub, const Detour& detour) {
 
 }  // namespace
 
-ImportWatch::ImportWatch(HMODULE module) {
+ImportWatch::ImportWatch(HMODULE module, std::span<const std::string_view> names) {
     watchedThread = GetCurrentThreadId();
     openCalls.reserve(kCallDepth);
-    ForEachNamedImport(module, [](const char* name, void** entry) {
-        if (IsCode(*entry)) detours.push_back({name, entry, *entry, MayBeTimed(name)});
+    ForEachNamedImport(module, [=](const char* name, void** entry) {
+        const bool isMeant = names.empty() || std::ranges::find(names, name) != names.end();
+        if (isMeant && IsCode(*entry)) detours.push_back({name, entry, *entry, MayBeTimed(name)});
     });
     const std::size_t bytes = detours.size() * kStubBytes;
     stubs = static_cast<BYTE*>(VirtualAlloc(nullptr, bytes, MEM_COMMIT | MEM_RESERVE, PAGE_EXECUTE_READWRITE));

@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include <cstddef>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -20,7 +21,8 @@ struct ImportCalls {
 // time; none of the calls may be left by an exception.
 class ImportWatch {
 public:
-    explicit ImportWatch(HMODULE module);
+    // With names, only these are watched: of the watch's own program none that it calls itself.
+    explicit ImportWatch(HMODULE module, std::span<const std::string_view> names = {});
     ImportWatch(const ImportWatch&) = delete;
     ImportWatch& operator=(const ImportWatch&) = delete;
     ~ImportWatch();

@@ -7,6 +7,12 @@
 
 namespace {
 
+bool BenchServiceAlone() {
+    kvn::bench::Report report(false);
+    kvn::bench::BenchService(report);
+    return report.Finish();
+}
+
 bool BenchAll(bool isQuick) {
     kvn::bench::Report report(isQuick);
     kvn::bench::BenchLoading(report);
@@ -32,8 +38,9 @@ int main(int count, char** words) {
         kvn::bench::RunKeyWindow();
         return 0;
     }
+    if (option == "--service") return BenchServiceAlone() ? 0 : 1;
     if (!option.empty() && option != "--quick") {
-        std::printf("kvn_bench [--quick | --where]\n");
+        std::printf("kvn_bench [--quick | --service | --where]\n");
         return 2;
     }
     return BenchAll(option == "--quick") ? 0 : 1;

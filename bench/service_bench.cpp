@@ -1,10 +1,10 @@
 #include <windows.h>
 
-#include <psapi.h>
-
 #include <algorithm>
 #include <array>
+#include <functional>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,6 +21,7 @@
 #include "platform/unique_resource.h"
 #include "service/input/hook_loop.h"
 #include "service/input/hook_thread.h"
+#include "tests/support/process_use.h"
 
 namespace kvn::bench {
 namespace {
@@ -64,13 +65,11 @@ constexpr std::array<std::string_view, 9> kWaits{"WaitForSingleObject",
                                                  "SendMessageW",
                                                  "SendMessageTimeoutW"};
 
-template <std::size_t kNames>
-double CountOf(const std::vector<ImportCalls>& calls, const std::array<std::string_view, kNames>& names) {
-    std::size_t count = 0;
-    for (const ImportCalls& call : calls) {
-        if (std::ranges::find(names, call.name) != names.end()) count += call.count;
-    }
-    return static_cast<double>(count);
+// How often the decisions called any of these.
+double CallsAmong(std::span<const std::string_view> names, const std::function<void()>& decide) {
+    const ImportWatch watch(GetModuleHandleW(nullptr), names);
+    decide();
+    return static_cast<double>(watch.CountOf(""));
 }
 
 // Presses and releases of a button whose function is carried out, notches and tilts.
@@ -105,12 +104,12 @@ void BenchDecisions(Report& report) {
     Decide(first.loop, kDecisions);
     const auto allocations = static_cast<double>(HeapAllocations() - before);
     Decider second;
-    ImportWatch watch(GetModuleHandleW(nullptr));
-    Decide(second.loop, kDecisions);
-    const std::vector<ImportCalls> calls = watch.Calls();
+    const double locks = CallsAmong(kLocks, [&] { Decide(second.loop, kDecisions); });
+    Decider third;
+    const double waits = CallsAmong(kWaits, [&] { Decide(third.loop, kDecisions); });
     report.Add({"160 decisions of the hook: allocations", "", allocations, "decisions", kDecisions, 0});
-    report.Add({"  locks", "", CountOf(calls, kLocks), "decisions", kDecisions, 0});
-    report.Add({"  waits", "", CountOf(calls, kWaits), "decisions", kDecisions, 0});
+    report.Add({"  locks", "", locks, "decisions", kDecisions, 0});
+    report.Add({"  waits", "", waits, "decisions", kDecisions, 0});
 }
 
 // Moves.
@@ -236,17 +235,8 @@ public:
 
     bool Runs() const { return process && platform::FindService() != nullptr; }
 
-    double ProcessorMilliseconds() const {
-        FILETIME created{}, ended{}, kernel{}, user{};
-        GetProcessTimes(process.Get(), &created, &ended, &kernel, &user);
-        constexpr double kUnitsOfOneMillisecond = 10'000;
-        return static_cast<double>(kernel.dwLowDateTime + user.dwLowDateTime) / kUnitsOfOneMillisecond;
-    }
-    double PrivateKilobytes() const {
-        PROCESS_MEMORY_COUNTERS_EX counters{};
-        counters.cb = sizeof counters;
-        GetProcessMemoryInfo(process.Get(), reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&counters), sizeof counters);
-        return static_cast<double>(counters.PrivateUsage) / 1024;
+    test::ProcessUse Use() const {
+        return test::UseOf(process.Get(), "KvnMouseApl.exe", "be4c:0001:5:0").value_or(test::ProcessUse{-1, -1, -1});
     }
 
 private:
@@ -278,21 +268,22 @@ constexpr DWORD kUntilItRests = 1'500;
 void BenchRest(Report& report, const ServiceProgram& service) {
     const double rest = report.IsQuick() ? kQuickRest : kFullRest;
     Sleep(kUntilItRests);
-    const double before = service.ProcessorMilliseconds();
+    const double before = service.Use().processorMilliseconds;
+    if (before < 0) return report.AddMissing("the use of the processor");
     Sleep(static_cast<DWORD>(rest));
-    report.Add({"processor time without input", "ms", service.ProcessorMilliseconds() - before, "the time that passed",
-                rest, 0});
+    report.Add({"processor time without input", "ms", service.Use().processorMilliseconds - before,
+                "the time that passed", rest, 0});
 }
 
 void BenchPrivateMemory(Report& report, const ServiceProgram& service) {
     constexpr int kFirst = 300, kFullMore = 20'000, kQuickMore = 3'000;
     UseService(kFirst);
     Sleep(kUntilItRests);
-    const double first = service.PrivateKilobytes();
+    const double first = service.Use().privateKilobytes;
     UseService(report.IsQuick() ? kQuickMore : kFullMore);
     Sleep(kUntilItRests);
     report.Add(
-        {"private memory after many events", "KB", service.PrivateKilobytes(), "after the first ones", first, 1});
+        {"private memory after many events", "KB", service.Use().privateKilobytes, "after the first ones", first, 1});
 }
 
 void BenchSize(Report& report) {

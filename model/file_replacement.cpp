@@ -76,8 +76,10 @@ constexpr std::array<DWORD, 4> kRenameUnknown{ERROR_NOT_SUPPORTED, ERROR_INVALID
 
 std::optional<std::string> ReadWholeFile(const std::wstring& path) {
     const platform::UniqueFile file = OpenToRead(path);
+    // A pipe has a size too, and reading would wait for what comes through it.
+    if (!file || GetFileType(file.Get()) != FILE_TYPE_DISK) return std::nullopt;
     LARGE_INTEGER size{};
-    if (!file || !GetFileSizeEx(file.Get(), &size)) return std::nullopt;
+    if (!GetFileSizeEx(file.Get(), &size)) return std::nullopt;
     if (size.QuadPart > static_cast<LONGLONG>(kMaxXmlBytes)) return std::nullopt;
 
     std::string bytes(static_cast<std::size_t>(size.QuadPart), '\0');

@@ -24,7 +24,10 @@ bool IsAsciiByte(char byte) {
 
 }  // namespace
 
-LocaleCodec::LocaleCodec(const char* localeName) : locale(_create_locale(LC_CTYPE, localeName)) {
+LocaleCodec::LocaleCodec(const char* localeName) {
+    // Some C libraries take the user's own locale for "C" in a thread that has asked for no other one before.
+    const platform::Owned<_locale_t, &_free_locale> other(_create_locale(LC_CTYPE, ".1252"));
+    locale.Reset(_create_locale(LC_CTYPE, localeName));
     if (!locale) locale.Reset(_create_locale(LC_CTYPE, ""));
     // Some C libraries know no locale for UTF-8. Without any locale they would take the host process's own.
     if (!locale) locale.Reset(_create_locale(LC_CTYPE, "C"));

@@ -12,8 +12,14 @@ constexpr std::array<WORD, 21> kExtendedKeys{VK_PRIOR,    VK_NEXT,   VK_END,    
                                              VK_NUMLOCK,  VK_RMENU,  VK_LWIN,     VK_RWIN,   VK_APPS,   VK_RSHIFT,
                                              VK_RCONTROL, VK_CANCEL, VK_HELP};
 
-// Print Screen's own scan code; the table of the layout has the one that it gives together with Alt.
-constexpr WORD kPrintScreenScanCode = 0x37;
+struct ScanCodeRow {
+    WORD key;
+    WORD scanCode;
+};
+
+// Keys whose own scan code is not in the table of the layout: it has the one that Print Screen gives together with Alt,
+// and none for Pause.
+constexpr std::array<ScanCodeRow, 2> kOwnScanCodes{{{VK_SNAPSHOT, 0x37}, {VK_PAUSE, 0x45}}};
 
 struct ButtonRow {
     WORD button;
@@ -36,7 +42,8 @@ const ButtonRow& RowOf(WORD button) {
 }
 
 WORD ScanCodeOf(WORD key) {
-    if (key == VK_SNAPSHOT) return kPrintScreenScanCode;
+    const auto own = std::ranges::find(kOwnScanCodes, key, &ScanCodeRow::key);
+    if (own != kOwnScanCodes.end()) return own->scanCode;
     const HKL layout = GetKeyboardLayout(GetWindowThreadProcessId(GetForegroundWindow(), nullptr));
     return static_cast<WORD>(MapVirtualKeyExW(key, MAPVK_VK_TO_VSC, layout) & 0xFF);
 }

@@ -1,11 +1,26 @@
 #include "service/settings/front_program.h"
 
+#include <algorithm>
+#include <array>
+#include <string_view>
 #include <utility>
 
 #include "service/settings/program_path.h"
 
 namespace kvn::service {
 namespace {
+
+// Windows' list of programs, while Alt+Tab is held, from the oldest to the newest Windows. The function that holds it
+// would end if another program's profile counted meanwhile.
+constexpr std::array<std::wstring_view, 5> kSwitcherClasses{L"#32771", L"TaskSwitcherWnd", L"MultitaskingViewFrame",
+                                                            L"ForegroundStaging", L"XamlExplorerHostIslandWindow"};
+
+bool IsSwitcher(HWND window) {
+    std::array<wchar_t, 257> name{};
+    const int length = GetClassNameW(window, name.data(), static_cast<int>(name.size()));
+    const std::wstring_view className(name.data(), static_cast<std::size_t>(length));
+    return std::ranges::find(kSwitcherClasses, className) != kSwitcherClasses.end();
+}
 
 bool IsOwn(HWND window) {
     DWORD processId = 0;
@@ -17,7 +32,7 @@ bool IsOwn(HWND window) {
 
 FrontProgram::Change FrontProgram::Look() {
     const HWND found = GetForegroundWindow();
-    if (!found || IsOwn(found)) return {};
+    if (!found || IsOwn(found) || IsSwitcher(found)) return {};
     // A store app can appear in its frame later, and a window's handle can come back in another process.
     const DWORD foundProcess = ProcessOfWindow(found);
     Change change{.isOtherWindow = found != window};

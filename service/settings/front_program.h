@@ -14,7 +14,8 @@ public:
         bool isOtherProgram = false;
     };
 
-    // Looks which window has the user's attention. While none has it, or one of the service's own, it is the last one.
+    // Looks which window has the user's attention. While none has it, one of the service's own, or Windows' list of
+    // programs (Alt+Tab), it is the last one.
     Change Look();
 
     HWND Window() const { return window; }                   // null before any was seen

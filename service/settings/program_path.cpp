@@ -99,9 +99,14 @@ void ProgramComparison::SetProgram(const std::wstring& path) {
 
 bool ProgramComparison::IsProgram(const std::wstring& entry) {
     if (program.empty() || entry.empty()) return false;
-    if (!HasFolder(entry)) return IsSameText(entry, FileNameOf(resolvedProgram));
+    if (!HasFolder(entry)) return IsFileName(entry);
     if (IsSameText(entry, program) || IsSameText(entry, resolvedProgram)) return true;
     return IsWorthLooking(entry) && IsSameText(Resolved(entry), resolvedProgram);
+}
+
+// A program that was started through a link has two names.
+bool ProgramComparison::IsFileName(const std::wstring& entry) const {
+    return IsSameText(entry, FileNameOf(program)) || IsSameText(entry, FileNameOf(resolvedProgram));
 }
 
 bool ProgramComparison::IsWorthLooking(const std::wstring& entry) const {

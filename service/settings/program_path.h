@@ -31,6 +31,7 @@ public:
     bool IsProgram(const std::wstring& entry);
 
 private:
+    bool IsFileName(const std::wstring& entry) const;
     bool IsWorthLooking(const std::wstring& entry) const;
     const std::wstring& Resolved(const std::wstring& entry);
 

@@ -27,8 +27,10 @@ std::optional<Stroke> StrokeOf(const std::wstring& letters) {
     return stroke;
 }
 
+// The tilts are the last two.
 std::int32_t ControlCount(const model::DeviceRecord& mouse) {
-    return mouse.HasTiltWheel() ? model::kMaxButtonCount : std::clamp(mouse.buttonCount, 0, model::kMaxButtonCount);
+    constexpr std::int32_t kMostButtons = model::kMaxButtonCount - 2;
+    return mouse.HasTiltWheel() ? model::kMaxButtonCount : std::clamp(mouse.buttonCount, 0, kMostButtons);
 }
 
 std::int32_t Speed(std::int32_t stored) {

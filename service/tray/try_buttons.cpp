@@ -27,6 +27,8 @@ void ServeMessages(const TryWindow& window) {
 }  // namespace
 
 struct TryButtons::State {
+    State(PressFeed& feed, Outlets chosenOutlets) : presses(feed), outlets(std::move(chosenOutlets)) {}
+
     PressFeed& presses;
     Outlets outlets;
     platform::UniqueKernelObject ready{CreateEventW(nullptr, TRUE, FALSE, nullptr)};

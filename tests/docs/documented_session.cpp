@@ -3,10 +3,10 @@
 #include "model/registry_values.h"
 #include "resources/resource.h"
 #include "tests/docs/registry_dump.h"
-#include "tests/end_to_end/key_dialog.h"
+#include "tests/end_to_end/key_dialog_driver.h"
 #include "tests/end_to_end/profile_driver.h"
 #include "tests/end_to_end/stored_state.h"
-#include "tests/end_to_end/waiting.h"
+#include "tests/end_to_end/story_waiting.h"
 
 namespace kvn::docs {
 namespace {

@@ -9,8 +9,8 @@
 
 #include "model/registry_values.h"
 #include "platform/unique_resource.h"
+#include "tests/end_to_end/story_waiting.h"
 #include "tests/end_to_end/text.h"
-#include "tests/end_to_end/waiting.h"
 
 namespace kvn::docs {
 namespace {

@@ -1,10 +1,10 @@
 // "Arbitrary key": the dialog in which a key combination is pressed, and what becomes of it.
 #include "resources/resource.h"
 #include "tests/end_to_end/input.h"
-#include "tests/end_to_end/key_dialog.h"
+#include "tests/end_to_end/key_dialog_driver.h"
 #include "tests/end_to_end/profile_text.h"
 #include "tests/end_to_end/stored_state.h"
-#include "tests/end_to_end/waiting.h"
+#include "tests/end_to_end/story_waiting.h"
 #include "tests/end_to_end/windows_of_process.h"
 #include "tests/end_to_end/world.h"
 

@@ -3,8 +3,8 @@
 #include <array>
 
 #include "tests/end_to_end/input.h"
+#include "tests/end_to_end/story_waiting.h"
 #include "tests/end_to_end/text.h"
-#include "tests/end_to_end/waiting.h"
 #include "tests/end_to_end/windows_of_process.h"
 
 namespace kvn::end_to_end {

@@ -7,10 +7,10 @@
 
 #include "resources/resource.h"
 #include "tests/end_to_end/gesture_story.h"
-#include "tests/end_to_end/key_dialog.h"
+#include "tests/end_to_end/key_dialog_driver.h"
 #include "tests/end_to_end/profile_story.h"
+#include "tests/end_to_end/story_waiting.h"
 #include "tests/end_to_end/text.h"
-#include "tests/end_to_end/waiting.h"
 #include "tests/end_to_end/windows_of_process.h"
 
 namespace kvn::end_to_end {

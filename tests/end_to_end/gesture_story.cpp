@@ -1,26 +1,16 @@
 #include "tests/end_to_end/gesture_story.h"
 
 #include <algorithm>
-#include <array>
 
 #include "resources/resource.h"
 #include "tests/end_to_end/stored_state.h"
-#include "tests/end_to_end/waiting.h"
+#include "tests/end_to_end/story_waiting.h"
+#include "tests/support/stroke_steps.h"
 
 namespace kvn::end_to_end {
 namespace {
 
-// Longer than what fixes a direction, in pixels; the third step of a letter takes the page past the turn.
-constexpr int kStep = 60;
-constexpr int kStepsOfLetter = 3;
 constexpr char kQuery[] = "32775 (0x8007) IsButtonHeld";
-
-struct LetterRow {
-    char letter;
-    int x;
-    int y;
-};
-constexpr std::array<LetterRow, 4> kLetters{{{'U', 0, -kStep}, {'R', kStep, 0}, {'D', 0, kStep}, {'L', -kStep, 0}}};
 
 }  // namespace
 
@@ -68,9 +58,8 @@ void GestureStory::MoveBy(int x, int y) const {
 }
 
 void GestureStory::DrawLetter(char letter) const {
-    const auto row =
-        std::find_if(kLetters.begin(), kLetters.end(), [=](const LetterRow& each) { return each.letter == letter; });
-    for (int step = 0; step < kStepsOfLetter; ++step) MoveBy(row->x, row->y);
+    const POINT move = test::StepOf(letter);
+    for (int step = 0; step < test::kStepsOfLetter; ++step) MoveBy(move.x, move.y);
 }
 
 void GestureStory::DrawLetters(const std::string& letters) const {

@@ -3,7 +3,7 @@
 #include "resources/resource.h"
 #include "tests/end_to_end/gesture_story.h"
 #include "tests/end_to_end/stored_state.h"
-#include "tests/end_to_end/waiting.h"
+#include "tests/end_to_end/story_waiting.h"
 #include "tests/end_to_end/windows_of_process.h"
 
 namespace kvn::end_to_end {

@@ -5,10 +5,11 @@
 #include "tests/end_to_end/help_opening.h"
 #include "tests/end_to_end/input.h"
 #include "tests/end_to_end/stored_state.h"
+#include "tests/end_to_end/story_waiting.h"
 #include "tests/end_to_end/text.h"
-#include "tests/end_to_end/waiting.h"
 #include "tests/end_to_end/windows_of_process.h"
 #include "tests/end_to_end/world.h"
+#include "tests/support/platform.h"
 
 namespace kvn::end_to_end {
 namespace {
@@ -30,6 +31,7 @@ protected:
 };
 
 TEST_F(Help, OpensThePageBesideTheServiceAndIsNoChange) {
+    if (!test::RunsUnderWine()) GTEST_SKIP() << "on Windows no program may choose the user's browser";
     const TemporaryText association(HKEY_CLASSES_ROOT, L".htm", L"", kBrowserClass);
     const TemporaryText command(HKEY_CLASSES_ROOT, std::wstring(kBrowserClass) + L"\\shell\\open\\command", L"",
                                 BrowserCommand());

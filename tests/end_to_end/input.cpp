@@ -3,7 +3,7 @@
 #include <array>
 #include <iterator>
 
-#include "tests/end_to_end/waiting.h"
+#include "tests/end_to_end/story_waiting.h"
 
 namespace kvn::end_to_end {
 namespace {

@@ -3,8 +3,8 @@
 #include <array>
 #include <chrono>
 
+#include "tests/end_to_end/story_waiting.h"
 #include "tests/end_to_end/text.h"
-#include "tests/end_to_end/waiting.h"
 
 namespace kvn::end_to_end {
 namespace {

@@ -3,7 +3,7 @@
 #include "tests/end_to_end/gesture_driver.h"
 #include "tests/end_to_end/input.h"
 #include "tests/end_to_end/profile_story.h"
-#include "tests/end_to_end/waiting.h"
+#include "tests/end_to_end/story_waiting.h"
 
 namespace kvn::end_to_end {
 namespace {

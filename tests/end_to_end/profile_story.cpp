@@ -7,8 +7,8 @@
 
 #include "resources/resource.h"
 #include "tests/end_to_end/combo_driver.h"
+#include "tests/end_to_end/story_waiting.h"
 #include "tests/end_to_end/text.h"
-#include "tests/end_to_end/waiting.h"
 #include "tests/end_to_end/windows_of_process.h"
 
 namespace kvn::end_to_end {

@@ -8,8 +8,8 @@
 
 #include "platform/com_pointer.h"
 #include "tests/end_to_end/stored_state.h"
+#include "tests/end_to_end/story_waiting.h"
 #include "tests/end_to_end/text.h"
-#include "tests/end_to_end/waiting.h"
 
 namespace kvn::end_to_end {
 namespace {

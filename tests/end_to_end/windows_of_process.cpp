@@ -6,8 +6,8 @@
 
 #include "platform/unique_resource.h"
 #include "tests/end_to_end/input.h"
+#include "tests/end_to_end/story_waiting.h"
 #include "tests/end_to_end/text.h"
-#include "tests/end_to_end/waiting.h"
 
 namespace kvn::end_to_end {
 namespace {

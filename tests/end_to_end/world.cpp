@@ -6,7 +6,7 @@
 #include "platform/service_protocol.h"
 #include "resources/resource.h"
 #include "tests/end_to_end/stored_state.h"
-#include "tests/end_to_end/waiting.h"
+#include "tests/end_to_end/story_waiting.h"
 
 namespace kvn::end_to_end {
 namespace {

@@ -3,8 +3,8 @@
 #include <filesystem>
 #include <limits>
 
-#include "tests/support/profile_text.h"
 #include "tests/support/waiting.h"
+#include "tests/support/written_profiles.h"
 
 namespace kvn::test {
 

@@ -8,9 +8,9 @@
 #include "tests/faults/leak_check.h"
 #include "tests/support/fake_service.h"
 #include "tests/support/mouse_on_registry.h"
-#include "tests/support/profile_text.h"
 #include "tests/support/sandboxed_user.h"
 #include "tests/support/waiting.h"
+#include "tests/support/written_profiles.h"
 
 namespace kvn::test {
 namespace {

@@ -9,9 +9,9 @@
 
 #include "tests/faults/whole_page_fixture.h"
 #include "tests/support/combo_contents.h"
-#include "tests/support/profile_text.h"
 #include "tests/support/waiting.h"
 #include "tests/support/window_search.h"
+#include "tests/support/written_profiles.h"
 
 namespace kvn::test {
 namespace {

@@ -9,7 +9,7 @@
 #include <filesystem>
 
 #include "tests/support/combo_contents.h"
-#include "tests/support/profile_text.h"
+#include "tests/support/written_profiles.h"
 
 namespace kvn::test {
 namespace {

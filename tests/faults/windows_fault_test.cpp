@@ -14,7 +14,7 @@
 #include <set>
 
 #include "tests/faults/whole_page_fixture.h"
-#include "tests/support/profile_text.h"
+#include "tests/support/written_profiles.h"
 
 namespace kvn::test {
 namespace {

@@ -175,6 +175,10 @@ TEST(LocaleCodec, WithoutANameIsTheUsersCodePage) {
     ExpectNoCharacterToBeMistaken(LocaleCodec(""));
 }
 
+TEST(LocaleCodec, IsTheUsersCodePageInAThreadThatHasAskedForNoneBefore) {
+    std::thread([] { ExpectEveryCharacterOf(test::UserCodePage(), LocaleCodec("")); }).join();
+}
+
 TEST(LocaleCodec, AnUnknownNameMeansTheUsersCodePage) {
     const std::string longName(127, 'x');
     for (const char* name : {"No such locale", longName.c_str(), "To register and edit gestures, allocate them."}) {

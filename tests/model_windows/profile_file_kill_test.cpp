@@ -43,7 +43,7 @@ public:
                                   &started) != FALSE;
         });
         process.Reset(started.hProcess);
-        CloseHandle(started.hThread);
+        const platform::UniqueKernelObject thread(started.hThread);
     }
     Saver(const Saver&) = delete;
     Saver& operator=(const Saver&) = delete;

@@ -3,6 +3,7 @@
 
 Usage: package_test.py FOLDER-OF-PROGRAMS VERSION FOLDER-FOR-FILES [TEST...], from the tree's root, started by package_test.sh
 """
+import contextlib
 import hashlib
 import os
 import pathlib
@@ -44,7 +45,9 @@ FIRST_RELEASE = pathlib.Path("tests/package/release_1.0.0/KvnMouseUtil.wxs")
 SOFTWARE = r"HKEY_LOCAL_MACHINE\Software"
 CLASS_KEY = rf"{SOFTWARE}\Classes\CLSID\{make_msi.class_id()}"
 HANDLERS_KEY = rf"{SOFTWARE}\Microsoft\Windows\CurrentVersion\Controls Folder\Mouse"
-SETTINGS_KEY = r"HKEY_CURRENT_USER\Software\KORVEN\MouseUtility\VID1234PID5678"
+USERS_KEY = r"HKEY_CURRENT_USER\Software\KORVEN"
+SETTINGS_KEY = rf"{USERS_KEY}\MouseUtility\VID1234PID5678"
+USERS_FOLDERS = "users/*/AppData/Roaming/KORVEN"
 RUN_KEY = rf"{SOFTWARE}\Microsoft\Windows\CurrentVersion\Run"
 UNINSTALL_KEY = rf"{SOFTWARE}\Microsoft\Windows\CurrentVersion\Uninstall"
 
@@ -63,7 +66,10 @@ FIXED_FILE_INFO = bytes.fromhex("bd04effe")  # the mark of a version resource
 
 
 def msiexec(action: str, installer: pathlib.Path = INSTALLER, *properties: str) -> int:
-    return run("msiexec", action, windows_path(installer), "/qn", *properties)[0]
+    status, output = run("msiexec", action, windows_path(installer), "/qn", *properties)
+    if output:
+        print(output, file=sys.stderr)
+    return status
 
 
 def running_services() -> dict[int, str]:
@@ -181,7 +187,7 @@ def first_release() -> pathlib.Path:
 
 def users_settings() -> tuple[dict, Registry]:
     """The profiles of all users, and what the page has stored for the sample mouse."""
-    [data] = DRIVE_C.glob("users/*/AppData/Roaming/KORVEN")
+    [data] = DRIVE_C.glob(USERS_FOLDERS)
     return files_below(data), read_registry(SETTINGS_KEY)
 
 
@@ -290,8 +296,9 @@ class InstallationFixture(unittest.TestCase):
         quit_service()
         for product_code in products():
             run("msiexec", "/x", product_code, "/qn")
-        for folder in (MAKER_FOLDER, CHOSEN_FOLDER.parent, OWN_FOLDER):
+        for folder in (MAKER_FOLDER, CHOSEN_FOLDER.parent, OWN_FOLDER, *DRIVE_C.glob(USERS_FOLDERS)):
             shutil.rmtree(folder, ignore_errors=True)
+        import_registry(f"{REG_FILE}[-{USERS_KEY}]\n")
 
 
 class Installation(InstallationFixture):
@@ -433,16 +440,20 @@ class Installation(InstallationFixture):
         self.assertEqual(CHOSEN_FOLDER.joinpath("KvnMouseUtil.dll").read_bytes(), dll_of(HIGHER_VERSION))
 
 
+def send(sign: signal.Signals, processes_of_wine: dict[int, str]) -> None:
+    for pid in processes_of_wine:
+        with contextlib.suppress(ProcessLookupError):
+            os.kill(pid, sign)
+
+
 class Service(InstallationFixture):
-    def freeze(self) -> None:
-        """Makes the service and its watcher hang."""
+    def freeze(self, hung: dict[int, str]) -> None:
+        """Makes processes hang."""
+        self.assertNotEqual(hung, {})
         self.addCleanup(import_registry, NOTHING_PENDING)
-        hung = list(processes("KvnMouseApl.exe"))
-        self.assertEqual(len(hung), 2)
         for sign in (signal.SIGKILL, signal.SIGCONT):  # the last one first
-            self.addCleanup(lambda sign=sign: [os.kill(pid, sign) for pid in hung])
-        for pid in hung:
-            os.kill(pid, signal.SIGSTOP)
+            self.addCleanup(send, sign, hung)
+        send(signal.SIGSTOP, hung)
 
     def test_installing_starts_the_service(self):
         self.assertEqual(install(), 0)
@@ -495,17 +506,25 @@ class Service(InstallationFixture):
         self.assertEqual(processes("KvnMouseApl.exe"), {})
         self.assertIsNone(start_at_login())
 
-    def test_hung_service_does_not_stop_the_upgrade(self):
+    def test_upgrade_replaces_a_hung_service(self):
         self.assertEqual(install(), 0)
-        self.freeze()
-        self.assertEqual(msiexec("/i", installer_of(HIGHER_VERSION)), RESTART_NEEDED)
+        hung = running_services()
+        self.freeze(hung)
+        self.assertEqual(msiexec("/i", installer_of(HIGHER_VERSION)), 0)
+        wait_until(lambda: running_services().keys() - hung.keys() and service_answers(), "the start of the new service")
+        self.assertEqual(INSTALLED_SERVICE.read_bytes(), PACKED_SERVICE.read_bytes() + HIGHER_VERSION.encode())
+
+    def test_hung_service_and_watcher_do_not_stop_the_upgrade(self):
+        self.assertEqual(install(), 0)
+        self.freeze(processes("KvnMouseApl.exe"))
+        self.assertIn(msiexec("/i", installer_of(HIGHER_VERSION)), (0, RESTART_NEEDED))
         self.assertEqual([product["DisplayVersion"] for product in products().values()], [f'"{HIGHER_VERSION}"'])
         self.assertEqual(INSTALLED_DLL.read_bytes(), dll_of(HIGHER_VERSION))
 
-    def test_hung_service_does_not_stop_the_removal(self):
+    def test_hung_service_and_watcher_do_not_stop_the_removal(self):
         self.assertEqual(install(), 0)
-        self.freeze()
-        self.assertEqual(msiexec("/x"), 0)
+        self.freeze(processes("KvnMouseApl.exe"))
+        self.assertIn(msiexec("/x"), (0, RESTART_NEEDED))
         self.assertEqual(products(), {})
         self.assertFalse(INSTALLED_DLL.exists())
         self.assertIsNone(start_at_login())

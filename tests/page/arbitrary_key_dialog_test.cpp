@@ -225,13 +225,13 @@ TEST_F(ArbitraryKeyDialogTest, UnknownKeyTakesTheNameOfAnotherThatIsDown) {
     const DWORD other = GetWindowThreadProcessId(dialog, nullptr);
     AttachThreadInput(own, other, TRUE);
     BYTE state[256]{};
-    state['Q'] = 0x80;
+    state[std::size_t{'Q'}] = 0x80;
     state[VK_F1] = 0x80;
-    state['B'] = 0x81;
+    state[std::size_t{'B'}] = 0x81;
     SetKeyboardState(state);
     SendKey(1, 7);
     EXPECT_EQ(Shown(1), L"Q");
-    state['Q'] = 0x81;
+    state[std::size_t{'Q'}] = 0x81;
     state[VK_F1] = 0;
     SetKeyboardState(state);
     SendKey(1, 7);

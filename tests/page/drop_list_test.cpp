@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "platform/device_context.h"
 #include "tests/support/gesture_fixture.h"
 
 namespace kvn::test {
@@ -65,16 +66,15 @@ protected:
 
 private:
     static LONG LongestText(HWND combo) {
-        const HDC context = GetDC(combo);
-        const HGDIOBJ previous = SelectObject(context, reinterpret_cast<HFONT>(SendMessageW(combo, WM_GETFONT, 0, 0)));
+        const platform::WindowDeviceContext context(combo);
+        const platform::SelectedObject font(context.Get(),
+                                            reinterpret_cast<HFONT>(SendMessageW(combo, WM_GETFONT, 0, 0)));
         LONG longest = 0;
         for (const ComboEntry& entry : EntriesOf(combo)) {
             SIZE size{};
-            GetTextExtentPoint32W(context, entry.text.c_str(), static_cast<int>(entry.text.size()), &size);
+            GetTextExtentPoint32W(context.Get(), entry.text.c_str(), static_cast<int>(entry.text.size()), &size);
             longest = std::max(longest, size.cx);
         }
-        SelectObject(context, previous);
-        ReleaseDC(combo, context);
         return longest;
     }
 };

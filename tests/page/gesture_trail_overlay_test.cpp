@@ -8,6 +8,18 @@ namespace {
 
 class GestureTrailOverlayTest : public GestureTest {
 protected:
+    // Opens the editor and holds the button; the overlay of the stroke.
+    HWND BeginStroke() {
+        OpenWith({});
+        editor = OpenEditor();
+        ClickStroke(editor);
+        HoldGestureButton(editor);
+        return OverlayOf(editor);
+    }
+    void EndStroke() {
+        ReleaseGestureButton(editor);
+        CloseEditor(editor, IDCANCEL);
+    }
     COLORREF PixelOf(HWND overlay, int x, int y) const {
         COLORREF colour = 0;
         sheet->Run([&] { colour = GetPixel(platform::WindowDeviceContext(overlay).Get(), x, y); });
@@ -32,11 +44,13 @@ protected:
                 << place.x << ' ' << place.y;
         }
     }
+
+    HWND editor = nullptr;
 };
 
 TEST_F(GestureTrailOverlayTest, TheOverlayCoversTheScreenWhileAStrokeIsDrawn) {
     OpenWith({});
-    const HWND editor = OpenEditor();
+    editor = OpenEditor();
     ClickStroke(editor);
     Tick(editor);
     EXPECT_EQ(OverlayOf(editor), nullptr);
@@ -66,11 +80,7 @@ TEST_F(GestureTrailOverlayTest, TheOverlayCoversTheScreenWhileAStrokeIsDrawn) {
 }
 
 TEST_F(GestureTrailOverlayTest, TheTrailIsAGreenLineOnTransparentGround) {
-    OpenWith({});
-    const HWND editor = OpenEditor();
-    ClickStroke(editor);
-    HoldGestureButton(editor);
-    const HWND overlay = OverlayOf(editor);
+    const HWND overlay = BeginStroke();
     POINT from{};
     GetCursorPos(&from);
     sheet->Run([=] { RedrawWindow(overlay, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ERASENOW); });
@@ -89,16 +99,11 @@ TEST_F(GestureTrailOverlayTest, TheTrailIsAGreenLineOnTransparentGround) {
     for (const POINT place : {POINT{90, 2}, POINT{90, -2}, POINT{-5, 0}, POINT{180, 190}, POINT{90, 90}}) {
         EXPECT_EQ(PixelOf(overlay, from.x + place.x, from.y + place.y), RGB(5, 0, 0)) << place.x << ' ' << place.y;
     }
-    ReleaseGestureButton(editor);
-    CloseEditor(editor, IDCANCEL);
+    EndStroke();
 }
 
 TEST_F(GestureTrailOverlayTest, TheTrailSurvivesARepaint) {
-    OpenWith({});
-    const HWND editor = OpenEditor();
-    ClickStroke(editor);
-    HoldGestureButton(editor);
-    const HWND overlay = OverlayOf(editor);
+    const HWND overlay = BeginStroke();
     POINT from{};
     GetCursorPos(&from);
     Draw(editor, "RD");
@@ -108,13 +113,12 @@ TEST_F(GestureTrailOverlayTest, TheTrailSurvivesARepaint) {
     Repaint(overlay);
     ExpectTrail(overlay, from, {{90, 0}, {180, 60}, {90, 180}});
     EXPECT_EQ(PixelOf(overlay, from.x + 90, from.y + 90), RGB(5, 0, 0));
-    ReleaseGestureButton(editor);
-    CloseEditor(editor, IDCANCEL);
+    EndStroke();
 }
 
 TEST_F(GestureTrailOverlayTest, ANewStrokeShowsNothingOfTheLastOne) {
     OpenWith({});
-    const HWND editor = OpenEditor();
+    editor = OpenEditor();
     POINT from{};
     ClickStroke(editor);
     HoldGestureButton(editor);
@@ -128,13 +132,12 @@ TEST_F(GestureTrailOverlayTest, ANewStrokeShowsNothingOfTheLastOne) {
     Repaint(overlay);
     EXPECT_EQ(PixelOf(overlay, from.x + 90, from.y), RGB(5, 0, 0));
     ExpectTrail(overlay, from, {{0, 90}});
-    ReleaseGestureButton(editor);
-    CloseEditor(editor, IDCANCEL);
+    EndStroke();
 }
 
 TEST_F(GestureTrailOverlayTest, WithoutAnOverlayTheStrokeIsStillRecognised) {
     OpenWith({});
-    const HWND editor = OpenEditor();
+    editor = OpenEditor();
     const ReplacedImport<"CreateDialogParamW", HWND(HINSTANCE, LPCWSTR, HWND, DLGPROC, LPARAM)> none(
         module.Handle(), [](HINSTANCE, LPCWSTR, HWND, DLGPROC, LPARAM) { return HWND{}; });
     ASSERT_TRUE(none.IsInPlace());
@@ -148,25 +151,17 @@ TEST_F(GestureTrailOverlayTest, WithoutAnOverlayTheStrokeIsStillRecognised) {
 }
 
 TEST_F(GestureTrailOverlayTest, AnswersWhatItHandlesWithOne) {
-    OpenWith({});
-    const HWND editor = OpenEditor();
-    ClickStroke(editor);
-    HoldGestureButton(editor);
-    const HWND overlay = OverlayOf(editor);
+    const HWND overlay = BeginStroke();
     EXPECT_EQ(AskProcedure(overlay, WM_INITDIALOG), 1);
     EXPECT_EQ(AskProcedure(overlay, WM_ERASEBKGND), 1);
     EXPECT_EQ(AskProcedure(overlay, WM_USER), 0);
     EXPECT_EQ(AskProcedure(overlay, WM_USER, 9), 1);
     EXPECT_EQ(AskProcedure(overlay, WM_USER, 0x7'0000'0009), 1) << "only the low half counts";
-    ReleaseGestureButton(editor);
-    CloseEditor(editor, IDCANCEL);
+    EndStroke();
 }
 
 TEST_F(GestureTrailOverlayTest, WithoutADrawingContextTheStrokeIsStillRecognised) {
-    OpenWith({});
-    const HWND editor = OpenEditor();
-    ClickStroke(editor);
-    HoldGestureButton(editor);
+    BeginStroke();
     {
         const ReplacedImport<"GetDC", decltype(GetDC)> none(module.Handle(), [](HWND) { return HDC{}; });
         ASSERT_TRUE(none.IsInPlace());
@@ -179,10 +174,7 @@ TEST_F(GestureTrailOverlayTest, WithoutADrawingContextTheStrokeIsStillRecognised
 }
 
 TEST_F(GestureTrailOverlayTest, AClosedOverlayIsOnlyMissing) {
-    OpenWith({});
-    const HWND editor = OpenEditor();
-    ClickStroke(editor);
-    HoldGestureButton(editor);
+    BeginStroke();
     SendMessageW(OverlayOf(editor), WM_CLOSE, 0, 0);
     EXPECT_EQ(OverlayOf(editor), nullptr);
     Draw(editor, "L");
@@ -195,11 +187,7 @@ TEST_F(GestureTrailOverlayTest, AClosedOverlayIsOnlyMissing) {
 }
 
 TEST_F(GestureTrailOverlayTest, AnyMessageWithTheEndingParameterHidesTheOverlay) {
-    OpenWith({});
-    const HWND editor = OpenEditor();
-    ClickStroke(editor);
-    HoldGestureButton(editor);
-    const HWND overlay = OverlayOf(editor);
+    const HWND overlay = BeginStroke();
     SendMessageW(overlay, WM_USER, 0, 8);
     EXPECT_TRUE(IsWindowVisible(overlay));
     SendMessageW(overlay, WM_USER, 0, 9);

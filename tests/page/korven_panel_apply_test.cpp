@@ -3,6 +3,7 @@
 
 #include <filesystem>
 
+#include "platform/unique_resource.h"
 #include "tests/support/page_fixture.h"
 #include "tests/support/recorded_writes.h"
 
@@ -193,12 +194,11 @@ TEST_F(KorvenPanelApplyTest, FileThatCannotBeSavedIsAFailure) {
 TEST_F(KorvenPanelApplyTest, FileInUseIsAFailureAndStaysAsItIs) {
     OpenOn();
     const std::string saved = ReadFileText(ProfilePath());
-    const HANDLE held =
-        CreateFileW(ProfilePath().c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
-    ASSERT_NE(held, INVALID_HANDLE_VALUE);
+    const platform::UniqueFile held(
+        CreateFileW(ProfilePath().c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr));
+    ASSERT_TRUE(held);
     Choose(IDC_PANE_RIGHT, 20);
     FailToApply();
-    CloseHandle(held);
     EXPECT_EQ(ReadFileText(ProfilePath()), saved);
 }
 

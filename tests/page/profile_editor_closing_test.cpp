@@ -1,6 +1,7 @@
 // OK and Cancel of the profile editor: what becomes of the page's profiles, of its combo box and of the file.
 #include <windows.h>
 
+#include "platform/unique_resource.h"
 #include "tests/support/profile_editor_fixture.h"
 #include "tests/support/window_search.h"
 
@@ -151,15 +152,14 @@ TEST_F(ClosingTheProfileEditorTest, FileThatCannotBeWrittenIsReportedAndTheEdito
     Name(IDC_PROFILES_ADD, L"added");
     {
         // Nobody else may write or replace the file while this is open.
-        const HANDLE held =
-            CreateFileW(ProfilePath().c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
-        ASSERT_NE(held, INVALID_HANDLE_VALUE);
+        const platform::UniqueFile held(
+            CreateFileW(ProfilePath().c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr));
+        ASSERT_TRUE(held);
         editor->Press(IDOK);
         const MessageBoxSeen seen = AnswerMessageBox("about the file", IDOK);
         ExpectWarning(seen, L"Settings failed.");
         EXPECT_EQ(seen.owner, editor->Window());
         Await("the end of the editor", [&] { return !editor->IsOpen(); });
-        CloseHandle(held);
     }
     EXPECT_TRUE(sheet->IsQuiet());
     EXPECT_EQ(Saved(), before);

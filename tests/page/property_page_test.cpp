@@ -3,6 +3,7 @@
 
 #include <commctrl.h>
 
+#include "platform/device_context.h"
 #include "tests/support/page_fixture.h"
 #include "tests/support/window_search.h"
 
@@ -121,7 +122,8 @@ TEST_F(PropertyPageTest, FailedApplyAnswersNoChangePage) {
 
 TEST_F(PropertyPageTest, OnlyTheWarningTextIsRedAndTransparent) {
     Open();
-    const HDC context = GetDC(nullptr);
+    const platform::WindowDeviceContext screen(nullptr);
+    const HDC context = screen.Get();
     SetBkMode(context, OPAQUE);
     const HWND ordinary = sheet->PaneControl(IDC_PANE_HORIZONTAL_SLOW);
     const auto paint = [&](HWND control) {
@@ -135,7 +137,6 @@ TEST_F(PropertyPageTest, OnlyTheWarningTextIsRedAndTransparent) {
     EXPECT_EQ(paint(warning), reinterpret_cast<INT_PTR>(GetStockObject(NULL_BRUSH)));
     EXPECT_EQ(GetBkMode(context), TRANSPARENT);
     EXPECT_EQ(GetTextColor(context), RGB(255, 0, 0));
-    ReleaseDC(nullptr, context);
 }
 
 TEST_F(PropertyPageTest, TabsSwitchThePanes) {

@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 
+#include "platform/unique_resource.h"
 #include "tests/support/module_under_test.h"
 #include "tests/support/replaced_import.h"
 #include "tests/support/sandboxed_user.h"
@@ -33,10 +34,8 @@ protected:
         return text;
     }
     static bool HasKey(HKEY root, const wchar_t* key) {
-        HKEY opened = nullptr;
-        if (RegOpenKeyExW(root, key, 0, KEY_READ, &opened) != ERROR_SUCCESS) return false;
-        RegCloseKey(opened);
-        return true;
+        platform::UniqueRegistryKey opened;
+        return RegOpenKeyExW(root, key, 0, KEY_READ, opened.Receive()) == ERROR_SUCCESS;
     }
 
     ModuleUnderTest module;

@@ -12,6 +12,7 @@
 #include <tuple>
 #include <vector>
 
+#include "platform/unique_resource.h"
 #include "tests/support/module_under_test.h"
 #include "tests/support/window_search.h"
 
@@ -279,13 +280,15 @@ TEST_F(ResourcesTest, HoldExactlyTheseDialogs) {
 TEST_F(ResourcesTest, DialogsHaveTheseCaptionsAndControls) {
     const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_WIN95_CLASSES};
     InitCommonControlsEx(&classes);
-    const HWND parent =
-        CreateWindowExW(0, L"Static", nullptr, WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr);
+    using OwnedWindow = platform::Owned<HWND, &DestroyWindow>;
+    const OwnedWindow parent(
+        CreateWindowExW(0, L"Static", nullptr, WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr));
     for (const DialogRow& row : kDialogs) {
         SCOPED_TRACE(testing::PrintToString(std::wstring(row.caption)));
-        const HWND dialog = CreateDialogParamW(
-            module.Handle(), row.name, parent, [](HWND, UINT, WPARAM, LPARAM) -> INT_PTR { return FALSE; }, 0);
-        ASSERT_NE(dialog, nullptr);
+        const OwnedWindow owned(CreateDialogParamW(
+            module.Handle(), row.name, parent.Get(), [](HWND, UINT, WPARAM, LPARAM) -> INT_PTR { return FALSE; }, 0));
+        ASSERT_TRUE(owned);
+        const HWND dialog = owned.Get();
         EXPECT_EQ(TextOf(dialog), row.caption);
         std::vector<ControlRow> controls;
         for (HWND child = GetWindow(dialog, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT)) {
@@ -293,9 +296,7 @@ TEST_F(ResourcesTest, DialogsHaveTheseCaptionsAndControls) {
         }
         std::sort(controls.begin(), controls.end());
         EXPECT_EQ(controls, row.controls);
-        DestroyWindow(dialog);
     }
-    DestroyWindow(parent);
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/device_context.h"
+#include "platform/unique_resource.h"
 
 namespace kvn::test {
 namespace {
@@ -17,12 +18,8 @@ constexpr LONG kSize = 200;  // pixels
 class StrokeTrailTest : public testing::Test {
 protected:
     StrokeTrailTest() {
-        SelectObject(context, bitmap);
+        SelectObject(context, bitmap.Get());
         platform::EraseTrailGround(context, {0, 0, kSize, kSize});
-    }
-    ~StrokeTrailTest() override {
-        DeleteDC(context);
-        DeleteObject(bitmap);
     }
 
     COLORREF At(int x, int y) const { return GetPixel(context, x, y); }
@@ -35,8 +32,13 @@ protected:
     }
 
     StrokeTrail trail;
-    HDC context = CreateCompatibleDC(nullptr);
-    HBITMAP bitmap = CreateBitmap(kSize, kSize, 1, 32, nullptr);
+
+private:
+    const platform::UniqueBitmap bitmap{CreateBitmap(kSize, kSize, 1, 32, nullptr)};
+    const platform::Owned<HDC, &DeleteDC> memory{CreateCompatibleDC(nullptr)};
+
+protected:
+    const HDC context = memory.Get();
 };
 
 TEST_F(StrokeTrailTest, TheGroundIsFilledToItsEdges) {

@@ -6,6 +6,8 @@
 
 #include <array>
 
+#include "platform/device_context.h"
+#include "platform/unique_resource.h"
 #include "tests/support/gesture_fixture.h"
 
 namespace kvn::test {
@@ -30,10 +32,9 @@ private:
     static void Set(const std::array<COLORREF, 3>& values) {
         SetSysColors(static_cast<int>(values.size()), kElements.data(), values.data());
         // The common controls keep the colours that they have seen last.
-        const HWND list =
-            CreateWindowExW(0, WC_LISTVIEWW, nullptr, WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr);
-        SendMessageW(list, WM_SYSCOLORCHANGE, 0, 0);
-        DestroyWindow(list);
+        const platform::Owned<HWND, &DestroyWindow> list(
+            CreateWindowExW(0, WC_LISTVIEWW, nullptr, WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr));
+        SendMessageW(list.Get(), WM_SYSCOLORCHANGE, 0, 0);
     }
 
     static constexpr std::array<int, 3> kElements{COLOR_BTNFACE, COLOR_WINDOW, COLOR_WINDOWTEXT};
@@ -49,17 +50,14 @@ protected:
         sheet->Run([&] {
             RECT area{};
             GetClientRect(window, &area);
-            const HDC screen = GetDC(nullptr);
-            const HDC context = CreateCompatibleDC(screen);
-            const HBITMAP bitmap = CreateCompatibleBitmap(screen, area.right, area.bottom);
-            const HGDIOBJ previous = SelectObject(context, bitmap);
+            const platform::WindowDeviceContext screen(nullptr);
+            const platform::UniqueBitmap bitmap(CreateCompatibleBitmap(screen.Get(), area.right, area.bottom));
+            const platform::Owned<HDC, &DeleteDC> memory(CreateCompatibleDC(screen.Get()));
+            const HDC context = memory.Get();
+            const platform::SelectedObject selected(context, bitmap.Get());
             SendMessageW(window, WM_ERASEBKGND, reinterpret_cast<WPARAM>(context), 0);
             SendMessageW(window, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(context), PRF_CLIENT | PRF_ERASEBKGND);
             colour = GetPixel(context, point.x, point.y);
-            SelectObject(context, previous);
-            DeleteObject(bitmap);
-            DeleteDC(context);
-            ReleaseDC(nullptr, screen);
         });
         return colour;
     }
@@ -76,12 +74,12 @@ protected:
     Colours ColoursOf(UINT message, HWND control) const {
         Colours colours{};
         sheet->Run([&] {
-            const HDC context = GetDC(control);
+            const platform::WindowDeviceContext itsContext(control);
+            const HDC context = itsContext.Get();
             colours.brush = SendMessageW(GetParent(control), message, reinterpret_cast<WPARAM>(context),
                                          reinterpret_cast<LPARAM>(control));
             colours.ground = GetBkColor(context);
             colours.text = GetTextColor(context);
-            ReleaseDC(control, context);
         });
         return colours;
     }

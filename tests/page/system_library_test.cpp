@@ -5,6 +5,7 @@
 
 #include <filesystem>
 
+#include "platform/unique_resource.h"
 #include "tests/support/module_under_test.h"
 
 namespace kvn::test {
@@ -26,9 +27,9 @@ TEST(SystemLibraryTest, IsNeverTheOneBesideTheHost) {
     EXPECT_EQ(platform::FindSystemFunction(kDecoy, kExport), nullptr);
     EXPECT_EQ(GetModuleHandleW(kDecoy), nullptr);
 
-    const HMODULE byName = LoadLibraryW(kDecoy);
-    EXPECT_NE(byName, nullptr) << "the bare name does find it";
-    FreeLibrary(byName);
+    platform::Owned<HMODULE, &FreeLibrary> byName(LoadLibraryW(kDecoy));
+    EXPECT_TRUE(byName) << "the bare name does find it";
+    byName.Reset();
     std::filesystem::remove(decoy);
 }
 

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/unique_resource.h"
+
 namespace kvn::test {
 namespace {
 
@@ -11,14 +13,17 @@ constexpr wchar_t kLowSurrogate = 0xDE00;
 
 class WindowTextTest : public testing::Test {
 protected:
-    ~WindowTextTest() override { DestroyWindow(window); }
-
     std::wstring TextAtMost(int maxLength, const std::wstring& text) const {
         SetWindowTextW(window, text.c_str());
         return platform::WindowText(window, maxLength);
     }
 
-    HWND window = CreateWindowExW(0, L"Static", nullptr, WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr);
+private:
+    const platform::Owned<HWND, &DestroyWindow> owned{
+        CreateWindowExW(0, L"Static", nullptr, WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr)};
+
+protected:
+    const HWND window = owned.Get();
 };
 
 TEST_F(WindowTextTest, KeepsHalfAPairThatEndsATextOfExactlyTheLimit) {

@@ -6,11 +6,13 @@
 
 #include <shlobj.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <stdexcept>
 
 #include "platform/com_pointer.h"
+#include "tests/support/platform.h"
 #include "tests/support/waiting.h"
 
 namespace kvn::test {
@@ -25,10 +27,22 @@ void SetShellFolder(HKEY root, const wchar_t* name, const std::wstring& folder) 
     RegSetKeyValueW(root, kShellFolders, name, REG_SZ, folder.c_str(), bytes);
 }
 
-// Wine makes no links, and cannot tell a tree with links from an endless one: the host's own programs do both. They are
-// not waited for by their handles, which are not theirs.
-void RunOnHost(const std::wstring& folder, const std::wstring& command) {
-    std::wstring line = L"Z:\\bin\\" + command;
+// Wine makes no links, and cannot tell a tree with links from an endless one: its host's own programs do both. They are
+// not waited for by their handles, which are not theirs. On Windows the command shell does it.
+constexpr wchar_t kWinesHost[] = L"Z:\\bin\\";
+
+// The target is as seen from the link's folder, with slashes.
+std::wstring MakingLink(const std::wstring& link, std::wstring target) {
+    if (RunsUnderWine()) return kWinesHost + (L"ln -s -- " + target + L" " + link);
+    std::replace(target.begin(), target.end(), L'/', L'\\');
+    return L"cmd.exe /c mklink /J " + link + L" " + target;
+}
+
+std::wstring RemovingFolder(const std::wstring& folder) {
+    return RunsUnderWine() ? kWinesHost + (L"rm -rf -- " + folder) : L"cmd.exe /c rd /s /q " + folder;
+}
+
+void RunOnHost(const std::wstring& folder, std::wstring line) {
     STARTUPINFOW start{};
     start.cb = sizeof start;
     PROCESS_INFORMATION information{};
@@ -66,7 +80,7 @@ ScratchFolder::ScratchFolder() : parent(TemporaryFolder()), path(parent + L"\\" 
 }
 
 ScratchFolder::~ScratchFolder() {
-    RunOnHost(parent, L"rm -rf -- " + path.substr(parent.size() + 1));
+    RunOnHost(parent, RemovingFolder(path.substr(parent.size() + 1)));
     EXPECT_TRUE(ComesTrue([this] { return !Exists(path); })) << "a folder of the test's is left behind";
 }
 
@@ -76,13 +90,14 @@ std::wstring ScratchFolder::AddFolder(const std::wstring& name) const {
 }
 
 std::wstring ScratchFolder::AddDeepFolder(const std::wstring& name, std::size_t levels) const {
-    std::wstring command = L"mkdir -p -- .";
+    std::wstring below = L".";
     std::wstring deepest = path;
     for (std::size_t level = 0; level < levels; ++level) {
-        command += L"/" + name;
+        below += L"/" + name;
         deepest += L"\\" + name;
+        if (!RunsUnderWine()) CreateDirectoryW((L"\\\\?\\" + deepest).c_str(), nullptr);
     }
-    RunOnHost(path, command);
+    if (RunsUnderWine()) RunOnHost(path, kWinesHost + (L"mkdir -p -- " + below));
     Await("the deep folder", [&] { return Exists(L"\\\\?\\" + deepest); });
     return deepest;
 }
@@ -100,7 +115,7 @@ std::wstring ScratchFolder::AddFile(const std::wstring& name, std::string_view c
 std::wstring ScratchFolder::AddFolderLink(const std::wstring& name, const std::wstring& target) const {
     const std::wstring link = PathOf(name);
     std::filesystem::create_directories(ParentOf(link));
-    RunOnHost(ParentOf(link), L"ln -s -- " + target + L" " + link.substr(link.rfind(L'\\') + 1));
+    RunOnHost(ParentOf(link), MakingLink(link.substr(link.rfind(L'\\') + 1), target));
     Await("the link", [&] { return Exists(link); });
     return link;
 }

@@ -39,7 +39,7 @@ public:
             throw std::runtime_error("titled_window.exe is not beside the test program");
         }
         process.Reset(information.hProcess);
-        CloseHandle(information.hThread);
+        const platform::UniqueKernelObject thread(information.hThread);
         window = Await("the other program's window", [&] {
             const HWND found = FindWindowW(L"KvnTitledWindow", title.c_str());
             return IsWindowVisible(found) ? found : nullptr;

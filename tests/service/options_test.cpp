@@ -7,10 +7,12 @@
 
 #include "platform/service_protocol.h"
 #include "platform/special_folder.h"
+#include "service/texts.h"
 #include "service/tray/try_window.h"
+#include "service/version.h"
 #include "tests/service/program.h"
-#include "tests/support/profile_text.h"
 #include "tests/support/waiting.h"
+#include "tests/support/written_profiles.h"
 
 namespace kvn::service_test {
 namespace {
@@ -25,7 +27,7 @@ TEST_F(ServiceOptionsTest, HelpAndVersionNeedNoService) {
         EXPECT_NE(help.output.find(option), std::string::npos) << option;
     }
     EXPECT_EQ(help.output.find("--watch"), std::string::npos);
-    EXPECT_NE(Run({L"--version"}).output.find("1."), std::string::npos);
+    EXPECT_NE(Run({L"--version"}).output.find(service::Utf8(service::kVersion)), std::string::npos);
     EXPECT_EQ(Window(), nullptr);
 }
 

@@ -6,7 +6,9 @@
 #include <filesystem>
 #include <string>
 
+#include "platform/service_protocol.h"
 #include "platform/special_folder.h"
+#include "platform/unique_resource.h"
 #include "service/page/window_numbers.h"
 #include "tests/service/program.h"
 #include "tests/support/mouse_on_registry.h"
@@ -80,6 +82,21 @@ TEST_F(TransferTest, TheRunningServiceHasTakenOverWhenTheImportEnds) {
         EXPECT_EQ(Status()["profile"], name);
         DeleteFileW(KeptFile().c_str());
     }
+}
+
+TEST_F(TransferTest, AnotherServiceHearsOfAnImportAsFromThePage) {
+    Publish();
+    const platform::Owned<HWND, &DestroyWindow> other(CreateWindowExW(0, L"STATIC", platform::kServiceName, WS_POPUP, 0,
+                                                                      0, 0, 0, nullptr, nullptr, nullptr, nullptr));
+    constexpr auto kMessage = static_cast<UINT>(platform::ServiceMessage::SettingsChanged);
+    const auto wasTold = [&] {
+        MSG message{};
+        return PeekMessageW(&message, other.Get(), kMessage, kMessage, PM_REMOVE) != FALSE;
+    };
+    EXPECT_EQ(Run({L"--import", WriteFile("<html/>")}).exitCode, 1U);
+    EXPECT_FALSE(wasTold());
+    EXPECT_EQ(Run({L"--import", WriteFile(Text("Moved"))}).exitCode, 0U);
+    EXPECT_TRUE(wasTold());
 }
 
 TEST_F(TransferTest, NamesAreMeantFromTheCallersFolder) {

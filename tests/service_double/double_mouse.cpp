@@ -8,7 +8,7 @@
 
 #include "model/registry_values.h"
 #include "platform/unique_resource.h"
-#include "tests/service_double/text.h"
+#include "tests/service_double/console_text.h"
 
 namespace kvn::service_double {
 namespace {

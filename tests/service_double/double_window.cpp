@@ -7,8 +7,8 @@
 
 #include "platform/boundary.h"
 #include "platform/service_protocol.h"
+#include "tests/service_double/console_text.h"
 #include "tests/service_double/settings_request.h"
-#include "tests/service_double/text.h"
 
 namespace kvn::service_double {
 namespace {

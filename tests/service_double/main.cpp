@@ -11,12 +11,12 @@
 
 #include "platform/service_messages.h"
 #include "platform/unique_resource.h"
+#include "tests/service_double/console_text.h"
 #include "tests/service_double/double_mouse.h"
 #include "tests/service_double/double_window.h"
 #include "tests/service_double/options.h"
 #include "tests/service_double/service_log.h"
 #include "tests/service_double/settings_request.h"
-#include "tests/service_double/text.h"
 
 namespace kvn::service_double {
 namespace {

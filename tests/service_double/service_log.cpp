@@ -1,6 +1,6 @@
 #include "tests/service_double/service_log.h"
 
-#include "tests/service_double/text.h"
+#include "tests/service_double/console_text.h"
 
 namespace kvn::service_double {
 namespace {

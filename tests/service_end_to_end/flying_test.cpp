@@ -6,8 +6,8 @@
 
 #include "tests/end_to_end/profile_text.h"
 #include "tests/end_to_end/stored_state.h"
+#include "tests/end_to_end/story_waiting.h"
 #include "tests/end_to_end/text.h"
-#include "tests/end_to_end/waiting.h"
 #include "tests/service_end_to_end/world.h"
 
 namespace kvn::service_end_to_end {

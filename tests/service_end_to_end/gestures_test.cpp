@@ -1,8 +1,8 @@
 // Gestures drawn over another program's window, with the trail on the screen.
 #include "tests/end_to_end/profile_text.h"
 #include "tests/end_to_end/stored_state.h"
+#include "tests/end_to_end/story_waiting.h"
 #include "tests/end_to_end/text.h"
-#include "tests/end_to_end/waiting.h"
 #include "tests/service_end_to_end/pen.h"
 #include "tests/service_end_to_end/world.h"
 
@@ -119,6 +119,14 @@ TEST_F(Gestures, TrailTakesNoFocus) {
 TEST_F(Gestures, PauseGivesTheStrokeUp) {
     Draw("R");
     EXPECT_EQ(Ask({L"--pause"}), 0U);
+    pen.WaitUntilTrailHasGone();
+    hands.Release(kWheel);
+    ExpectAll({});
+}
+
+TEST_F(Gestures, LockGivesTheStrokeUp) {
+    Draw("R");
+    SendMessageW(ServiceWindow(), WM_WTSSESSION_CHANGE, WTS_SESSION_LOCK, 0);
     pen.WaitUntilTrailHasGone();
     hands.Release(kWheel);
     ExpectAll({});

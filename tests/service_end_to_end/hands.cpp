@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <cstdlib>
 
-#include "tests/end_to_end/waiting.h"
+#include "tests/end_to_end/story_waiting.h"
 
 namespace kvn::service_end_to_end {
 namespace {

@@ -3,7 +3,7 @@
 #include <chrono>
 #include <thread>
 
-#include "tests/end_to_end/waiting.h"
+#include "tests/end_to_end/story_waiting.h"
 #include "tests/service_end_to_end/world.h"
 
 namespace kvn::service_end_to_end {
@@ -282,6 +282,19 @@ TEST_F(Holding, PauseReleasesWhatIsHeldAndLeavesEverythingNatural) {
 
     EXPECT_EQ(Ask({L"--resume"}), 0U);
     WaitFor("the end of the pause", [&] { return Status()["paused"] == "no"; });
+    hands.Click(kBack);
+    ExpectAll({"sent down Ctrl", "sent up Ctrl"});
+}
+
+TEST_F(Holding, LockReleasesWhatIsHeldAndTheReleaseIsKept) {
+    UseFunctions({{kBack, kCtrl}});
+    hands.Press(kBack);
+    Expect({"sent down Ctrl"});
+    SendMessageW(ServiceWindow(), WM_WTSSESSION_CHANGE, WTS_SESSION_LOCK, 0);
+    Expect({"sent up Ctrl"});
+    SendMessageW(ServiceWindow(), WM_WTSSESSION_CHANGE, WTS_SESSION_UNLOCK, 0);
+    hands.Release(kBack);
+    ExpectAll({});
     hands.Click(kBack);
     ExpectAll({"sent down Ctrl", "sent up Ctrl"});
 }

@@ -9,7 +9,7 @@
 #include "tests/end_to_end/profile_text.h"
 #include "tests/end_to_end/sheet_driver.h"
 #include "tests/end_to_end/stored_state.h"
-#include "tests/end_to_end/waiting.h"
+#include "tests/end_to_end/story_waiting.h"
 #include "tests/end_to_end/windows_of_process.h"
 #include "tests/service_end_to_end/pen.h"
 #include "tests/service_end_to_end/world.h"

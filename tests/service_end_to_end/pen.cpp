@@ -1,24 +1,12 @@
 #include "tests/service_end_to_end/pen.h"
 
-#include <algorithm>
-#include <array>
-
-#include "tests/end_to_end/waiting.h"
+#include "tests/end_to_end/story_waiting.h"
+#include "tests/support/stroke_steps.h"
 
 namespace kvn::service_end_to_end {
 namespace {
 
-// Longer than what fixes a direction, in pixels; the third step of a letter goes past the turn.
-constexpr int kStep = 60;
-constexpr int kStepsOfLetter = 3;
 constexpr char kTrailColour[] = "00ff00";
-
-struct LetterRow {
-    char letter;
-    int x;
-    int y;
-};
-constexpr std::array<LetterRow, 4> kLetters{{{'U', 0, -kStep}, {'R', kStep, 0}, {'D', 0, kStep}, {'L', -kStep, 0}}};
 
 }  // namespace
 
@@ -34,9 +22,8 @@ void Pen::MoveTo(POINT newPlace) {
 
 void Pen::Draw(const std::string& letters) {
     for (const char letter : letters) {
-        const auto row = std::find_if(kLetters.begin(), kLetters.end(),
-                                      [=](const LetterRow& each) { return each.letter == letter; });
-        for (int step = 0; step < kStepsOfLetter; ++step) Step(row->x, row->y);
+        const POINT move = test::StepOf(letter);
+        for (int step = 0; step < test::kStepsOfLetter; ++step) Step(move.x, move.y);
     }
 }
 

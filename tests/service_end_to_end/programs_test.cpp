@@ -3,8 +3,8 @@
 
 #include "tests/end_to_end/profile_text.h"
 #include "tests/end_to_end/stored_state.h"
+#include "tests/end_to_end/story_waiting.h"
 #include "tests/end_to_end/text.h"
-#include "tests/end_to_end/waiting.h"
 #include "tests/service_end_to_end/world.h"
 
 namespace kvn::service_end_to_end {
@@ -105,6 +105,12 @@ TEST_F(Programs, ChangedRegistryIsReadWithoutAnyMessage) {
     WaitForKey(other, "Q");
     Store({.functions = {{kBack, Function::kKeys}}, .keys = {{kBack, L"W"}}});
     WaitForKey(other, "W");
+}
+
+TEST_F(Programs, NamesOfProfilesAreReadInTheUsersCodePage) {
+    WriteProfiles({Typing("Default", "Q"), Typing("\x80uro \xE4\x92", "E")});
+    WaitFor("the profile to be known", [&] { return Ask({L"--profile", L"\x20ACuro \xE4\x2019"}) == 0; });
+    EXPECT_EQ(Status()["profile"], "\xE2\x82\xACuro \xC3\xA4\xE2\x80\x99");
 }
 
 TEST_F(Programs, DeletedFileTiesNoProgram) {

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "tests/end_to_end/stored_state.h"
-#include "tests/end_to_end/waiting.h"
+#include "tests/end_to_end/story_waiting.h"
 #include "tests/end_to_end/windows_of_process.h"
 #include "tests/service_end_to_end/recorder_protocol.h"
 

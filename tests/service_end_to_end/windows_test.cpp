@@ -1,5 +1,5 @@
 // Functions that command the window in front, and a program in front that does not answer.
-#include "tests/end_to_end/waiting.h"
+#include "tests/end_to_end/story_waiting.h"
 #include "tests/service_end_to_end/recorder_protocol.h"
 #include "tests/service_end_to_end/world.h"
 

@@ -8,8 +8,8 @@
 #include "model/registry_values.h"
 #include "platform/service_protocol.h"
 #include "tests/end_to_end/stored_state.h"
+#include "tests/end_to_end/story_waiting.h"
 #include "tests/end_to_end/text.h"
-#include "tests/end_to_end/waiting.h"
 #include "tests/end_to_end/windows_of_process.h"
 #include "tests/service_end_to_end/opened_program.h"
 

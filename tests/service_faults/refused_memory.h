@@ -2,6 +2,8 @@
 // linked to this one, and so is every operator new, which calls malloc.
 #pragma once
 
+#include <initializer_list>
+
 namespace kvn::test {
 
 // Whose allocations count: this thread's, or those of all others.

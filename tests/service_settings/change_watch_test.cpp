@@ -8,8 +8,8 @@
 #include <string>
 
 #include "tests/support/mouse_on_registry.h"
-#include "tests/support/profile_text.h"
 #include "tests/support/sandboxed_user.h"
+#include "tests/support/written_profiles.h"
 
 namespace kvn::service {
 namespace {

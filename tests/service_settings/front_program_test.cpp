@@ -66,6 +66,17 @@ TEST_F(FrontProgramTest, TheServicesOwnWindowsDoNotCount) {
     DestroyWindow(own);
 }
 
+TEST_F(FrontProgramTest, TheListOfProgramsDoesNotCount) {
+    const ShownProgram first(editor);
+    first.BringToFront();
+    front.Look();
+    const ShownProgram list(player, L"TaskSwitcherWnd");
+    list.BringToFront();
+    const FrontProgram::Change change = front.Look();
+    EXPECT_FALSE(change.isOtherWindow || change.isOtherProgram);
+    EXPECT_TRUE(IsInFront(editor));
+}
+
 TEST_F(FrontProgramTest, APathThatIsRefusedIsNoProgram) {
     const ShownProgram first(editor);
     const ShownProgram second(player);

@@ -13,9 +13,9 @@
 
 #include "service/settings/settings_hub.h"
 #include "tests/support/mouse_on_registry.h"
-#include "tests/support/profile_text.h"
 #include "tests/support/sandboxed_user.h"
 #include "tests/support/waiting.h"
+#include "tests/support/written_profiles.h"
 
 namespace kvn::service {
 

@@ -8,8 +8,8 @@
 
 #include "model/registry_values.h"
 #include "tests/support/mouse_on_registry.h"
-#include "tests/support/profile_text.h"
 #include "tests/support/sandboxed_user.h"
+#include "tests/support/written_profiles.h"
 
 namespace kvn::service {
 namespace {

@@ -68,6 +68,13 @@ TEST_F(ProgramPath, WithoutAFolderIsAFileNameInAnyFolder) {
     EXPECT_FALSE(IsProgram(L"no such", L"Q:\\no such\\Editor.exe"));
 }
 
+TEST_F(ProgramPath, WithoutAFolderMayBeTheNameThatItWasStartedBy) {
+    const std::wstring shortPath = ShortPath(program);
+    ASSERT_NE(shortPath, program);
+    EXPECT_TRUE(IsProgram(fs::path(shortPath).filename().wstring(), shortPath));
+    EXPECT_TRUE(IsProgram(L"A rather long name.exe", shortPath));
+}
+
 TEST_F(ProgramPath, OfAFileThatIsNotThereIsComparedAsText) {
     EXPECT_TRUE(IsProgram(L"Q:\\No Such\\editor.exe", L"q:\\no such\\EDITOR.exe"));
     EXPECT_FALSE(IsProgram(L"Q:\\other\\editor.exe", L"Q:\\no such\\editor.exe"));

@@ -70,7 +70,8 @@ TEST(SettingsBlock, CountsTheControlsOfTheMouse) {
     EXPECT_EQ(count(1, 7), 7);
     EXPECT_EQ(count(1, 5), 7);
     EXPECT_EQ(count(0, -1), 0);
-    EXPECT_EQ(count(0, 99), 7);
+    EXPECT_EQ(count(0, 7), 5);
+    EXPECT_EQ(count(0, 99), 5);
 }
 
 TEST(SettingsBlock, FliesWithNumbersInTheirRanges) {

@@ -49,6 +49,16 @@ TEST_F(SettingsHubReading, FollowsTheFile) {
     EXPECT_TRUE(Problems().empty());
 }
 
+TEST_F(SettingsHubReading, WhatWasToBeReadAgainIsInForceWhenItSaysSo) {
+    StartReadHub();
+    for (int code = 3; code < 20; ++code) {
+        WriteFile({ProfileText("Default", {{"lbutton", std::to_string(code)}})});
+        Hub().Reread();
+        ASSERT_TRUE(ComesTrue([this] { return Hub().HasReread(); }));
+        ASSERT_EQ(LeftFunction(), code);
+    }
+}
+
 TEST_F(SettingsHubReading, FollowsAFileWhoseFolderGoesAndComesBack) {
     WriteFile({ProfileText("Default", {{"lbutton", "5"}})});
     StartReadHub();

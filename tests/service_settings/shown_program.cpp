@@ -8,7 +8,7 @@
 namespace kvn::test {
 namespace {
 
-constexpr wchar_t kProgram[] = L"front_window.exe";
+constexpr wchar_t kProgram[] = L"titled_window.exe";
 
 std::wstring UniqueName() {
     static int number = 0;

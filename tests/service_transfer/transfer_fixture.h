@@ -12,8 +12,8 @@
 #include "service/transfer/settings_import.h"
 #include "tests/model_windows/files.h"
 #include "tests/support/mouse_on_registry.h"
-#include "tests/support/profile_text.h"
 #include "tests/support/sandboxed_user.h"
+#include "tests/support/written_profiles.h"
 
 namespace kvn::service_test {
 

@@ -13,6 +13,7 @@
 #include "tests/support/access_violations.h"
 #include "tests/support/gesture_fixture.h"
 #include "tests/support/key_dialog.h"
+#include "tests/support/platform.h"
 #include "tests/support/profile_dialogs.h"
 #include "tests/support/resource_use.h"
 #include "tests/support/window_search.h"
@@ -44,6 +45,14 @@ std::filesystem::path ServiceProgram() {
     return std::filesystem::path(program.data()).parent_path() / L"service" / L"KvnMouseAplDouble.exe";
 }
 
+// The input method has these windows in every thread: Windows, Wine 8 and Wine 10 one or two of them.
+constexpr std::array kOfEveryThread{L"IME", L"MSCTFIME UI", L"Wine IME"};
+
+// Since Wine 10 a thread that has shown a dialog with a field for text leaves one more font behind.
+std::size_t FontsOfAnOpening() {
+    return WineVersion() >= 10 ? 2 : 1;
+}
+
 // Windows of the sheet's thread that the sheet has left behind.
 struct WindowsLeft {
     std::size_t dropLists = 0;
@@ -53,10 +62,9 @@ struct WindowsLeft {
 BOOL CALLBACK CountLeft(HWND window, LPARAM counts) {
     auto& left = *reinterpret_cast<WindowsLeft*>(counts);
     const std::wstring name = ClassOf(window);
-    // Windows gives every thread one of the last kind.
     if (name == L"ComboLBox") {
         ++left.dropLists;
-    } else if (name != L"IME") {
+    } else if (std::find(kOfEveryThread.begin(), kOfEveryThread.end(), name) == kOfEveryThread.end()) {
         ++left.others;
     }
     return TRUE;
@@ -107,7 +115,7 @@ protected:
         // window was dealt with, which leaves one block and the dialog's font behind.
         const std::size_t blocksOfChoosers = comboEntries + 2 * std::size(kSlotControls);
         EXPECT_LE(after.processHeap.blocks, before.processHeap.blocks + rounds * (blocksOfChoosers + 1) + kSlack);
-        EXPECT_LE(after.gdiObjects, before.gdiObjects + rounds + kSlack);
+        EXPECT_LE(after.gdiObjects, before.gdiObjects + rounds * FontsOfAnOpening() + kSlack);
         EXPECT_LE(after.privateBytes, before.privateBytes + rounds * kLargestCost + kAllocatorSlack);
 
         EXPECT_LE(after.runtimeHeap.blocks, before.runtimeHeap.blocks + kSlack);

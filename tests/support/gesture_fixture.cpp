@@ -4,31 +4,17 @@
 
 #include <array>
 
+#include "tests/support/stroke_steps.h"
 #include "tests/support/window_search.h"
 
 namespace kvn::test {
 namespace {
 
 constexpr POINT kStrokeOrigin{400, 300};  // with room for three steps either way on the smallest screen
-constexpr int kStep = 60;
-constexpr int kStepsPerLetter = 3;
 
 std::string GestureElement(const GestureText& gesture) {
     return "<Key>" + gesture.stroke + "</Key><Function>" + std::to_string(gesture.function) + "</Function><Memo>" +
            gesture.memo + "</Memo><EtcKey>" + gesture.keys + "</EtcKey>";
-}
-
-POINT StepOf(char letter) {
-    switch (letter) {
-        case 'U':
-            return {0, -kStep};
-        case 'R':
-            return {kStep, 0};
-        case 'D':
-            return {0, kStep};
-        default:
-            return {-kStep, 0};
-    }
 }
 
 }  // namespace
@@ -157,7 +143,7 @@ void GestureTest::ReleaseGestureButton(HWND editor) {
 void GestureTest::Draw(HWND editor, const std::string& letters) {
     for (const char letter : letters) {
         const POINT step = StepOf(letter);
-        for (int i = 0; i < kStepsPerLetter; ++i) {
+        for (int i = 0; i < kStepsOfLetter; ++i) {
             POINT cursor{};
             GetCursorPos(&cursor);
             SetCursorPos(cursor.x + step.x, cursor.y + step.y);

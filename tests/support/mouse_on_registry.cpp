@@ -1,4 +1,5 @@
 #include "tests/support/mouse_on_registry.h"
+#include "platform/unique_resource.h"
 
 #include <cstring>
 #include <cwchar>
@@ -52,19 +53,19 @@ StoredValue StoredList(const std::wstring& block) {
 
 std::map<std::wstring, StoredValue> StoredValues(const std::wstring& key) {
     std::map<std::wstring, StoredValue> values;
-    HKEY opened = nullptr;
-    if (RegOpenKeyExW(HKEY_CURRENT_USER, key.c_str(), 0, KEY_READ, &opened) != ERROR_SUCCESS) return values;
+    platform::UniqueRegistryKey opened;
+    if (RegOpenKeyExW(HKEY_CURRENT_USER, key.c_str(), 0, KEY_READ, opened.Receive()) != ERROR_SUCCESS) return values;
     std::vector<BYTE> buffer(65536);
     for (DWORD index = 0;; ++index) {
         wchar_t name[256]{};
         DWORD nameLength = 256;
         DWORD size = static_cast<DWORD>(buffer.size());
         DWORD type = REG_NONE;
-        if (RegEnumValueW(opened, index, name, &nameLength, nullptr, &type, buffer.data(), &size) != ERROR_SUCCESS)
+        if (RegEnumValueW(opened.Get(), index, name, &nameLength, nullptr, &type, buffer.data(), &size) !=
+            ERROR_SUCCESS)
             break;
         values[name] = Stored(type, buffer.data(), size);
     }
-    RegCloseKey(opened);
     return values;
 }
 

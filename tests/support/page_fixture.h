@@ -14,11 +14,11 @@
 #include "tests/support/module_under_test.h"
 #include "tests/support/mouse_on_registry.h"
 #include "tests/support/opened_sheet.h"
-#include "tests/support/profile_text.h"
 #include "tests/support/real_input.h"
 #include "tests/support/replaced_import.h"
 #include "tests/support/sandboxed_user.h"
 #include "tests/support/waiting.h"
+#include "tests/support/written_profiles.h"
 
 namespace kvn::test {
 

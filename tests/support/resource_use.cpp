@@ -6,6 +6,8 @@
 #include <sstream>
 #include <vector>
 
+#include "tests/support/platform.h"
+
 namespace kvn::test {
 namespace {
 
@@ -55,6 +57,12 @@ std::size_t IndexOf(Handle handle) {
     return LOWORD(reinterpret_cast<ULONG_PTR>(handle));
 }
 
+std::size_t CountUserObjects() {
+    if (!RunsUnderWine()) return GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS);
+    return CountObjects<HMENU>(
+        kManyProbes, [] { return CreateMenu(); }, IndexOf<HMENU>, [](HMENU menu) { DestroyMenu(menu); });
+}
+
 }  // namespace
 
 HeapUse UseOf(HANDLE heap) {
@@ -75,12 +83,18 @@ HANDLE RuntimeHeap() {
 }
 
 std::size_t CountGdiObjects(std::size_t probes) {
+    if (!RunsUnderWine()) return GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
     return CountObjects<HPEN>(
         probes, [] { return CreatePen(PS_SOLID, 1, RGB(0, 0, 0)); }, IndexOf<HPEN>,
         [](HPEN pen) { DeleteObject(pen); });
 }
 
 std::size_t CountKernelHandles(std::size_t probes) {
+    if (!RunsUnderWine()) {
+        DWORD count = 0;
+        GetProcessHandleCount(GetCurrentProcess(), &count);
+        return count;
+    }
     return CountObjects<HANDLE>(
         probes, [] { return CreateEventW(nullptr, TRUE, FALSE, nullptr); },
         [](HANDLE handle) { return reinterpret_cast<ULONG_PTR>(handle) / 4; },
@@ -92,8 +106,7 @@ ResourceUse MeasureResourceUse() {
     use.windows = CountWindows();
     use.kernelHandles = CountKernelHandles();
     use.gdiObjects = CountGdiObjects();
-    use.userObjects = CountObjects<HMENU>(
-        kManyProbes, [] { return CreateMenu(); }, IndexOf<HMENU>, [](HMENU menu) { DestroyMenu(menu); });
+    use.userObjects = CountUserObjects();
     use.privateBytes = CountPrivateBytes();
     use.processHeap = UseOf(GetProcessHeap());
     use.runtimeHeap = UseOf(RuntimeHeap());

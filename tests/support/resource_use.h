@@ -18,8 +18,8 @@ HeapUse UseOf(HANDLE heap);
 // The heap of the C run-time library, where all objects of the module's own live.
 HANDLE RuntimeHeap();
 
-// The platform of the tests counts no objects, so all but the first four are found by making more of a kind until its
-// table has no holes left. User objects are those of all processes of the session.
+// Wine counts no objects, so all but the first four are found there by making more of a kind until its table has no
+// holes left; user objects are then those of all processes of the session.
 struct ResourceUse {
     HeapUse runtimeHeap;
     HeapUse processHeap;

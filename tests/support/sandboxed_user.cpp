@@ -3,6 +3,7 @@
 #include <shlobj.h>
 #include <shlwapi.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <stdexcept>
 
@@ -10,6 +11,7 @@ namespace kvn::test {
 namespace {
 
 constexpr wchar_t kSandboxes[] = L"Software\\KvnMouseUtilTests\\";
+constexpr wchar_t kMakersFolder[] = L"\\KORVEN";
 constexpr wchar_t kUserShellFolders[] = L"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\User Shell Folders";
 
 std::wstring UniqueName() {
@@ -23,6 +25,16 @@ std::wstring MakeTemporaryFolder() {
     const std::wstring folder = temporary + (L"kvn-" + UniqueName());
     std::filesystem::create_directories(folder);
     return folder;
+}
+
+std::wstring FolderOfTheShell() {
+    wchar_t found[MAX_PATH]{};
+    return SHGetSpecialFolderPathW(nullptr, found, CSIDL_APPDATA, FALSE) ? found : L"";
+}
+
+void Remove(const std::wstring& folder) {
+    std::error_code ignored;
+    std::filesystem::remove_all(folder, ignored);
 }
 
 }  // namespace
@@ -47,18 +59,21 @@ SandboxedHive::~SandboxedHive() {
     RegCloseKey(user);
 }
 
-SandboxedUser::SandboxedUser() : hive(HKEY_CURRENT_USER), applicationData(MakeTemporaryFolder()) {
+SandboxedUser::SandboxedUser() : hive(HKEY_CURRENT_USER), ownFolder(MakeTemporaryFolder()), applicationData(ownFolder) {
     const auto bytes = static_cast<DWORD>((applicationData.size() + 1) * sizeof(wchar_t));
     RegSetKeyValueW(HKEY_CURRENT_USER, kUserShellFolders, L"AppData", REG_SZ, applicationData.c_str(), bytes);
-    wchar_t found[MAX_PATH]{};
-    if (!SHGetSpecialFolderPathW(nullptr, found, CSIDL_APPDATA, FALSE) || applicationData != found) {
+    const std::wstring found = FolderOfTheShell();
+    if (found == ownFolder) return;
+    if (std::getenv("KVN_USER_IS_SAVED") == nullptr) {
         throw std::runtime_error("the application-data folder is not the sandbox's");
     }
+    applicationData = found;
+    Remove(applicationData + kMakersFolder);
 }
 
 SandboxedUser::~SandboxedUser() {
-    std::error_code ignored;
-    std::filesystem::remove_all(applicationData, ignored);
+    if (applicationData != ownFolder) Remove(applicationData + kMakersFolder);
+    Remove(ownFolder);
 }
 
 }  // namespace kvn::test

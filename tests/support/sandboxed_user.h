@@ -22,6 +22,8 @@ private:
     std::wstring path;
 };
 
+// Where the shell does not let itself be led to another folder for application data, the user's own is used, provided
+// that the environment variable KVN_USER_IS_SAVED says that what matters in it has been put away.
 class SandboxedUser {
 public:
     SandboxedUser();
@@ -35,7 +37,8 @@ public:
 
 private:
     SandboxedHive hive;
-    std::wstring applicationData;
+    std::wstring ownFolder;
+    std::wstring applicationData;  // usually the same
 };
 
 }  // namespace kvn::test

@@ -1,4 +1,4 @@
-#include "tests/support/profile_text.h"
+#include "tests/support/written_profiles.h"
 
 #include <filesystem>
 #include <fstream>

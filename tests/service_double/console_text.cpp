@@ -1,4 +1,4 @@
-#include "tests/service_double/text.h"
+#include "tests/service_double/console_text.h"
 
 #include <windows.h>
 

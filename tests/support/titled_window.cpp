@@ -1,5 +1,6 @@
-// A program with one window, until it is asked to close: front_window TITLE [CLASS [PARENT]]
-// PARENT is the title of another program's window, in which this one then stands.
+// A program with one window, until it is asked to close: titled_window TITLE [CLASS [PARENT]]
+// With a title alone it stays in front of all others. PARENT is the title of another program's window, in which this
+// one then stands.
 #include <windows.h>
 
 namespace {
@@ -15,10 +16,10 @@ int wmain(int count, wchar_t** arguments) {
     WNDCLASSW windowClass{};
     windowClass.lpfnWndProc = Procedure;
     windowClass.hInstance = GetModuleHandleW(nullptr);
-    windowClass.lpszClassName = count > 2 ? arguments[2] : L"KvnFrontWindow";
+    windowClass.lpszClassName = count > 2 ? arguments[2] : L"KvnTitledWindow";
     RegisterClassW(&windowClass);
     const HWND parent = count > 3 ? FindWindowW(nullptr, arguments[3]) : nullptr;
-    CreateWindowExW(0, windowClass.lpszClassName, count > 1 ? arguments[1] : L"",
+    CreateWindowExW(count > 2 ? 0 : WS_EX_TOPMOST, windowClass.lpszClassName, count > 1 ? arguments[1] : L"",
                     (parent ? WS_CHILD : WS_OVERLAPPEDWINDOW) | WS_VISIBLE, 0, 0, 200, 100, parent, nullptr,
                     windowClass.hInstance, nullptr);
     MSG message{};

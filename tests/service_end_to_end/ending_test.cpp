@@ -1,0 +1,81 @@
+// The service ends in time, whatever it is doing: keys are held, a stroke is drawn, the program in front does not
+// answer.
+#include <chrono>
+
+#include "tests/end_to_end/waiting.h"
+#include "tests/service_end_to_end/pen.h"
+#include "tests/service_end_to_end/recorder_protocol.h"
+#include "tests/service_end_to_end/world.h"
+
+namespace kvn::service_end_to_end {
+namespace {
+
+using end_to_end::WaitFor;
+
+// Two seconds, and what a busy machine adds.
+constexpr std::chrono::milliseconds kEndTime{3'000};
+constexpr WPARAM kHangMilliseconds = 8'000;
+
+class Ending : public ServiceTest {
+protected:
+    void SetUp() override {
+        ServiceTest::SetUp();
+        StartService();
+        Recorder& recorder = StartRecorder();
+        Use({.functions = {{kBack, kCtrl}, {kForward, kRightClick}, {kWheel, kGesture}},
+             .gestures = {L"R\t10\tcopy\t"}},
+            recorder, kRight);
+        hands.Press(kBack);
+        hands.Press(kForward);
+        Expect(recorder, {"sent down Ctrl", "sent right down [Ctrl]"});
+        DrawOver(recorder);
+    }
+
+    void DrawOver(const Recorder& recorder) {
+        Pen pen(hands);
+        pen.MoveTo({60, 90});
+        hands.Press(kWheel);
+        pen.Draw("R");
+        PostMessageW(recorder.Window(), kHangFor, kHangMilliseconds, 0);
+        hands.Click(kBack);  // waits for the program in front
+    }
+
+    static bool IsDown(int key) { return (GetAsyncKeyState(key) & 0x8000) != 0; }
+
+    void ExpectEnd(std::chrono::steady_clock::time_point begin) {
+        WaitFor("the end of the service", [] { return ServiceWindow() == nullptr && !IsServiceRunning(); });
+        EXPECT_LT(std::chrono::steady_clock::now() - begin, kEndTime);
+        EXPECT_FALSE(IsDown(VK_CONTROL));
+        EXPECT_FALSE(IsDown(VK_RBUTTON));
+    }
+
+    static bool IsServiceRunning() {
+        const platform::UniqueKernelObject lock(OpenMutexW(SYNCHRONIZE, FALSE, L"Local\\KvnMouseApl"));
+        return static_cast<bool>(lock);
+    }
+};
+
+TEST_F(Ending, QuitReleasesAndEndsInTime) {
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_EQ(Ask({L"--quit"}), 0U);
+    ExpectEnd(begin);
+}
+
+TEST_F(Ending, EndOfTheSessionReleasesAndEndsInTime) {
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_EQ(SendMessageW(ServiceWindow(), WM_QUERYENDSESSION, 0, 0), TRUE);
+    SendMessageW(ServiceWindow(), WM_ENDSESSION, TRUE, 0);
+    EXPECT_FALSE(IsDown(VK_CONTROL)) << "when Windows has its answer, it may end the program";
+    ExpectEnd(begin);
+}
+
+// As an installer does it that replaces the program.
+TEST_F(Ending, AnUpgradeReleasesAndEndsInTime) {
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_EQ(SendMessageW(ServiceWindow(), WM_QUERYENDSESSION, 0, ENDSESSION_CLOSEAPP), TRUE);
+    SendMessageW(ServiceWindow(), WM_ENDSESSION, TRUE, ENDSESSION_CLOSEAPP);
+    ExpectEnd(begin);
+}
+
+}  // namespace
+}  // namespace kvn::service_end_to_end
