@@ -165,6 +165,11 @@ void Holdings::Close() {
     }
 }
 
+bool Holdings::DoRepeat() {
+    const std::lock_guard guard(lock);
+    return std::ranges::any_of(holdings, [](const Holding& holding) { return holding.isUsed && holding.period != 0; });
+}
+
 std::optional<std::uint32_t> Holdings::Repeat(std::uint32_t now) {
     const std::lock_guard guard(lock);
     std::optional<std::uint32_t> wait;

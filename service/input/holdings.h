@@ -45,6 +45,7 @@ public:
     // Repeats what is due, and returns in how many milliseconds there is something to do again; nothing when nothing
     // repeats.
     std::optional<std::uint32_t> Repeat(std::uint32_t now);
+    bool DoRepeat();  // whether anything is due at some time
 
 private:
     void EndHolding(Holding& holding);

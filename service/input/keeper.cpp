@@ -17,7 +17,7 @@ struct Keeper {
 void EndHolding(Keeper& keeper, const Order& order) {
     keeper.state.holdings.End(order.ticket);
     ++keeper.state.endingsDone;
-    SetEvent(keeper.state.endingDone.Get());
+    keeper.state.endingDone.Raise();
 }
 
 void Stroke(Keeper& keeper, const Order& order) {

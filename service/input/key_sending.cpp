@@ -41,11 +41,26 @@ const ButtonRow& RowOf(WORD button) {
     return row == kButtons.end() ? kButtons.front() : *row;
 }
 
+struct KeyRange {
+    WORD first;
+    WORD last;
+};
+
+// Keys that no layout moves.
+constexpr std::array<KeyRange, 5> kFixedKeys{
+    {{VK_BACK, VK_MENU}, {VK_ESCAPE, VK_ESCAPE}, {VK_SPACE, VK_HELP}, {VK_LWIN, VK_SCROLL}, {VK_LSHIFT, VK_RMENU}}};
+
+// That of the program in front, which Windows has to be asked for.
+HKL LayoutOf(WORD key) {
+    const bool isFixed =
+        std::ranges::any_of(kFixedKeys, [=](const KeyRange& range) { return key >= range.first && key <= range.last; });
+    return GetKeyboardLayout(isFixed ? 0 : GetWindowThreadProcessId(GetForegroundWindow(), nullptr));
+}
+
 WORD ScanCodeOf(WORD key) {
     const auto own = std::ranges::find(kOwnScanCodes, key, &ScanCodeRow::key);
     if (own != kOwnScanCodes.end()) return own->scanCode;
-    const HKL layout = GetKeyboardLayout(GetWindowThreadProcessId(GetForegroundWindow(), nullptr));
-    return static_cast<WORD>(MapVirtualKeyExW(key, MAPVK_VK_TO_VSC, layout) & 0xFF);
+    return static_cast<WORD>(MapVirtualKeyExW(key, MAPVK_VK_TO_VSC, LayoutOf(key)) & 0xFF);
 }
 
 }  // namespace

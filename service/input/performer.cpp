@@ -55,7 +55,7 @@ private:
 Performer::Lanes::~Lanes() {
     state->isEnding = true;
     SetEvent(state->keeperWake.Get());
-    SetEvent(state->workerWake.Get());
+    state->workerWake.Raise();
     const std::array threads{keeper.Get(), worker.Get()};
     if (keeper && worker) WaitForMultipleObjects(threads.size(), threads.data(), TRUE, kLongestFarewell);
     state->holdings.Close();
@@ -63,7 +63,7 @@ Performer::Lanes::~Lanes() {
 }
 
 bool Performer::Lanes::Start() {
-    if (!state->workerWake || !state->keeperWake) return false;
+    if (!state->workerWake.IsThere() || !state->endingDone.IsThere() || !state->keeperWake) return false;
     keeper = StartThread(state, RunKeeper, THREAD_PRIORITY_ABOVE_NORMAL);
     worker = StartThread(state, RunWorker, THREAD_PRIORITY_ABOVE_NORMAL);
     return keeper && worker;
@@ -85,7 +85,7 @@ void Performer::Lanes::Take(const Orders& orders) {
         }
     }
     if (wakesKeeper) SetEvent(state->keeperWake.Get());
-    if (wakesWorker) SetEvent(state->workerWake.Get());
+    if (wakesWorker) state->workerWake.Raise();
 }
 
 bool Performer::Lanes::TakeForKeeper(const Order& order) {

@@ -11,6 +11,7 @@
 #include "service/input/holdings.h"
 #include "service/input/lock_free_ring.h"
 #include "service/input/performer_outlets.h"
+#include "service/input/wake_signal.h"
 
 namespace kvn::service {
 
@@ -47,11 +48,11 @@ struct PerformerState {
     Holdings holdings;
     LockFreeRing<WorkerOrder, kWorkerOrders> workerOrders;
     LockFreeRing<Order, kKeeperOrders> keeperOrders;
-    platform::UniqueKernelObject workerWake{CreateEventW(nullptr, FALSE, FALSE, nullptr)};
+    WakeSignal workerWake;
     platform::UniqueKernelObject keeperWake{CreateEventW(nullptr, FALSE, FALSE, nullptr)};
     std::uint32_t endingsOrdered = 0;  // for the hook thread
     std::atomic<std::uint32_t> endingsDone = 0;
-    platform::UniqueKernelObject endingDone{CreateEventW(nullptr, FALSE, FALSE, nullptr)};
+    WakeSignal endingDone;  // for the worker
     std::atomic<bool> isEnding = false;
     std::atomic<std::uint32_t> busySince = 0;  // tick count at which the worker began its present order; 0: it has none
     std::atomic<std::uint64_t> actions = 0;

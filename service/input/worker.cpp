@@ -17,8 +17,7 @@ void Report(PerformerState& state, const Order& order, const std::wstring& done)
 void CarryOut(PerformerState& state, const Order& order) {
     const std::wstring done = DoOrder(order, state.holdings);
     if (CountsAsAction(order)) ++state.actions;
-    // What has begun may repeat.
-    if (order.kind == OrderKind::Begin) SetEvent(state.keeperWake.Get());
+    if (order.kind == OrderKind::Begin && state.holdings.DoRepeat()) SetEvent(state.keeperWake.Get());
     Report(state, order, done);
 }
 
@@ -28,7 +27,7 @@ void AwaitEndings(PerformerState& state, std::uint32_t endings) {
     while (static_cast<std::int32_t>(endings - state.endingsDone) > 0) {
         const std::uint32_t waited = GetTickCount() - begin;
         if (waited >= kLongestWait) return;
-        WaitForSingleObject(state.endingDone.Get(), kLongestWait - waited);
+        state.endingDone.Await(kLongestWait - waited);
     }
 }
 
@@ -46,7 +45,7 @@ void CarryOutAll(PerformerState& state) {
 
 void RunWorker(PerformerState& state) {
     while (!state.isEnding) {
-        WaitForSingleObject(state.workerWake.Get(), INFINITE);
+        state.workerWake.Await(INFINITE);
         CarryOutAll(state);
     }
 }
