@@ -20,6 +20,7 @@ PACKAGING = pathlib.Path(__file__).resolve().parent
 # Test programs that need more than Windows, and why. The report names them.
 LEFT_OUT = {
     "service_end_to_end_tests": "presses a real mouse through the X display; the service never acts on input that a program sends",
+    "service_japanese_tests": "is the same program, for a Japanese user",
     "docs_examples_tests": "writes the examples of the documents into the source tree",
 }
 # Programs that are a copy of another one's file for each surrounding that Wine can be given.

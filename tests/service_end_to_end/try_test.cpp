@@ -79,6 +79,7 @@ TEST_F(TryButtons, PressesThatPassAreListedToo) {
     Open();
     recorder->ComeToFront();
     const std::string program = "painter.exe";
+    WaitFor("the recorder as the program in front", [&] { return RowsAfterClicks({kLeft}).front().back() == program; });
     EXPECT_EQ(
         RowsAfterClicks({kLeft, kRight, kWheel, kBack, kForward, kTiltLeft, kTiltRight}),
         (Rows{{InUsersLanguage("Left button", L"左ボタン"), InUsersLanguage("Left click", L"左クリック"), "Default",
