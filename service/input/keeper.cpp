@@ -14,6 +14,19 @@ struct Keeper {
     FlyingNotches flying;
 };
 
+constexpr std::uint32_t kLongestWait = 100;  // milliseconds
+
+// A worker that is busy for longer delays no release.
+void AwaitWork(PerformerState& state, std::uint32_t work) {
+    const std::uint32_t begin = GetTickCount();
+    while (static_cast<std::int32_t>(work - state.workDone) > 0) {
+        const std::uint32_t since = state.busySince;
+        const std::uint32_t waited = GetTickCount() - (since == 0 ? begin : std::min(begin, since));
+        if (waited >= kLongestWait) return;
+        state.workStep.Await(kLongestWait - waited);
+    }
+}
+
 void EndHolding(Keeper& keeper, const Order& order) {
     keeper.state.holdings.End(order.ticket);
     ++keeper.state.endingsDone;
@@ -47,11 +60,12 @@ constexpr std::array<KeeperRow, 6> kKeeperOrderTable{{
 }};
 
 void CarryOutAll(Keeper& keeper) {
-    Order order;
-    while (keeper.state.keeperOrders.Take(order)) {
-        const auto row = std::ranges::find(kKeeperOrderTable, order.kind, &KeeperRow::kind);
+    KeeperOrder next;
+    while (keeper.state.keeperOrders.Take(next)) {
+        const auto row = std::ranges::find(kKeeperOrderTable, next.order.kind, &KeeperRow::kind);
         if (row == kKeeperOrderTable.end()) continue;
-        platform::Completes([&] { row->carryOut(keeper, order); });
+        if (next.order.kind == OrderKind::End) AwaitWork(keeper.state, next.workBefore);
+        platform::Completes([&] { row->carryOut(keeper, next.order); });
     }
 }
 

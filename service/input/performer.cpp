@@ -44,6 +44,7 @@ public:
     std::uint64_t ActionCount() const { return state->actions; }
 
 private:
+    bool TakeForWorker(const Order& order);
     bool TakeForKeeper(const Order& order);
 
     std::shared_ptr<PerformerState> state;
@@ -63,7 +64,9 @@ Performer::Lanes::~Lanes() {
 }
 
 bool Performer::Lanes::Start() {
-    if (!state->workerWake.IsThere() || !state->endingDone.IsThere() || !state->keeperWake) return false;
+    if (!state->workerWake.IsThere() || !state->endingDone.IsThere() || !state->workStep.IsThere() ||
+        !state->keeperWake)
+        return false;
     keeper = StartThread(state, RunKeeper, THREAD_PRIORITY_ABOVE_NORMAL);
     worker = StartThread(state, RunWorker, THREAD_PRIORITY_ABOVE_NORMAL);
     return keeper && worker;
@@ -79,7 +82,7 @@ void Performer::Lanes::Take(const Orders& orders) {
     bool wakesKeeper = false;
     for (const Order& order : orders.All()) {
         if (IsForWorker(order.kind)) {
-            wakesWorker |= state->workerOrders.Put({order, state->endingsOrdered});
+            wakesWorker |= TakeForWorker(order);
         } else {
             wakesKeeper |= TakeForKeeper(order);
         }
@@ -88,9 +91,15 @@ void Performer::Lanes::Take(const Orders& orders) {
     if (wakesWorker) state->workerWake.Raise();
 }
 
+bool Performer::Lanes::TakeForWorker(const Order& order) {
+    if (!state->workerOrders.Put({order, state->endingsOrdered})) return false;
+    ++state->workOrdered;
+    return true;
+}
+
 bool Performer::Lanes::TakeForKeeper(const Order& order) {
     if (order.kind == OrderKind::StrokeMove && state->keeperOrders.Room() < kRoomForEndings) return false;
-    if (!state->keeperOrders.Put(order)) return false;
+    if (!state->keeperOrders.Put({order, state->workOrdered})) return false;
     if (order.kind == OrderKind::End) ++state->endingsOrdered;
     return true;
 }

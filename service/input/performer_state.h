@@ -39,6 +39,12 @@ struct WorkerOrder {
     std::uint32_t endingsBefore = 0;
 };
 
+// What ends waits a little for what was ordered before it: a key that two controls hold goes up with the last.
+struct KeeperOrder {
+    Order order;
+    std::uint32_t workBefore = 0;
+};
+
 struct PerformerState {
     PerformerState(HeldList& heldList, PerformerOutlets chosenOutlets)
         : outlets(std::move(chosenOutlets)), holdings(heldList) {}
@@ -47,9 +53,12 @@ struct PerformerState {
     Gate outletGate;  // the worker's way to its outlet
     Holdings holdings;
     LockFreeRing<WorkerOrder, kWorkerOrders> workerOrders;
-    LockFreeRing<Order, kKeeperOrders> keeperOrders;
+    LockFreeRing<KeeperOrder, kKeeperOrders> keeperOrders;
     WakeSignal workerWake;
     platform::UniqueKernelObject keeperWake{CreateEventW(nullptr, FALSE, FALSE, nullptr)};
+    std::uint32_t workOrdered = 0;  // for the hook thread
+    std::atomic<std::uint32_t> workDone = 0;
+    WakeSignal workStep;               // for the keeper
     std::uint32_t endingsOrdered = 0;  // for the hook thread
     std::atomic<std::uint32_t> endingsDone = 0;
     WakeSignal endingDone;  // for the worker

@@ -38,6 +38,8 @@ void CarryOutAll(PerformerState& state) {
         AwaitEndings(state, next.endingsBefore);
         platform::Completes([&] { CarryOut(state, next.order); });
         state.busySince = 0;
+        ++state.workDone;
+        state.workStep.Raise();
     }
 }
 

@@ -54,6 +54,18 @@ TEST_F(PerformerTest, AButtonOfTwoControlsGoesUpWithTheLast) {
     EXPECT_EQ(recorder.Await("+Left +Ctrl +C -C -Ctrl -Left"), "+Left +Ctrl +C -C -Ctrl -Left");
 }
 
+TEST_F(PerformerTest, AnEndOvertakesNoBeginningThatWasOrderedBefore) {
+    std::string expected;
+    for (service::Ticket ticket = 1; ticket < 40; ticket += 2) {
+        Begin(ticket, kLeftButton);
+        Begin(ticket + 1, kLeftButton);
+        End(ticket);
+        End(ticket + 1);
+        expected += expected.empty() ? "+Left -Left" : " +Left -Left";
+    }
+    EXPECT_EQ(recorder.Await(expected), expected);
+}
+
 TEST_F(PerformerTest, AnEndThatOvertakesItsBeginningMakesAPressAndARelease) {
     End(7);
     Begin(7, kShift);
