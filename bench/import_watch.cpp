@@ -171,7 +171,7 @@ void WriteStub(BYTE* stub, const Detour& detour) {
         std::memcpy(next, bytes, count);
         next += count;
     };
-    const Detour* const argument = &detour;
+    const auto argument = reinterpret_cast<std::uintptr_t>(&detour);
     const auto entry = &KvnBenchImportEntry;
     append(kMovRax.data(), kMovRax.size());
     append(&argument, sizeof argument);
@@ -213,7 +213,7 @@ void ImportWatch::Restart() {
     }
 }
 
-std::vector<ImportCalls> ImportWatch::Calls() const {
+std::vector<ImportCalls> ImportWatch::Calls() {
     std::vector<ImportCalls> calls;
     for (const Detour& detour : detours) {
         if (detour.count != 0) calls.push_back({detour.name, detour.count, MillisecondsOf(detour.ticks)});
@@ -223,7 +223,7 @@ std::vector<ImportCalls> ImportWatch::Calls() const {
     return calls;
 }
 
-std::size_t ImportWatch::CountOf(std::string_view prefix) const {
+std::size_t ImportWatch::CountOf(std::string_view prefix) {
     std::size_t count = 0;
     for (const Detour& detour : detours) {
         if (std::string_view(detour.name).starts_with(prefix)) count += detour.count;
@@ -231,7 +231,7 @@ std::size_t ImportWatch::CountOf(std::string_view prefix) const {
     return count;
 }
 
-std::size_t ImportWatch::Allocations() const {
+std::size_t ImportWatch::Allocations() {
     return CountOf("malloc") + CountOf("calloc") + CountOf("realloc");
 }
 

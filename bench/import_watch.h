@@ -28,16 +28,16 @@ public:
     ~ImportWatch();
 
     // Forgets what was counted so far.
-    void Restart();
+    static void Restart();
 
     // Every function that was called, the one that took longest first.
-    std::vector<ImportCalls> Calls() const;
+    static std::vector<ImportCalls> Calls();
 
     // The calls of functions whose names begin like this.
-    std::size_t CountOf(std::string_view prefix) const;
+    static std::size_t CountOf(std::string_view prefix);
 
     // The module's calls of the C library's malloc, calloc and realloc: every block that it takes from the heap.
-    std::size_t Allocations() const;
+    static std::size_t Allocations();
 };
 
 }  // namespace kvn::bench

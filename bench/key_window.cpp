@@ -64,8 +64,8 @@ void RunKeyWindow() {
     while (GetMessageW(&message, nullptr, 0, 0) > 0) DispatchMessageW(&message);
 }
 
-KeyWindow::KeyWindow() : came(OpenEvent()), section(OpenSection()) {
-    time = static_cast<const std::int64_t*>(MapTime(section.Get()));
+KeyWindow::KeyWindow()
+    : came(OpenEvent()), section(OpenSection()), time(static_cast<const std::int64_t*>(MapTime(section.Get()))) {
     std::array<wchar_t, MAX_PATH> path{};
     GetModuleFileNameW(nullptr, path.data(), MAX_PATH);
     std::wstring command = L'"' + std::wstring(path.data()) + L"\" --key-window";

@@ -94,6 +94,7 @@ void ShowWhereOpeningGoes() {
         OpenSheet(OurPage, {[&] { watch.emplace(PageModule()); }, collect});
     }
     std::vector<ImportCalls> shown;
+    shown.reserve(fastest.size());
     for (const auto& [name, calls] : fastest) shown.push_back(calls);
     std::sort(shown.begin(), shown.end(),
               [](const ImportCalls& a, const ImportCalls& b) { return a.milliseconds > b.milliseconds; });

@@ -103,7 +103,7 @@ XmlAllocations CountXml(const std::wstring& file) {
     copy.SaveFile(kReferenceFile);
     counts.printing = static_cast<double>(HeapAllocations() - atCopy);
     DeleteFileW(kWideCopiedFile);
-    std::remove(kReferenceFile);
+    static_cast<void>(std::remove(kReferenceFile));
     return counts;
 }
 

@@ -57,7 +57,7 @@ void BenchProfileFile(Report& report) {
         [&] { return Measure([&] { static_cast<void>(model::SaveProfileFile(kFile, profiles)); }); },
         [&] { return Measure([&] { reference.SaveFile(kReferenceFile); }); });
     _wremove(kFile);
-    std::remove(kReferenceFile);
+    static_cast<void>(std::remove(kReferenceFile));
 }
 
 }  // namespace kvn::bench

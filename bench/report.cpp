@@ -17,7 +17,7 @@ std::string Shown(double value) {
     char text[32];
     const bool isWhole = value == std::floor(value);
     const char* const format = isWhole ? "%.0f" : value < 0.1 ? "%.4f" : "%.2f";
-    std::snprintf(text, sizeof text, format, value);
+    static_cast<void>(std::snprintf(text, sizeof text, format, value));
     return text;
 }
 
@@ -29,7 +29,7 @@ void PrintLine(const std::string& name, const std::string& ours, const std::stri
                const std::string& theirs, const std::string& ratio, const std::string& limit, const char* verdict) {
     std::printf("%-40s %14s  %-46s %14s %8s %8s  %s\n", name.c_str(), ours.c_str(), reference.c_str(), theirs.c_str(),
                 ratio.c_str(), limit.c_str(), verdict);
-    std::fflush(stdout);
+    static_cast<void>(std::fflush(stdout));
 }
 
 }  // namespace

@@ -276,7 +276,9 @@ void BenchRest(Report& report, const ServiceProgram& service) {
 }
 
 void BenchPrivateMemory(Report& report, const ServiceProgram& service) {
-    constexpr int kFirst = 300, kFullMore = 20'000, kQuickMore = 3'000;
+    constexpr int kFirst = 300;
+    constexpr int kFullMore = 20'000;
+    constexpr int kQuickMore = 3'000;
     UseService(kFirst);
     Sleep(kUntilItRests);
     const double first = service.Use().privateKilobytes;

@@ -61,7 +61,7 @@ std::string Wine() {
 
 std::string Hexadecimal(unsigned number) {
     std::array<char, 16> text{};
-    std::snprintf(text.data(), text.size(), "0x%04x", number);
+    static_cast<void>(std::snprintf(text.data(), text.size(), "0x%04x", number));
     return text.data();
 }
 
@@ -85,8 +85,8 @@ std::string Now() {
     SYSTEMTIME time{};
     GetLocalTime(&time);
     std::array<char, 32> text{};
-    std::snprintf(text.data(), text.size(), "%04u-%02u-%02u %02u:%02u", time.wYear, time.wMonth, time.wDay, time.wHour,
-                  time.wMinute);
+    static_cast<void>(std::snprintf(text.data(), text.size(), "%04u-%02u-%02u %02u:%02u", time.wYear, time.wMonth,
+                                    time.wDay, time.wHour, time.wMinute));
     return text.data();
 }
 

@@ -95,7 +95,7 @@ Ring ToRing(const std::string& line) {
 // One that is not there yet: runs that were cut off may have left theirs.
 fs::path MakeNewFolder() {
     for (int number = 1;; ++number) {
-        const fs::path folder = fs::temp_directory_path() / (L"kvn-bundle-" + std::to_wstring(number));
+        fs::path folder = fs::temp_directory_path() / (L"kvn-bundle-" + std::to_wstring(number));
         if (fs::create_directories(folder)) return folder;
     }
 }
@@ -165,7 +165,7 @@ ProgramReport RunRing(const Ring& ring, const WorkFolder& work) {
                             (work.Path() / L"output.txt").wstring(), ring.deadline);
     report.tests = ParseTestOutput(report.run.output);
     std::printf("%-30s %s\n", report.name.c_str(), Sentence(CountTests(report)).c_str());
-    std::fflush(stdout);
+    static_cast<void>(std::fflush(stdout));
     return report;
 }
 
@@ -214,10 +214,10 @@ int Main(int count, wchar_t** arguments) {
     try {
         return RunBundle(ParseOptions(count, arguments));
     } catch (const UsageError&) {
-        std::fputs("Usage: bundle_runner [--only PROGRAM]... [--report FILE]\n", stderr);
+        static_cast<void>(std::fputs("Usage: bundle_runner [--only PROGRAM]... [--report FILE]\n", stderr));
         return kExitUsage;
     } catch (const std::exception& error) {
-        std::fprintf(stderr, "The tests could not be run: %s\n", error.what());
+        static_cast<void>(std::fprintf(stderr, "The tests could not be run: %s\n", error.what()));
         return kExitFailed;
     }
 }
