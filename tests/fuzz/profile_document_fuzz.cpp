@@ -1,11 +1,9 @@
 // Any bytes as a profile file: checked profiles or none; and what was read once is written and read again without loss.
-#include <tinyxml.h>
-
 #include <algorithm>
-#include <memory>
 
 #include "model/profile_document.h"
 #include "tests/fuzz/fuzz_input.h"
+#include "tests/fuzz/written_document.h"
 #include "tests/model/checked_profiles.h"
 #include "tests/model/test_codecs.h"
 
@@ -17,20 +15,6 @@ constexpr wchar_t kHeading[] = L"Arbitrary key";
 
 model::ProfileSet Loaded(const std::string& document, const model::TextCodec& codec) {
     return model::ParseProfileDocument(document, model::DefaultProfileRecord(), {codec, kHeading});
-}
-
-// In memory: a file for each run would be slow.
-std::string Written(const model::ProfileSet& profiles, const model::TextCodec& codec) {
-    TiXmlDocument document;
-    model::BuildProfileDocument(profiles, codec, document);
-    char* printed = nullptr;
-    std::size_t length = 0;
-    std::FILE* stream = open_memstream(&printed, &length);
-    fuzz::Require(stream != nullptr, "there is memory to print into");
-    fuzz::Require(document.SaveFile(stream), "a document is printed");
-    std::fclose(stream);
-    const std::unique_ptr<char, decltype(&std::free)> owner(printed, &std::free);
-    return {printed, length};
 }
 
 // A text has the used keys only.
@@ -81,9 +65,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     fuzz::Require(fault.empty(), fault);
     if (profiles.empty() || !std::all_of(profiles.begin(), profiles.end(), HasNarrowTexts)) return 0;
 
-    const std::string written = Written(profiles, codec);
+    const std::string written = fuzz::Written(profiles, codec);
     const model::ProfileSet again = Loaded(written, codec);
     fuzz::Require(again == Storable(profiles), "profiles come back from their file");
-    fuzz::Require(Written(again, codec) == written, "what is read again is written alike");
+    fuzz::Require(fuzz::Written(again, codec) == written, "what is read again is written alike");
     return 0;
 }

@@ -1,15 +1,13 @@
 // Any bytes as a file to import: a problem, or profiles that keep every rule; and what was taken is exported and taken
 // again without loss, under another code page too.
-#include <tinyxml.h>
-
 #include <algorithm>
-#include <memory>
 #include <variant>
 
 #include "model/ascii_codec.h"
 #include "model/profile_transfer.h"
 #include "platform/item_limit.h"
 #include "tests/fuzz/fuzz_input.h"
+#include "tests/fuzz/written_document.h"
 #include "tests/model/checked_profiles.h"
 #include "tests/model/test_codecs.h"
 
@@ -26,16 +24,7 @@ model::ProfileSet Imported(const std::string& document, const model::TextCodec& 
 }
 
 std::string Exported(const model::ProfileSet& profiles) {
-    TiXmlDocument document;
-    model::BuildProfileDocument(profiles, model::AsciiCodec(), document);
-    char* printed = nullptr;
-    std::size_t length = 0;
-    std::FILE* stream = open_memstream(&printed, &length);
-    fuzz::Require(stream != nullptr, "there is memory to print into");
-    fuzz::Require(document.SaveFile(stream), "a document is printed");
-    std::fclose(stream);
-    const std::unique_ptr<char, decltype(&std::free)> owner(printed, &std::free);
-    return {printed, length};
+    return fuzz::Written(profiles, model::AsciiCodec());
 }
 
 bool HasRoom(std::size_t count) {
