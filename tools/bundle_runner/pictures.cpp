@@ -19,6 +19,7 @@
 #include "tools/bundle_runner/text.h"
 #include "tools/control_panel/host_error.h"
 #include "tools/control_panel/picture.h"
+#include "tools/control_panel/sheet_search.h"
 
 namespace kvn::bundle {
 namespace {
@@ -79,24 +80,6 @@ BOOL CALLBACK StopAtWindow(HWND window, LPARAM parameter) {
 HWND FrontWindow(DWORD process) {
     WindowSearch search{process, nullptr};
     EnumWindows(&StopAtWindow, reinterpret_cast<LPARAM>(&search));
-    return search.found;
-}
-
-struct ControlSearch {
-    int id;
-    HWND found;
-};
-
-BOOL CALLBACK StopAtControl(HWND window, LPARAM parameter) {
-    auto& search = *reinterpret_cast<ControlSearch*>(parameter);
-    if (GetDlgCtrlID(window) != search.id || !IsWindowVisible(window)) return TRUE;
-    search.found = window;
-    return FALSE;
-}
-
-HWND FindControl(HWND window, int id) {
-    ControlSearch search{id, nullptr};
-    EnumChildWindows(window, &StopAtControl, reinterpret_cast<LPARAM>(&search));
     return search.found;
 }
 
@@ -189,7 +172,7 @@ private:
     }
 
     HWND Control(int id) {
-        return Await("control", [this, id] { return FindControl(front, id); });
+        return Await("control", [this, id] { return control_panel::FindVisibleControl(front, id); });
     }
     HWND Another(HWND before) const {
         const HWND now = FrontWindow(host.Id());
