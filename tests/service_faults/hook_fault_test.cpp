@@ -5,7 +5,7 @@
 
 #include <optional>
 
-#include "service/hook_check.h"
+#include "service/driver/hook_check.h"
 #include "service/input/hook_thread.h"
 #include "service/input/key_sending.h"
 #include "service/page/service_window.h"
