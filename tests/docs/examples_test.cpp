@@ -24,7 +24,7 @@ std::set<std::string> ExamplesThatAreKept() {
     return names;
 }
 
-TEST_F(DocumentedSession, MakesTheExamplesOfTheDocuments) {
+TEST_F(DocumentedSessionTest, MakesTheExamplesOfTheDocuments) {
     RunSession();
     std::set<std::string> made;
     for (const auto& [name, bytes] : ExamplesOfSession()) {

@@ -20,7 +20,7 @@ std::wstring Widen(const char* ascii) {
     return {ascii, ascii + std::string_view(ascii).size()};
 }
 
-class Help : public EndToEndTest {
+class HelpTest : public EndToEndTest {
 protected:
     // This program as the browser for .htm files, which notes what it is asked to open.
     std::wstring BrowserCommand() const {
@@ -30,7 +30,7 @@ protected:
     std::wstring Record() const { return Scratch() + L"opened"; }
 };
 
-TEST_F(Help, OpensThePageBesideTheServiceAndIsNoChange) {
+TEST_F(HelpTest, OpensThePageBesideTheServiceAndIsNoChange) {
     if (!test::RunsUnderWine()) GTEST_SKIP() << "on Windows no program may choose the user's browser";
     const TemporaryText association(HKEY_CLASSES_ROOT, L".htm", L"", kBrowserClass);
     const TemporaryText command(HKEY_CLASSES_ROOT, std::wstring(kBrowserClass) + L"\\shell\\open\\command", L"",

@@ -36,7 +36,7 @@ constexpr std::array kRing{IDOK,
                            IDC_PANE_HELP,
                            IDC_PAGE_TAB};
 
-class Keyboard : public EndToEndTest {
+class KeyboardTest : public EndToEndTest {
 protected:
     void SetUp() override {
         EndToEndTest::SetUp();
@@ -44,7 +44,7 @@ protected:
     }
 };
 
-TEST_F(Keyboard, TabVisitsEveryControlOfPageAndPaneAndShiftTabGoesBack) {
+TEST_F(KeyboardTest, TabVisitsEveryControlOfPageAndPaneAndShiftTabGoesBack) {
     const Sheet sheet = OpenSheetWithService();
     for (const int control : kRing) EXPECT_EQ(sheet.MoveFocus(1), control);
     ASSERT_EQ(sheet.Focused(), IDC_PAGE_TAB);
@@ -56,7 +56,7 @@ TEST_F(Keyboard, TabVisitsEveryControlOfPageAndPaneAndShiftTabGoesBack) {
     EXPECT_EQ(HostExitCode(), 0U);
 }
 
-TEST_F(Keyboard, ListOpenedByKeysIsChosenFromAndOkIsReachedByTab) {
+TEST_F(KeyboardTest, ListOpenedByKeysIsChosenFromAndOkIsReachedByTab) {
     const Sheet sheet = OpenSheetWithService();
     sheet.MoveFocusTo(IDC_PANE_CENTER);
     const HWND chooser = sheet.Control(IDC_PANE_CENTER);

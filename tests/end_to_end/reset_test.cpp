@@ -10,9 +10,9 @@ namespace {
 
 constexpr wchar_t kQuestion[] = L"Return current settings to initial values.";
 
-class Reset : public EndToEndTest {};
+class ResetTest : public EndToEndTest {};
 
-TEST_F(Reset, ServiceSaysWhatTheInitialValuesAre) {
+TEST_F(ResetTest, ServiceSaysWhatTheInitialValuesAre) {
     WriteFileBytes(ProfileFile(), ProfileFileText({{"Default", {{"tbutton", "6"}, {"scrolls", "8"}}}}));
     const Sheet sheet = OpenSheetWithService();
     // One value is out of range and gives way to its default.
