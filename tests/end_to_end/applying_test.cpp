@@ -1,10 +1,10 @@
 // What is chosen by mouse and keys: what reaches the registry, the profile file and the service.
 #include "resources/resource.h"
 #include "tests/end_to_end/input.h"
+#include "tests/end_to_end/page_world.h"
 #include "tests/end_to_end/profile_text.h"
 #include "tests/end_to_end/stored_state.h"
 #include "tests/end_to_end/story_waiting.h"
-#include "tests/end_to_end/world.h"
 
 namespace kvn::end_to_end {
 namespace {

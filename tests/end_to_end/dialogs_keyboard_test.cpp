@@ -10,8 +10,8 @@
 #include "tests/end_to_end/key_dialog_driver.h"
 #include "tests/end_to_end/profile_story.h"
 #include "tests/end_to_end/story_waiting.h"
-#include "tests/end_to_end/text.h"
 #include "tests/end_to_end/windows_of_process.h"
+#include "tests/support/narrow_text.h"
 
 namespace kvn::end_to_end {
 namespace {
@@ -24,10 +24,10 @@ std::string NameOf(HWND control) {
     const std::wstring className = ClassOf(control);
     if (const HWND parent = GetParent(control); ClassOf(parent) == L"ComboBox") return NameOf(parent);
     if (className == L"Button" || className == WC_LISTVIEWW) {
-        if (const std::wstring own = TextOf(control); !own.empty()) return Narrow(own);
+        if (const std::wstring own = TextOf(control); !own.empty()) return test::Narrow(own);
     }
     const HWND label = GetWindow(control, GW_HWNDPREV);
-    return label == nullptr ? std::string() : Narrow(TextOf(label));
+    return label == nullptr ? std::string() : test::Narrow(TextOf(label));
 }
 
 void PressTab(HWND dialog) {

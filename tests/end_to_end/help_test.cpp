@@ -4,11 +4,11 @@
 #include "resources/resource.h"
 #include "tests/end_to_end/help_opening.h"
 #include "tests/end_to_end/input.h"
+#include "tests/end_to_end/page_world.h"
 #include "tests/end_to_end/stored_state.h"
 #include "tests/end_to_end/story_waiting.h"
-#include "tests/end_to_end/text.h"
 #include "tests/end_to_end/windows_of_process.h"
-#include "tests/end_to_end/world.h"
+#include "tests/support/narrow_text.h"
 #include "tests/support/platform.h"
 
 namespace kvn::end_to_end {
@@ -39,7 +39,7 @@ TEST_F(HelpTest, OpensThePageBesideTheServiceAndIsNoChange) {
     sheet.Click(IDC_PANE_HELP);
 
     WaitFor("the help page to be opened", [&] { return Exists(Record()) && !ReadFileBytes(Record()).empty(); });
-    EXPECT_EQ(ReadFileBytes(Record()), Narrow(ProgramFolder() + L"service\\KvnUtilHelp.htm"));
+    EXPECT_EQ(ReadFileBytes(Record()), test::Narrow(ProgramFolder() + L"service\\KvnUtilHelp.htm"));
     // A key is handled after all that came with the click.
     EXPECT_EQ(sheet.MoveFocus(1), IDC_PAGE_TAB);
     EXPECT_FALSE(sheet.CanApply());

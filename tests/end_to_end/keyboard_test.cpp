@@ -3,11 +3,11 @@
 
 #include "resources/resource.h"
 #include "tests/end_to_end/input.h"
+#include "tests/end_to_end/page_world.h"
 #include "tests/end_to_end/profile_text.h"
 #include "tests/end_to_end/stored_state.h"
 #include "tests/end_to_end/story_waiting.h"
 #include "tests/end_to_end/windows_of_process.h"
-#include "tests/end_to_end/world.h"
 
 namespace kvn::end_to_end {
 namespace {

@@ -1,8 +1,8 @@
 // Opening the page: on a new mouse, on stored settings, on damaged ones, and not at all.
 #include "resources/resource.h"
+#include "tests/end_to_end/page_world.h"
 #include "tests/end_to_end/profile_text.h"
 #include "tests/end_to_end/stored_state.h"
-#include "tests/end_to_end/world.h"
 
 namespace kvn::end_to_end {
 namespace {

@@ -1,6 +1,6 @@
 // The page as one of the registered handlers of the Mouse control panel.
 #include "resources/resource.h"
-#include "tests/end_to_end/world.h"
+#include "tests/end_to_end/page_world.h"
 #include "tests/support/platform.h"
 
 namespace kvn::end_to_end {

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "tests/model_windows/intercepted_rename.h"
-#include "tests/model_windows/profile_file_failure.h"
+#include "tests/model_windows/profile_file_failure_fixture.h"
 #include "tests/support/replaced_import.h"
 
 namespace kvn::model {

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "tests/model_windows/genuine_function.h"
-#include "tests/model_windows/profile_file_failure.h"
+#include "tests/model_windows/profile_file_failure_fixture.h"
 #include "tests/support/replaced_import.h"
 
 namespace kvn::model {

@@ -8,7 +8,7 @@
 
 #include "model/xml_guard.h"
 #include "tests/model_windows/heap_watch.h"
-#include "tests/model_windows/profile_file_failure.h"
+#include "tests/model_windows/profile_file_failure_fixture.h"
 #include "tests/model_windows/small_stack.h"
 
 namespace kvn::model {

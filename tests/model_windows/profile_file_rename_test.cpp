@@ -7,7 +7,7 @@
 
 #include "tests/model_windows/genuine_function.h"
 #include "tests/model_windows/intercepted_rename.h"
-#include "tests/model_windows/profile_file_failure.h"
+#include "tests/model_windows/profile_file_failure_fixture.h"
 #include "tests/support/replaced_import.h"
 
 namespace kvn::model {

@@ -7,14 +7,13 @@
 #include "tests/end_to_end/profile_text.h"
 #include "tests/end_to_end/stored_state.h"
 #include "tests/end_to_end/story_waiting.h"
-#include "tests/end_to_end/text.h"
-#include "tests/service_end_to_end/world.h"
+#include "tests/service_end_to_end/service_world.h"
+#include "tests/support/narrow_text.h"
 
 namespace kvn::service_end_to_end {
 namespace {
 
 using Clock = std::chrono::steady_clock;
-using end_to_end::Narrow;
 using end_to_end::WaitFor;
 using namespace std::chrono_literals;
 
@@ -48,7 +47,7 @@ protected:
     // when it finds another one. So the recorder is given a profile, until that is in force.
     void WaitUntilSeenInFront() {
         end_to_end::ProfileText tied{.name = "Tied"};
-        tied.programs.push_back({"recorder", Narrow(Scratch()) + "recorder.exe"});
+        tied.programs.push_back({"recorder", test::Narrow(Scratch()) + "recorder.exe"});
         end_to_end::WriteFileBytes(ProfileFile(), end_to_end::ProfileFileText({{.name = "Default"}, tied}));
         WaitForProfile("program");
         DeleteFileW(ProfileFile().c_str());

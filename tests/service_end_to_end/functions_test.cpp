@@ -4,9 +4,9 @@
 #include <thread>
 
 #include "tests/end_to_end/stored_state.h"
-#include "tests/end_to_end/text.h"
 #include "tests/service_end_to_end/expectations.h"
-#include "tests/service_end_to_end/world.h"
+#include "tests/service_end_to_end/service_world.h"
+#include "tests/support/narrow_text.h"
 #include "tests/support/waiting.h"
 
 namespace kvn::service_end_to_end {

@@ -2,9 +2,9 @@
 #include "tests/end_to_end/profile_text.h"
 #include "tests/end_to_end/stored_state.h"
 #include "tests/end_to_end/story_waiting.h"
-#include "tests/end_to_end/text.h"
 #include "tests/service_end_to_end/pen.h"
-#include "tests/service_end_to_end/world.h"
+#include "tests/service_end_to_end/service_world.h"
+#include "tests/support/narrow_text.h"
 
 namespace kvn::service_end_to_end {
 namespace {
@@ -134,9 +134,9 @@ TEST_F(DrawingGesturesTest, LockGivesTheStrokeUp) {
 
 TEST_F(DrawingGesturesTest, ProgramWithAnotherProfileGivesTheStrokeUp) {
     end_to_end::WriteFileBytes(
-        ProfileFile(), end_to_end::ProfileFileText(
-                           {{.name = "Default"},
-                            {.name = "Beta", .programs = {{"beta", end_to_end::Narrow(Scratch()) + "beta.exe"}}}}));
+        ProfileFile(),
+        end_to_end::ProfileFileText(
+            {{.name = "Default"}, {.name = "Beta", .programs = {{"beta", test::Narrow(Scratch()) + "beta.exe"}}}}));
     Recorder& beta = StartRecorder(L"beta");
     WaitFor("the other profile", [&] {
         hands.MoveTo(beta.Middle());

@@ -1,6 +1,6 @@
 // The means of these tests, without any service: what the hands do arrives as real, what a program sends as sent.
 #include "tests/end_to_end/input.h"
-#include "tests/service_end_to_end/world.h"
+#include "tests/service_end_to_end/service_world.h"
 
 namespace kvn::service_end_to_end {
 namespace {

@@ -4,7 +4,7 @@
 #include <thread>
 
 #include "tests/end_to_end/story_waiting.h"
-#include "tests/service_end_to_end/world.h"
+#include "tests/service_end_to_end/service_world.h"
 
 namespace kvn::service_end_to_end {
 namespace {

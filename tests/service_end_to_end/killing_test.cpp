@@ -9,7 +9,7 @@
 #include <random>
 
 #include "tests/end_to_end/story_waiting.h"
-#include "tests/service_end_to_end/world.h"
+#include "tests/service_end_to_end/service_world.h"
 #include "tests/support/platform.h"
 #include "tests/support/waiting.h"
 

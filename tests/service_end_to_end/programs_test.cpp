@@ -4,8 +4,8 @@
 #include "tests/end_to_end/profile_text.h"
 #include "tests/end_to_end/stored_state.h"
 #include "tests/end_to_end/story_waiting.h"
-#include "tests/end_to_end/text.h"
-#include "tests/service_end_to_end/world.h"
+#include "tests/service_end_to_end/service_world.h"
+#include "tests/support/narrow_text.h"
 
 namespace kvn::service_end_to_end {
 namespace {
@@ -27,7 +27,7 @@ protected:
                        const std::vector<std::string>& programs = {}) const {
         ProfileText profile{.name = name, .elements = {{"button4", "37"}, {"button4_etcKey", key}}};
         for (const std::string& program : programs) {
-            profile.programs.push_back({program, end_to_end::Narrow(Scratch()) + program + ".exe"});
+            profile.programs.push_back({program, test::Narrow(Scratch()) + program + ".exe"});
         }
         return profile;
     }

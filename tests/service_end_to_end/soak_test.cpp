@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <random>
 
-#include "tests/service_end_to_end/world.h"
+#include "tests/service_end_to_end/service_world.h"
 #include "tests/support/process_use.h"
 
 namespace kvn::service_end_to_end {

@@ -7,15 +7,14 @@
 #include "tests/end_to_end/profile_text.h"
 #include "tests/end_to_end/stored_state.h"
 #include "tests/end_to_end/story_waiting.h"
-#include "tests/end_to_end/text.h"
 #include "tests/end_to_end/windows_of_process.h"
 #include "tests/service_end_to_end/pen.h"
-#include "tests/service_end_to_end/world.h"
+#include "tests/service_end_to_end/service_world.h"
+#include "tests/support/narrow_text.h"
 
 namespace kvn::service_end_to_end {
 namespace {
 
-using end_to_end::Narrow;
 using end_to_end::WaitFor;
 using Row = std::array<std::string, 4>;
 using Rows = std::vector<Row>;
@@ -27,7 +26,7 @@ constexpr SIZE kPlainSize{600, 340};
 
 std::string InUsersLanguage(const char* english, const wchar_t* japanese) {
     const bool isJapanese = PRIMARYLANGID(GetUserDefaultUILanguage()) == LANG_JAPANESE;
-    return isJapanese ? Narrow(japanese) : english;
+    return isJapanese ? test::Narrow(japanese) : english;
 }
 
 HWND TryWindow() {
@@ -115,7 +114,7 @@ TEST_F(TryingButtonsTest, PressesThatAreKeptAreListedAndActAsAlways) {
 
 TEST_F(TryingButtonsTest, WindowItselfIsNotTheProgramInFront) {
     end_to_end::ProfileText painting{.name = "Painting", .elements = {{"button4", "38"}}};
-    painting.programs.push_back({"painter", Narrow(Scratch()) + "painter.exe"});
+    painting.programs.push_back({"painter", test::Narrow(Scratch()) + "painter.exe"});
     end_to_end::WriteFileBytes(ProfileFile(), end_to_end::ProfileFileText({{.name = "Default"}, painting}));
     Announce();
     recorder->ComeToFront();
@@ -172,7 +171,7 @@ TEST_F(TryingButtonsTest, PausedPressesSaySo) {
 
 TEST_F(TryingButtonsTest, EscClosesAndASecondStartComesToTheSameWindow) {
     Open();
-    EXPECT_EQ(Narrow(end_to_end::TextOf(window)), InUsersLanguage("Try the buttons", L"ボタンを試す"));
+    EXPECT_EQ(test::Narrow(end_to_end::TextOf(window)), InUsersLanguage("Try the buttons", L"ボタンを試す"));
     recorder->ComeToFront();
     EXPECT_EQ(Ask({L"--try"}), 0U);
     WaitFor("the window in front", [this] { return GetForegroundWindow() == window; });

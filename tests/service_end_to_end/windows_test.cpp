@@ -1,7 +1,7 @@
 // Functions that command the window in front, and a program in front that does not answer.
 #include "tests/end_to_end/story_waiting.h"
 #include "tests/service_end_to_end/recorder_protocol.h"
-#include "tests/service_end_to_end/world.h"
+#include "tests/service_end_to_end/service_world.h"
 
 namespace kvn::service_end_to_end {
 namespace {
