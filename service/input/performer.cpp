@@ -5,8 +5,8 @@
 #include <utility>
 
 #include "platform/boundary.h"
+#include "platform/thread_start.h"
 #include "service/input/keeper.h"
-#include "service/input/thread_start.h"
 #include "service/input/worker.h"
 
 namespace kvn::service {
@@ -66,8 +66,8 @@ Performer::Lanes::~Lanes() {
 bool Performer::Lanes::Start() {
     const std::array signals{&state->workerWake, &state->keeperWake, &state->endingDone, &state->workStep};
     if (!std::ranges::all_of(signals, &WakeSignal::IsThere)) return false;
-    keeper = StartThread(state, RunKeeper, THREAD_PRIORITY_ABOVE_NORMAL);
-    worker = StartThread(state, RunWorker, THREAD_PRIORITY_ABOVE_NORMAL);
+    keeper = platform::StartThread(state, RunKeeper, THREAD_PRIORITY_ABOVE_NORMAL);
+    worker = platform::StartThread(state, RunWorker, THREAD_PRIORITY_ABOVE_NORMAL);
     return keeper && worker;
 }
 

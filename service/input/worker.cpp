@@ -1,7 +1,7 @@
 #include "service/input/worker.h"
 
 #include "platform/boundary.h"
-#include "service/input/deeds.h"
+#include "service/input/order_execution.h"
 
 namespace kvn::service {
 namespace {
@@ -24,7 +24,7 @@ void Report(PerformerState& state, const Order& order, const std::wstring& done)
 
 void CarryOut(Worker& worker, const Order& order) {
     PerformerState& state = worker.state;
-    const std::wstring done = DoOrder(order, state.holdings);
+    const std::wstring done = ExecuteOrder(order, state.holdings);
     if (CountsAsAction(order)) ++state.actions;
     worker.hasNewRepeat = order.kind == OrderKind::Begin && state.holdings.DoRepeat();
     Report(state, order, done);
