@@ -288,17 +288,25 @@ void BenchRest(Report& report, const ServiceProgram& service) {
                 "the time that passed", rest, 0});
 }
 
+// Until everything that the service does at times of its own has been done in the midst of events, and after them.
+void WarmUp(DWORD milliseconds) {
+    constexpr int kRoundsOfOneBurst = 1'000;
+    for (const DWORD begin = GetTickCount(); GetTickCount() - begin < milliseconds;) {
+        UseService(kRoundsOfOneBurst);
+        Sleep(kUntilItRests);
+    }
+}
+
 void BenchPrivateMemory(Report& report, const ServiceProgram& service) {
-    constexpr int kFirst = 300;
+    constexpr DWORD kFullWarmUp = 60'000, kQuickWarmUp = 10'000;
     constexpr int kFullMore = 20'000;
     constexpr int kQuickMore = 3'000;
-    UseService(kFirst);
-    Sleep(kUntilItRests);
+    WarmUp(report.IsQuick() ? kQuickWarmUp : kFullWarmUp);
     const double first = service.Use().privateKilobytes;
     UseService(report.IsQuick() ? kQuickMore : kFullMore);
     Sleep(kUntilItRests);
     report.Add(
-        {"private memory after many events", "KB", service.Use().privateKilobytes, "after the first ones", first, 1});
+        {"private memory after many events", "KB", service.Use().privateKilobytes, "after the warm-up", first, 1});
 }
 
 void BenchSize(Report& report) {
