@@ -1,4 +1,4 @@
-// Starting this program once more, and programs beside it.
+// Starts this program again, and programs next to it.
 #pragma once
 
 #include <windows.h>
@@ -12,11 +12,11 @@
 
 namespace kvn::service {
 
-// The path of this program, and the folder in which it lies, with its final backslash.
+// The path of this program, and its folder, with a final backslash.
 std::wstring ProgramPath();
 std::wstring ProgramFolder();
 
-// Names are meant from the current folder.
+// Names are relative to the current folder.
 std::wstring FullPath(const std::wstring& path);
 
 // The arguments of this start, without the program's own name.
@@ -27,7 +27,7 @@ std::vector<std::wstring> SplitCommandLine(const std::wstring& commandLine);
 std::wstring Quoted(std::span<const std::wstring> arguments);
 
 struct StartedProcess {
-    platform::UniqueKernelObject handle;  // empty when it could not be started
+    platform::UniqueKernelObject handle;  // empty if it could not be started
     std::uint32_t id = 0;
 };
 
