@@ -33,7 +33,7 @@ class Holdings {
 public:
     explicit Holdings(HeldList& sharedList) : keys(sharedList) {}
 
-    // False if the function's deed is not keys, buttons or scrolling.
+    // False if the function's action is not keys, buttons or scrolling.
     static bool CanDo(const FunctionRow& row);
 
     void Begin(const Order& order, const FunctionRow& row);

@@ -9,7 +9,7 @@
 namespace kvn::service {
 
 // CloseWindow, MaximizeWindow or MinimizeWindow; never for the desktop or the taskbar. Returns a description of the
-// action, in English. Other deeds do nothing.
-std::wstring DoWindowCommand(Deed deed);
+// action, in English. Other actions do nothing.
+std::wstring DoWindowCommand(Action action);
 
 }  // namespace kvn::service

@@ -1,4 +1,4 @@
-// A handler of the messages of the service's window.
+// A part of the service that handles messages of the service's window.
 #pragma once
 
 #include <windows.h>

@@ -10,9 +10,9 @@ namespace kvn::service {
 // "Button 4", as the page labels it.
 std::wstring ControlText(model::ButtonSlot control);
 
-// The action of the press: the function with the name that the page gives it, arbitrary keys with their names; at the
+// The effect of the press: the function with the name that the page gives it, arbitrary keys with their names; at the
 // end of a stroke, the gesture too.
-std::wstring DeedText(const SeenPress& press);
+std::wstring EffectText(const SeenPress& press);
 
 // "notepad.exe"
 std::wstring ProgramText(const std::wstring& path);

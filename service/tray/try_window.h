@@ -23,7 +23,7 @@ inline constexpr int kMostPressesShown = 100;
 
 // The texts of a row.
 struct ShownPress {
-    std::wstring control, deed, profile, program;
+    std::wstring control, effect, profile, program;
 };
 
 // Created, used and destroyed on one thread.
