@@ -1,4 +1,5 @@
-// The twenty lines that people write who want one key on one button; and less: a hook that only passes on.
+// The smallest program that puts one key on one button, in twenty lines; and even less: a hook that only passes input
+// on.
 #pragma once
 
 #include <windows.h>
@@ -7,7 +8,7 @@
 
 namespace kvn::bench {
 
-// On a thread of its own, for as long as it lives.
+// Runs on a separate thread, for its own lifetime.
 class PlainHook {
 public:
     enum class Kind { PassesOn, PressesEscapeForButton4 };

@@ -11,7 +11,7 @@ struct Figure {
     std::string name;
     std::string unit;  // of both values
     double ours = 0;
-    std::string reference;  // what the other value is of
+    std::string reference;  // what the other value measures
     double theirs = 0;
     double limit = 0;  // the ratio aimed at
 };
@@ -23,7 +23,7 @@ public:
 
     bool IsQuick() const { return quick; }
     // Repeats a round of measurements as often as a full run does it, or less in a quick one; some times more often
-    // when the machine is so busy that what the round has measured has not settled. The round tells whether it has.
+    // when the machine is so busy that what the round has measured has not settled. The round returns whether it has.
     void Repeat(int fullRounds, const std::function<bool()>& round) const;
 
     // Prints a line at once.
@@ -36,7 +36,7 @@ public:
     // A group of figures that could not be measured.
     void AddMissing(const std::string& what);
 
-    // Tells the outcome in the last line; false when a figure is over its limit or missing.
+    // Prints the outcome in the last line; false if a figure is over its limit or missing.
     bool Finish() const;
 
 private:

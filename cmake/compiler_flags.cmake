@@ -1,11 +1,11 @@
-# kvn_flags: what every translation unit of our own is compiled with. Includes are written from the tree's root.
+# kvn_flags: the flags of every translation unit of our own. Includes are written from the tree's root.
 add_library(kvn_flags INTERFACE)
 target_include_directories(kvn_flags INTERFACE ${CMAKE_SOURCE_DIR})
 target_compile_options(kvn_flags INTERFACE
   -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wold-style-cast -Werror)
 
 if(WIN32)
-  # The module calls nothing newer than Windows Vista.
+  # The module uses nothing newer than Windows Vista.
   target_compile_definitions(kvn_flags INTERFACE UNICODE _UNICODE WIN32_LEAN_AND_MEAN NOMINMAX _WIN32_WINNT=0x0600)
   add_compile_options(-ffunction-sections -fdata-sections)
   add_link_options(-Wl,--gc-sections -Wl,--high-entropy-va -Wl,--nxcompat -Wl,--dynamicbase)
@@ -18,7 +18,8 @@ if(KVN_SANITIZE)
 endif()
 
 if(KVN_FUZZ)
-  # What steers the fuzzer counts in every file, TinyXML's included. Only clang thinks signs part of -Wconversion.
+  # The fuzzer's instrumentation is in every file, TinyXML's included. Only clang counts sign conversions as part of
+  # -Wconversion.
   add_compile_options(-fsanitize=fuzzer-no-link -O1 -Wno-sign-conversion)
 endif()
 

@@ -1,5 +1,5 @@
-# GoogleTest: Debian's own library for programs of this machine; for Windows built from Debian's source package, with the same
-# compiler as the tests.
+# GoogleTest: Debian's library for programs of this machine; for Windows built from Debian's source package, with the
+# same compiler as the tests.
 include(GoogleTest)
 if(NOT WIN32)
   find_package(GTest REQUIRED)

@@ -1,4 +1,4 @@
-# Cross-compiles for 64-bit Windows with mingw-w64's POSIX-thread compilers; what is built runs through Wine.
+# Cross-compiles for 64-bit Windows with mingw-w64's POSIX-thread compilers; the programs run through Wine.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
 
@@ -13,6 +13,6 @@ set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_CROSSCOMPILING_EMULATOR wine)
 
-# No runtime library beside Windows' own: nothing has to lie next to a module that another program loads.
+# Links the runtime libraries statically: a module that another program loads must not need other files.
 set(CMAKE_EXE_LINKER_FLAGS_INIT "-static")
 set(CMAKE_SHARED_LINKER_FLAGS_INIT "-static")

@@ -11,6 +11,6 @@ add_library(tinyxml STATIC
 target_include_directories(tinyxml SYSTEM PUBLIC ${KVN_TINYXML_DIR})
 target_compile_options(tinyxml PRIVATE $<$<CONFIG:Release>:-O2>)
 if(WIN32)
-  # Windows' own printf and scanf; mingw's would be linked in, with all that floating point takes.
+  # Use Windows' printf and scanf; mingw's would be linked in, with all of its floating point.
   target_compile_definitions(tinyxml PRIVATE __USE_MINGW_ANSI_STDIO=0)
 endif()

@@ -11,13 +11,13 @@ namespace kvn::gestures {
 
 enum class ShiftKeys : bool { Excluded, Offered };
 
-// What the dialog starts with.
+// The input of the dialog.
 struct KeyCaptureRequest {
     model::EtcKey keys;
     ShiftKeys shiftKeys = ShiftKeys::Offered;
 };
 
-// Runs the dialog above the owner. The keys of the user's OK; nothing on Cancel.
+// Runs the dialog above the owner. Returns the keys on OK; nothing on Cancel.
 [[nodiscard]] std::optional<model::EtcKey> RunArbitraryKeyDialog(HINSTANCE module, HWND owner,
                                                                  const KeyCaptureRequest& request);
 

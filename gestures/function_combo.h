@@ -13,7 +13,7 @@ namespace kvn::gestures {
 // Appends the functions, with their names of the module's string table.
 void AddFunctions(HWND combo, HINSTANCE module, const std::vector<model::CatalogueRow>& functions);
 
-// The keys that the entry "Arbitrary key" shows in brackets; its name alone when there are none. The selection stays.
+// The keys that the entry "Arbitrary key" shows in brackets; its name alone if there are none. The selection stays.
 void ShowArbitraryKeys(HWND combo, HINSTANCE module, const model::EtcKey& keys);
 
 }  // namespace kvn::gestures

@@ -15,7 +15,7 @@ struct GestureButtonRow {
 // Whether any control of the mouse, a tilt included, has the gesture function.
 bool HasGestureFunction(const model::SettingValues& values);
 
-// The first button with the gesture function; null when none has it. A tilt cannot be held and is never one.
+// The first button with the gesture function; null if none has it. A tilt cannot be held and does not count.
 const GestureButtonRow* FindGestureButton(const model::SettingValues& values);
 
 }  // namespace kvn::gestures

@@ -20,13 +20,13 @@ struct GestureButtonRow;
 
 enum class GestureEditMode { Add, Edit };
 
-// What the opener passes.
+// The input of the dialog.
 struct GestureEditRequest {
     GestureEditMode mode = GestureEditMode::Add;
-    model::GestureEntry gesture;                      // what is edited
-    const GestureButtonRow* gestureButton = nullptr;  // what a stroke is drawn with; null: none can be recorded
-    // The user's OK, with the text of the chosen function. The dialog is still open, and stays so without memory for
-    // the gesture: what was drawn and typed is not lost.
+    model::GestureEntry gesture;                      // the gesture to edit
+    const GestureButtonRow* gestureButton = nullptr;  // the button that draws a stroke; null: no stroke can be recorded
+    // Called on OK, with the text of the chosen function. The dialog is still open. If there is no memory for the
+    // gesture it stays open, so that no input is lost.
     std::function<void(const model::GestureEntry& gesture, const std::wstring& functionText)> onConfirmed;
 };
 
@@ -49,7 +49,7 @@ private:
 
     void OnTick();
 
-    // What the gesture manager reports.
+    // The notices of the gesture manager.
     static std::int32_t OnGestureNotice(const model::GestureNotice* notice);
     void OnNotice(const model::GestureNotice& notice);
 

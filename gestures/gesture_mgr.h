@@ -1,5 +1,5 @@
 // Records a stroke: at every tick it reads the cursor, asks the service whether the gesture button is held, and reports
-// to its owner how the stroke goes on.
+// the progress of the stroke to its owner.
 #pragma once
 
 #include <windows.h>
@@ -21,7 +21,7 @@ public:
     CGestureMgr(const CGestureMgr&) = delete;
     CGestureMgr& operator=(const CGestureMgr&) = delete;
 
-    // Who gets the notices from now on; the callback may be null.
+    // Sets the receiver of the notices; the callback may be null.
     void SetCallback(GestureCallback noticeCallback, void* context);
 
     // Waits for a stroke that begins when the service sees this button held. Already armed, it only changes the button.
@@ -34,7 +34,7 @@ public:
     // Where the last tick saw the cursor, in screen coordinates.
     [[nodiscard]] POINT Cursor() const { return cursor; }
 
-    // To be called every 100 ms. True when a stroke began, went on or ended.
+    // Call it every 100 ms. True if a stroke began, continued or ended.
     bool Tick();
 
 private:

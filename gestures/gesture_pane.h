@@ -17,7 +17,7 @@
 
 namespace kvn::gestures {
 
-// What the pane asks of its page.
+// The services that the pane needs from its page.
 class IGesturePaneOwner : public platform::IPaneOwner {
 public:
     // The numbers of the selected profile as the page shows them at this moment, applied or not.

@@ -1,4 +1,4 @@
-// How gestures read in the list and in the editor.
+// The texts of gestures in the list and in the editor.
 #pragma once
 
 #include <windows.h>
@@ -13,8 +13,8 @@ namespace kvn::gestures {
 // The letters of the notice's directions.
 std::wstring StrokeText(HINSTANCE module, const model::GestureNotice& notice);
 
-// What a gesture does: the keys alone for "Arbitrary key" with keys, else the function's name; empty for a function
-// without one.
+// The action of a gesture: the keys alone for "Arbitrary key" with keys, else the function's name; empty for a function
+// without a name.
 std::wstring FunctionText(HINSTANCE module, const model::GestureEntry& gesture);
 
 }  // namespace kvn::gestures

@@ -1,4 +1,4 @@
-// The path of the cursor while a stroke is drawn: a green line on a window over the whole screen whose ground is
+// The path of the cursor while a stroke is drawn: a green line on a window over the whole screen whose background is
 // transparent.
 #pragma once
 
@@ -15,12 +15,12 @@ public:
     GestureTrailOverlay(const GestureTrailOverlay&) = delete;
     GestureTrailOverlay& operator=(const GestureTrailOverlay&) = delete;
 
-    // Shows the window, unless it is there already. It belongs to the owner and goes with it at the latest. When it
-    // cannot be made, the trail is missing and nothing else.
+    // Shows the window, unless it is shown already. The owner window owns it and destroys it at the latest with itself.
+    // If it cannot be created, only the trail is missing.
     void Show(HINSTANCE module, HWND owner);
     void Destroy();
 
-    // The line begins here, and goes on from where it ended. In screen coordinates.
+    // Begins the line here; extends the line to here. In screen coordinates.
     void StartAt(POINT cursor);
     void DrawTo(POINT cursor);
 

@@ -1,4 +1,4 @@
-// The code page that all others share: what is written in it is read alike on every machine.
+// ASCII, which all code pages share: text written in it means the same on every machine.
 #pragma once
 
 #include <algorithm>

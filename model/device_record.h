@@ -27,13 +27,13 @@ struct DeviceRecord {
     bool LacksFlyingScroll() const { return (mouseFlag & 1U) != 0; }
 };
 
-// Whether the capabilities lie in their ranges.
+// Whether the capabilities are in their ranges.
 inline bool IsPlausible(const DeviceRecord& device) {
     return device.hasTilt <= 1 && device.buttonCount >= 0 && device.buttonCount <= kMaxButtonCount;
 }
 
-// The published values as they lie in the registry. A short number fills its low bytes, a short text its first
-// characters; what is not filled stays zero.
+// The published values as they are in the registry. A short number fills its low bytes, a short text its first
+// characters; the rest stays zero.
 struct PublishedDevice {
     std::uint32_t hasTilt = 0;
     std::uint32_t buttonCount = 0;

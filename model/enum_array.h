@@ -16,7 +16,7 @@ struct EnumArray {
     friend bool operator==(const EnumArray&, const EnumArray&) = default;
 };
 
-// Whether every row of a table stands at the index that its enumerator names, which `key` tells of a row.
+// Whether every row of a table is at the index of its enumerator. `key` returns the enumerator of a row.
 template <typename Table, typename Key>
 constexpr bool IsInEnumOrder(const Table& table, Key key) {
     for (std::size_t index = 0; index < table.size(); ++index) {

@@ -9,7 +9,7 @@
 
 namespace kvn::model {
 
-// Key codes in the order in which they were pressed; kNoKey where none.
+// Key codes in the order in which they were pressed; kNoKey where there is none.
 struct EtcKey {
     std::array<KeyCode, 3> codes{kNoKey, kNoKey, kNoKey};
 
@@ -20,12 +20,12 @@ struct EtcKey {
 std::wstring EtcKeyToText(const EtcKey& keys);
 
 // The keys that a text names: "Left Ctrl+V", or the form with a heading, "Arbitrary key[Left Ctrl+V]", where
-// arbitraryKeyText is the heading's own text. Blanks around a name do not count. A name that is not in the key table
-// gives kNoKey in its place. Since "+" separates and brackets delimit, the keys "+(Numerical pad)", "[" and "]" have a
-// text but cannot be read from one.
+// arbitraryKeyText is the heading's text. Blanks around a name do not count. A name that is not in the key table
+// becomes kNoKey. Since "+" separates and brackets delimit, the keys "+(Numerical pad)", "[" and "]" have a text but
+// cannot be read from one.
 EtcKey TextToEtcKey(std::wstring_view text, std::wstring_view arbitraryKeyText);
 
-// What a chooser shows for the function "Arbitrary key": its text, followed by the keys in brackets when there are any.
+// What a chooser shows for the function "Arbitrary key": its text, followed by the keys, if any, in brackets.
 std::wstring ArbitraryKeyLabel(std::wstring_view arbitraryKeyText, const EtcKey& keys);
 
 // The keys without any Shift key.

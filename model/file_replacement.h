@@ -1,4 +1,4 @@
-// Whole files: read at once, and replaced so that there is always the old one or the new one. Paths are wide.
+// Reads whole files, and replaces them so that there is always the old one or the new one. Paths are wide.
 #pragma once
 
 #include <windows.h>
@@ -21,7 +21,7 @@ bool TryWhileShared(const Try& tryOnce) {
     for (int attempt = 1; !tryOnce(); ++attempt) {
         const DWORD error = GetLastError();
         const bool isHeld = error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION ||
-                            error == ERROR_ACCESS_DENIED;  // what a rename over a held file says
+                            error == ERROR_ACCESS_DENIED;  // the error of a rename over a file that is open
         if (!isHeld || attempt == kSharingAttempts) return false;
         Sleep(kSharingRetryMilliseconds);
     }
@@ -31,16 +31,16 @@ bool TryWhileShared(const Try& tryOnce) {
 // Nothing when the file is missing, unreadable or larger than kMaxXmlBytes (xml_guard.h).
 [[nodiscard]] std::optional<std::string> ReadWholeFile(const std::wstring& path);
 
-// Whether certainly nothing has this path: a drive that does not answer just now says something else.
+// Whether there is certainly nothing at this path. If a drive does not answer, that is not certain.
 [[nodiscard]] bool IsMissing(const std::wstring& path);
 [[nodiscard]] bool IsReadOnly(const std::wstring& path);
 
 // Where a file is written until it is complete.
 [[nodiscard]] std::wstring UnfinishedPath(const std::wstring& path);
 
-// A new file that is written from its start and vanishes unless it is moved to its place. It is held from beginning to
-// end, the renaming included wherever an open file can be renamed: so a file of this kind that nobody holds is always a
-// dead program's.
+// A new file that is written from its start and vanishes unless it is moved to its place. It stays open from beginning
+// to end, even while it is renamed if the file system can rename an open file. So a file of this kind that no program
+// has open was left by a killed program.
 class UnfinishedFile {
 public:
     explicit UnfinishedFile(const std::wstring& finalPath);
@@ -51,7 +51,7 @@ public:
     // Null when the file could not be opened.
     FILE* Stream() const { return stream.Get(); }
 
-    // Flushes and closes the file and puts it in the target's place; false when it is too large to be read back, or the
+    // Flushes and closes the file and replaces the target by it; false when it is too large to be read back, or the
     // target is marked read-only.
     [[nodiscard]] bool Finish();
 

@@ -21,7 +21,7 @@ inline constexpr std::int32_t kAbnormalValue = -1;
 // A value that was never set.
 inline constexpr std::int32_t kUnsetValue = -2;
 
-// Functions with a role of their own.
+// Functions with a special role.
 inline constexpr FunctionCode kFunctionNone = 0;
 inline constexpr FunctionCode kFunctionLeftClick = 1;
 inline constexpr FunctionCode kFunctionRightClick = 2;
@@ -100,7 +100,7 @@ inline constexpr std::array<CatalogueRow, 50> kFunctionCatalogue{{
 // The string id of a function's text, or nothing for a code without a row.
 std::optional<unsigned> TextIdOf(FunctionCode code);
 
-// A version of Windows, as GetVersionExW tells it to the host program.
+// A version of Windows, as GetVersionExW reports it to the host program.
 struct OsVersion {
     std::uint32_t major = 0;
     std::uint32_t minor = 0;

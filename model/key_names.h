@@ -1,5 +1,5 @@
 // The vocabulary of arbitrary keys: every key that can be stored, by its Windows virtual-key code and its name. The
-// name is what the user sees and also what the profile file and the registry hold.
+// user sees this name, and the profile file and the registry store it.
 #pragma once
 
 #include <array>
@@ -138,7 +138,7 @@ inline constexpr std::array<KeyNameRow, 113> kKeyNameTable{{
     {226, L"BackSlash", false},
 }};
 
-// The name of the key with this code, or nullptr when the table has none.
+// The name of the key with this code, or nullptr if the table has none.
 const wchar_t* KeyNameOf(KeyCode code);
 
 // The code of the key with exactly this name, or kNoKey.

@@ -17,11 +17,12 @@ struct MouseSettings {
     ProfileSet profiles;  // never empty once a model is loaded
     std::size_t selectedProfile = 0;
     std::wstring profileFilePath;
-    // Nothing was read from the file, or not yet: whatever stands at the path is renamed before it is written.
+    // Nothing was read from the file yet, or nothing could be read: anything at its path is renamed before the file is
+    // written.
     bool setFileAsideBeforeSaving = false;
 
     SettingValues initialValues;  // behind "Return to initial values"
-    // What the model's registry values are taken to hold: the selected profile as loaded, later what was written.
+    // The assumed content of the model's registry values: the selected profile as loaded, later as written.
     ProfileSettings registrySettings;
 
     ProfileSettings& Selected() { return profiles[selectedProfile].settings; }

@@ -1,5 +1,5 @@
 // Profiles: one complete set of button assignments, scroll settings, gestures and programs for one mouse model.
-// Everything here is a value: a copy owns its own lists.
+// Everything here is a value: a copy has its own lists.
 #pragma once
 
 #include <cstddef>
@@ -32,7 +32,7 @@ struct GestureEntry {
     friend bool operator==(const GestureEntry&, const GestureEntry&) = default;
 };
 
-// What the page's panes edit and the registry mirrors.
+// The part that the page's panes edit and the registry mirrors.
 struct ProfileSettings {
     SettingValues values;
     EnumArray<ButtonSlot, EtcKey, kButtonSlotCount> etcKeys;
@@ -72,7 +72,7 @@ SettingValues InitialValuesOf(const ProfileRecord& record);
 
 // The initial settings in the record that the service sends: its numbers as signed 32-bit values in the order of
 // SettingField, or the field's default where one is out of range: a repair must not bring another bad number into a
-// profile. Nothing when the data is shorter than they are; what follows them is ignored.
+// profile. Nothing if the data is too short; any data after them is ignored.
 std::optional<SettingValues> InitialValuesFromRecord(std::span<const std::byte> data);
 
 // A number of a profile that was out of its range.
@@ -81,8 +81,8 @@ struct AbnormalValue {
     SettingField field;
 };
 
-// Replaces every number out of range by the initial value of its field and tells which they were: profile by profile,
-// in the order in which a user is told about them.
+// Replaces every number out of range by the initial value of its field. Returns those numbers, profile by profile, in
+// the order of the message to the user.
 std::vector<AbnormalValue> RepairAbnormalValues(ProfileSet& profiles, const SettingValues& initialValues);
 
 }  // namespace kvn::model

@@ -12,7 +12,7 @@ class TiXmlDocument;
 
 namespace kvn::model {
 
-// A text that is read keeps at most so many characters.
+// The largest number of characters of a text; longer texts are truncated when read.
 inline constexpr std::size_t kMaxTextLength = 1024;
 
 struct DocumentContext {
@@ -20,14 +20,14 @@ struct DocumentContext {
     std::wstring arbitraryKeyText;  // the heading that a key combination's text may carry
 };
 
-// The profiles of a document, in its order. A field whose element is missing has freshRecord's value; a setting out of
-// its range, or a number that is none, is kAbnormalValue. A gesture's function is taken as it stands. Empty when the
-// document is broken or holds no profile.
+// The profiles of a document, in its order. A field whose element is missing has freshRecord's value; a setting that is
+// out of its range, or not a number, is kAbnormalValue. A gesture's function is not checked. Empty if the document is
+// broken or holds no profile.
 ProfileSet ParseProfileDocument(std::string document, const ProfileRecord& freshRecord, const DocumentContext& context);
 
 // Fills an empty document with the profiles. The set must not be empty; vid, pid and selection are the first record's.
-// Returns how many elements, CDATA sections and declarations it has; one of more than kMaxXmlElements (xml_guard.h)
-// would not be read back.
+// Returns how many elements, CDATA sections and declarations it has; a document with more than kMaxXmlElements
+// (xml_guard.h) could not be read back.
 std::size_t BuildProfileDocument(const ProfileSet& profiles, const TextCodec& codec, TiXmlDocument& document);
 
 }  // namespace kvn::model

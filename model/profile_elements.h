@@ -1,4 +1,4 @@
-// The element names of the profile file that do not belong to a setting; those stand in setting_field.h.
+// The element names of the profile file that do not belong to a setting; those are in setting_field.h.
 #pragma once
 
 namespace kvn::model::element {

@@ -12,20 +12,20 @@ namespace kvn::model {
 std::size_t LoadProfileFile(const std::wstring& path, ProfileSet& list);
 
 // Writes the list, which must not be empty, over the file. True: the file is the new one, whole and flushed to disk.
-// False: the file is what it was; that is also so when it is marked read-only, and for a list too long to be read back.
+// False: the file is unchanged. That includes a file marked read-only, and a list too long to be read back.
 [[nodiscard]] bool SaveProfileFile(const std::wstring& path, const ProfileSet& list);
 
-// The same in ASCII: everything beyond is escaped, so that it is read alike under every code page.
+// The same in ASCII: all other characters are escaped, so that the file means the same under every code page.
 [[nodiscard]] bool ExportProfileFile(const std::wstring& path, const ProfileSet& list);
 
-// Deals with what a save has left that was cut off, by a power failure or with its program. Where nothing stands at the
-// path, as when a disk has lost the old name before it had the new one, a file that was written to its end is put
-// there; any other is removed. A save that is under way, in whatever program, goes on undisturbed.
+// Recovers from an interrupted save: if the file is missing and the temporary file is complete, the temporary file
+// takes its place; otherwise the temporary file is deleted. A save that is still running, in any program, is not
+// disturbed.
 void FinishOrRemoveInterruptedSave(const std::wstring& path);
 
-// Renames a file of which nothing can be read, so that another can take its place and nothing in it is lost: to the
-// first free one of "name.broken-1.xml", "name.broken-2.xml" and so on. True when nothing stands at the path any
-// longer; false when another program has the file open, or when it holds profiles after all.
+// Renames a file that cannot be read, so that another can take its place and its content is kept: to the first free
+// name of "name.broken-1.xml", "name.broken-2.xml" and so on. True if there is nothing at the path any longer; false if
+// another program has the file open, or if it holds profiles after all.
 [[nodiscard]] bool SetAsideProfileFile(const std::wstring& path);
 
 }  // namespace kvn::model

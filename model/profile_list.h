@@ -1,5 +1,4 @@
-// The rules of the list of profiles: which names are taken, which profile a program belongs to, what a copy takes
-// along.
+// The rules of the list of profiles: which names are taken, which profile a program belongs to, what a copy contains.
 #pragma once
 
 #include <cstddef>
@@ -17,17 +16,17 @@ std::wstring_view ComparedName(const ProfileRecord& profile);
 // Whether the compared name of a profile is this one, exactly and with case.
 bool IsNameInUse(const ProfileSet& profiles, std::wstring_view name);
 
-// The profile that goes when the one at this index is deleted: the first of its name. Names are unique, so it is
-// another one only in a file that was edited by hand.
+// The profile that is removed when the one at this index is deleted: the first of its name. Names are unique, so this
+// is another profile only in a file that was edited by hand.
 std::size_t ProfileToDelete(const ProfileSet& profiles, std::size_t index);
 
-// The index of the selected profile: the stored one, or 0 where no profile has that. The list must not be empty.
+// The index of the selected profile: the stored one, or 0 if no profile has that index. The list must not be empty.
 std::size_t SelectedProfileOf(const ProfileSet& profiles);
 
 // A copy under another name. It has no programs: a program belongs to one profile.
 ProfileRecord CopyWithoutPrograms(const ProfileRecord& source, const std::wstring& name);
 
-// How two paths are compared; Windows has the rules.
+// How two paths are compared; the caller supplies the rules of Windows.
 using PathComparison = bool (*)(const std::wstring&, const std::wstring&);
 
 // The first profile that has a program with this path.

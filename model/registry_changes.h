@@ -1,4 +1,4 @@
-// Which registry values a change of settings writes, in which order, and with what data.
+// The registry values that a change of settings writes, with their order and data.
 #pragma once
 
 #include <cstdint>
@@ -10,7 +10,7 @@
 
 namespace kvn::model {
 
-// One value to write. RowOf(value).type tells which member counts.
+// One value to write. RowOf(value).type decides which member counts.
 struct RegistryWrite {
     RegistryValue value;
     std::int32_t number = 0;

@@ -10,7 +10,7 @@
 
 namespace kvn::model {
 
-// Below HKEY_CURRENT_USER: what the service publishes about the attached mouse, and the per-model keys.
+// Below HKEY_CURRENT_USER: the attached mouse, which the service publishes, and the keys of the models.
 inline constexpr wchar_t kBaseKey[] = L"Software\\KORVEN\\MouseUtility";
 // Below HKEY_LOCAL_MACHINE: the machine-wide default of the wheel button, read only.
 inline constexpr wchar_t kDefaultBindKey[] = L"Software\\KORVEN\\MouseUtility\\DefaultBindKey";
@@ -94,7 +94,7 @@ constexpr const RegistryValueRow& RowOf(RegistryValue value) {
     return kRegistryValues[static_cast<std::size_t>(value)];
 }
 
-// A model's own name: "VIDvvvvPIDpppp" with at least four lower-case hexadecimal digits each.
+// The name of a model: "VIDvvvvPIDpppp" with at least four lower-case hexadecimal digits each.
 std::wstring MouseModelName(std::uint32_t vid, std::uint32_t pid);
 
 // The key below HKEY_CURRENT_USER that holds a model's settings: kBaseKey, a backslash and the model's name; the base

@@ -105,12 +105,12 @@ constexpr const ButtonSlotRow& RowOf(ButtonSlot slot) {
     return kButtonSlots[static_cast<std::size_t>(slot)];
 }
 
-// The function of a slot that nobody has given another one.
+// The function of a slot in a new profile.
 constexpr FunctionCode DefaultFunctionOf(ButtonSlot slot) {
     return RowOf(RowOf(slot).field).defaultValue;
 }
 
-// The value itself when it lies in the field's range, else kAbnormalValue.
+// The value itself if it is in the field's range, else kAbnormalValue.
 constexpr std::int32_t CheckedSetting(SettingField field, std::int32_t value) {
     const SettingFieldRow& row = RowOf(field);
     const bool good = (value >= row.minimum && value <= row.maximum) || (row.mayBeUnset && value == kUnsetValue);

@@ -1,4 +1,4 @@
-// The letters by which strokes are kept in profile file and registry: the same in every language.
+// The letters of strokes in the profile file and the registry: the same in every language.
 #pragma once
 
 #include <optional>
@@ -7,7 +7,7 @@
 
 namespace kvn::model {
 
-// None for a character that is no stroke's letter.
+// None for any other character.
 StrokeDirection DirectionOfStoredLetter(wchar_t letter);
 
 // Nothing for None.

@@ -23,26 +23,26 @@ std::optional<unsigned> LetterIdOf(StrokeDirection direction);
 // The distance in whole pixels, rounded down.
 std::int64_t DistanceBetween(ScreenPoint from, ScreenPoint to);
 
-// Which way `to` lies from `from`; exactly 45 degrees is horizontal, and the same point is None.
+// The direction from `from` to `to`; exactly 45 degrees is horizontal, and the same point is None.
 StrokeDirection DirectionBetween(ScreenPoint from, ScreenPoint to);
 
 inline constexpr std::size_t kMaxStrokeLength = 4;
 
 enum class GestureNoticeKind : std::int32_t { Started, Completed, Cancelled, Progress };
 
-// What the owner of a capture is told.
+// What the owner of a capture gets.
 struct GestureNotice {
-    void* context = nullptr;  // the owner's own
+    void* context = nullptr;  // passed through for the owner
     GestureNoticeKind kind{};
-    std::int32_t count = 0;  // so many directions are valid
+    std::int32_t count = 0;  // the number of valid directions
     std::array<StrokeDirection, kMaxStrokeLength> directions{};
 };
 
-// What is known at one tick.
+// The input of one tick.
 struct StrokeSample {
     ScreenPoint cursor;
     bool isHeld = false;        // the gesture button
-    bool isCancelHeld = false;  // the button that gives a stroke up
+    bool isCancelHeld = false;  // the button that cancels a stroke
 };
 
 class StrokeRecogniser {

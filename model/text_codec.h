@@ -8,25 +8,25 @@
 
 namespace kvn::model {
 
-// A code page. ASCII stands for itself in every one of them.
+// A code page. ASCII is the same in all of them.
 class TextCodec {
 public:
     virtual ~TextCodec() = default;
 
-    // The bytes of the text, or nothing when the code page lacks one of its characters or a zero is among them.
+    // The bytes of the text, or nothing if the code page lacks one of its characters or a zero is among them.
     virtual std::optional<std::string> Encode(std::wstring_view text) const = 0;
 
-    // The text of the bytes. A byte that is no character of the code page gives U+FFFD.
+    // The text of the bytes. A byte that is no character of the code page becomes U+FFFD.
     virtual std::wstring Decode(std::string_view bytes) const = 0;
 };
 
 // The escaped form: characters that the code page lacks, control characters, ">" and an "&" before "#" are written as
-// XML character references in lower-case hexadecimal (&#x416;), which a reader that knows no escapes shows as they
-// stand. The profile file marks an escaped text by a CDATA section: no other text is in one, so a text that only looks
-// escaped is never mistaken.
+// XML character references in lower-case hexadecimal (&#x416;), which a reader without this rule shows unchanged. The
+// profile file marks an escaped text by a CDATA section: no other text is in one, so a text that only looks escaped is
+// read correctly.
 std::string EncodeEscaped(std::wstring_view text, const TextCodec& codec);
 
-// The text of which this is the escaped form, once decoded. An ill-formed reference stays as it is.
+// The text of a decoded escaped form. An ill-formed reference stays as it is.
 std::wstring Unescape(std::wstring_view escaped);
 
 }  // namespace kvn::model

@@ -16,7 +16,7 @@
 
 namespace kvn::page {
 
-// What the pane asks of its page.
+// The services that the pane needs from its page.
 class IButtonPaneOwner : public platform::IPaneOwner {
 public:
     virtual void OnHelp() = 0;
@@ -34,20 +34,20 @@ public:
     // Gives every control its choices and ranges and takes over the messages of the pane and its choosers.
     void SetUp();
 
-    // Shows the settings. Those of the profile stay as they are.
+    // Shows the settings without changing those of the profile.
     void Fill(const model::ProfileSettings& shown);
 
-    // Disables what this mouse does not have.
+    // Disables the controls that this mouse does not have.
     void DisableMissingCapabilities();
 
-    // To be called before the settings are stored: leaves lists that are open, and takes choices back that nobody has
-    // confirmed when the rules are broken. So what is stored has a "Left click" and at most one "Gesture function",
-    // unless it is what the profile has had since it was read.
+    // Call it before the settings are stored: it closes open lists, and undoes unconfirmed choices that break the
+    // rules. So the stored settings have a "Left click" and at most one "Gesture function", unless the profile broke
+    // these rules already when it was read.
     void TakeBackUnconfirmed();
 
     // The settings as the user sees them: the numbers that a control shows, everything else as in `base`. A chooser
-    // without a selection holds a code that it does not offer and keeps it. A pane that could not be filled to its end
-    // shows nobody's settings and keeps everything.
+    // without a selection holds a code that it does not offer and keeps it. If the pane could not be filled completely,
+    // this returns `base` unchanged.
     model::ProfileSettings Read(const model::ProfileSettings& base) const;
 
     // Loads the pictures of the mouse from the folder and draws the plain one.
@@ -63,11 +63,11 @@ private:
 
     // The rules that keep one "Left click" and at most one "Gesture function", and the key dialog of "Arbitrary key".
     void OnChoiceConfirmed(SlotChooser& changed);
-    // When no chooser holds "Left click" any longer, tells the user and gives it to the changed one. True when it did.
+    // If no chooser has "Left click" any longer, shows a message and gives it to the changed one. True if it did.
     bool PutBackLeftClick(const SlotChooser& changed) const;
     void RegisterArbitraryKey(SlotChooser& chooser);
 
-    // What the choosers have selected.
+    // The functions that the choosers have selected.
     bool HasLeftClick() const;
     int GestureCount() const;
     void LeaveLists() const;
@@ -83,7 +83,7 @@ private:
     IButtonPaneOwner& owner;
 
     model::EnumArray<model::ButtonSlot, SlotChooser, model::kButtonSlotCount> choosers;
-    // Before the pictures, which must go first.
+    // Declared before the pictures, which must be destroyed first.
     std::optional<GdiplusSession> gdiplus;
     // Index 0 is the plain mouse, index k the mouse with its k-th control marked. None without GDI+.
     std::vector<MousePicture> pictures;

@@ -7,13 +7,13 @@
 
 namespace kvn::page {
 
-// Makes a new panel the current one. The current panel becomes null when there is no memory for one.
+// Makes a new panel the current one. The current panel becomes null if there is no memory for one.
 void MakeCurrentPanel() noexcept;
 
-// The panel for the page that comes next; made now when a page has taken the last one. Null without memory.
+// The panel for the next page; created now if a page has taken the last one. Null if there is no memory.
 [[nodiscard]] IPropertyPanel* CurrentPanel() noexcept;
 
-// Hands the current panel to the page that opens, which gives it up with its window. Null without memory.
+// Gives the current panel to the page that opens, which keeps it as long as its window. Null if there is no memory.
 [[nodiscard]] std::shared_ptr<IPropertyPanel> TakeCurrentPanel() noexcept;
 
 }  // namespace kvn::page

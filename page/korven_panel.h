@@ -1,4 +1,4 @@
-// The panel behind the property page: it owns what is edited, and conducts start-up, apply, reset and help.
+// The panel behind the property page: it owns the edited settings, and handles start-up, apply, reset and help.
 #pragma once
 
 #include <windows.h>
@@ -74,7 +74,7 @@ private:
     void ShowGestures();
     void PlacePane(HWND pane, HWND previous) const;
     void ShowPane(HWND pane, bool show) const;
-    // Puts what the button pane shows into the selected profile.
+    // Stores the content of the button pane in the selected profile.
     void StorePane();
     bool SaveSettings();
     HWND Control(int control) const { return GetDlgItem(pageWindow, control); }
@@ -88,9 +88,9 @@ private:
     HWND pageWindow = nullptr;
     HWND buttonPaneWindow = nullptr;
     HWND gesturePaneWindow = nullptr;
-    std::wstring helpFile;  // empty when the service's folder is not known
+    std::wstring helpFile;  // empty if the service's folder is not known
     bool isEditingProfiles = false;
-    bool resetDeclined = false;  // the user's answer the last time that a reset was asked for
+    bool resetDeclined = false;  // the user's last answer about a reset
 };
 
 }  // namespace kvn::page

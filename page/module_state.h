@@ -1,4 +1,4 @@
-// The state of the loaded module: the server count, and what keeps the module loaded.
+// The state of the loaded module: the server count, and the references that keep the module loaded.
 #pragma once
 
 namespace kvn::page {
@@ -12,12 +12,12 @@ bool HasServerReferences();
 // shell has taken holds a reference to the loaded module itself.
 void HoldModuleForPage() noexcept;
 
-// Notes that a page and its panel are gone, so that their reference can be given back. Unloads nothing: code of the
+// Notes that a page and its panel are destroyed, so that their reference can be released. Unloads nothing: code of the
 // module is still running.
 void ReleaseModuleOfPage() noexcept;
 
-// Gives back what pages that are gone have held. For callers that hold the module themselves, as COM does when it asks
-// whether it may unload it.
+// Releases the references of destroyed pages. For callers that hold the module themselves, as COM does when it asks
+// whether it may unload the module.
 void GiveBackModule() noexcept;
 
 }  // namespace kvn::page

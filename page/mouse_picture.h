@@ -7,7 +7,7 @@
 
 #include "platform/unique_resource.h"
 
-// GDI+'s headers are heavy: its own type of an image handle is enough here.
+// GDI+'s headers are large: its type of an image handle is enough here.
 namespace Gdiplus {
 class GpImage;
 }
@@ -17,7 +17,7 @@ namespace kvn::page {
 void ShutDownGdiplus(ULONG_PTR token);
 void DisposeImage(Gdiplus::GpImage* image);
 
-// GDI+, for as long as this lives. False when it could not be started.
+// Starts GDI+ for its own lifetime. False when it could not be started.
 class [[nodiscard]] GdiplusSession {
 public:
     GdiplusSession();
@@ -32,8 +32,8 @@ class MousePicture {
 public:
     MousePicture(HWND targetControl, std::wstring imageFile);
 
-    // Draws the picture, stretched over the control's whole area, on the colour of dialogs; that colour alone when the
-    // picture is empty. The control's bitmap before it is deleted.
+    // Draws the picture, stretched over the control's whole area, on the colour of dialogs; that colour alone if the
+    // picture is empty. Deletes the control's previous bitmap.
     void Draw();
 
 private:

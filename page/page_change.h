@@ -1,4 +1,4 @@
-// What the page says to the property sheet around it.
+// The page's messages to the property sheet around it.
 #pragma once
 
 #include <windows.h>

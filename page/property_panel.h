@@ -1,5 +1,5 @@
-// What the property page asks of the panel behind it. The page's dialog procedure has no logic of its own: it turns
-// each message into one of these operations.
+// The operations of the panel behind the property page. The page's dialog procedure has no logic: it turns each message
+// into one of these operations.
 #pragma once
 
 #include <windows.h>
@@ -13,7 +13,7 @@ public:
     virtual ~IPropertyPanel() = default;
 
     // Whether the page is added to the sheet at all. The shell's callback and its parameter are passed for a panel that
-    // wants to add pages of its own.
+    // adds further pages.
     virtual bool CanAddPage(LPFNADDPROPSHEETPAGE addPage, LPARAM parameter) = 0;
 
     virtual void OnInitDialog(HINSTANCE module, HWND page) = 0;
@@ -36,7 +36,7 @@ public:
     virtual void OnCopyData(HWND sender, const COPYDATASTRUCT* data) = 0;
     virtual void OnPaint(HWND page) = 0;
 
-    // The brush for a static control's ground, or null for the usual one.
+    // The brush for a static control's background, or null for the usual one.
     virtual HBRUSH OnCtlColorStatic(HDC deviceContext, HWND control) = 0;
 
     virtual void OnTabChanged(HWND page, WPARAM wParam, const NMHDR* header) = 0;

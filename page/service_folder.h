@@ -1,4 +1,4 @@
-// Where the resident service is installed: its help page and mouse pictures lie beside its program.
+// The folder of the resident service: its help page and mouse pictures are next to its program.
 #pragma once
 
 #include <string>
@@ -6,7 +6,7 @@
 namespace kvn::page {
 
 // The path of the running service's program up to its first "KvnMouseApl": its folder, ending with a backslash. Empty
-// when the service does not run, its process cannot be opened or its path holds no such word.
+// if the service does not run, its process cannot be opened or its path does not contain that word.
 std::wstring ServiceFolder();
 
 }  // namespace kvn::page

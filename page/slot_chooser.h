@@ -15,35 +15,35 @@ namespace kvn::page {
 
 class SlotChooser {
 public:
-    // Told when the keyboard focus comes to the chooser (true) and when it leaves.
+    // Called when the chooser gets the keyboard focus (true) and when it loses it.
     using FocusListener = std::function<void(bool hasFocus)>;
 
     SlotChooser() = default;
     SlotChooser(const SlotChooser&) = delete;
     SlotChooser& operator=(const SlotChooser&) = delete;
 
-    // Takes the combo box over and offers it these functions.
+    // Takes over the combo box and offers these functions in it.
     void SetUp(model::ButtonSlot buttonSlot, HWND comboBox, HINSTANCE module,
                const std::vector<model::CatalogueRow>& functions, FocusListener focusListener);
 
-    // Selects the function; none when it is not offered.
+    // Selects the function; nothing if it is not offered.
     void Select(model::FunctionCode function) const;
 
-    // The keys that "Arbitrary key" shows in brackets; its text alone when there are none.
+    // The keys that "Arbitrary key" shows in brackets; its text alone if there are none.
     void ShowArbitraryKeys(const model::EtcKey& keys) const;
 
     std::optional<model::FunctionCode> Selected() const;
     int SelectedIndex() const;
     void SelectIndex(int index) const;
 
-    // What is selected now has passed the rules, or stands in the profile.
+    // The present selection has passed the rules, or is that of the profile.
     void Confirm();
-    // Selects what was confirmed last.
+    // Selects the last confirmed choice.
     void TakeBack() const { SelectIndex(confirmedIndex); }
 
     // Closes the list if it is open, without confirming.
     void LeaveList() const;
-    // To be called with every notification of the combo box, before anything else is done about it.
+    // Call it with every notification of the combo box, before anything else handles it.
     void OnNotification(UINT notification) { list.OnNotification(combo, notification); }
 
     // The index of "Left click", if it is offered.

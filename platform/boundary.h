@@ -1,4 +1,4 @@
-// The guard at every place where other people's code calls ours: exports, COM methods, window procedures, callbacks.
+// The guard wherever other code calls ours: exports, COM methods, window procedures, callbacks.
 #pragma once
 
 #include <atomic>
@@ -8,7 +8,7 @@
 
 namespace kvn::platform {
 
-// How many of the module's guarded functions are being carried out now, in whatever thread.
+// The number of guarded functions of the module that are running now, in all threads.
 inline std::atomic<int> callsInside = 0;
 
 class [[nodiscard]] CallInside {
@@ -19,7 +19,7 @@ public:
     ~CallInside() { --callsInside; }
 };
 
-// Runs the work and returns its result; an exception, which must never reach the caller's frames, gives the fallback.
+// Runs the work and returns its result, or the fallback after an exception: none may reach the caller.
 template <typename Result, typename Work>
 Result AtBoundary(Result fallback, Work&& work) noexcept {
     const CallInside call;
@@ -28,12 +28,12 @@ Result AtBoundary(Result fallback, Work&& work) noexcept {
         return std::forward<Work>(work)();
     } catch (...) {
     }
-    // The code around may throw next, and others want what this exception has given back.
+    // The caller may throw next, and other threads need the memory that this exception has freed.
     KeepMemoryReserve();
     return fallback;
 }
 
-// Runs the work; false when an exception broke it off.
+// Runs the work; false if an exception ended it.
 template <typename Work>
 bool Completes(Work&& work) noexcept {
     return AtBoundary(false, [&] {

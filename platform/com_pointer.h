@@ -1,4 +1,4 @@
-// Owning types for COM: interface pointers, and a thread's stay in its apartment.
+// Owning types for COM: interface pointers, and the initialisation of COM for a thread.
 #pragma once
 
 #include <windows.h>
@@ -18,8 +18,8 @@ void ReleaseInterface(Interface* object) {
 template <typename Interface>
 using ComPointer = Owned<Interface*, &ReleaseInterface<Interface>>;
 
-// While it lives, this thread is in a single-threaded apartment; false when it cannot be, as a thread of the
-// multi-threaded one. The first stay of a thread is costly, each one within it a mere count.
+// While it lives, this thread is in a single-threaded apartment; false if it cannot be, as when the thread is in the
+// multi-threaded one. The first object of a thread is expensive; each further one only counts.
 class [[nodiscard]] ComApartment {
 public:
     ComApartment() : entered(SUCCEEDED(CoInitialize(nullptr))) {}

@@ -23,20 +23,20 @@ std::wstring SelectedComboText(HWND combo);
 // The index of the first entry with this number.
 [[nodiscard]] std::optional<int> FindComboData(HWND combo, int data);
 
-// Selects the entry with this number, or none when there is no such entry.
+// Selects the entry with this number, or none if there is no such entry.
 void SelectComboData(HWND combo, int data);
 
-// Makes the drop-down list wide enough for its texts. To be called when the list is about to open.
+// Makes the drop-down list wide enough for its texts. Call it when the list is about to open.
 void WidenDropList(HWND combo);
 
-// Gives a combo box back what it had selected before its list was opened, when the list is left without confirming.
+// Restores the selection of a combo box if its list is left without confirming.
 class OpenedList {
 public:
-    // To be called with every notification of the combo box, before anything else is done about it. True when another
-    // entry was given back.
+    // Call it with every notification of the combo box, before anything else handles it. True if it restored another
+    // entry.
     bool OnNotification(HWND combo, UINT notification);
 
-    // Whatever is selected now counts as confirmed.
+    // The present selection counts as confirmed.
     void Confirm() { indexBefore.reset(); }
 
 private:

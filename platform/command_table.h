@@ -8,7 +8,7 @@
 
 namespace kvn::platform {
 
-// Details are what the member function wants to know besides the control.
+// Details are further arguments of the member function, besides the control.
 template <typename Owner, typename... Details>
 struct CommandRow {
     UINT control;

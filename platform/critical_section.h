@@ -12,7 +12,7 @@ public:
     CriticalSection(const CriticalSection&) = delete;
     CriticalSection& operator=(const CriticalSection&) = delete;
 
-    // Named as the standard library's locks ask for.
+    // Named as the standard library's locks require.
     void lock() { EnterCriticalSection(&section); }
     void unlock() { LeaveCriticalSection(&section); }
 

@@ -1,4 +1,4 @@
-// Drawing with GDI, where everything that is taken is given back.
+// Drawing with GDI, with owners that release everything they acquire.
 #pragma once
 
 #include <windows.h>
@@ -15,7 +15,7 @@ public:
     WindowDeviceContext(const WindowDeviceContext&) = delete;
     WindowDeviceContext& operator=(const WindowDeviceContext&) = delete;
 
-    // False when the window has none.
+    // False if the window has none.
     explicit operator bool() const { return context != nullptr; }
     HDC Get() const { return context; }
 
@@ -24,7 +24,7 @@ private:
     HDC context;
 };
 
-// A pen or a brush that is selected for as long as this lives; the previous one comes back then.
+// Selects a pen or a brush for its own lifetime; afterwards the previous one is selected again.
 class [[nodiscard]] SelectedObject {
 public:
     SelectedObject(HDC deviceContext, HGDIOBJ object)

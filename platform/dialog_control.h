@@ -5,8 +5,8 @@
 
 namespace kvn::platform {
 
-// Enables or disables the control. If it has the focus, the heir gets it before the control is disabled, so that the
-// keyboard keeps a place.
+// Enables or disables the control. If it has the focus, `heir` gets the focus before the control is disabled, so that
+// the keyboard still works.
 inline void EnableControl(HWND dialog, int control, bool enable, HWND heir) {
     const HWND window = GetDlgItem(dialog, control);
     if (!enable && window != nullptr && GetFocus() == window) {

@@ -1,4 +1,4 @@
-// How many items a list of the user's may have: profiles, programs of a profile, gestures of a profile.
+// The largest number of items in a list of the user: profiles, programs of a profile, gestures of a profile.
 #pragma once
 
 namespace kvn::platform {

@@ -22,12 +22,12 @@ void AddListColumns(HWND list, HINSTANCE module, std::span<const ListColumn> col
 void SelectFullRows(HWND list);
 
 // Inserts a row with the text of its first column and returns its index, which is the last one at most. In a list with
-// images it has the one of this index, or -1 for none.
+// images the row shows the image with this index; -1: none.
 int InsertListRow(HWND list, int row, const std::wstring& text, std::optional<int> image = std::nullopt);
 
 void SetListText(HWND list, int row, int column, const std::wstring& text);
 
-// The text of a cell, cut to so many UTF-16 units but never in the middle of a surrogate pair.
+// The text of a cell, cut to this number of UTF-16 units but never in the middle of a surrogate pair.
 std::wstring ListText(HWND list, int row, int column, int maxLength);
 
 int ListRowCount(HWND list);

@@ -1,10 +1,9 @@
-// Memory that is set aside for the moment when there is no more.
+// Memory that is reserved for the moment when there is no other.
 #pragma once
 
 namespace kvn::platform {
 
-// Sets the reserve aside again after it was used; to be called where other people's code calls ours. Cheap while the
-// reserve is there.
+// Fills the reserve again after it was used; call it where other code calls ours. Cheap while the reserve is full.
 void KeepMemoryReserve() noexcept;
 
 }  // namespace kvn::platform

@@ -11,22 +11,22 @@ class MessageBoxes {
 public:
     MessageBoxes(HINSTANCE textModule, UINT textIdOfCaption) : module(textModule), captionId(textIdOfCaption) {}
 
-    // Shows the text with MessageBoxW's style bits and returns MessageBoxW's answer; shows nothing and returns 0 when
-    // the text or the caption cannot be loaded.
+    // Shows the text with MessageBoxW's style bits and returns MessageBoxW's answer; shows nothing and returns 0 if the
+    // text or the caption cannot be loaded.
     int Show(HWND owner, UINT textId, UINT style) const;
 
-    // The same for a text that was put together.
+    // The same for a composed text.
     int ShowText(HWND owner, const std::wstring& text, UINT style) const;
 
-    // Tells the user of a refusal or a failure.
+    // Reports a refusal or a failure to the user.
     void Warn(HWND owner, UINT textId) const;
     void WarnText(HWND owner, const std::wstring& text) const;
 
-    // Whether the user wants to delete what is selected.
+    // Asks whether to delete the selection.
     [[nodiscard]] bool ConfirmDeletion(HWND owner) const;
 
-    // The shared check before an item is added to a list of so many items: below the limit it answers true, at the
-    // limit it tells the user and answers false.
+    // The shared check before an item is added to a list of `count` items: true below the limit; at the limit it shows
+    // a message and returns false.
     [[nodiscard]] bool AllowsAnotherItem(HWND owner, int itemCount) const;
 
 private:

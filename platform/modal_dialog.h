@@ -1,11 +1,11 @@
-// A modal dialog whose messages come to an object of ours.
+// A modal dialog whose messages an object handles.
 #pragma once
 
 #include <windows.h>
 
 namespace kvn::platform {
 
-// What a dialog ends with.
+// The result of a dialog.
 enum class DialogResult : INT_PTR { Accepted = 1, Cancelled = 2 };
 
 class ModalDialog {
@@ -19,14 +19,14 @@ protected:
     ModalDialog() = default;
     ~ModalDialog() = default;
 
-    // Shows the dialog above the owner until it ends. True when it was accepted; false also when it cannot be made, or
-    // set up to its end: half a dialog's OK would store half of what it was opened with.
+    // Shows the dialog above the owner until it ends. True if it was accepted. False also if it cannot be created or
+    // completely set up: the OK of half a dialog would lose settings.
     bool RunModal(HINSTANCE module, UINT dialogTemplate, HWND owner);
     void End(DialogResult result) const { EndDialog(window, static_cast<INT_PTR>(result)); }
 
-    // Every message from WM_INITDIALOG on, but no command while one is carried out: nobody can press a button while
-    // another dialog stands before this one. FALSE leaves it to Windows; for WM_INITDIALOG it means that the focus
-    // stays where it was put.
+    // Every message from WM_INITDIALOG on, but no command while one is carried out: the user cannot press a button
+    // while another dialog is in front of this one. FALSE leaves it to Windows; for WM_INITDIALOG it means that the
+    // focus stays where the dialog has put it.
     virtual INT_PTR OnMessage(UINT message, WPARAM wParam, LPARAM lParam) = 0;
 
     HINSTANCE Module() const { return resources; }

@@ -1,5 +1,5 @@
-// Numbers as texts. std::to_wstring and swprintf would bring the C runtime's whole formatting into the DLL, floating
-// point included: more than all dialogs together.
+// Numbers as texts. std::to_wstring and swprintf would link the C runtime's whole formatting into the DLL, with
+// floating point: more code than all dialogs together.
 #pragma once
 
 #include <charconv>
@@ -16,7 +16,7 @@ inline std::wstring NumberText(int number) {
     return {digits.begin(), digits.end()};
 }
 
-// Hexadecimal in small letters, with zeros in front up to `width` digits.
+// Hexadecimal in lower-case letters, with leading zeros up to `width` digits.
 inline std::wstring HexText(std::uint32_t number, std::size_t width) {
     char digits[8];
     const char* const end = std::to_chars(std::begin(digits), std::end(digits), number, 16).ptr;

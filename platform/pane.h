@@ -1,4 +1,4 @@
-// A pane: a child dialog of the property page, one tab's content, whose messages come to an object of ours.
+// A pane: a child dialog of the property page, the content of one tab, whose messages an object handles.
 #pragma once
 
 #include <windows.h>
@@ -8,13 +8,13 @@
 
 namespace kvn::platform {
 
-// What every pane tells its page.
+// The notifications of a pane to its page.
 class IPaneOwner {
 public:
-    // Told of every command and scroll in the pane, so that the page can count as changed.
+    // Called for every command and scroll in the pane, so that the page can count as changed.
     virtual void OnPaneCommand(HWND pane, WPARAM wParam, LPARAM lParam) = 0;
     virtual void OnPaneScroll(HWND trackbar) = 0;
-    // Whatever owns the pane lives at least as long as this.
+    // The owner of the pane lives at least as long as this.
     virtual std::shared_ptr<void> KeepAlive() = 0;
 
 protected:
@@ -26,7 +26,7 @@ public:
     Pane(const Pane&) = delete;
     Pane& operator=(const Pane&) = delete;
 
-    // Makes the pane's window as a hidden child of the page; null when it cannot.
+    // Creates the pane's window as a hidden child of the page; null on failure.
     [[nodiscard]] HWND Create(HINSTANCE module, HWND page);
 
 protected:
@@ -35,13 +35,13 @@ protected:
 
     // From now on the messages of the window come to the pane first.
     void TakeOver();
-    // Whether the pane was set up to its end: only then its controls show what they should.
+    // Whether the pane was set up completely. Otherwise its controls may show something wrong.
     bool HasTakenOver() const { return previousProcedure != nullptr; }
 
-    // A command comes here before the page hears of it.
+    // A command comes here before it goes to the page.
     virtual void OnCommand(UINT control, UINT notification) = 0;
 
-    // Every other message. An answer ends its handling; without one it goes to the window's own procedure.
+    // Every other message. An answer ends its handling; without one it goes to the window's previous procedure.
     virtual std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) = 0;
 
     HINSTANCE Module() const { return resources; }

@@ -1,12 +1,12 @@
-// Lists that change without being painted in between.
+// Changes lists without painting them in between.
 #pragma once
 
 #include <windows.h>
 
 namespace kvn::platform {
 
-// While it lives, changes of a list view, or of a combo box and its list, are not painted; at its end they are, all at
-// once.
+// While it lives, changes of a list view, or of a combo box and its list, are not painted; they are painted together at
+// its end.
 class [[nodiscard]] PausedRedraw {
 public:
     explicit PausedRedraw(HWND pausedList) : list(pausedList) { SendMessageW(list, WM_SETREDRAW, FALSE, 0); }

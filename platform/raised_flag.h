@@ -1,4 +1,4 @@
-// A flag that is up for as long as something goes on, however that ends.
+// A flag that is set during a piece of work, even if the work ends with an exception.
 #pragma once
 
 namespace kvn::platform {

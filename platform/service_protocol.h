@@ -1,5 +1,4 @@
-// The private protocol between the page and the resident service that drives the mouse: the window it is found by and
-// the messages.
+// The private protocol between the page and the resident service that drives the mouse: its window and the messages.
 #pragma once
 
 #include <cstddef>
@@ -7,8 +6,8 @@
 
 namespace kvn::platform {
 
-// The title of the service's top-level window; its class is not relied upon. The service's program file begins with the
-// same word, which is how the page finds the service's folder.
+// The title of the service's top-level window; its class does not matter. The service's program file begins with the
+// same word; by this the page finds the service's folder.
 inline constexpr wchar_t kServiceName[] = L"KvnMouseApl";
 
 // Private window messages to the service. Every wParam is 0.

@@ -1,4 +1,4 @@
-// Folders that the shell knows by number.
+// Folders that the shell identifies by a number.
 #pragma once
 
 #include <windows.h>
@@ -7,7 +7,7 @@
 
 namespace kvn::platform {
 
-// The path of the folder with this CSIDL number, without a final backslash; empty when the shell does not know it.
+// The path of the folder with this CSIDL number, without a final backslash; empty if the shell has no such folder.
 [[nodiscard]] std::wstring SpecialFolder(int folder, HWND owner = nullptr);
 
 }  // namespace kvn::platform

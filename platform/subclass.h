@@ -5,20 +5,20 @@
 
 namespace kvn::platform {
 
-// Replaces the window's procedure and sets its user data; returns the previous procedure, to which every message that
-// is not handled goes by CallWindowProcW.
+// Replaces the window's procedure and sets its user data; returns the previous procedure. Pass every message that is
+// not handled to it with CallWindowProcW.
 inline WNDPROC Subclass(HWND window, WNDPROC procedure, const void* object) {
     SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(object));
     return reinterpret_cast<WNDPROC>(SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(procedure)));
 }
 
-// The object in the window's user data; null when there is none.
+// The object in the window's user data; null if there is none.
 template <typename Object>
 Object* ObjectOf(HWND window) {
     return reinterpret_cast<Object*>(GetWindowLongPtrW(window, GWLP_USERDATA));
 }
 
-// The procedure of a dialog whose messages are all handled by its subclass, or by nobody.
+// The procedure of a dialog whose subclass handles all messages that need handling.
 inline INT_PTR CALLBACK IgnoreMessage(HWND /*dialog*/, UINT /*message*/, WPARAM /*wParam*/, LPARAM /*lParam*/) {
     return FALSE;
 }

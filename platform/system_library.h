@@ -1,13 +1,13 @@
-// Functions of Windows' own libraries that few users ever need: their libraries are loaded when first asked for, so
-// that opening the page does not wait for them.
+// Functions of Windows' libraries that few users ever need. Each library is loaded at its first use, so that opening
+// the page does not wait for it.
 #pragma once
 
 #include <windows.h>
 
 namespace kvn::platform {
 
-// The address of the function; null when this Windows lacks it. The library is loaded by its full path, since one of
-// its name beside the host program is not Windows'. It then stays: a library may have started threads of its own.
+// The address of the function; null if this Windows lacks it. The library is loaded by its full path, since a file of
+// that name next to the host program is not Windows'. It then stays loaded: it may have started threads.
 [[nodiscard]] void* FindSystemFunction(const wchar_t* library, const char* name);
 
 template <typename Function>

@@ -7,7 +7,7 @@
 
 namespace kvn::platform {
 
-// The text with this number, of any length; empty when the module has none.
+// The text with this number, of any length; empty if the module has none.
 [[nodiscard]] std::wstring LoadText(HINSTANCE module, UINT textId);
 
 }  // namespace kvn::platform

@@ -1,5 +1,5 @@
-// Threads that share their state: it lives until the last of them and of its owners is gone, so that a thread
-// that hangs can be left behind.
+// Threads that share their state: it lives until the last of them and of its owners has ended, so that a thread that
+// hangs can be left behind.
 #pragma once
 
 #include <windows.h>
@@ -25,7 +25,7 @@ DWORD WINAPI RunThread(void* parameter) {
     return isComplete ? 0 : 1;
 }
 
-// Null when there is no thread to be had.
+// Null if no thread can be created.
 template <typename Shared>
 UniqueKernelObject StartThread(std::shared_ptr<Shared> shared, void (*body)(Shared&), int priority) {
     auto start = std::make_unique<ThreadStart<Shared>>(ThreadStart<Shared>{std::move(shared), body});

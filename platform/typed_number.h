@@ -1,4 +1,4 @@
-// Numbers in texts that people type.
+// Numbers in texts that users type.
 #pragma once
 
 #include <cstdint>

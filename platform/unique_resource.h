@@ -1,4 +1,4 @@
-// Owning types for what Windows hands out and wants back. A raw handle elsewhere is only borrowed.
+// Owning types for handles and other resources of Windows. A raw handle elsewhere is only borrowed.
 #pragma once
 
 #include <windows.h>
@@ -52,12 +52,12 @@ struct GiveBackTraits {
     static void Close(Handle handle) { static_cast<void>(kGiveBack(handle)); }
 };
 
-// Owns a handle whose empty value is null or 0 and that this function takes back.
+// Owns a handle whose empty value is null or 0 and that this function releases.
 template <typename Resource, auto kGiveBack>
 using Owned = UniqueResource<GiveBackTraits<Resource, kGiveBack>>;
 
 using UniqueRegistryKey = Owned<HKEY, &RegCloseKey>;
-// A kernel object whose creator answers null on failure (a process, a thread, an event).
+// A kernel object whose creator returns null on failure (a process, a thread, an event).
 using UniqueKernelObject = Owned<HANDLE, &CloseHandle>;
 using UniqueBitmap = Owned<HBITMAP, &DeleteObject>;
 using UniqueBrush = Owned<HBRUSH, &DeleteObject>;
@@ -66,7 +66,7 @@ using UniquePen = Owned<HPEN, &DeleteObject>;
 template <typename T>
 using UniqueTaskMemory = Owned<T*, &CoTaskMemFree>;
 
-// Owns a handle whose opener answers INVALID_HANDLE_VALUE on failure.
+// Owns a handle whose opener returns INVALID_HANDLE_VALUE on failure.
 template <auto kGiveBack>
 class [[nodiscard]] OwnedUnlessInvalid {
 public:

@@ -7,8 +7,8 @@
 
 namespace kvn::platform {
 
-// The path of the program file of the window's process, cut to so many UTF-16 units. Empty without a window, and when
-// its process cannot be opened or hides its modules.
+// The path of the program file of the window's process, cut to this number of UTF-16 units. Empty if there is no
+// window, or its process cannot be opened or hides its modules.
 [[nodiscard]] std::wstring ProgramOfWindow(HWND window, DWORD maxLength);
 
 }  // namespace kvn::platform

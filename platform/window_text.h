@@ -7,10 +7,10 @@
 
 namespace kvn::platform {
 
-// The text without what goes beyond so many UTF-16 units; it is never cut in the middle of a surrogate pair.
+// The text, cut to this number of UTF-16 units but never in the middle of a surrogate pair.
 [[nodiscard]] std::wstring CutText(std::wstring text, int maxLength);
 
-// The window's text, cut as above; empty without a window.
+// The window's text, cut as above; empty if there is no window.
 [[nodiscard]] std::wstring WindowText(HWND window, int maxLength);
 
 }  // namespace kvn::platform

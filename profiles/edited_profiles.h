@@ -1,4 +1,4 @@
-// The profile editor's own copy of the profiles, and the list view that shows them.
+// The profile editor's copy of the profiles, and the list view that shows them.
 #pragma once
 
 #include <windows.h>
@@ -13,11 +13,11 @@
 
 namespace kvn::profiles {
 
-// Row i of the list view always shows the name of profile i; a row beyond them, which only somebody else's messages can
-// have made, is nobody's. Every edit but the addition of a program is a change that the profile file needs.
+// Row i of the list view always shows the name of profile i; rows beyond them, which only messages from other programs
+// can add, are ignored. Every edit except adding a program must be saved in the profile file.
 class EditedProfiles {
 public:
-    // The name is the one by which the default profile is known.
+    // Whether this is the name of the default profile.
     EditedProfiles(model::ProfileSet source, std::wstring nameOfDefault)
         : profiles(std::move(source)), defaultName(std::move(nameOfDefault)) {}
 
@@ -28,21 +28,21 @@ public:
     bool IsChanged() const { return isChanged; }
     int Count() const;
     int SelectedCount() const;
-    // The selected profile when there is exactly one.
+    // The selected profile if exactly one is selected.
     std::optional<std::size_t> OnlySelected() const;
     bool IsDefault(std::size_t profile) const;
 
     void Append(model::ProfileRecord profile);
     void Rename(std::size_t profile, const std::wstring& name);
 
-    // Deletes the selected profiles from the top. False when it came to the default profile, which ends the deletion;
-    // what was deleted before stays so. The one profile that is left of a list counts as the default one.
+    // Deletes the selected profiles from the top. False if it reached the default profile, which ends the deletion;
+    // earlier deletions stay. The last remaining profile of a list counts as the default one.
     bool DeleteSelected();
 
     const std::vector<model::ApplicationEntry>& ProgramsOf(std::size_t profile) const {
         return profiles[profile].settings.applications;
     }
-    // The first profile that has the program; paths that differ only in case are one program's.
+    // The first profile that has the program; paths that differ only in case name the same program.
     std::optional<std::size_t> ProfileUsing(const model::ApplicationEntry& program) const;
     void AddProgram(std::size_t profile, const model::ApplicationEntry& program);
     void RemoveProgram(std::size_t profile, std::size_t program);

@@ -14,12 +14,12 @@
 
 namespace kvn::profiles {
 
-// Where the page shows the profiles by their names.
+// The part of the page that shows the profiles.
 class IProfileDisplay {
 public:
     // Shows the settings' profiles again, with the selected one.
     virtual void ShowProfiles() = 0;
-    // Shows another one of them as selected, and what the page lists of it.
+    // Shows another one as selected, with its gestures.
     virtual void ShowSelectedProfile() = 0;
 
 protected:
@@ -29,7 +29,7 @@ protected:
 // Asks the user for programs, as RunProgramSelection does.
 using ProgramChooser = std::function<std::optional<std::vector<model::ApplicationEntry>>(HINSTANCE, HWND)>;
 
-// What the editor borrows from the page.
+// The parts of the page that the editor uses.
 struct ProfileEditorContext {
     HINSTANCE module;
     HWND page;
@@ -39,10 +39,10 @@ struct ProfileEditorContext {
     ProgramChooser choosePrograms = RunProgramSelection;
 };
 
-// Runs the dialog above the page. It works on a copy of the profiles that OK puts in place, and then writes the profile
-// file unless programs were merely added. A deletion selects the first profile at once, and Cancel does not take that
-// back; the selection stays within the list in any case. The page's panes go on showing what they showed, but for the
-// gestures, which are the selected profile's.
+// Runs the dialog above the page. It works on a copy of the profiles. OK puts the copy in place and writes the profile
+// file; if you only added programs, they are saved with the next Apply. A deletion selects the first profile at once,
+// and Cancel does not undo that; the selection stays within the list in any case. The page's panes stay as they are,
+// except for the gestures, which are those of the selected profile.
 void RunProfileEditor(const ProfileEditorContext& context);
 
 }  // namespace kvn::profiles

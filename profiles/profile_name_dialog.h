@@ -9,7 +9,7 @@
 
 namespace kvn::profiles {
 
-// What the name is for. It decides the dialog's title and whether the dialog starts with the current name.
+// The purpose of the name. It decides the dialog's title and whether the dialog starts with the current name.
 enum class ProfileNameMode : std::uint32_t { Add, Rename, Copy };
 
 struct ProfileNameRequest {
@@ -17,8 +17,7 @@ struct ProfileNameRequest {
     std::wstring currentName;  // for Rename and Copy
 };
 
-// Runs the dialog above the owner. The name of the user's OK, cut to 254 characters; it may be empty. Nothing on
-// Cancel.
+// Runs the dialog above the owner. Returns the name on OK, cut to 254 characters; it may be empty. Nothing on Cancel.
 [[nodiscard]] std::optional<std::wstring> RunProfileNameDialog(HINSTANCE module, HWND owner,
                                                                const ProfileNameRequest& request);
 

@@ -12,16 +12,17 @@
 
 namespace kvn::profiles {
 
-// An image list of 16 by 16 pixels that only grows. It stays this object's: keep it as long as the list view shows it.
+// An image list of 16 by 16 pixels that only grows. This object owns it: keep the object as long as the list view shows
+// it.
 class ProgramIcons {
 public:
     ProgramIcons();
 
-    // Makes it the small-image list of the list view, which from then on gives back no image list when it goes.
+    // Makes it the small-image list of the list view, which from then on does not destroy its image list.
     void AttachTo(HWND list) const;
 
-    // Appends the icon of the file and returns its index; -1 when there is no such file or it has no icon. The shell is
-    // asked, whose extensions may have any message of this thread dispatched meanwhile.
+    // Appends the icon of the file and returns its index; -1 if there is no such file or it has no icon. The shell's
+    // extensions may dispatch any message of this thread meanwhile.
     int Append(const std::wstring& path);
 
 private:

@@ -1,4 +1,4 @@
-// The list view of a profile's programs: name and icon, and where the program lies.
+// The list view of a profile's programs: name, icon and path.
 #pragma once
 
 #include <windows.h>
@@ -15,8 +15,8 @@ public:
     // Makes the columns and shows the icons.
     void SetUp(HWND listView, HINSTANCE module);
 
-    // Shows these programs and no others, none of them selected. While the shell is asked for an icon, a message may
-    // bring another filling: the newer one counts, and ends the older one.
+    // Shows these programs and no others, none of them selected. While the shell supplies an icon, a message may start
+    // another filling: the newer one counts, and ends the older one.
     void Show(const std::vector<model::ApplicationEntry>& programs);
     void Append(const model::ApplicationEntry& program);
 

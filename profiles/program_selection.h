@@ -11,7 +11,7 @@
 
 namespace kvn::profiles {
 
-// Runs the dialog above the owner. The programs of the user's OK in their order, maybe none; nothing on Cancel.
+// Runs the dialog above the owner. Returns the selected programs in their order, maybe none, on OK; nothing on Cancel.
 [[nodiscard]] std::optional<std::vector<model::ApplicationEntry>> RunProgramSelection(HINSTANCE module, HWND owner);
 
 }  // namespace kvn::profiles

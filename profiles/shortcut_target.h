@@ -1,16 +1,16 @@
-// What a shortcut file leads to.
+// The target of a shortcut file.
 #pragma once
 
 #include <string>
 
 namespace kvn::profiles {
 
-// The path that the shortcut file stores, up to 259 characters; empty when the file is no shortcut or leads to no path.
-// The calling thread is in a COM apartment.
+// The path that the shortcut file stores, up to 259 characters; empty if the file is no shortcut or has no path. The
+// calling thread is in a COM apartment.
 std::wstring ShortcutTarget(const std::wstring& shortcut);
 
-// The program behind a shortcut that Windows Installer advertises, up to 259 characters; empty when the shortcut is no
-// such one, or its program is not installed.
+// The program behind a shortcut that Windows Installer advertises, up to 259 characters; empty if the shortcut is not
+// of this kind, or its program is not installed.
 std::wstring AdvertisedProgram(const std::wstring& shortcut);
 
 }  // namespace kvn::profiles

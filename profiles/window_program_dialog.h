@@ -9,8 +9,8 @@
 
 namespace kvn::profiles {
 
-// Runs the dialog above the owner. The program of the user's OK: its file name, with its extension, and its path.
-// Nothing on Cancel.
+// Runs the dialog above the owner. Returns the program on OK: its file name, with the extension, and its path. Nothing
+// on Cancel.
 [[nodiscard]] std::optional<model::ApplicationEntry> RunWindowProgramDialog(HINSTANCE module, HWND owner);
 
 }  // namespace kvn::profiles

@@ -1,4 +1,4 @@
-// The class that the module serves, for those who load or register it.
+// The class that the module serves, for programs that load or register it.
 #pragma once
 
 #include <windows.h>

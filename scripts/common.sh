@@ -7,7 +7,7 @@ build=$root/build
 # shellcheck disable=SC2034  # for the scripts that source this file
 jobs=$(nproc)
 
-# The folders that hold the product's code, for the checks that walk them.
+# The folders of the product's code, for the checks.
 # shellcheck disable=SC2034  # used by those who source this
 product_folders=(model platform gestures profiles page service)
 
@@ -52,8 +52,8 @@ windows_path() {
     printf '%s' "Z:${1//\//\\}"
 }
 
-# Sets the environment in which Wine runs for this tree: a prefix and a home of its own below build/, no debugger, no
-# browser or .NET engine. $1 names the prefix, so that jobs at the same time stay apart.
+# Sets the environment in which Wine runs for this tree: a separate prefix and home below build/, no debugger, no
+# browser or .NET engine. $1 names the prefix, so that simultaneous jobs do not share one.
 use_wine_prefix() {
     export WINEPREFIX=$build/wine/$1/prefix HOME=$build/wine/$1/home WINEARCH=win64
     export WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d;winedbg.exe=d"

@@ -31,11 +31,11 @@ public:
     Application(const Application&) = delete;
     Application& operator=(const Application&) = delete;
 
-    // When it returns true, the mouse is driven and the page finds the service.
+    // When it returns true, the mouse is driven and the page can find the service.
     bool Start(const CommandLine& commands);
-    // What options ask for, of this start or of another one.
+    // Carries out options, of this start or of another one.
     Answer CarryOut(const CommandLine& commands);
-    // Until the service is to end.
+    // Runs until the service ends.
     void Run();
 
 private:
@@ -76,7 +76,7 @@ private:
     TransferDialogs transfer;
     TrailWindow trail;
     std::unique_ptr<MouseDriver> driver;     // empty before the start and at the end
-    std::unique_ptr<TryButtons> tryButtons;  // as long as the driver, whose presses it shows
+    std::unique_ptr<TryButtons> tryButtons;  // lives as long as the driver, whose presses it shows
     std::optional<ChosenMouse> keptMouse;
     std::wstring keptLog;
     bool isEnding = false;

@@ -39,12 +39,12 @@ private:
 
     Outlets outlets;
     std::optional<std::uint32_t> pending;  // the time of the press that is looked at next
-    std::uint32_t latest = 0;              // of the last one, which has its second after that
-    std::uint32_t released = 0;            // buttons that have gone up since releases were looked at
+    std::uint32_t latest = 0;              // of the last press, which is checked after that
+    std::uint32_t released = 0;            // buttons that have gone up since the last check of releases
 };
 
-// Whether a hook that saw its last press then has missed one at this time. Both reports of one press come close
-// together.
+// Whether a hook that last saw a press at one time has missed the press at the other. The two reports of one press come
+// close together.
 bool HasMissed(std::uint32_t lastPressOfHook, std::uint32_t press);
 
 }  // namespace kvn::service

@@ -1,4 +1,4 @@
-// The mouse as it is driven: the attached mice, the one that is published, its settings, the hook and the hands.
+// Drives the mouse: the attached mice, the published one, its settings, the hook, and the threads that act.
 #pragma once
 
 #include <windows.h>
@@ -51,7 +51,7 @@ public:
     void Reread();
     void LogTo(const std::wstring& path) { log.WriteTo(path); }
     void Pause(bool pause);
-    // An empty name: by the program in front. Waits a moment until it is so; false when there is no such profile.
+    // An empty name: by the program in front. Waits a moment until it is in force; false if there is no such profile.
     bool Force(const std::wstring& profile);
     // The session was switched away, so another one publishes its mouse; or it is back.
     void LeaveSession(bool isStillActive);
@@ -87,7 +87,7 @@ private:
     Performer performer;
     HookThread hook;
     platform::UniqueKernelObject hasSettings;  // an event
-    // Guards which settings the hook has: with a mouse its profile's, without one the natural ones.
+    // Guards the settings of the hook: with a mouse its profile's, without one the natural ones.
     platform::CriticalSection settingsSection;
     bool hasMouse = false;
     SettingsHub hub;

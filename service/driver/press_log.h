@@ -13,7 +13,7 @@ namespace kvn::service {
 
 class PressLog {
 public:
-    // From now on lines are added to this file; an empty path: to none. Other programs may read, rename and delete it.
+    // From now on, adds lines to this file; an empty path: to none. Other programs may read, rename and delete it.
     void WriteTo(const std::wstring& path);
 
     // From any thread but the hook's. A line that cannot be written is lost.
@@ -21,7 +21,7 @@ public:
 
     bool IsOpen() const;
 
-    // Whether lines could be added to this file; makes it when it is not there.
+    // Whether lines could be added to this file; creates it if it is missing.
     static bool CanWriteTo(const std::wstring& path);
 
 private:

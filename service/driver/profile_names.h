@@ -19,7 +19,7 @@ public:
         names[profile] = name;
     }
 
-    // Empty for a number that was not in force, or long ago.
+    // Empty for a number that was never in force, or too long ago.
     std::wstring NameOf(std::uint32_t profile) const {
         const std::lock_guard lock(section);
         const auto place = names.find(profile);

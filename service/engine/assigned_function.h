@@ -1,4 +1,4 @@
-// What a control or a gesture does under the settings in force.
+// The action of a control or a gesture under the settings in force.
 #pragma once
 
 #include "service/engine/engine_settings.h"
@@ -8,16 +8,17 @@ namespace kvn::service {
 
 struct AssignedFunction {
     FunctionKind kind = FunctionKind::Natural;
-    model::FunctionCode code = model::kFunctionNone;  // kFunctionNone where the setting says nothing of use
+    model::FunctionCode code = model::kFunctionNone;  // kFunctionNone if the setting is of no use
     model::EtcKey keys;                               // of function 37
 
-    // The horizontal speed, which decides whether a tilt's own function is natural, makes no other function of it.
+    // The horizontal speed decides whether a tilt's function is natural; a different speed does not change the
+    // function.
     bool IsSameAs(const AssignedFunction& other) const { return code == other.code && keys == other.keys; }
 };
 
 AssignedFunction FunctionOf(const EngineSettings& settings, model::ButtonSlot control);
 
-// Natural where a gesture has nothing to do.
+// Natural if the gesture does nothing.
 AssignedFunction FunctionOf(const EngineGesture& gesture);
 
 // 1 to 8; a speed out of range counts as 4.

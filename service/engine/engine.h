@@ -1,7 +1,7 @@
 // Decides about each event of the mouse: pure, without heap memory, locks, clock or windows. One thread uses
 // it.
 //
-// Times are milliseconds that wrap around as Windows' tick count does; places are pixels of the screen.
+// Times are milliseconds that wrap around as Windows' tick count does; positions are pixels of the screen.
 #pragma once
 
 #include <array>
@@ -39,7 +39,7 @@ public:
     // The session is locked or switched away, or the service ends: everything that is held ends, and no button counts
     // as held.
     void OnSessionLeft(Orders& orders);
-    // While nobody takes orders (the worker hangs), new presses are natural.
+    // While no thread takes orders (the worker hangs), new presses are natural.
     void OnOverload(bool overloaded);
     // A physical button went up while nobody looked: what it held ends, and nothing of its press is remembered.
     void OnReleaseMissed(model::ButtonSlot physicalButton, Orders& orders);
@@ -52,12 +52,12 @@ public:
     void OnGestureEditForgotten();
     bool IsGestureEdited() const;
 
-    // The page asks for a physical button. For 500 ms its presses are kept.
+    // The page asks about a physical button. For 500 ms its presses are kept.
     void OnQuestion(model::ButtonSlot physicalButton, std::uint32_t time);
     // Bit n: the physical button of slot n is down.
     std::uint32_t HeldButtons() const;
 
-    // While a stroke is under way: ten times a second, with the cursor's place.
+    // While a stroke is under way: ten times a second, with the cursor's position.
     bool WantsTicks() const;
     void OnTick(model::ScreenPoint cursor, Orders& orders);
 

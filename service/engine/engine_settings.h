@@ -14,7 +14,7 @@ namespace kvn::service {
 inline constexpr std::size_t kMaxGestures = 100;
 
 struct EngineGesture {
-    std::array<model::StrokeDirection, model::kMaxStrokeLength> stroke{};  // None behind its last letter
+    std::array<model::StrokeDirection, model::kMaxStrokeLength> stroke{};  // None after its last letter
     model::FunctionCode function = model::kFunctionNone;
     model::EtcKey keys;
 
@@ -30,7 +30,7 @@ struct FlyingScroll {
 };
 
 struct EngineSettings {
-    // Names the profile: two blocks with the same number are of the same profile.
+    // Identifies the profile: two blocks with the same number belong to the same profile.
     std::uint32_t profile = 0;
     // The mouse has this many controls, the first ones in the order of ButtonSlot.
     std::int32_t controlCount = 5;

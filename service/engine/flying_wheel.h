@@ -1,4 +1,4 @@
-// Flying scroll: counts the flicks of the wheel, and knows whether it flies.
+// Flying scroll: counts the flicks of the wheel, and decides whether it flies.
 #pragma once
 
 #include <cstdint>
@@ -26,9 +26,9 @@ public:
 
     // The flight ends, and earlier notches are forgotten.
     void Stop();
-    // The same, and the reports are added up from nothing.
+    // The same, and the sum of the reports starts at zero again.
     void Forget() { *this = {}; }
-    // Ends a flight that has run down, and forgets notches from too long ago.
+    // Ends a flight that is over, and forgets old notches.
     void Expire(std::uint32_t time);
 
 private:
@@ -38,10 +38,10 @@ private:
     void BeginRun(std::uint32_t time);
     void BeginFlight(std::uint32_t time, const FlyingScroll& flying);
 
-    std::int64_t notchPart = 0;  // below a notch, with its sign
+    std::int64_t notchPart = 0;  // less than a notch, with its sign
 
     bool isCounting = false;
-    bool isTowardsUser = false;  // the direction of what is counted, or of the flight
+    bool isTowardsUser = false;  // the direction of the counted notches, or of the flight
     std::int64_t run = 0;        // notches without a longer gap
     std::uint32_t lastNotch = 0;
     std::int32_t flicksBefore = 0;  // flicks in a row before the run

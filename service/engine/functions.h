@@ -11,12 +11,12 @@
 namespace kvn::service {
 
 enum class FunctionKind : std::uint8_t {
-    Natural,  // what Windows does with the control by itself
+    Natural,  // what Windows does with the control
     Held,     // begins at the press, ends at the release
     Once,     // acts at the press
     Repeats,  // a key that is held: it repeats until the release
     Gesture,  // draws a stroke
-    Nothing,  // press and release are kept, and nothing is done
+    Nothing,  // press and release are kept, and do nothing
 };
 
 // How a function is carried out.
@@ -35,7 +35,7 @@ enum class Action : std::uint8_t {
     PressChosenKeys,  // the control's own keys
 };
 
-// What the action Open opens.
+// The targets of the action Open.
 enum class Program : std::uint8_t { None, Computer, Browser, Explorer, ControlPanel, Printers, Magnifier };
 
 struct FunctionRow {
@@ -54,7 +54,7 @@ const FunctionRow* FindFunction(model::FunctionCode code);
 // Natural for codes without a row.
 FunctionKind KindOf(model::FunctionCode code);
 
-// The function that is what Windows does with this control by itself (a tilt's only at horizontal speed 4).
+// The function that equals what Windows does with this control (a tilt's only at horizontal speed 4).
 constexpr model::FunctionCode NaturalFunctionOf(model::ButtonSlot control) {
     return model::DefaultFunctionOf(control);
 }

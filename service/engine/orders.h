@@ -1,4 +1,4 @@
-// What the engine wants done. It decides; others do.
+// The engine's orders to other threads. The engine decides; the others act.
 #pragma once
 
 #include <array>
@@ -13,7 +13,7 @@
 
 namespace kvn::service {
 
-// Names one beginning, until its End.
+// Identifies one beginning, until its End.
 using Ticket = std::uint32_t;
 
 enum class OrderKind : std::uint8_t {
@@ -21,7 +21,7 @@ enum class OrderKind : std::uint8_t {
     Begin,   // `function` begins with `ticket`; an End follows
     Act,     // `function` is carried out once: a held function begins and ends
     Scroll,  // one horizontal wheel report of `amount`
-    Note,    // a press was kept and nothing is to be done: for the log
+    Note,    // a press was kept without an action: for the log
     // For the keeper, which must not wait for the worker.
     End,          // what began with `ticket` ends
     StrokeBegin,  // at `place`
@@ -38,9 +38,9 @@ enum class Cause : std::uint8_t {
     Gesture,        // a stroke that is in the list
     UnknownStroke,  // a stroke that is not
     NoStroke,       // no direction was reached: the control's natural click
-    GivenUp,        // the stroke was given up
-    GivesUp,        // the right button, which gave a stroke up
-    Asked,          // the page asks for the button, or a gesture is being recorded there
+    GivenUp,        // the stroke was cancelled
+    GivesUp,        // the right button, which cancelled a stroke
+    Asked,          // the page asks about the button, or a gesture is being recorded there
 };
 
 struct Order {
@@ -49,7 +49,7 @@ struct Order {
     model::ButtonSlot control = model::ButtonSlot::Left;
     bool isOfPress = true;                    // false: one more of a press or push that had its order already
     model::FunctionCode controlFunction = 0;  // the control's own, for the log
-    model::FunctionCode function = 0;         // what is done
+    model::FunctionCode function = 0;         // the action
     model::EtcKey keys;                       // of function 37
     std::array<model::StrokeDirection, model::kMaxStrokeLength> stroke{};  // for the log
     Ticket ticket = 0;
@@ -59,7 +59,7 @@ struct Order {
     std::uint32_t profile = 0;
 };
 
-// The orders of one event, without heap memory. More than fit cannot come of one event.
+// The orders of one event, without heap memory. One event never has more orders than fit.
 class Orders {
 public:
     void Add(const Order& order) {

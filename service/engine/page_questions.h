@@ -1,4 +1,4 @@
-// What the page's gesture editor asks of the engine: presses of some buttons are its own for a while.
+// The requests of the page's gesture editor: for a while it gets the presses of some buttons.
 #pragma once
 
 #include <array>
@@ -11,7 +11,7 @@ namespace kvn::service {
 class PageQuestions {
 public:
     void BeginEdit() { ++editors; }
-    // An end that has no beginning is one that came too late.
+    // An end without a beginning came too late, and is ignored.
     void EndEdit() { editors -= editors > 0 ? 1 : 0; }
     void ForgetEdits() { editors = 0; }
     bool IsEditing() const { return editors > 0; }

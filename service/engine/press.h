@@ -14,7 +14,7 @@ inline constexpr std::size_t kButtonCount = 5;
 struct Press {
     bool isKnown = false;  // until its release
     Verdict verdict = Verdict::Pass;
-    model::ButtonSlot control = model::ButtonSlot::Left;  // as it was called when it was pressed
+    model::ButtonSlot control = model::ButtonSlot::Left;  // as it was at the press
     AssignedFunction function;
     model::FunctionCode controlFunction = model::kFunctionNone;  // as the settings said
     std::uint32_t profile = 0;

@@ -1,4 +1,4 @@
-// One push of a tilt: its reports less than 300 ms apart. A push is decided once, as a press is.
+// One push of a tilt: its reports less than 300 ms apart. Each push is decided once, like a press.
 #pragma once
 
 #include "service/engine/press.h"
@@ -7,10 +7,10 @@ namespace kvn::service {
 
 class TiltPush {
 public:
-    // The press that the push stands for.
+    // The press that the push represents.
     const Press& AsPress() const { return press; }
 
-    // A push is over when no report has come for 300 ms. To be called with each event, before the clock comes round.
+    // A push is over when no report has come for 300 ms. Call it with each event, before the clock wraps around.
     void Expire(std::uint32_t time);
     // Whether a report of this control belongs to the push.
     bool Takes(model::ButtonSlot control) const { return press.isKnown && press.control == control; }
@@ -32,7 +32,7 @@ private:
     bool isOver = false;
     bool hasReport = false;
     std::uint32_t lastReport = 0;
-    std::int64_t notchPart = 0;     // below a notch
+    std::int64_t notchPart = 0;     // less than a notch
     std::int64_t quartersLeft = 0;  // quarters of a unit
 };
 

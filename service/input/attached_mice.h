@@ -1,4 +1,4 @@
-// The mice that Windows lists by Raw Input, and which of them was used last.
+// The mice that Windows lists by Raw Input, and the one that was used last.
 #pragma once
 
 #include <windows.h>
@@ -34,7 +34,7 @@ public:
     void OnInput(HRAWINPUT input);
     void OnDeviceChange(WPARAM change, HANDLE device);
 
-    // The mouse to publish; nothing when none was ever seen.
+    // The mouse to publish; nothing if there never was one.
     const std::optional<model::DeviceRecord>& Current() const { return current; }
 
 private:

@@ -1,8 +1,8 @@
-// The keys of one function: which they are, which of them are modifiers, and which modifiers they leave no room for.
+// The keys of one function: which of them are modifiers, and which other modifiers must be lifted for them.
 //
-// A modifier that is named without its side (Shift, Ctrl, Alt) is pressed as the left one, and is there already when
-// the user holds either of the two. One that is named with its side is there only when the user holds that very key.
-// The twin on the other side is never in the way: programs see one modifier.
+// A modifier that is named without its side (Shift, Ctrl, Alt) is pressed as the left one, and counts as held if the
+// user holds either of the two. One that is named with its side counts as held only if the user holds exactly that key.
+// The same modifier on the other side never matters: programs see one modifier.
 #pragma once
 
 #include <windows.h>
@@ -27,17 +27,17 @@ struct ChordKey {
 class Chord {
 public:
     Chord() = default;
-    // Codes that name no key are left out, and so is a key that is there already.
+    // Codes that name no key are left out, and so are repeated keys.
     explicit Chord(std::span<const model::KeyCode> codes);
 
     std::span<const ChordKey> Keys() const { return {keys.data(), count}; }
     bool IsEmpty() const { return count == 0; }
-    // Whether other modifiers that are down must not reach the program along with it. Shift, Ctrl and Alt by themselves
-    // join whatever is held, as the real keys do.
+    // Whether other modifiers that are down must be hidden from the program. Shift, Ctrl and Alt alone combine with the
+    // keys that are held, as the real keys do.
     bool ArrivesAsNamed() const;
     // The last key that is no modifier, or 0.
     WORD LastPlainKey() const;
-    // Whether the modifier, when it is down, would make another chord of this one.
+    // Whether the modifier, if it is down, would change this chord into another.
     bool IsForeign(WORD modifier) const;
 
 private:

@@ -1,7 +1,7 @@
-// Presses and releases keys and buttons, and counts who holds them. One thread at a time uses it.
+// Presses and releases keys and buttons, and counts their holders. One thread at a time uses it.
 //
-// Rules of the list that the watcher shares: a key is counted before its press is sent, and no longer counted only
-// after its release was sent; so whatever is down when the service is killed is in the list.
+// Rules of the list that the watcher shares: a key is counted before its press is sent, and until after its release was
+// sent; so every key that is down when the service is killed is in the list.
 #pragma once
 
 #include <windows.h>
@@ -16,9 +16,9 @@
 
 namespace kvn::service {
 
-// What one control holds down, in the order of the presses: keys that the user holds already are not among them.
+// The keys that one control holds down, in the order of the presses, without those that the user holds already.
 struct HeldChord {
-    Chord chord{};  // as it was named
+    Chord chord{};  // as named in the settings
     std::array<WORD, 3> keys{};
     std::size_t count = 0;
 
@@ -33,7 +33,7 @@ public:
     HeldChord Press(const Chord& chord);
     // Presses the last plain key again, as a keyboard does for as long as a key is held.
     static void Repeat(const HeldChord& held);
-    // False while Windows takes no input; then everything is still held.
+    // False while Windows accepts no input; then everything is still held.
     [[nodiscard]] bool Release(const HeldChord& held);
     // Down and up again, in one piece.
     void Tap(const Chord& chord);

@@ -1,7 +1,7 @@
-// What the controls hold at this moment, by ticket: keys, buttons, scrolling. Worker and keeper share it; its lock is
-// held for no longer than input takes to be sent.
+// The keys, buttons and scrolling that the controls hold at this moment, by ticket. Worker and keeper share it; its
+// lock is held only as long as it takes to send input.
 //
-// An ending can overtake its beginning if the worker is late. The function then ends as soon as it begins.
+// An end can overtake its beginning if the worker is late. The function then ends as soon as it begins.
 #pragma once
 
 #include <windows.h>
@@ -18,10 +18,10 @@
 
 namespace kvn::service {
 
-// What is held for one control.
+// The keys, buttons or scrolling of one control.
 struct Holding {
     bool isUsed = false;
-    bool isOver = false;  // it has ended, and Windows took no input: its release is tried again
+    bool isOver = false;  // it has ended, but Windows accepted no input: the release is tried again
     Ticket ticket = 0;
     HeldChord held{};
     std::int32_t scrollStep = 0;  // of a button that scrolls; else 0
@@ -33,17 +33,16 @@ class Holdings {
 public:
     explicit Holdings(HeldList& sharedList) : keys(sharedList) {}
 
-    // False when the function's action is none of keys, buttons and scrolling.
+    // False if the function's action is not keys, buttons or scrolling.
     static bool CanDo(const FunctionRow& row);
 
     void Begin(const Order& order, const FunctionRow& row);
     void Act(const Order& order, const FunctionRow& row);
     void End(Ticket ticket);
-    // Ends everything, and lets nothing begin any more.
+    // Ends everything, and prevents new beginnings.
     void Close();
 
-    // Repeats what is due, and returns in how many milliseconds there is something to do again; nothing when nothing
-    // repeats.
+    // Makes the repeats that are due, and returns the milliseconds until the next one; nothing if nothing repeats.
     std::optional<std::uint32_t> Repeat(std::uint32_t now);
     bool DoRepeat();  // whether anything is due at some time
 
@@ -56,7 +55,7 @@ private:
     platform::CriticalSection lock;
     HeldKeys keys;
     std::array<Holding, 32> holdings{};
-    // The last tickets whose ending came first. More than these cannot wait for the worker.
+    // The last tickets whose end came first. More than these cannot wait for the worker.
     std::array<std::optional<Ticket>, 128> ended{};
     std::size_t endedCount = 0;
     bool isClosed = false;

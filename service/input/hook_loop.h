@@ -1,4 +1,4 @@
-// What runs on the hook thread: the hook, the engine, and the commands of other threads.
+// The body of the hook thread: the hook, the engine, and the commands of other threads.
 #pragma once
 
 #include <windows.h>
@@ -27,13 +27,13 @@ public:
     // The body of the thread, until the command Quit.
     void Run();
 
-    // For other threads. Send returns false when the loop does not listen.
+    // For other threads. Send returns false if the loop does not listen.
     bool Send(const Command& command);
     bool Send(const EngineSettings& settings);
     // Signalled when the hook has been tried for the first time.
     HANDLE Ready() const { return ready.Get(); }
 
-    // What others may ask for at any time.
+    // Figures that other threads may read at any time.
     std::atomic<bool> isInstalled = false;
     std::atomic<bool> isGestureEdited = false;
     std::atomic<std::uint32_t> heldButtons = 0;

@@ -1,4 +1,4 @@
-// The thread that owns the mouse hook and the engine, and does nothing else.
+// The thread that owns the mouse hook and the engine, and does no other work.
 #pragma once
 
 #include <windows.h>
@@ -21,7 +21,7 @@ public:
     HookThread(const HookThread&) = delete;
     HookThread& operator=(const HookThread&) = delete;
 
-    // False when the hook cannot be installed; the thread runs all the same, and Reinstall tries again.
+    // False if the hook cannot be installed; the thread runs nevertheless, and Reinstall tries again.
     bool Start();
 
     // From any other thread; each takes effect before the next event of the mouse is decided.

@@ -10,7 +10,7 @@
 
 namespace kvn::service {
 
-// Input that arrives in one piece: nobody else's gets in between. More than fits is sent in several pieces.
+// Input that arrives in one piece, with no other input in between. If it does not fit, it is sent in several pieces.
 class InputBatch {
 public:
     void KeyDown(WORD key);
@@ -22,7 +22,7 @@ public:
     void Wheel(std::int32_t amount);
     void HorizontalWheel(std::int32_t amount);
 
-    // Sends the gathered input; false if Windows does not take all of it, as while a secure desktop is shown.
+    // Sends the gathered input; false if Windows does not accept all of it, as while a secure desktop is shown.
     bool Send();
 
 private:
@@ -39,7 +39,7 @@ private:
 // while the buttons are swapped.
 WORD PhysicalButton(WORD button);
 
-// Whether the virtual key stands for a button of the mouse.
+// Whether the virtual key is a button of the mouse.
 bool IsMouseButton(WORD key);
 
 }  // namespace kvn::service

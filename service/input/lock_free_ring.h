@@ -1,4 +1,4 @@
-// A queue of a fixed size between two threads: one puts in, one takes out, and neither ever waits for the other.
+// A queue of a fixed size between two threads: one adds, one removes, and neither ever waits for the other.
 #pragma once
 
 #include <array>
@@ -13,7 +13,7 @@ class LockFreeRing {
     static_assert((kCapacity & (kCapacity - 1)) == 0);
 
 public:
-    // For the thread that puts in. False when there is no room.
+    // For the thread that adds. False if the ring is full.
     bool Put(const T& item) {
         if (Room() == 0) return false;
         const std::size_t end = written.load(std::memory_order_relaxed);
@@ -22,12 +22,12 @@ public:
         return true;
     }
 
-    // For the thread that puts in: the room that it sees can only grow.
+    // For the thread that adds: the free space that it sees can only grow.
     std::size_t Room() const {
         return kCapacity - (written.load(std::memory_order_relaxed) - read.load(std::memory_order_acquire));
     }
 
-    // For the thread that takes out. False when there is nothing.
+    // For the thread that removes. False if the ring is empty.
     bool Take(T& item) {
         if (IsEmpty()) return false;
         const std::size_t begin = read.load(std::memory_order_relaxed);

@@ -1,5 +1,5 @@
-// What other threads want of the hook thread: small commands in their order, and the newest settings. The threads that
-// put in share a lock; the hook thread takes out without any.
+// The input of the hook thread from other threads: small commands in their order, and the newest settings. The sending
+// threads share a lock; the hook thread reads without a lock.
 #pragma once
 
 #include <windows.h>
@@ -39,7 +39,7 @@ struct Command {
 
 class Mailbox {
 public:
-    // For any thread but the hook's. False when the hook thread has taken nothing for long.
+    // For any thread but the hook's. False if the hook thread has read nothing for a long time.
     bool Put(const Command& command) {
         const std::lock_guard guard(lock);
         return PutPatiently(command);
@@ -56,7 +56,7 @@ public:
     bool Take(Command& command) { return commands.Take(command); }
     bool IsEmpty() const { return commands.IsEmpty(); }
 
-    // The newest settings; null when they have been taken already. They stay until the next call.
+    // The newest settings; null if they were read already. They stay valid until the next call.
     const EngineSettings* TakeSettings() {
         if ((middle.load() & kFresh) == 0) return nullptr;
         front = middle.exchange(front) & ~kFresh;
@@ -64,7 +64,7 @@ public:
     }
 
 private:
-    static constexpr unsigned kFresh = 4;  // beside the index of a slot
+    static constexpr unsigned kFresh = 4;  // next to the index of a slot
     static constexpr int kTries = 500;
 
     bool PutPatiently(const Command& command) {

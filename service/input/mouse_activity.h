@@ -1,5 +1,5 @@
-// When the mouse was last used, moves included: written by the hook thread, read by threads that work only while
-// somebody is there.
+// When the mouse was last used, moves included: written by the hook thread, read by threads that work only while the
+// user is active.
 #pragma once
 
 #include <windows.h>

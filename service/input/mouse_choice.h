@@ -1,4 +1,4 @@
-// Chooses the attached mouse to publish: the one used last in a way in which no touchpad is used. Pure.
+// Chooses the attached mouse to publish: the one that was last used in a way that excludes touchpads. Pure.
 #pragma once
 
 #include <cstdint>
@@ -19,13 +19,13 @@ public:
     // The buttons that were pressed on the mouse when it was attached before count from now on.
     void Attach(Device device, const MouseFacts& facts);
     void Detach(Device device);
-    // At the start nobody knows which mouse will be used: the one with the most buttons.
+    // At the start it is not known which mouse will be used: choose the one with the most buttons.
     void ChooseMostCapable();
     // pressedButtons: bit n, the button of slot n went down. isUse: something other than moving, left and right. False
-    // for a device that is no attached mouse.
+    // if the device is not an attached mouse.
     bool Take(Device device, std::uint32_t pressedButtons, bool isUse);
 
-    // What to publish; nothing when no mouse was ever attached. The last one stays.
+    // The mouse to publish; nothing if none was ever attached. The last one stays.
     std::optional<model::DeviceRecord> Chosen() const { return chosen; }
 
 private:
@@ -38,7 +38,7 @@ private:
     void Choose(const Mouse& mouse);
 
     std::vector<Mouse> mice;
-    // By device name, those that are away included.
+    // By device name, including detached ones.
     std::map<std::wstring, std::uint32_t> pressedBefore;
     Device chosenDevice = nullptr;
     std::optional<model::DeviceRecord> chosen;

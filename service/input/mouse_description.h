@@ -9,7 +9,7 @@
 
 namespace kvn::service {
 
-// What Raw Input says of a mouse.
+// Raw Input's description of a mouse.
 struct MouseFacts {
     std::wstring deviceName;
     std::uint32_t buttons = 0;
@@ -23,10 +23,10 @@ struct MouseIds {
     friend bool operator==(const MouseIds&, const MouseIds&) = default;
 };
 
-// The ids of the device name, in the forms of USB and Bluetooth; 0xFFFF:0xFFFF when it lacks one or one is 0.
+// The ids of the device name, in the forms of USB and Bluetooth; 0xFFFF:0xFFFF if it lacks one or one is 0.
 MouseIds IdsOfDeviceName(std::wstring_view deviceName);
 
-// What is published of a mouse. pressedButtons: bit n, the button of slot n was pressed on it.
+// The published description of a mouse. pressedButtons: bit n, the button of slot n was pressed on it.
 model::DeviceRecord DescribeMouse(const MouseFacts& facts, std::uint32_t pressedButtons);
 
 bool IsSameMouse(const model::DeviceRecord& left, const model::DeviceRecord& right);

@@ -9,7 +9,7 @@
 
 namespace kvn::service {
 
-// Nothing for messages that are none of a mouse's.
+// Nothing for other messages than those of a mouse.
 std::optional<MouseEvent> EventOf(WPARAM message, const MSLLHOOKSTRUCT& details);
 
 }  // namespace kvn::service

@@ -1,4 +1,4 @@
-// What the worker does for one order.
+// The worker's action for one order.
 #pragma once
 
 #include <string>

@@ -1,5 +1,5 @@
 // Carries out the engine's orders: a worker does the beginnings, in order, and a keeper everything that must not wait
-// for it (endings, repeats, scrolling and flying notches, the trail). All input that the service makes comes from here.
+// for it (ends, repeats, scrolling and flying notches, the trail). All input that the service makes comes from here.
 #pragma once
 
 #include <cstdint>
@@ -23,12 +23,12 @@ public:
 
     bool Start();
 
-    // The rest is for the hook thread: no memory is taken, no lock, and nothing waits.
-    // False while so much is undone that an event's orders might not fit: then nobody should be promised anything.
+    // The rest is for the hook thread: it allocates no memory, takes no lock, and never waits. False while so many
+    // orders wait that those of an event might not fit: then no press should be kept.
     bool HasRoom() const;
     void Take(const Orders& orders);
 
-    // Functions carried out until now.
+    // The number of functions carried out until now.
     std::uint64_t ActionCount() const;
 
 private:

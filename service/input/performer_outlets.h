@@ -1,4 +1,4 @@
-// How others hear of what the performer does.
+// The performer's reports to other parts.
 #pragma once
 
 #include <functional>
@@ -9,7 +9,7 @@
 namespace kvn::service {
 
 struct PerformerOutlets {
-    // On the worker: an order was carried out or noted. `done` says in a few English words what was done ("Ctrl+C",
+    // On the worker: an order was carried out or noted. `done` describes the action in a few English words ("Ctrl+C",
     // "opened explorer.exe", "no window to close").
     std::function<void(const Order& order, const std::wstring& done)> onDone;
     // On the keeper: StrokeBegin, StrokeMove and StrokeEnd.

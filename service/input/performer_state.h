@@ -1,4 +1,4 @@
-// What the hook thread, the worker and the keeper of one performer share.
+// The state that the hook thread, the worker and the keeper of one performer share.
 #pragma once
 
 #include <windows.h>
@@ -15,11 +15,11 @@
 
 namespace kvn::service {
 
-// More is not put off: then presses are natural.
+// Beyond this, presses are natural.
 inline constexpr std::size_t kWorkerOrders = 64;
 inline constexpr std::size_t kKeeperOrders = 256;
 
-// Lets one thread in at a time, and nobody any more once it is closed. Nobody waits at it.
+// Admits one thread at a time, and none after it is closed. It never waits.
 class Gate {
 public:
     bool Enter() { return Change(State::Open, State::Inside); }
@@ -33,13 +33,14 @@ private:
     std::atomic<State> state = State::Open;
 };
 
-// What begins waits for the endings that were ordered before it: a key that is released first goes up first.
+// A beginning waits for the ends that were ordered before it: a key that is released first goes up first.
 struct WorkerOrder {
     Order order;
     std::uint32_t endingsBefore = 0;
 };
 
-// What ends waits a little for what was ordered before it: a key that two controls hold goes up with the last.
+// An end waits a little for the beginnings that were ordered before it: a key that two controls hold goes up with the
+// last.
 struct KeeperOrder {
     Order order;
     std::uint32_t workBefore = 0;
@@ -63,7 +64,7 @@ struct PerformerState {
     std::atomic<std::uint32_t> endingsDone = 0;
     WakeSignal endingDone;  // for the worker
     std::atomic<bool> isEnding = false;
-    std::atomic<std::uint32_t> busySince = 0;  // tick count at which the worker began its present order; 0: it has none
+    std::atomic<std::uint32_t> busySince = 0;  // tick count at which the worker began its present order; 0: none
     std::atomic<std::uint64_t> actions = 0;
 };
 

@@ -1,5 +1,5 @@
-// The user's presses as they happen, for a window that shows them: the hook thread puts in, and the thread that watches
-// takes out. Neither waits for the other.
+// The user's presses as they happen, for a window that shows them: the hook thread adds them, and the watching thread
+// removes them. Neither waits for the other.
 #pragma once
 
 #include <windows.h>
@@ -20,13 +20,13 @@ struct SeenPress {
     model::ButtonSlot control = model::ButtonSlot::Left;
     Cause cause = Cause::Function;
     bool isPaused = false;
-    model::FunctionCode function = model::kFunctionNone;  // what is done: of a press that passes, what Windows does
+    model::FunctionCode function = model::kFunctionNone;  // the action; for a press that passes, what Windows does
     model::EtcKey keys{};                                 // of function 37
     std::array<model::StrokeDirection, model::kMaxStrokeLength> stroke{};
     std::uint32_t profile = 0;
 };
 
-// How the engine has decided about a press that has just begun.
+// The engine's decision about a press that has just begun.
 struct DecidedPress {
     model::ButtonSlot control = model::ButtonSlot::Left;
     Verdict verdict = Verdict::Pass;
@@ -36,16 +36,16 @@ struct DecidedPress {
 
 class PressFeed {
 public:
-    // For the hook thread; all of it is nothing while nobody watches. What finds no room is lost.
-    // Puts in what the orders say of presses and strokes.
+    // For the hook thread; these do nothing while no thread watches. If the ring is full, a press is lost. Adds the
+    // presses and strokes of the orders.
     void Report(const Orders& orders);
-    // Puts in a press that has no order of its own: it passes, or begins a stroke.
+    // Adds a press that has no order: it passes, or begins a stroke.
     void ReportPress(const DecidedPress& press, const Orders& itsOrders);
 
-    // For the thread that watches, one at a time.
+    // For the watching thread, one at a time.
     void Watch();  // from now on
     void StopWatching() { isWatched = false; }
-    HANDLE Came() const { return came.Get(); }  // an event, signalled when there is something; null when there is none
+    HANDLE Came() const { return came.Get(); }  // an event, signalled when there is a press; null if there is no event
     bool Take(SeenPress& press) { return presses.Take(press); }
 
 private:

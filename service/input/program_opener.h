@@ -7,7 +7,7 @@
 
 namespace kvn::service {
 
-// Opens it; returns what was done, in English. May take long; shows no message of its own.
+// Opens it; returns a description of the action, in English. May take long; shows no message.
 std::wstring OpenProgram(Program program);
 
 }  // namespace kvn::service

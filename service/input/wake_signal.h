@@ -10,7 +10,7 @@
 
 namespace kvn::service {
 
-// From Windows 8 on a wait on an address, which wakes sooner than an event; an event before.
+// From Windows 8 on this is a wait on an address, which wakes sooner than an event; before, an event.
 class WakeSignal {
 public:
     WakeSignal();
@@ -18,7 +18,7 @@ public:
     WakeSignal& operator=(const WakeSignal&) = delete;
 
     bool IsThere() const { return waitOnAddress != nullptr || event; }
-    // From any thread; nothing waits and no memory is taken.
+    // From any thread; it never waits and allocates no memory.
     void Raise();
     // On the one thread that is woken. It may return early, as after a raise that was noticed already.
     void Await(DWORD milliseconds);

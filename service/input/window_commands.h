@@ -1,4 +1,5 @@
-// The commands of a window's menu, for the window in front. They are posted: a program that hangs keeps nobody waiting.
+// The commands of a window's menu, for the window in front. They are posted: a program that hangs does not block the
+// service.
 #pragma once
 
 #include <string>
@@ -7,8 +8,8 @@
 
 namespace kvn::service {
 
-// CloseWindow, MaximizeWindow or MinimizeWindow; never for the desktop or the taskbar. The text says in English what
-// was done. Other actions do nothing.
+// CloseWindow, MaximizeWindow or MinimizeWindow; never for the desktop or the taskbar. Returns a description of the
+// action, in English. Other actions do nothing.
 std::wstring DoWindowCommand(Action action);
 
 }  // namespace kvn::service

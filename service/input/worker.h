@@ -1,5 +1,5 @@
-// The thread that carries out beginnings and single actions, in order. It may hang in a program that it opens; nobody
-// waits for it.
+// The thread that carries out beginnings and single actions, in order. It may hang in a program that it opens; no other
+// thread waits for it.
 #pragma once
 
 #include "service/input/performer_state.h"

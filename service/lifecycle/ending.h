@@ -1,4 +1,4 @@
-// Makes the service end in time, whatever hangs.
+// Makes the service end in time, even if a part of it hangs.
 #pragma once
 
 #include <windows.h>
@@ -7,7 +7,7 @@
 
 namespace kvn::service {
 
-// If it lives longer than the end may take, it releases what is held and ends the process.
+// If the end takes too long, it releases what is held and ends the process.
 class EndInTime {
 public:
     explicit EndInTime(HeldList& heldList);

@@ -1,4 +1,4 @@
-// Where this program lies, and starting it once more or a program beside it.
+// The path of this program. Starts it again, or a program next to it.
 #pragma once
 
 #include <windows.h>
@@ -10,12 +10,12 @@
 
 namespace kvn::service {
 
-// The path of this program, and the folder in which it lies, with its final backslash.
+// The path of this program, and its folder, with a final backslash.
 std::wstring ProgramPath();
 std::wstring ProgramFolder();
 
 struct StartedProcess {
-    platform::UniqueKernelObject handle;  // empty when it could not be started
+    platform::UniqueKernelObject handle;  // empty if it could not be started
     std::uint32_t id = 0;
 };
 

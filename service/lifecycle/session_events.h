@@ -1,4 +1,4 @@
-// What Windows says of the session and the machine: locked, switched away and back, woken up, buttons swapped, ended.
+// Windows' events of the session and the machine: locked, switched away and back, woken up, buttons swapped, ended.
 #pragma once
 
 #include <windows.h>
@@ -26,7 +26,7 @@ public:
     // Asks Windows to send its messages to the window.
     static void Watch(HWND window);
 
-    // False while the session is switched away: another one has the screen.
+    // False while another session has the screen.
     bool IsActive() const { return isActive; }
 
     std::optional<LRESULT> OnMessage(const Message& message) override;

@@ -9,9 +9,9 @@ class SessionLock {
 public:
     SessionLock();
 
-    // The first to take the lock has it until its process ends.
+    // The first process that takes the lock has it until it ends.
     bool IsMine() const { return static_cast<bool>(mutex); }
-    // Whether anybody has it.
+    // Whether a process has it.
     static bool IsTaken();
 
 private:

@@ -1,4 +1,5 @@
-// What the service and its watcher share in memory. It lives as long as one of them does, once for each session.
+// The memory that the service and its watcher share. It lives as long as one of them does; there is one for each
+// session.
 #pragma once
 
 #include <windows.h>
@@ -19,7 +20,7 @@ struct SharedState {
     static constexpr std::size_t kMaxArguments = 4096;
 
     HeldList held;
-    std::atomic<std::uint32_t> hasEnded;        // the service ends because it is meant to
+    std::atomic<std::uint32_t> hasEnded;        // the service ends on purpose
     std::atomic<std::uint32_t> watcherProcess;  // 0: none
     // The arguments with which the watcher starts the service again, in the slot that `current` names: the other one is
     // written meanwhile.
@@ -32,16 +33,16 @@ struct SharedState {
 
 class SharedMemory {
 public:
-    // Makes the memory, or finds that of the other process.
+    // Creates the memory, or opens that of the other process.
     SharedMemory();
     ~SharedMemory();
     SharedMemory(const SharedMemory&) = delete;
     SharedMemory& operator=(const SharedMemory&) = delete;
 
-    // Without memory to share it is this process's own.
+    // If memory cannot be shared, it is private to this process.
     SharedState& State() { return *state; }
     bool IsShared() const { return view != nullptr; }
-    // The other process finds the memory even when it gets to look for it only after this one has ended.
+    // The other process can open the memory even after this one has ended.
     void KeepFor(HANDLE process) const;
 
 private:

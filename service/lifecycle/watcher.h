@@ -1,4 +1,4 @@
-// The second process, which does nothing but wait for the service's end; and the service's side of it.
+// The second process, which only waits for the service's end; and the service's side of it.
 #pragma once
 
 #include <windows.h>
@@ -23,11 +23,11 @@ private:
     std::size_t count = 0;
 };
 
-// In the watcher: waits for the end of the service, as often as that is started again. Returns when the service has
-// ended as it was meant to, when another watcher takes over, or when the service ends too often.
+// In the watcher: waits for the end of the service, and starts it again. Returns when the service has ended on purpose,
+// when another watcher takes over, or when the service ends too often.
 void WatchService(std::uint32_t serviceProcess);
 
-// Has a watcher without a service end, and waits for that. True when there is none any more.
+// Ends a watcher without a service, and waits for that. True if there is none any more.
 bool EndWatcher();
 
 // In the service.
@@ -38,11 +38,11 @@ public:
 
     // Keeps the watcher that has started this service, or starts one.
     void Start(std::uint32_t startedBy);
-    // Signalled when the watcher has ended; null without one.
+    // Signalled when the watcher has ended; null if there is none.
     HANDLE Process() const { return process.Get(); }
-    // The watcher has ended, and nobody asked it to, or there is none: starts another, unless none stays just now.
+    // Call it when the watcher has ended unexpectedly, or there is none: starts another, unless watchers keep ending.
     void Replace();
-    // While there is none: when to try again.
+    // While there is none: the time of the next attempt.
     DWORD MillisecondsToRetry() const;
 
 private:

@@ -1,4 +1,4 @@
-// What the arguments of a start ask for. Pure; the same texts travel from a second start to the running service.
+// The meaning of a start's arguments. Pure; a second start passes the same texts to the running service.
 #pragma once
 
 #include <cstdint>
@@ -54,10 +54,10 @@ struct UsageError {
     std::wstring value;
 };
 
-// What is said of a file that --log cannot write to.
+// The message about a file that --log cannot write to.
 UsageError BadLogFile(const std::wstring& path);
 
-// `arguments` leaves out the program's own name. Of an option that comes twice the last one counts.
+// `arguments` does not include the program's name. If an option is given twice, the last one counts.
 std::variant<CommandLine, UsageError> ParseArguments(std::span<const std::wstring> arguments);
 
 // The arguments that ask the running service for the same, without those that a start handles by itself.

@@ -1,4 +1,4 @@
-// How a second start hands its command to the running service, and gets the answer: WM_COPYDATA to the service's
+// Passes the command of a second start to the running service, and the answer back: WM_COPYDATA to the service's
 // window, and its text back to a window of the second start.
 #pragma once
 
@@ -15,7 +15,7 @@ namespace kvn::service {
 
 inline constexpr unsigned kAnswerMilliseconds = 8'000;
 
-// In the second start. Nothing when the service does not answer in this time, or does not understand.
+// In the second start. Nothing if the service does not answer in time, or does not understand.
 std::optional<Answer> AskService(HWND service, const std::vector<std::wstring>& arguments,
                                  unsigned milliseconds = kAnswerMilliseconds);
 
@@ -25,7 +25,7 @@ struct HandedOver {
     std::wstring arguments;  // as one command line, without a program's name
 };
 
-// Nothing when the message is somebody else's.
+// Nothing if the message comes from another program.
 std::optional<HandedOver> ReadHandedOver(WPARAM wParam, LPARAM lParam);
 // Sends the text; returns the result for the message.
 LRESULT Reply(HWND service, const HandedOver& request, const Answer& answer);

@@ -9,16 +9,16 @@
 
 namespace kvn::service {
 
-// The mouse to publish in the place of the attached one; without one: as if none were attached.
+// The mouse to publish in place of the attached one; empty: as if none were attached.
 struct ChosenMouse {
     std::optional<model::DeviceRecord> mouse;
 };
 
-// Ids are hexadecimal and neither is 0, which would mean the base key itself; the rest is decimal. Nothing when the
-// text is anything else.
+// Ids are hexadecimal and neither is 0, which would mean the base key itself; the rest is decimal. Nothing for any
+// other text.
 std::optional<ChosenMouse> ParseChosenMouse(std::wstring_view text);
 
-// The text that says the same.
+// The text with the same meaning.
 std::wstring TextOf(const ChosenMouse& choice);
 
 }  // namespace kvn::service

@@ -1,4 +1,4 @@
-// What the page says to the service and asks it.
+// The page's messages and questions to the service.
 #pragma once
 
 #include <windows.h>

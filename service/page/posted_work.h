@@ -17,7 +17,7 @@ public:
     virtual ~PostedWork() = default;
 
     void RunOn(HWND window) { receiver = window; }
-    // From any thread. Work that finds no memory, or no window, is lost.
+    // From any thread. If there is no memory or no window, the work is lost.
     void Post(std::function<void()> work) noexcept;
 
     std::optional<LRESULT> OnMessage(const Message& message) override;

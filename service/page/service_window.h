@@ -1,4 +1,4 @@
-// The hidden top-level window that the page knows the service by.
+// The hidden top-level window by which the page finds the service.
 #pragma once
 
 #include <windows.h>
@@ -19,9 +19,9 @@ public:
     ServiceWindow& operator=(const ServiceWindow&) = delete;
     ~ServiceWindow();
 
-    // The window has no title yet, so nobody finds it.
+    // The window has no title yet, so the page cannot find it.
     bool Create();
-    // From now on, or no longer, the page and other starts find it.
+    // Makes the window known to the page and to other starts, or hides it from them.
     void Announce();
     void Withdraw();
 
@@ -30,7 +30,7 @@ public:
 private:
     static LRESULT CALLBACK Procedure(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
 
-    // Whether a message that nobody handles is left to Windows; any other is answered with 0.
+    // Whether an unhandled message is left to Windows; all others are answered with 0.
     bool IsForWindows(UINT message, WPARAM wParam) const;
 
     IMessageHandler& handler;
@@ -39,7 +39,7 @@ private:
     platform::Owned<HWND, &DestroyWindow> window;
 };
 
-// The window of the service that runs in this session; null when none does, or when it is not ready.
+// The window of the service that runs in this session; null if none does, or if it is not ready.
 HWND FindRunningService();
 
 // Whether another program has a window with the service's title.

@@ -1,4 +1,4 @@
-// The messages and timers of the service's window that are its own, beside the protocol's (WM_APP + 1 to 7).
+// The private messages and timers of the service's window, besides the protocol's (WM_APP + 1 to 7).
 #pragma once
 
 #include <windows.h>

@@ -1,8 +1,8 @@
-// Every resource id of the service's own: icons and texts. The resource compiler reads this file too, so it holds plain
-// macros only. The numbers keep clear of the page's, whose texts the service has as well.
+// The service's resource ids: icons and texts. The resource compiler reads this file too, so it holds plain macros
+// only. The numbers differ from the page's, because the service contains those texts too.
 #pragma once
 
-#define IDI_SERVICE 1  // the first icon is the program's own
+#define IDI_SERVICE 1  // the first icon is that of the program
 #define IDI_SERVICE_PAUSED 2
 
 // Texts, by number

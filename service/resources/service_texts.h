@@ -1,4 +1,4 @@
-// The service's texts, and how they leave the program.
+// The service's texts, and their output.
 #pragma once
 
 #include <string>
@@ -12,8 +12,8 @@ std::wstring Text(unsigned textId, std::wstring_view first, std::wstring_view se
 
 std::string Utf8(std::wstring_view text);
 
-// To the standard output as UTF-8 when there is one, else to the console that the program was started from. A line that
-// nobody can see is lost.
+// To the standard output as UTF-8 when there is one, else to the console that the program was started from. If there is
+// neither, the line is lost.
 void Print(std::wstring_view text);
 
 }  // namespace kvn::service

@@ -1,4 +1,4 @@
-// The version of the program, as the build gives it.
+// The version of the program, as the build sets it.
 #pragma once
 
 namespace kvn::service {

@@ -1,6 +1,6 @@
-// Notices when the registry keys of the mouse, or the files of a folder, change. What is watched need not be there yet,
-// and may go and come back: then its parents are watched, too. Each watch reports once; a new one is made for the next
-// change, and before what has changed is read.
+// Notices when the registry keys of the mouse, or the files of a folder, change. They need not exist yet, and may be
+// deleted and created again: then their parents are watched too. Each watch reports once; make a new one for the next
+// change, before reading what has changed.
 #pragma once
 
 #include <windows.h>
@@ -12,12 +12,12 @@
 
 namespace kvn::service {
 
-// The base key and all below it. To be made, and to live, in a thread that does not end.
+// The base key and everything below it. Create it in a thread that does not end while it lives.
 class KeyWatch {
 public:
     KeyWatch();
 
-    // Signalled once something has changed; null when nothing could be watched.
+    // Signalled once something has changed; null if nothing could be watched.
     HANDLE Signal() const { return changed.Get(); }
 
 private:

@@ -1,4 +1,4 @@
-// Which program's window is in front of all others, the service's own left aside.
+// Which program's window is in front of all others, except the service's own.
 #pragma once
 
 #include <windows.h>
@@ -14,12 +14,12 @@ public:
         bool isOtherProgram = false;
     };
 
-    // Looks which window has the user's attention. While none has it, one of the service's own, or Windows' list of
-    // programs (Alt+Tab), it is the last one.
+    // Finds the window that the user works with. While there is none, or it is one of the service's own or Windows'
+    // list of programs (Alt+Tab), the last one stays.
     Change Look();
 
-    HWND Window() const { return window; }                   // null before any was seen
-    const std::wstring& Program() const { return program; }  // empty when its path is a secret
+    HWND Window() const { return window; }                   // null until one was seen
+    const std::wstring& Program() const { return program; }  // empty if Windows hides its path
 
 private:
     HWND window = nullptr;

@@ -1,4 +1,4 @@
-// What the hub's thread and all others hand each other. The lock is held for a copy only, never during work.
+// The data that the hub's thread and other threads exchange. The lock is held for a copy only, never during work.
 #pragma once
 
 #include <windows.h>
@@ -21,14 +21,14 @@ struct OrderedMouse {
     std::uint64_t number = 0;  // of the order
 };
 
-// What others ask of the hub, the last of each kind.
+// The orders to the hub, the last of each kind.
 struct HubOrders {
     std::optional<OrderedMouse> mouse;
     std::optional<std::wstring> forced;  // a profile's name; empty: automatic
     std::uint64_t reading = 0;           // the number of an order to read again; 0: none
 };
 
-// What others can know of it.
+// The hub's state, for other threads.
 struct HubReport {
     using Names = std::shared_ptr<const std::vector<std::wstring>>;
 
@@ -61,7 +61,7 @@ public:
     }
 
     // The hub's thread.
-    HANDLE OrderCame() const { return orderCame.Get(); }  // auto-reset; null when there is none
+    HANDLE OrderCame() const { return orderCame.Get(); }  // auto-reset; null if there is none
     HubOrders TakeOrders() {
         HubOrders none;
         const Guard guard(*this);

@@ -1,4 +1,4 @@
-// The hub's thread: it waits for orders, for changes of registry and files and for the program in front, and works out
+// The hub's thread: it waits for orders, for changes of registry and files and for the program in front, and determines
 // the profile in force after each.
 #pragma once
 
@@ -30,7 +30,7 @@ public:
     ~HubWorker();
 
     bool Start();
-    // Asks the thread to end; false when it is busy (a drive that does not answer) and lives on.
+    // Asks the thread to end; false if it is busy (a drive that does not answer) and lives on.
     bool Stop();
 
     HubExchange& Exchange() { return exchange; }
@@ -55,7 +55,7 @@ private:
     void ReportProgram();
     void WorkOutProfile();
     void Publish(const ProfileInForce& next);
-    // A thread that lives on after it was asked to end calls nobody.
+    // If the thread lives on after it was asked to end, it makes no more calls.
     template <typename Outlet, typename... Arguments>
     void Call(const Outlet& outlet, const Arguments&... arguments) {
         if (outlet && !isStopping) outlet(arguments...);
@@ -76,7 +76,7 @@ private:
     std::uint64_t readingNumber = 0;
     std::optional<model::DeviceRecord> mouse;
     ProfileStore store;
-    bool isProfileStale = false;  // something has changed since it was worked out
+    bool isProfileStale = false;  // something has changed since it was determined
     bool isFileUnreadable = false;
     std::wstring forced;
     FrontProgram front;

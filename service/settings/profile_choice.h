@@ -1,4 +1,4 @@
-// Which of the profiles counts.
+// Chooses the profile in force.
 #pragma once
 
 #include <cstddef>

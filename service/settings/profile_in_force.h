@@ -1,4 +1,4 @@
-// Which profile is in force and why, and how others hear of it.
+// The profile in force, the reason for it, and the reports of its changes.
 #pragma once
 
 #include <windows.h>
@@ -25,8 +25,8 @@ enum class SettingsProblem : std::uint8_t { FileUnreadable, FileSetAside };
 struct HubOutlets {
     std::function<void(const ProfileInForce&)> onProfile;  // it is another one, or has other settings
     std::function<void(HWND)> onWindowInFront;             // another one, not the service's own
-    // Once for each problem until it is gone. The text is the path of the file, or of the one that it was set aside
-    // as.
+    // Once for each problem until it is solved. The text is the path of the file, or the new path of a file that was
+    // set aside.
     std::function<void(SettingsProblem, const std::wstring& path)> onProblem;
 };
 

@@ -20,16 +20,16 @@ public:
     // The mouse with these ids; nothing is read yet.
     ProfileStore(std::uint32_t mouseVid, std::uint32_t mousePid);
 
-    // Reads registry and file. False when there is a file that could not be read, or that has no profile: the profiles
-    // are what they were. Without a file there is one default profile.
+    // Reads registry and file. False if there is a file that could not be read, or that has no profile: the profiles
+    // stay as they were. Without a file there is one default profile.
     bool Read();
 
-    // Files that the page has set aside since this was asked, or since the store was made.
+    // Files that the page has set aside since the last call, or since the store was created.
     std::vector<std::wstring> TakeNewlySetAside();
 
     const model::ProfileSet& Profiles() const { return profiles; }  // never empty
     std::size_t Selected() const { return selected; }
-    // Every number is in its range, but for those of flying scroll.
+    // Every number is in its range, except those of flying scroll.
     model::ProfileSettings SettingsOf(std::size_t profile) const;
 
     const std::wstring& Folder() const { return folder; }

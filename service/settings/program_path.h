@@ -1,4 +1,4 @@
-// Programs by their paths: which one a window belongs to, and whether two paths mean the same one.
+// Programs by their paths: the program of a window, and whether two paths name the same program.
 #pragma once
 
 #include <windows.h>
@@ -8,23 +8,23 @@
 
 namespace kvn::service {
 
-// The path of a process's program file; empty when Windows does not say.
+// The path of a process's program file; empty if Windows does not report it.
 std::wstring ProgramOfProcess(DWORD processId);
 
-// The process that a window stands for: its own, or for the frame around a store app the app's; 0 when there is none.
+// The process that a window belongs to: its own, or the app's for the frame around a store app; 0 if there is none.
 DWORD ProcessOfWindow(HWND window);
 
-// The path as Windows itself would write it: short names and links resolved, if the file can be found.
+// The path as Windows would write it: short names and links resolved, if the file can be found.
 std::wstring ResolvedPath(const std::wstring& path);
 
 bool IsSameText(const std::wstring& left, const std::wstring& right);  // without regard to case
 
-// Compares people's entries with the program in front. It looks each entry up once.
+// Compares the entries of the user with the program in front. It looks each entry up once.
 class ProgramComparison {
 public:
-    // Follows a program; empty: none, which equals nothing.
+    // Sets the program in front; empty: none, which equals no entry.
     void SetProgram(const std::wstring& path);
-    // The entries may have become other files.
+    // The files behind the entries may have changed.
     void Forget() { resolvedEntries.clear(); }
 
     // A full path, or the name of a file in any folder.

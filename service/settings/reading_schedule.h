@@ -1,5 +1,5 @@
-// When registry and profile file are read again: shortly after the last of several changes, and not too long after the
-// first.
+// The times at which registry and profile file are read again: shortly after the last of several changes, and not too
+// long after the first.
 #pragma once
 
 #include <algorithm>
@@ -15,8 +15,8 @@ class ReadingSchedule {
 public:
     static constexpr std::uint64_t kAfterLastChange = 100;
     static constexpr std::uint64_t kAfterFirstChange = 3000;
-    // What could not be read may be in use: it is tried again so often, each time a while later, and then left alone
-    // until something changes.
+    // A file that could not be read may be in use: reading is tried again this number of times, after increasing
+    // delays, and then not until something changes.
     static constexpr std::array<std::uint64_t, 5> kRetries{1000, 2000, 4000, 8000, 16000};
 
     void NoteChange(std::uint64_t now) {
@@ -29,7 +29,7 @@ public:
         failures = 0;
     }
 
-    // When to read next; nothing when there is no reason to.
+    // When to read next; nothing if there is no reason to.
     std::optional<std::uint64_t> Due() const { return due; }
     bool IsDue(std::uint64_t now) const { return due && now >= *due; }
 

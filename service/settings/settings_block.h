@@ -9,9 +9,8 @@
 
 namespace kvn::service {
 
-// Flying scroll is off when its number of revolutions is none, or when the mouse lacks it; its speeds are 5 where they
-// are out of range. Gestures whose stroke is none, or that come after kMaxGestures others, are left out. The number
-// names the profile.
+// Flying scroll is off if its number of revolutions is invalid, or if the mouse lacks it; a speed out of range is 5.
+// Gestures with an invalid stroke, and those beyond kMaxGestures, are left out. The number identifies the profile.
 EngineSettings SettingsBlock(const model::ProfileSettings& settings, const model::DeviceRecord& mouse,
                              std::uint32_t profile);
 

@@ -1,5 +1,5 @@
-// Which profile is in force: reads registry and profile file of the mouse, follows them and the program in front, and
-// says so at every change. A thread of its own does the work.
+// Determines the profile in force: reads registry and profile file of the mouse, follows them and the program in front,
+// and reports every change. A separate thread does the work.
 #pragma once
 
 #include <atomic>
@@ -20,7 +20,7 @@ class SettingsHub {
 public:
     using Outlets = HubOutlets;
 
-    // Puts its own event into the activity, whose writer must end before the hub does.
+    // Stores its event in the activity, whose writer must end before the hub.
     SettingsHub(MouseActivity& mouseActivity, Outlets chosenOutlets);
     ~SettingsHub();
     SettingsHub(const SettingsHub&) = delete;
@@ -31,16 +31,16 @@ public:
     // From any other thread; none of them waits for the work.
     void UseMouse(const model::DeviceRecord& mouse);
     bool HasTakenMouse() const;  // the profile in force is that of the mouse named last
-    void Reread();               // the page says that the settings have changed
-    bool HasReread() const;      // what was stored when that was said last is in force
+    void Reread();               // the page reports that the settings have changed
+    bool HasReread() const;      // the settings that were stored at the last report are in force
     void ForceAutomatic();
     bool Force(const std::wstring& profileName);  // false: there is no such profile, or none was read yet
 
     ProfileInForce InForce() const;
     std::vector<std::wstring> ProfileNames() const;  // in the order of the file
     std::wstring ForcedProfile() const;              // empty: automatic
-    std::wstring ProgramInFront() const;             // its path, if Windows says it; the service's own never counts
-    std::uint64_t SwitchCount() const;               // of the profile in force
+    std::wstring ProgramInFront() const;  // its path, if Windows reports it; the service's windows never count
+    std::uint64_t SwitchCount() const;    // of the profile in force
 
 private:
     std::unique_ptr<HubWorker> worker;

@@ -1,4 +1,4 @@
-// What is wrong with a file that cannot be read or written, in words.
+// Messages about files that cannot be read or written.
 #pragma once
 
 #include <string>
@@ -8,9 +8,9 @@
 
 namespace kvn::service {
 
-// Why nothing can be written to the path; an answer in any case.
+// The reason why nothing can be written to the path; never empty.
 Answer WhyNotWritable(const std::wstring& path);
-// Whether something is in the way that can be seen beforehand.
+// Checks for obstacles that can be seen beforehand.
 bool IsWritable(const std::wstring& path);
 
 Answer WhyNotReadable(const std::wstring& path);

@@ -1,4 +1,4 @@
-// The values of a mouse model in the registry, while others take their place.
+// Keeps the values of a mouse model in the registry while others replace them.
 #pragma once
 
 #include <windows.h>
@@ -16,12 +16,12 @@ class ModelValues {
 public:
     ModelValues(const MouseModel& mouseModel, std::span<const model::RegistryWrite> writes);
 
-    // Whether all of them are known, so that they can be put back.
+    // Whether all of them were read, so that they can be restored.
     bool IsComplete() const { return isComplete; }
 
     // Where a value is missing, that of the profile file counts. False when one could not be removed.
     [[nodiscard]] bool Remove() const;
-    // As they were; false when one could not be put back.
+    // Restores them; false if one could not be restored.
     [[nodiscard]] bool Restore() const;
 
 private:

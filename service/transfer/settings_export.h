@@ -1,4 +1,4 @@
-// A mouse model's settings as one file that is read alike on every machine.
+// Exports a mouse model's settings as one file that means the same on every machine.
 #pragma once
 
 #include <string>
@@ -7,11 +7,11 @@
 
 namespace kvn::service {
 
-// Writes the settings of the published mouse to this full path: the whole new file, or what was there stays. Needs no
-// running service.
+// Writes the settings of the published mouse to this full path: the new file is complete, or the old one stays. Needs
+// no running service.
 Answer ExportSettings(const std::wstring& file);
 
-// What the file is called when nobody has said it; no path.
+// The proposed name of the file, without a path.
 std::wstring SuggestedExportName();
 
 }  // namespace kvn::service

@@ -1,4 +1,4 @@
-// Settings from a file in the place of a mouse model's own.
+// Replaces a mouse model's settings by those of a file.
 #pragma once
 
 #include <functional>
@@ -8,11 +8,11 @@
 
 namespace kvn::service {
 
-// Whether a file of another model is wanted too: its answer, or its refusal when the user says no. Called once at most.
+// Asks whether to import a file of another model. Called once at most.
 using OtherModelQuestion = std::function<bool(const std::wstring& modelOfFile, const std::wstring& attachedModel)>;
 
-// Takes the settings of the file at this full path for the published mouse: all of them, or nothing changes. The exit
-// code is kOtherModel when the question was answered with no. A running service has to read them afterwards.
+// Imports the settings of the file at this full path for the published mouse: all of them, or nothing changes. The exit
+// code is kOtherModel if the answer to the question was no. A running service has to read them afterwards.
 Answer ImportSettings(const std::wstring& file, const OtherModelQuestion& isOtherModelWanted);
 
 }  // namespace kvn::service

@@ -1,8 +1,8 @@
-// Other profiles in the place of a mouse model's own, on disk and in the registry.
+// Replaces a mouse model's profiles, on disk and in the registry.
 //
-// The order keeps the settings whole whenever the program is killed: first a copy of the profile file; then the
-// registry's values go, so that the file's selected profile counts; then the new file takes the old one's place at
-// once; then its selected profile is written to the registry.
+// The order keeps the settings whole even if the program is killed: first it copies the profile file; then it deletes
+// the registry's values, so that the file's selected profile counts; then the new file replaces the old one in one
+// step; then it writes the selected profile to the registry.
 #pragma once
 
 #include <cstdint>
@@ -20,10 +20,10 @@ public:
 
     explicit SettingsReplacement(const MouseModel& replacedModel);
 
-    // The profiles must not be none; they get the model's ids.
+    // The set must not be empty; the profiles get the model's ids.
     [[nodiscard]] Result Run(model::ProfileSet profiles);
 
-    // Where the earlier profile file is; empty when there was none.
+    // Where the earlier profile file is; empty if there was none.
     const std::wstring& KeptFile() const { return keptFile; }
 
 private:

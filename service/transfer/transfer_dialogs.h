@@ -1,4 +1,4 @@
-// "Export..." and "Import..." of the menu: a dialog for the file, then the work, on a thread that nobody waits for.
+// "Export..." and "Import..." of the menu: a dialog for the file, then the work, on a thread that no other waits for.
 #pragma once
 
 #include <functional>
@@ -24,7 +24,7 @@ public:
     void OpenExport();
     void OpenImport();
 
-    // From now on nobody is called any more; a dialog that is open ends with the program.
+    // From now on, makes no more calls; an open dialog ends with the program.
     void Close();
 
 private:

@@ -3,7 +3,7 @@
 
 namespace kvn::service {
 
-// The value of the base key that records it; the page does not know it.
+// The value of the base key that records it; the page does not use it.
 inline constexpr wchar_t kGreetedValue[] = L"ServiceGreeted";
 
 // True once for each user.

@@ -1,4 +1,4 @@
-// What a mouse is called where there is little room.
+// The name of a mouse where space is short.
 #pragma once
 
 #include <string>
@@ -7,7 +7,7 @@
 
 namespace kvn::service {
 
-// Its ids, as in "1234:5678": people can look them up, and the profile file's name has them.
+// Its ids, as in "1234:5678": users can look them up, and the profile file's name contains them.
 std::wstring MouseName(const model::DeviceRecord& mouse);
 
 }  // namespace kvn::service

@@ -1,4 +1,4 @@
-// What the service opens for its user.
+// The windows that the service opens for the user.
 #pragma once
 
 #include <functional>
@@ -8,7 +8,7 @@ namespace kvn::service {
 // The Mouse control panel, where the settings page is.
 bool OpenMouseControlPanel();
 
-// The help page beside the program. Opening it may take long, so another thread does it, which says when it fails.
+// The help page next to the program. Opening it may take long, so another thread does it, and reports a failure.
 void OpenHelpPage(std::function<void()> onFailure);
 
 }  // namespace kvn::service

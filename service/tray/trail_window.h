@@ -16,7 +16,7 @@ public:
     TrailWindow& operator=(const TrailWindow&) = delete;
     ~TrailWindow() = default;
 
-    // In screen coordinates. When the window cannot be made, the trail is missing and nothing else.
+    // In screen coordinates. If the window cannot be created, only the trail is missing.
     void Begin(POINT place);
     void MoveTo(POINT place);
     void End() { window.Reset(); }

@@ -15,7 +15,7 @@
 
 namespace kvn::service {
 
-// What the tip says, a line each; at most 127 characters.
+// The lines of the tip; at most 127 characters.
 std::wstring TrayTip(const TrayState& state);
 
 class TrayIcon : public IMessageHandler {
@@ -30,7 +30,7 @@ public:
     TrayIcon(const TrayIcon&) = delete;
     TrayIcon& operator=(const TrayIcon&) = delete;
 
-    // The window gets the icon's messages. Without a taskbar the icon comes as soon as there is one.
+    // The window gets the icon's messages. If there is no taskbar yet, the icon appears as soon as there is one.
     void Show(HWND messageWindow);
     void Refresh();
     void Remove();

@@ -11,7 +11,7 @@
 
 namespace kvn::service {
 
-// What icon and menu show.
+// The state that icon and menu show.
 struct TrayState {
     std::wstring mouse;    // empty: none
     std::wstring profile;  // the one in force
@@ -25,10 +25,10 @@ enum class TrayCommand : std::uint8_t { Settings = 1, Automatic, Pause, Try, Exp
 // A command, or the profile with this name.
 using TrayChoice = std::variant<TrayCommand, std::wstring>;
 
-// Shows the menu at the cursor until something is chosen; nothing when nothing is.
+// Shows the menu at the cursor. The chosen item; nothing if the user chose none.
 std::optional<TrayChoice> ShowTrayMenu(HWND window, const TrayState& state);
 
-// A name as menus show it: an ampersand is no mark of a letter to press.
+// A name for a menu, where an ampersand does not mark a letter to press.
 std::wstring MenuText(const std::wstring& name);
 
 }  // namespace kvn::service

@@ -1,5 +1,5 @@
-// "Try the buttons": the window with a thread of its own, so that neither waits for the other's menus and frames. Both
-// are gone once it is closed.
+// "Try the buttons": the window has a separate thread, so that the service does not wait for its menus and frames, nor
+// the window for the service's. Both end when the window is closed.
 #pragma once
 
 #include <windows.h>
@@ -16,7 +16,7 @@ namespace kvn::service {
 
 class TryButtons {
 public:
-    // Asked by the window's thread.
+    // Called on the window's thread.
     struct Outlets {
         std::function<std::wstring(std::uint32_t profile)> nameOfProfile;
         std::function<std::wstring()> programInFront;  // its path
@@ -28,7 +28,7 @@ public:
     TryButtons(const TryButtons&) = delete;
     TryButtons& operator=(const TryButtons&) = delete;
 
-    // Opens the window, or brings the one that is open to the front. False when it cannot be made.
+    // Opens the window, or brings the one that is open to the front. False if it cannot be created.
     bool Open();
 
 private:

@@ -1,4 +1,4 @@
-// What "Try the buttons" says of a press.
+// The texts of "Try the buttons" for a press.
 #pragma once
 
 #include <string>
@@ -10,8 +10,8 @@ namespace kvn::service {
 // "Button 4", as the page labels it.
 std::wstring ControlText(model::ButtonSlot control);
 
-// What the press does: the function by the page's own name of it, arbitrary keys with their names; of a stroke's end
-// the gesture too.
+// The effect of the press: the function with the name that the page gives it, arbitrary keys with their names; at the
+// end of a stroke, the gesture too.
 std::wstring EffectText(const SeenPress& press);
 
 // "notepad.exe"

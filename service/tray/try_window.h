@@ -14,19 +14,19 @@
 namespace kvn::service {
 
 inline constexpr wchar_t kTryWindowClass[] = L"KvnMouseAplTry";
-// To be posted: the window comes to the front.
+// Post it to bring the window to the front.
 inline constexpr UINT kComeToFrontMessage = WM_APP + 1;
 // Its controls, by number.
 inline constexpr int kTryExplanation = 1001, kTryLabel = 1002, kTryList = 1003;
-// More rows are not kept.
+// The largest number of rows.
 inline constexpr int kMostPressesShown = 100;
 
-// What a row says.
+// The texts of a row.
 struct ShownPress {
     std::wstring control, effect, profile, program;
 };
 
-// Made, used and destroyed on one thread.
+// Created, used and destroyed on one thread.
 class TryWindow {
 public:
     TryWindow() = default;
@@ -40,7 +40,7 @@ public:
     bool IsOpen() const { return static_cast<bool>(window); }
 
     void ComeToFront() const;
-    // Whether the message was a key of the window's (Tab, Esc, a marked letter), which it has obeyed.
+    // Whether the message was a key of the window (Tab, Esc, an underlined letter) and is handled.
     bool TakesKey(MSG& message) const { return IsDialogMessageW(window.Get(), &message) != FALSE; }
     void Add(const ShownPress& press) const;
 

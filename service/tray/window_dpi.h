@@ -16,12 +16,12 @@ using UniqueFont = platform::Owned<HFONT, &DeleteObject>;
 
 UINT DpiOf(HWND window);
 
-// Pixels of a length that is given for 96 dots per inch.
+// The pixels of a length given for 96 dots per inch.
 constexpr int Scaled(int length, UINT dpi) {
     return (length * static_cast<int>(dpi) + static_cast<int>(kPlainDpi) / 2) / static_cast<int>(kPlainDpi);
 }
 
-// The font of Windows' messages; null when there is none.
+// The font of Windows' messages; null if there is none.
 UniqueFont MessageFont(UINT dpi);
 
 }  // namespace kvn::service

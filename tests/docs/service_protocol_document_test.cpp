@@ -162,7 +162,7 @@ std::string LettersOf(const std::vector<model::ScreenPoint>& places) {
 }
 
 TEST(ServiceProtocolDocumentTest, RecognisesTheStrokesOfItsTableAsTheCodeDoes) {
-    const Table strokes = TableWith(Document(), "places, one each 100 ms");
+    const Table strokes = TableWith(Document(), "positions, one every 100 ms");
     EXPECT_GE(strokes.rows.size(), 6U);
     for (const Row& row : strokes.rows) EXPECT_EQ(LettersOf(Places(row[0])), row[1]) << row[0];
 }

@@ -1,4 +1,4 @@
-// What the stories about gestures begin with, and the drawing of a stroke. The page looks at the cursor and asks the
+// The first steps of the stories about gestures, and the drawing of a stroke. The page looks at the cursor and asks the
 // service about the button ten times a second: each step of a stroke waits until the service's log shows that the page
 // has seen the cursor where it is now.
 #pragma once

@@ -1,4 +1,4 @@
-// The user's hands: a real mouse and keyboard, as far as the foreground window can tell.
+// The user's hands: the foreground window cannot distinguish them from a real mouse and keyboard.
 #pragma once
 
 #include <windows.h>
@@ -28,7 +28,7 @@ using test::LetGoOfKey;
 using test::PressKey;
 // All keys go down in this order and up again in the reverse one.
 void PressTogether(std::initializer_list<WORD> keys);
-// Types any characters, whatever the keyboard's layout.
+// Types any characters, with any keyboard layout.
 void TypeText(const std::wstring& text);
 
 // A key that is held down for a while.

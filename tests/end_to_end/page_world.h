@@ -1,4 +1,5 @@
-// The world around the page in one test: registry, profile file, service and host, all its own and all gone afterwards.
+// The world around the page in one test: registry, profile file, service and host, all of them separate, and removed
+// afterwards.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -32,9 +33,9 @@ protected:
     void StartService(const Arguments& options = {}, const std::wstring& program = ServiceProgram());
     // Has a second start of the service's program ask the running one.
     void AskService(const Arguments& options) const;
-    // Has the service end, which handles what was posted to it first.
+    // Ends the service, which first handles all posted messages.
     void EndService();
-    // What the page said to the service so far, in order.
+    // The page's messages to the service so far, in order.
     std::vector<std::string> MessagesToService() const;
     // All lines of the service's log, without their times.
     std::vector<std::string> LinesOfLog() const;
@@ -47,7 +48,7 @@ protected:
     Sheet OpenSheetWithService(const Arguments& serviceOptions = {});
     // Waits for the end of the host that was started last.
     DWORD HostExitCode() const { return host->WaitForExitCode(); }
-    // A program of somebody else's.
+    // Another program.
     Process StartProgram(const std::wstring& program) const { return processes.Start(program, {}); }
     // Has the host do something that shows no sheet; returns its exit code.
     DWORD RunHost(const Arguments& options) const;

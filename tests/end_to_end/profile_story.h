@@ -1,4 +1,4 @@
-// What the stories about editing profiles begin with, and their longer steps.
+// The first steps of the stories about editing profiles, and their longer steps.
 #pragma once
 
 #include <string>

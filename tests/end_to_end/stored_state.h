@@ -1,4 +1,4 @@
-// What the page leaves behind: the registry values and files that the tests look at, make and remove.
+// The page's stored settings: the registry values and files that the tests read, create and remove.
 #pragma once
 
 #include <windows.h>
@@ -19,7 +19,7 @@ using RegistryValues = std::map<std::string, std::string>;
 
 // All values of the sample mouse's key, which may not be there.
 RegistryValues ModelValues();
-// What ModelValues shows for a REG_SZ that is stored without its final zero.
+// The mark in ModelValues for a REG_SZ that is stored without its final zero.
 std::string UnterminatedText(const std::wstring& text);
 // The same for a REG_MULTI_SZ.
 std::string TextList(const std::vector<std::wstring>& texts);

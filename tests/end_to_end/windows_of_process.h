@@ -18,7 +18,7 @@ LRESULT Send(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
 
 using test::ClassOf;
 using test::TitleOf;
-// As the window itself says.
+// As the window reports it.
 std::wstring TextOf(HWND window);
 
 // Null when the process has no such top-level window. `isWanted` must not throw.
@@ -32,8 +32,8 @@ void Click(HWND window);
 
 POINT MiddleOf(const RECT& area);
 
-// What a common control writes through the lParam of a message. Such pointers are not carried across processes.
-// A list view is told by the rectangle's left side which of an item's rectangles is wanted.
+// What a common control writes through the lParam of a message. Such pointers are not carried across processes. The
+// rectangle's left side selects which of an item's rectangles the list view returns.
 RECT ReadRectangle(HWND window, UINT message, WPARAM wParam, LONG kind = 0);
 std::wstring ReadListText(HWND list, int row, int column);
 

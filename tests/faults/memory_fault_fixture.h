@@ -1,4 +1,4 @@
-// What the tests of refused memory start from: a user with profiles of every kind, a service, the bare page, and the
+// The start of the tests of refused memory: a user with profiles of every kind, a service, the bare page, and the
 // module's memory in the test's hands.
 #pragma once
 
@@ -31,7 +31,7 @@ protected:
     struct Sweep {
         std::function<void()> prepare;     // with all the memory there is
         std::function<void()> operation;   // without
-        std::function<void()> check;       // what must hold whatever was refused, with all memory again
+        std::function<void()> check;       // what must hold afterwards, with all memory available again
         std::function<bool()> isEnough{};  // ends the sweep early
     };
     // Whether one allocation is refused or every later one too, and which share of the rounds is made.
@@ -46,7 +46,7 @@ protected:
     // All rounds of both kinds.
     void SweepRefusals(const Sweep& sweep);
 
-    // The page as it must be after any fault: an apply succeeds and the service hears of it.
+    // The page as it must be after any fault: an apply succeeds and notifies the service.
     void ExpectSuccessfulApply();
     // Writes every value that a profile can have, by way of another profile if there is one.
     void ApplyEverything();

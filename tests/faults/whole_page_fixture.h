@@ -1,5 +1,5 @@
-// What the tests of failing Windows functions and services start from: a bare page with pictures, programs and
-// profiles, and a user who goes through all of it.
+// The start of the tests of failing Windows functions and services: a bare page with pictures, programs and profiles,
+// and a user who goes through all of it.
 #pragma once
 
 #include <windows.h>

@@ -1,4 +1,4 @@
-// What the targets share: a fault ends the run, and bytes become values.
+// Code that the targets share: a fault ends the run, and bytes become values.
 #pragma once
 
 #include <cstddef>

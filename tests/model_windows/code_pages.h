@@ -1,4 +1,4 @@
-// The characters of a code page as Windows itself knows them.
+// The characters of a code page according to Windows.
 #pragma once
 
 #include <windows.h>

@@ -1,4 +1,4 @@
-// Files of a test: their bytes, and what else lies beside them.
+// Files of a test: their bytes, and the other files in their folder.
 #pragma once
 
 #include <windows.h>
@@ -48,7 +48,7 @@ inline std::vector<std::wstring> NamesIn(const std::wstring& folder) {
     return names;
 }
 
-// Keeps a file open in such a way that nobody else can replace it, nor read it unless that is shared.
+// Keeps a file open so that no other program can replace it, nor read it unless reading is shared.
 class HeldFile {
 public:
     HeldFile(const std::wstring& path, DWORD sharing)

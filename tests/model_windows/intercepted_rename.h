@@ -27,7 +27,7 @@ inline BOOL RenameOpenFile(HANDLE file, const std::wstring& path) {
     return GenuineSetFileInformation()(file, FileRenameInfo, rename, static_cast<DWORD>(request.size()));
 }
 
-// While it lives, this program's renaming of open files is the given function; whatever else is done to them is done.
+// While it lives, the given function renames this program's open files; all other operations are unchanged.
 class InterceptedRename {
 public:
     explicit InterceptedRename(std::function<BOOL(HANDLE file, const std::wstring& newPath)> standIn)

@@ -1,4 +1,4 @@
-// What the tests of a failing disk share: a folder with one good profile file.
+// Shared by the tests of a failing disk: a folder with one good profile file.
 #pragma once
 
 #include <windows.h>

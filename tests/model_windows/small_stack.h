@@ -1,4 +1,4 @@
-// Runs code with little stack left, as it may be deep inside a program that belongs to somebody else.
+// Runs code with little stack left, as it may be deep inside another program.
 #pragma once
 
 #include <windows.h>

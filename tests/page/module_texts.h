@@ -1,4 +1,4 @@
-// The module's texts and dialog templates in each of its languages, as they stand in the resources.
+// The module's texts and dialog templates in each of its languages, as they are in the resources.
 #pragma once
 
 #include <windows.h>
@@ -32,7 +32,7 @@ struct TemplateControl {
     DWORD style;
     DWORD extendedStyle;
     SHORT x, y, width, height;  // in dialog units
-    int id;                     // -1: nobody asks for it
+    int id;                     // -1: not used
     std::wstring className;     // in capitals
     std::wstring text;
 

@@ -1,5 +1,5 @@
-// What the tests of the two dialogs start from: a Start menu of their own, a fresh module, the dialog in a thread with
-// an owner that nobody sees.
+// The start of the tests of the two dialogs: a Start menu of their own, a fresh module, the dialog in a thread with an
+// owner that nobody sees.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -43,7 +43,7 @@ protected:
 
     void TearDown() override;
 
-    // Opens the dialog and waits until it stands.
+    // Opens the dialog and waits until it is ready.
     void Open();
     // Presses a button of a dialog without waiting for what it does.
     void Press(int button) const;

@@ -23,7 +23,8 @@ public:
     std::wstring PathOf(const std::wstring& name) const { return path + L"\\" + name; }
 
     std::wstring AddFolder(const std::wstring& name) const;
-    // So many folders of that name, one in the other, whatever the length of their path; the path of the innermost.
+    // Creates this number of folders of that name, one in the other, at any path length; returns the path of the
+    // innermost.
     std::wstring AddDeepFolder(const std::wstring& name, std::size_t levels) const;
     std::wstring AddFile(const std::wstring& name, std::string_view content = {}) const;
     // A link to a folder of this one; the target is relative to the folder that the link lies in.

@@ -1,4 +1,4 @@
-// The real program, started as people and scripts start it.
+// The real program, started as users and scripts start it.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -46,7 +46,7 @@ protected:
     int RunningProcesses() const;
     static void Kill(DWORD process);
 
-    // What --status says, by key.
+    // The output of --status, by key.
     std::map<std::string, std::string> Status() const;
 
     // The answer of the service's window, within seconds.

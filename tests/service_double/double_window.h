@@ -1,4 +1,4 @@
-// The top-level window that the page knows the service by: it answers the page's messages and logs them.
+// The top-level window by which the page finds the service: it answers the page's messages and logs them.
 #pragma once
 
 #include <windows.h>

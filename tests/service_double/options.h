@@ -1,4 +1,4 @@
-// What the command line of the stand-in service asks for.
+// The command line of the stand-in service.
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,4 @@
-// What a second start of the program asks of the running service, and how the running one carries it out.
+// The requests of a second start of the program, and their execution by the running service.
 #pragma once
 
 #include <windows.h>
@@ -10,7 +10,7 @@
 
 namespace kvn::service_double {
 
-// The answers to a request; 0 is what a window that does not know requests would say.
+// The answers to a request; 0 is the answer of a window that does not handle requests.
 enum class SettingsReply : LRESULT {
     NotUnderstood = 0,
     Delivered = 1,

@@ -1,5 +1,5 @@
-// What must reach the program in front when a control has a function: the table that the tests walk, written from what
-// people are told of each function and not from the service's own table.
+// What must reach the program in front when a control has a function: the table that the tests walk, written from the
+// user's documents and not from the service's table.
 #pragma once
 
 #include <string>

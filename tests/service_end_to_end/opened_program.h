@@ -1,4 +1,4 @@
-// What the tests and the programs that stand in the place of Windows' own agree on.
+// The protocol between the tests and the programs that replace Windows' own.
 #pragma once
 
 namespace kvn::service_end_to_end {

@@ -1,4 +1,4 @@
-// What the tests and the recorder, a program of its own, agree on.
+// The protocol between the tests and the recorder, a separate program.
 #pragma once
 
 #include <windows.h>

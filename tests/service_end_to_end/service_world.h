@@ -1,5 +1,5 @@
-// What is around the service in one test: mouse, keyboard, registry, profile file and other people's programs. All of
-// it is gone afterwards.
+// The surroundings of the service in one test: mouse, keyboard, registry, profile file and other programs. All of it is
+// removed afterwards.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -25,7 +25,7 @@ inline constexpr ButtonSlot kLeft = ButtonSlot::Left, kRight = ButtonSlot::Right
                             kBack = ButtonSlot::Button4, kForward = ButtonSlot::Button5,
                             kTiltLeft = ButtonSlot::TiltLeft, kTiltRight = ButtonSlot::TiltRight;
 
-// Functions with a part of their own in the tests.
+// Functions with a special part in the tests.
 enum Function : model::FunctionCode {
     kLeftClick = 1,
     kRightClick = 2,
@@ -101,7 +101,7 @@ protected:
     // everything afterwards. For buttons other than the left one.
     void PressUntil(Recorder& recorder, ButtonSlot control, const std::string& line) const;
 
-    // Waits for as many lines and compares.
+    // Waits for the expected number of lines and compares.
     static void Expect(Recorder& recorder, const Lines& expected);
     // Compares with everything that comes at all.
     static void ExpectAll(Recorder& recorder, const Lines& expected);

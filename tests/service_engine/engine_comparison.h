@@ -1,4 +1,5 @@
-// An engine and the oracle hear the same; after each input both must say the same, and the promises must hold.
+// Gives an engine and the oracle the same inputs; after each one both must give the same answer, and the promises must
+// hold.
 #pragma once
 
 #include <array>
@@ -10,7 +11,7 @@
 
 namespace kvn::service {
 
-// What the engine promises whatever the rules are, held to what it says.
+// Checks the engine's answers against its promises, which do not depend on the rules.
 class PromiseCheck {
 public:
     // Empty, or what is broken.

@@ -1,4 +1,4 @@
-// An engine with a mouse whose events come 10 ms apart, and what it wanted done.
+// An engine with a mouse whose events come 10 ms apart, and its orders.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -28,7 +28,7 @@ protected:
         Apply();
     }
 
-    // What was wanted since the last call.
+    // The orders since the last call.
     std::string Done() { return std::exchange(done, {}); }
 
     bool Keeps(const MouseEvent& event) {

@@ -1,5 +1,5 @@
 // A second engine, written from the rules alone and in another shape: it keeps the whole history and what it answered,
-// and finds every answer by looking back. What the two disagree on is a fault of one of them.
+// and finds every answer by looking back. If the two disagree, one of them has a fault.
 #pragma once
 
 #include <cstdint>
@@ -28,7 +28,7 @@ private:
     // A place in the history; -1: nowhere.
     using Place = int;
 
-    // What was heard and answered, and what follows from it for the wheel.
+    // The inputs and answers, and their consequences for the wheel.
     struct Entry {
         EngineInput input;
         OracleAnswer answer;

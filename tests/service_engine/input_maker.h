@@ -1,4 +1,4 @@
-// Makes histories of inputs out of numbers, random ones or a fuzzer's: people who press, tilt, flick and draw, while
+// Makes histories of inputs out of numbers, random ones or a fuzzer's: users who press, tilt, flick and draw, while
 // everything around them changes.
 #pragma once
 

@@ -1,4 +1,4 @@
-// The service's whole program, whose memory is refused where the test that starts it says so.
+// The service's whole program, in which the test that starts it can refuse memory.
 #pragma once
 
 #include <string>
@@ -7,7 +7,7 @@
 
 namespace kvn::test {
 
-// The environment variable that says it. The program takes it away, so that what it starts has all memory.
+// The environment variable for this. The program removes it, so that the programs it starts have all memory.
 inline constexpr wchar_t kRefusedVariable[] = L"KVN_REFUSED_MEMORY";
 
 // Its value: the threads that are meant (the first one counts as the test's own), the number of the allocation, and

@@ -1,4 +1,4 @@
-// A window on a thread of its own that lies over the whole screen and records the input that reaches it.
+// A window on a separate thread that covers the whole screen and records the input that reaches it.
 #pragma once
 
 #include <windows.h>
@@ -21,10 +21,9 @@ public:
 
     HWND Get() const { return window; }
 
-    // What has arrived until now, as "+Ctrl +C -C -Ctrl": "+" is down, "-" is up. Keys are named by the side that their
-    // message tells ("RCtrl"; the left ones have no prefix), Pause with its scan code ("Pause69"), buttons "Left" to
-    // "X2", notches "Wheel120" and "HWheel-120", commands of the window's menu "close", "maximize", "restore" and
-    // "minimize".
+    // What has arrived until now, as "+Ctrl +C -C -Ctrl": "+" is down, "-" is up. Keys are named with the side in their
+    // message ("RCtrl"; the left ones have no prefix), Pause with its scan code ("Pause69"), buttons "Left" to "X2",
+    // notches "Wheel120" and "HWheel-120", commands of the window's menu "close", "maximize", "restore" and "minimize".
     std::string Text();
     // Waits until this has arrived; the text that has arrived when it does not.
     std::string Await(const std::string& expected);

@@ -1,4 +1,4 @@
-// A hub with a user, a machine and a mouse of the test's own, and what it has said.
+// A hub with a user, a machine and a mouse of the test's own, and its reports.
 #pragma once
 
 #include <windows.h>

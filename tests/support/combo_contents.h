@@ -1,4 +1,4 @@
-// What a combo box offers and shows.
+// The entries and the selection of a combo box.
 #pragma once
 
 #include <windows.h>

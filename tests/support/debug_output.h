@@ -1,4 +1,4 @@
-// What this process writes to the debugger's output.
+// The debug output of this process.
 #pragma once
 
 #include <windows.h>

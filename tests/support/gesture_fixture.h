@@ -1,4 +1,4 @@
-// What the tests of the gestures start from: an open gesture pane, its editor, and a hand that draws.
+// The start of the tests of the gestures: an open gesture pane, its editor, and a hand that draws.
 #pragma once
 
 #include <string>
@@ -20,7 +20,7 @@ inline const std::vector<GestureText> kTwoGestures{{"U", 3, "one page back", ""}
 // A profile whose wheel button has the gesture function, with these gestures.
 std::string GestureProfile(const std::vector<GestureText>& gestures, const std::string& name = "Default");
 
-// So many gestures, all different.
+// This number of gestures, all different.
 std::vector<GestureText> ManyGestures(int count);
 
 inline constexpr wchar_t kEditorTitle[] = L"Edit gesture";

@@ -8,7 +8,7 @@
 
 namespace kvn::test {
 
-// What a user sees of a message box.
+// The visible parts of a message box.
 struct MessageBoxSeen {
     std::wstring caption;
     std::wstring text;
@@ -20,7 +20,7 @@ struct MessageBoxSeen {
 // The open message box; null when there is none.
 HWND OpenMessageBox();
 
-// Waits for a message box, presses one of its buttons and waits until it is gone. What the box said is the answer.
+// Waits for a message box, presses one of its buttons and waits until it is gone. Returns the content of the box.
 // `expected` names the box in the failure of a test that waits too long.
 MessageBoxSeen AnswerMessageBox(const std::string& expected, int button);
 

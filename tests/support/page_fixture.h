@@ -1,4 +1,4 @@
-// What every test of the page starts from: a user with an attached mouse, a running service, the module loaded.
+// The start of every test of the page: a user with an attached mouse, a running service, the module loaded.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -50,8 +50,8 @@ protected:
     std::map<std::wstring, StoredValue> ModelValues() const { return StoredValues(mouse.Key()); }
     void ForgetModelValues() const { RegDeleteTreeW(HKEY_CURRENT_USER, mouse.Key().c_str()); }
 
-    // What a user does. Each waits until the sheet's thread is through with it, or stands before a modal dialog.
-    // Gives the focus to the combo box, chooses the entry with this number and confirms.
+    // Actions of the user. Each waits until the sheet's thread has finished it, or has a modal dialog open. Gives the
+    // focus to the combo box, chooses the entry with this number and confirms.
     void Choose(int control, int data) const;
     void SetFocusTo(HWND control) const;
     void Click(int paneControl) const;

@@ -1,5 +1,5 @@
-// What the tests run on. Where Wine and Windows differ, a test asks here and says what differs; it never takes the one
-// or the other for granted.
+// The platform of the tests. Where Wine and Windows differ, a test asks here and says what differs; it never takes the
+// one or the other for granted.
 #pragma once
 
 namespace kvn::test {

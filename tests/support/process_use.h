@@ -1,4 +1,4 @@
-// What another program has used of the machine.
+// The memory, handles and processor time of another program.
 #pragma once
 
 #include <windows.h>

@@ -1,4 +1,4 @@
-// What the tests of the profile editor start from: the page with profiles, and the editor opened by its button.
+// The start of the tests of the profile editor: the page with profiles, and the editor opened by its button.
 #pragma once
 
 #include <map>

@@ -1,4 +1,4 @@
-// What a module writes into the registry, call by call; single values can be made to fail.
+// The registry writes of a module, call by call; single values can be made to fail.
 #pragma once
 
 #include <windows.h>

@@ -27,8 +27,8 @@ struct FunctionName {
 template <FunctionName kName, typename Function>
 class ReplacedImport;
 
-// While it lives, the module's calls of the function go to the replacement; everybody else's do not. One at a time for
-// each function.
+// While it lives, the module's calls of the function go to the replacement; calls by other modules do not. One at a
+// time for each function.
 template <FunctionName kName, typename Result, typename... Arguments>
 class ReplacedImport<kName, Result(Arguments...)> {
 public:

@@ -1,4 +1,4 @@
-// What this process holds of memory and of Windows' objects, to be compared before and after.
+// The memory and the Windows objects of this process, for comparison before and after.
 #pragma once
 
 #include <windows.h>

@@ -1,4 +1,4 @@
-// A Windows user of the test's own: registry hives and an application-data folder that nobody else sees, gone
+// A Windows user of the test's own: registry hives and an application-data folder that no other program uses, gone
 // afterwards.
 #pragma once
 

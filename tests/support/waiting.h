@@ -1,4 +1,4 @@
-// Waiting for what other threads, windows and files will do: by condition, never by time.
+// Waiting for other threads, windows and files: by condition, never by time.
 #pragma once
 
 #include <windows.h>

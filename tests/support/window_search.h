@@ -1,4 +1,4 @@
-// Finding windows of this process and reading what they show.
+// Finds windows of this process and reads their content.
 #pragma once
 
 #include <windows.h>

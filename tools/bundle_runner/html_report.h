@@ -21,7 +21,7 @@ struct ProgramReport {
 struct Report {
     std::string version;  // of the product
     std::vector<Fact> facts;
-    std::vector<std::string> leftOut;  // what the bundle does not hold, and why
+    std::vector<std::string> leftOut;  // tests that the bundle does not have, and why
     std::vector<std::string> faults;   // of the run itself
     std::vector<Step> installer;
     std::vector<ProgramReport> programs;

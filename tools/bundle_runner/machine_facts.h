@@ -11,7 +11,7 @@ using Fact = std::pair<std::string, std::string>;
 
 std::vector<Fact> MachineFacts();
 
-// The true version, whatever the manifest: 601 for 6.1, 1000 for 10.0.
+// The true version, regardless of the manifest: 601 for 6.1, 1000 for 10.0.
 unsigned WindowsVersion();
 // As "10.0".
 std::wstring WindowsVersionText();

@@ -18,11 +18,11 @@ struct ProgramRun {
     std::string output;  // standard output and errors
 };
 
-// `outputFile` is written over. Whatever the program has started ends with it.
+// `outputFile` is overwritten. All programs that it has started end with it.
 ProgramRun RunProgram(std::wstring commandLine, const std::wstring& folder, const std::wstring& outputFile,
                       std::chrono::seconds deadline);
 
-// A program that goes on while others run; ends with this object.
+// A program that runs beside others; it ends with this object.
 class RunningProgram {
 public:
     RunningProgram(std::wstring commandLine, const std::wstring& folder, HANDLE output = nullptr);

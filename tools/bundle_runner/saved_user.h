@@ -1,5 +1,5 @@
-// What the tests may change of the user's and the machine's is put away before them and put back after them. A run that
-// was cut off leaves it put away; the next run puts it back first.
+// Saves the user's and the machine's settings that the tests may change, and restores them afterwards. A run that was
+// cut off leaves it put away; the next run puts it back first.
 #pragma once
 
 #include <string>
@@ -15,7 +15,7 @@ public:
     SavedUser& operator=(const SavedUser&) = delete;
     ~SavedUser();
 
-    // Puts everything back; returns what could not be.
+    // Restores everything; returns the list of what could not be restored.
     std::vector<std::string> PutBack();
 
 private:

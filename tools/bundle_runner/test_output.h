@@ -1,4 +1,4 @@
-// What a test program has printed, as results of its tests. Printed lines tell of a program that crashed, too.
+// The printed output of a test program, as results of its tests. The output also shows whether the program crashed.
 #pragma once
 
 #include <string>
@@ -12,7 +12,7 @@ enum class Outcome { Passed, Failed, Skipped };
 struct TestResult {
     std::string name;
     Outcome outcome = Outcome::Failed;  // also that of a test that has not come to its end
-    std::string printed;                // what the test printed, its reasons among it
+    std::string printed;                // the output of the test, with its reasons
 };
 
 std::vector<TestResult> ParseTestOutput(std::string_view output);

@@ -13,7 +13,7 @@ struct HostError {
     int exitCode = kExitFailure;
 };
 
-// What Windows says about a Win32 error code or a failed HRESULT, with the number: "File not found (0x2)".
+// Windows' message for a Win32 error code or a failed HRESULT, with the number: "File not found (0x2)".
 std::wstring DescribeError(unsigned long error);
 
 // Writes one line, as UTF-8, to the standard error stream.

@@ -1,4 +1,4 @@
-// What an installer does for the settings page: the entries through which the Mouse control panel finds its class.
+// The installer's part for the settings page: the entries through which the Mouse control panel finds its class.
 #pragma once
 
 #include <windows.h>

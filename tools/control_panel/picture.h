@@ -1,4 +1,4 @@
-// A copy of what the screen shows, and its way into a PNG file.
+// A copy of the screen's content, and its storage in a PNG file.
 #pragma once
 
 #include <windows.h>

@@ -1,4 +1,4 @@
-// Does with the open sheet what the command line asks for: selects a tab, sets the focus, takes the picture and closes.
+// Carries out the command line on the open sheet: selects a tab, sets the focus, takes the picture and closes.
 #pragma once
 
 #include <windows.h>
