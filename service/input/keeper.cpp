@@ -77,24 +77,13 @@ DWORD Continue(Keeper& keeper) {
     return std::min(repeat.value_or(INFINITE), notch.value_or(INFINITE));
 }
 
-void ServeWindows() {
-    MSG message;
-    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
-        TranslateMessage(&message);
-        DispatchMessageW(&message);
-    }
-}
-
 }  // namespace
 
 void RunKeeper(PerformerState& state) {
     Keeper keeper{state, {}};
-    const HANDLE wake = state.keeperWake.Get();
     while (!state.isEnding) {
         CarryOutAll(keeper);
-        const DWORD wait = Continue(keeper);
-        MsgWaitForMultipleObjectsEx(1, &wake, wait, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
-        platform::Completes(ServeWindows);
+        state.keeperWake.Await(Continue(keeper));
     }
     CarryOutAll(keeper);
     state.holdings.Close();

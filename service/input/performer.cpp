@@ -55,7 +55,7 @@ private:
 // A worker that hangs is left behind: it finds the gates closed when it comes back, and the state is its own then.
 Performer::Lanes::~Lanes() {
     state->isEnding = true;
-    SetEvent(state->keeperWake.Get());
+    state->keeperWake.Raise();
     state->workerWake.Raise();
     const std::array threads{keeper.Get(), worker.Get()};
     if (keeper && worker) WaitForMultipleObjects(threads.size(), threads.data(), TRUE, kLongestFarewell);
@@ -64,9 +64,8 @@ Performer::Lanes::~Lanes() {
 }
 
 bool Performer::Lanes::Start() {
-    if (!state->workerWake.IsThere() || !state->endingDone.IsThere() || !state->workStep.IsThere() ||
-        !state->keeperWake)
-        return false;
+    const std::array signals{&state->workerWake, &state->keeperWake, &state->endingDone, &state->workStep};
+    if (!std::ranges::all_of(signals, &WakeSignal::IsThere)) return false;
     keeper = platform::StartThread(state, RunKeeper, THREAD_PRIORITY_ABOVE_NORMAL);
     worker = platform::StartThread(state, RunWorker, THREAD_PRIORITY_ABOVE_NORMAL);
     return keeper && worker;
@@ -87,7 +86,7 @@ void Performer::Lanes::Take(const Orders& orders) {
             wakesKeeper |= TakeForKeeper(order);
         }
     }
-    if (wakesKeeper) SetEvent(state->keeperWake.Get());
+    if (wakesKeeper) state->keeperWake.Raise();
     if (wakesWorker) state->workerWake.Raise();
 }
 

@@ -56,7 +56,7 @@ struct PerformerState {
     LockFreeRing<WorkerOrder, kWorkerOrders> workerOrders;
     LockFreeRing<KeeperOrder, kKeeperOrders> keeperOrders;
     WakeSignal workerWake;
-    platform::UniqueKernelObject keeperWake{CreateEventW(nullptr, FALSE, FALSE, nullptr)};
+    WakeSignal keeperWake;
     std::uint32_t workOrdered = 0;  // for the hook thread
     std::atomic<std::uint32_t> workDone = 0;
     WakeSignal workStep;               // for the keeper

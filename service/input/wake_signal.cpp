@@ -31,7 +31,7 @@ void WakeSignal::Await(DWORD milliseconds) {
     }
     std::uint32_t notRaised = 0;
     waitOnAddress(&isRaised, &notRaised, sizeof isRaised, milliseconds);
-    isRaised = 0;
+    isRaised.exchange(0);  // what was done before the raise is seen after it
 }
 
 }  // namespace kvn::service

@@ -7,6 +7,14 @@ namespace kvn::service {
 namespace {
 
 constexpr std::uint32_t kLongestWait = 500;  // milliseconds
+// The first repeat is due a hundred milliseconds after its beginning at the soonest. The keeper hears of it a little
+// later, so that it does not take the processor from the program that gets the key.
+constexpr DWORD kRepeatNotice = 20;
+
+struct Worker {
+    PerformerState& state;
+    bool hasNewRepeat = false;  // something repeats, and the keeper may not know
+};
 
 void Report(PerformerState& state, const Order& order, const std::wstring& done) {
     if (!state.outlets.onDone || !state.outletGate.Enter()) return;
@@ -14,11 +22,18 @@ void Report(PerformerState& state, const Order& order, const std::wstring& done)
     state.outletGate.Leave();
 }
 
-void CarryOut(PerformerState& state, const Order& order) {
+void CarryOut(Worker& worker, const Order& order) {
+    PerformerState& state = worker.state;
     const std::wstring done = ExecuteOrder(order, state.holdings);
     if (CountsAsAction(order)) ++state.actions;
-    if (order.kind == OrderKind::Begin && state.holdings.DoRepeat()) SetEvent(state.keeperWake.Get());
+    worker.hasNewRepeat = order.kind == OrderKind::Begin && state.holdings.DoRepeat();
     Report(state, order, done);
+}
+
+// What has ended in the meantime needs no keeper.
+void NoticeRepeat(Worker& worker) {
+    if (worker.hasNewRepeat && worker.state.holdings.DoRepeat()) worker.state.keeperWake.Raise();
+    worker.hasNewRepeat = false;
 }
 
 // The keeper is late only when input cannot be sent at all; then nothing else waits for it.
@@ -31,12 +46,14 @@ void AwaitEndings(PerformerState& state, std::uint32_t endings) {
     }
 }
 
-void CarryOutAll(PerformerState& state) {
+void CarryOutAll(Worker& worker) {
+    PerformerState& state = worker.state;
     WorkerOrder next;
     while (!state.isEnding && state.workerOrders.Take(next)) {
+        NoticeRepeat(worker);
         state.busySince = GetTickCount() | 1U;
         AwaitEndings(state, next.endingsBefore);
-        platform::Completes([&] { CarryOut(state, next.order); });
+        platform::Completes([&] { CarryOut(worker, next.order); });
         state.busySince = 0;
         ++state.workDone;
         state.workStep.Raise();
@@ -46,9 +63,11 @@ void CarryOutAll(PerformerState& state) {
 }  // namespace
 
 void RunWorker(PerformerState& state) {
+    Worker worker{state};
     while (!state.isEnding) {
-        state.workerWake.Await(INFINITE);
-        CarryOutAll(state);
+        state.workerWake.Await(worker.hasNewRepeat ? kRepeatNotice : INFINITE);
+        NoticeRepeat(worker);
+        CarryOutAll(worker);
     }
 }
 
