@@ -10,8 +10,8 @@
 #include <utility>
 #include <vector>
 
-#include "service/command_line.h"
 #include "service/engine/functions.h"
+#include "service/options/command_line.h"
 #include "tests/docs/documents.h"
 
 namespace kvn::docs {
@@ -68,14 +68,15 @@ TEST(ServiceDocumentTest, ListsTheOptionsAsTheProgramDoes) {
 }
 
 TEST(ServiceDocumentTest, ListsTheExitCodes) {
-    const std::string codes = ReadFile("service/handover.h");
+    const std::string codes = ReadFile("service/options/answer.h");
     std::vector<std::string> expected = AllOf(codes, std::regex("k(?:Done|Failed|WrongOptions|OtherModel) = (\\d)"));
     EXPECT_EQ(expected.size(), 4U);
     EXPECT_EQ(TableWith(Document(), "exit code").Column("exit code"), expected);
 }
 
 TEST(ServiceDocumentTest, ListsTheKeysOfTheStatus) {
-    const std::vector<std::string> keys = AllOf(ReadFile("service/status.cpp"), std::regex("Line\\(L\"(\\w+)\""));
+    const std::vector<std::string> keys =
+        AllOf(ReadFile("service/driver/status.cpp"), std::regex("Line\\(L\"(\\w+)\""));
     std::vector<std::string> documented;
     for (const std::string& cell : TableWith(Document(), "key").Column("key")) {
         for (const std::string& key : AllOf(cell, std::regex("(\\w+)"))) documented.push_back(key);
@@ -85,7 +86,7 @@ TEST(ServiceDocumentTest, ListsTheKeysOfTheStatus) {
 }
 
 TEST(ServiceDocumentTest, SaysWhyAProfileIsInForceAsTheStatusDoes) {
-    const std::string source = ReadFile("service/status.cpp");
+    const std::string source = ReadFile("service/driver/status.cpp");
     const std::size_t begin = source.find("kWhy{{");
     const std::string reasons = source.substr(begin, source.find('}', begin) - begin);
     std::vector<std::string> expected = AllOf(reasons, std::regex("\"(\\w+)\""));
@@ -95,7 +96,7 @@ TEST(ServiceDocumentTest, SaysWhyAProfileIsInForceAsTheStatusDoes) {
 }
 
 TEST(ServiceDocumentTest, NamesTheControlsAsTheLogDoes) {
-    const std::string source = ReadFile("service/press_log.cpp");
+    const std::string source = ReadFile("service/driver/press_log.cpp");
     const std::size_t begin = source.find("kControlNames{");
     const auto names = AllOf(source.substr(begin, source.find(';', begin) - begin), std::regex("L\"([^\"]+)\""));
     std::string list;
@@ -103,9 +104,10 @@ TEST(ServiceDocumentTest, NamesTheControlsAsTheLogDoes) {
     EXPECT_NE(ReadProse("docs/service.md").find('(' + list + ')'), std::string::npos) << list;
 }
 
-// The English texts of service/strings.rc whose names begin so.
+// The English texts of service/resources/service_strings.rc whose names begin so.
 std::vector<std::string> ServiceTexts(const std::string& prefix) {
-    return AllOf(ReadFile("service/strings.rc"), std::regex(prefix + "\\w+\\s+UI_TEXT\\(\\s*\"([^\"]*)\""));
+    return AllOf(ReadFile("service/resources/service_strings.rc"),
+                 std::regex(prefix + "\\w+\\s+UI_TEXT\\(\\s*\"([^\"]*)\""));
 }
 
 // %1 and %2 stand for a word in capitals.
@@ -203,7 +205,7 @@ TEST(ServiceDocumentTest, ListsEveryShortcutWithTheWindowsKey) {
 
 TEST(TryTheButtonsDocumentTest, NamesTheControlsAsThePageLabelsThem) {
     static const std::regex control("IDS_TRY_(?:LEFT|RIGHT|CENTER|BUTTON\\d|TILT_\\w+) (UI_TEXT\\([^)]*\\))");
-    const std::vector<std::string> names = AllOf(ReadFile("service/strings.rc"), control);
+    const std::vector<std::string> names = AllOf(ReadFile("service/resources/service_strings.rc"), control);
     const std::string dialogs = ReadFile("resources/dialogs.rc");
     EXPECT_EQ(names.size(), model::kButtonSlotCount);
     for (const std::string& name : names) EXPECT_NE(dialogs.find("LTEXT " + name + ','), std::string::npos) << name;

@@ -14,7 +14,7 @@
 #include <vector>
 
 #include "tests/support/module_under_test.h"
-#include "tests/support/owned.h"
+#include "tests/support/owning_types.h"
 #include "tests/support/replaced_import.h"
 
 namespace kvn::test {

@@ -8,7 +8,7 @@
 
 #include "model/profile_file.h"
 #include "tests/model_windows/endless_saver.h"
-#include "tests/support/owned.h"
+#include "tests/support/owning_types.h"
 
 int main() {
     using namespace kvn;

@@ -15,7 +15,7 @@ using std::min;
 }  // namespace Gdiplus
 #include <gdiplus.h>
 
-#include "tests/support/owned.h"
+#include "tests/support/owning_types.h"
 #include "tests/support/page_fixture.h"
 #include "tests/support/written_picture.h"
 

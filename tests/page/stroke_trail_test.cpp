@@ -5,7 +5,7 @@
 
 #include "platform/device_context.h"
 #include "platform/unique_resource.h"
-#include "tests/support/owned.h"
+#include "tests/support/owning_types.h"
 
 namespace kvn::test {
 namespace {
@@ -61,22 +61,11 @@ TEST_F(StrokeTrailTest, TheWholePathIsDrawnThreePixelsWide) {
     }
 }
 
-TEST_F(StrokeTrailTest, TheLastLineAloneCanBeDrawn) {
-    trail.StartAt({20, 20});
-    EXPECT_TRUE(trail.ExtendTo({120, 20}));
-    EXPECT_TRUE(trail.ExtendTo({120, 120}));
-    trail.DrawLastLine(context);
-    EXPECT_EQ(At(70, 20), kGround);
-    EXPECT_EQ(At(120, 70), kGreen);
-}
-
 TEST_F(StrokeTrailTest, AStandingCursorLeavesNothing) {
     trail.Draw(context);
-    trail.DrawLastLine(context);
     trail.StartAt({20, 20});
     EXPECT_FALSE(trail.ExtendTo({20, 20}));
     trail.Draw(context);
-    trail.DrawLastLine(context);
     EXPECT_EQ(GreenPixels(), 0);
 }
 

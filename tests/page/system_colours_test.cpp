@@ -9,7 +9,7 @@
 #include "platform/device_context.h"
 #include "platform/unique_resource.h"
 #include "tests/support/gesture_fixture.h"
-#include "tests/support/owned.h"
+#include "tests/support/owning_types.h"
 
 namespace kvn::test {
 namespace {

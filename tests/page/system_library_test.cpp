@@ -7,7 +7,7 @@
 
 #include "platform/unique_resource.h"
 #include "tests/support/module_under_test.h"
-#include "tests/support/owned.h"
+#include "tests/support/owning_types.h"
 
 namespace kvn::test {
 namespace {

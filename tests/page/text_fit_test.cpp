@@ -11,7 +11,7 @@
 #include "resources/resource.h"
 #include "tests/page/module_texts.h"
 #include "tests/support/module_under_test.h"
-#include "tests/support/owned.h"
+#include "tests/support/owning_types.h"
 
 namespace kvn::test {
 namespace {

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/unique_resource.h"
-#include "tests/support/owned.h"
+#include "tests/support/owning_types.h"
 
 namespace kvn::test {
 namespace {

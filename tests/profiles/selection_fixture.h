@@ -19,7 +19,7 @@
 #include "tests/profiles/start_menu.h"
 #include "tests/support/list_contents.h"
 #include "tests/support/module_under_test.h"
-#include "tests/support/owned.h"
+#include "tests/support/owning_types.h"
 #include "tests/support/waiting.h"
 
 namespace kvn::test {

@@ -9,7 +9,7 @@
 
 #include "platform/unique_resource.h"
 #include "tests/profiles/selection_fixture.h"
-#include "tests/support/owned.h"
+#include "tests/support/owning_types.h"
 #include "tests/support/replaced_import.h"
 #include "tests/support/started_process.h"
 #include "tests/support/window_search.h"

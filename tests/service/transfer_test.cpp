@@ -12,7 +12,7 @@
 #include "service/page/window_numbers.h"
 #include "tests/service/program.h"
 #include "tests/support/mouse_on_registry.h"
-#include "tests/support/owned.h"
+#include "tests/support/owning_types.h"
 #include "tests/support/real_input.h"
 #include "tests/support/waiting.h"
 #include "tests/support/written_profiles.h"

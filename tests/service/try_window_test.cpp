@@ -81,13 +81,13 @@ TEST_F(TryWindowTest, TheControlThatHadTheKeyboardHasItAgain) {
 TEST_F(TryWindowTest, TheNewestRowsAreKeptAndTheLastOneIsSeen) {
     constexpr int kPresses = kMostPressesShown + 5;
     for (int press = 1; press <= kPresses; ++press) {
-        window.Add({std::to_wstring(press), L"deed", L"profile", L"program.exe"});
+        window.Add({std::to_wstring(press), L"effect", L"profile", L"program.exe"});
     }
     const int last = test::RowCountOf(List()) - 1;
     EXPECT_EQ(last + 1, kMostPressesShown);
     EXPECT_EQ(test::CellText(List(), 0, 0), L"6");
     EXPECT_EQ(test::CellText(List(), last, 0), std::to_wstring(kPresses));
-    EXPECT_EQ(test::CellText(List(), last, 1), L"deed");
+    EXPECT_EQ(test::CellText(List(), last, 1), L"effect");
     EXPECT_EQ(test::CellText(List(), last, 2), L"profile");
     EXPECT_EQ(test::CellText(List(), last, 3), L"program.exe");
     EXPECT_EQ(test::SelectedRowsOf(List()), std::vector{last});

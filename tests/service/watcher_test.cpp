@@ -8,8 +8,8 @@
 #include <cstddef>
 #include <vector>
 
-#include "service/processes.h"
-#include "service/shared_state.h"
+#include "service/lifecycle/processes.h"
+#include "service/lifecycle/shared_state.h"
 #include "tests/service/program.h"
 #include "tests/support/platform.h"
 #include "tests/support/process_use.h"

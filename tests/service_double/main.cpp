@@ -17,7 +17,7 @@
 #include "tests/service_double/options.h"
 #include "tests/service_double/service_log.h"
 #include "tests/service_double/settings_request.h"
-#include "tests/support/owned.h"
+#include "tests/support/owning_types.h"
 
 namespace kvn::service_double {
 namespace {

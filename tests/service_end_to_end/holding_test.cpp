@@ -3,6 +3,7 @@
 #include <chrono>
 #include <thread>
 
+#include "platform/unique_resource.h"
 #include "tests/end_to_end/story_waiting.h"
 #include "tests/service_end_to_end/service_world.h"
 
@@ -36,6 +37,26 @@ private:
 
     int delay = 1;
     DWORD speed = 31;
+};
+
+// Stops a process in the middle of whatever it does, and lets it go on.
+class StoppedProcess {
+public:
+    explicit StoppedProcess(DWORD id) : process(OpenProcess(PROCESS_SUSPEND_RESUME, FALSE, id)) {
+        EXPECT_EQ(Call("NtSuspendProcess"), 0);
+    }
+    ~StoppedProcess() { EXPECT_EQ(Call("NtResumeProcess"), 0); }
+    StoppedProcess(const StoppedProcess&) = delete;
+    StoppedProcess& operator=(const StoppedProcess&) = delete;
+
+private:
+    LONG Call(const char* name) const {
+        using Function = LONG WINAPI(HANDLE);
+        const FARPROC found = GetProcAddress(GetModuleHandleW(L"ntdll.dll"), name);
+        return found == nullptr ? -1 : reinterpret_cast<Function*>(reinterpret_cast<void*>(found))(process.Get());
+    }
+
+    platform::UniqueKernelObject process;
 };
 
 class HoldingTest : public ServiceTest {
@@ -313,6 +334,26 @@ TEST_F(HoldingTest, ExitReleasesWhatIsHeld) {
     static_cast<void>(recorder->ArrivedUntilNow());
     hands.Click(kBack);
     ExpectAll({"real back down", "real back up"});
+}
+
+TEST_F(HoldingTest, ReleaseThatTheServiceMissedEndsItsFunctionAndIsNotKeptLater) {
+    UseFunctions({{kBack, kCtrl}});
+    hands.Press(kBack);
+    Expect({"sent down Ctrl"});
+    {
+        const StoppedProcess stopped(ServiceProcess());
+        hands.Release(kBack);
+        Expect({"real back up [Ctrl]"});  // Windows waits for the hook no longer
+    }
+    Expect({"sent up Ctrl"});
+    {
+        const StoppedProcess stopped(ServiceProcess());
+        hands.Press(kBack);
+        Expect({"real back down"});
+    }
+    WaitFor("the service to answer", [&] { return Status()["hook"] == "alive"; });
+    hands.Release(kBack);
+    ExpectAll({"real back up"});
 }
 
 TEST_F(HoldingTest, InputOfProgramsPasses) {

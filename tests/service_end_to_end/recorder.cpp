@@ -21,7 +21,7 @@
 #include "model/key_names.h"
 #include "platform/unique_resource.h"
 #include "tests/service_end_to_end/recorder_protocol.h"
-#include "tests/support/owned.h"
+#include "tests/support/owning_types.h"
 
 namespace kvn::service_end_to_end {
 namespace {

@@ -46,6 +46,7 @@ bool EngineOracle::IsPressThatGivesUp(Place stroke) const {
 bool EngineOracle::GivesUp(Place stroke) const {
     const Place now = Now();
     if (EndsEverything(now) || At(now).input.kind == InputKind::EditBegin) return true;
+    if (IsMissedRelease(now, PhysicalAt(stroke))) return true;
     if (IsButton(now, MouseEventKind::Press, PhysicalAt(stroke)) || IsPressThatGivesUp(stroke)) return true;
     if (At(now).input.kind != InputKind::Settings) return false;
     const bool isOtherProfile = SettingsAt(stroke).profile != SettingsAt(now).profile;

@@ -129,7 +129,7 @@ TEST_F(HookLoopTest, NewSettingsHoldForTheNextPress) {
 
 TEST_F(HookLoopTest, PressesAreNaturalWhileTheWorkerHangs) {
     Choose(ButtonSlot::Center, kCopy);
-    ResetEvent(mayGoOn);
+    ResetEvent(mayGoOn.Get());
     int kept = 0;
     while (kept < 200 && Keeps(WM_MBUTTONDOWN)) {
         EXPECT_TRUE(Keeps(WM_MBUTTONUP));
@@ -137,7 +137,7 @@ TEST_F(HookLoopTest, PressesAreNaturalWhileTheWorkerHangs) {
     }
     EXPECT_LT(kept, 200);
     EXPECT_FALSE(Keeps(WM_MBUTTONUP));
-    SetEvent(mayGoOn);
+    SetEvent(mayGoOn.Get());
     AwaitDone(static_cast<std::size_t>(kept));
 }
 

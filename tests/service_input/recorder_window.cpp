@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "tests/support/owned.h"
+#include "tests/support/owning_types.h"
 #include "tests/support/real_input.h"
 #include "tests/support/waiting.h"
 

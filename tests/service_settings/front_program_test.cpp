@@ -4,7 +4,7 @@
 
 #include "service/settings/program_path.h"
 #include "tests/service_settings/shown_program.h"
-#include "tests/support/owned.h"
+#include "tests/support/owning_types.h"
 #include "tests/support/replaced_import.h"
 
 namespace kvn::service {

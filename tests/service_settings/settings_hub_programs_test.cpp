@@ -5,7 +5,7 @@
 
 #include "tests/service_settings/hub_fixture.h"
 #include "tests/service_settings/shown_program.h"
-#include "tests/support/owned.h"
+#include "tests/support/owning_types.h"
 #include "tests/support/replaced_import.h"
 
 namespace kvn::service {

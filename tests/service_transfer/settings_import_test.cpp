@@ -12,7 +12,7 @@
 #include "tests/model_windows/intercepted_rename.h"
 #include "tests/service_transfer/transfer_fixture.h"
 #include "tests/support/held_file.h"
-#include "tests/support/owned.h"
+#include "tests/support/owning_types.h"
 #include "tests/support/replaced_import.h"
 
 namespace kvn::service_test {

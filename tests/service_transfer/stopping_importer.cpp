@@ -10,7 +10,7 @@
 #include "platform/unique_resource.h"
 #include "service/transfer/settings_import.h"
 #include "tests/model_windows/genuine_function.h"
-#include "tests/support/owned.h"
+#include "tests/support/owning_types.h"
 #include "tests/support/replaced_import.h"
 
 namespace {

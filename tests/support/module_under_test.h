@@ -9,7 +9,7 @@
 #include <string>
 
 #include "resources/server_class.h"
-#include "tests/support/owned.h"
+#include "tests/support/owning_types.h"
 
 namespace kvn::test {
 

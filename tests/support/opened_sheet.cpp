@@ -10,7 +10,7 @@
 #include "platform/com_pointer.h"
 #include "resources/resource.h"
 #include "tests/support/message_box_watcher.h"
-#include "tests/support/owned.h"
+#include "tests/support/owning_types.h"
 #include "tests/support/waiting.h"
 #include "tests/support/window_search.h"
 
