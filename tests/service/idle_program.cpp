@@ -5,4 +5,5 @@ int wmain(int count, wchar_t** arguments) {
     constexpr DWORD kLife = 60'000;
     for (int index = 1; index < count; ++index) LoadLibraryW(arguments[index]);
     Sleep(kLife);
+    return 0;
 }
