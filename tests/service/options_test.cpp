@@ -11,6 +11,7 @@
 #include "service/resources/service_version.h"
 #include "service/tray/try_window.h"
 #include "tests/service/program.h"
+#include "tests/support/owning_types.h"
 #include "tests/support/waiting.h"
 #include "tests/support/written_profiles.h"
 
@@ -158,21 +159,15 @@ LRESULT CALLBACK Ignore(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 }
 
 TEST_F(ServiceOptionsTest, AWindowOfTheServicesNameThatIsNotItsOwnKeepsItFromStarting) {
-    WNDCLASSW windowClass{};
-    windowClass.lpfnWndProc = Ignore;
-    windowClass.lpszClassName = L"KvnSomebodyElse";
-    RegisterClassW(&windowClass);
-    {
-        const platform::Owned<HWND, &DestroyWindow> other(CreateWindowExW(0, windowClass.lpszClassName,
-                                                                          platform::kServiceName, WS_POPUP, 0, 0, 0, 0,
-                                                                          nullptr, nullptr, nullptr, nullptr));
-        for (const Arguments& arguments : {Arguments{}, {L"--status"}, kSample}) {
-            const Outcome outcome = Run(arguments);
-            EXPECT_EQ(outcome.exitCode, 1U);
-            EXPECT_NE(outcome.output.find("KvnMouseApl"), std::string::npos) << outcome.output;
-        }
+    constexpr wchar_t kClassName[] = L"KvnSomebodyElse";
+    const test::RegisteredClass registered(kClassName, Ignore);
+    const test::UniqueWindow other(CreateWindowExW(0, kClassName, platform::kServiceName, WS_POPUP, 0, 0, 0, 0, nullptr,
+                                                   nullptr, nullptr, nullptr));
+    for (const Arguments& arguments : {Arguments{}, {L"--status"}, kSample}) {
+        const Outcome outcome = Run(arguments);
+        EXPECT_EQ(outcome.exitCode, 1U);
+        EXPECT_NE(outcome.output.find("KvnMouseApl"), std::string::npos) << outcome.output;
     }
-    UnregisterClassW(windowClass.lpszClassName, nullptr);
 }
 
 }  // namespace

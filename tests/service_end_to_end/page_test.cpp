@@ -13,6 +13,8 @@
 #include "tests/end_to_end/windows_of_process.h"
 #include "tests/service_end_to_end/pen.h"
 #include "tests/service_end_to_end/service_world.h"
+#include "tests/support/combo_contents.h"
+#include "tests/support/tab_contents.h"
 
 namespace kvn::service_end_to_end {
 namespace {
@@ -47,9 +49,7 @@ protected:
 
     // What the combo box does when its user has chosen an entry.
     static void Choose(HWND combo, int function) {
-        WPARAM entry = 0;
-        while (SendMessageW(combo, CB_GETITEMDATA, entry, 0) != function) ++entry;
-        SendMessageW(combo, CB_SETCURSEL, entry, 0);
+        test::SelectData(combo, function);
         SendMessageW(GetParent(combo), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(combo), CBN_SELCHANGE),
                      reinterpret_cast<LPARAM>(combo));
     }
@@ -64,7 +64,7 @@ protected:
 
     // Opens the editor of a new gesture.
     GestureEditor AddGesture(const Sheet& sheet) {
-        RECT tab = end_to_end::ReadRectangle(sheet.Control(IDC_PAGE_TAB), TCM_GETITEMRECT, 1);
+        RECT tab = test::PlaceOfTab(sheet.Control(IDC_PAGE_TAB), 1);
         MapWindowPoints(sheet.Control(IDC_PAGE_TAB), nullptr, reinterpret_cast<POINT*>(&tab), 2);
         Click(end_to_end::MiddleOf(tab));
         const HWND add = GetDlgItem(sheet.GesturePane(), IDC_GESTURES_ADD);

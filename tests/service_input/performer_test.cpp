@@ -91,7 +91,7 @@ TEST_F(PerformerTest, WhatIsReleasedFirstGoesUpBeforeTheNextGoesDown) {
 TEST_F(PerformerTest, AnEndDoesNotWaitForAWorkerThatHangs) {
     Begin(1, kShift);
     AwaitDone(1);
-    ResetEvent(mayGoOn);
+    ResetEvent(mayGoOn.Get());
     Act(kCopy);
     AwaitDone(2);
     End(1);
@@ -100,23 +100,23 @@ TEST_F(PerformerTest, AnEndDoesNotWaitForAWorkerThatHangs) {
 }
 
 TEST_F(PerformerTest, WhatWasHeldAndReleasedWhileTheWorkerHungIsPressedAndReleased) {
-    ResetEvent(mayGoOn);
+    ResetEvent(mayGoOn.Get());
     Act(kCopy);
     AwaitDone(1);
     Begin(1, kEnter);
     End(1);
-    SetEvent(mayGoOn);
+    SetEvent(mayGoOn.Get());
     EXPECT_EQ(recorder.Await("+Ctrl +C -C -Ctrl +Enter -Enter"), "+Ctrl +C -C -Ctrl +Enter -Enter");
     EXPECT_TRUE(ComesTrue([&] { return IsListEmpty(); }));
 }
 
 TEST_F(PerformerTest, AWorkerThatHangsLeavesNoRoomAfterAWhile) {
     EXPECT_TRUE(performer->HasRoom());
-    ResetEvent(mayGoOn);
+    ResetEvent(mayGoOn.Get());
     Act(kCopy);
     for (int order = 0; order < 100 && performer->HasRoom(); ++order) Act(kEnter);
     EXPECT_FALSE(performer->HasRoom());
-    SetEvent(mayGoOn);
+    SetEvent(mayGoOn.Get());
     EXPECT_TRUE(ComesTrue([&] { return performer->HasRoom(); }));
 }
 
@@ -221,7 +221,7 @@ TEST_F(PerformerTest, ItsEndReleasesWhatIsHeld) {
 TEST_F(PerformerTest, ItsEndDoesNotWaitForAWorkerThatHangs) {
     Begin(1, kShift);
     AwaitDone(1);
-    ResetEvent(mayGoOn);
+    ResetEvent(mayGoOn.Get());
     Act(kEnter);
     AwaitDone(2);
     const auto start = std::chrono::steady_clock::now();
