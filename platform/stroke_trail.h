@@ -29,10 +29,11 @@ public:
     // The path goes on to this point. False when it is there already: a line without length would leave a dot.
     [[nodiscard]] bool ExtendTo(POINT point);
 
-    // Draws the whole path, in one call however long it is. A path of one point leaves nothing.
+    // Draws the whole path, however long, in a few calls. A path of one point leaves nothing.
     void Draw(HDC context) const;
 
 private:
+    void DrawCornersOfGround(HDC context) const;
     void Thin();
 
     std::array<POINT, kCapacity> points{};
