@@ -28,7 +28,7 @@ void TrailWindow::Begin(POINT place) {
     SetWindowPos(window.Get(), HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | SWP_SHOWWINDOW);
 }
 
-// Draws all of it again: Wine 10 does not show every line that is added to a layered window.
+// Draws all of it again, so that each step mends what may have been lost.
 void TrailWindow::MoveTo(POINT place) {
     if (!window || !trail.ExtendTo(InWindow(place))) return;
     const platform::WindowDeviceContext context(window.Get());

@@ -103,17 +103,18 @@ TEST_F(PageAndServiceTest, StrokeThatIsRecordedOnThePageActsOverAProgram) {
         const GestureEditor editor = AddGesture(sheet);
         Click(editor.Control(IDC_GESTURE_STROKE));
         editor.ExpectStroke("Start");
-        // Over the editor: while another program's window has the button, Wine 10 tries without end to confine the
-        // pointer to a window that covers the screen, as the trail does.
-        RECT place{};
-        GetWindowRect(editor.Window(), &place);
-        const POINT start = end_to_end::MiddleOf(place);
-        pen.MoveTo(start);
+        constexpr POINT kStart{60, 90};
+        pen.MoveTo(kStart);
         hands.Press(kWheel);
         WaitFor("the page's trail", [&] { return editor.Trail() != nullptr; });
         for (const POINT step : {POINT{60, 0}, {120, 0}, {180, 0}, {180, 60}, {180, 120}, {180, 180}}) {
-            pen.MoveTo({start.x + step.x, start.y + step.y});
+            pen.MoveTo({kStart.x + step.x, kStart.y + step.y});
             Sleep(250);  // the page looks ten times a second
+        }
+        for (const POINT part : {POINT{30, 0}, {150, 0}, {180, 30}, {180, 150}}) {
+            WaitFor("each part of the page's line", [&] {
+                return pen.IsTrailAt({kStart.x + part.x, kStart.y + part.y});
+            });
         }
         hands.Release(kWheel);
         editor.ExpectStroke("RD");
