@@ -32,7 +32,7 @@ constexpr bool CanAct(FunctionKind kind) {
 }
 
 std::int32_t SignOf(FunctionCode scroll) {
-    return FindFunction(scroll)->deed == Deed::ScrollLeft ? -1 : 1;
+    return FindFunction(scroll)->action == Action::ScrollLeft ? -1 : 1;
 }
 
 }  // namespace
@@ -148,7 +148,7 @@ void Engine::BeginPush(ButtonSlot control) {
 
 void Engine::Push(std::int32_t delta, bool isFirst, Orders& orders) {
     const FunctionRow& row = *FindFunction(push.AsPress().function.code);
-    const bool isScroll = row.deed == Deed::ScrollLeft || row.deed == Deed::ScrollRight;
+    const bool isScroll = row.action == Action::ScrollLeft || row.action == Action::ScrollRight;
     if (isScroll) return PushScroll(delta, isFirst, orders);
     if (row.kind == FunctionKind::Repeats) return PushNotches(delta, isFirst, orders);
     if (!isFirst) return;

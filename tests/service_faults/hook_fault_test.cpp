@@ -6,7 +6,7 @@
 #include <optional>
 #include <vector>
 
-#include "service/hook_check.h"
+#include "service/driver/hook_check.h"
 #include "service/input/hook_thread.h"
 #include "service/input/key_sending.h"
 #include "service/page/service_window.h"
