@@ -19,6 +19,12 @@ WORD ButtonKeyOf(const FunctionRow& row) {
     return index < kButtonKeys.size() ? kButtonKeys[index] : WORD{VK_LBUTTON};
 }
 
+// Whether the user's own button holds down what this function presses.
+bool IsPassed(WORD buttonKey, std::uint32_t passedButtons) {
+    const auto found = std::ranges::find(kButtonKeys, buttonKey);
+    return found != kButtonKeys.end() && (passedButtons >> (found - kButtonKeys.begin()) & 1U) != 0;
+}
+
 Chord ChordOf(const Order& order, const FunctionRow& row) {
     return row.action == Action::PressChosenKeys ? Chord(order.keys.codes) : Chord(row.keys);
 }
@@ -53,8 +59,9 @@ std::uint32_t KeyboardPeriod() {
     return static_cast<std::uint32_t>(1000.0 / (2.5 + std::min<DWORD>(rate, 31) * 27.5 / 31));
 }
 
-void BeginButton(HeldKeys& keys, const Order& /*order*/, const FunctionRow& row, Holding& holding) {
-    holding.held = keys.PressButton(ButtonKeyOf(row));
+// Beside the user's own press of the same button there is nothing to press, and nothing to release.
+void BeginButton(HeldKeys& keys, const Order& order, const FunctionRow& row, Holding& holding) {
+    if (!IsPassed(ButtonKeyOf(row), order.passedButtons)) holding.held = keys.PressButton(ButtonKeyOf(row));
 }
 
 void BeginKeys(HeldKeys& keys, const Order& order, const FunctionRow& row, Holding& holding) {
@@ -75,8 +82,8 @@ void BeginScrolling(HeldKeys& /*keys*/, const Order& order, const FunctionRow& r
     ScrollBy(holding.scrollStep);
 }
 
-void ActButton(HeldKeys& keys, const Order& /*order*/, const FunctionRow& row) {
-    keys.Click(ButtonKeyOf(row));
+void ActButton(HeldKeys& keys, const Order& order, const FunctionRow& row) {
+    if (!IsPassed(ButtonKeyOf(row), order.passedButtons)) keys.Click(ButtonKeyOf(row));
 }
 
 void ActKeys(HeldKeys& keys, const Order& order, const FunctionRow& row) {
@@ -91,7 +98,8 @@ void ActScrolling(HeldKeys& /*keys*/, const Order& order, const FunctionRow& row
     ScrollBy(ScrollStepOf(order, row));
 }
 
-void ActDoubleClick(HeldKeys& keys, const Order& /*order*/, const FunctionRow& /*row*/) {
+void ActDoubleClick(HeldKeys& keys, const Order& order, const FunctionRow& /*row*/) {
+    if (IsPassed(VK_LBUTTON, order.passedButtons)) return;
     keys.Click(VK_LBUTTON);
     keys.Click(VK_LBUTTON);
 }
@@ -147,13 +155,14 @@ void Holdings::Act(const Order& order, const FunctionRow& row) {
     if (action != nullptr && !isClosed) action->act(keys, order, row);
 }
 
-void Holdings::End(Ticket ticket) {
+void Holdings::End(Ticket ticket, std::uint32_t passedButtons) {
     const std::lock_guard guard(lock);
     const auto isMeant = [=](const Holding& holding) {
         return holding.isUsed && !holding.isOver && holding.ticket == ticket;
     };
     const auto found = std::ranges::find_if(holdings, isMeant);
     if (found == holdings.end()) return RememberEnded(ticket);
+    if (found->held.count == 1 && IsPassed(found->held.keys[0], passedButtons)) keys.LeaveToUser(found->held);
     EndHolding(*found);
 }
 

@@ -28,7 +28,7 @@ void AwaitWork(PerformerState& state, std::uint32_t work) {
 }
 
 void EndHolding(Keeper& keeper, const Order& order) {
-    keeper.state.holdings.End(order.ticket);
+    keeper.state.holdings.End(order.ticket, order.passedButtons);
     ++keeper.state.endingsDone;
     keeper.state.endingDone.Raise();
 }

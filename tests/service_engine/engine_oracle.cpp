@@ -271,7 +271,26 @@ Order EngineOracle::OrderOf(Place press, OrderKind kind) const {
     if (order.function == 37) order.keys = settings.keys[order.control];
     order.horizontalSpeed = SpeedAt(Now());
     order.profile = settings.profile;
+    order.passedButtons = PassedButtons(event.kind == MouseEventKind::Tilt ? -1 : PhysicalAt(press));
     return order;
+}
+
+bool EngineOracle::IsAbout(Place at, int physical) const {
+    return IsButton(at, MouseEventKind::Press, physical) || IsButton(at, MouseEventKind::Release, physical) ||
+           IsMissedRelease(at, physical);
+}
+
+// What the programs take for held, but for one.
+std::uint32_t EngineOracle::PassedButtons(int butPhysical) const {
+    std::uint32_t passed = 0;
+    for (int physical = 0; physical < kButtons; ++physical) {
+        if (physical == butPhysical || IsAbout(Now(), physical)) continue;
+        Place k = Now() - 1;
+        while (k >= 0 && !IsAbout(k, physical) && At(k).input.kind != InputKind::SessionLeft) --k;
+        const bool isPassed = k >= 0 && IsButton(k, MouseEventKind::Press, physical) && !At(k).answer.isKept;
+        if (isPassed) passed |= 1U << static_cast<unsigned>(At(k).input.mouse.control);
+    }
+    return passed;
 }
 
 void EngineOracle::Note(Place press, Cause cause) {

@@ -54,6 +54,28 @@ TEST_F(PerformerTest, AButtonOfTwoControlsGoesUpWithTheLast) {
     EXPECT_EQ(recorder.Await("+Left +Ctrl +C -C -Ctrl -Left"), "+Left +Ctrl +C -C -Ctrl -Left");
 }
 
+TEST_F(PerformerTest, AButtonThatTheUserHoldsTooIsLeftToTheUser) {
+    constexpr std::uint32_t kLeftIsPassed = 1, kRightIsPassed = 2;
+    const auto take = [&](service::OrderKind kind, std::uint32_t passed) {
+        service::Order order;
+        order.kind = kind;
+        order.function = kLeftButton;
+        order.ticket = 1;
+        order.passedButtons = passed;
+        Take(order);
+    };
+    take(service::OrderKind::Begin, 0);
+    take(service::OrderKind::End, kLeftIsPassed);
+    EXPECT_TRUE(ComesTrue([&] { return IsListEmpty(); }));
+    take(service::OrderKind::Begin, kLeftIsPassed);
+    take(service::OrderKind::End, 0);
+    take(service::OrderKind::Act, kLeftIsPassed);
+    take(service::OrderKind::Begin, kRightIsPassed);
+    take(service::OrderKind::End, kRightIsPassed);
+    EXPECT_EQ(recorder.Await("+Left +Left -Left"), "+Left +Left -Left");
+    EXPECT_TRUE(ComesTrue([&] { return IsListEmpty(); }));
+}
+
 TEST_F(PerformerTest, AnEndOvertakesNoBeginningThatWasOrderedBefore) {
     std::string expected;
     for (service::Ticket ticket = 1; ticket < 40; ticket += 2) {
