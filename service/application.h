@@ -17,6 +17,7 @@
 #include "service/session_events.h"
 #include "service/shared_state.h"
 #include "service/transfer/transfer_dialogs.h"
+#include "service/tray/dialog_thread.h"
 #include "service/tray/trail_window.h"
 #include "service/tray/tray_icon.h"
 #include "service/tray/try_buttons.h"
@@ -74,13 +75,13 @@ private:
     SessionEvents session;
     TrayIcon tray;
     TransferDialogs transfer;
+    DialogThread about;
     TrailWindow trail;
     std::unique_ptr<MouseDriver> driver;     // empty before the start and at the end
     std::unique_ptr<TryButtons> tryButtons;  // as long as the driver, whose presses it shows
     std::optional<ChosenMouse> keptMouse;
     std::wstring keptLog;
     bool isEnding = false;
-    bool isAboutOpen = false;
 };
 
 }  // namespace kvn::service

@@ -154,12 +154,17 @@ int Import(const CommandLine& commands) {
     return Tell(answer);
 }
 
+// Nothing else happens then.
+bool AsksForText(const CommandLine& commands) {
+    return commands.wantsHelp || commands.wantsVersion;
+}
+
 int CarryOut(const CommandLine& commands) {
     if (commands.watchedProcess) {
         WatchService(*commands.watchedProcess);
         return kDone;
     }
-    if (commands.wantsHelp || commands.wantsVersion) {
+    if (AsksForText(commands)) {
         Print(commands.wantsHelp ? HelpText() : std::wstring(L"KvnMouseApl ") + kVersion + L'\n');
         return kDone;
     }
@@ -185,7 +190,7 @@ int Run() {
     CommandLine commands = std::get<CommandLine>(parsed);
     // The running service is somewhere else.
     if (commands.logFile) commands.logFile = FullPath(*commands.logFile);
-    if (IsLogRefused(commands)) return Complain(BadLogFile(*commands.logFile));
+    if (!AsksForText(commands) && IsLogRefused(commands)) return Complain(BadLogFile(*commands.logFile));
     return CarryOut(commands);
 }
 

@@ -19,6 +19,15 @@ void AppendQuoted(std::wstring& line, const std::wstring& argument) {
     line.append(backslashes, L'\\') += L'"';
 }
 
+// Windows takes longer paths only in this form. A file that is being saved has a longer name for a while.
+std::wstring WithoutLimit(const std::wstring& path) {
+    constexpr std::size_t kLongestPlainPath = MAX_PATH - 16;
+    constexpr std::wstring_view kServer = LR"(\\)", kDevice = LR"(\\.\)", kUnlimited = LR"(\\?\)";
+    if (path.size() <= kLongestPlainPath || path.starts_with(kUnlimited) || path.starts_with(kDevice)) return path;
+    if (path.starts_with(kServer)) return LR"(\\?\UNC\)" + path.substr(kServer.size());
+    return std::wstring(kUnlimited) + path;
+}
+
 }  // namespace
 
 std::wstring ProgramPath() {
@@ -38,7 +47,7 @@ std::wstring ProgramFolder() {
 std::wstring FullPath(const std::wstring& path) {
     std::wstring full(kLongestPath, L'\0');
     const DWORD length = GetFullPathNameW(path.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr);
-    return length == 0 || length >= full.size() ? path : full.substr(0, length);
+    return length == 0 || length >= full.size() ? path : WithoutLimit(full.substr(0, length));
 }
 
 std::vector<std::wstring> Arguments() {

@@ -16,7 +16,7 @@ namespace kvn::service {
 std::wstring ProgramPath();
 std::wstring ProgramFolder();
 
-// Names are meant from the current folder.
+// Names are meant from the current folder. A path that is too long for Windows gets the form that has no limit.
 std::wstring FullPath(const std::wstring& path);
 
 // The arguments of this start, without the program's own name.
