@@ -34,14 +34,14 @@ bool WriteTo(HANDLE output, std::wstring_view text) {
     return WriteFile(output, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) != FALSE;
 }
 
-// A program that stayed at the console would end with it.
+// A program that stayed at the console would end with it. Under Wine it is there from the start.
 void WriteToParentsConsole(std::wstring_view text) {
-    if (!AttachConsole(ATTACH_PARENT_PROCESS)) return;
+    const bool isAttached = AttachConsole(ATTACH_PARENT_PROCESS) != FALSE;
     const platform::UniqueFile console(CreateFileW(L"CONOUT$", GENERIC_READ | GENERIC_WRITE,
                                                    FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0,
                                                    nullptr));
     WriteTo(console.Get(), text);
-    FreeConsole();
+    if (isAttached) FreeConsole();
 }
 
 }  // namespace

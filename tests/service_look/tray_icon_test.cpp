@@ -7,8 +7,8 @@
 #include <optional>
 
 #include "service/page/window_numbers.h"
-#include "tests/service/taskbar.h"
-#include "tests/service/user_language.h"
+#include "tests/service_look/taskbar.h"
+#include "tests/service_look/user_language.h"
 
 namespace kvn::service_test {
 namespace {

@@ -3,9 +3,11 @@
 
 #include "model/settings_store.h"
 #include "platform/unique_resource.h"
-#include "tests/service/taskbar.h"
-#include "tests/service/user_language.h"
+#include "service/resource.h"
+#include "service/texts.h"
 #include "tests/service_faults/application_fixture.h"
+#include "tests/service_look/taskbar.h"
+#include "tests/service_look/user_language.h"
 #include "tests/support/waiting.h"
 #include "tests/support/written_profiles.h"
 
@@ -52,6 +54,11 @@ TEST_F(MessagesTest, AChosenMouseIsNeverGreetedAndKeepsNoGreetingFromComing) {
     End();
     ASSERT_TRUE(Start(L""));
     EXPECT_EQ(taskbar.Balloons(), Texts{kGreeting});
+}
+
+TEST(TextTest, WhatIsPutInIsNotLookedAtAgain) {
+    const Japanese japanese;
+    EXPECT_EQ(service::Text(IDS_PLACE_IN_PROFILE, L"lbutton", L"%1"), L"プロファイル '%1' の lbutton");
 }
 
 TEST_F(MessagesTest, AProfileFileThatCannotBeReadIsNamed) {

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "platform/unique_resource.h"
-#include "tests/service/user_language.h"
+#include "tests/service_look/user_language.h"
 #include "tests/support/window_search.h"
 
 namespace kvn::service_test {
