@@ -8,20 +8,20 @@
 #include <optional>
 #include <string>
 
-#include "service/command_line.h"
-#include "service/handover.h"
-#include "service/mouse_driver.h"
+#include "platform/dialog_thread.h"
+#include "service/driver/mouse_driver.h"
+#include "service/lifecycle/session_events.h"
+#include "service/lifecycle/shared_state.h"
+#include "service/lifecycle/watcher.h"
+#include "service/options/command_line.h"
+#include "service/options/handover.h"
 #include "service/page/page_protocol.h"
+#include "service/page/posted_work.h"
 #include "service/page/service_window.h"
-#include "service/posted_work.h"
-#include "service/session_events.h"
-#include "service/shared_state.h"
 #include "service/transfer/transfer_dialogs.h"
-#include "service/tray/dialog_thread.h"
 #include "service/tray/trail_window.h"
 #include "service/tray/tray_icon.h"
 #include "service/tray/try_buttons.h"
-#include "service/watcher.h"
 
 namespace kvn::service {
 
@@ -54,7 +54,7 @@ private:
     Answer ForceProfile(const std::wstring& name);
     static Answer OpenSettings();
     Answer OpenTry();
-    void TellIfFailed(const Answer& answer);
+    void ShowFailure(const Answer& answer);
     void OnTrayChoice(const TrayChoice& choice);
     void OnTrayCommand(TrayCommand command);
     TrayState CurrentTrayState() const;
@@ -75,7 +75,7 @@ private:
     SessionEvents session;
     TrayIcon tray;
     TransferDialogs transfer;
-    DialogThread about;
+    platform::DialogThread about;
     TrailWindow trail;
     std::unique_ptr<MouseDriver> driver;     // empty before the start and at the end
     std::unique_ptr<TryButtons> tryButtons;  // as long as the driver, whose presses it shows

@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "service/tray/dialog_thread.h"
+#include "platform/dialog_thread.h"
 
 namespace kvn::service {
 
@@ -34,7 +34,7 @@ private:
     void Open(void (*work)(State& state));
 
     std::shared_ptr<State> state;
-    DialogThread dialog;
+    platform::DialogThread dialog;
 };
 
 }  // namespace kvn::service

@@ -3,8 +3,8 @@
 #include <array>
 
 #include "platform/unique_resource.h"
-#include "service/resource.h"
-#include "service/texts.h"
+#include "service/resources/service_resource.h"
+#include "service/resources/service_texts.h"
 
 namespace kvn::service {
 namespace {

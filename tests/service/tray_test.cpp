@@ -2,10 +2,10 @@
 #include <array>
 #include <string>
 
+#include "service/lifecycle/shared_state.h"
 #include "service/page/window_numbers.h"
-#include "service/shared_state.h"
+#include "service/resources/service_version.h"
 #include "service/tray/try_window.h"
-#include "service/version.h"
 #include "tests/service/program.h"
 #include "tests/support/real_input.h"
 #include "tests/support/waiting.h"

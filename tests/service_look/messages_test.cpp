@@ -3,8 +3,8 @@
 
 #include "model/settings_store.h"
 #include "platform/unique_resource.h"
-#include "service/resource.h"
-#include "service/texts.h"
+#include "service/resources/service_resource.h"
+#include "service/resources/service_texts.h"
 #include "tests/service_faults/application_fixture.h"
 #include "tests/service_look/taskbar.h"
 #include "tests/service_look/user_language.h"

@@ -90,12 +90,12 @@ TEST_F(TrayIconTest, ComesBackAsItIsByNowWhenExplorerDoes) {
 }
 
 TEST_F(TrayIconTest, BalloonIsOfTheServiceAndFits) {
-    icon.Tell(L"Look here.", NIIF_WARNING);
+    icon.ShowBalloon(L"Look here.", NIIF_WARNING);
     EXPECT_EQ(taskbar.Last().uFlags, UINT{NIF_INFO});
     EXPECT_STREQ(taskbar.Last().szInfoTitle, L"KORVEN mouse service");
     EXPECT_STREQ(taskbar.Last().szInfo, L"Look here.");
     EXPECT_EQ(taskbar.Last().dwInfoFlags, DWORD{NIIF_WARNING});
-    icon.Tell(std::wstring(254, L'x') + L"\U0001F600", NIIF_INFO);
+    icon.ShowBalloon(std::wstring(254, L'x') + L"\U0001F600", NIIF_INFO);
     EXPECT_EQ(std::wstring(taskbar.Last().szInfo), std::wstring(254, L'x'));
 }
 
