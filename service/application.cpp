@@ -3,7 +3,6 @@
 #include <array>
 #include <utility>
 
-#include "platform/raised_flag.h"
 #include "service/lifecycle/ending.h"
 #include "service/options/arguments.h"
 #include "service/page/page_search.h"
@@ -193,10 +192,10 @@ TrayState Application::CurrentTrayState() const {
 }
 
 void Application::ShowAbout() {
-    if (isAboutOpen) return;
-    const platform::RaisedFlag open(isAboutOpen);
-    MessageBoxW(nullptr, Text(IDS_SERVICE_ABOUT, kVersion).c_str(), Text(IDS_SERVICE_CAPTION).c_str(),
-                MB_OK | MB_ICONINFORMATION);
+    about.Open([] {
+        MessageBoxW(nullptr, Text(IDS_SERVICE_ABOUT, kVersion).c_str(), Text(IDS_SERVICE_CAPTION).c_str(),
+                    MB_OK | MB_ICONINFORMATION | MB_SETFOREGROUND);
+    });
 }
 
 void Application::OnStroke(const Order& order) {
