@@ -8,17 +8,11 @@ namespace {
 
 constexpr std::uint32_t kLongestWait = 500;  // milliseconds
 
-void Report(PerformerState& state, const Order& order, const std::wstring& done) {
-    if (!state.outlets.onDone || !state.outletGate.Enter()) return;
-    platform::Completes([&] { state.outlets.onDone(order, done); });
-    state.outletGate.Leave();
-}
-
 void CarryOut(PerformerState& state, const Order& order) {
     const std::wstring done = ExecuteOrder(order, state.holdings);
     if (CountsAsAction(order)) ++state.actions;
     if (order.kind == OrderKind::Begin && state.holdings.DoRepeat()) SetEvent(state.keeperWake.Get());
-    Report(state, order, done);
+    CallOutlet(state.workerGate, state.outlets.onDone, order, done);
 }
 
 // The keeper is late only when input cannot be sent at all; then nothing else waits for it.
