@@ -31,7 +31,7 @@ protected:
 
     void StartHub() {
         hub = std::make_unique<SettingsHub>(
-            activity, names,
+            activity, profileNumbers,
             SettingsHub::Outlets{[this](const ProfileInForce& profile) { Note(heard, profile); },
                                  [this](HWND window) { Note(windows, window); },
                                  [this](SettingsProblem problem, const std::wstring& path) {
