@@ -39,8 +39,11 @@ MouseDriver::MouseDriver(HeldList& held, Outlets chosenOutlets)
            .onProblem = [this](SettingsProblem problem,
                                const std::wstring& path) { outlets.onProblem(problem, path); }}),
       mice({.onMouse = [this](const model::DeviceRecord& attached) { OnAttached(attached); },
-            .onPress = [this](std::uint32_t time) { hookCheck.OnPress(window, time); }}),
-      hookCheck({.lastPressOfHook = [this] { return hook.LastPress(); }, .onBlind = [this] { Reinstall(); }}) {}
+            .onButtons = [this](const ButtonChange& change) { hookCheck.OnButtons(window, change); }}),
+      hookCheck({.lastPressOfHook = [this] { return hook.LastPress(); },
+                 .heldButtons = [this] { return hook.HeldButtons(); },
+                 .onBlind = [this] { Reinstall(); },
+                 .onReleaseMissed = [this](ButtonSlot button) { OnReleaseMissed(button); }}) {}
 
 MouseDriver::~MouseDriver() = default;
 
@@ -138,6 +141,12 @@ void MouseDriver::ReturnToSession() {
 void MouseDriver::Reinstall() {
     ++reinstalled;
     hook.Reinstall();
+}
+
+// A hook that misses a release may be gone.
+void MouseDriver::OnReleaseMissed(ButtonSlot physicalButton) {
+    Reinstall();
+    hook.ReleaseMissed(physicalButton);
 }
 
 // Without a hook Windows itself knows the buttons.

@@ -77,6 +77,7 @@ private:
     void UseSettings(const std::optional<model::DeviceRecord>& previous);
     void OnProfile(const ProfileInForce& profile);
     void AwaitSettings() const;
+    void OnReleaseMissed(model::ButtonSlot physicalButton);
 
     Outlets outlets;
     HWND window = nullptr;

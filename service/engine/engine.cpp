@@ -215,6 +215,14 @@ void Engine::OnSessionLeft(Orders& orders) {
     heldButtons = 0;
 }
 
+void Engine::OnReleaseMissed(ButtonSlot physicalButton, Orders& orders) {
+    const auto button = static_cast<std::size_t>(physicalButton);
+    if (button >= presses.size()) return;
+    heldButtons &= ~BitOf(button);
+    End(presses[button], orders);
+    presses[button].isKnown = false;
+}
+
 void Engine::OnOverload(bool overloaded) {
     isOverloaded = overloaded;
 }

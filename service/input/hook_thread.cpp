@@ -57,6 +57,10 @@ void HookThread::LeaveSession() {
     loop->shared->Send(Command{.kind = CommandKind::LeaveSession});
 }
 
+void HookThread::ReleaseMissed(model::ButtonSlot physicalButton) {
+    loop->shared->Send(Command{.kind = CommandKind::ReleaseMissed, .button = physicalButton});
+}
+
 void HookThread::Swapped(bool areSwapped) {
     loop->shared->Send(Command{.kind = CommandKind::Swapped, .isOn = areSwapped});
 }

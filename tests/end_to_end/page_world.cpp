@@ -1,4 +1,4 @@
-#include "tests/end_to_end/world.h"
+#include "tests/end_to_end/page_world.h"
 
 #include <array>
 #include <string_view>

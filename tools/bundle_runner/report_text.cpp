@@ -1,4 +1,4 @@
-#include "tools/bundle_runner/text.h"
+#include "tools/bundle_runner/report_text.h"
 
 #include <windows.h>
 

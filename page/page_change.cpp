@@ -1,4 +1,4 @@
-#include "page/property_sheet.h"
+#include "page/page_change.h"
 
 #include <prsht.h>
 

@@ -1,4 +1,4 @@
-#include "tests/service_end_to_end/world.h"
+#include "tests/service_end_to_end/service_world.h"
 
 #include <algorithm>
 #include <array>
@@ -9,9 +9,9 @@
 #include "platform/service_protocol.h"
 #include "tests/end_to_end/stored_state.h"
 #include "tests/end_to_end/story_waiting.h"
-#include "tests/end_to_end/text.h"
 #include "tests/end_to_end/windows_of_process.h"
 #include "tests/service_end_to_end/opened_program.h"
+#include "tests/support/narrow_text.h"
 
 namespace kvn::service_end_to_end {
 namespace {
@@ -278,7 +278,7 @@ void ServiceTest::Use(Choice choice, Recorder& recorder, ButtonSlot witness) {
     choice.keys[witness] = key;
     Store(choice);
     Announce();
-    PressUntil(recorder, witness, "sent up " + end_to_end::Narrow(key));
+    PressUntil(recorder, witness, "sent up " + test::Narrow(key));
 }
 
 void ServiceTest::PressUntil(Recorder& recorder, ButtonSlot control, const std::string& line) const {

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace kvn::end_to_end {
+namespace kvn::test {
 
 inline std::string Narrow(std::wstring_view text) {
     const int length = static_cast<int>(text.size());
@@ -16,4 +16,4 @@ inline std::string Narrow(std::wstring_view text) {
     return narrow;
 }
 
-}  // namespace kvn::end_to_end
+}  // namespace kvn::test

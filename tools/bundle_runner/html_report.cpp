@@ -1,9 +1,9 @@
-#include "tools/bundle_runner/report.h"
+#include "tools/bundle_runner/html_report.h"
 
 #include <algorithm>
 #include <array>
 
-#include "tools/bundle_runner/text.h"
+#include "tools/bundle_runner/report_text.h"
 
 namespace kvn::bundle {
 namespace {

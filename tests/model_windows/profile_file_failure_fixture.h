@@ -20,7 +20,7 @@ inline ProfileSet OneProfile(const std::wstring& name) {
     return list;
 }
 
-class ProfileFileFailure : public testing::Test {
+class ProfileFileFailureTest : public testing::Test {
 protected:
     void SetUp() override {
         ASSERT_TRUE(SaveProfileFile(Path(), OneProfile(L"old")));
