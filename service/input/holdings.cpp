@@ -3,16 +3,15 @@
 #include <algorithm>
 #include <mutex>
 
+#include "service/engine/notch.h"
+
 namespace kvn::service {
 namespace {
 
 constexpr std::uint32_t kScrollPeriod = 100;  // milliseconds
 // Windows takes no input while it shows a desktop of its own, as for a lock.
 constexpr std::uint32_t kReleaseRetryPeriod = 250;
-constexpr std::int32_t kNotch = 120;
 constexpr std::int32_t kNaturalSpeed = 4;
-
-constexpr std::array<WORD, 5> kButtonKeys{VK_LBUTTON, VK_RBUTTON, VK_MBUTTON, VK_XBUTTON1, VK_XBUTTON2};
 
 WORD ButtonKeyOf(const FunctionRow& row) {
     const auto index = static_cast<std::size_t>(row.button);

@@ -34,7 +34,7 @@ void EndHolding(Keeper& keeper, const Order& order) {
 }
 
 void Stroke(Keeper& keeper, const Order& order) {
-    if (keeper.state.outlets.onStroke) keeper.state.outlets.onStroke(order);
+    CallOutlet(keeper.state.keeperGate, keeper.state.outlets.onStroke, order);
 }
 
 void BeginFlying(Keeper& keeper, const Order& order) {

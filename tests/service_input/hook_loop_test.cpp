@@ -100,15 +100,13 @@ TEST_F(HookLoopTest, PressesAndPushesByTheUserCount) {
 }
 
 TEST_F(HookLoopTest, AMoveWakesWhoSleepsAndDecidesNothing) {
-    const platform::UniqueKernelObject wake(CreateEventW(nullptr, FALSE, FALSE, nullptr));
-    activity.wake = wake.Get();
     activity.isSomeoneAsleep = true;
     EXPECT_FALSE(Keeps(WM_MOUSEMOVE));
     EXPECT_LT(GetTickCount() - activity.lastEvent, 5000U);
     EXPECT_FALSE(activity.isSomeoneAsleep);
-    EXPECT_EQ(WaitForSingleObject(wake.Get(), 0), WAIT_OBJECT_0);
+    EXPECT_EQ(WaitForSingleObject(activity.wake.Get(), 0), WAIT_OBJECT_0);
     Keeps(WM_MOUSEMOVE);
-    EXPECT_EQ(WaitForSingleObject(wake.Get(), 0), static_cast<DWORD>(WAIT_TIMEOUT));
+    EXPECT_EQ(WaitForSingleObject(activity.wake.Get(), 0), static_cast<DWORD>(WAIT_TIMEOUT));
 }
 
 TEST_F(HookLoopTest, HeldButtonsCanBeAskedForFromElsewhere) {

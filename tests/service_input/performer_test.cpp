@@ -2,6 +2,8 @@
 
 #include <atomic>
 #include <chrono>
+#include <memory>
+#include <utility>
 
 #include "tests/service_input/performer_fixture.h"
 #include "tests/support/replaced_import.h"
@@ -251,6 +253,34 @@ TEST_F(PerformerTest, ItsEndDoesNotWaitForAWorkerThatHangs) {
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(3));
     EXPECT_EQ(recorder.Await("+Shift +Enter -Enter -Shift"), "+Shift +Enter -Enter -Shift");
     EXPECT_TRUE(IsListEmpty());
+}
+
+// The thread lets go of the outlets when it has ended.
+TEST_F(PerformerTest, AKeeperThatHungCallsNobodyAfterTheEnd) {
+    ResetEvent(mayGoOn);
+    std::atomic<int> calls = 0;
+    auto outletLives = std::make_shared<int>();
+    const std::weak_ptr<int> threadLives = outletLives;
+    service::HeldList ownList;
+    auto hanging = std::make_unique<service::Performer>(
+        ownList, service::Performer::Outlets{.onDone = {},
+                                             .onStroke = [this, &calls, kept = std::move(outletLives)](const Order&) {
+                                                 ++calls;
+                                                 WaitForSingleObject(mayGoOn, INFINITE);
+                                             }});
+    ASSERT_TRUE(hanging->Start());
+    service::Orders stroke;
+    for (const OrderKind kind : {OrderKind::StrokeBegin, OrderKind::StrokeEnd}) {
+        Order order;
+        order.kind = kind;
+        stroke.Add(order);
+    }
+    hanging->Take(stroke);
+    Await("the keeper", [&] { return calls == 1; });
+    hanging.reset();
+    SetEvent(mayGoOn);
+    ASSERT_TRUE(ComesTrue([&] { return threadLives.expired(); }));
+    EXPECT_EQ(calls, 1);
 }
 
 }  // namespace
