@@ -40,11 +40,12 @@ void GestureTrailOverlay::StartAt(POINT cursor) {
     trail.StartAt(cursor);
 }
 
-// The window covers the screen from its origin, so its client coordinates are the screen's.
+// The window covers the screen from its origin, so its client coordinates are the screen's. All of the path is drawn again,
+// since Wine 10 does not show every line that is added to a layered window.
 void GestureTrailOverlay::DrawTo(POINT cursor) {
     if (!trail.ExtendTo(cursor) || overlay == nullptr) return;
     const platform::WindowDeviceContext context(overlay);
-    if (context) trail.DrawLastLine(context.Get());
+    if (context) trail.Draw(context.Get());
 }
 
 // Whatever erases the window, the path so far stays to be seen.

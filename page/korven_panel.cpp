@@ -11,7 +11,7 @@
 #include "model/registry_access.h"
 #include "model/settings_store.h"
 #include "page/module_state.h"
-#include "page/property_sheet.h"
+#include "page/page_change.h"
 #include "page/service_folder.h"
 #include "platform/boundary.h"
 #include "platform/combo_box.h"

@@ -5,7 +5,7 @@
 #include <memory>
 
 #include "page/current_panel.h"
-#include "page/property_sheet.h"
+#include "page/page_change.h"
 #include "platform/boundary.h"
 #include "platform/module.h"
 #include "platform/subclass.h"

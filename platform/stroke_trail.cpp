@@ -31,13 +31,12 @@ void StrokeTrail::Thin() {
     points[count++] = last;
 }
 
-void StrokeTrail::DrawFrom(HDC context, std::size_t first) const {
+void StrokeTrail::Draw(HDC context) const {
     if (count < 2) return;
     const UniquePen pen(CreatePen(PS_SOLID, kTrailWidth, kTrailColour));
     if (!pen) return;
     const SelectedObject selectedPen(context, pen.Get());
-    MoveToEx(context, points[first].x, points[first].y, nullptr);
-    for (std::size_t i = first + 1; i < count; ++i) LineTo(context, points[i].x, points[i].y);
+    Polyline(context, points.data(), static_cast<int>(count));
 }
 
 void EraseTrailGround(HDC context, const RECT& area) {

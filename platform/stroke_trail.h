@@ -29,12 +29,10 @@ public:
     // The path goes on to this point. False when it is there already: a line without length would leave a dot.
     [[nodiscard]] bool ExtendTo(POINT point);
 
-    // Draws the whole path, or only the line that came last. A path of one point leaves nothing.
-    void Draw(HDC context) const { DrawFrom(context, 0); }
-    void DrawLastLine(HDC context) const { DrawFrom(context, count < 2 ? 0 : count - 2); }
+    // Draws the whole path, in one call however long it is. A path of one point leaves nothing.
+    void Draw(HDC context) const;
 
 private:
-    void DrawFrom(HDC context, std::size_t first) const;
     void Thin();
 
     std::array<POINT, kCapacity> points{};

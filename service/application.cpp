@@ -4,15 +4,15 @@
 #include <utility>
 
 #include "platform/raised_flag.h"
-#include "service/ending.h"
-#include "service/greeting.h"
+#include "service/lifecycle/ending.h"
+#include "service/options/arguments.h"
 #include "service/page/page_search.h"
-#include "service/panels.h"
-#include "service/processes.h"
-#include "service/resource.h"
-#include "service/texts.h"
+#include "service/resources/service_resource.h"
+#include "service/resources/service_texts.h"
+#include "service/resources/service_version.h"
+#include "service/tray/greeting.h"
 #include "service/tray/mouse_name.h"
-#include "service/version.h"
+#include "service/tray/panels.h"
 
 namespace kvn::service {
 
@@ -63,7 +63,8 @@ MouseDriver::Outlets Application::DriverOutlets() {
 
 TransferDialogs::Outlets Application::TransferOutlets() {
     return {.onImported = [this] { posted.Post([this] { driver->Settings().Reread(); }); },
-            .onDone = [this](const std::wstring& text) { posted.Post([this, text] { tray.Tell(text, NIIF_INFO); }); }};
+            .onDone =
+                [this](const std::wstring& text) { posted.Post([this, text] { tray.ShowBalloon(text, NIIF_INFO); }); }};
 }
 
 // Asked by the thread of the window.
@@ -90,8 +91,8 @@ bool Application::Start(const CommandLine& commands) {
 }
 
 void Application::Greet(bool isChosenMouse) {
-    if (!driver->Hook().IsInstalled()) tray.Tell(Text(IDS_BALLOON_NO_HOOK), NIIF_ERROR);
-    if (!isChosenMouse && IsFirstStart()) tray.Tell(Text(IDS_BALLOON_FIRST_START), NIIF_INFO);
+    if (!driver->Hook().IsInstalled()) tray.ShowBalloon(Text(IDS_BALLOON_NO_HOOK), NIIF_ERROR);
+    if (!isChosenMouse && IsFirstStart()) tray.ShowBalloon(Text(IDS_BALLOON_FIRST_START), NIIF_INFO);
 }
 
 // For the watcher, in case it has to start the service again.
@@ -122,22 +123,22 @@ Answer Application::CarryOut(const CommandLine& commands) {
 
 Answer Application::ForceProfile(const std::wstring& name) {
     if (driver->Force(name)) return {};
-    return {kFailed, Text(IDS_FAULT_UNKNOWN_PROFILE, name) + L'\n'};
+    return Fault(IDS_FAULT_UNKNOWN_PROFILE, name);
 }
 
 Answer Application::OpenSettings() {
     if (OpenMouseControlPanel()) return {};
-    return {kFailed, Text(IDS_FAULT_SETTINGS) + L'\n'};
+    return Fault(IDS_FAULT_SETTINGS);
 }
 
 Answer Application::OpenTry() {
     if (tryButtons->Open()) return {};
-    return {kFailed, Text(IDS_FAULT_TRY) + L'\n'};
+    return Fault(IDS_FAULT_TRY);
 }
 
 // What fails is said in a balloon.
-void Application::TellIfFailed(const Answer& answer) {
-    if (!answer.text.empty()) tray.Tell(answer.text, NIIF_ERROR);
+void Application::ShowFailure(const Answer& answer) {
+    if (!answer.text.empty()) tray.ShowBalloon(answer.text, NIIF_ERROR);
 }
 
 void Application::OnTrayChoice(const TrayChoice& choice) {
@@ -153,7 +154,7 @@ void Application::OnTrayChoice(const TrayChoice& choice) {
 void Application::OnTrayCommand(TrayCommand command) {
     switch (command) {
         case TrayCommand::Settings:
-            TellIfFailed(OpenSettings());
+            ShowFailure(OpenSettings());
             break;
         case TrayCommand::Automatic:
             static_cast<void>(ForceProfile({}));
@@ -162,7 +163,7 @@ void Application::OnTrayCommand(TrayCommand command) {
             driver->Pause(!driver->IsPaused());
             break;
         case TrayCommand::Try:
-            TellIfFailed(OpenTry());
+            ShowFailure(OpenTry());
             break;
         case TrayCommand::Export:
             transfer.OpenExport();
@@ -171,7 +172,7 @@ void Application::OnTrayCommand(TrayCommand command) {
             transfer.OpenImport();
             break;
         case TrayCommand::Help:
-            OpenHelpPage([this] { posted.Post([this] { tray.Tell(Text(IDS_FAULT_HELP), NIIF_ERROR); }); });
+            OpenHelpPage([this] { posted.Post([this] { tray.ShowBalloon(Text(IDS_FAULT_HELP), NIIF_ERROR); }); });
             break;
         case TrayCommand::About:
             ShowAbout();
@@ -207,7 +208,7 @@ void Application::OnStroke(const Order& order) {
 
 void Application::OnProblem(SettingsProblem problem, const std::wstring& path) {
     const bool wasSetAside = problem == SettingsProblem::FileSetAside;
-    tray.Tell(Text(wasSetAside ? IDS_BALLOON_FILE_SET_ASIDE : IDS_BALLOON_FILE_UNREADABLE, path), NIIF_WARNING);
+    tray.ShowBalloon(Text(wasSetAside ? IDS_BALLOON_FILE_SET_ASIDE : IDS_BALLOON_FILE_UNREADABLE, path), NIIF_WARNING);
 }
 
 std::optional<LRESULT> Application::OnMessage(const Message& message) {

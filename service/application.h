@@ -8,19 +8,19 @@
 #include <optional>
 #include <string>
 
-#include "service/command_line.h"
-#include "service/handover.h"
-#include "service/mouse_driver.h"
+#include "service/driver/mouse_driver.h"
+#include "service/lifecycle/session_events.h"
+#include "service/lifecycle/shared_state.h"
+#include "service/lifecycle/watcher.h"
+#include "service/options/command_line.h"
+#include "service/options/handover.h"
 #include "service/page/page_protocol.h"
+#include "service/page/posted_work.h"
 #include "service/page/service_window.h"
-#include "service/posted_work.h"
-#include "service/session_events.h"
-#include "service/shared_state.h"
 #include "service/transfer/transfer_dialogs.h"
 #include "service/tray/trail_window.h"
 #include "service/tray/tray_icon.h"
 #include "service/tray/try_buttons.h"
-#include "service/watcher.h"
 
 namespace kvn::service {
 
@@ -53,7 +53,7 @@ private:
     Answer ForceProfile(const std::wstring& name);
     static Answer OpenSettings();
     Answer OpenTry();
-    void TellIfFailed(const Answer& answer);
+    void ShowFailure(const Answer& answer);
     void OnTrayChoice(const TrayChoice& choice);
     void OnTrayCommand(TrayCommand command);
     TrayState CurrentTrayState() const;

@@ -32,7 +32,7 @@ constexpr bool CanAct(FunctionKind kind) {
 }
 
 std::int32_t SignOf(FunctionCode scroll) {
-    return FindFunction(scroll)->deed == Deed::ScrollLeft ? -1 : 1;
+    return FindFunction(scroll)->action == Action::ScrollLeft ? -1 : 1;
 }
 
 }  // namespace
@@ -148,7 +148,7 @@ void Engine::BeginPush(ButtonSlot control) {
 
 void Engine::Push(std::int32_t delta, bool isFirst, Orders& orders) {
     const FunctionRow& row = *FindFunction(push.AsPress().function.code);
-    const bool isScroll = row.deed == Deed::ScrollLeft || row.deed == Deed::ScrollRight;
+    const bool isScroll = row.action == Action::ScrollLeft || row.action == Action::ScrollRight;
     if (isScroll) return PushScroll(delta, isFirst, orders);
     if (row.kind == FunctionKind::Repeats) return PushNotches(delta, isFirst, orders);
     if (!isFirst) return;
@@ -213,6 +213,14 @@ void Engine::OnPause(bool pauses, Orders& orders) {
 void Engine::OnSessionLeft(Orders& orders) {
     EndAll(orders);
     heldButtons = 0;
+}
+
+void Engine::OnReleaseMissed(ButtonSlot physicalButton, Orders& orders) {
+    const auto button = static_cast<std::size_t>(physicalButton);
+    if (button >= presses.size()) return;
+    heldButtons &= ~BitOf(button);
+    End(presses[button], orders);
+    presses[button].isKnown = false;
 }
 
 void Engine::OnOverload(bool overloaded) {

@@ -41,6 +41,8 @@ public:
     void OnSessionLeft(Orders& orders);
     // While nobody takes orders (the worker hangs), new presses are natural.
     void OnOverload(bool overloaded);
+    // A physical button went up while nobody looked: what it held ends, and nothing of its press is remembered.
+    void OnReleaseMissed(model::ButtonSlot physicalButton, Orders& orders);
     // The mouse's left and right button are swapped: Left is the physical right one.
     void OnSwapped(bool areSwapped);
 

@@ -14,7 +14,7 @@ double TimeUntil(double part) {
     return -kHalving * std::log2(part);
 }
 
-// So many notches there would be if the wheel never stopped: the whole area below the curve.
+// The number of notches if the wheel never stopped: the whole area below the curve.
 double Endless(double firstRate) {
     return firstRate * kHalving / 1000 / std::numbers::ln2;
 }

@@ -20,7 +20,7 @@ enum class FunctionKind : std::uint8_t {
 };
 
 // How a function is carried out.
-enum class Deed : std::uint8_t {
+enum class Action : std::uint8_t {
     None,
     PressButton,     // `button`
     PressKeys,       // `keys`, in their order; Once: down and up again in the opposite order
@@ -35,13 +35,13 @@ enum class Deed : std::uint8_t {
     PressChosenKeys,  // the control's own keys
 };
 
-// What the deed Open opens.
+// What the action Open opens.
 enum class Program : std::uint8_t { None, Computer, Browser, Explorer, ControlPanel, Printers, Magnifier };
 
 struct FunctionRow {
     model::FunctionCode code = model::kFunctionNone;
     FunctionKind kind = FunctionKind::Natural;
-    Deed deed = Deed::None;
+    Action action = Action::None;
     std::array<model::KeyCode, 3> keys{model::kNoKey, model::kNoKey, model::kNoKey};
     model::ButtonSlot button =
         model::ButtonSlot::Left;  // as the user sees it: with swapped buttons Left is the primary one

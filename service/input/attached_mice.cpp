@@ -27,6 +27,10 @@ constexpr std::array<FlagRow, 7> kFlags{{
     {RI_MOUSE_HWHEEL, 0, true},
 }};
 
+// In the order of the slots.
+constexpr std::array<std::uint32_t, 5> kReleaseFlags{RI_MOUSE_BUTTON_1_UP, RI_MOUSE_BUTTON_2_UP, RI_MOUSE_BUTTON_3_UP,
+                                                     RI_MOUSE_BUTTON_4_UP, RI_MOUSE_BUTTON_5_UP};
+
 std::wstring NameOf(HANDLE device) {
     UINT length = 0;
     GetRawInputDeviceInfoW(device, RIDI_DEVICENAME, nullptr, &length);
@@ -66,6 +70,14 @@ std::uint32_t PressesIn(std::uint32_t flags) {
     return buttons;
 }
 
+std::uint32_t ReleasesIn(std::uint32_t flags) {
+    std::uint32_t buttons = 0;
+    for (std::size_t slot = 0; slot < kReleaseFlags.size(); ++slot) {
+        if ((flags & kReleaseFlags[slot]) != 0) buttons |= 1U << slot;
+    }
+    return buttons;
+}
+
 bool ShowUse(std::uint32_t flags) {
     return std::ranges::any_of(kFlags, [=](const FlagRow& row) { return row.isUse && (flags & row.flag) != 0; });
 }
@@ -91,10 +103,10 @@ void AttachedMice::OnInput(HRAWINPUT input) {
     const UINT copied = GetRawInputData(input, RID_INPUT, &data, &bytes, sizeof(RAWINPUTHEADER));
     if (copied == static_cast<UINT>(-1) || data.header.dwType != RIM_TYPEMOUSE) return;
     const std::uint32_t flags = data.data.mouse.usButtonFlags;
-    const std::uint32_t presses = PressesIn(flags);
-    if (flags == 0 || !choice.Take(data.header.hDevice, presses, ShowUse(flags))) return;
+    const ButtonChange change{PressesIn(flags), ReleasesIn(flags), static_cast<std::uint32_t>(GetMessageTime())};
+    if (flags == 0 || !choice.Take(data.header.hDevice, change.pressed, ShowUse(flags))) return;
     ReportChange();
-    if (presses != 0 && outlets.onPress) outlets.onPress(static_cast<std::uint32_t>(GetMessageTime()));
+    if ((change.pressed | change.released) != 0 && outlets.onButtons) outlets.onButtons(change);
 }
 
 void AttachedMice::OnDeviceChange(WPARAM change, HANDLE device) {

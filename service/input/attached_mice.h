@@ -12,12 +12,19 @@
 
 namespace kvn::service {
 
+struct ButtonChange {
+    std::uint32_t pressed = 0;
+    std::uint32_t released = 0;
+    std::uint32_t time = 0;
+};
+
 // Used on one thread, the one of the window that gets WM_INPUT and WM_INPUT_DEVICE_CHANGE.
 class AttachedMice {
 public:
     struct Outlets {
         std::function<void(const model::DeviceRecord&)> onMouse;  // the mouse to publish has changed
-        std::function<void(std::uint32_t time)> onPress;          // a button of any mouse was pressed by its user
+        // The user pressed or released buttons of a mouse; bit n: the physical button of slot n.
+        std::function<void(const ButtonChange&)> onButtons;
     };
 
     explicit AttachedMice(Outlets chosenOutlets);

@@ -20,7 +20,7 @@ WORD ButtonKeyOf(const FunctionRow& row) {
 }
 
 Chord ChordOf(const Order& order, const FunctionRow& row) {
-    return row.deed == Deed::PressChosenKeys ? Chord(order.keys.codes) : Chord(row.keys);
+    return row.action == Action::PressChosenKeys ? Chord(order.keys.codes) : Chord(row.keys);
 }
 
 Chord SwitchingChord() {
@@ -31,7 +31,7 @@ Chord SwitchingChord() {
 // Left is negative.
 std::int32_t ScrollStepOf(const Order& order, const FunctionRow& row) {
     const std::int32_t step = kNotch * order.horizontalSpeed / kNaturalSpeed;
-    return row.deed == Deed::ScrollLeft ? -step : step;
+    return row.action == Action::ScrollLeft ? -step : step;
 }
 
 void ScrollBy(std::int32_t amount) {
@@ -100,25 +100,25 @@ void BeginDoubleClick(HeldKeys& keys, const Order& order, const FunctionRow& row
     ActDoubleClick(keys, order, row);
 }
 
-struct DeedRow {
-    Deed deed;
+struct ActionRow {
+    Action action;
     void (*begin)(HeldKeys&, const Order&, const FunctionRow&, Holding&);
     void (*act)(HeldKeys&, const Order&, const FunctionRow&);
 };
 
-constexpr std::array<DeedRow, 7> kDeeds{{
-    {Deed::PressButton, BeginButton, ActButton},
-    {Deed::PressKeys, BeginKeys, ActKeys},
-    {Deed::PressChosenKeys, BeginKeys, ActKeys},
-    {Deed::SwitchPrograms, BeginSwitching, ActSwitching},
-    {Deed::DoubleClick, BeginDoubleClick, ActDoubleClick},
-    {Deed::ScrollLeft, BeginScrolling, ActScrolling},
-    {Deed::ScrollRight, BeginScrolling, ActScrolling},
+constexpr std::array<ActionRow, 7> kInputActions{{
+    {Action::PressButton, BeginButton, ActButton},
+    {Action::PressKeys, BeginKeys, ActKeys},
+    {Action::PressChosenKeys, BeginKeys, ActKeys},
+    {Action::SwitchPrograms, BeginSwitching, ActSwitching},
+    {Action::DoubleClick, BeginDoubleClick, ActDoubleClick},
+    {Action::ScrollLeft, BeginScrolling, ActScrolling},
+    {Action::ScrollRight, BeginScrolling, ActScrolling},
 }};
 
-const DeedRow* FindDeed(const FunctionRow& row) {
-    const auto found = std::ranges::find(kDeeds, row.deed, &DeedRow::deed);
-    return found == kDeeds.end() ? nullptr : &*found;
+const ActionRow* FindInputAction(const FunctionRow& row) {
+    const auto found = std::ranges::find(kInputActions, row.action, &ActionRow::action);
+    return found == kInputActions.end() ? nullptr : &*found;
 }
 
 std::uint32_t MillisecondsUntil(std::uint32_t due, std::uint32_t now) {
@@ -128,23 +128,23 @@ std::uint32_t MillisecondsUntil(std::uint32_t due, std::uint32_t now) {
 }  // namespace
 
 bool Holdings::CanDo(const FunctionRow& row) {
-    return FindDeed(row) != nullptr;
+    return FindInputAction(row) != nullptr;
 }
 
 void Holdings::Begin(const Order& order, const FunctionRow& row) {
-    const DeedRow* const deed = FindDeed(row);
+    const ActionRow* const action = FindInputAction(row);
     const std::lock_guard guard(lock);
     const auto free = std::ranges::find(holdings, false, &Holding::isUsed);
-    if (deed == nullptr || isClosed) return;
-    if (WasEnded(order.ticket) || free == holdings.end()) return deed->act(keys, order, row);
+    if (action == nullptr || isClosed) return;
+    if (WasEnded(order.ticket) || free == holdings.end()) return action->act(keys, order, row);
     *free = Holding{.isUsed = true, .ticket = order.ticket};
-    deed->begin(keys, order, row, *free);
+    action->begin(keys, order, row, *free);
 }
 
 void Holdings::Act(const Order& order, const FunctionRow& row) {
-    const DeedRow* const deed = FindDeed(row);
+    const ActionRow* const action = FindInputAction(row);
     const std::lock_guard guard(lock);
-    if (deed != nullptr && !isClosed) deed->act(keys, order, row);
+    if (action != nullptr && !isClosed) action->act(keys, order, row);
 }
 
 void Holdings::End(Ticket ticket) {

@@ -33,7 +33,7 @@ class Holdings {
 public:
     explicit Holdings(HeldList& sharedList) : keys(sharedList) {}
 
-    // False when the function's deed is none of keys, buttons and scrolling.
+    // False when the function's action is none of keys, buttons and scrolling.
     static bool CanDo(const FunctionRow& row);
 
     void Begin(const Order& order, const FunctionRow& row);

@@ -35,10 +35,11 @@ struct CommandRow {
     void (*carryOut)(HookLoop&, const Command&);
 };
 
-constexpr std::array<CommandRow, 11> kCommands{{
+constexpr std::array<CommandRow, 12> kCommands{{
     {CommandKind::UseSettings, [](HookLoop& l, const Command& /*c*/) { l.UseNewestSettings(); }},
     {CommandKind::Pause, [](HookLoop& l, const Command& c) { l.engine.OnPause(c.isOn, l.orders); }},
     {CommandKind::LeaveSession, [](HookLoop& l, const Command& /*c*/) { l.engine.OnSessionLeft(l.orders); }},
+    {CommandKind::ReleaseMissed, [](HookLoop& l, const Command& c) { l.engine.OnReleaseMissed(c.button, l.orders); }},
     {CommandKind::Swapped, [](HookLoop& l, const Command& c) { l.engine.OnSwapped(c.isOn); }},
     {CommandKind::GestureEditBegin, [](HookLoop& l, const Command& /*c*/) { l.engine.OnGestureEditBegin(l.orders); }},
     {CommandKind::GestureEditEnd, [](HookLoop& l, const Command& /*c*/) { l.engine.OnGestureEditEnd(); }},

@@ -1,7 +1,7 @@
 #include "service/input/hook_thread.h"
 
+#include "platform/thread_start.h"
 #include "service/input/hook_loop.h"
-#include "service/input/thread_start.h"
 
 namespace kvn::service {
 namespace {
@@ -24,7 +24,7 @@ public:
     }
 
     bool Start() {
-        thread = StartThread(
+        thread = platform::StartThread(
             shared, +[](HookLoop& started) { started.Run(); }, THREAD_PRIORITY_HIGHEST);
         if (thread) WaitForSingleObject(shared->Ready(), kLongestStart);
         return shared->isInstalled;
@@ -55,6 +55,10 @@ void HookThread::Pause(bool isPaused) {
 
 void HookThread::LeaveSession() {
     loop->shared->Send(Command{.kind = CommandKind::LeaveSession});
+}
+
+void HookThread::ReleaseMissed(model::ButtonSlot physicalButton) {
+    loop->shared->Send(Command{.kind = CommandKind::ReleaseMissed, .button = physicalButton});
 }
 
 void HookThread::Swapped(bool areSwapped) {

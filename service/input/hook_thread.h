@@ -28,6 +28,7 @@ public:
     void Use(const EngineSettings& settings);
     void Pause(bool isPaused);
     void LeaveSession();
+    void ReleaseMissed(model::ButtonSlot physicalButton);
     void Swapped(bool areSwapped);
     void GestureEditBegin();
     void GestureEditEnd();

@@ -12,24 +12,24 @@ constexpr std::array<const wchar_t*, model::kButtonSlotCount> kButtonTexts{
     L"left button", L"right button", L"middle button", L"button 4", L"button 5", L"tilt left", L"tilt right"};
 
 struct TextRow {
-    Deed deed;
+    Action action;
     const wchar_t* text;
 };
 
 constexpr std::array<TextRow, 4> kTexts{{
-    {Deed::SwitchPrograms, L"Alt+Tab"},
-    {Deed::DoubleClick, L"double click"},
-    {Deed::ScrollLeft, L"scrolled left"},
-    {Deed::ScrollRight, L"scrolled right"},
+    {Action::SwitchPrograms, L"Alt+Tab"},
+    {Action::DoubleClick, L"double click"},
+    {Action::ScrollLeft, L"scrolled left"},
+    {Action::ScrollRight, L"scrolled right"},
 }};
 
 }  // namespace
 
 std::wstring TextOfInput(const Order& order, const FunctionRow& row) {
-    if (row.deed == Deed::PressChosenKeys) return model::EtcKeyToText(order.keys);
-    if (row.deed == Deed::PressKeys) return model::EtcKeyToText({row.keys});
-    if (row.deed == Deed::PressButton) return kButtonTexts[static_cast<std::size_t>(row.button)];
-    const auto text = std::ranges::find(kTexts, row.deed, &TextRow::deed);
+    if (row.action == Action::PressChosenKeys) return model::EtcKeyToText(order.keys);
+    if (row.action == Action::PressKeys) return model::EtcKeyToText({row.keys});
+    if (row.action == Action::PressButton) return kButtonTexts[static_cast<std::size_t>(row.button)];
+    const auto text = std::ranges::find(kTexts, row.action, &TextRow::action);
     return text == kTexts.end() ? L"nothing" : text->text;
 }
 

@@ -8,7 +8,7 @@
 
 namespace kvn::service {
 
-// "Ctrl+C", "left button", "scrolled left"; "nothing" for a deed that makes no input.
+// "Ctrl+C", "left button", "scrolled left"; "nothing" for an action that makes no input.
 std::wstring TextOfInput(const Order& order, const FunctionRow& row);
 
 }  // namespace kvn::service

@@ -19,6 +19,7 @@ enum class CommandKind : std::uint8_t {
     UseSettings,  // the newest ones
     Pause,
     LeaveSession,
+    ReleaseMissed,
     Swapped,
     GestureEditBegin,
     GestureEditEnd,
@@ -32,7 +33,7 @@ enum class CommandKind : std::uint8_t {
 struct Command {
     CommandKind kind = CommandKind::Quit;
     bool isOn = false;                                   // of Pause and Swapped
-    model::ButtonSlot button = model::ButtonSlot::Left;  // of Question
+    model::ButtonSlot button = model::ButtonSlot::Left;  // of Question and ReleaseMissed
     std::uint32_t time = 0;                              // of Question
 };
 

@@ -5,8 +5,8 @@
 #include <utility>
 
 #include "platform/boundary.h"
+#include "platform/thread_start.h"
 #include "service/input/keeper.h"
-#include "service/input/thread_start.h"
 #include "service/input/worker.h"
 
 namespace kvn::service {
@@ -67,8 +67,8 @@ bool Performer::Lanes::Start() {
     if (!state->workerWake.IsThere() || !state->endingDone.IsThere() || !state->workStep.IsThere() ||
         !state->keeperWake)
         return false;
-    keeper = StartThread(state, RunKeeper, THREAD_PRIORITY_ABOVE_NORMAL);
-    worker = StartThread(state, RunWorker, THREAD_PRIORITY_ABOVE_NORMAL);
+    keeper = platform::StartThread(state, RunKeeper, THREAD_PRIORITY_ABOVE_NORMAL);
+    worker = platform::StartThread(state, RunWorker, THREAD_PRIORITY_ABOVE_NORMAL);
     return keeper && worker;
 }
 

@@ -60,20 +60,20 @@ std::wstring Minimize(HWND window) {
 }
 
 struct CommandRow {
-    Deed deed;
+    Action action;
     std::wstring (*carryOut)(HWND);
 };
 
 constexpr std::array<CommandRow, 3> kCommands{{
-    {Deed::CloseWindow, CloseWindowInFront},
-    {Deed::MaximizeWindow, MaximizeOrRestore},
-    {Deed::MinimizeWindow, Minimize},
+    {Action::CloseWindow, CloseWindowInFront},
+    {Action::MaximizeWindow, MaximizeOrRestore},
+    {Action::MinimizeWindow, Minimize},
 }};
 
 }  // namespace
 
-std::wstring DoWindowCommand(Deed deed) {
-    const auto command = std::ranges::find(kCommands, deed, &CommandRow::deed);
+std::wstring DoWindowCommand(Action action) {
+    const auto command = std::ranges::find(kCommands, action, &CommandRow::action);
     if (command == kCommands.end()) return L"nothing";
     const HWND window = WindowInFront();
     return window == nullptr ? L"no window in front" : command->carryOut(window);

@@ -8,7 +8,7 @@
 namespace kvn::service {
 
 // CloseWindow, MaximizeWindow or MinimizeWindow; never for the desktop or the taskbar. The text says in English what
-// was done. Other deeds do nothing.
-std::wstring DoWindowCommand(Deed deed);
+// was done. Other actions do nothing.
+std::wstring DoWindowCommand(Action action);
 
 }  // namespace kvn::service

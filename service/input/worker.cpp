@@ -1,7 +1,7 @@
 #include "service/input/worker.h"
 
 #include "platform/boundary.h"
-#include "service/input/deeds.h"
+#include "service/input/order_execution.h"
 
 namespace kvn::service {
 namespace {
@@ -15,7 +15,7 @@ void Report(PerformerState& state, const Order& order, const std::wstring& done)
 }
 
 void CarryOut(PerformerState& state, const Order& order) {
-    const std::wstring done = DoOrder(order, state.holdings);
+    const std::wstring done = ExecuteOrder(order, state.holdings);
     if (CountsAsAction(order)) ++state.actions;
     if (order.kind == OrderKind::Begin && state.holdings.DoRepeat()) SetEvent(state.keeperWake.Get());
     Report(state, order, done);

@@ -1,4 +1,4 @@
-// Whoever hears the messages of the service's window.
+// A part of the service that handles messages of the service's window.
 #pragma once
 
 #include <windows.h>

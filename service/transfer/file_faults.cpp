@@ -9,8 +9,8 @@
 #include "model/xml_guard.h"
 #include "platform/item_limit.h"
 #include "platform/number_text.h"
-#include "service/resource.h"
-#include "service/texts.h"
+#include "service/resources/service_resource.h"
+#include "service/resources/service_texts.h"
 
 namespace kvn::service {
 namespace {
@@ -54,10 +54,6 @@ std::wstring PlaceOf(const model::ImportProblem& problem) {
 }
 
 }  // namespace
-
-Answer Fault(unsigned textId, const std::wstring& first, const std::wstring& second) {
-    return {kFailed, Text(textId, first, second) + L'\n'};
-}
 
 bool IsWritable(const std::wstring& path) {
     return !IsFolder(path) && IsInFolder(path) && !model::IsReadOnly(path);

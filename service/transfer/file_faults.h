@@ -4,12 +4,9 @@
 #include <string>
 
 #include "model/profile_transfer.h"
-#include "service/handover.h"
+#include "service/options/answer.h"
 
 namespace kvn::service {
-
-// The text with this number, as the answer of something that failed.
-Answer Fault(unsigned textId, const std::wstring& first = {}, const std::wstring& second = {});
 
 // Why nothing can be written to the path; an answer in any case.
 Answer WhyNotWritable(const std::wstring& path);

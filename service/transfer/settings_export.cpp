@@ -7,8 +7,8 @@
 #include "model/profile_transfer.h"
 #include "model/registry_access.h"
 #include "model/registry_values.h"
-#include "service/resource.h"
-#include "service/texts.h"
+#include "service/resources/service_resource.h"
+#include "service/resources/service_texts.h"
 #include "service/transfer/file_faults.h"
 #include "service/transfer/mouse_model.h"
 

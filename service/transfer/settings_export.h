@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "service/handover.h"
+#include "service/options/answer.h"
 
 namespace kvn::service {
 

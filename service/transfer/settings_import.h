@@ -4,7 +4,7 @@
 #include <functional>
 #include <string>
 
-#include "service/handover.h"
+#include "service/options/answer.h"
 
 namespace kvn::service {
 
@@ -12,7 +12,7 @@ namespace kvn::service {
 using OtherModelQuestion = std::function<bool(const std::wstring& modelOfFile, const std::wstring& attachedModel)>;
 
 // Takes the settings of the file at this full path for the published mouse: all of them, or nothing changes. The exit
-// code is kOtherModel when the question was answered with no. A running service has to be told afterwards.
+// code is kOtherModel when the question was answered with no. A running service has to read them afterwards.
 Answer ImportSettings(const std::wstring& file, const OtherModelQuestion& isOtherModelWanted);
 
 }  // namespace kvn::service

@@ -14,9 +14,9 @@
 #include "platform/com_pointer.h"
 #include "platform/critical_section.h"
 #include "platform/system_library.h"
-#include "service/input/thread_start.h"
-#include "service/resource.h"
-#include "service/texts.h"
+#include "platform/thread_start.h"
+#include "service/resources/service_resource.h"
+#include "service/resources/service_texts.h"
 #include "service/transfer/settings_export.h"
 #include "service/transfer/settings_import.h"
 
@@ -27,7 +27,7 @@ struct TransferDialogs::State {
 
     // Nothing once the owner has closed.
     template <typename Report>
-    void Tell(const Report& report) {
+    void Notify(const Report& report) {
         const std::lock_guard lock(section);
         if (!isClosed) report(outlets);
     }
@@ -107,7 +107,7 @@ void TransferDialogs::OpenExport() {
         if (answer.exitCode != kDone) {
             ShowBox(answer.text, MB_OK | MB_ICONWARNING);
         } else {
-            shared.Tell([&](const Outlets& outlets) { outlets.onDone(answer.text); });
+            shared.Notify([&](const Outlets& outlets) { outlets.onDone(answer.text); });
         }
     });
 }
@@ -119,7 +119,7 @@ void TransferDialogs::OpenImport() {
         const Answer answer = ImportSettings(*file, AskForOtherModel);
         if (answer.exitCode == kFailed) ShowBox(answer.text, MB_OK | MB_ICONWARNING);
         if (answer.exitCode != kDone) return;
-        shared.Tell([&](const Outlets& outlets) {
+        shared.Notify([&](const Outlets& outlets) {
             outlets.onImported();
             outlets.onDone(answer.text);
         });
@@ -140,7 +140,7 @@ void TransferDialogs::Open(void (*work)(State& state)) {
         });
         shared.isOpen = false;
     };
-    if (!StartThread<State>(state, body, THREAD_PRIORITY_NORMAL)) state->isOpen = false;
+    if (!platform::StartThread<State>(state, body, THREAD_PRIORITY_NORMAL)) state->isOpen = false;
 }
 
 }  // namespace kvn::service

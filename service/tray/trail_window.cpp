@@ -32,7 +32,7 @@ void TrailWindow::Begin(POINT place) {
 void TrailWindow::MoveTo(POINT place) {
     if (!window || !trail.ExtendTo(InWindow(place))) return;
     const platform::WindowDeviceContext context(window.Get());
-    if (context) Paint(context.Get());
+    if (context) trail.Draw(context.Get());
 }
 
 bool TrailWindow::Create() {

@@ -9,8 +9,8 @@
 #include "platform/raised_flag.h"
 #include "platform/window_text.h"
 #include "service/page/window_numbers.h"
-#include "service/resource.h"
-#include "service/texts.h"
+#include "service/resources/service_resource.h"
+#include "service/resources/service_texts.h"
 
 namespace kvn::service {
 namespace {
@@ -90,7 +90,7 @@ void TrayIcon::Remove() {
     window = nullptr;
 }
 
-void TrayIcon::Tell(const std::wstring& text, DWORD kind) {
+void TrayIcon::ShowBalloon(const std::wstring& text, DWORD kind) {
     if (window == nullptr) return;
     NOTIFYICONDATAW data = Data(NIF_INFO);
     data.dwInfoFlags = kind;

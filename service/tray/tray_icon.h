@@ -36,7 +36,7 @@ public:
     void Remove();
 
     // In a balloon; `kind` is NIIF_INFO, NIIF_WARNING or NIIF_ERROR.
-    void Tell(const std::wstring& text, DWORD kind);
+    void ShowBalloon(const std::wstring& text, DWORD kind);
 
     std::optional<LRESULT> OnMessage(const Message& message) override;
 

@@ -5,7 +5,7 @@
 #include "platform/module.h"
 #include "platform/texts.h"
 #include "platform/unique_resource.h"
-#include "service/resource.h"
+#include "service/resources/service_resource.h"
 
 namespace kvn::service {
 namespace {

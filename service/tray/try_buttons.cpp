@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "platform/boundary.h"
-#include "service/input/thread_start.h"
+#include "platform/thread_start.h"
 #include "service/tray/try_texts.h"
 #include "service/tray/try_window.h"
 
@@ -36,7 +36,7 @@ struct TryButtons::State {
 
     ShownPress Shown(const SeenPress& press) const {
         return {.control = ControlText(press.control),
-                .deed = DeedText(press),
+                .effect = EffectText(press),
                 .profile = outlets.nameOfProfile(press.profile),
                 .program = ProgramText(outlets.programInFront())};
     }
@@ -63,7 +63,7 @@ bool TryButtons::Open() {
     if (IsOpen() && PostMessageW(state->window, kComeToFrontMessage, 0, 0)) return true;
     if (thread) WaitForSingleObject(thread.Get(), kLongestFarewell);
     state = std::make_shared<State>(presses, outlets);
-    thread = StartThread(state, Run, THREAD_PRIORITY_NORMAL);
+    thread = platform::StartThread(state, Run, THREAD_PRIORITY_NORMAL);
     if (!thread) return false;
     const std::array signals{state->ready.Get(), thread.Get()};
     return WaitForMultipleObjects(signals.size(), signals.data(), FALSE, kLongestStart) == WAIT_OBJECT_0;

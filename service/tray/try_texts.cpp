@@ -2,8 +2,8 @@
 
 #include "model/enum_array.h"
 #include "resources/resource.h"
-#include "service/resource.h"
-#include "service/texts.h"
+#include "service/resources/service_resource.h"
+#include "service/resources/service_texts.h"
 
 namespace kvn::service {
 namespace {
@@ -13,7 +13,7 @@ constexpr model::EnumArray<model::ButtonSlot, unsigned, model::kButtonSlotCount>
      IDS_TRY_TILT_RIGHT}};
 
 // In the order of Cause; 0: the function alone.
-constexpr model::EnumArray<Cause, unsigned, 7> kDeedTexts{
+constexpr model::EnumArray<Cause, unsigned, 7> kEffectTexts{
     {0, IDS_TRY_GESTURE, IDS_TRY_UNKNOWN_STROKE, IDS_TRY_NO_STROKE, IDS_TRY_GIVEN_UP, IDS_TRY_GIVES_UP, IDS_TRY_ASKED}};
 
 std::wstring FunctionText(const SeenPress& press) {
@@ -37,10 +37,10 @@ std::wstring ControlText(model::ButtonSlot control) {
     return Text(kControlTexts[control]);
 }
 
-std::wstring DeedText(const SeenPress& press) {
+std::wstring EffectText(const SeenPress& press) {
     const std::wstring function = FunctionText(press);
     if (press.isPaused) return Text(IDS_TRY_PAUSED, function);
-    const unsigned textId = kDeedTexts[press.cause];
+    const unsigned textId = kEffectTexts[press.cause];
     return textId == 0 ? function : Text(textId, StrokeText(press), function);
 }
 

@@ -12,7 +12,7 @@ std::wstring ControlText(model::ButtonSlot control);
 
 // What the press does: the function by the page's own name of it, arbitrary keys with their names; of a stroke's end
 // the gesture too.
-std::wstring DeedText(const SeenPress& press);
+std::wstring EffectText(const SeenPress& press);
 
 // "notepad.exe"
 std::wstring ProgramText(const std::wstring& path);

@@ -11,8 +11,8 @@
 #include "platform/module.h"
 #include "platform/subclass.h"
 #include "platform/window_text.h"
-#include "service/resource.h"
-#include "service/texts.h"
+#include "service/resources/service_resource.h"
+#include "service/resources/service_texts.h"
 
 namespace kvn::service {
 namespace {
@@ -34,7 +34,7 @@ struct ColumnRow {
 
 constexpr std::array kColumns{
     ColumnRow{IDS_TRY_COLUMN_CONTROL, 20},
-    ColumnRow{IDS_TRY_COLUMN_DEED, 40},
+    ColumnRow{IDS_TRY_COLUMN_EFFECT, 40},
     ColumnRow{IDS_TRY_COLUMN_PROFILE, 20},
     ColumnRow{IDS_TRY_COLUMN_PROGRAM, 20},
 };
@@ -171,7 +171,7 @@ void TryWindow::Add(const ShownPress& press) const {
     if (platform::ListRowCount(list) >= kMostPressesShown) platform::DeleteListRow(list, 0);
     const int row = platform::InsertListRow(list, kMostPressesShown, press.control);
     int column = 1;
-    for (const std::wstring* const text : {&press.deed, &press.profile, &press.program}) {
+    for (const std::wstring* const text : {&press.effect, &press.profile, &press.program}) {
         platform::SetListText(list, row, column++, *text);
     }
     MakeCurrent(list, row);

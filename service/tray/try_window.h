@@ -23,7 +23,7 @@ inline constexpr int kMostPressesShown = 100;
 
 // What a row says.
 struct ShownPress {
-    std::wstring control, deed, profile, program;
+    std::wstring control, effect, profile, program;
 };
 
 // Made, used and destroyed on one thread.

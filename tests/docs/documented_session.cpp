@@ -50,7 +50,7 @@ std::string BytesOfRecord(const std::string& line) {
 
 }  // namespace
 
-void DocumentedSession::RunSession() {
+void DocumentedSessionTest::RunSession() {
     const Sheet sheet = OpenSheetWithService();
     ReturnToInitialValues(sheet);
     AssignKeys(sheet);
@@ -62,14 +62,14 @@ void DocumentedSession::RunSession() {
     EndService();
 }
 
-void DocumentedSession::ReturnToInitialValues(const Sheet& sheet) const {
+void DocumentedSessionTest::ReturnToInitialValues(const Sheet& sheet) const {
     AskService({L"--send-settings", L"1,2,8,3,4,6,33,34,7,5,3"});
     sheet.Click(IDC_PANE_RESET);
     AnswerMessage(sheet.ProcessId(), IDOK);
     WaitFor("Apply", [&] { return sheet.CanApply(); });
 }
 
-void DocumentedSession::AssignKeys(const Sheet& sheet) {
+void DocumentedSessionTest::AssignKeys(const Sheet& sheet) {
     sheet.ChooseByMouse(IDC_PANE_CENTER, kGesture);
     WaitFor("the gesture button", [&] { return sheet.Chosen(IDC_PANE_CENTER) == kGesture; });
     sheet.ChooseByMouse(IDC_PANE_BUTTON5, kArbitraryKey);
@@ -77,7 +77,7 @@ void DocumentedSession::AssignKeys(const Sheet& sheet) {
     WaitFor("the keys", [&] { return sheet.ChosenText(IDC_PANE_BUTTON5) == L"Arbitrary key[Left Ctrl+V]"; });
 }
 
-void DocumentedSession::TieNotepad(const Sheet& sheet) {
+void DocumentedSessionTest::TieNotepad(const Sheet& sheet) {
     sheet.Click(IDC_PAGE_EDIT_PROFILE);
     const ProfileEditor editor(sheet.ProcessId());
     editor.Select(0);
@@ -89,7 +89,7 @@ void DocumentedSession::TieNotepad(const Sheet& sheet) {
     editor.CloseWith(IDOK);
 }
 
-void DocumentedSession::AddGestures(const Sheet& sheet) {
+void DocumentedSessionTest::AddGestures(const Sheet& sheet) {
     const GestureList list(sheet);
     const GestureEditor editor = OpenEditor(sheet, list, IDC_GESTURES_ADD);
     Record(editor, "DR");
@@ -106,7 +106,7 @@ void DocumentedSession::AddGestures(const Sheet& sheet) {
     WaitFor("the second gesture", [&] { return list.Rows().size() == 2; });
 }
 
-std::vector<std::string> DocumentedSession::LogLines() const {
+std::vector<std::string> DocumentedSessionTest::LogLines() const {
     std::vector<std::string> lines;
     for (const std::string& line : LinesOfLog()) {
         if (lines.empty() || lines.back() != line) lines.push_back(line);
@@ -114,7 +114,7 @@ std::vector<std::string> DocumentedSession::LogLines() const {
     return lines;
 }
 
-Examples DocumentedSession::ExamplesOfSession() const {
+Examples DocumentedSessionTest::ExamplesOfSession() const {
     Examples examples;
     std::vector<std::string> events;
     for (const std::string& line : LogLines()) {

@@ -12,7 +12,7 @@ namespace kvn::docs {
 // File names in the folder of examples, and their bytes.
 using Examples = std::map<std::string, std::string>;
 
-class DocumentedSession : public end_to_end::GestureStory {
+class DocumentedSessionTest : public end_to_end::GestureStory {
 protected:
     // A mouse that the page has never seen.
     void SetUp() override { EndToEndTest::SetUp(); }

@@ -7,7 +7,7 @@
 #include "tests/docs/documented_session.h"
 #include "tests/docs/examples_folder.h"
 #include "tests/end_to_end/stored_state.h"
-#include "tests/end_to_end/text.h"
+#include "tests/support/narrow_text.h"
 
 namespace kvn::docs {
 namespace {
@@ -20,11 +20,11 @@ std::wstring Path(const std::string& name) {
 
 std::set<std::string> ExamplesThatAreKept() {
     std::set<std::string> names;
-    for (const std::wstring& name : end_to_end::FilesIn(Path(""))) names.insert(end_to_end::Narrow(name));
+    for (const std::wstring& name : end_to_end::FilesIn(Path(""))) names.insert(test::Narrow(name));
     return names;
 }
 
-TEST_F(DocumentedSession, MakesTheExamplesOfTheDocuments) {
+TEST_F(DocumentedSessionTest, MakesTheExamplesOfTheDocuments) {
     RunSession();
     std::set<std::string> made;
     for (const auto& [name, bytes] : ExamplesOfSession()) {

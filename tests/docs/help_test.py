@@ -34,7 +34,7 @@ def is_message(name: str, text: str) -> bool:
 
 
 def messages() -> dict[str, dict[str, str]]:
-    own = {**strings("resources/strings.rc"), **strings("service/strings.rc")}
+    own = {**strings("resources/strings.rc"), **strings("service/resources/service_strings.rc")}
     prefixes = ("IDS_OPTION_", "IDS_TRAY_", "IDS_TRY_", "IDS_MENU_", "IDS_FILE_TYPE_")
     chosen = {name: texts for name, texts in own.items() if is_message(name, texts["en"])}
     return {name: texts for name, texts in chosen.items() if not name.startswith(prefixes)}
@@ -168,7 +168,7 @@ class Help(unittest.TestCase):
                     self.assertTrue(rows.get(shown(texts[language])), texts[language])
 
     def test_every_item_of_the_menu_is_explained(self):
-        items = [texts for name, texts in strings("service/strings.rc").items() if name.startswith("IDS_MENU_")]
+        items = [texts for name, texts in strings("service/resources/service_strings.rc").items() if name.startswith("IDS_MENU_")]
         self.assertGreater(len(items), 5)
         for language in LANGUAGES:
             names = {plain(span) for span in self.all("span", self.article(language)) if span.get("class") == "ui"}
@@ -181,7 +181,7 @@ class Help(unittest.TestCase):
         names = [re.findall(r"^(IDS_\w+): ", (ROOT / f"service/help/explanations.{language}.txt").read_text(encoding="utf-8"),
                             re.MULTILINE) for language in LANGUAGES]
         self.assertEqual(*names)
-        texts = {**strings("resources/strings.rc"), **strings("service/strings.rc")}
+        texts = {**strings("resources/strings.rc"), **strings("service/resources/service_strings.rc")}
         self.assertEqual([name for name in names[0] if name not in texts], [], "the programs have no such text")
 
     def test_says_how_to_report(self):

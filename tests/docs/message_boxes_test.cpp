@@ -66,25 +66,25 @@ std::vector<Row> DocumentedMessages() {
     return rows;
 }
 
-TEST(MessageBoxes, AreFoundInTheCodeAndAreSentences) {
+TEST(MessageBoxDocumentTest, AreFoundInTheCodeAndAreSentences) {
     const std::set<std::string> names = NamesInCalls();
     EXPECT_GE(names.size(), 10U);
     for (const std::string& name : names) EXPECT_TRUE(IsSentence(TextOf(name))) << name;
 }
 
-TEST(MessageBoxes, AreExplainedInTheSupportDocumentWordByWord) {
+TEST(MessageBoxDocumentTest, AreExplainedInTheSupportDocumentWordByWord) {
     std::set<std::string> documented;
     for (const Row& row : DocumentedMessages()) EXPECT_TRUE(documented.insert(row[0]).second) << row[0] << " twice";
     EXPECT_EQ(documented, TextsOfMessageBoxes());
 }
 
-TEST(MessageBoxes, AreQuotedInJapaneseToo) {
+TEST(MessageBoxDocumentTest, AreQuotedInJapaneseToo) {
     const std::vector<Row> rows = TableWith(ReadFile(kDocument), "in Japanese").rows;
     EXPECT_EQ(rows.size(), TextsOfMessageBoxes().size());
     EXPECT_EQ(std::set(rows.begin(), rows.end()), TextsOfMessageBoxesInBothLanguages());
 }
 
-TEST(MessageBoxes, HaveAMeaningAndButtons) {
+TEST(MessageBoxDocumentTest, HaveAMeaningAndButtons) {
     for (const Row& row : DocumentedMessages()) {
         ASSERT_EQ(row.size(), 4U) << row[0];
         EXPECT_FALSE(row[2].empty()) << row[0];
@@ -95,7 +95,7 @@ TEST(MessageBoxes, HaveAMeaningAndButtons) {
     }
 }
 
-TEST(MessageBoxes, CaptionIsQuoted) {
+TEST(MessageBoxDocumentTest, CaptionIsQuoted) {
     const std::string document = ReadProse(kDocument);
     for (const StringRow& row : StringTable()) {
         if (row.name != "IDS_CAPTION") continue;
@@ -104,7 +104,7 @@ TEST(MessageBoxes, CaptionIsQuoted) {
     }
 }
 
-TEST(MessageBoxes, QuotesOfTheTextAreSentencesOfTheProgram) {
+TEST(MessageBoxDocumentTest, QuotesOfTheTextAreSentencesOfTheProgram) {
     static const std::regex quote("\"([^\"]+[.?])\"");
     const std::string document = ReadProse(kDocument);
     const std::set<std::string> texts = TextsOfMessageBoxes();

@@ -82,11 +82,11 @@ std::vector<RegistryValue> OrderOfApply() {
     return order;
 }
 
-TEST(RegistryDocument, NamesTheValuesOfAnApplyInTheirOrder) {
+TEST(RegistryDocumentTest, NamesTheValuesOfAnApplyInTheirOrder) {
     EXPECT_EQ(TableOfValues(kWritten).Columns("value", "type"), Described(OrderOfApply()));
 }
 
-TEST(RegistryDocument, NamesTheRangesOfTheNumbers) {
+TEST(RegistryDocumentTest, NamesTheRangesOfTheNumbers) {
     using enum model::SettingField;
     const auto ranges = TableOfValues(kWritten).Columns("value", "range");
     const std::map<std::string, std::string> rangeOfValue(ranges.begin(), ranges.end());
@@ -97,7 +97,7 @@ TEST(RegistryDocument, NamesTheRangesOfTheNumbers) {
     }
 }
 
-TEST(RegistryDocument, NamesThePublishedValuesInTheOrderOfReading) {
+TEST(RegistryDocumentTest, NamesThePublishedValuesInTheOrderOfReading) {
     static const std::regex reading("RegistryValue::(\\w+)");
     const std::string source = ReadFile("model/registry_access.cpp");
     const std::size_t begin = source.find("const bool read =");
@@ -123,7 +123,7 @@ TEST(RegistryDocument, NamesThePublishedValuesInTheOrderOfReading) {
     EXPECT_EQ(TableOfValues(kPublished).Columns("value", "type"), Described(order));
 }
 
-TEST(RegistryDocument, NamesEveryValueOfTheTableOnce) {
+TEST(RegistryDocumentTest, NamesEveryValueOfTheTableOnce) {
     Values documented;
     for (const TableIndex index : {kPublished, kWritten, kReserved}) {
         const Values values = TableOfValues(index).Columns("value", "type");
@@ -136,7 +136,7 @@ TEST(RegistryDocument, NamesEveryValueOfTheTableOnce) {
     EXPECT_EQ(std::set(documented.begin(), documented.end()), std::set(expected.begin(), expected.end()));
 }
 
-TEST(RegistryDocument, NamesTheNumbersOfANewModelInTheirOrder) {
+TEST(RegistryDocumentTest, NamesTheNumbersOfANewModelInTheirOrder) {
     std::string sentence;
     for (const model::RegistryWrite& write : model::AllNumbers({})) {
         sentence += (sentence.empty() ? "`" : ", `") + NameOf(write.value) + '`';
@@ -144,7 +144,7 @@ TEST(RegistryDocument, NamesTheNumbersOfANewModelInTheirOrder) {
     EXPECT_NE(Prose().find(sentence + ", in this order"), std::string::npos) << sentence;
 }
 
-TEST(RegistryDocument, NamesTheKeys) {
+TEST(RegistryDocumentTest, NamesTheKeys) {
     const Table keys = TableWith(Document(), "key");
     const std::string modelKey = Narrow(model::kBaseKey) + "\\VIDvvvvPIDpppp";
     EXPECT_EQ(keys.Column("key"),
@@ -153,12 +153,12 @@ TEST(RegistryDocument, NamesTheKeys) {
     EXPECT_NE(Prose().find('`' + Narrow(model::kDefaultCenterValue) + '`'), std::string::npos);
 }
 
-TEST(RegistryDocument, TellsHowAListIsStored) {
+TEST(RegistryDocumentTest, TellsHowAListIsStored) {
     EXPECT_EQ(model::GesturesToMultiString({}).size() * 2, 2U);
     EXPECT_NE(Prose().find("empty list is that one zero: 2 bytes"), std::string::npos);
 }
 
-TEST(FunctionCodes, AreThoseOfTheCatalogue) {
+TEST(FunctionCodesDocumentTest, AreThoseOfTheCatalogue) {
     std::map<std::string, std::string> expected;
     const std::string resources = ReadFile("resources/resource.h");
     for (const model::CatalogueRow& row : model::kFunctionCatalogue) {
@@ -179,7 +179,7 @@ std::string FileRangeOf(const model::SettingFieldRow& row) {
     return row.mayBeUnset ? range + ", or " + std::to_string(model::kUnsetValue) + ", \"Invalid\"" : range;
 }
 
-TEST(ProfileFileDocument, NamesTheElementOfEveryNumber) {
+TEST(ProfileFileDocumentTest, NamesTheElementOfEveryNumber) {
     std::map<std::string, std::pair<std::string, std::string>> documented;
     for (const Row& row : TableWith(ReadFile("docs/profile-file.md"), "element").rows) {
         static const std::regex word("\\w+");
@@ -194,7 +194,7 @@ TEST(ProfileFileDocument, NamesTheElementOfEveryNumber) {
     }
 }
 
-TEST(KeyNames, AreThoseOfTheTableInItsOrder) {
+TEST(KeyNamesDocumentTest, AreThoseOfTheTableInItsOrder) {
     std::vector<Row> expected;
     for (const model::KeyNameRow& row : model::kKeyNameTable) {
         std::array<char, 8> hex{};

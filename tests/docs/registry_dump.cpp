@@ -10,12 +10,11 @@
 #include "model/registry_values.h"
 #include "platform/unique_resource.h"
 #include "tests/end_to_end/story_waiting.h"
-#include "tests/end_to_end/text.h"
+#include "tests/support/narrow_text.h"
 
 namespace kvn::docs {
 namespace {
 
-using end_to_end::Narrow;
 using end_to_end::StoryError;
 using model::RegistryType;
 
@@ -51,7 +50,7 @@ std::optional<std::string> DumpValue(HKEY key, const wchar_t* name) {
     DWORD size = kLongestValue;
     const LSTATUS status = RegQueryValueExW(key, name, nullptr, &type, reinterpret_cast<BYTE*>(bytes.data()), &size);
     if (status == ERROR_FILE_NOT_FOUND) return std::nullopt;
-    if (status != ERROR_SUCCESS) throw StoryError("cannot read " + Narrow(name));
+    if (status != ERROR_SUCCESS) throw StoryError("cannot read " + test::Narrow(name));
     bytes.resize(size);
     return Format("%ls, %s, %lu bytes\n", name, NameOfType(type).c_str(), size) + DumpBytes(bytes);
 }
@@ -75,9 +74,9 @@ std::string DumpBytes(const std::string& bytes) {
 std::string DumpKey(const std::wstring& path) {
     platform::UniqueRegistryKey key;
     if (RegOpenKeyExW(HKEY_CURRENT_USER, path.c_str(), 0, KEY_READ, key.Receive()) != ERROR_SUCCESS) {
-        throw StoryError("there is no key " + Narrow(path));
+        throw StoryError("there is no key " + test::Narrow(path));
     }
-    std::string dump = "HKEY_CURRENT_USER\\" + Narrow(path) + '\n';
+    std::string dump = "HKEY_CURRENT_USER\\" + test::Narrow(path) + '\n';
     DWORD found = 0;
     for (const model::RegistryValueRow& row : model::kRegistryValues) {
         const auto value = DumpValue(key.Get(), row.name);
@@ -88,7 +87,7 @@ std::string DumpKey(const std::wstring& path) {
     DWORD count = 0;
     RegQueryInfoKeyW(key.Get(), nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, &count, nullptr, nullptr, nullptr,
                      nullptr);
-    if (count != found) throw StoryError(Narrow(path) + " holds a value that is not the page's");
+    if (count != found) throw StoryError(test::Narrow(path) + " holds a value that is not the page's");
     return dump;
 }
 

@@ -10,8 +10,8 @@
 #include <utility>
 #include <vector>
 
-#include "service/command_line.h"
 #include "service/engine/functions.h"
+#include "service/options/command_line.h"
 #include "tests/docs/documents.h"
 
 namespace kvn::docs {
@@ -58,7 +58,7 @@ std::vector<std::string> OptionsOfCode() {
     return options;
 }
 
-TEST(ServiceDocument, ListsTheOptionsAsTheProgramDoes) {
+TEST(ServiceDocumentTest, ListsTheOptionsAsTheProgramDoes) {
     static const std::regex option("(--[^`,]+)");
     std::vector<std::string> documented;
     for (const std::string& cell : TableWith(Document(), "option").Column("option")) {
@@ -67,15 +67,16 @@ TEST(ServiceDocument, ListsTheOptionsAsTheProgramDoes) {
     EXPECT_EQ(documented, OptionsOfCode());
 }
 
-TEST(ServiceDocument, ListsTheExitCodes) {
-    const std::string codes = ReadFile("service/handover.h");
+TEST(ServiceDocumentTest, ListsTheExitCodes) {
+    const std::string codes = ReadFile("service/options/answer.h");
     std::vector<std::string> expected = AllOf(codes, std::regex("k(?:Done|Failed|WrongOptions|OtherModel) = (\\d)"));
     EXPECT_EQ(expected.size(), 4U);
     EXPECT_EQ(TableWith(Document(), "exit code").Column("exit code"), expected);
 }
 
-TEST(ServiceDocument, ListsTheKeysOfTheStatus) {
-    const std::vector<std::string> keys = AllOf(ReadFile("service/status.cpp"), std::regex("Line\\(L\"(\\w+)\""));
+TEST(ServiceDocumentTest, ListsTheKeysOfTheStatus) {
+    const std::vector<std::string> keys =
+        AllOf(ReadFile("service/driver/status.cpp"), std::regex("Line\\(L\"(\\w+)\""));
     std::vector<std::string> documented;
     for (const std::string& cell : TableWith(Document(), "key").Column("key")) {
         for (const std::string& key : AllOf(cell, std::regex("(\\w+)"))) documented.push_back(key);
@@ -84,8 +85,8 @@ TEST(ServiceDocument, ListsTheKeysOfTheStatus) {
     EXPECT_EQ(documented.size(), keys.size());
 }
 
-TEST(ServiceDocument, SaysWhyAProfileIsInForceAsTheStatusDoes) {
-    const std::string source = ReadFile("service/status.cpp");
+TEST(ServiceDocumentTest, SaysWhyAProfileIsInForceAsTheStatusDoes) {
+    const std::string source = ReadFile("service/driver/status.cpp");
     const std::size_t begin = source.find("kWhy{{");
     const std::string reasons = source.substr(begin, source.find('}', begin) - begin);
     std::vector<std::string> expected = AllOf(reasons, std::regex("\"(\\w+)\""));
@@ -94,8 +95,8 @@ TEST(ServiceDocument, SaysWhyAProfileIsInForceAsTheStatusDoes) {
         EXPECT_NE(Document().find('`' + reason + '`'), std::string::npos) << reason;
 }
 
-TEST(ServiceDocument, NamesTheControlsAsTheLogDoes) {
-    const std::string source = ReadFile("service/press_log.cpp");
+TEST(ServiceDocumentTest, NamesTheControlsAsTheLogDoes) {
+    const std::string source = ReadFile("service/driver/press_log.cpp");
     const std::size_t begin = source.find("kControlNames{");
     const auto names = AllOf(source.substr(begin, source.find(';', begin) - begin), std::regex("L\"([^\"]+)\""));
     std::string list;
@@ -103,9 +104,10 @@ TEST(ServiceDocument, NamesTheControlsAsTheLogDoes) {
     EXPECT_NE(ReadProse("docs/service.md").find('(' + list + ')'), std::string::npos) << list;
 }
 
-// The English texts of service/strings.rc whose names begin so.
+// The English texts of service/resources/service_strings.rc whose names begin so.
 std::vector<std::string> ServiceTexts(const std::string& prefix) {
-    return AllOf(ReadFile("service/strings.rc"), std::regex(prefix + "\\w+\\s+UI_TEXT\\(\\s*\"([^\"]*)\""));
+    return AllOf(ReadFile("service/resources/service_strings.rc"),
+                 std::regex(prefix + "\\w+\\s+UI_TEXT\\(\\s*\"([^\"]*)\""));
 }
 
 // %1 and %2 stand for a word in capitals.
@@ -116,7 +118,7 @@ bool IsDocumented(const std::string& text, const std::vector<std::string>& docum
     return std::ranges::any_of(documented, [&](const std::string& cell) { return std::regex_match(cell, pattern); });
 }
 
-TEST(ServiceDocument, ListsEveryMessageWordForWord) {
+TEST(ServiceDocumentTest, ListsEveryMessageWordForWord) {
     std::vector<std::string> documented = TableWith(Document(), "message").Column("message");
     for (const Table& table : TablesWith(Document(), "answer")) {
         const std::vector<std::string> answers = table.Column("answer");
@@ -129,7 +131,7 @@ TEST(ServiceDocument, ListsEveryMessageWordForWord) {
     for (const std::string& text : texts) EXPECT_TRUE(IsDocumented(text, documented)) << text;
 }
 
-TEST(ServiceDocument, QuotesTheMenuAndTheEventLog) {
+TEST(ServiceDocumentTest, QuotesTheMenuAndTheEventLog) {
     const std::string prose = ReadProse("docs/service.md");
     std::vector<std::string> texts = ServiceTexts("IDS_MENU_");
     const std::vector<std::string> events = ServiceTexts("IDS_EVENT_");
@@ -162,7 +164,7 @@ std::string WordFor(FunctionKind kind) {
     return words.at(kind);
 }
 
-TEST(ServiceDocument, SaysOfEveryFunctionWhenItActs) {
+TEST(ServiceDocumentTest, SaysOfEveryFunctionWhenItActs) {
     std::map<std::string, int> undocumented = CodesOfNames();
     for (const Row& row : TableWith(Document(), "functions").rows) {
         for (const std::string& name : SplitAt(row[0], ", ")) {
@@ -190,7 +192,7 @@ std::string ShortcutOf(const service::FunctionRow& function) {
     return shortcut;
 }
 
-TEST(ServiceDocument, ListsEveryShortcutWithTheWindowsKey) {
+TEST(ServiceDocumentTest, ListsEveryShortcutWithTheWindowsKey) {
     std::map<std::string, std::string> expected;
     for (const auto& [name, code] : CodesOfNames()) {
         const service::FunctionRow* const function = service::FindFunction(code);
@@ -201,9 +203,9 @@ TEST(ServiceDocument, ListsEveryShortcutWithTheWindowsKey) {
     EXPECT_EQ((std::map<std::string, std::string>(documented.begin(), documented.end())), expected);
 }
 
-TEST(TryTheButtons, NamesTheControlsAsThePageLabelsThem) {
+TEST(TryTheButtonsDocumentTest, NamesTheControlsAsThePageLabelsThem) {
     static const std::regex control("IDS_TRY_(?:LEFT|RIGHT|CENTER|BUTTON\\d|TILT_\\w+) (UI_TEXT\\([^)]*\\))");
-    const std::vector<std::string> names = AllOf(ReadFile("service/strings.rc"), control);
+    const std::vector<std::string> names = AllOf(ReadFile("service/resources/service_strings.rc"), control);
     const std::string dialogs = ReadFile("resources/dialogs.rc");
     EXPECT_EQ(names.size(), model::kButtonSlotCount);
     for (const std::string& name : names) EXPECT_NE(dialogs.find("LTEXT " + name + ','), std::string::npos) << name;

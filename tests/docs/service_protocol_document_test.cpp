@@ -33,7 +33,7 @@ std::string BodyOf(const std::string& enumeration) {
     return header.substr(begin, header.find("};", begin) - begin);
 }
 
-TEST(ServiceProtocolDocument, NamesTheMessagesAsTheHeaderDoes) {
+TEST(ServiceProtocolDocumentTest, NamesTheMessagesAsTheHeaderDoes) {
     static const std::regex enumerator("(\\w+) = (0x[0-9a-f]+), *// (sent|posted)");
     const std::string body = BodyOf("ServiceMessage");
     std::vector<Row> expected;
@@ -53,12 +53,12 @@ TEST(ServiceProtocolDocument, NamesTheMessagesAsTheHeaderDoes) {
     EXPECT_EQ(documented, expected);
 }
 
-TEST(ServiceProtocolDocument, NamesTheRefusal) {
+TEST(ServiceProtocolDocumentTest, NamesTheRefusal) {
     const Table messages = TableWith(Document(), "name");
     EXPECT_EQ(messages.rows.at(1).at(6).find(std::to_string(platform::kProbeRefused) + ":"), 0U);
 }
 
-TEST(ServiceProtocolDocument, NamesTheButtonsAsTheHeaderDoes) {
+TEST(ServiceProtocolDocumentTest, NamesTheButtonsAsTheHeaderDoes) {
     static const std::regex enumerator("(\\w+) = (\\d+)");
     const std::string body = BodyOf("ServiceButton");
     std::vector<Row> expected;
@@ -68,12 +68,12 @@ TEST(ServiceProtocolDocument, NamesTheButtonsAsTheHeaderDoes) {
     EXPECT_EQ(TableWith(Document(), "button").rows, expected);
 }
 
-TEST(ServiceProtocolDocument, NamesTheTitleOfTheWindow) {
+TEST(ServiceProtocolDocumentTest, NamesTheTitleOfTheWindow) {
     const std::wstring title = platform::kServiceName;
     EXPECT_NE(Prose().find("titled `" + std::string(title.begin(), title.end()) + '`'), std::string::npos);
 }
 
-class RecordDocument : public testing::Test {
+class RecordDocumentTest : public testing::Test {
 protected:
     static Table Offsets() { return TableWith(Document(), "offset"); }
 
@@ -91,7 +91,7 @@ protected:
     static constexpr std::size_t kSize = model::kSettingFieldCount * sizeof(std::int32_t);
 };
 
-TEST_F(RecordDocument, TellsTheOffsetOfEveryField) {
+TEST_F(RecordDocumentTest, TellsTheOffsetOfEveryField) {
     std::size_t index = 0;
     for (const auto& [offset, value] : Offsets().Columns("offset", "value in the registry")) {
         ASSERT_LT(index, model::kSettingFieldCount);
@@ -106,7 +106,7 @@ TEST_F(RecordDocument, TellsTheOffsetOfEveryField) {
     EXPECT_EQ(index, model::kSettingFieldCount);
 }
 
-TEST_F(RecordDocument, TellsTheRangeOfEveryField) {
+TEST_F(RecordDocumentTest, TellsTheRangeOfEveryField) {
     std::vector<std::string> expected;
     for (const model::SettingFieldRow& row : model::kSettingFields) {
         expected.push_back(std::to_string(row.minimum) + " to " + std::to_string(row.maximum) +
@@ -115,7 +115,7 @@ TEST_F(RecordDocument, TellsTheRangeOfEveryField) {
     EXPECT_EQ(Offsets().Column("range"), expected);
 }
 
-TEST_F(RecordDocument, TellsTheSizeAndWhatAShorterRecordDoes) {
+TEST_F(RecordDocumentTest, TellsTheSizeAndWhatAShorterRecordDoes) {
     EXPECT_NE(Prose().find("`cbData` is " + std::to_string(kSize) + '.'), std::string::npos);
     EXPECT_TRUE(model::InitialValuesFromRecord(std::vector<std::byte>(kSize + 1)).has_value());
     EXPECT_FALSE(model::InitialValuesFromRecord(std::vector<std::byte>(kSize - 1)).has_value());
@@ -129,7 +129,7 @@ std::string Constant(const std::string& path, const std::string& name) {
     return std::regex_search(source, found, definition) ? found[1].str() : name + " is not in " + path;
 }
 
-TEST(ServiceProtocolDocument, TellsTheTimesOfTheCode) {
+TEST(ServiceProtocolDocumentTest, TellsTheTimesOfTheCode) {
     const std::string attempts = Constant("model/registry_access.cpp", "kReadAttempts");
     const std::string pause = Constant("model/registry_access.cpp", "kReadRetryMilliseconds");
     const std::string interval = Constant("gestures/gesture_edit_dialog.cpp", "kCaptureInterval");
@@ -161,13 +161,13 @@ std::string LettersOf(const std::vector<model::ScreenPoint>& places) {
     return letters;
 }
 
-TEST(ServiceProtocolDocument, RecognisesTheStrokesOfItsTableAsTheCodeDoes) {
+TEST(ServiceProtocolDocumentTest, RecognisesTheStrokesOfItsTableAsTheCodeDoes) {
     const Table strokes = TableWith(Document(), "places, one each 100 ms");
     EXPECT_GE(strokes.rows.size(), 6U);
     for (const Row& row : strokes.rows) EXPECT_EQ(LettersOf(Places(row[0])), row[1]) << row[0];
 }
 
-TEST(ServiceProtocolDocument, NamesTheValuesOfANewProfile) {
+TEST(ServiceProtocolDocumentTest, NamesTheValuesOfANewProfile) {
     const auto documented = TableWith(Document(), "value").Columns("value", "in a new profile");
     const model::ProfileRecord record = model::DefaultProfileRecord();
     for (const model::SettingFieldRow& row : model::kSettingFields) {

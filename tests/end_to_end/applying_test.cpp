@@ -1,10 +1,10 @@
 // What is chosen by mouse and keys: what reaches the registry, the profile file and the service.
 #include "resources/resource.h"
 #include "tests/end_to_end/input.h"
+#include "tests/end_to_end/page_world.h"
 #include "tests/end_to_end/profile_text.h"
 #include "tests/end_to_end/stored_state.h"
 #include "tests/end_to_end/story_waiting.h"
-#include "tests/end_to_end/world.h"
 
 namespace kvn::end_to_end {
 namespace {
@@ -13,7 +13,7 @@ constexpr int kSwitchApplications = 5;
 constexpr int kCloseWindow = 6;
 
 // With a profile file in place the page has nothing to write into the registry when it opens.
-class Applying : public EndToEndTest {
+class ApplyingTest : public EndToEndTest {
 protected:
     void SetUp() override {
         EndToEndTest::SetUp();
@@ -21,7 +21,7 @@ protected:
     }
 };
 
-TEST_F(Applying, ChangedWheelButtonIsWrittenAloneThenSavedAndAnnounced) {
+TEST_F(ApplyingTest, ChangedWheelButtonIsWrittenAloneThenSavedAndAnnounced) {
     const Sheet sheet = OpenSheetWithService();
     EXPECT_FALSE(sheet.CanApply());
     sheet.ChooseByMouse(IDC_PANE_CENTER, kCloseWindow);
@@ -38,7 +38,7 @@ TEST_F(Applying, ChangedWheelButtonIsWrittenAloneThenSavedAndAnnounced) {
     EXPECT_EQ(MessagesToService(), (std::vector<std::string>{kProbe, kSettingsChanged}));
 }
 
-TEST_F(Applying, ReopenedPageShowsWhatWasApplied) {
+TEST_F(ApplyingTest, ReopenedPageShowsWhatWasApplied) {
     StartService();
     {
         const Sheet sheet = OpenSheet();

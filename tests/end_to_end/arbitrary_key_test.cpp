@@ -2,18 +2,18 @@
 #include "resources/resource.h"
 #include "tests/end_to_end/input.h"
 #include "tests/end_to_end/key_dialog_driver.h"
+#include "tests/end_to_end/page_world.h"
 #include "tests/end_to_end/profile_text.h"
 #include "tests/end_to_end/stored_state.h"
 #include "tests/end_to_end/story_waiting.h"
 #include "tests/end_to_end/windows_of_process.h"
-#include "tests/end_to_end/world.h"
 
 namespace kvn::end_to_end {
 namespace {
 
 constexpr int kArbitraryKey = 37;
 
-class ArbitraryKeys : public EndToEndTest {
+class ArbitraryKeysTest : public EndToEndTest {
 protected:
     void SetUp() override {
         EndToEndTest::SetUp();
@@ -21,7 +21,7 @@ protected:
     }
 };
 
-TEST_F(ArbitraryKeys, PressedKeysAreShownInBracketsWrittenAndSaved) {
+TEST_F(ArbitraryKeysTest, PressedKeysAreShownInBracketsWrittenAndSaved) {
     const Sheet sheet = OpenSheetWithService();
     sheet.ChooseByMouse(IDC_PANE_CENTER, kArbitraryKey);
     const KeyDialog dialog(sheet.ProcessId());
@@ -47,7 +47,7 @@ TEST_F(ArbitraryKeys, PressedKeysAreShownInBracketsWrittenAndSaved) {
     EXPECT_EQ(HostExitCode(), 0U);
 }
 
-TEST_F(ArbitraryKeys, LeftAndRightModifiersAreToldApart) {
+TEST_F(ArbitraryKeysTest, LeftAndRightModifiersAreToldApart) {
     const Sheet sheet = OpenSheetWithService();
     sheet.ChooseByMouse(IDC_PANE_RIGHT, kArbitraryKey);
     const KeyDialog dialog(sheet.ProcessId());

@@ -4,8 +4,8 @@
 
 #include "tests/end_to_end/input.h"
 #include "tests/end_to_end/story_waiting.h"
-#include "tests/end_to_end/text.h"
 #include "tests/end_to_end/windows_of_process.h"
+#include "tests/support/narrow_text.h"
 
 namespace kvn::end_to_end {
 namespace {
@@ -49,7 +49,7 @@ std::wstring ChosenText(HWND combo) {
 
 std::vector<std::string> EntryTexts(HWND combo) {
     std::vector<std::string> texts;
-    for (int index = 0; index < EntryCount(combo); ++index) texts.push_back(Narrow(EntryText(combo, index)));
+    for (int index = 0; index < EntryCount(combo); ++index) texts.push_back(test::Narrow(EntryText(combo, index)));
     return texts;
 }
 

@@ -10,8 +10,8 @@
 #include "tests/end_to_end/key_dialog_driver.h"
 #include "tests/end_to_end/profile_story.h"
 #include "tests/end_to_end/story_waiting.h"
-#include "tests/end_to_end/text.h"
 #include "tests/end_to_end/windows_of_process.h"
+#include "tests/support/narrow_text.h"
 
 namespace kvn::end_to_end {
 namespace {
@@ -24,10 +24,10 @@ std::string NameOf(HWND control) {
     const std::wstring className = ClassOf(control);
     if (const HWND parent = GetParent(control); ClassOf(parent) == L"ComboBox") return NameOf(parent);
     if (className == L"Button" || className == WC_LISTVIEWW) {
-        if (const std::wstring own = TextOf(control); !own.empty()) return Narrow(own);
+        if (const std::wstring own = TextOf(control); !own.empty()) return test::Narrow(own);
     }
     const HWND label = GetWindow(control, GW_HWNDPREV);
-    return label == nullptr ? std::string() : Narrow(TextOf(label));
+    return label == nullptr ? std::string() : test::Narrow(TextOf(label));
 }
 
 void PressTab(HWND dialog) {
@@ -70,7 +70,7 @@ Names Ring(HWND dialog) {
     return names;
 }
 
-class GestureKeys : public GestureStory {
+class GestureKeysTest : public GestureStory {
 protected:
     void SetUp() override {
         EndToEndTest::SetUp();
@@ -105,7 +105,7 @@ protected:
     }
 };
 
-TEST_F(GestureKeys, TabVisitsTheListAndTheButtonsThatCanBeUsed) {
+TEST_F(GestureKeysTest, TabVisitsTheListAndTheButtonsThatCanBeUsed) {
     const Sheet sheet = OpenSheetWithService();
     OpenTab(sheet);
     MoveTo(sheet.Window(), "Profile");
@@ -126,7 +126,7 @@ TEST_F(GestureKeys, TabVisitsTheListAndTheButtonsThatCanBeUsed) {
     Close(sheet);
 }
 
-TEST_F(GestureKeys, EditorIsWorkedByKeys) {
+TEST_F(GestureKeysTest, EditorIsWorkedByKeys) {
     const Sheet sheet = OpenSheetWithService();
     const GestureEditor editor = EditFirstRow(sheet);
     EXPECT_EQ(Ring(editor.Window()), (Names{"Functions", "Instructions", "OK", "Cancel"}));
@@ -143,7 +143,7 @@ TEST_F(GestureKeys, EditorIsWorkedByKeys) {
     Close(sheet);
 }
 
-TEST_F(GestureKeys, KeyDialogIsWorkedByKeys) {
+TEST_F(GestureKeysTest, KeyDialogIsWorkedByKeys) {
     const Sheet sheet = OpenSheetWithService();
     const GestureEditor editor = EditFirstRow(sheet);
     PressKey(VK_END);  // "Arbitrary key", which opens the dialog
@@ -164,7 +164,7 @@ TEST_F(GestureKeys, KeyDialogIsWorkedByKeys) {
     Close(sheet);
 }
 
-class ProfileEditorKeys : public ProfileStory {
+class ProfileEditorKeysTest : public ProfileStory {
 protected:
     std::vector<ProfileText> StoredProfiles() const override { return {{}, {"Painting"}}; }
 
@@ -175,7 +175,7 @@ protected:
     }
 };
 
-TEST_F(ProfileEditorKeys, TabVisitsEveryControlThatCanBeUsedAndEachHasItsName) {
+TEST_F(ProfileEditorKeysTest, TabVisitsEveryControlThatCanBeUsedAndEachHasItsName) {
     const Sheet sheet = OpenSheetWithService();
     const ProfileEditor editor = OpenEditorByKeys(sheet);
     EXPECT_EQ(Ring(editor.Window()), (Names{"Profile", "Add", "Allocation program", "Add", "OK", "Cancel"}));
@@ -189,7 +189,7 @@ TEST_F(ProfileEditorKeys, TabVisitsEveryControlThatCanBeUsedAndEachHasItsName) {
     Close(sheet, IDCANCEL);
 }
 
-TEST_F(ProfileEditorKeys, ProfileIsAddedRenamedAndGivenAProgram) {
+TEST_F(ProfileEditorKeysTest, ProfileIsAddedRenamedAndGivenAProgram) {
     const Sheet sheet = OpenSheetWithService();
     const ProfileEditor editor = OpenEditorByKeys(sheet);
     MoveTo(editor.Window(), IDC_PROFILES_ADD);
@@ -230,7 +230,7 @@ TEST_F(ProfileEditorKeys, ProfileIsAddedRenamedAndGivenAProgram) {
     Close(sheet, IDCANCEL);
 }
 
-TEST_F(ProfileEditorKeys, WindowOnTheScreenIsChosenByKeys) {
+TEST_F(ProfileEditorKeysTest, WindowOnTheScreenIsChosenByKeys) {
     StartNotepad();
     const Sheet sheet = OpenSheetWithService();
     const ProfileEditor editor = OpenEditorByKeys(sheet);

@@ -4,8 +4,8 @@
 #include "tests/end_to_end/combo_driver.h"
 #include "tests/end_to_end/input.h"
 #include "tests/end_to_end/story_waiting.h"
-#include "tests/end_to_end/text.h"
 #include "tests/end_to_end/windows_of_process.h"
+#include "tests/support/narrow_text.h"
 
 namespace kvn::end_to_end {
 namespace {
@@ -29,15 +29,15 @@ GestureEditor::GestureEditor(DWORD hostProcessId) : Dialog(hostProcessId, L"Edit
 }
 
 std::string GestureEditor::Stroke() const {
-    return Narrow(TextOf(Control(IDC_GESTURE_STROKE)));
+    return test::Narrow(TextOf(Control(IDC_GESTURE_STROKE)));
 }
 
 std::string GestureEditor::Function() const {
-    return Narrow(ChosenText(Control(IDC_GESTURE_FUNCTION)));
+    return test::Narrow(ChosenText(Control(IDC_GESTURE_FUNCTION)));
 }
 
 std::string GestureEditor::Memo() const {
-    return Narrow(TextOf(Control(IDC_GESTURE_MEMO)));
+    return test::Narrow(TextOf(Control(IDC_GESTURE_MEMO)));
 }
 
 void GestureEditor::ExpectStroke(const std::string& text) const {

@@ -10,8 +10,8 @@
 
 #include "tests/end_to_end/gesture_driver.h"
 #include "tests/end_to_end/input.h"
+#include "tests/end_to_end/page_world.h"
 #include "tests/end_to_end/profile_text.h"
-#include "tests/end_to_end/world.h"
 
 namespace kvn::end_to_end {
 

@@ -14,7 +14,7 @@ constexpr int kPaste = 12;
 
 using Rows = std::vector<GestureRow>;
 
-class Gestures : public GestureStory {
+class RecordingGesturesTest : public GestureStory {
 protected:
     static void WaitForRows(const GestureList& list, const Rows& rows) {
         WaitFor("the rows", [&] { return list.Rows().size() == rows.size(); });
@@ -37,7 +37,7 @@ protected:
     }
 };
 
-TEST_F(Gestures, RecordedStrokeIsListedWrittenSavedAndReadBack) {
+TEST_F(RecordingGesturesTest, RecordedStrokeIsListedWrittenSavedAndReadBack) {
     const Sheet sheet = OpenSheetWithService();
     const GestureList list(sheet);
     EXPECT_FALSE(list.IsEnabled(IDC_GESTURES_EDIT));
@@ -57,7 +57,7 @@ TEST_F(Gestures, RecordedStrokeIsListedWrittenSavedAndReadBack) {
     EXPECT_EQ(RowsAfterReopening(sheet), (Rows{{"UR", "Close the window", "close 2"}}));
 }
 
-TEST_F(Gestures, EveryDirectionIsShownWhenItIsFixedAndTheLastFourStay) {
+TEST_F(RecordingGesturesTest, EveryDirectionIsShownWhenItIsFixedAndTheLastFourStay) {
     const Sheet sheet = OpenSheetWithService();
     const GestureList list(sheet);
     const GestureEditor editor = OpenEditor(sheet, list, IDC_GESTURES_ADD);
@@ -77,7 +77,7 @@ TEST_F(Gestures, EveryDirectionIsShownWhenItIsFixedAndTheLastFourStay) {
     EXPECT_EQ(HostExitCode(), 0U);
 }
 
-TEST_F(Gestures, RightButtonGivesAStrokeUp) {
+TEST_F(RecordingGesturesTest, RightButtonGivesAStrokeUp) {
     const Sheet sheet = OpenSheetWithService();
     const GestureList list(sheet);
     const GestureEditor editor = OpenEditor(sheet, list, IDC_GESTURES_ADD);
@@ -99,7 +99,7 @@ TEST_F(Gestures, RightButtonGivesAStrokeUp) {
     EXPECT_EQ(HostExitCode(), 0U);
 }
 
-TEST_F(Gestures, DoubleClickEditsTheRow) {
+TEST_F(RecordingGesturesTest, DoubleClickEditsTheRow) {
     const std::vector<GestureText> stored{{"U", "8", "down with it", ""}, {"DR", "37", "new", "Left Ctrl+N"}};
     WriteFileBytes(ProfileFile(), ProfileFileText({WheelProfile(stored)}));
     const Sheet sheet = OpenSheetWithService();

@@ -4,11 +4,11 @@
 #include "resources/resource.h"
 #include "tests/end_to_end/help_opening.h"
 #include "tests/end_to_end/input.h"
+#include "tests/end_to_end/page_world.h"
 #include "tests/end_to_end/stored_state.h"
 #include "tests/end_to_end/story_waiting.h"
-#include "tests/end_to_end/text.h"
 #include "tests/end_to_end/windows_of_process.h"
-#include "tests/end_to_end/world.h"
+#include "tests/support/narrow_text.h"
 #include "tests/support/platform.h"
 
 namespace kvn::end_to_end {
@@ -20,7 +20,7 @@ std::wstring Widen(const char* ascii) {
     return {ascii, ascii + std::string_view(ascii).size()};
 }
 
-class Help : public EndToEndTest {
+class HelpTest : public EndToEndTest {
 protected:
     // This program as the browser for .htm files, which notes what it is asked to open.
     std::wstring BrowserCommand() const {
@@ -30,7 +30,7 @@ protected:
     std::wstring Record() const { return Scratch() + L"opened"; }
 };
 
-TEST_F(Help, OpensThePageBesideTheServiceAndIsNoChange) {
+TEST_F(HelpTest, OpensThePageBesideTheServiceAndIsNoChange) {
     if (!test::RunsUnderWine()) GTEST_SKIP() << "on Windows no program may choose the user's browser";
     const TemporaryText association(HKEY_CLASSES_ROOT, L".htm", L"", kBrowserClass);
     const TemporaryText command(HKEY_CLASSES_ROOT, std::wstring(kBrowserClass) + L"\\shell\\open\\command", L"",
@@ -39,7 +39,7 @@ TEST_F(Help, OpensThePageBesideTheServiceAndIsNoChange) {
     sheet.Click(IDC_PANE_HELP);
 
     WaitFor("the help page to be opened", [&] { return Exists(Record()) && !ReadFileBytes(Record()).empty(); });
-    EXPECT_EQ(ReadFileBytes(Record()), Narrow(ProgramFolder() + L"service\\KvnUtilHelp.htm"));
+    EXPECT_EQ(ReadFileBytes(Record()), test::Narrow(ProgramFolder() + L"service\\KvnUtilHelp.htm"));
     // A key is handled after all that came with the click.
     EXPECT_EQ(sheet.MoveFocus(1), IDC_PAGE_TAB);
     EXPECT_FALSE(sheet.CanApply());

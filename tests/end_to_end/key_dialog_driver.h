@@ -7,8 +7,8 @@
 #include "tests/end_to_end/input.h"
 #include "tests/end_to_end/sheet_driver.h"
 #include "tests/end_to_end/story_waiting.h"
-#include "tests/end_to_end/text.h"
 #include "tests/end_to_end/windows_of_process.h"
+#include "tests/support/narrow_text.h"
 
 namespace kvn::end_to_end {
 
@@ -28,7 +28,7 @@ public:
         WaitForFocus(input);
     }
     void Expect(int input, const std::wstring& text) const {
-        WaitFor("the field to show " + Narrow(text), [&] { return TextOf(Control(input)) == text; });
+        WaitFor("the field to show " + test::Narrow(text), [&] { return TextOf(Control(input)) == text; });
     }
     void CloseWith(int button) const {
         Click(button);

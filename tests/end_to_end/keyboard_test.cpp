@@ -3,11 +3,11 @@
 
 #include "resources/resource.h"
 #include "tests/end_to_end/input.h"
+#include "tests/end_to_end/page_world.h"
 #include "tests/end_to_end/profile_text.h"
 #include "tests/end_to_end/stored_state.h"
 #include "tests/end_to_end/story_waiting.h"
 #include "tests/end_to_end/windows_of_process.h"
-#include "tests/end_to_end/world.h"
 
 namespace kvn::end_to_end {
 namespace {
@@ -36,7 +36,7 @@ constexpr std::array kRing{IDOK,
                            IDC_PANE_HELP,
                            IDC_PAGE_TAB};
 
-class Keyboard : public EndToEndTest {
+class KeyboardTest : public EndToEndTest {
 protected:
     void SetUp() override {
         EndToEndTest::SetUp();
@@ -44,7 +44,7 @@ protected:
     }
 };
 
-TEST_F(Keyboard, TabVisitsEveryControlOfPageAndPaneAndShiftTabGoesBack) {
+TEST_F(KeyboardTest, TabVisitsEveryControlOfPageAndPaneAndShiftTabGoesBack) {
     const Sheet sheet = OpenSheetWithService();
     for (const int control : kRing) EXPECT_EQ(sheet.MoveFocus(1), control);
     ASSERT_EQ(sheet.Focused(), IDC_PAGE_TAB);
@@ -56,7 +56,7 @@ TEST_F(Keyboard, TabVisitsEveryControlOfPageAndPaneAndShiftTabGoesBack) {
     EXPECT_EQ(HostExitCode(), 0U);
 }
 
-TEST_F(Keyboard, ListOpenedByKeysIsChosenFromAndOkIsReachedByTab) {
+TEST_F(KeyboardTest, ListOpenedByKeysIsChosenFromAndOkIsReachedByTab) {
     const Sheet sheet = OpenSheetWithService();
     sheet.MoveFocusTo(IDC_PANE_CENTER);
     const HWND chooser = sheet.Control(IDC_PANE_CENTER);

@@ -4,8 +4,8 @@
 
 #include "tests/end_to_end/input.h"
 #include "tests/end_to_end/story_waiting.h"
-#include "tests/end_to_end/text.h"
 #include "tests/end_to_end/windows_of_process.h"
+#include "tests/support/narrow_text.h"
 
 namespace kvn::end_to_end {
 namespace {
@@ -19,7 +19,7 @@ int ListDriver::RowCount() const {
 }
 
 std::string ListDriver::Text(int row, int column) const {
-    return Narrow(ReadListText(list, row, column));
+    return test::Narrow(ReadListText(list, row, column));
 }
 
 std::vector<int> ListDriver::SelectedRows() const {

@@ -1,8 +1,8 @@
 // Opening the page: on a new mouse, on stored settings, on damaged ones, and not at all.
 #include "resources/resource.h"
+#include "tests/end_to_end/page_world.h"
 #include "tests/end_to_end/profile_text.h"
 #include "tests/end_to_end/stored_state.h"
-#include "tests/end_to_end/world.h"
 
 namespace kvn::end_to_end {
 namespace {
@@ -16,7 +16,7 @@ const RegistryValues kNewProfileValues{
     {"BindKeyHSpeed", "5"}, {"BindKeyHLotate", "5"},   {"BindKeyHCount", "2"},
 };
 
-class Opening : public EndToEndTest {
+class OpeningThePageTest : public EndToEndTest {
 protected:
     // The host says that it has no page, and gives up.
     void ExpectNoPage() {
@@ -30,7 +30,7 @@ protected:
     }
 };
 
-TEST_F(Opening, FirstTimeMakesTheDefaultProfileInRegistryAndFile) {
+TEST_F(OpeningThePageTest, FirstTimeMakesTheDefaultProfileInRegistryAndFile) {
     const Sheet sheet = OpenSheetWithService();
 
     EXPECT_EQ(sheet.ChosenText(IDC_PAGE_PROFILE), L"Default");
@@ -46,7 +46,7 @@ TEST_F(Opening, FirstTimeMakesTheDefaultProfileInRegistryAndFile) {
     EXPECT_EQ(MessagesToService(), std::vector<std::string>{kProbe});
 }
 
-TEST_F(Opening, WithoutAServiceThereIsNoPage) {
+TEST_F(OpeningThePageTest, WithoutAServiceThereIsNoPage) {
     ExpectNoPage();
 }
 

@@ -4,7 +4,7 @@
 #include <chrono>
 
 #include "tests/end_to_end/story_waiting.h"
-#include "tests/end_to_end/text.h"
+#include "tests/support/narrow_text.h"
 
 namespace kvn::end_to_end {
 namespace {
@@ -28,7 +28,7 @@ PROCESS_INFORMATION CreateSuspended(const std::wstring& program, std::wstring co
     for (int attempt = 1; !create(); ++attempt) {
         const DWORD error = GetLastError();
         if (error == ERROR_INTERNAL_ERROR && attempt < kStartAttempts) continue;
-        throw StoryError("cannot start " + Narrow(program) + ", error " + std::to_string(error));
+        throw StoryError("cannot start " + test::Narrow(program) + ", error " + std::to_string(error));
     }
     return started;
 }
@@ -36,7 +36,7 @@ PROCESS_INFORMATION CreateSuspended(const std::wstring& program, std::wstring co
 }  // namespace
 
 Process::Process(HANDLE job, const std::wstring& program, const std::vector<std::wstring>& arguments)
-    : name(Narrow(FileNameOf(program))) {
+    : name(test::Narrow(FileNameOf(program))) {
     std::wstring commandLine = L'"' + program + L'"';
     for (const std::wstring& argument : arguments) commandLine += L" \"" + argument + L'"';
 

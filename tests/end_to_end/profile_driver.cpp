@@ -8,8 +8,8 @@
 #include "resources/resource.h"
 #include "tests/end_to_end/input.h"
 #include "tests/end_to_end/story_waiting.h"
-#include "tests/end_to_end/text.h"
 #include "tests/end_to_end/windows_of_process.h"
+#include "tests/support/narrow_text.h"
 
 namespace kvn::end_to_end {
 namespace {
@@ -62,12 +62,12 @@ NameDialog::NameDialog(DWORD hostProcessId, const std::wstring& title) : Dialog(
 }
 
 std::string NameDialog::Name() const {
-    return Narrow(TextOf(Control(IDC_PROFILE_NAME)));
+    return test::Narrow(TextOf(Control(IDC_PROFILE_NAME)));
 }
 
 void NameDialog::Type(const std::wstring& name) const {
     TypeText(name);
-    WaitFor("the name " + Narrow(name), [&] { return Name() == Narrow(name); });
+    WaitFor("the name " + test::Narrow(name), [&] { return Name() == test::Narrow(name); });
 }
 
 void NameDialog::CloseWith(WORD key) const {
@@ -96,7 +96,7 @@ void ProgramSelection::Pick(int row) const {
 }
 
 std::string WindowProgram::Path() const {
-    return Narrow(TextOf(Control(IDC_PROGRAM_PATH)));
+    return test::Narrow(TextOf(Control(IDC_PROGRAM_PATH)));
 }
 
 void OpenFileByPath(DWORD hostProcessId, const std::wstring& path) {

@@ -13,14 +13,14 @@ constexpr int kGestureFunction = 36;
 
 using Names = std::vector<std::string>;
 
-class EditingProfiles : public ProfileStory {
+class EditingProfilesTest : public ProfileStory {
 protected:
     std::vector<ProfileText> StoredProfiles() const override { return {withGesture}; }
 
     const ProfileText withGesture{"Default", {{"tbutton", "36"}}, {{"UR", "6", "close", ""}}};
 };
 
-TEST_F(EditingProfiles, WholeSessionLeavesPageFileAndRegistryInAgreement) {
+TEST_F(EditingProfilesTest, WholeSessionLeavesPageFileAndRegistryInAgreement) {
     StartNotepad();
     StartService();
     // The file's text is in the code page of the user.

@@ -7,7 +7,7 @@
 namespace kvn::end_to_end {
 namespace {
 
-class TyingPrograms : public ProfileStory {
+class TyingProgramsTest : public ProfileStory {
 protected:
     std::vector<ProfileText> StoredProfiles() const override { return {{}, {"Painting"}, racing}; }
 
@@ -21,7 +21,7 @@ protected:
     const ProfileText racing{"Racing", {}, {}, {InFile(Racing())}};
 };
 
-TEST_F(TyingPrograms, ProgramsThatAreMerelyAddedComeIntoTheFileWithTheNextApply) {
+TEST_F(TyingProgramsTest, ProgramsThatAreMerelyAddedComeIntoTheFileWithTheNextApply) {
     const Sheet sheet = OpenSheetWithService();
     {
         const ProfileEditor editor = OpenEditor(sheet);

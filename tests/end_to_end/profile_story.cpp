@@ -8,8 +8,8 @@
 #include "resources/resource.h"
 #include "tests/end_to_end/combo_driver.h"
 #include "tests/end_to_end/story_waiting.h"
-#include "tests/end_to_end/text.h"
 #include "tests/end_to_end/windows_of_process.h"
+#include "tests/support/narrow_text.h"
 
 namespace kvn::end_to_end {
 namespace {
@@ -38,7 +38,7 @@ void ProfileStory::SetUp() {
 std::string ProfileStory::FileInWindowsFolder(const std::string& name) {
     std::array<wchar_t, MAX_PATH> folder{};
     GetWindowsDirectoryW(folder.data(), static_cast<UINT>(folder.size()));
-    return Narrow(folder.data()) + '\\' + name;
+    return test::Narrow(folder.data()) + '\\' + name;
 }
 
 void ProfileStory::StartNotepad() const {

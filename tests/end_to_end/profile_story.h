@@ -4,11 +4,11 @@
 #include <string>
 #include <vector>
 
+#include "tests/end_to_end/page_world.h"
 #include "tests/end_to_end/profile_driver.h"
 #include "tests/end_to_end/profile_text.h"
 #include "tests/end_to_end/start_menu_shortcuts.h"
 #include "tests/end_to_end/stored_state.h"
-#include "tests/end_to_end/world.h"
 
 namespace kvn::end_to_end {
 

@@ -1,12 +1,12 @@
 // The page as one of the registered handlers of the Mouse control panel.
 #include "resources/resource.h"
-#include "tests/end_to_end/world.h"
+#include "tests/end_to_end/page_world.h"
 #include "tests/support/platform.h"
 
 namespace kvn::end_to_end {
 namespace {
 
-class Registration : public EndToEndTest {
+class RegisteredPageTest : public EndToEndTest {
 protected:
     void SetUp() override {
         if (!test::MayWriteMachineKeys()) GTEST_SKIP() << "an administrator registers the page";
@@ -19,7 +19,7 @@ protected:
     }
 };
 
-TEST_F(Registration, RegisteredPageIsFoundWithoutNamingTheModule) {
+TEST_F(RegisteredPageTest, RegisteredPageIsFoundWithoutNamingTheModule) {
     ASSERT_EQ(RunHost({L"--register", ModulePath()}), 0U);
     StartService();
     const Sheet sheet = OpenSheet(WithHandlers());
@@ -30,7 +30,7 @@ TEST_F(Registration, RegisteredPageIsFoundWithoutNamingTheModule) {
     EXPECT_EQ(MessagesToService(), (std::vector<std::string>{kProbe, kSettingsChanged}));
 }
 
-TEST_F(Registration, UnregisteredPageIsNotFound) {
+TEST_F(RegisteredPageTest, UnregisteredPageIsNotFound) {
     ASSERT_EQ(RunHost({L"--register", ModulePath()}), 0U);
     ASSERT_EQ(RunHost({L"--unregister"}), 0U);
     StartService();

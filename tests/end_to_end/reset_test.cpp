@@ -1,18 +1,18 @@
 // "Return to initial values".
 #include "resources/resource.h"
+#include "tests/end_to_end/page_world.h"
 #include "tests/end_to_end/profile_text.h"
 #include "tests/end_to_end/stored_state.h"
 #include "tests/end_to_end/story_waiting.h"
-#include "tests/end_to_end/world.h"
 
 namespace kvn::end_to_end {
 namespace {
 
 constexpr wchar_t kQuestion[] = L"Return current settings to initial values.";
 
-class Reset : public EndToEndTest {};
+class ResetTest : public EndToEndTest {};
 
-TEST_F(Reset, ServiceSaysWhatTheInitialValuesAre) {
+TEST_F(ResetTest, ServiceSaysWhatTheInitialValuesAre) {
     WriteFileBytes(ProfileFile(), ProfileFileText({{"Default", {{"tbutton", "6"}, {"scrolls", "8"}}}}));
     const Sheet sheet = OpenSheetWithService();
     // One value is out of range and gives way to its default.

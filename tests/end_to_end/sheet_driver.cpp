@@ -7,8 +7,8 @@
 #include "tests/end_to_end/combo_driver.h"
 #include "tests/end_to_end/input.h"
 #include "tests/end_to_end/story_waiting.h"
-#include "tests/end_to_end/text.h"
 #include "tests/end_to_end/windows_of_process.h"
+#include "tests/support/narrow_text.h"
 
 namespace kvn::end_to_end {
 namespace {
@@ -27,7 +27,7 @@ HWND FindDialog(DWORD processId, const std::wstring& title) {
 
 Dialog::Dialog(DWORD hostProcessId, const std::wstring& title)
     : processId(hostProcessId),
-      dialog(WaitFor("the dialog \"" + Narrow(title) + "\"",
+      dialog(WaitFor("the dialog \"" + test::Narrow(title) + "\"",
                      [&] {
                          const HWND found = FindDialog(hostProcessId, title);
                          return found != nullptr && GetForegroundWindow() == found ? found : nullptr;

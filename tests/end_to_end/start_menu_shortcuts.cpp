@@ -9,7 +9,7 @@
 #include "platform/com_pointer.h"
 #include "tests/end_to_end/stored_state.h"
 #include "tests/end_to_end/story_waiting.h"
-#include "tests/end_to_end/text.h"
+#include "tests/support/narrow_text.h"
 
 namespace kvn::end_to_end {
 namespace {
@@ -26,7 +26,7 @@ std::wstring ProgramsOfStartMenu() {
 
 StartMenuShortcuts::StartMenuShortcuts(const std::wstring& folderName)
     : folder(ProgramsOfStartMenu() + L'\\' + folderName + L'\\') {
-    if (!CreateDirectoryW(folder.c_str(), nullptr)) throw StoryError("cannot make " + Narrow(folder));
+    if (!CreateDirectoryW(folder.c_str(), nullptr)) throw StoryError("cannot make " + test::Narrow(folder));
 }
 
 StartMenuShortcuts::~StartMenuShortcuts() {
@@ -42,7 +42,7 @@ void StartMenuShortcuts::Add(const std::wstring& name, const std::wstring& targe
         FAILED(link.Get()->SetPath(target.c_str())) ||
         FAILED(link.Get()->QueryInterface(IID_IPersistFile, reinterpret_cast<void**>(file.Receive()))) ||
         FAILED(file.Get()->Save((folder + name + L".lnk").c_str(), TRUE))) {
-        throw StoryError("cannot save the shortcut " + Narrow(name));
+        throw StoryError("cannot save the shortcut " + test::Narrow(name));
     }
 }
 

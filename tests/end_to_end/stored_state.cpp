@@ -9,7 +9,7 @@
 
 #include "platform/unique_resource.h"
 #include "tests/end_to_end/story_waiting.h"
-#include "tests/end_to_end/text.h"
+#include "tests/support/narrow_text.h"
 
 namespace kvn::end_to_end {
 namespace {
@@ -20,7 +20,7 @@ constexpr std::size_t kLongestValue = 4096;
 
 std::string ShowText(const std::wstring& text, std::size_t bytes) {
     std::string shown;
-    for (const wchar_t character : text) shown += character == L'\0' ? "\\0" : Narrow({&character, 1});
+    for (const wchar_t character : text) shown += character == L'\0' ? "\\0" : test::Narrow({&character, 1});
     return '"' + shown + "\" in " + std::to_string(bytes) + " bytes";
 }
 
@@ -53,7 +53,7 @@ struct FindTraits {
 platform::UniqueFile Open(const std::wstring& path, DWORD access, DWORD disposition) {
     platform::UniqueFile file(CreateFileW(path.c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                                           nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
-    if (!file) throw StoryError("cannot open " + Narrow(path) + ", error " + std::to_string(GetLastError()));
+    if (!file) throw StoryError("cannot open " + test::Narrow(path) + ", error " + std::to_string(GetLastError()));
     return file;
 }
 
@@ -71,7 +71,7 @@ RegistryValues ModelValues() {
     for (DWORD index = 0;
          RegEnumValueW(key.Get(), index, name.data(), &length, nullptr, &type, data.data(), &bytes) == ERROR_SUCCESS;
          ++index) {
-        values[Narrow({name.data(), length})] = Show(type, {data.begin(), data.begin() + bytes});
+        values[test::Narrow({name.data(), length})] = Show(type, {data.begin(), data.begin() + bytes});
         length = static_cast<DWORD>(name.size());
         bytes = static_cast<DWORD>(data.size());
     }
@@ -129,7 +129,7 @@ std::string ReadFileBytes(const std::wstring& path) {
     std::string bytes(GetFileSize(file.Get(), nullptr), '\0');
     DWORD read = 0;
     if (!ReadFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &read, nullptr)) {
-        throw StoryError("cannot read " + Narrow(path));
+        throw StoryError("cannot read " + test::Narrow(path));
     }
     bytes.resize(read);
     return bytes;
@@ -140,7 +140,7 @@ void WriteFileBytes(const std::wstring& path, const std::string& bytes) {
     const platform::UniqueFile file = Open(path, GENERIC_WRITE, CREATE_ALWAYS);
     DWORD written = 0;
     if (!WriteFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr)) {
-        throw StoryError("cannot write " + Narrow(path));
+        throw StoryError("cannot write " + test::Narrow(path));
     }
 }
 
@@ -153,7 +153,7 @@ TemporaryText::TemporaryText(HKEY rootKey, std::wstring keyPath, std::wstring va
     }
     if (RegSetKeyValueW(root, key.c_str(), name.c_str(), REG_SZ, text.c_str(),
                         static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t))) != ERROR_SUCCESS) {
-        throw StoryError("cannot write the registry key " + Narrow(key));
+        throw StoryError("cannot write the registry key " + test::Narrow(key));
     }
 }
 

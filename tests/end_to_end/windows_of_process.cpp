@@ -7,7 +7,7 @@
 #include "platform/unique_resource.h"
 #include "tests/end_to_end/input.h"
 #include "tests/end_to_end/story_waiting.h"
-#include "tests/end_to_end/text.h"
+#include "tests/support/narrow_text.h"
 
 namespace kvn::end_to_end {
 namespace {
@@ -58,8 +58,8 @@ private:
 }  // namespace
 
 std::string Describe(HWND window) {
-    return Narrow(ClassOf(window)) + " \"" + Narrow(TitleOf(window)) + "\" (" + std::to_string(GetDlgCtrlID(window)) +
-           ")";
+    return test::Narrow(ClassOf(window)) + " \"" + test::Narrow(TitleOf(window)) + "\" (" +
+           std::to_string(GetDlgCtrlID(window)) + ")";
 }
 
 LRESULT Send(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {

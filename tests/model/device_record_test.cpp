@@ -15,32 +15,32 @@ DeviceRecord Device(std::uint32_t hasTilt, std::int32_t buttonCount) {
     return device;
 }
 
-TEST(DeviceRecord, WithCapabilitiesInTheirRangesIsPlausible) {
+TEST(DeviceRecordTest, WithCapabilitiesInTheirRangesIsPlausible) {
     for (std::int32_t buttons = 0; buttons <= 7; ++buttons) {
         EXPECT_TRUE(IsPlausible(Device(0, buttons))) << buttons;
         EXPECT_TRUE(IsPlausible(Device(1, buttons))) << buttons;
     }
 }
 
-TEST(DeviceRecord, WithTiltOtherThanZeroOrOneIsNotPlausible) {
+TEST(DeviceRecordTest, WithTiltOtherThanZeroOrOneIsNotPlausible) {
     EXPECT_FALSE(IsPlausible(Device(2, 5)));
     EXPECT_FALSE(IsPlausible(Device(std::numeric_limits<std::uint32_t>::max(), 5)));
 }
 
-TEST(DeviceRecord, WithMoreThanSevenOrNegativeButtonsIsNotPlausible) {
+TEST(DeviceRecordTest, WithMoreThanSevenOrNegativeButtonsIsNotPlausible) {
     EXPECT_FALSE(IsPlausible(Device(1, 8)));
     EXPECT_FALSE(IsPlausible(Device(1, -1)));
     EXPECT_FALSE(IsPlausible(Device(1, std::numeric_limits<std::int32_t>::min())));
     EXPECT_FALSE(IsPlausible(Device(1, std::numeric_limits<std::int32_t>::max())));
 }
 
-TEST(DeviceRecord, HasATiltWheelOnlyWhenTiltIsOne) {
+TEST(DeviceRecordTest, HasATiltWheelOnlyWhenTiltIsOne) {
     EXPECT_TRUE(Device(1, 5).HasTiltWheel());
     EXPECT_FALSE(Device(0, 5).HasTiltWheel());
     EXPECT_FALSE(Device(2, 5).HasTiltWheel());
 }
 
-TEST(DeviceRecord, LacksFlyingScrollWhenBitZeroOfTheFlagsIsSet) {
+TEST(DeviceRecordTest, LacksFlyingScrollWhenBitZeroOfTheFlagsIsSet) {
     DeviceRecord device;
     for (const std::uint32_t flags : {0U, 2U, 0xFFFFFFFEU}) {
         device.mouseFlag = flags;
@@ -63,7 +63,7 @@ std::wstring ImageFrom(const std::wstring& text) {
     return device ? device->mouseImage : L"(none)";
 }
 
-TEST(DeviceFromPublished, TakesEveryValueToItsPlace) {
+TEST(DeviceFromPublishedTest, TakesEveryValueToItsPlace) {
     PublishedDevice published = PublishedImage(L"Tarsel");
     published.hasTilt = 1;
     published.buttonCount = 7;
@@ -80,7 +80,7 @@ TEST(DeviceFromPublished, TakesEveryValueToItsPlace) {
     EXPECT_EQ(device->mouseFlag, 5U);
 }
 
-TEST(DeviceFromPublished, CapabilitiesOutOfTheirRangesGiveNone) {
+TEST(DeviceFromPublishedTest, CapabilitiesOutOfTheirRangesGiveNone) {
     for (const std::uint32_t hasTilt : {2U, 0xFFFFFFFFU}) {
         PublishedDevice published;
         published.hasTilt = hasTilt;
@@ -94,7 +94,7 @@ TEST(DeviceFromPublished, CapabilitiesOutOfTheirRangesGiveNone) {
     EXPECT_TRUE(DeviceFromPublished({}));
 }
 
-TEST(DeviceFromPublished, AnImageNameEndsAtItsFirstZeroOrAfter255Characters) {
+TEST(DeviceFromPublishedTest, AnImageNameEndsAtItsFirstZeroOrAfter255Characters) {
     using namespace std::string_literals;
     EXPECT_EQ(ImageFrom(L""), L"");
     EXPECT_EQ(ImageFrom(L"abc"), L"abc");

@@ -54,14 +54,14 @@ std::string VersionText(OsVersion os) {
     return std::to_string(os.major) + '.' + std::to_string(os.minor);
 }
 
-TEST(FunctionCatalogue, HasItsFiftyRowsInOrder) {
+TEST(FunctionCatalogueTest, HasItsFiftyRowsInOrder) {
     const auto expected = Joined(Joined(Joined({{127, 0}}, PlainFunctions()), {{435, 36}, {436, 37}}),
                                  Joined(CharmFunctions(), {{212, 38}}));
     ASSERT_EQ(expected.size(), 50U);
     EXPECT_EQ(AsPairs(kFunctionCatalogue), expected);
 }
 
-TEST(FunctionCatalogue, EveryCodeOfARowHasItsText) {
+TEST(FunctionCatalogueTest, EveryCodeOfARowHasItsText) {
     for (const CatalogueRow& row : kFunctionCatalogue) EXPECT_EQ(TextIdOf(row.code), row.textId) << row.code;
     EXPECT_EQ(TextIdOf(0), 127U);
     EXPECT_EQ(TextIdOf(31), 430U);
@@ -69,19 +69,19 @@ TEST(FunctionCatalogue, EveryCodeOfARowHasItsText) {
     EXPECT_EQ(TextIdOf(54), 148U);
 }
 
-TEST(FunctionCatalogue, ACodeWithoutARowHasNoText) {
+TEST(FunctionCatalogueTest, ACodeWithoutARowHasNoText) {
     for (const FunctionCode code : {35, 46, 49, 50, 52, 55, kAbnormalValue, kUnsetValue}) {
         EXPECT_EQ(TextIdOf(code), std::nullopt) << code;
     }
 }
 
-TEST(FunctionCatalogue, TheTextsOfTheGapsAreInNoRow) {
+TEST(FunctionCatalogueTest, TheTextsOfTheGapsAreInNoRow) {
     for (const CatalogueRow& row : kFunctionCatalogue) {
         for (const unsigned gap : {140U, 143U, 144U, 146U, 432U}) EXPECT_NE(row.textId, gap);
     }
 }
 
-TEST(FunctionCatalogue, CodesWithARoleHaveTheirNumbers) {
+TEST(FunctionCatalogueTest, CodesWithARoleHaveTheirNumbers) {
     EXPECT_EQ(kMaxFunctionCode, 54);
     EXPECT_EQ(kAbnormalValue, -1);
     EXPECT_EQ(kUnsetValue, -2);
@@ -92,17 +92,17 @@ TEST(FunctionCatalogue, CodesWithARoleHaveTheirNumbers) {
     EXPECT_EQ(kFunctionOff, 38);
 }
 
-TEST(FunctionCatalogue, Windows7OffersThePlainFunctionsAndOffLast) {
+TEST(FunctionCatalogueTest, Windows7OffersThePlainFunctionsAndOffLast) {
     EXPECT_EQ(AsPairs(FunctionsForSlot(kWindows7, true)), Joined(PlainFunctions(), {{435, 36}, {436, 37}, {212, 38}}));
 }
 
-TEST(FunctionCatalogue, Windows8OffersCharmsAndNoFlip3D) {
+TEST(FunctionCatalogueTest, Windows8OffersCharmsAndNoFlip3D) {
     EXPECT_EQ(
         AsPairs(FunctionsForSlot(kWindows8, true)),
         Joined(Joined(Without(PlainFunctions(), 31), {{435, 36}, {436, 37}}), Joined(CharmFunctions(), {{212, 38}})));
 }
 
-TEST(FunctionCatalogue, NoOtherVersionThanWindows8OffersCodes39To54) {
+TEST(FunctionCatalogueTest, NoOtherVersionThanWindows8OffersCodes39To54) {
     for (const OsVersion os : kOtherVersions) {
         for (FunctionCode code = 39; code <= 54; ++code) {
             EXPECT_FALSE(Offers(os, true, code)) << VersionText(os) << ' ' << code;
@@ -112,7 +112,7 @@ TEST(FunctionCatalogue, NoOtherVersionThanWindows8OffersCodes39To54) {
     }
 }
 
-TEST(FunctionCatalogue, Windows5NamesFlip3DWindowsTabInItsPlace) {
+TEST(FunctionCatalogueTest, Windows5NamesFlip3DWindowsTabInItsPlace) {
     auto expected = Joined(PlainFunctions(), {{435, 36}, {436, 37}, {212, 38}});
     std::replace(expected.begin(), expected.end(), TextAndCode{430, 31}, TextAndCode{432, 31});
     for (const std::uint32_t minor : {0U, 1U, 2U, 6U}) {
@@ -120,7 +120,7 @@ TEST(FunctionCatalogue, Windows5NamesFlip3DWindowsTabInItsPlace) {
     }
 }
 
-TEST(FunctionCatalogue, ASlotThatIsNotOnTheMouseOffersNeitherGestureNorShift) {
+TEST(FunctionCatalogueTest, ASlotThatIsNotOnTheMouseOffersNeitherGestureNorShift) {
     for (const OsVersion os : {kWindows7, kWindows8, OsVersion{5, 1}, OsVersion{10, 0}}) {
         EXPECT_EQ(AsPairs(FunctionsForSlot(os, false)), Without(Without(AsPairs(FunctionsForSlot(os, true)), 36), 19));
         EXPECT_TRUE(Offers(os, true, 36)) << VersionText(os);
@@ -128,7 +128,7 @@ TEST(FunctionCatalogue, ASlotThatIsNotOnTheMouseOffersNeitherGestureNorShift) {
     }
 }
 
-TEST(FunctionCatalogue, CodesWithoutARowAndTheBlankRowAreNeverOffered) {
+TEST(FunctionCatalogueTest, CodesWithoutARowAndTheBlankRowAreNeverOffered) {
     for (const OsVersion os : {kWindows7, kWindows8, OsVersion{5, 1}, OsVersion{10, 0}}) {
         for (const FunctionCode code : {0, 35, 46, 49, 50, 52}) {
             EXPECT_FALSE(Offers(os, true, code)) << VersionText(os) << ' ' << code;
@@ -137,7 +137,7 @@ TEST(FunctionCatalogue, CodesWithoutARowAndTheBlankRowAreNeverOffered) {
     }
 }
 
-TEST(FunctionCatalogue, AGestureRunsWhatASlotCanButNeitherGestureNorOff) {
+TEST(FunctionCatalogueTest, AGestureRunsWhatASlotCanButNeitherGestureNorOff) {
     EXPECT_EQ(AsPairs(FunctionsForGesture(kWindows7)), Joined(PlainFunctions(), {{436, 37}}));
     EXPECT_EQ(AsPairs(FunctionsForGesture(kWindows8)),
               Joined(Joined(Without(PlainFunctions(), 31), {{436, 37}}), CharmFunctions()));

@@ -83,7 +83,7 @@ private:
     std::mt19937 random;
 };
 
-TEST(HostileDocument, MutatedDocumentsGiveCheckedProfilesOrNone) {
+TEST(HostileDocumentTest, MutatedDocumentsGiveCheckedProfilesOrNone) {
     std::size_t readable = 0;
     for (std::uint32_t seed = 1; seed <= 15; ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));
@@ -104,7 +104,7 @@ TEST(HostileDocument, MutatedDocumentsGiveCheckedProfilesOrNone) {
     EXPECT_GT(readable, 250U);
 }
 
-TEST(HostileDocument, EveryTruncationIsRefused) {
+TEST(HostileDocumentTest, EveryTruncationIsRefused) {
     const ProfileSet profiles = test::ProfileGenerator(3, L"\xE9").Profiles();
     const std::string document = test::Written(profiles, kLatin);
     const std::size_t end = document.rfind('>');
@@ -112,7 +112,7 @@ TEST(HostileDocument, EveryTruncationIsRefused) {
     EXPECT_EQ(test::Parsed(document.substr(0, end + 1), kLatin), profiles);
 }
 
-TEST(HostileDocument, AZeroAnywhereIsRefused) {
+TEST(HostileDocumentTest, AZeroAnywhereIsRefused) {
     const std::string document = "<data><profile><profname>a</profname></profile></data>";
     for (std::size_t at = 0; at <= document.size(); ++at) {
         std::string hostile = document;
@@ -121,7 +121,7 @@ TEST(HostileDocument, AZeroAnywhereIsRefused) {
     }
 }
 
-TEST(HostileDocument, DeepNestingIsRefused) {
+TEST(HostileDocumentTest, DeepNestingIsRefused) {
     for (const std::string tag : {"<a>", "<profile>", "<a b='c'>", "<a>x", "<a>\n", "<a><b/>", "<a><!-- -->"}) {
         EXPECT_TRUE(IsRefused(Repeated(tag, 100'000))) << tag;
         EXPECT_TRUE(IsRefused("<data><profile/>" + Repeated(tag, 100'000))) << tag;
@@ -131,7 +131,7 @@ TEST(HostileDocument, DeepNestingIsRefused) {
 
 // TinyXML reads some quoted values past a ">", some ">" in spite of quotes, and takes the next ";" for a reference's
 // end.
-TEST(HostileDocument, DeepNestingBehindQuotesIsRefused) {
+TEST(HostileDocumentTest, DeepNestingBehindQuotesIsRefused) {
     const std::string deep = Repeated("<a>", 100'000);
     EXPECT_TRUE(IsRefused("<?xml version=\"><!--\" ?>" + deep + "-->"));
     EXPECT_TRUE(IsRefused("<?xml version='><![CDATA[' ?>" + deep + "]]>"));
@@ -141,7 +141,7 @@ TEST(HostileDocument, DeepNestingBehindQuotesIsRefused) {
     EXPECT_TRUE(IsRefused("<data>" + Repeated("< '>" + Repeated("<a>", 1000) + "'>", 100) + "</data>"));
 }
 
-TEST(HostileDocument, DeepNestingBehindAReferenceIsRefused) {
+TEST(HostileDocumentTest, DeepNestingBehindAReferenceIsRefused) {
     const std::string deep = Repeated("<a>", 100'000);
     EXPECT_TRUE(IsRefused("<data>&#x<!--x41;" + deep + "--></data>"));
     EXPECT_TRUE(IsRefused("<data>&#<![CDATA[#65;" + deep + "]]></data>"));
@@ -149,14 +149,14 @@ TEST(HostileDocument, DeepNestingBehindAReferenceIsRefused) {
     EXPECT_TRUE(IsRefused("<?xml version=\"&#x\"?><!--x41;\"?>" + deep + "-->"));
 }
 
-TEST(HostileDocument, FloodsOfAttributesAreRefused) {
+TEST(HostileDocumentTest, FloodsOfAttributesAreRefused) {
     std::string attributes;
     for (int number = 0; number < 100'000; ++number) attributes += " a" + std::to_string(number) + "='x'";
     EXPECT_TRUE(IsRefused("<data" + attributes + "><profile/></data>"));
     EXPECT_TRUE(IsRefused("<data" + Repeated(" a", 100'000) + "><profile/></data>"));
 }
 
-TEST(HostileDocument, AnUnterminatedQuoteIsRefused) {
+TEST(HostileDocumentTest, AnUnterminatedQuoteIsRefused) {
     const std::string rest(1'000'000, 'x');
     EXPECT_TRUE(IsRefused("<data a=\"" + rest));
     EXPECT_TRUE(IsRefused("<data a='" + rest + "><profile/></data>"));
@@ -164,7 +164,7 @@ TEST(HostileDocument, AnUnterminatedQuoteIsRefused) {
     EXPECT_TRUE(IsRefused("<data a=x\"y\"><profile/></data>"));
 }
 
-TEST(HostileDocument, OverlongReferencesEndSoon) {
+TEST(HostileDocumentTest, OverlongReferencesEndSoon) {
     const std::string digits(1'000'000, '1');
     for (const std::string& text : {"&#x" + digits + ";", "&#" + digits + ";", "&#x" + digits, Repeated("&#x", 300'000),
                                     Repeated("&#x41", 200'000) + ";", Repeated("&", 1'000'000)}) {
@@ -177,13 +177,13 @@ TEST(HostileDocument, OverlongReferencesEndSoon) {
     }
 }
 
-TEST(HostileDocument, OneOf50MegabytesIsRefused) {
+TEST(HostileDocumentTest, OneOf50MegabytesIsRefused) {
     constexpr std::size_t kBytes = std::size_t{50} * 1024 * 1024;
     EXPECT_TRUE(IsRefused("<data><profile/></data>" + std::string(kBytes, ' ')));
     EXPECT_TRUE(IsRefused(std::string(kBytes, '<')));
 }
 
-TEST(HostileDocument, AHugeTextIsCut) {
+TEST(HostileDocumentTest, AHugeTextIsCut) {
     const std::string text(8'000'000, 'x');
     const ProfileSet profiles = test::Parsed(
         "<data><profile><profname>" + text + "</profname><lbutton>1" + text + "</lbutton></profile></data>", kLatin);
@@ -192,7 +192,7 @@ TEST(HostileDocument, AHugeTextIsCut) {
     EXPECT_EQ(profiles[0].settings[SettingField::Left], 1);
 }
 
-TEST(HostileDocument, BytesWithoutStructureAreRefused) {
+TEST(HostileDocumentTest, BytesWithoutStructureAreRefused) {
     std::mt19937 random(7);
     for (int round = 0; round < 2000; ++round) {
         std::string bytes(random() % 300, '\0');

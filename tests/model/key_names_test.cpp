@@ -67,7 +67,7 @@ std::vector<NamedKey> UnlistedKeys() {
     return keys;
 }
 
-TEST(KeyNames, TableHasItsRowsInOrder) {
+TEST(KeyNamesTest, TableHasItsRowsInOrder) {
     const auto listed = ListedKeys();
     const auto unlisted = UnlistedKeys();
     ASSERT_EQ(listed.size(), 48U);
@@ -82,7 +82,7 @@ TEST(KeyNames, TableHasItsRowsInOrder) {
     }
 }
 
-TEST(KeyNames, CodesAndNamesAreUnique) {
+TEST(KeyNamesTest, CodesAndNamesAreUnique) {
     std::set<KeyCode> codes;
     std::set<std::wstring> names;
     for (const KeyNameRow& row : kKeyNameTable) {
@@ -91,7 +91,7 @@ TEST(KeyNames, CodesAndNamesAreUnique) {
     }
 }
 
-TEST(KeyNames, CodeAndNameLeadToEachOther) {
+TEST(KeyNamesTest, CodeAndNameLeadToEachOther) {
     for (const KeyNameRow& row : kKeyNameTable) {
         ASSERT_NE(KeyNameOf(row.code), nullptr) << row.code;
         EXPECT_EQ(KeyNameOf(row.code), std::wstring(row.name));
@@ -99,19 +99,19 @@ TEST(KeyNames, CodeAndNameLeadToEachOther) {
     }
 }
 
-TEST(KeyNames, CodeZeroIsThePromptAndNotTheKeyEnter) {
+TEST(KeyNamesTest, CodeZeroIsThePromptAndNotTheKeyEnter) {
     EXPECT_EQ(KeyNameOf(0), std::wstring(L"Enter key"));
     EXPECT_EQ(KeyCodeOf(L"Enter key"), kPromptKey);
     EXPECT_EQ(KeyCodeOf(L"Enter"), 13);
 }
 
-TEST(KeyNames, ACodeWithoutARowHasNoName) {
+TEST(KeyNamesTest, ACodeWithoutARowHasNoName) {
     for (const KeyCode code : {kNoKey, -1, 1, 2, 7, 108, 124, 255, 256, 0x7FFFFFFF}) {
         EXPECT_EQ(KeyNameOf(code), nullptr) << code;
     }
 }
 
-TEST(KeyNames, OnlyTheWholeExactNameIsFound) {
+TEST(KeyNamesTest, OnlyTheWholeExactNameIsFound) {
     for (const wchar_t* name : {L"", L"ctrl", L"CTRL", L"Ctr", L"Ctrl ", L" Ctrl", L"Left", L"Left  Ctrl", L"a", L"F0",
                                 L"F13", L"Left Ctrl+V"}) {
         EXPECT_EQ(KeyCodeOf(name), std::wstring_view(name) == L"Left" ? 37 : kNoKey) << name;
@@ -119,11 +119,11 @@ TEST(KeyNames, OnlyTheWholeExactNameIsFound) {
     EXPECT_EQ(KeyCodeOf(std::wstring_view(L"Ctrl\0", 5)), kNoKey);
 }
 
-TEST(KeyNames, TheUnsetMarkerIsMinusTwo) {
+TEST(KeyNamesTest, TheUnsetMarkerIsMinusTwo) {
     EXPECT_EQ(kNoKey, -2);
 }
 
-TEST(KeyNames, ShiftKeysAreTheOneWithoutSideAndTheTwoWith) {
+TEST(KeyNamesTest, ShiftKeysAreTheOneWithoutSideAndTheTwoWith) {
     for (const KeyNameRow& row : kKeyNameTable) {
         EXPECT_EQ(IsShiftKey(row.code), row.code == 16 || row.code == 160 || row.code == 161) << row.code;
     }

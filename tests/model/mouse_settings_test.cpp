@@ -12,7 +12,7 @@ bool SlotOffers(const MouseSettings& settings, ButtonSlot slot, FunctionCode cod
     return std::any_of(offered.begin(), offered.end(), [code](const CatalogueRow& row) { return row.code == code; });
 }
 
-TEST(MouseSettings, OnAModelWithFiveButtonsTheTwoTiltsOfferNeitherGestureNorShift) {
+TEST(MouseSettingsTest, OnAModelWithFiveButtonsTheTwoTiltsOfferNeitherGestureNorShift) {
     MouseSettings settings;
     settings.os = {6, 1};
     settings.device.buttonCount = 5;
@@ -23,7 +23,7 @@ TEST(MouseSettings, OnAModelWithFiveButtonsTheTwoTiltsOfferNeitherGestureNorShif
     }
 }
 
-TEST(MouseSettings, ASlotIsOnTheMouseWhenItsNumberIsBelowTheButtonCount) {
+TEST(MouseSettingsTest, ASlotIsOnTheMouseWhenItsNumberIsBelowTheButtonCount) {
     MouseSettings settings;
     for (int buttons = 0; buttons <= kMaxButtonCount; ++buttons) {
         settings.device.buttonCount = buttons;
@@ -33,7 +33,7 @@ TEST(MouseSettings, ASlotIsOnTheMouseWhenItsNumberIsBelowTheButtonCount) {
     }
 }
 
-TEST(MouseSettings, SelectedIsTheSelectedProfileItself) {
+TEST(MouseSettingsTest, SelectedIsTheSelectedProfileItself) {
     MouseSettings settings;
     settings.profiles.assign(3, DefaultProfileRecord());
     settings.selectedProfile = 1;

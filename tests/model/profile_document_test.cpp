@@ -59,15 +59,15 @@ void ExpectGeneratedProfilesComeBack(const std::wstring& alphabet, const TextCod
     }
 }
 
-TEST(ProfileDocument, GeneratedProfilesComeBackThroughASingleByteCodePage) {
+TEST(ProfileDocumentTest, GeneratedProfilesComeBackThroughASingleByteCodePage) {
     ExpectGeneratedProfilesComeBack(L"\xA0\xA9\xC4\xE9\xF7\xFF", kLatin);
 }
 
-TEST(ProfileDocument, GeneratedProfilesComeBackThroughADoubleByteCodePage) {
+TEST(ProfileDocumentTest, GeneratedProfilesComeBackThroughADoubleByteCodePage) {
     ExpectGeneratedProfilesComeBack(AllCharactersOf(kDoubleByte), kDoubleByte);
 }
 
-TEST(ProfileDocument, TextsThatAReaderMightChangeComeBack) {
+TEST(ProfileDocumentTest, TextsThatAReaderMightChangeComeBack) {
     const std::wstring zero(1, L'\0');
     for (const std::wstring& text : {std::wstring(L""),
                                      std::wstring(L" "),
@@ -102,7 +102,7 @@ TEST(ProfileDocument, TextsThatAReaderMightChangeComeBack) {
     }
 }
 
-TEST(ProfileDocument, EveryCharacterComesBack) {
+TEST(ProfileDocumentTest, EveryCharacterComesBack) {
     std::wstring text;
     for (std::uint32_t code = 0; code <= 0xFFFF; ++code) {
         text += static_cast<wchar_t>(code);
@@ -113,7 +113,7 @@ TEST(ProfileDocument, EveryCharacterComesBack) {
     }
 }
 
-TEST(ProfileDocument, EveryCharacterComesBackOnItsOwn) {
+TEST(ProfileDocumentTest, EveryCharacterComesBackOnItsOwn) {
     std::vector<ApplicationEntry> entries;
     for (std::uint32_t code = 0; code <= 0x500; ++code) {
         const std::wstring character(1, static_cast<wchar_t>(code));
@@ -125,7 +125,7 @@ TEST(ProfileDocument, EveryCharacterComesBackOnItsOwn) {
     ExpectComesBack({record}, kDoubleByte);
 }
 
-TEST(ProfileDocument, EveryDoubleByteCharacterComesBackInEveryCompany) {
+TEST(ProfileDocumentTest, EveryDoubleByteCharacterComesBackInEveryCompany) {
     for (const wchar_t character : AllCharactersOf(kDoubleByte)) {
         ExpectTextComesBack(std::wstring(1, character), kDoubleByte);
         ExpectTextComesBack(std::wstring(1, character) + L"]>", kDoubleByte);
@@ -133,7 +133,7 @@ TEST(ProfileDocument, EveryDoubleByteCharacterComesBackInEveryCompany) {
     }
 }
 
-TEST(ProfileDocument, ALongerTextIsCut) {
+TEST(ProfileDocumentTest, ALongerTextIsCut) {
     ProfileRecord record = DefaultProfileRecord();
     for (const wchar_t character : {L'x', L'\xE9', L'\x416', L'\n'}) {
         record.name.assign(5000, character);
@@ -143,7 +143,7 @@ TEST(ProfileDocument, ALongerTextIsCut) {
     }
 }
 
-TEST(ProfileDocument, NumbersOutOfRangeComeBackAsAbnormal) {
+TEST(ProfileDocumentTest, NumbersOutOfRangeComeBackAsAbnormal) {
     ProfileRecord record = DefaultProfileRecord();
     record.settings.values.items.fill(1000);
     const ProfileSet profiles = test::Parsed(test::Written({record}, kLatin), kLatin);
@@ -151,7 +151,7 @@ TEST(ProfileDocument, NumbersOutOfRangeComeBackAsAbnormal) {
     for (const std::int32_t number : profiles[0].settings.values.items) EXPECT_EQ(number, kAbnormalValue);
 }
 
-TEST(ProfileDocument, EveryRecordCarriesTheFirstOnesHead) {
+TEST(ProfileDocumentTest, EveryRecordCarriesTheFirstOnesHead) {
     ProfileSet profiles(2, DefaultProfileRecord());
     profiles[0].vid = 7;
     profiles[0].selectedIndex = 1;
@@ -161,7 +161,7 @@ TEST(ProfileDocument, EveryRecordCarriesTheFirstOnesHead) {
     EXPECT_EQ(read, profiles);
 }
 
-TEST(ProfileDocument, AGapBetweenKeysIsClosed) {
+TEST(ProfileDocumentTest, AGapBetweenKeysIsClosed) {
     ProfileRecord record = DefaultProfileRecord();
     record.settings.etcKeys[ButtonSlot::Left].codes = {17, kNoKey, 18};
     const ProfileSet profiles = test::Parsed(test::Written({record}, kLatin), kLatin);
@@ -169,7 +169,7 @@ TEST(ProfileDocument, AGapBetweenKeysIsClosed) {
     EXPECT_EQ(profiles[0].settings.etcKeys[ButtonSlot::Left].codes, (std::array{17, 18, kNoKey}));
 }
 
-TEST(ProfileDocument, ThousandsOfProfilesProgramsAndGesturesComeBack) {
+TEST(ProfileDocumentTest, ThousandsOfProfilesProgramsAndGesturesComeBack) {
     ProfileRecord record = DefaultProfileRecord();
     ProfileSet profiles(3000, record);
     record.settings.applications.assign(5000, {L"Editor", L"C:\\e.exe"});

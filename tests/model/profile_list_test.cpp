@@ -20,7 +20,7 @@ bool IsSameText(const std::wstring& a, const std::wstring& b) {
     return a == b;
 }
 
-TEST(ProfileNames, AreComparedExactlyAndWithCase) {
+TEST(ProfileNamesTest, AreComparedExactlyAndWithCase) {
     const ProfileSet profiles{Named(L"Default"), Named(L"Drawing")};
     EXPECT_TRUE(IsNameInUse(profiles, L"Default"));
     EXPECT_TRUE(IsNameInUse(profiles, L"Drawing"));
@@ -29,12 +29,12 @@ TEST(ProfileNames, AreComparedExactlyAndWithCase) {
     }
 }
 
-TEST(ProfileNames, EmptyOneIsANameLikeAnyOther) {
+TEST(ProfileNamesTest, EmptyOneIsANameLikeAnyOther) {
     EXPECT_TRUE(IsNameInUse({Named(L"Default"), Named(L"")}, L""));
     EXPECT_FALSE(IsNameInUse({}, L""));
 }
 
-TEST(ProfileNames, AreComparedByTheirFirst255Characters) {
+TEST(ProfileNamesTest, AreComparedByTheirFirst255Characters) {
     const std::wstring stem(255, L'n');
     const ProfileSet profiles{Named(stem + L"tail")};
     EXPECT_EQ(ComparedName(profiles[0]), stem);
@@ -44,25 +44,25 @@ TEST(ProfileNames, AreComparedByTheirFirst255Characters) {
     EXPECT_EQ(ComparedName(Named(L"short")), L"short");
 }
 
-TEST(ProfileToDelete, IsTheOneAtTheIndexWhenNamesAreUnique) {
+TEST(ProfileToDeleteTest, IsTheOneAtTheIndexWhenNamesAreUnique) {
     const ProfileSet profiles{Named(L"Default"), Named(L"a"), Named(L"A")};
     for (std::size_t i = 0; i < profiles.size(); ++i) EXPECT_EQ(ProfileToDelete(profiles, i), i);
 }
 
-TEST(ProfileToDelete, IsTheFirstOfItsName) {
+TEST(ProfileToDeleteTest, IsTheFirstOfItsName) {
     const ProfileSet profiles{Named(L"Default"), Named(L"twice"), Named(L"other"), Named(L"twice")};
     EXPECT_EQ(ProfileToDelete(profiles, 3), 1U);
     EXPECT_EQ(ProfileToDelete(profiles, 1), 1U);
     EXPECT_EQ(ProfileToDelete(profiles, 2), 2U);
 }
 
-TEST(ProfileToDelete, IsNoneThatOnlyBeginsWithTheSameName) {
+TEST(ProfileToDeleteTest, IsNoneThatOnlyBeginsWithTheSameName) {
     const std::wstring stem(255, L'n');
     const ProfileSet profiles{Named(stem), Named(stem + L"1"), Named(stem + L"2")};
     EXPECT_EQ(ProfileToDelete(profiles, 2), 2U);
 }
 
-TEST(CopyWithoutPrograms, HasEverySettingUnderTheOtherNameAndNoProgram) {
+TEST(CopyWithoutProgramsTest, HasEverySettingUnderTheOtherNameAndNoProgram) {
     ProfileRecord source = Named(L"Drawing", {{L"Editor", L"C:\\e.exe"}, {L"Player", L"C:\\p.exe"}});
     source.settings[SettingField::Center] = 36;
     source.settings.etcKeys[ButtonSlot::Left] = {{17, 65, -2}};
@@ -78,7 +78,7 @@ TEST(CopyWithoutPrograms, HasEverySettingUnderTheOtherNameAndNoProgram) {
     EXPECT_EQ(copy, source);
 }
 
-TEST(CopyWithoutPrograms, LeavesItsSourceAloneWhenItIsEdited) {
+TEST(CopyWithoutProgramsTest, LeavesItsSourceAloneWhenItIsEdited) {
     const ProfileRecord source = Named(L"Drawing", {{L"Editor", L"C:\\e.exe"}});
     const ProfileRecord before = source;
     ProfileRecord copy = CopyWithoutPrograms(source, L"");
@@ -88,7 +88,7 @@ TEST(CopyWithoutPrograms, LeavesItsSourceAloneWhenItIsEdited) {
     EXPECT_EQ(source, before);
 }
 
-TEST(ProfileWithProgram, IsTheFirstThatHasThePath) {
+TEST(ProfileWithProgramTest, IsTheFirstThatHasThePath) {
     const ProfileSet profiles{Named(L"Default"), Named(L"a", {{L"x", L"1"}, {L"y", L"2"}}),
                               Named(L"b", {{L"z", L"2"}, {L"z", L"3"}})};
     EXPECT_EQ(ProfileWithProgram(profiles, L"2", IsSameText), 1U);
@@ -98,7 +98,7 @@ TEST(ProfileWithProgram, IsTheFirstThatHasThePath) {
     EXPECT_EQ(ProfileWithProgram({}, L"2", IsSameText), std::nullopt);
 }
 
-TEST(ProfileWithProgram, ComparesPathsAsItIsTold) {
+TEST(ProfileWithProgramTest, ComparesPathsAsItIsTold) {
     const ProfileSet profiles{Named(L"Default"), Named(L"a", {{L"x", L"alpha"}})};
     EXPECT_EQ(ProfileWithProgram(profiles, L"a", IsSameFirstLetter), 1U);
     EXPECT_EQ(ProfileWithProgram(profiles, L"a", IsSameText), std::nullopt);

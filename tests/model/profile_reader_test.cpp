@@ -33,7 +33,7 @@ std::wstring ReadName(const std::string& text) {
     return ReadOne("<profname>" + text + "</profname>").name;
 }
 
-TEST(ProfileReader, ReadsEveryElementOfAProfile) {
+TEST(ProfileReaderTest, ReadsEveryElementOfAProfile) {
     const ProfileSet profiles = Read(R"(<?xml version="1.0" encoding="utf-8" standalone="yes" ?>
 <data>
     <vid>2748</vid>
@@ -69,7 +69,7 @@ TEST(ProfileReader, ReadsEveryElementOfAProfile) {
     EXPECT_EQ(profiles, ProfileSet{expected});
 }
 
-TEST(ProfileReader, AMissingElementLeavesTheFreshRecordsValue) {
+TEST(ProfileReaderTest, AMissingElementLeavesTheFreshRecordsValue) {
     ProfileRecord fresh = DefaultProfileRecord(36);
     const ProfileSet profiles = ParseProfileDocument("<data><profile><lbutton>5</lbutton></profile><profile/></data>",
                                                      fresh, {kLatin, L"Arbitrary key"});
@@ -79,7 +79,7 @@ TEST(ProfileReader, AMissingElementLeavesTheFreshRecordsValue) {
     EXPECT_EQ(profiles[0], fresh);
 }
 
-TEST(ProfileReader, SelectionAfterTheProfilesLeavesThemTheDefault) {
+TEST(ProfileReaderTest, SelectionAfterTheProfilesLeavesThemTheDefault) {
     const ProfileSet profiles = Read(
         "<data><vid>1</vid><profile/><select_profile>1</select_profile><profile/><pid>2</pid><vid>3</vid><profile/></"
         "data>");
@@ -93,14 +93,14 @@ TEST(ProfileReader, SelectionAfterTheProfilesLeavesThemTheDefault) {
     EXPECT_EQ(profiles[2].pid, 2);
 }
 
-TEST(ProfileReader, AVidOf70000IsStoredModulo65536) {
+TEST(ProfileReaderTest, AVidOf70000IsStoredModulo65536) {
     const ProfileSet profiles = Read("<data><vid>70000</vid><pid>-1</pid><profile/></data>");
     ASSERT_EQ(profiles.size(), 1U);
     EXPECT_EQ(profiles[0].vid, 4464);
     EXPECT_EQ(profiles[0].pid, 65535);
 }
 
-TEST(ProfileReader, AnIdWithoutDigitsIsZero) {
+TEST(ProfileReaderTest, AnIdWithoutDigitsIsZero) {
     for (const std::string text : {"", " ", "x", "-", "+", "99999999999999999999", "<b>7</b>"}) {
         const ProfileSet profiles = Read("<data><vid>7</vid><vid>" + text + "</vid><select_profile>7</select_profile>" +
                                          "<select_profile>" + text + "</select_profile><profile/></data>");
@@ -110,7 +110,7 @@ TEST(ProfileReader, AnIdWithoutDigitsIsZero) {
     }
 }
 
-TEST(ProfileReader, TheSelectionIsNotChecked) {
+TEST(ProfileReaderTest, TheSelectionIsNotChecked) {
     for (const std::int32_t index : {-1, 99, 2147483647, -2147483647 - 1}) {
         const ProfileSet profiles =
             Read("<data><select_profile>" + std::to_string(index) + "</select_profile><profile/></data>");
@@ -119,7 +119,7 @@ TEST(ProfileReader, TheSelectionIsNotChecked) {
     }
 }
 
-TEST(ProfileReader, ANumberIsReadLikeTheCLibraryDoes) {
+TEST(ProfileReaderTest, ANumberIsReadLikeTheCLibraryDoes) {
     EXPECT_EQ(ReadSetting(SettingField::Left, " \t\n\v\f\r7"), 7);
     EXPECT_EQ(ReadSetting(SettingField::Left, "+7"), 7);
     EXPECT_EQ(ReadSetting(SettingField::Left, "007"), 7);
@@ -129,7 +129,7 @@ TEST(ProfileReader, ANumberIsReadLikeTheCLibraryDoes) {
     EXPECT_EQ(ReadSetting(SettingField::FlyingRevolutionCount, " -2,5"), -2);
 }
 
-TEST(ProfileReader, ABadNumberIsAbnormal) {
+TEST(ProfileReaderTest, ABadNumberIsAbnormal) {
     for (const std::string text : {"", " ", "x", "x7", "+", "-", "+-2", "-+2", "--2", "- 7", "+ 7", "2147483648",
                                    "-2147483649", "99999999999999999999999", "<b>7</b>", "<!-- -->7"}) {
         for (const SettingFieldRow& row : kSettingFields) {
@@ -138,14 +138,14 @@ TEST(ProfileReader, ABadNumberIsAbnormal) {
     }
 }
 
-TEST(ProfileReader, HorizontalScrollSpeedRunsFromOneToEight) {
+TEST(ProfileReaderTest, HorizontalScrollSpeedRunsFromOneToEight) {
     EXPECT_EQ(ReadSetting(SettingField::HorizontalScrollSpeed, "0"), -1);
     EXPECT_EQ(ReadSetting(SettingField::HorizontalScrollSpeed, "1"), 1);
     EXPECT_EQ(ReadSetting(SettingField::HorizontalScrollSpeed, "8"), 8);
     EXPECT_EQ(ReadSetting(SettingField::HorizontalScrollSpeed, "9"), -1);
 }
 
-TEST(ProfileReader, OnlyTheNumberOfRevolutionsReadsMinusTwo) {
+TEST(ProfileReaderTest, OnlyTheNumberOfRevolutionsReadsMinusTwo) {
     for (const SettingFieldRow& row : kSettingFields) {
         const bool isCount = row.field == SettingField::FlyingRevolutionCount;
         EXPECT_EQ(ReadSetting(row.field, "-2"), isCount ? -2 : -1) << row.fileElement;
@@ -157,13 +157,13 @@ TEST(ProfileReader, OnlyTheNumberOfRevolutionsReadsMinusTwo) {
     }
 }
 
-TEST(ProfileReader, AcceptsTheCodesThatNoChooserOffers) {
+TEST(ProfileReaderTest, AcceptsTheCodesThatNoChooserOffers) {
     for (const std::string code : {"35", "46", "49", "50", "52"}) {
         EXPECT_EQ(std::to_string(ReadSetting(SettingField::Center, code)), code);
     }
 }
 
-TEST(ProfileReader, AnApplicationWithoutChildrenAddsNothing) {
+TEST(ProfileReaderTest, AnApplicationWithoutChildrenAddsNothing) {
     const auto applications =
         ReadOne(
             "<Application/><Application></Application><Application> </Application><Application>text</Application>"
@@ -172,7 +172,7 @@ TEST(ProfileReader, AnApplicationWithoutChildrenAddsNothing) {
     EXPECT_TRUE(applications.empty());
 }
 
-TEST(ProfileReader, AnApplicationWithOnlyAPathHasAnEmptyName) {
+TEST(ProfileReaderTest, AnApplicationWithOnlyAPathHasAnEmptyName) {
     const auto applications = ReadOne(
                                   "<Application><path>C:\\a.exe</path></Application><Application><name/></Application>"
                                   "<Application><other/></Application>")
@@ -180,12 +180,12 @@ TEST(ProfileReader, AnApplicationWithOnlyAPathHasAnEmptyName) {
     EXPECT_EQ(applications, (std::vector<ApplicationEntry>{{L"", L"C:\\a.exe"}, {}, {}}));
 }
 
-TEST(ProfileReader, AGestureNeedsAChildToo) {
+TEST(ProfileReaderTest, AGestureNeedsAChildToo) {
     const auto gestures = ReadOne("<Gesture/><Gesture> </Gesture><Gesture><Key>U</Key></Gesture>").settings.gestures;
     EXPECT_EQ(gestures, (std::vector<GestureEntry>{{L"U", 0, L"", {}}}));
 }
 
-TEST(ProfileReader, TheFunctionOfAGestureIsNotChecked) {
+TEST(ProfileReaderTest, TheFunctionOfAGestureIsNotChecked) {
     for (const std::int32_t code : {-1, 55, 1000000, -2147483647 - 1}) {
         const auto gestures =
             ReadOne("<Gesture><Function>" + std::to_string(code) + "</Function></Gesture>").settings.gestures;
@@ -195,7 +195,7 @@ TEST(ProfileReader, TheFunctionOfAGestureIsNotChecked) {
     EXPECT_EQ(ReadOne("<Gesture><Function>x</Function></Gesture>").settings.gestures[0].function, -1);
 }
 
-TEST(ProfileReader, KeysMayCarryTheHeading) {
+TEST(ProfileReaderTest, KeysMayCarryTheHeading) {
     const ProfileRecord record = ReadOne(
         "<lbutton_etcKey>Arbitrary key[Left Ctrl+V]</lbutton_etcKey><rbutton_etcKey>Ctrl+Hyper+Alt</rbutton_etcKey>"
         "<Gesture><EtcKey>Arbitrary key[F1]</EtcKey></Gesture>");
@@ -204,7 +204,7 @@ TEST(ProfileReader, KeysMayCarryTheHeading) {
     EXPECT_EQ(record.settings.gestures[0].etcKey.codes, (std::array{112, -2, -2}));
 }
 
-TEST(ProfileReader, KeysSurviveAFormatter) {
+TEST(ProfileReaderTest, KeysSurviveAFormatter) {
     const ProfileRecord record = ReadOne(
         "<lbutton_etcKey>\n            Left Ctrl+V\n        </lbutton_etcKey>"
         "<rbutton_etcKey> Ctrl + Alt </rbutton_etcKey>"
@@ -214,7 +214,7 @@ TEST(ProfileReader, KeysSurviveAFormatter) {
     EXPECT_EQ(record.settings.gestures[0].etcKey.codes, (std::array{112, -2, -2}));
 }
 
-TEST(ProfileReader, AnInstructionOrALongTagBreaksNothing) {
+TEST(ProfileReaderTest, AnInstructionOrALongTagBreaksNothing) {
     const ProfileRecord record =
         ReadOne("<?editor indent=\"4\"?><profname>mine<?mark?>!</profname><?if (a > b) ?><lbutton note='" +
                 std::string(10'000, 'x') + "'>12</lbutton>");
@@ -222,7 +222,7 @@ TEST(ProfileReader, AnInstructionOrALongTagBreaksNothing) {
     EXPECT_EQ(record.settings[SettingField::Left], 12);
 }
 
-TEST(ProfileReader, NamesAreCaseSensitiveAndUnknownOnesIgnored) {
+TEST(ProfileReaderTest, NamesAreCaseSensitiveAndUnknownOnesIgnored) {
     const ProfileSet profiles = Read(
         "<data><Vid>9</Vid><Profile/><other><profile/></other><profile><LBUTTON>9</LBUTTON><gesture><Key>U</Key></"
         "gesture>"
@@ -230,18 +230,18 @@ TEST(ProfileReader, NamesAreCaseSensitiveAndUnknownOnesIgnored) {
     EXPECT_EQ(profiles, ProfileSet{DefaultProfileRecord()});
 }
 
-TEST(ProfileReader, TheRootMayHaveAnyName) {
+TEST(ProfileReaderTest, TheRootMayHaveAnyName) {
     EXPECT_EQ(Read("<anything><profile/></anything>").size(), 1U);
     EXPECT_EQ(Read("<!-- first --><profile><profile/></profile>").size(), 1U);
 }
 
-TEST(ProfileReader, TheLastOfSeveralElementsCounts) {
+TEST(ProfileReaderTest, TheLastOfSeveralElementsCounts) {
     EXPECT_EQ(ReadOne("<profname>a</profname><profname>b</profname><lbutton>5</lbutton><lbutton>x</lbutton>").name,
               L"b");
     EXPECT_EQ(ReadOne("<lbutton>5</lbutton><lbutton>6</lbutton>").settings[SettingField::Left], 6);
 }
 
-TEST(ProfileReader, ABrokenDocumentGivesNoProfiles) {
+TEST(ProfileReaderTest, ABrokenDocumentGivesNoProfiles) {
     for (const char* document :
          {"", " ", "x", "<", "<?xml", "<?xml ?>", "<data>", "<data><profile/>", "<data><profile></data>",
           "<data><profile/></date>", "<data a='1' a='2'><profile/></data>", "x<data><profile/></data>",
@@ -250,18 +250,18 @@ TEST(ProfileReader, ABrokenDocumentGivesNoProfiles) {
     }
 }
 
-TEST(ProfileReader, ADocumentWithoutProfilesGivesNone) {
+TEST(ProfileReaderTest, ADocumentWithoutProfilesGivesNone) {
     EXPECT_TRUE(Read("<data></data>").empty());
     EXPECT_TRUE(Read("<data><vid>1</vid></data>").empty());
     EXPECT_TRUE(Read("<data/><profile/>").empty());
 }
 
-TEST(ProfileReader, WhatFollowsTheRootIsIgnored) {
+TEST(ProfileReaderTest, WhatFollowsTheRootIsIgnored) {
     EXPECT_EQ(Read("<data><profile/></data>junk").size(), 1U);
     EXPECT_EQ(Read("<data><profile/></data><data><profile/><profile/></data>").size(), 1U);
 }
 
-TEST(ProfileReader, ATextIsKeptAsItStands) {
+TEST(ProfileReaderTest, ATextIsKeptAsItStands) {
     EXPECT_EQ(ReadName("  two  blanks  "), L"  two  blanks  ");
     EXPECT_EQ(ReadName("   "), L"   ");
     EXPECT_EQ(ReadName("one\r\ntwo"), L"one\ntwo");
@@ -272,26 +272,26 @@ TEST(ProfileReader, ATextIsKeptAsItStands) {
     EXPECT_EQ(ReadName(""), L"");
 }
 
-TEST(ProfileReader, ASectionHoldsAnEscapedText) {
+TEST(ProfileReaderTest, ASectionHoldsAnEscapedText) {
     EXPECT_EQ(ReadName("<![CDATA[&#x416;]]>"), L"\x416");
     EXPECT_EQ(ReadName("\n            <![CDATA[ a&#x416; ]]>\n"), L" a\x416 ");
     EXPECT_EQ(ReadName("<![CDATA[&amp;&lt;]]>"), L"&amp;&lt;");
 }
 
-TEST(ProfileReader, AByteThatIsNoCharacterShowsAsSuch) {
+TEST(ProfileReaderTest, AByteThatIsNoCharacterShowsAsSuch) {
     EXPECT_EQ(ReadName("a\x85z"), L"a\xFFFDz");
     const ProfileSet profiles = test::Parsed("<data><profile><profname>a\x81</profname></profile></data>", kDoubleByte);
     ASSERT_EQ(profiles.size(), 1U);
     EXPECT_EQ(profiles[0].name, L"a\xFFFD");
 }
 
-TEST(ProfileReader, OnlyAFirstChildThatIsTextCounts) {
+TEST(ProfileReaderTest, OnlyAFirstChildThatIsTextCounts) {
     EXPECT_EQ(ReadName("<b>x</b>y"), L"");
     EXPECT_EQ(ReadName("<!-- x -->y"), L"");
     EXPECT_EQ(ReadName("x<b>y</b>z"), L"x");
 }
 
-TEST(ProfileReader, ATextKeepsItsFirst1024Characters) {
+TEST(ProfileReaderTest, ATextKeepsItsFirst1024Characters) {
     EXPECT_EQ(ReadName(std::string(1024, 'x')), std::wstring(1024, L'x'));
     EXPECT_EQ(ReadName(std::string(1025, 'x')), std::wstring(1024, L'x'));
     EXPECT_EQ(ReadName(std::string(1'000'000, 'x')), std::wstring(1024, L'x'));

@@ -31,7 +31,7 @@ ProfileRecord RecordOf(const Numbers& numbers) {
     return record;
 }
 
-TEST(DefaultProfile, HasTheDefaultsOfEveryField) {
+TEST(DefaultProfileTest, HasTheDefaultsOfEveryField) {
     const ProfileRecord record = DefaultProfileRecord();
     EXPECT_EQ(record.settings.values.items, kDefaults);
     for (const EtcKey& keys : record.settings.etcKeys.items) EXPECT_EQ(keys.codes, (std::array{-2, -2, -2}));
@@ -43,13 +43,13 @@ TEST(DefaultProfile, HasTheDefaultsOfEveryField) {
     EXPECT_EQ(record.selectedIndex, 0);
 }
 
-TEST(DefaultProfile, TakesTheMachineWideFunctionForTheWheelButtonOnly) {
+TEST(DefaultProfileTest, TakesTheMachineWideFunctionForTheWheelButtonOnly) {
     Numbers expected = kDefaults;
     expected[2] = 36;
     EXPECT_EQ(DefaultProfileRecord(36).settings.values.items, expected);
 }
 
-TEST(ProfileSettings, FindTheFunctionOfASlotAmongTheNumbers) {
+TEST(ProfileSettingsTest, FindTheFunctionOfASlotAmongTheNumbers) {
     const ProfileSettings settings = SettingsOf({10, 11, 12, 13, 14, 5, 16, 17, 1, 1, 1});
     const std::array expected{10, 11, 12, 13, 14, 16, 17};
     for (std::size_t slot = 0; slot < kButtonSlotCount; ++slot) {
@@ -57,7 +57,7 @@ TEST(ProfileSettings, FindTheFunctionOfASlotAmongTheNumbers) {
     }
 }
 
-TEST(ProfileRecord, ACopyHasItsOwnLists) {
+TEST(ProfileRecordTest, ACopyHasItsOwnLists) {
     ProfileRecord source = DefaultProfileRecord();
     source.settings.applications = {{L"Editor", L"C:\\e.exe"}};
     source.settings.gestures = {{L"UD", 36, L"memo", {}}};
@@ -70,14 +70,14 @@ TEST(ProfileRecord, ACopyHasItsOwnLists) {
     EXPECT_NE(copy, source);
 }
 
-TEST(GestureEntry, AFreshOneIsEmpty) {
+TEST(GestureEntryTest, AFreshOneIsEmpty) {
     const GestureEntry entry;
     EXPECT_EQ(entry.stroke, L"");
     EXPECT_EQ(entry.memo, L"");
     EXPECT_EQ(entry.etcKey.codes, (std::array{-2, -2, -2}));
 }
 
-TEST(GestureEntry, EqualsWhenStrokeFunctionMemoAndAllKeysDo) {
+TEST(GestureEntryTest, EqualsWhenStrokeFunctionMemoAndAllKeysDo) {
     const GestureEntry entry{L"UD", 37, L"memo", {{17, 18, 46}}};
     EXPECT_EQ(entry, (GestureEntry{L"UD", 37, L"memo", {{17, 18, 46}}}));
     EXPECT_NE(entry, (GestureEntry{L"U", 37, L"memo", {{17, 18, 46}}}));
@@ -88,7 +88,7 @@ TEST(GestureEntry, EqualsWhenStrokeFunctionMemoAndAllKeysDo) {
     EXPECT_NE(entry, (GestureEntry{L"UD", 37, L"memo", {{17, 18, -2}}}));
 }
 
-TEST(CheckedCopy, ChecksTheNumbersAndKeepsTheRest) {
+TEST(CheckedCopyTest, ChecksTheNumbersAndKeepsTheRest) {
     ProfileSettings settings = SettingsOf({0, 54, 55, -1, -2, 9, 100, 3, -2, 54, -2});
     settings.etcKeys[ButtonSlot::Button5] = {{17, 999, -2}};
     settings.applications = {{L"Editor", L"C:\\e.exe"}};
@@ -98,12 +98,12 @@ TEST(CheckedCopy, ChecksTheNumbersAndKeepsTheRest) {
     EXPECT_EQ(CheckedCopy(settings), expected);
 }
 
-TEST(InitialValuesOf, AGoodRecordAreItsNumbers) {
+TEST(InitialValuesOfTest, AGoodRecordAreItsNumbers) {
     const Numbers numbers{36, 0, 54, 7, 8, 1, 9, 10, 0, 54, -2};
     EXPECT_EQ(InitialValuesOf(RecordOf(numbers)).items, numbers);
 }
 
-TEST(InitialValuesOf, ABadNumberIsTheDefaultOfItsField) {
+TEST(InitialValuesOfTest, ABadNumberIsTheDefaultOfItsField) {
     Numbers bad;
     bad.fill(-1);
     EXPECT_EQ(InitialValuesOf(RecordOf(bad)).items, kDefaults);
@@ -115,20 +115,20 @@ TEST(InitialValuesOf, ABadNumberIsTheDefaultOfItsField) {
     EXPECT_EQ(InitialValuesOf(RecordOf(bad)).items, kDefaults);
 }
 
-TEST(InitialValuesFromRecord, TakesElevenNumbersInOrder) {
+TEST(InitialValuesFromRecordTest, TakesElevenNumbersInOrder) {
     const Numbers numbers{10, 11, 12, 13, 14, 5, 16, 17, 18, 19, 20};
     const auto values = InitialValuesFromRecord(BytesOf(numbers));
     ASSERT_TRUE(values);
     EXPECT_EQ(values->items, numbers);
 }
 
-TEST(InitialValuesFromRecord, ABadNumberIsTheDefaultOfItsField) {
+TEST(InitialValuesFromRecordTest, ABadNumberIsTheDefaultOfItsField) {
     const auto values = InitialValuesFromRecord(BytesOf({-1, 55, 12, -2, 0, 0, 54, 1000, -2, 5, -2}));
     ASSERT_TRUE(values);
     EXPECT_EQ(values->items, (Numbers{1, 2, 12, 3, 0, 4, 54, 34, 5, 5, -2}));
 }
 
-TEST(InitialValuesFromRecord, RefusesAShorterRecord) {
+TEST(InitialValuesFromRecordTest, RefusesAShorterRecord) {
     const auto bytes = BytesOf(kDefaults);
     ASSERT_EQ(bytes.size(), 44U);
     for (std::size_t length = 0; length < bytes.size(); ++length) {
@@ -138,7 +138,7 @@ TEST(InitialValuesFromRecord, RefusesAShorterRecord) {
     }
 }
 
-TEST(InitialValuesFromRecord, CutsALongerOne) {
+TEST(InitialValuesFromRecordTest, CutsALongerOne) {
     auto bytes = BytesOf(kDefaults);
     for (const std::size_t extra : {1U, 3U, 100'000U}) {
         bytes.resize(44 + extra, std::byte{0xEE});
@@ -148,7 +148,7 @@ TEST(InitialValuesFromRecord, CutsALongerOne) {
     }
 }
 
-TEST(InitialValuesFromRecord, ReadsAnUnalignedRecord) {
+TEST(InitialValuesFromRecordTest, ReadsAnUnalignedRecord) {
     auto bytes = BytesOf(kDefaults);
     bytes.insert(bytes.begin(), std::byte{0xEE});
     const auto values = InitialValuesFromRecord(std::span(bytes).subspan(1));
@@ -156,14 +156,14 @@ TEST(InitialValuesFromRecord, ReadsAnUnalignedRecord) {
     EXPECT_EQ(values->items, kDefaults);
 }
 
-TEST(RepairAbnormalValues, NothingAbnormalNothingChanged) {
+TEST(RepairAbnormalValuesTest, NothingAbnormalNothingChanged) {
     ProfileSet profiles{RecordOf(kDefaults), RecordOf({0, 0, 0, 0, 0, 1, 0, 0, 0, 0, -2})};
     const ProfileSet before = profiles;
     EXPECT_TRUE(RepairAbnormalValues(profiles, before[0].settings.values).empty());
     EXPECT_EQ(profiles, before);
 }
 
-TEST(RepairAbnormalValues, ReplacesByTheInitialValuesAndTellsWhereProfileByProfile) {
+TEST(RepairAbnormalValuesTest, ReplacesByTheInitialValuesAndTellsWhereProfileByProfile) {
     ProfileSet profiles{RecordOf({1, 2, -1, 3, 4, 4, 33, 34, 5, 5, 2}), RecordOf(kDefaults),
                         RecordOf({99, 2, 9, 3, 4, 0, 33, 34, 5, 5, -3})};
     const SettingValues initial{{20, 21, 22, 23, 24, 5, 26, 27, 28, 29, -2}};

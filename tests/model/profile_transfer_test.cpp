@@ -74,7 +74,7 @@ ProfileRecord NamedProfile(const std::wstring& name) {
     return record;
 }
 
-TEST(ProfileTransfer, AnExportIsInAsciiAndReadAlikeUnderEveryCodePage) {
+TEST(ProfileTransferTest, AnExportIsInAsciiAndReadAlikeUnderEveryCodePage) {
     for (std::uint32_t seed = 0; seed < 40; ++seed) {
         const ProfileSet profiles = SomeProfiles(seed, L"\xE9\xFC\x4E00\x4E01\x5C");
         ASSERT_FALSE(WhyNotImportable(profiles)) << seed;
@@ -90,7 +90,7 @@ TEST(ProfileTransfer, AnExportIsInAsciiAndReadAlikeUnderEveryCodePage) {
     }
 }
 
-TEST(ProfileTransfer, AProfileFileIsTakenInItsOwnCodePage) {
+TEST(ProfileTransferTest, AProfileFileIsTakenInItsOwnCodePage) {
     for (const TextCodec* const codec :
          {static_cast<const TextCodec*>(&kLatin), static_cast<const TextCodec*>(&kDoubleByte)}) {
         const ProfileSet profiles = SomeProfiles(7, L"\xE9\xFC\x4E00\x4E01");
@@ -100,7 +100,7 @@ TEST(ProfileTransfer, AProfileFileIsTakenInItsOwnCodePage) {
     }
 }
 
-TEST(ProfileTransfer, EveryNumberIsHeldAgainstItsRangeAndNamed) {
+TEST(ProfileTransferTest, EveryNumberIsHeldAgainstItsRangeAndNamed) {
     for (const SettingFieldRow& row : kSettingFields) {
         const std::string name = row.fileElement;
         const auto document = [&](const std::string& number) {
@@ -122,7 +122,7 @@ TEST(ProfileTransfer, EveryNumberIsHeldAgainstItsRangeAndNamed) {
     }
 }
 
-TEST(ProfileTransfer, AGesturesFunctionIsHeldAgainstItsRangeToo) {
+TEST(ProfileTransferTest, AGesturesFunctionIsHeldAgainstItsRangeToo) {
     const auto document = [](const std::string& number) {
         return Document(Profile(
             "A", "<Gesture><Key>U</Key></Gesture><Gesture><Key>D</Key><Function>" + number + "</Function></Gesture>"));
@@ -136,7 +136,7 @@ TEST(ProfileTransfer, AGesturesFunctionIsHeldAgainstItsRangeToo) {
     EXPECT_TRUE(IsTaken(document("54")));
 }
 
-TEST(ProfileTransfer, IdsAndSelectionAreHeldAgainstTheirRanges) {
+TEST(ProfileTransferTest, IdsAndSelectionAreHeldAgainstTheirRanges) {
     const auto document = [](const std::string& vid, const std::string& pid, const std::string& selected) {
         return "<data><vid>" + vid + "</vid><pid>" + pid + "</pid><select_profile>" + selected + "</select_profile>" +
                Profile("A") + Profile("B") + "</data>";
@@ -150,7 +150,7 @@ TEST(ProfileTransfer, IdsAndSelectionAreHeldAgainstTheirRanges) {
     EXPECT_EQ(ProblemIn(document("0", "0", "2")).profile, 0U);
 }
 
-TEST(ProfileTransfer, IdsAndSelectionCountWhereverTheyStand) {
+TEST(ProfileTransferTest, IdsAndSelectionCountWhereverTheyStand) {
     const Import import = Imported("<data>" + Profile("A") + Profile("B") +
                                    "<select_profile>1</select_profile><pid>9</pid><vid>8</vid></data>");
     ASSERT_TRUE(std::holds_alternative<ProfileSet>(import));
@@ -160,7 +160,7 @@ TEST(ProfileTransfer, IdsAndSelectionCountWhereverTheyStand) {
     EXPECT_EQ(first.selectedIndex, 1);
 }
 
-TEST(ProfileTransfer, WhatMustBeThereIsMissed) {
+TEST(ProfileTransferTest, WhatMustBeThereIsMissed) {
     EXPECT_EQ(ProblemIn("<data><pid>1</pid>" + Profile("A") + "</data>").element, L"vid");
     EXPECT_EQ(ProblemIn("<data><vid>1</vid>" + Profile("A") + "</data>").element, L"pid");
     for (const std::string& nameless : {std::string("<profile></profile>"), Profile("")}) {
@@ -171,13 +171,13 @@ TEST(ProfileTransfer, WhatMustBeThereIsMissed) {
     }
 }
 
-TEST(ProfileTransfer, WhatIsMissingOtherwiseIsThatOfANewProfile) {
+TEST(ProfileTransferTest, WhatIsMissingOtherwiseIsThatOfANewProfile) {
     const Import import = Imported(Document(Profile("A"), {}));
     ASSERT_TRUE(std::holds_alternative<ProfileSet>(import));
     EXPECT_EQ(std::get<ProfileSet>(import).front().settings, DefaultProfileRecord().settings);
 }
 
-TEST(ProfileTransfer, AnElementThatMayBeThereOnceIsRefusedTwice) {
+TEST(ProfileTransferTest, AnElementThatMayBeThereOnceIsRefusedTwice) {
     for (const std::string& element : {std::string("lbutton"), std::string("hcount"), std::string("lbutton_etcKey")}) {
         const std::string one = '<' + element + ">1</" + element + '>';
         const ImportProblem problem = ProblemIn(Document(Profile("A", one + one)));
@@ -190,7 +190,7 @@ TEST(ProfileTransfer, AnElementThatMayBeThereOnceIsRefusedTwice) {
               L"Gesture[1]/Key");
 }
 
-TEST(ProfileTransfer, TextsThatWouldBeCutAreRefused) {
+TEST(ProfileTransferTest, TextsThatWouldBeCutAreRefused) {
     const std::string longest(kMaxTextLength, 'x');
     EXPECT_TRUE(IsTaken(Document(Profile(longest))));
     EXPECT_TRUE(IsTaken(Document(Profile("<![CDATA[" + Repeated("&#xd83d;", kMaxTextLength) + "]]>"))));
@@ -204,7 +204,7 @@ TEST(ProfileTransfer, TextsThatWouldBeCutAreRefused) {
               L"lbutton_etcKey");
 }
 
-TEST(ProfileTransfer, ListsHaveThePagesLimit) {
+TEST(ProfileTransferTest, ListsHaveThePagesLimit) {
     const std::string program = "<Application><name>n</name><path>p</path></Application>";
     const std::string gesture = "<Gesture><Key>U</Key></Gesture>";
     EXPECT_TRUE(IsTaken(Document(Profile("A", Repeated(program, 100) + Repeated(gesture, 100)))));
@@ -218,7 +218,7 @@ TEST(ProfileTransfer, ListsHaveThePagesLimit) {
     EXPECT_EQ(problem.element, L"profile");
 }
 
-TEST(ProfileTransfer, AProfilesNameIsItsOwn) {
+TEST(ProfileTransferTest, AProfilesNameIsItsOwn) {
     const ImportProblem problem = ProblemIn(Document(Profile("A") + Profile("B") + Profile("A")));
     EXPECT_EQ(problem.fault, ImportFault::NameIsTaken);
     EXPECT_EQ(problem.profileName, L"A");
@@ -227,7 +227,7 @@ TEST(ProfileTransfer, AProfilesNameIsItsOwn) {
     EXPECT_EQ(ProblemIn(Document(Profile(compared + '1') + Profile(compared + '2'))).fault, ImportFault::NameIsTaken);
 }
 
-TEST(ProfileTransfer, ForeignDocumentsAreRefused) {
+TEST(ProfileTransferTest, ForeignDocumentsAreRefused) {
     for (const std::string& document :
          {std::string("<html><body/></html>"), std::string("<data></data>"), std::string("<data><vid>1</vid></data>"),
           "<Data>" + Profile("A") + "</Data>", Document(Profile("A")) + Document(Profile("B")),
@@ -237,7 +237,7 @@ TEST(ProfileTransfer, ForeignDocumentsAreRefused) {
     }
 }
 
-TEST(ProfileTransfer, BrokenAndHostileDocumentsAreRefused) {
+TEST(ProfileTransferTest, BrokenAndHostileDocumentsAreRefused) {
     const std::string entities = "<!DOCTYPE data [<!ENTITY a \"b\"><!ENTITY c \"&a;&a;\">]>" + Document(Profile("&c;"));
     for (const std::string& document :
          {std::string(), std::string("settings"), std::string("\0<data/>", 8), entities,
@@ -247,7 +247,7 @@ TEST(ProfileTransfer, BrokenAndHostileDocumentsAreRefused) {
     }
 }
 
-TEST(ProfileTransfer, AFileThatWasCutOffIsRefusedWhereverThatWas) {
+TEST(ProfileTransferTest, AFileThatWasCutOffIsRefusedWhereverThatWas) {
     std::string document = test::Written({NamedProfile(L"\xE9"), NamedProfile(L"B")}, kAscii);
     document.resize(document.find_last_of('>') + 1);
     ASSERT_TRUE(IsTaken(document));
@@ -256,13 +256,13 @@ TEST(ProfileTransfer, AFileThatWasCutOffIsRefusedWhereverThatWas) {
     }
 }
 
-TEST(ProfileTransfer, AnEditorsMarkBeforeAsciiIsNoFault) {
+TEST(ProfileTransferTest, AnEditorsMarkBeforeAsciiIsNoFault) {
     const std::string mark = "\xEF\xBB\xBF";
     EXPECT_TRUE(IsTaken(mark + Document(Profile("A"))));
     EXPECT_EQ(ProblemIn(mark + Document(Profile("\xC3\xA9"))).fault, ImportFault::Broken);
 }
 
-TEST(ProfileTransfer, WhatIsExportedCanBeImported) {
+TEST(ProfileTransferTest, WhatIsExportedCanBeImported) {
     ProfileSet profiles{NamedProfile(L"A"), NamedProfile(L"B")};
     profiles[0].selectedIndex = 5;
     profiles[1].settings[SettingField::Left] = kAbnormalValue;

@@ -113,11 +113,11 @@ constexpr char kTwoProfilesPrinted[] =
 </data>
 )";
 
-TEST(ProfileWriter, PrintsExactlyTheseBytes) {
+TEST(ProfileWriterTest, PrintsExactlyTheseBytes) {
     EXPECT_EQ(test::Written(TwoProfiles(), kLatin), kTwoProfilesPrinted);
 }
 
-TEST(ProfileWriter, WritesTheElementsOfAProfileInTheirOrder) {
+TEST(ProfileWriterTest, WritesTheElementsOfAProfileInTheirOrder) {
     TiXmlDocument document;
     BuildProfileDocument(TwoProfiles(), kLatin, document);
     const TiXmlElement* profile = document.RootElement()->LastChild()->ToElement();
@@ -134,7 +134,7 @@ TEST(ProfileWriter, WritesTheElementsOfAProfileInTheirOrder) {
     EXPECT_EQ(names, expected);
 }
 
-TEST(ProfileWriter, EveryValueIsOneTextNode) {
+TEST(ProfileWriterTest, EveryValueIsOneTextNode) {
     TiXmlDocument document;
     BuildProfileDocument({DefaultProfileRecord()}, kLatin, document);
     const TiXmlElement* profile = document.RootElement()->FirstChildElement("profile");
@@ -145,7 +145,7 @@ TEST(ProfileWriter, EveryValueIsOneTextNode) {
     }
 }
 
-TEST(ProfileWriter, TheHeadIsTheFirstRecords) {
+TEST(ProfileWriterTest, TheHeadIsTheFirstRecords) {
     ProfileSet profiles = TwoProfiles();
     profiles[0].vid = 65535;
     profiles[0].pid = 0;
@@ -157,7 +157,7 @@ TEST(ProfileWriter, TheHeadIsTheFirstRecords) {
     EXPECT_EQ(printed.find("<vid>1<"), std::string::npos);
 }
 
-TEST(ProfileWriter, APlainTextIsWrittenInTheBytesOfTheCodePage) {
+TEST(ProfileWriterTest, APlainTextIsWrittenInTheBytesOfTheCodePage) {
     ProfileRecord record = DefaultProfileRecord();
     record.name = L"\x4E02\x4E03\x4E00";
     EXPECT_NE(test::Written({record}, kDoubleByte).find("<profname>\x81\x5C\x81\x5D\x81\x40</profname>"),
@@ -165,7 +165,7 @@ TEST(ProfileWriter, APlainTextIsWrittenInTheBytesOfTheCodePage) {
     EXPECT_NE(test::Written({record}, kLatin).find("<![CDATA[&#x4e02;&#x4e03;&#x4e00;]]>"), std::string::npos);
 }
 
-TEST(ProfileWriter, ATextThatOnlyLooksEscapedIsNotMarkedAsEscaped) {
+TEST(ProfileWriterTest, ATextThatOnlyLooksEscapedIsNotMarkedAsEscaped) {
     ProfileRecord record = DefaultProfileRecord();
     record.name = L"&#x41;";
     const std::string printed = test::Written({record}, kLatin);
@@ -184,7 +184,7 @@ std::size_t ConstructsOf(const std::string& document) {
     return count;
 }
 
-TEST(ProfileWriter, CountsWhateverItsDocumentHasBesideEndTags) {
+TEST(ProfileWriterTest, CountsWhateverItsDocumentHasBesideEndTags) {
     ProfileSet profiles = TwoProfiles();
     profiles[0].settings.applications.assign(3, {L"\x41C\x438r", L"<]]><b>&#x3C;"});
     for (const TextCodec* codec : std::initializer_list<const TextCodec*>{&kLatin, &kDoubleByte}) {
@@ -195,7 +195,7 @@ TEST(ProfileWriter, CountsWhateverItsDocumentHasBesideEndTags) {
 }
 
 // So what reading refuses is known before anything is written.
-TEST(ProfileWriter, ADocumentOfSoManyConstructsAsAreAllowedPassesTheGuardAndOneOfMoreDoesNot) {
+TEST(ProfileWriterTest, ADocumentOfSoManyConstructsAsAreAllowedPassesTheGuardAndOneOfMoreDoesNot) {
     ProfileRecord record = DefaultProfileRecord();
     TiXmlDocument shortest;
     const std::size_t missing = kMaxXmlElements - BuildProfileDocument({record}, kLatin, shortest);
@@ -210,7 +210,7 @@ TEST(ProfileWriter, ADocumentOfSoManyConstructsAsAreAllowedPassesTheGuardAndOneO
     }
 }
 
-TEST(ProfileWriter, AnAbnormalNumberIsWrittenAsItIs) {
+TEST(ProfileWriterTest, AnAbnormalNumberIsWrittenAsItIs) {
     ProfileRecord record = DefaultProfileRecord();
     record.settings[SettingField::Left] = kAbnormalValue;
     record.settings[SettingField::Right] = 12345;

@@ -61,7 +61,7 @@ INSTANTIATE_TEST_SUITE_P(Parsers, PublishedFaultTest,
                                          ParserSetup{TIXML_ENCODING_UTF8, 0}, ParserSetup{TIXML_ENCODING_UTF8, 4},
                                          ParserSetup{TIXML_ENCODING_UNKNOWN, 4}));
 
-TEST(PublishedFault, NoTriggerIsLoaded) {
+TEST(PublishedFaultLoadingTest, NoTriggerIsLoaded) {
     const test::LatinCodec latin;
     const test::DoubleByteCodec doubleByte;
     for (const Documents& documents : {kCutLeadBytes, kCutDeclarations}) {
@@ -75,7 +75,7 @@ TEST(PublishedFault, NoTriggerIsLoaded) {
 }
 
 // A whole declaration is blanked out before the parser sees it, with whatever is in it.
-TEST(PublishedFault, ADeclarationNeverReachesTheParser) {
+TEST(PublishedFaultLoadingTest, ADeclarationNeverReachesTheParser) {
     const test::LatinCodec latin;
     for (const std::string declaration :
          {"<?xml  >", "<?xml version='1.0' \t>", "<?xml \xEF>", "<?xml version=>", "<?xml version=\"\xEF\" ?>"}) {

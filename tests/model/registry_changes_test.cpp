@@ -32,18 +32,18 @@ ProfileSettings AllDifferent() {
     return settings;
 }
 
-TEST(ChangedValues, NothingChangedNothingWritten) {
+TEST(ChangedValuesTest, NothingChangedNothingWritten) {
     EXPECT_TRUE(ChangedValues(Defaults(), Defaults()).empty());
     EXPECT_TRUE(ChangedValues(AllDifferent(), AllDifferent()).empty());
 }
 
-TEST(AllValues, AreWrittenInTheOrderOfChangedOnes) {
+TEST(AllValuesTest, AreWrittenInTheOrderOfChangedOnes) {
     const std::vector<RegistryWrite> all = AllValues(AllDifferent());
     EXPECT_EQ(all.size(), 20U);
     EXPECT_EQ(ChangedValues(Defaults(), AllDifferent()), all);
 }
 
-TEST(ChangedValues, AreWrittenInTheirOrder) {
+TEST(ChangedValuesTest, AreWrittenInTheirOrder) {
     using enum RegistryValue;
     const std::vector<RegistryWrite> expected{
         {Left, 2, L""},
@@ -70,7 +70,7 @@ TEST(ChangedValues, AreWrittenInTheirOrder) {
     EXPECT_EQ(ChangedValues(Defaults(), AllDifferent()), expected);
 }
 
-TEST(ChangedValues, AChangedNumberIsTheOnlyWrite) {
+TEST(ChangedValuesTest, AChangedNumberIsTheOnlyWrite) {
     for (const SettingFieldRow& row : kSettingFields) {
         ProfileSettings after = Defaults();
         after[row.field] = 7;
@@ -79,7 +79,7 @@ TEST(ChangedValues, AChangedNumberIsTheOnlyWrite) {
     }
 }
 
-TEST(ChangedValues, AChangedKeyIsTheOnlyWrite) {
+TEST(ChangedValuesTest, AChangedKeyIsTheOnlyWrite) {
     for (const ButtonSlotRow& row : kButtonSlots) {
         ProfileSettings after = Defaults();
         after.etcKeys[row.slot] = kCtrlAlt;
@@ -88,14 +88,14 @@ TEST(ChangedValues, AChangedKeyIsTheOnlyWrite) {
     }
 }
 
-TEST(ChangedValues, KeysThatAreTakenAwayGiveTheEmptyText) {
+TEST(ChangedValuesTest, KeysThatAreTakenAwayGiveTheEmptyText) {
     ProfileSettings before = Defaults();
     before.etcKeys[ButtonSlot::Center] = kCtrlAlt;
     const std::vector<RegistryWrite> expected{{RegistryValue::CenterEtcKey, 0, L""}};
     EXPECT_EQ(ChangedValues(before, Defaults()), expected);
 }
 
-TEST(ChangedValues, KeysWithTheSameTextAreNoChange) {
+TEST(ChangedValuesTest, KeysWithTheSameTextAreNoChange) {
     ProfileSettings before = Defaults();
     before.etcKeys[ButtonSlot::Left] = kCtrlAlt;
     ProfileSettings after = before;
@@ -103,7 +103,7 @@ TEST(ChangedValues, KeysWithTheSameTextAreNoChange) {
     EXPECT_TRUE(ChangedValues(before, after).empty());
 }
 
-TEST(ChangedValues, AnyPartOfAnEntryIsAChange) {
+TEST(ChangedValuesTest, AnyPartOfAnEntryIsAChange) {
     const ProfileSettings before = AllDifferent();
     for (int part = 0; part < 6; ++part) {
         ProfileSettings after = before;
@@ -120,7 +120,7 @@ TEST(ChangedValues, AnyPartOfAnEntryIsAChange) {
     }
 }
 
-TEST(ChangedValues, AnEmptiedListIsASingleZero) {
+TEST(ChangedValuesTest, AnEmptiedListIsASingleZero) {
     const ProfileSettings before = AllDifferent();
     ProfileSettings after = before;
     after.gestures.clear();
@@ -130,7 +130,7 @@ TEST(ChangedValues, AnEmptiedListIsASingleZero) {
     EXPECT_EQ(ChangedValues(before, after), expected);
 }
 
-TEST(AllNumbers, AreWrittenInTheOrderOfANewProfileChangedOrNot) {
+TEST(AllNumbersTest, AreWrittenInTheOrderOfANewProfileChangedOrNot) {
     using enum RegistryValue;
     const std::vector<RegistryWrite> expected{
         {Left, 1, L""},
@@ -148,27 +148,27 @@ TEST(AllNumbers, AreWrittenInTheOrderOfANewProfileChangedOrNot) {
     EXPECT_EQ(AllNumbers(Defaults().values), expected);
 }
 
-TEST(ApplicationsToMultiString, EndsEachEntryAndTheBlockWithAZero) {
+TEST(ApplicationsToMultiStringTest, EndsEachEntryAndTheBlockWithAZero) {
     EXPECT_EQ(ApplicationsToMultiString({{L"Editor", L"C:\\e.exe"}, {L"", L""}, {L"\x30E1", L"D:\\m.exe"}}),
               L"Editor\tC:\\e.exe\0\t\0\x30E1\tD:\\m.exe\0\0"s);
 }
 
-TEST(GesturesToMultiString, SeparatesFourFieldsByTabs) {
+TEST(GesturesToMultiStringTest, SeparatesFourFieldsByTabs) {
     EXPECT_EQ(GesturesToMultiString({{L"URDL", 36, L"my note", {}}, {L"L", -2, L"", {{162, 86, kNoKey}}}, {}}),
               L"URDL\t36\tmy note\t\0L\t-2\t\tLeft Ctrl+V\0\t0\t\t\0\0"s);
 }
 
-TEST(MultiStrings, ATabInsideOfATextSeparatesNothing) {
+TEST(MultiStringsTest, ATabInsideOfATextSeparatesNothing) {
     EXPECT_EQ(ApplicationsToMultiString({{L"a\tb", L"\tC:\\e\t"}}), L"a b\t C:\\e \0\0"s);
     EXPECT_EQ(GesturesToMultiString({{L"U\tD", 1, L"x\t\ty", {}}}), L"U D\t1\tx  y\t\0\0"s);
 }
 
-TEST(MultiStrings, AZeroInsideOfATextEndsNoEntry) {
+TEST(MultiStringsTest, AZeroInsideOfATextEndsNoEntry) {
     EXPECT_EQ(ApplicationsToMultiString({{L"a\0b"s, L"\0c"s}}), L"a\t\0\0"s);
     EXPECT_EQ(GesturesToMultiString({{L"U\0D"s, 1, L"x\0y"s, {}}}), L"U\t1\tx\t\0\0"s);
 }
 
-TEST(MultiStrings, OfAnEmptyListAreASingleZero) {
+TEST(MultiStringsTest, OfAnEmptyListAreASingleZero) {
     EXPECT_EQ(ApplicationsToMultiString({}), L"\0"s);
     EXPECT_EQ(GesturesToMultiString({}), L"\0"s);
 }

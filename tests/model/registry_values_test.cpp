@@ -12,7 +12,7 @@ constexpr std::uint32_t kSz = 1;
 constexpr std::uint32_t kDword = 4;
 constexpr std::uint32_t kMultiSz = 7;
 
-TEST(RegistryValues, HaveTheirNamesAndTypesInOrder) {
+TEST(RegistryValuesTest, HaveTheirNamesAndTypesInOrder) {
     struct Row {
         std::wstring name;
         std::uint32_t type;
@@ -52,7 +52,7 @@ TEST(RegistryValues, HaveTheirNamesAndTypesInOrder) {
     }
 }
 
-TEST(RegistryValues, AreNamedByTheirIndex) {
+TEST(RegistryValuesTest, AreNamedByTheirIndex) {
     EXPECT_EQ(RowOf(RegistryValue::Vid).name, std::wstring(L"VID"));
     EXPECT_EQ(RowOf(RegistryValue::HasTilt).name, std::wstring(L"HasTilt"));
     EXPECT_EQ(RowOf(RegistryValue::ButtonCount).name, std::wstring(L"ButtonCount"));
@@ -62,27 +62,27 @@ TEST(RegistryValues, AreNamedByTheirIndex) {
     EXPECT_EQ(static_cast<std::size_t>(RegistryValue::MouseFlag), 27U);
 }
 
-TEST(RegistryKeys, HaveTheirNames) {
+TEST(RegistryKeysTest, HaveTheirNames) {
     EXPECT_EQ(std::wstring(kBaseKey), L"Software\\KORVEN\\MouseUtility");
     EXPECT_EQ(std::wstring(kDefaultBindKey), L"Software\\KORVEN\\MouseUtility\\DefaultBindKey");
     EXPECT_EQ(std::wstring(kDefaultCenterValue), L"DefaultBindKey_Center");
 }
 
-TEST(ModelName, HasFourLowerCaseHexadecimalDigitsEach) {
+TEST(ModelNameTest, HasFourLowerCaseHexadecimalDigitsEach) {
     EXPECT_EQ(MouseModelName(0xABC, 0xA1), L"VID0abcPID00a1");
     EXPECT_EQ(MouseModelName(0, 0), L"VID0000PID0000");
     EXPECT_EQ(MouseModelName(0xFFFF, 0x1234), L"VIDffffPID1234");
 }
 
-TEST(ModelName, GrowsWithLargerNumbers) {
+TEST(ModelNameTest, GrowsWithLargerNumbers) {
     EXPECT_EQ(MouseModelName(0x12345, 0xFFFFFFFF), L"VID12345PIDffffffff");
 }
 
-TEST(ModelKey, IsBelowTheBaseKey) {
+TEST(ModelKeyTest, IsBelowTheBaseKey) {
     EXPECT_EQ(MouseModelKey(0xABC, 0xA1), L"Software\\KORVEN\\MouseUtility\\VID0abcPID00a1");
 }
 
-TEST(ModelKey, IsTheBaseKeyWhenEitherIdIsZero) {
+TEST(ModelKeyTest, IsTheBaseKeyWhenEitherIdIsZero) {
     EXPECT_EQ(MouseModelKey(0, 0xA1), L"Software\\KORVEN\\MouseUtility");
     EXPECT_EQ(MouseModelKey(0xABC, 0), L"Software\\KORVEN\\MouseUtility");
     EXPECT_EQ(MouseModelKey(0, 0), L"Software\\KORVEN\\MouseUtility");

@@ -37,7 +37,7 @@ const std::vector<ExpectedField>& ExpectedFields() {
     return fields;
 }
 
-TEST(SettingFields, HaveTheirNamesRangesAndDefaultsInOrder) {
+TEST(SettingFieldsTest, HaveTheirNamesRangesAndDefaultsInOrder) {
     ASSERT_EQ(kSettingFields.size(), ExpectedFields().size());
     for (std::size_t index = 0; index < kSettingFields.size(); ++index) {
         const SettingFieldRow& row = kSettingFields[index];
@@ -56,13 +56,13 @@ TEST(SettingFields, HaveTheirNamesRangesAndDefaultsInOrder) {
     }
 }
 
-TEST(SettingFields, AreFoundByTheirField) {
+TEST(SettingFieldsTest, AreFoundByTheirField) {
     for (const ExpectedField& expected : ExpectedFields()) {
         EXPECT_EQ(RowOf(expected.field).fileElement, expected.fileElement);
     }
 }
 
-TEST(ButtonSlots, HaveTheirFieldsAndCompanionsInOrder) {
+TEST(ButtonSlotsTest, HaveTheirFieldsAndCompanionsInOrder) {
     struct ExpectedSlot {
         ButtonSlot slot;
         SettingField field;
@@ -91,7 +91,7 @@ TEST(ButtonSlots, HaveTheirFieldsAndCompanionsInOrder) {
     }
 }
 
-TEST(CheckedSetting, KeepsTheEndsOfTheRangeAndRefusesWhatIsBeyond) {
+TEST(CheckedSettingTest, KeepsTheEndsOfTheRangeAndRefusesWhatIsBeyond) {
     for (const ExpectedField& expected : ExpectedFields()) {
         SCOPED_TRACE(expected.fileElement);
         const auto check = [&expected](std::int32_t value) { return CheckedSetting(expected.field, value); };
@@ -107,20 +107,20 @@ TEST(CheckedSetting, KeepsTheEndsOfTheRangeAndRefusesWhatIsBeyond) {
     }
 }
 
-TEST(CheckedSetting, OnlyTheNumberOfRevolutionsMayBeUnset) {
+TEST(CheckedSettingTest, OnlyTheNumberOfRevolutionsMayBeUnset) {
     for (const ExpectedField& expected : ExpectedFields()) {
         const bool isCount = expected.field == SettingField::FlyingRevolutionCount;
         EXPECT_EQ(CheckedSetting(expected.field, -2), isCount ? -2 : -1) << expected.fileElement;
     }
 }
 
-TEST(CheckedSetting, FlyingScrollTakesTheRangeOfACodeAndNotOfItsSlider) {
+TEST(CheckedSettingTest, FlyingScrollTakesTheRangeOfACodeAndNotOfItsSlider) {
     EXPECT_EQ(CheckedSetting(SettingField::FlyingScrollSpeed, 0), 0);
     EXPECT_EQ(CheckedSetting(SettingField::FlyingRevolutionSpeed, 11), 11);
     EXPECT_EQ(CheckedSetting(SettingField::FlyingRevolutionCount, 54), 54);
 }
 
-TEST(CheckedSettings, ChecksEachByItsOwnRange) {
+TEST(CheckedSettingsTest, ChecksEachByItsOwnRange) {
     SettingValues values;
     values.items.fill(9);
     SettingValues expected = values;

@@ -63,7 +63,7 @@ ProfileSettings EverythingSet() {
     return settings;
 }
 
-TEST(StoredSettings, WhatThePageWritesComesBack) {
+TEST(StoredSettingsTest, WhatThePageWritesComesBack) {
     ProfileSettings nothing;
     for (std::int32_t& number : nothing.values.items) number = kAbnormalValue;
     StoredBytes bytes;
@@ -71,11 +71,11 @@ TEST(StoredSettings, WhatThePageWritesComesBack) {
     EXPECT_EQ(CompletedFrom(StoredSettingsFrom(bytes, kHeading), nothing), EverythingSet());
 }
 
-TEST(StoredSettings, WhatIsMissingComesFromTheFallback) {
+TEST(StoredSettingsTest, WhatIsMissingComesFromTheFallback) {
     EXPECT_EQ(CompletedFrom(StoredSettingsFrom({}, kHeading), EverythingSet()), EverythingSet());
 }
 
-TEST(StoredSettings, AnEmptyListOrTextIsNotMissing) {
+TEST(StoredSettingsTest, AnEmptyListOrTextIsNotMissing) {
     StoredBytes bytes;
     bytes[RegistryValue::Gesture] = BytesOf(L"\0"s);
     bytes[RegistryValue::ProfileApp] = Bytes{};
@@ -86,24 +86,24 @@ TEST(StoredSettings, AnEmptyListOrTextIsNotMissing) {
     EXPECT_EQ(settings.etcKeys[ButtonSlot::Left], EtcKey{});
 }
 
-TEST(StoredSettings, AShortNumberFillsTheLowBytes) {
+TEST(StoredSettingsTest, AShortNumberFillsTheLowBytes) {
     EXPECT_EQ(Left({7}), 7);
     EXPECT_EQ(Left({7, 0}), 7);
     EXPECT_EQ(Left({}), 0);
     EXPECT_EQ(Number(RegistryValue::FlyingRevolutionCount, SettingField::FlyingRevolutionCount, {1, 2, 3}), 0x030201);
 }
 
-TEST(StoredSettings, ANumberOfMoreThanFourBytesIsMissing) {
+TEST(StoredSettingsTest, ANumberOfMoreThanFourBytesIsMissing) {
     EXPECT_EQ(Left({7, 0, 0, 0, 0}), std::nullopt);
     EXPECT_EQ(Left(Bytes(100'000)), std::nullopt);
 }
 
-TEST(StoredSettings, AFunctionOutOfItsRangeIsMissing) {
+TEST(StoredSettingsTest, AFunctionOutOfItsRangeIsMissing) {
     EXPECT_EQ(Left(BytesOf(54)), 54);
     for (const std::int32_t number : {-2, -1, 55, 256}) EXPECT_EQ(Left(BytesOf(number)), std::nullopt) << number;
 }
 
-TEST(StoredSettings, AHorizontalSpeedOutOfItsRangeIsMissing) {
+TEST(StoredSettingsTest, AHorizontalSpeedOutOfItsRangeIsMissing) {
     const auto speed = [](std::int32_t number) {
         return Number(RegistryValue::HorizontalScrollSpeed, SettingField::HorizontalScrollSpeed, BytesOf(number));
     };
@@ -112,7 +112,7 @@ TEST(StoredSettings, AHorizontalSpeedOutOfItsRangeIsMissing) {
     for (const std::int32_t number : {-1, 0, 9}) EXPECT_EQ(speed(number), std::nullopt) << number;
 }
 
-TEST(StoredSettings, FlyingScrollIsTakenAsItStands) {
+TEST(StoredSettingsTest, FlyingScrollIsTakenAsItStands) {
     for (const std::int32_t number : {-2, 0, 11, 99}) {
         EXPECT_EQ(Number(RegistryValue::FlyingScrollSpeed, SettingField::FlyingScrollSpeed, BytesOf(number)), number);
         EXPECT_EQ(Number(RegistryValue::FlyingRevolutionCount, SettingField::FlyingRevolutionCount, BytesOf(number)),
@@ -120,7 +120,7 @@ TEST(StoredSettings, FlyingScrollIsTakenAsItStands) {
     }
 }
 
-TEST(StoredSettings, KeysEndAtAZeroOrWithTheValue) {
+TEST(StoredSettingsTest, KeysEndAtAZeroOrWithTheValue) {
     const EtcKey expected{{162, L'V', kNoKey}};
     EXPECT_EQ(LeftKeys(BytesOf(L"Left Ctrl+V")), expected);
     EXPECT_EQ(LeftKeys(BytesOf(L"Left Ctrl+V\0"s)), expected);
@@ -128,13 +128,13 @@ TEST(StoredSettings, KeysEndAtAZeroOrWithTheValue) {
     EXPECT_EQ(LeftKeys(BytesOf(L"Arbitrary key[Left Ctrl+V]")), expected);
 }
 
-TEST(StoredSettings, HalfACharacterAtTheEndIsLeftOut) {
+TEST(StoredSettingsTest, HalfACharacterAtTheEndIsLeftOut) {
     Bytes bytes = BytesOf(L"V");
     bytes.push_back('x');
     EXPECT_EQ(LeftKeys(bytes), (EtcKey{{L'V', kNoKey, kNoKey}}));
 }
 
-TEST(MultiString, EndsAtAnEmptyEntryOrWithTheBlock) {
+TEST(MultiStringTest, EndsAtAnEmptyEntryOrWithTheBlock) {
     const std::vector<ApplicationEntry> one{{L"a", L"b"}};
     EXPECT_EQ(ApplicationsFromMultiString(L"a\tb\0\0"s), one);
     EXPECT_EQ(ApplicationsFromMultiString(L"a\tb\0"s), one);
@@ -143,11 +143,11 @@ TEST(MultiString, EndsAtAnEmptyEntryOrWithTheBlock) {
     EXPECT_TRUE(ApplicationsFromMultiString(L"").empty());
 }
 
-TEST(MultiString, AProgramOfOneFieldHasNoPath) {
+TEST(MultiStringTest, AProgramOfOneFieldHasNoPath) {
     EXPECT_EQ(ApplicationsFromMultiString(L"name\0"s), (std::vector<ApplicationEntry>{{L"name", L""}}));
 }
 
-TEST(MultiString, AGestureMayLackItsLastFields) {
+TEST(MultiStringTest, AGestureMayLackItsLastFields) {
     const auto gestures =
         GesturesFromMultiString(L"U\0D\t6\0L\t6\tnote\0R\t37\tnote\tLeft Ctrl+V\tmore\0\0"s, kHeading);
     const std::vector<GestureEntry> expected{{L"U", kAbnormalValue, L"", {}},
@@ -157,7 +157,7 @@ TEST(MultiString, AGestureMayLackItsLastFields) {
     EXPECT_EQ(gestures, expected);
 }
 
-TEST(MultiString, AFunctionThatIsNoNumberIsAbnormal) {
+TEST(MultiStringTest, AFunctionThatIsNoNumberIsAbnormal) {
     for (const std::wstring text : {L"", L"x", L"6x", L" 6", L"+6", L"99999999999", L"\x0666", L"0x6"}) {
         const auto gestures = GesturesFromMultiString(L"U\t" + text + L"\t\t\0"s, kHeading);
         EXPECT_EQ(gestures.at(0).function, kAbnormalValue) << testing::PrintToString(text);

@@ -17,19 +17,19 @@ constexpr LetterRow kLetters[] = {{StrokeDirection::Up, L'U'},
                                   {StrokeDirection::Down, L'D'},
                                   {StrokeDirection::Left, L'L'}};
 
-TEST(StoredStroke, EachDirectionHasItsLetter) {
+TEST(StoredStrokeTest, EachDirectionHasItsLetter) {
     for (const LetterRow& row : kLetters) {
         EXPECT_EQ(model::StoredLetterOf(row.direction), row.letter);
         EXPECT_EQ(model::DirectionOfStoredLetter(row.letter), row.direction);
     }
 }
 
-TEST(StoredStroke, NoDirectionHasNoLetter) {
+TEST(StoredStrokeTest, NoDirectionHasNoLetter) {
     EXPECT_EQ(model::StoredLetterOf(StrokeDirection::None), std::nullopt);
     EXPECT_EQ(model::StoredLetterOf(static_cast<StrokeDirection>(5)), std::nullopt);
 }
 
-TEST(StoredStroke, OtherCharactersAreNoDirection) {
+TEST(StoredStrokeTest, OtherCharactersAreNoDirection) {
     for (const wchar_t letter : {L'u', L'X', L'\0', L' '}) {
         EXPECT_EQ(model::DirectionOfStoredLetter(letter), StrokeDirection::None);
     }

@@ -25,22 +25,22 @@ std::wstring Smile() {
                                 : std::wstring(1, static_cast<wchar_t>(0x1F600));
 }
 
-TEST(EncodeEscaped, WritesACharacterThatTheCodePageLacksAsAReference) {
+TEST(EncodeEscapedTest, WritesACharacterThatTheCodePageLacksAsAReference) {
     EXPECT_EQ(EncodeEscaped(L"\x416", kLatin), "&#x416;");
     EXPECT_EQ(EncodeEscaped(L"a\x416z", kLatin), "a&#x416;z");
     EXPECT_EQ(EncodeEscaped(L"\x416", kDoubleByte), "&#x416;");
 }
 
-TEST(EncodeEscaped, WritesWhatTheCodePageHoldsAsItsBytes) {
+TEST(EncodeEscapedTest, WritesWhatTheCodePageHoldsAsItsBytes) {
     EXPECT_EQ(EncodeEscaped(L"\xE9\x416", kLatin), "\xE9&#x416;");
     EXPECT_EQ(EncodeEscaped(L"\x4E02\x4E03\x416", kDoubleByte), "\x81\x5C\x81\x5D&#x416;");
 }
 
-TEST(EncodeEscaped, WritesAPairOfSurrogatesAsOneReference) {
+TEST(EncodeEscapedTest, WritesAPairOfSurrogatesAsOneReference) {
     EXPECT_EQ(EncodeEscaped(Smile(), kLatin), "&#x1f600;");
 }
 
-TEST(EncodeEscaped, WritesLoneSurrogatesAsTheyAre) {
+TEST(EncodeEscapedTest, WritesLoneSurrogatesAsTheyAre) {
     const std::wstring high(1, static_cast<wchar_t>(0xD83D));
     const std::wstring low(1, static_cast<wchar_t>(0xDE00));
     EXPECT_EQ(EncodeEscaped(high, kLatin), "&#xd83d;");
@@ -49,20 +49,20 @@ TEST(EncodeEscaped, WritesLoneSurrogatesAsTheyAre) {
     EXPECT_EQ(EncodeEscaped(high + L"a", kLatin), "&#xd83d;a");
 }
 
-TEST(EncodeEscaped, EscapesWhatWouldNotSurviveInACdataSection) {
+TEST(EncodeEscapedTest, EscapesWhatWouldNotSurviveInACdataSection) {
     EXPECT_EQ(EncodeEscaped(L"]]>", kLatin), "]]&#x3e;");
     EXPECT_EQ(EncodeEscaped(L"\r\n\t", kLatin), "&#xd;&#xa;&#x9;");
     EXPECT_EQ(EncodeEscaped(L"\x7F"s + L'\0', kLatin), "&#x7f;&#x0;");
     EXPECT_EQ(EncodeEscaped(L" <b> ", kLatin), " <b&#x3e; ");
 }
 
-TEST(EncodeEscaped, EscapesAnAmpersandOnlyBeforeANumberSign) {
+TEST(EncodeEscapedTest, EscapesAnAmpersandOnlyBeforeANumberSign) {
     EXPECT_EQ(EncodeEscaped(L"&#x41;", kLatin), "&#x26;#x41;");
     EXPECT_EQ(EncodeEscaped(L"a & b &amp;", kLatin), "a & b &amp;");
     EXPECT_EQ(EncodeEscaped(L"&\x416", kLatin), "&&#x416;");
 }
 
-TEST(Unescape, ResolvesReferences) {
+TEST(UnescapeTest, ResolvesReferences) {
     EXPECT_EQ(Unescape(L"&#x416;"), L"\x416");
     EXPECT_EQ(Unescape(L"a&#x41;b&#x1f600;"), L"aAb" + Smile());
     EXPECT_EQ(Unescape(L"&#x0;"), L"\0"s);
@@ -71,21 +71,21 @@ TEST(Unescape, ResolvesReferences) {
     EXPECT_EQ(Unescape(L"&&#x41;;"), L"&A;");
 }
 
-TEST(Unescape, KeepsWhatIsNoWellFormedReference) {
+TEST(UnescapeTest, KeepsWhatIsNoWellFormedReference) {
     for (const wchar_t* text : {L"", L"&", L"&#", L"&#x", L"&#x;", L"&#x41", L"&#x4g;", L"&#65;", L"&amp;", L"&#X41;",
                                 L"&#x4A;", L"&#x110000;", L"&#xffffff;", L"&#x0000041;", L"&#x 41;", L"& #x41;"}) {
         EXPECT_EQ(Unescape(text), text);
     }
 }
 
-TEST(EscapedText, ThatOnlyLooksEscapedComesBack) {
+TEST(EscapedTextTest, ThatOnlyLooksEscapedComesBack) {
     for (const wchar_t* text : {L"&#x41;", L"&#x26;#x41;", L"&&#x41;", L"&#x26;&#x41;", L"&#", L"&\x416#x41;"}) {
         EXPECT_EQ(EscapedAndBack(text, kLatin), text);
         EXPECT_EQ(EscapedAndBack(text, kDoubleByte), text);
     }
 }
 
-TEST(EscapedText, OfAnyCharacterComesBackAndNeverEndsItsSection) {
+TEST(EscapedTextTest, OfAnyCharacterComesBackAndNeverEndsItsSection) {
     for (std::uint32_t code = 0; code <= 0xFFFF; ++code) {
         const std::wstring text{L']', L']', static_cast<wchar_t>(code), L'&', L'#'};
         for (const TextCodec* codec :
@@ -97,7 +97,7 @@ TEST(EscapedText, OfAnyCharacterComesBackAndNeverEndsItsSection) {
     }
 }
 
-TEST(EscapedText, GeneratedTextsComeBack) {
+TEST(EscapedTextTest, GeneratedTextsComeBack) {
     for (std::uint32_t seed = 1; seed <= 20; ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));
         test::ProfileGenerator generator(seed, L"\xE9\xDF\x4E02\x4E03\x4E5B");

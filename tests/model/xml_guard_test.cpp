@@ -45,7 +45,7 @@ std::string MarkupSoup(std::mt19937& random) {
     return soup;
 }
 
-TEST(PrepareXml, LetsTinyXmlNestNoDeeperThanAllowed) {
+TEST(PrepareXmlTest, LetsTinyXmlNestNoDeeperThanAllowed) {
     TiXmlBase::SetCondenseWhiteSpace(false);
     std::mt19937 random(11);
     std::size_t deepDocuments = 0;
@@ -62,46 +62,46 @@ TEST(PrepareXml, LetsTinyXmlNestNoDeeperThanAllowed) {
     EXPECT_GT(deepDocuments, 1000U);
 }
 
-TEST(PrepareXml, LeavesAnOrdinaryDocumentAsItIs) {
+TEST(PrepareXmlTest, LeavesAnOrdinaryDocumentAsItIs) {
     const std::string document =
         "<data>\n    <name a=\"1>2\" b='>'>x &lt; y</name>\n    <!-- <a> -->\n    <empty />\n</data>\n";
     EXPECT_EQ(PrepareXml(document), document);
 }
 
-TEST(PrepareXml, MakesEveryLineEndASingleLineFeed) {
+TEST(PrepareXmlTest, MakesEveryLineEndASingleLineFeed) {
     EXPECT_EQ(PrepareXml("<a>x\r\ny\rz\nw\r\r\n\n</a>\r\n"), "<a>x\ny\nz\nw\n\n\n</a>\n");
     EXPECT_EQ(PrepareXml("<a>x</a>\r"), "<a>x</a>\n");
 }
 
-TEST(PrepareXml, PutsATextOfWhiteSpaceOnlyInASection) {
+TEST(PrepareXmlTest, PutsATextOfWhiteSpaceOnlyInASection) {
     EXPECT_EQ(PrepareXml("<a> </a>"), "<a><![CDATA[ ]]></a>");
     EXPECT_EQ(PrepareXml("<a>  \t\n</a>"), "<a><![CDATA[  \t\n]]></a>");
     EXPECT_EQ(PrepareXml("<a>x</a><b> </b><c>y</c><d>  </d>"),
               "<a>x</a><b><![CDATA[ ]]></b><c>y</c><d><![CDATA[  ]]></d>");
 }
 
-TEST(PrepareXml, ResolvesTheReferencesOfAWhiteText) {
+TEST(PrepareXmlTest, ResolvesTheReferencesOfAWhiteText) {
     EXPECT_EQ(PrepareXml("<a>&#x09;&#x0A; &#x0B;&#x0C;&#x0D;</a>"), "<a><![CDATA[\t\n \v\f\r]]></a>");
 }
 
-TEST(PrepareXml, LeavesOtherTextsAlone) {
+TEST(PrepareXmlTest, LeavesOtherTextsAlone) {
     for (const char* document : {"<a></a>", "<a>x</a>", "<a> x</a>", "<a>x </a>", "<a> <b/></a>", "<a> <!-- --></a>",
                                  "<a>&#x41;</a>", "<a> &#x20;</a>", "<a/> <b/>"}) {
         EXPECT_EQ(PrepareXml(document), document);
     }
 }
 
-TEST(PrepareXml, RefusesAnEmptyDocument) {
+TEST(PrepareXmlTest, RefusesAnEmptyDocument) {
     EXPECT_FALSE(PrepareXml(""));
 }
 
-TEST(PrepareXml, RefusesAZero) {
+TEST(PrepareXmlTest, RefusesAZero) {
     EXPECT_FALSE(PrepareXml(std::string("<a>\0</a>", 8)));
     EXPECT_FALSE(PrepareXml(std::string("<a></a>\0", 8)));
     EXPECT_FALSE(PrepareXml(std::string("\0", 1)));
 }
 
-TEST(PrepareXml, RefusesADocumentThatIsTooLarge) {
+TEST(PrepareXmlTest, RefusesADocumentThatIsTooLarge) {
     std::string document = "<a>";
     document.resize(kMaxXmlBytes - 4, 'x');
     document += "</a>";
@@ -110,7 +110,7 @@ TEST(PrepareXml, RefusesADocumentThatIsTooLarge) {
     EXPECT_FALSE(PrepareXml(std::string(std::size_t{50} * 1024 * 1024, '<')));
 }
 
-TEST(PrepareXml, RefusesWhatIsNestedTooDeeply) {
+TEST(PrepareXmlTest, RefusesWhatIsNestedTooDeeply) {
     EXPECT_TRUE(PrepareXml(Nested(kMaxXmlDepth)));
     EXPECT_FALSE(PrepareXml(Nested(kMaxXmlDepth + 1)));
     EXPECT_FALSE(PrepareXml(Nested(100'000)));
@@ -120,7 +120,7 @@ TEST(PrepareXml, RefusesWhatIsNestedTooDeeply) {
     EXPECT_FALSE(PrepareXml(Repeated("<\xE9>", 100'000)));
 }
 
-TEST(PrepareXml, AnElementWithoutContentIsNestedToo) {
+TEST(PrepareXmlTest, AnElementWithoutContentIsNestedToo) {
     const auto nestedAround = [](const std::string& content, std::size_t depth) {
         return Repeated("<a>", depth) + content + Repeated("</a>", depth);
     };
@@ -130,33 +130,33 @@ TEST(PrepareXml, AnElementWithoutContentIsNestedToo) {
     }
 }
 
-TEST(PrepareXml, AnEndWithinQuotesDoesNotEndATag) {
+TEST(PrepareXmlTest, AnEndWithinQuotesDoesNotEndATag) {
     for (const std::string tag : {"<a b='/>'>", "<a b=\"/>\">", "<a b='\"/>'>", "<a b=\"'/>\">"}) {
         EXPECT_TRUE(PrepareXml(Repeated(tag, kMaxXmlDepth))) << tag;
         EXPECT_FALSE(PrepareXml(Repeated(tag, kMaxXmlDepth + 1))) << tag;
     }
 }
 
-TEST(PrepareXml, AllowsAsManySiblingsAsThereAre) {
+TEST(PrepareXmlTest, AllowsAsManySiblingsAsThereAre) {
     EXPECT_TRUE(PrepareXml("<a>" + Repeated("<b>x</b>", 100'000) + "</a>"));
     EXPECT_TRUE(PrepareXml("<a>" + Repeated("<b/>", 100'000) + "</a>"));
     EXPECT_TRUE(PrepareXml("<a>" + Repeated("<b c='/>' />", 100'000) + "</a>"));
 }
 
-TEST(PrepareXml, EndTagsWithoutAStartDoNotMakeRoomForDeeperNesting) {
+TEST(PrepareXmlTest, EndTagsWithoutAStartDoNotMakeRoomForDeeperNesting) {
     for (const std::size_t endTags : {1U, 2U, 1000U}) {
         EXPECT_FALSE(PrepareXml(Repeated("</a>", endTags) + Nested(kMaxXmlDepth + 1))) << endTags;
         EXPECT_TRUE(PrepareXml(Repeated("</a>", endTags) + Nested(kMaxXmlDepth))) << endTags;
     }
 }
 
-TEST(PrepareXml, DoesNotCountWhatCommentsAndSectionsHold) {
+TEST(PrepareXmlTest, DoesNotCountWhatCommentsAndSectionsHold) {
     EXPECT_TRUE(PrepareXml("<a><!--" + Repeated("<b>", 1000) + "--></a>"));
     EXPECT_TRUE(PrepareXml("<a><![CDATA[" + Repeated("<b>", 1000) + "]]></a>"));
     EXPECT_TRUE(PrepareXml("<a b='" + Repeated("<b>", 1000) + "'></a>"));
 }
 
-TEST(PrepareXml, CountsWhatOnlySeemsToBeInsideOfAComment) {
+TEST(PrepareXmlTest, CountsWhatOnlySeemsToBeInsideOfAComment) {
     const std::string deep = Nested(100);
     EXPECT_FALSE(PrepareXml("<a b='<!--'>" + deep + "</a><!-- -->"));
     EXPECT_FALSE(PrepareXml("<![CDATA[<!--]]>" + deep + "<!-- -->"));
@@ -165,14 +165,14 @@ TEST(PrepareXml, CountsWhatOnlySeemsToBeInsideOfAComment) {
 }
 
 // For TinyXML a tag without a name ends at the first ">", whatever quotes are in it.
-TEST(PrepareXml, CountsWhatOnlySeemsToBeQuotedInATagWithoutAName) {
+TEST(PrepareXmlTest, CountsWhatOnlySeemsToBeQuotedInATagWithoutAName) {
     for (const std::string start : {"<1 \">", "< \">", "<- '>", "<=\">", "<1 a=\">"}) {
         const std::string quote = start.find('"') != std::string::npos ? "\"" : "'";
         EXPECT_FALSE(PrepareXml("<a>" + start + Repeated("<a>", 100) + quote + '>')) << start;
     }
 }
 
-TEST(PrepareXml, RefusesACharacterReferenceThatIsNotOne) {
+TEST(PrepareXmlTest, RefusesACharacterReferenceThatIsNotOne) {
     for (const char* document :
          {"<a>&#</a>;", "<a>&#x41</a>", "<a>&#x</a>x41;", "<a>&#x<!--x41;--></a>", "<a>&#<![CDATA[#65;]]></a>",
           "<a b=\"&#x\">x41;\"></a>", "<a>&#xg;</a>", "<a>&#X41;</a>", "<a/>&#", "&#x<a/>x41;"}) {
@@ -184,12 +184,12 @@ TEST(PrepareXml, RefusesACharacterReferenceThatIsNotOne) {
     }
 }
 
-TEST(PrepareXml, BlanksTheDeclarationOut) {
+TEST(PrepareXmlTest, BlanksTheDeclarationOut) {
     EXPECT_EQ(PrepareXml("<?xml version=\"1.0\"?>\n<a>x</a>"), std::string(21, ' ') + "\n<a>x</a>");
     EXPECT_EQ(PrepareXml("<?a b?><?c?><a>x</a>"), std::string(12, ' ') + "<a>x</a>");
 }
 
-TEST(PrepareXml, RefusesATagWithoutEnd) {
+TEST(PrepareXmlTest, RefusesATagWithoutEnd) {
     for (const char* document :
          {"<", "<a", "<a b=\"", "<a b=\"x", "<a b='x\">", "</", "</a", "<!", "<!--", "<!-- >", "<![CDATA[",
           "<![CDATA[]>", "<?", "<?xml", "<a><", "<a></a><b", "<a <b></b></a>", "<a b=<c></a>"}) {
@@ -197,7 +197,7 @@ TEST(PrepareXml, RefusesATagWithoutEnd) {
     }
 }
 
-TEST(PrepareXml, RefusesATagWithTooManyAttributes) {
+TEST(PrepareXmlTest, RefusesATagWithTooManyAttributes) {
     for (const std::string attribute : {" b='c'", " b=c", " b = \"c\""}) {
         const auto tag = [&](std::size_t count) { return "<a" + Repeated(attribute, count) + "></a>"; };
         EXPECT_TRUE(PrepareXml(tag(kMaxXmlAttributes))) << attribute;
@@ -206,13 +206,13 @@ TEST(PrepareXml, RefusesATagWithTooManyAttributes) {
     }
 }
 
-TEST(PrepareXml, CountsAttributesAsElements) {
+TEST(PrepareXmlTest, CountsAttributesAsElements) {
     const std::string tag = "<b" + Repeated(" c='d'", 199) + "/>";
     EXPECT_TRUE(PrepareXml("<a>" + Repeated(tag, kMaxXmlElements / 200 - 1) + "</a>"));
     EXPECT_FALSE(PrepareXml("<a>" + Repeated(tag, kMaxXmlElements / 200) + "</a>"));
 }
 
-TEST(PrepareXml, AllowsALongTag) {
+TEST(PrepareXmlTest, AllowsALongTag) {
     const std::string value(1'000'000, 'x');
     const std::string blanks(1'000'000, ' ');
     for (const std::string& document : {"<a b='" + value + "'>x</a>", "<a b=\"" + value + "=\">x</a>",
@@ -223,27 +223,27 @@ TEST(PrepareXml, AllowsALongTag) {
     EXPECT_FALSE(PrepareXml("<a b='" + value));
 }
 
-TEST(PrepareXml, RefusesTooManyConstructsOfEveryKind) {
+TEST(PrepareXmlTest, RefusesTooManyConstructsOfEveryKind) {
     for (const std::string construct : {"<b/>", "<b></b>", "<1>", "<!>", "<!---->", "<![CDATA[]]>"}) {
         EXPECT_TRUE(PrepareXml("<a>" + Repeated(construct, kMaxXmlElements / 2) + "</a>")) << construct;
         EXPECT_FALSE(PrepareXml("<a>" + Repeated(construct, kMaxXmlElements + 1) + "</a>")) << construct;
     }
 }
 
-TEST(PrepareXml, BlanksTheInsideOfAnInstructionInAnElement) {
+TEST(PrepareXmlTest, BlanksTheInsideOfAnInstructionInAnElement) {
     EXPECT_EQ(PrepareXml("<a><?xml v=\"1\"?></a>"), "<a><!" + std::string(10, ' ') + "></a>");
     EXPECT_EQ(PrepareXml("<a>x<?b?>y</a>"), "<a>x<!  >y</a>");
     EXPECT_EQ(PrepareXml("<a>x<?>y</a>"), "<a>x<!>y</a>");
 }
 
-TEST(PrepareXml, AnInstructionEndsAtItsQuestionMark) {
+TEST(PrepareXmlTest, AnInstructionEndsAtItsQuestionMark) {
     EXPECT_EQ(PrepareXml("<a><?b if (c > d) ?></a>"), "<a><!" + std::string(14, ' ') + "></a>");
     EXPECT_EQ(PrepareXml("<?b c > d ?><a>x</a>"), std::string(12, ' ') + "<a>x</a>");
     EXPECT_EQ(PrepareXml("<a><?b>x<c>y</c><?d?></a>"), "<a><! >x<c>y</c><!  ></a>");
     EXPECT_EQ(PrepareXml("<a><?b>?</a>"), "<a><! >?</a>");
 }
 
-TEST(PrepareXml, ACommentDoesNotEndWhereItsStartOverlapsItsEnd) {
+TEST(PrepareXmlTest, ACommentDoesNotEndWhereItsStartOverlapsItsEnd) {
     const std::string deep = Repeated("<a>", 60);
     const std::string ends = Repeated("</a>", 60);
     for (const std::string start : {"<!-->", "<!--->", "<![CDATA[>", "<![CDATA[]>"}) {

@@ -10,7 +10,7 @@
 namespace kvn::model {
 namespace {
 
-class DefaultCenterBinding : public testing::Test {
+class DefaultCenterBindingTest : public testing::Test {
 protected:
     static void Set(DWORD type, const void* data, DWORD bytes) {
         ASSERT_EQ(RegSetKeyValueW(HKEY_LOCAL_MACHINE, L"Software\\KORVEN\\MouseUtility\\DefaultBindKey",
@@ -31,28 +31,28 @@ private:
     kvn::test::SandboxedHive machine{HKEY_LOCAL_MACHINE};
 };
 
-TEST_F(DefaultCenterBinding, WithoutOneANewRecordHasNine) {
+TEST_F(DefaultCenterBindingTest, WithoutOneANewRecordHasNine) {
     ExpectIgnored();
 }
 
-TEST_F(DefaultCenterBinding, IsTheCenterOfANewRecordAndOfNoOtherSlot) {
+TEST_F(DefaultCenterBindingTest, IsTheCenterOfANewRecordAndOfNoOtherSlot) {
     Set(36);
     EXPECT_EQ(ReadDefaultCenterBinding(), 36);
     EXPECT_EQ(NewProfileRecord(), DefaultProfileRecord(36));
 }
 
-TEST_F(DefaultCenterBinding, OfMinusTwoLeavesTheCenterAtNine) {
+TEST_F(DefaultCenterBindingTest, OfMinusTwoLeavesTheCenterAtNine) {
     Set(-2);
     EXPECT_EQ(ReadDefaultCenterBinding(), -2);
     EXPECT_EQ(CenterOfNewRecord(), 9);
 }
 
-TEST_F(DefaultCenterBinding, StoredAsATextIsIgnored) {
+TEST_F(DefaultCenterBindingTest, StoredAsATextIsIgnored) {
     Set(REG_SZ, L"3", 4);
     ExpectIgnored();
 }
 
-TEST_F(DefaultCenterBinding, OfAnyOtherTypeIsIgnored) {
+TEST_F(DefaultCenterBindingTest, OfAnyOtherTypeIsIgnored) {
     const std::int32_t code = 36;
     for (const DWORD type : {REG_NONE, REG_SZ, REG_EXPAND_SZ, REG_BINARY, REG_DWORD_BIG_ENDIAN, REG_MULTI_SZ}) {
         Set(type, &code, sizeof code);
@@ -60,7 +60,7 @@ TEST_F(DefaultCenterBinding, OfAnyOtherTypeIsIgnored) {
     }
 }
 
-TEST_F(DefaultCenterBinding, OfAnyOtherSizeIsIgnored) {
+TEST_F(DefaultCenterBindingTest, OfAnyOtherSizeIsIgnored) {
     const std::array<BYTE, 4096> bytes{36};
     for (const DWORD size : {0U, 1U, 2U, 3U, 5U, 8U, 4096U}) {
         Set(REG_DWORD, bytes.data(), size);
@@ -68,13 +68,13 @@ TEST_F(DefaultCenterBinding, OfAnyOtherSizeIsIgnored) {
     }
 }
 
-TEST_F(DefaultCenterBinding, NeedsNoMoreThanTheRightToRead) {
+TEST_F(DefaultCenterBindingTest, NeedsNoMoreThanTheRightToRead) {
     Set(36);
     const test::LockedKey locked(HKEY_LOCAL_MACHINE, kDefaultBindKey, test::kReadingAllowed);
     EXPECT_EQ(CenterOfNewRecord(), 36);
 }
 
-TEST_F(DefaultCenterBinding, ThatMayNotBeReadIsIgnored) {
+TEST_F(DefaultCenterBindingTest, ThatMayNotBeReadIsIgnored) {
     Set(36);
     const test::LockedKey locked(HKEY_LOCAL_MACHINE, kDefaultBindKey, test::kNothingAllowed);
     ExpectIgnored();

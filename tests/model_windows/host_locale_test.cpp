@@ -14,7 +14,7 @@
 namespace kvn::model {
 namespace {
 
-TEST(HostLocale, IsTheCodePageOfTheProfileFile) {
+TEST(HostLocaleTest, IsTheCodePageOfTheProfileFile) {
     ASSERT_NE(test::UserCodePage(), 932U);
     const kvn::test::SandboxedUser user;
     const std::wstring path = user.ApplicationData() + L"\\VID0abcPID00a1.xml";
@@ -32,14 +32,14 @@ TEST(HostLocale, IsTheCodePageOfTheProfileFile) {
     EXPECT_EQ(loaded, profiles);
 }
 
-TEST(HostLocale, HoldsEveryCharacterOfItsCodePage) {
+TEST(HostLocaleTest, HoldsEveryCharacterOfItsCodePage) {
     const LocaleCodec codec = LocaleCodec::OfHostProgram();
     for (const test::CodedCharacter& coded : test::CharactersOf(932)) {
         ASSERT_EQ(codec.Decode(coded.bytes), std::wstring(1, coded.character));
     }
 }
 
-TEST(HostLocale, GeneratedProfilesComeBackFromDisk) {
+TEST(HostLocaleTest, GeneratedProfilesComeBackFromDisk) {
     const kvn::test::SandboxedUser user;
     const std::wstring path = user.ApplicationData() + L"\\VID0abcPID00a1.xml";
     const std::wstring alphabet = test::AlphabetOf(932);
@@ -53,7 +53,7 @@ TEST(HostLocale, GeneratedProfilesComeBackFromDisk) {
     }
 }
 
-TEST(HostLocale, IsNeverMadeTheProgramsOwn) {
+TEST(HostLocaleTest, IsNeverMadeTheProgramsOwn) {
     const kvn::test::SandboxedUser user;
     const std::wstring path = user.ApplicationData() + L"\\VID0abcPID00a1.xml";
     const std::string before = std::setlocale(LC_ALL, nullptr);

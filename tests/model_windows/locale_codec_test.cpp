@@ -45,23 +45,23 @@ void ExpectNoCharacterToBeMistaken(const LocaleCodec& codec) {
     }
 }
 
-class LocaleCodecOfCodePage : public testing::TestWithParam<test::CodePageLocale> {};
+class LocaleCodecOfCodePageTest : public testing::TestWithParam<test::CodePageLocale> {};
 
-INSTANTIATE_TEST_SUITE_P(CodePages, LocaleCodecOfCodePage, testing::ValuesIn(test::kCodePageLocales),
+INSTANTIATE_TEST_SUITE_P(CodePages, LocaleCodecOfCodePageTest, testing::ValuesIn(test::kCodePageLocales),
                          [](const auto& tested) { return std::to_string(tested.param.codePage); });
 
-TEST_P(LocaleCodecOfCodePage, HoldsEveryCharacterAndMistakesNoOther) {
+TEST_P(LocaleCodecOfCodePageTest, HoldsEveryCharacterAndMistakesNoOther) {
     const LocaleCodec codec(GetParam().locale);
     ExpectEveryCharacterOf(GetParam().codePage, codec);
     ExpectNoCharacterToBeMistaken(codec);
 }
 
-TEST(LocaleCodec, IsTestedUnderTheCodePageThatTheRunIsMeantFor) {
+TEST(LocaleCodecTest, IsTestedUnderTheCodePageThatTheRunIsMeantFor) {
     EXPECT_EQ(test::UserCodePage(), GetACP());
 }
 
 // Were it otherwise, texts could be stored as UTF-8.
-TEST(LocaleCodec, OfUtf8IsUnknownToTheCLibrary) {
+TEST(LocaleCodecTest, OfUtf8IsUnknownToTheCLibrary) {
     for (const char* name : {".65001", "Hindi_India.65001", ".UTF-8"}) {
         const LocaleCodec codec(name);
         EXPECT_NE(codec.Decode("\xE4\xB8\xAD"), L"\x4E2D") << name;
@@ -73,7 +73,7 @@ _locale_t CreateCLocaleOnly(int category, const char* name) {
     return std::string(name) == "C" ? kGenuine(category, name) : nullptr;
 }
 
-TEST(LocaleCodec, WithoutAnyLocaleOfTheUserHoldsWhatTheCLocaleHolds) {
+TEST(LocaleCodecTest, WithoutAnyLocaleOfTheUserHoldsWhatTheCLocaleHolds) {
     const std::string before = std::setlocale(LC_ALL, nullptr);
     const auto genuine = std::exchange(__imp__create_locale, &CreateCLocaleOnly);
     const LocaleCodec codec("");
@@ -87,7 +87,7 @@ TEST(LocaleCodec, WithoutAnyLocaleOfTheUserHoldsWhatTheCLocaleHolds) {
     }
 }
 
-TEST(LocaleCodec, EncodesInTheBytesOfItsCodePage) {
+TEST(LocaleCodecTest, EncodesInTheBytesOfItsCodePage) {
     const LocaleCodec western(kWestern);
     EXPECT_EQ(western.Encode(L"Caf\xE9 \x20AC"), "Caf\xE9 \x80");
     const LocaleCodec japanese(kJapanese);
@@ -98,7 +98,7 @@ TEST(LocaleCodec, EncodesInTheBytesOfItsCodePage) {
     EXPECT_EQ(LocaleCodec(kRussian).Encode(L"\x416\x40B"), "\xC6\x8E");
 }
 
-TEST(LocaleCodec, AsciiStandsForItselfEverywhere) {
+TEST(LocaleCodecTest, AsciiStandsForItselfEverywhere) {
     std::wstring text;
     for (wchar_t character = 1; character < 0x80; ++character) text += character;
     const std::string bytes(text.begin(), text.end());
@@ -109,7 +109,7 @@ TEST(LocaleCodec, AsciiStandsForItselfEverywhere) {
     }
 }
 
-TEST(LocaleCodec, RefusesATextWithACharacterThatTheCodePageLacks) {
+TEST(LocaleCodecTest, RefusesATextWithACharacterThatTheCodePageLacks) {
     const LocaleCodec western(kWestern);
     const LocaleCodec japanese(kJapanese);
     for (const wchar_t* text :
@@ -125,7 +125,7 @@ TEST(LocaleCodec, RefusesATextWithACharacterThatTheCodePageLacks) {
         EXPECT_FALSE(LocaleCodec(kRussian).Encode(text)) << text;
 }
 
-TEST(LocaleCodec, RefusesASimilarCharacterThatTheCLibraryPassesOff) {
+TEST(LocaleCodecTest, RefusesASimilarCharacterThatTheCLibraryPassesOff) {
     const kvn::test::ReplacedImport<"_wcstombs_l", std::size_t(char*, const wchar_t*, std::size_t, _locale_t)> bestFit(
         GetModuleHandleW(nullptr), [](char* bytes, const wchar_t*, std::size_t, _locale_t) {
             std::memcpy(bytes, "Cafe", 4);
@@ -135,20 +135,20 @@ TEST(LocaleCodec, RefusesASimilarCharacterThatTheCLibraryPassesOff) {
     EXPECT_FALSE(LocaleCodec(kJapanese).Encode(L"Caf\xE9"));
 }
 
-TEST(LocaleCodec, RefusesAZero) {
+TEST(LocaleCodecTest, RefusesAZero) {
     const LocaleCodec codec(kWestern);
     EXPECT_FALSE(codec.Encode(std::wstring(1, L'\0')));
     EXPECT_FALSE(codec.Encode(std::wstring(L"a\0b", 3)));
     EXPECT_FALSE(codec.Encode(std::wstring(L"\xE9\0b", 3)));
 }
 
-TEST(LocaleCodec, TheEmptyTextIsNoBytes) {
+TEST(LocaleCodecTest, TheEmptyTextIsNoBytes) {
     const LocaleCodec codec(kJapanese);
     EXPECT_EQ(codec.Encode(L""), "");
     EXPECT_EQ(codec.Decode(""), L"");
 }
 
-TEST(LocaleCodec, ABrokenSequenceGivesOneReplacementCharacterAndKeepsTheRest) {
+TEST(LocaleCodecTest, ABrokenSequenceGivesOneReplacementCharacterAndKeepsTheRest) {
     // The second one is what some C libraries show in this code page.
     const std::wstring replacements = L"\xFFFD\x30FB";
     const LocaleCodec codec(kJapanese);
@@ -161,7 +161,7 @@ TEST(LocaleCodec, ABrokenSequenceGivesOneReplacementCharacterAndKeepsTheRest) {
     EXPECT_EQ(text.substr(text.size() - 4), L"rest");
 }
 
-TEST(LocaleCodec, LongTextsComeBack) {
+TEST(LocaleCodecTest, LongTextsComeBack) {
     const LocaleCodec codec(kJapanese);
     const std::wstring text(100'000, L'\x8868');
     const auto bytes = codec.Encode(text);
@@ -170,27 +170,27 @@ TEST(LocaleCodec, LongTextsComeBack) {
     EXPECT_TRUE(codec.Decode(*bytes) == text);
 }
 
-TEST(LocaleCodec, WithoutANameIsTheUsersCodePage) {
+TEST(LocaleCodecTest, WithoutANameIsTheUsersCodePage) {
     ExpectEveryCharacterOf(test::UserCodePage(), LocaleCodec(""));
     ExpectNoCharacterToBeMistaken(LocaleCodec(""));
 }
 
-TEST(LocaleCodec, IsTheUsersCodePageInAThreadThatHasAskedForNoneBefore) {
+TEST(LocaleCodecTest, IsTheUsersCodePageInAThreadThatHasAskedForNoneBefore) {
     std::thread([] { ExpectEveryCharacterOf(test::UserCodePage(), LocaleCodec("")); }).join();
 }
 
-TEST(LocaleCodec, AnUnknownNameMeansTheUsersCodePage) {
+TEST(LocaleCodecTest, AnUnknownNameMeansTheUsersCodePage) {
     const std::string longName(127, 'x');
     for (const char* name : {"No such locale", longName.c_str(), "To register and edit gestures, allocate them."}) {
         ExpectEveryCharacterOf(test::UserCodePage(), LocaleCodec(name));
     }
 }
 
-TEST(LocaleCodec, AHostProgramWithoutALocaleTextMeansTheUsersCodePage) {
+TEST(LocaleCodecTest, AHostProgramWithoutALocaleTextMeansTheUsersCodePage) {
     ExpectEveryCharacterOf(test::UserCodePage(), LocaleCodec::OfHostProgram());
 }
 
-TEST(LocaleCodec, LeavesTheProgramsLocaleAloneInEveryThread) {
+TEST(LocaleCodecTest, LeavesTheProgramsLocaleAloneInEveryThread) {
     const std::string before = std::setlocale(LC_ALL, nullptr);
     std::atomic<bool> done = false;
     std::atomic<bool> changed = false;

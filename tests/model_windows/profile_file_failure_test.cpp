@@ -6,7 +6,7 @@
 #include <string>
 
 #include "tests/model_windows/intercepted_rename.h"
-#include "tests/model_windows/profile_file_failure.h"
+#include "tests/model_windows/profile_file_failure_fixture.h"
 #include "tests/support/replaced_import.h"
 
 namespace kvn::model {
@@ -14,26 +14,26 @@ namespace {
 
 using kvn::test::ReplacedImport;
 
-TEST_F(ProfileFileFailure, ASaveThatCannotBeginLeavesTheOldFile) {
+TEST_F(ProfileFileFailureTest, ASaveThatCannotBeginLeavesTheOldFile) {
     ASSERT_TRUE(CreateDirectoryW((Path() + L".saving").c_str(), nullptr));
     EXPECT_FALSE(SaveProfileFile(Path(), OneProfile(L"new")));
     EXPECT_EQ(test::ReadBytes(Path()), OldBytes());
 }
 
-TEST_F(ProfileFileFailure, ASaveIntoAMissingFolderFails) {
+TEST_F(ProfileFileFailureTest, ASaveIntoAMissingFolderFails) {
     EXPECT_FALSE(SaveProfileFile(Folder() + L"\\missing\\VID0abcPID00a1.xml", OneProfile(L"new")));
     EXPECT_FALSE(SaveProfileFile(L"", OneProfile(L"new")));
     ExpectOldFileAndNoOther();
 }
 
-TEST_F(ProfileFileFailure, ASaveOverAFolderFails) {
+TEST_F(ProfileFileFailureTest, ASaveOverAFolderFails) {
     const std::wstring folder = Folder() + L"\\folder.xml";
     ASSERT_TRUE(CreateDirectoryW(folder.c_str(), nullptr));
     EXPECT_FALSE(SaveProfileFile(folder, OneProfile(L"new")));
     EXPECT_EQ(test::NamesIn(Folder()), (std::vector<std::wstring>{L"VID0abcPID00a1.xml", L"folder.xml"}));
 }
 
-TEST_F(ProfileFileFailure, TheNewFileIsWholeBeforeTheOldOneGoes) {
+TEST_F(ProfileFileFailureTest, TheNewFileIsWholeBeforeTheOldOneGoes) {
     const std::wstring elsewhere = Folder() + L"\\elsewhere.xml";
     LARGE_INTEGER sizeWhenRenamed{};
     std::wstring target;
@@ -51,7 +51,7 @@ TEST_F(ProfileFileFailure, TheNewFileIsWholeBeforeTheOldOneGoes) {
     EXPECT_EQ(list, OneProfile(L"new"));
 }
 
-TEST_F(ProfileFileFailure, ASaveIsClosedToOthersUntilItIsInItsPlace) {
+TEST_F(ProfileFileFailureTest, ASaveIsClosedToOthersUntilItIsInItsPlace) {
     const std::wstring saving = Path() + L".saving";
     int renames = 0;
     const test::InterceptedRename rename([&](HANDLE file, const std::wstring& newPath) {
@@ -71,7 +71,7 @@ TEST_F(ProfileFileFailure, ASaveIsClosedToOthersUntilItIsInItsPlace) {
     EXPECT_EQ(test::NamesIn(Folder()), std::vector<std::wstring>{L"VID0abcPID00a1.xml"});
 }
 
-TEST_F(ProfileFileFailure, WhatAnInterruptedSaveLeftIsRemovedWithoutTheFile) {
+TEST_F(ProfileFileFailureTest, WhatAnInterruptedSaveLeftIsRemovedWithoutTheFile) {
     test::WriteBytes(Path() + L".saving", "<data><profile>");
     FinishOrRemoveInterruptedSave(Path());
     ExpectOldFileAndNoOther();
@@ -79,20 +79,20 @@ TEST_F(ProfileFileFailure, WhatAnInterruptedSaveLeftIsRemovedWithoutTheFile) {
     ExpectOldFileAndNoOther();
 }
 
-TEST_F(ProfileFileFailure, ASaveThatLacksOnlyItsRenamingIsFinishedWhenTheFileIsGone) {
+TEST_F(ProfileFileFailureTest, ASaveThatLacksOnlyItsRenamingIsFinishedWhenTheFileIsGone) {
     ASSERT_TRUE(MoveFileW(Path().c_str(), (Path() + L".saving").c_str()));
     FinishOrRemoveInterruptedSave(Path());
     ExpectOldFileAndNoOther();
 }
 
-TEST_F(ProfileFileFailure, ASaveThatLacksOnlyItsRenamingIsRemovedWhenTheFileIsThere) {
+TEST_F(ProfileFileFailureTest, ASaveThatLacksOnlyItsRenamingIsRemovedWhenTheFileIsThere) {
     ASSERT_TRUE(SaveProfileFile(Folder() + L"\\other.xml", OneProfile(L"new")));
     ASSERT_TRUE(MoveFileW((Folder() + L"\\other.xml").c_str(), (Path() + L".saving").c_str()));
     FinishOrRemoveInterruptedSave(Path());
     ExpectOldFileAndNoOther();
 }
 
-TEST_F(ProfileFileFailure, ASaveThatCannotBeFinishedIsKeptAndFinishedLater) {
+TEST_F(ProfileFileFailureTest, ASaveThatCannotBeFinishedIsKeptAndFinishedLater) {
     ASSERT_TRUE(MoveFileW(Path().c_str(), (Path() + L".saving").c_str()));
     {
         const ReplacedImport<"MoveFileExW", BOOL(LPCWSTR, LPCWSTR, DWORD)> move(ThisProgram(),
@@ -108,7 +108,7 @@ TEST_F(ProfileFileFailure, ASaveThatCannotBeFinishedIsKeptAndFinishedLater) {
     ExpectOldFileAndNoOther();
 }
 
-TEST_F(ProfileFileFailure, ASaveIsNotFinishedOverAFileThatComesMeanwhile) {
+TEST_F(ProfileFileFailureTest, ASaveIsNotFinishedOverAFileThatComesMeanwhile) {
     ASSERT_TRUE(SaveProfileFile(Folder() + L"\\other.xml", OneProfile(L"new")));
     ASSERT_TRUE(MoveFileW((Folder() + L"\\other.xml").c_str(), (Path() + L".saving").c_str()));
     int questions = 0;
@@ -123,7 +123,7 @@ TEST_F(ProfileFileFailure, ASaveIsNotFinishedOverAFileThatComesMeanwhile) {
     EXPECT_EQ(test::ReadBytes(Path()), OldBytes());
 }
 
-TEST_F(ProfileFileFailure, AReadOnlyFileIsNotReplaced) {
+TEST_F(ProfileFileFailureTest, AReadOnlyFileIsNotReplaced) {
     ASSERT_TRUE(SetFileAttributesW(Path().c_str(), FILE_ATTRIBUTE_READONLY));
     EXPECT_FALSE(SaveProfileFile(Path(), OneProfile(L"new")));
     ExpectOldFileAndNoOther();
@@ -134,7 +134,7 @@ TEST_F(ProfileFileFailure, AReadOnlyFileIsNotReplaced) {
 }
 
 // Explorer marks folders so that look their own way; the files in them may be written all the same.
-TEST_F(ProfileFileFailure, AFolderMarkedReadOnlyIsSavedInto) {
+TEST_F(ProfileFileFailureTest, AFolderMarkedReadOnlyIsSavedInto) {
     ASSERT_TRUE(SetFileAttributesW(Folder().c_str(), FILE_ATTRIBUTE_READONLY));
     EXPECT_TRUE(SaveProfileFile(Path(), OneProfile(L"new")));
     SetFileAttributesW(Folder().c_str(), FILE_ATTRIBUTE_NORMAL);
@@ -144,7 +144,7 @@ TEST_F(ProfileFileFailure, AFolderMarkedReadOnlyIsSavedInto) {
     EXPECT_EQ(test::NamesIn(Folder()), std::vector<std::wstring>{L"VID0abcPID00a1.xml"});
 }
 
-TEST_F(ProfileFileFailure, AFileOnADriveThatDoesNotAnswerIsNotTakenForMissing) {
+TEST_F(ProfileFileFailureTest, AFileOnADriveThatDoesNotAnswerIsNotTakenForMissing) {
     for (const DWORD error : {DWORD{ERROR_BAD_NETPATH}, DWORD{ERROR_ACCESS_DENIED}, DWORD{ERROR_NOT_READY}}) {
         const auto absent = [error](LPCWSTR) {
             SetLastError(error);
@@ -157,7 +157,7 @@ TEST_F(ProfileFileFailure, AFileOnADriveThatDoesNotAnswerIsNotTakenForMissing) {
     }
 }
 
-TEST_F(ProfileFileFailure, ABrokenFileThatCannotBeMovedStaysWhereItIs) {
+TEST_F(ProfileFileFailureTest, ABrokenFileThatCannotBeMovedStaysWhereItIs) {
     test::WriteBytes(Path(), "broken");
     const ReplacedImport<"MoveFileExW", BOOL(LPCWSTR, LPCWSTR, DWORD)> move(ThisProgram(), [](LPCWSTR, LPCWSTR, DWORD) {
         SetLastError(ERROR_DISK_FULL);

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "tests/model_windows/genuine_function.h"
-#include "tests/model_windows/profile_file_failure.h"
+#include "tests/model_windows/profile_file_failure_fixture.h"
 #include "tests/support/replaced_import.h"
 
 namespace kvn::model {
@@ -16,7 +16,7 @@ using kvn::test::ReplacedImport;
 constexpr DWORD kRetryMilliseconds = 20;
 
 // Another program that holds the profile file; each wait is counted, and lets the file go when its turn has come.
-class HeldProfileFile : public ProfileFileFailure {
+class HeldProfileFileTest : public ProfileFileFailureTest {
 protected:
     void Hold(DWORD sharing, int waitToLetGo = 0, const std::wstring& suffix = L"") {
         held.emplace(Path() + suffix, sharing);
@@ -42,13 +42,13 @@ private:
 };
 
 // Whatever the other program shares with others, short of deleting.
-class SharedProfileFile : public HeldProfileFile, public testing::WithParamInterface<DWORD> {};
+class SharedProfileFileTest : public HeldProfileFileTest, public testing::WithParamInterface<DWORD> {};
 
-INSTANTIATE_TEST_SUITE_P(Sharing, SharedProfileFile,
+INSTANTIATE_TEST_SUITE_P(Sharing, SharedProfileFileTest,
                          testing::Values(DWORD{0}, DWORD{FILE_SHARE_READ}, DWORD{FILE_SHARE_READ | FILE_SHARE_WRITE}),
                          [](const auto& tested) { return std::to_string(tested.param); });
 
-TEST_P(SharedProfileFile, IsSavedOnceItIsLetGo) {
+TEST_P(SharedProfileFileTest, IsSavedOnceItIsLetGo) {
     Hold(GetParam(), 3);
     EXPECT_TRUE(SaveProfileFile(Path(), OneProfile(L"new")));
     EXPECT_EQ(Waits(), 3);
@@ -57,7 +57,7 @@ TEST_P(SharedProfileFile, IsSavedOnceItIsLetGo) {
     EXPECT_EQ(list, OneProfile(L"new"));
 }
 
-TEST_P(SharedProfileFile, IsNotSavedWhenItStaysHeld) {
+TEST_P(SharedProfileFileTest, IsNotSavedWhenItStaysHeld) {
     Hold(GetParam());
     EXPECT_FALSE(SaveProfileFile(Path(), OneProfile(L"new")));
     EXPECT_EQ(Waits(), 9);
@@ -65,41 +65,41 @@ TEST_P(SharedProfileFile, IsNotSavedWhenItStaysHeld) {
     ExpectOldFileAndNoOther();
 }
 
-TEST_F(HeldProfileFile, IsLoadedOnceItIsLetGo) {
+TEST_F(HeldProfileFileTest, IsLoadedOnceItIsLetGo) {
     Hold(0, 9);
     ProfileSet list;
     EXPECT_EQ(LoadProfileFile(Path(), list), 1U);
     EXPECT_EQ(Waits(), 9);
 }
 
-TEST_F(HeldProfileFile, IsNotLoadedWhenItStaysHeld) {
+TEST_F(HeldProfileFileTest, IsNotLoadedWhenItStaysHeld) {
     Hold(0);
     ProfileSet list;
     EXPECT_EQ(LoadProfileFile(Path(), list), 0U);
     EXPECT_EQ(Waits(), 9);
 }
 
-TEST_F(HeldProfileFile, IsLoadedAtOnceWhenOthersMayRead) {
+TEST_F(HeldProfileFileTest, IsLoadedAtOnceWhenOthersMayRead) {
     Hold(FILE_SHARE_READ);
     ProfileSet list;
     EXPECT_EQ(LoadProfileFile(Path(), list), 1U);
     EXPECT_EQ(Waits(), 0);
 }
 
-TEST_F(HeldProfileFile, IsNotSetAside) {
+TEST_F(HeldProfileFileTest, IsNotSetAside) {
     Hold(0);
     EXPECT_FALSE(SetAsideProfileFile(Path()));
     LetGo();
     ExpectOldFileAndNoOther();
 }
 
-TEST_F(HeldProfileFile, AMissingFileIsNotWaitedFor) {
+TEST_F(HeldProfileFileTest, AMissingFileIsNotWaitedFor) {
     ProfileSet list;
     EXPECT_EQ(LoadProfileFile(Folder() + L"\\missing.xml", list), 0U);
     EXPECT_EQ(Waits(), 0);
 }
 
-TEST_F(HeldProfileFile, ASaveWaitsForAnotherSaveToEnd) {
+TEST_F(HeldProfileFileTest, ASaveWaitsForAnotherSaveToEnd) {
     test::WriteBytes(Path() + L".saving", "another program writes here");
     Hold(0, 3, L".saving");
     EXPECT_TRUE(SaveProfileFile(Path(), OneProfile(L"new")));
@@ -107,7 +107,7 @@ TEST_F(HeldProfileFile, ASaveWaitsForAnotherSaveToEnd) {
     EXPECT_EQ(test::NamesIn(Folder()), std::vector<std::wstring>{L"VID0abcPID00a1.xml"});
 }
 
-TEST_F(HeldProfileFile, ASaveLeavesAnotherSaveThatDoesNotEndAlone) {
+TEST_F(HeldProfileFileTest, ASaveLeavesAnotherSaveThatDoesNotEndAlone) {
     test::WriteBytes(Path() + L".saving", "another program writes here");
     Hold(0, 0, L".saving");
     EXPECT_FALSE(SaveProfileFile(Path(), OneProfile(L"new")));

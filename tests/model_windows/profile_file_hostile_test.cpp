@@ -39,7 +39,7 @@ std::string RandomBytes(std::size_t count) {
     return bytes;
 }
 
-class HostileFile : public SettingsStore {
+class HostileFileTest : public SettingsStore {
 protected:
     // Opens the file as the page does, with little stack, and expects it to be set aside as it is.
     void ExpectSetAside(const std::string& bytes, std::size_t mostHeapBytes) {
@@ -68,7 +68,7 @@ protected:
     }
 };
 
-TEST_F(HostileFile, IsSetAsideUnchangedWithinLittleMemoryAndStack) {
+TEST_F(HostileFileTest, IsSetAsideUnchangedWithinLittleMemoryAndStack) {
     ExpectSetAside("", kMegabyte);
     ExpectSetAside("profiles", kMegabyte);
     ExpectSetAside(std::string(kMegabyte, '\0'), 4 * kMegabyte);
@@ -82,7 +82,7 @@ TEST_F(HostileFile, IsSetAsideUnchangedWithinLittleMemoryAndStack) {
     ExpectSetAside(Repeated("<![CDATA[", 100'000), 4 * kMegabyte);
 }
 
-TEST_F(HostileFile, OfFiftyMegabytesIsNotEvenRead) {
+TEST_F(HostileFileTest, OfFiftyMegabytesIsNotEvenRead) {
     const std::string bytes = "<data><profile/>" + std::string(50 * kMegabyte, ' ') + "</data>";
     ExpectSetAside(bytes, kMegabyte);
 
@@ -100,7 +100,7 @@ TEST_F(HostileFile, OfFiftyMegabytesIsNotEvenRead) {
     EXPECT_EQ(reads, 0);
 }
 
-TEST_F(HostileFile, CutShortIsSetAside) {
+TEST_F(HostileFileTest, CutShortIsSetAside) {
     const std::wstring text = test::TextOfUsersCodePage();
     ProfileSet list(3, DefaultProfileRecord());
     list[0].name = test::AlphabetOf(test::UserCodePage()).substr(0, 100);
@@ -113,7 +113,7 @@ TEST_F(HostileFile, CutShortIsSetAside) {
 }
 
 // A list of a length that no page makes, but which a file may have, needs no more stack than a short one.
-TEST_F(HostileFile, ThatIsLongButGoodIsLoadedWithLittleStack) {
+TEST_F(HostileFileTest, ThatIsLongButGoodIsLoadedWithLittleStack) {
     WriteFile("<data>" + Repeated("<profile><profname>a</profname></profile>", 50'000) + "</data>");
     std::size_t loaded = 0;
     ProfileSet list;
@@ -121,7 +121,7 @@ TEST_F(HostileFile, ThatIsLongButGoodIsLoadedWithLittleStack) {
     EXPECT_EQ(loaded, 50'000U);
 }
 
-TEST_F(HostileFile, AsDeepAsIsAllowedIsLoadedWithLittleStack) {
+TEST_F(HostileFileTest, AsDeepAsIsAllowedIsLoadedWithLittleStack) {
     const std::size_t inner = kMaxXmlDepth - 1;
     WriteFile("<data><profile/>" + Repeated("<a>", inner) + Repeated("</a>", inner) + "</data>");
     std::size_t loaded = 0;
@@ -154,7 +154,7 @@ void Overwrite(const std::wstring& path, const std::string& bytes) {
     SetEndOfFile(file.Get());
 }
 
-TEST_F(HostileFile, ThatChangesWhileItIsReadIsReadAsFarAsItIsWhole) {
+TEST_F(HostileFileTest, ThatChangesWhileItIsReadIsReadAsFarAsItIsWhole) {
     const std::string good = "<data><profile><profname>a</profname></profile></data>";
     ProfileSet list;
     WriteFile(good);
@@ -170,7 +170,7 @@ TEST_F(HostileFile, ThatChangesWhileItIsReadIsReadAsFarAsItIsWhole) {
     EXPECT_TRUE(list.empty());
 }
 
-TEST_F(HostileFile, ThatIsReplacedWhileItIsReadIsTheOldOne) {
+TEST_F(HostileFileTest, ThatIsReplacedWhileItIsReadIsTheOldOne) {
     WriteFile("<data><profile><profname>old</profname></profile></data>");
     const std::wstring next = User().SettingsFolder() + L"\\next.xml";
     const std::wstring previous = User().SettingsFolder() + L"\\previous.xml";
@@ -187,7 +187,7 @@ TEST_F(HostileFile, ThatIsReplacedWhileItIsReadIsTheOldOne) {
     EXPECT_EQ(list[0].name, L"another");
 }
 
-TEST_F(HostileFile, AFolderInTheFilesPlaceIsSetAsideWithWhatIsInIt) {
+TEST_F(HostileFileTest, AFolderInTheFilesPlaceIsSetAsideWithWhatIsInIt) {
     WriteFile("");
     ASSERT_TRUE(DeleteFileW(Path().c_str()));
     ASSERT_TRUE(CreateDirectoryW(Path().c_str(), nullptr));
@@ -198,7 +198,7 @@ TEST_F(HostileFile, AFolderInTheFilesPlaceIsSetAsideWithWhatIsInIt) {
     EXPECT_EQ(LoadProfileFile(Path(), list), 1U);
 }
 
-TEST_F(HostileFile, ADeviceIsNoFile) {
+TEST_F(HostileFileTest, ADeviceIsNoFile) {
     const std::wstring folder = User().ApplicationData();
     for (const std::wstring& path :
          {std::wstring(L"NUL"), std::wstring(L"\\\\.\\NUL"), folder + L"\\NUL", folder + L"\\nul.xml",
@@ -212,7 +212,7 @@ TEST_F(HostileFile, ADeviceIsNoFile) {
     }
 }
 
-TEST_F(HostileFile, APipeIsNoFileAndIsNotWaitedFor) {
+TEST_F(HostileFileTest, APipeIsNoFileAndIsNotWaitedFor) {
     const std::wstring path = L"\\\\.\\pipe\\KvnHostileFile-" + std::to_wstring(GetCurrentProcessId());
     const platform::UniqueFile pipe(
         CreateNamedPipeW(path.c_str(), PIPE_ACCESS_DUPLEX, PIPE_TYPE_BYTE | PIPE_WAIT, 2, 64, 64, 0, nullptr));
@@ -222,7 +222,7 @@ TEST_F(HostileFile, APipeIsNoFileAndIsNotWaitedFor) {
 }
 
 // Windows has no longer paths for most programs, or it has: in either case nothing is lost.
-TEST_F(HostileFile, APathAtTheLimitOfItsLengthLosesNothing) {
+TEST_F(HostileFileTest, APathAtTheLimitOfItsLengthLosesNothing) {
     for (const std::size_t length : {std::size_t{250}, std::size_t{259}, std::size_t{260}, std::size_t{280}}) {
         SCOPED_TRACE(length);
         std::wstring folder = User().ApplicationData();

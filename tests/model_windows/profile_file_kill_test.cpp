@@ -60,7 +60,7 @@ private:
     platform::UniqueKernelObject process;
 };
 
-class SavingPrograms : public testing::Test {
+class SavingProgramsTest : public testing::Test {
 protected:
     void SetUp() override { ASSERT_TRUE(SaveProfileFile(Path(), versions[0])); }
 
@@ -97,7 +97,7 @@ void WorkFor(std::chrono::microseconds duration) {
     while (std::chrono::steady_clock::now() < end) YieldProcessor();
 }
 
-TEST_F(SavingPrograms, KilledAtRandomMomentsLeaveOneVersionOrTheOtherWhole) {
+TEST_F(SavingProgramsTest, KilledAtRandomMomentsLeaveOneVersionOrTheOtherWhole) {
     std::mt19937 random(20);
     int kills = 0;
     int leftovers = 0;
@@ -127,7 +127,7 @@ TEST_F(SavingPrograms, KilledAtRandomMomentsLeaveOneVersionOrTheOtherWhole) {
     EXPECT_FALSE(HasLeftover());
 }
 
-TEST_F(SavingPrograms, AreNotDisturbedByPagesThatOpen) {
+TEST_F(SavingProgramsTest, AreNotDisturbedByPagesThatOpen) {
     const Saver saver(Path(), CountsName());
     AwaitSaves(1);
     int openings = 0;
@@ -146,7 +146,7 @@ TEST_F(SavingPrograms, AreNotDisturbedByPagesThatOpen) {
     EXPECT_GT(openings, 100);
 }
 
-TEST_F(SavingPrograms, TwoAtOnceLeaveOneVersionOrTheOtherWhole) {
+TEST_F(SavingProgramsTest, TwoAtOnceLeaveOneVersionOrTheOtherWhole) {
     const Saver first(Path(), CountsName());
     const Saver second(Path(), CountsName());
     for (LONG saves = 20; saves <= 200; saves += 20) {

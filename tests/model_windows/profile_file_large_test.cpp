@@ -8,7 +8,7 @@
 
 #include "model/xml_guard.h"
 #include "tests/model_windows/heap_watch.h"
-#include "tests/model_windows/profile_file_failure.h"
+#include "tests/model_windows/profile_file_failure_fixture.h"
 #include "tests/model_windows/small_stack.h"
 
 namespace kvn::model {
@@ -17,7 +17,7 @@ namespace {
 constexpr std::size_t kMegabyte = std::size_t{1024} * 1024;
 constexpr std::size_t kSmallStack = std::size_t{256} * 1024;
 
-class LargeFile : public ProfileFileFailure {
+class LargeFileTest : public ProfileFileFailureTest {
 protected:
     // Loads a file of these bytes with little stack, once to watch the heap and once to take the time.
     void ExpectLoaded(const std::string& bytes, std::size_t profiles, std::size_t mostHeapBytes) const {
@@ -70,36 +70,36 @@ std::string LargestGoodFile() {
     return bytes;
 }
 
-TEST_F(LargeFile, OfFiftyMegabytesTakesNothing) {
+TEST_F(LargeFileTest, OfFiftyMegabytesTakesNothing) {
     ExpectLoaded("<data><profile/>" + std::string(50 * kMegabyte, ' ') + "</data>", 0, kMegabyte / 16);
 }
 
-TEST_F(LargeFile, OfZerosTakesItsOwnBytes) {
+TEST_F(LargeFileTest, OfZerosTakesItsOwnBytes) {
     ExpectLoaded(std::string(kMaxXmlBytes, '\0'), 0, kMaxXmlBytes + kMegabyte);
 }
 
-TEST_F(LargeFile, OfTagsWithoutEndsTakesItsOwnBytes) {
+TEST_F(LargeFileTest, OfTagsWithoutEndsTakesItsOwnBytes) {
     ExpectLoaded(std::string(31 * kMegabyte, '<'), 0, kMaxXmlBytes + kMegabyte);
 }
 
-TEST_F(LargeFile, OfManyTagsInsideOfEachOtherTakesItsOwnBytes) {
+TEST_F(LargeFileTest, OfManyTagsInsideOfEachOtherTakesItsOwnBytes) {
     std::string bytes;
     while (bytes.size() < 300'000) bytes += "<a>";
     ExpectLoaded(bytes, 0, kMegabyte);
 }
 
-TEST_F(LargeFile, ThatIsGoodIsLoadedWhole) {
+TEST_F(LargeFileTest, ThatIsGoodIsLoadedWhole) {
     const std::string bytes = LargestGoodFile();
     ASSERT_NE(bytes.find("</data>"), std::string::npos);
     ExpectLoaded(bytes, 1650, 300 * kMegabyte);
 }
 
-TEST_F(LargeFile, ThatIsCutOffIsRefusedWhole) {
+TEST_F(LargeFileTest, ThatIsCutOffIsRefusedWhole) {
     const std::string bytes = LargestGoodFile();
     ExpectLoaded(bytes.substr(0, bytes.rfind("</profile>")), 0, 250 * kMegabyte);
 }
 
-TEST_F(LargeFile, OfAsManyElementsAsAreAllowedIsLoaded) {
+TEST_F(LargeFileTest, OfAsManyElementsAsAreAllowedIsLoaded) {
     std::string bytes = "<data><profile/>";
     bytes.reserve(kMegabyte * 4);
     for (std::size_t element = 2; element < kMaxXmlElements; ++element) bytes += "<a/>";

@@ -18,12 +18,12 @@ namespace {
 
 constexpr std::uint32_t kSeedCount = 60;
 
-class ProfileFileOfCodePage : public testing::TestWithParam<test::CodePageLocale> {};
+class ProfileFileOfCodePageTest : public testing::TestWithParam<test::CodePageLocale> {};
 
-INSTANTIATE_TEST_SUITE_P(CodePages, ProfileFileOfCodePage, testing::ValuesIn(test::kCodePageLocales),
+INSTANTIATE_TEST_SUITE_P(CodePages, ProfileFileOfCodePageTest, testing::ValuesIn(test::kCodePageLocales),
                          [](const auto& tested) { return std::to_string(tested.param.codePage); });
 
-TEST_P(ProfileFileOfCodePage, GeneratedProfilesComeBack) {
+TEST_P(ProfileFileOfCodePageTest, GeneratedProfilesComeBack) {
     const LocaleCodec codec(GetParam().locale);
     const std::wstring alphabet = test::AlphabetOf(GetParam().codePage);
     for (std::uint32_t seed = 1; seed <= kSeedCount; ++seed) {
@@ -33,7 +33,7 @@ TEST_P(ProfileFileOfCodePage, GeneratedProfilesComeBack) {
     }
 }
 
-TEST_P(ProfileFileOfCodePage, EveryTextOfItIsStoredInItsOwnBytes) {
+TEST_P(ProfileFileOfCodePageTest, EveryTextOfItIsStoredInItsOwnBytes) {
     const LocaleCodec codec(GetParam().locale);
     ProfileRecord record = DefaultProfileRecord();
     for (const test::CodedCharacter& coded : test::CharactersOf(GetParam().codePage)) {
@@ -44,7 +44,7 @@ TEST_P(ProfileFileOfCodePage, EveryTextOfItIsStoredInItsOwnBytes) {
     EXPECT_TRUE(test::Parsed(document, codec) == ProfileSet{record});
 }
 
-TEST(ProfileFileProperty, EveryCharacterComesBackThroughEveryCodePage) {
+TEST(ProfileFilePropertyTest, EveryCharacterComesBackThroughEveryCodePage) {
     for (const char* localeName :
          {"English_United States.1252", "Japanese_Japan.932", "Chinese_China.936", "Russian_Russia.1251", "C"}) {
         const LocaleCodec codec(localeName);
@@ -64,7 +64,7 @@ TEST(ProfileFileProperty, EveryCharacterComesBackThroughEveryCodePage) {
 }
 
 // The program runs with the user's code page as it is: its tests are run for several.
-TEST(ProfileFileProperty, GeneratedProfilesComeBackFromDisk) {
+TEST(ProfileFilePropertyTest, GeneratedProfilesComeBackFromDisk) {
     const kvn::test::SandboxedUser user;
     const std::wstring path = user.ApplicationData() + L"\\VID0abcPID00a1.xml";
     const std::wstring alphabet = test::AlphabetOf(test::UserCodePage());
@@ -94,7 +94,7 @@ const std::vector<TextOfOneCodePage> kTextsOfOneCodePage{
     {CP_UTF8, L"\x85\x86", "\x85\x86", "<![CDATA[&#x85;&#x86;]]>"},
     {0, L"\x939\x93F \xD83D\xDE00", "none", "<![CDATA[&#x939;&#x93f; &#x1f600;]]>"}};
 
-TEST(ProfileFileProperty, ATextOutsideTheUsersCodePageIsEscapedAndOneInsideIsNot) {
+TEST(ProfileFilePropertyTest, ATextOutsideTheUsersCodePageIsEscapedAndOneInsideIsNot) {
     const kvn::test::SandboxedUser user;
     const std::wstring path = user.ApplicationData() + L"\\VID0abcPID00a1.xml";
     const UINT codePage = test::UserCodePage();
@@ -119,7 +119,7 @@ TEST(ProfileFileProperty, ATextOutsideTheUsersCodePageIsEscapedAndOneInsideIsNot
 }
 
 // In such a locale the C library counts the no-break space as white space, which TinyXML drops.
-TEST(ProfileFileProperty, ALocaleOfTheHostProgramTakesNothingAway) {
+TEST(ProfileFilePropertyTest, ALocaleOfTheHostProgramTakesNothingAway) {
     const kvn::test::SandboxedUser user;
     const std::wstring path = user.ApplicationData() + L"\\VID0abcPID00a1.xml";
     ProfileRecord record = DefaultProfileRecord();

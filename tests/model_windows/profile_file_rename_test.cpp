@@ -7,7 +7,7 @@
 
 #include "tests/model_windows/genuine_function.h"
 #include "tests/model_windows/intercepted_rename.h"
-#include "tests/model_windows/profile_file_failure.h"
+#include "tests/model_windows/profile_file_failure_fixture.h"
 #include "tests/support/replaced_import.h"
 
 namespace kvn::model {
@@ -28,7 +28,7 @@ test::InterceptedRename RenameThatFailsWith(DWORD error) {
     });
 }
 
-class ProfileFileRename : public ProfileFileFailure {
+class ProfileFileRenameTest : public ProfileFileFailureTest {
 protected:
     std::wstring Saving() const { return Path() + L".saving"; }
 
@@ -43,7 +43,7 @@ private:
     ReplacedImport<"Sleep", void(DWORD)> sleep{ThisProgram(), [](DWORD) {}};
 };
 
-TEST_F(ProfileFileRename, AFileSystemThatCannotRenameAnOpenFileRenamesAClosedOne) {
+TEST_F(ProfileFileRenameTest, AFileSystemThatCannotRenameAnOpenFileRenamesAClosedOne) {
     const auto genuine = test::Genuine<MoveFunction>(L"kernel32", "MoveFileExW");
     for (const DWORD error : kRenameUnknown) {
         SCOPED_TRACE(error);
@@ -66,7 +66,7 @@ TEST_F(ProfileFileRename, AFileSystemThatCannotRenameAnOpenFileRenamesAClosedOne
     }
 }
 
-TEST_F(ProfileFileRename, AFileThatCannotBeRenamedClosedEitherLeavesTheOldOne) {
+TEST_F(ProfileFileRenameTest, AFileThatCannotBeRenamedClosedEitherLeavesTheOldOne) {
     for (const DWORD error : kRenameUnknown) {
         SCOPED_TRACE(error);
         const test::InterceptedRename rename = RenameThatFailsWith(error);
@@ -82,7 +82,7 @@ TEST_F(ProfileFileRename, AFileThatCannotBeRenamedClosedEitherLeavesTheOldOne) {
     }
 }
 
-TEST_F(ProfileFileRename, AClosedFileIsRenamedOnceTheOldOneIsLetGo) {
+TEST_F(ProfileFileRenameTest, AClosedFileIsRenamedOnceTheOldOneIsLetGo) {
     const test::InterceptedRename rename = RenameThatFailsWith(ERROR_NOT_SUPPORTED);
     const auto genuine = test::Genuine<MoveFunction>(L"kernel32", "MoveFileExW");
     int moves = 0;
@@ -96,7 +96,7 @@ TEST_F(ProfileFileRename, AClosedFileIsRenamedOnceTheOldOneIsLetGo) {
     ExpectNewFileAndNoOther();
 }
 
-TEST_F(ProfileFileRename, AnyOtherFailureIsNotGotRound) {
+TEST_F(ProfileFileRenameTest, AnyOtherFailureIsNotGotRound) {
     for (const DWORD error : {DWORD{ERROR_ACCESS_DENIED}, DWORD{ERROR_DISK_FULL}, DWORD{ERROR_BAD_NETPATH}}) {
         const test::InterceptedRename rename = RenameThatFailsWith(error);
         const ReplacedImport<"MoveFileExW", MoveFunction> move(ThisProgram(), [](LPCWSTR, LPCWSTR, DWORD) {
@@ -108,7 +108,7 @@ TEST_F(ProfileFileRename, AnyOtherFailureIsNotGotRound) {
     }
 }
 
-TEST_F(ProfileFileRename, AnUnfinishedFileThatCannotBeDeletedWhileItIsOpenIsDeletedOnceItIsClosed) {
+TEST_F(ProfileFileRenameTest, AnUnfinishedFileThatCannotBeDeletedWhileItIsOpenIsDeletedOnceItIsClosed) {
     const ReplacedImport<"SetFileInformationByHandle", BOOL(HANDLE, FILE_INFO_BY_HANDLE_CLASS, void*, DWORD)> nothing(
         ThisProgram(), [](HANDLE, FILE_INFO_BY_HANDLE_CLASS information, void*, DWORD) {
             SetLastError(information == FileRenameInfo ? ERROR_DISK_FULL : ERROR_NOT_SUPPORTED);
@@ -119,7 +119,7 @@ TEST_F(ProfileFileRename, AnUnfinishedFileThatCannotBeDeletedWhileItIsOpenIsDele
     ExpectOldFileAndNoOther();
 }
 
-TEST_F(ProfileFileRename, AFolderThatForbidsNewFilesKeepsTheOldOne) {
+TEST_F(ProfileFileRenameTest, AFolderThatForbidsNewFilesKeepsTheOldOne) {
     const auto genuine = test::Genuine<CreateFunction>(L"kernel32", "CreateFileW");
     int refused = 0;
     {
@@ -139,14 +139,14 @@ TEST_F(ProfileFileRename, AFolderThatForbidsNewFilesKeepsTheOldOne) {
     ExpectOldFileAndNoOther();
 }
 
-TEST_F(ProfileFileRename, AFolderThatForbidsRenamingKeepsTheOldFile) {
+TEST_F(ProfileFileRenameTest, AFolderThatForbidsRenamingKeepsTheOldFile) {
     const test::InterceptedRename rename = RenameThatFailsWith(ERROR_ACCESS_DENIED);
     ASSERT_TRUE(rename.IsInPlace());
     EXPECT_FALSE(SaveProfileFile(Path(), OneProfile(L"new")));
     ExpectOldFileAndNoOther();
 }
 
-TEST_F(ProfileFileRename, AReadOnlyLeftoverIsWrittenOver) {
+TEST_F(ProfileFileRenameTest, AReadOnlyLeftoverIsWrittenOver) {
     test::WriteBytes(Saving(), "<data><profile>");
     ASSERT_TRUE(SetFileAttributesW(Saving().c_str(), FILE_ATTRIBUTE_READONLY));
     EXPECT_TRUE(SaveProfileFile(Path(), OneProfile(L"new")));
@@ -154,7 +154,7 @@ TEST_F(ProfileFileRename, AReadOnlyLeftoverIsWrittenOver) {
     EXPECT_EQ(GetFileAttributesW(Path().c_str()) & FILE_ATTRIBUTE_READONLY, 0U);
 }
 
-TEST_F(ProfileFileRename, AReadOnlyLeftoverIsRemoved) {
+TEST_F(ProfileFileRenameTest, AReadOnlyLeftoverIsRemoved) {
     test::WriteBytes(Saving(), "<data><profile>");
     ASSERT_TRUE(SetFileAttributesW(Saving().c_str(), FILE_ATTRIBUTE_READONLY));
     FinishOrRemoveInterruptedSave(Path());
@@ -163,7 +163,7 @@ TEST_F(ProfileFileRename, AReadOnlyLeftoverIsRemoved) {
 
 // Windows empties no file that is marked hidden, system or read-only for one that is not; not every system keeps these
 // marks, so they are kept here.
-TEST_F(ProfileFileRename, ALeftoverWithAnyMarkIsWrittenOver) {
+TEST_F(ProfileFileRenameTest, ALeftoverWithAnyMarkIsWrittenOver) {
     const auto genuine = test::Genuine<CreateFunction>(L"kernel32", "CreateFileW");
     for (const DWORD mark : {DWORD{FILE_ATTRIBUTE_HIDDEN}, DWORD{FILE_ATTRIBUTE_SYSTEM}, DWORD{FILE_ATTRIBUTE_READONLY},
                              DWORD{FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM}}) {

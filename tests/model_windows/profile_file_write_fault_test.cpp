@@ -13,7 +13,7 @@
 #include "tests/model_windows/code_pages.h"
 #include "tests/model_windows/genuine_function.h"
 #include "tests/model_windows/intercepted_rename.h"
-#include "tests/model_windows/profile_file_failure.h"
+#include "tests/model_windows/profile_file_failure_fixture.h"
 #include "tests/support/replaced_import.h"
 
 namespace kvn::model {
@@ -68,7 +68,7 @@ ProfileSet LongList() {
     return list;
 }
 
-class ProfileFileWriteFault : public ProfileFileFailure {
+class ProfileFileWriteFaultTest : public ProfileFileFailureTest {
 protected:
     // The number of bytes that the list has on disk.
     std::size_t SizeOf(const ProfileSet& list) const {
@@ -96,7 +96,7 @@ protected:
     }
 };
 
-TEST_F(ProfileFileWriteFault, ADiskThatIsFullAtAnyByteLeavesTheOldFile) {
+TEST_F(ProfileFileWriteFaultTest, ADiskThatIsFullAtAnyByteLeavesTheOldFile) {
     const ProfileSet list = OneProfile(test::TextOfUsersCodePage());
     const std::size_t size = SizeOf(list);
     ASSERT_GT(size, 500U);
@@ -110,7 +110,7 @@ TEST_F(ProfileFileWriteFault, ADiskThatIsFullAtAnyByteLeavesTheOldFile) {
     EXPECT_EQ(loaded, list);
 }
 
-TEST_F(ProfileFileWriteFault, ADiskThatIsFullWithinALongFileLeavesTheOldFile) {
+TEST_F(ProfileFileWriteFaultTest, ADiskThatIsFullWithinALongFileLeavesTheOldFile) {
     const ProfileSet list = LongList();
     const std::size_t size = SizeOf(list);
     ASSERT_GT(size, std::size_t{64} * 1024);
@@ -123,7 +123,7 @@ TEST_F(ProfileFileWriteFault, ADiskThatIsFullWithinALongFileLeavesTheOldFile) {
 }
 
 // As a network drive does that drops out for a moment: everything before and after is written.
-TEST_F(ProfileFileWriteFault, AnyOneWriteThatFailsLeavesTheOldFile) {
+TEST_F(ProfileFileWriteFaultTest, AnyOneWriteThatFailsLeavesTheOldFile) {
     const ProfileSet list = LongList();
     int writes = 0;
     int failing = 0;
@@ -154,7 +154,7 @@ TEST_F(ProfileFileWriteFault, AnyOneWriteThatFailsLeavesTheOldFile) {
     EXPECT_TRUE(save(0));
 }
 
-TEST_F(ProfileFileWriteFault, AFileThatCannotBeOpenedLeavesTheOldOne) {
+TEST_F(ProfileFileWriteFaultTest, AFileThatCannotBeOpenedLeavesTheOldOne) {
     const ReplacedImport<"Sleep", void(DWORD)> sleep(ThisProgram(), [](DWORD) {});
     for (const DWORD error : {DWORD{ERROR_ACCESS_DENIED}, DWORD{ERROR_SHARING_VIOLATION}, DWORD{ERROR_DISK_FULL},
                               DWORD{ERROR_TOO_MANY_OPEN_FILES}, DWORD{ERROR_BAD_NETPATH}}) {
@@ -172,14 +172,14 @@ TEST_F(ProfileFileWriteFault, AFileThatCannotBeOpenedLeavesTheOldOne) {
     }
 }
 
-TEST_F(ProfileFileWriteFault, AFileWithoutAStreamLeavesTheOldOne) {
+TEST_F(ProfileFileWriteFaultTest, AFileWithoutAStreamLeavesTheOldOne) {
     ExpectNoSaveWhen<"DuplicateHandle", BOOL(HANDLE, HANDLE, HANDLE, HANDLE*, DWORD, BOOL, DWORD)>(
         [](HANDLE, HANDLE, HANDLE, HANDLE*, DWORD, BOOL, DWORD) { return FALSE; });
     ExpectNoSaveWhen<"_open_osfhandle", int(std::intptr_t, int)>([](std::intptr_t, int) { return -1; });
     ExpectNoSaveWhen<"_wfdopen", FILE*(int, const wchar_t*)>([](int, const wchar_t*) { return nullptr; });
 }
 
-TEST_F(ProfileFileWriteFault, AFileThatCannotBeFlushedOrClosedLeavesTheOldOne) {
+TEST_F(ProfileFileWriteFaultTest, AFileThatCannotBeFlushedOrClosedLeavesTheOldOne) {
     ExpectNoSaveWhen<"fflush", int(FILE*)>([](FILE*) { return EOF; });
     ExpectNoSaveWhen<"_commit", int(int)>([](int) { return -1; });
     const auto genuine = test::Genuine<int(FILE*)>(L"msvcrt", "fclose");
@@ -189,7 +189,7 @@ TEST_F(ProfileFileWriteFault, AFileThatCannotBeFlushedOrClosedLeavesTheOldOne) {
     });
 }
 
-TEST_F(ProfileFileWriteFault, AFileThatCannotBeRenamedLeavesTheOldOne) {
+TEST_F(ProfileFileWriteFaultTest, AFileThatCannotBeRenamedLeavesTheOldOne) {
     const ReplacedImport<"Sleep", void(DWORD)> sleep(ThisProgram(), [](DWORD) {});
     for (const DWORD error : {DWORD{ERROR_ACCESS_DENIED}, DWORD{ERROR_SHARING_VIOLATION}, DWORD{ERROR_DISK_FULL},
                               DWORD{ERROR_BAD_NETPATH}}) {
@@ -203,7 +203,7 @@ TEST_F(ProfileFileWriteFault, AFileThatCannotBeRenamedLeavesTheOldOne) {
     }
 }
 
-TEST_F(ProfileFileWriteFault, AStreamWithoutABufferOfItsOwnSavesAllTheSame) {
+TEST_F(ProfileFileWriteFaultTest, AStreamWithoutABufferOfItsOwnSavesAllTheSame) {
     const ReplacedImport<"setvbuf", int(FILE*, char*, int, std::size_t)> unbuffered(
         ThisProgram(), [](FILE*, char*, int, std::size_t) { return -1; });
     ASSERT_TRUE(unbuffered.IsInPlace());
@@ -213,14 +213,14 @@ TEST_F(ProfileFileWriteFault, AStreamWithoutABufferOfItsOwnSavesAllTheSame) {
     EXPECT_EQ(loaded, OneProfile(L"new"));
 }
 
-TEST_F(ProfileFileWriteFault, AListOfMoreBytesThanAreReadBackIsNotSaved) {
+TEST_F(ProfileFileWriteFaultTest, AListOfMoreBytesThanAreReadBackIsNotSaved) {
     ProfileSet list = OneProfile(L"new");
     list[0].settings.gestures.assign(5'000, {L"U", 37, std::wstring(kMaxTextLength, L'\x939'), {}});
     ASSERT_FALSE(SaveProfileFile(Path(), list));
     ExpectOldFileAndNoOther();
 }
 
-TEST_F(ProfileFileWriteFault, AListOfMoreElementsThanAreReadBackIsNotSaved) {
+TEST_F(ProfileFileWriteFaultTest, AListOfMoreElementsThanAreReadBackIsNotSaved) {
     constexpr std::size_t kElementsOfAProgram = 3;
     ProfileSet list = OneProfile(L"new");
     list[0].settings.applications.assign(kMaxXmlElements / kElementsOfAProgram, {L"", L""});

@@ -14,7 +14,7 @@ namespace {
 using platform::ServiceButton;
 using platform::ServiceMessage;
 
-TEST(ServiceWindow, WithoutAServiceNothingIsSentAndNoButtonIsHeld) {
+TEST(ServiceMessagesTest, WithoutAServiceNothingIsSentAndNoButtonIsHeld) {
     ASSERT_EQ(platform::FindService(), nullptr);
     EXPECT_FALSE(platform::IsServiceAvailable());
     EXPECT_FALSE(platform::IsButtonHeld(ServiceButton::Button4));
@@ -23,14 +23,14 @@ TEST(ServiceWindow, WithoutAServiceNothingIsSentAndNoButtonIsHeld) {
     platform::NotifyGestureEditEnd();
 }
 
-TEST(ServiceWindow, AServiceThatAnswersMinusOneIsNotAvailable) {
+TEST(ServiceMessagesTest, AServiceThatAnswersMinusOneIsNotAvailable) {
     FakeService service;
     EXPECT_TRUE(platform::IsServiceAvailable());
     service.ReplyTo(ServiceMessage::Probe, -1);
     EXPECT_FALSE(platform::IsServiceAvailable());
 }
 
-TEST(ServiceWindow, GestureEditBeginIsSentAndItsEndIsPosted) {
+TEST(ServiceMessagesTest, GestureEditBeginIsSentAndItsEndIsPosted) {
     FakeService service;
     platform::NotifyGestureEditBegin();
     platform::NotifyGestureEditEnd();
@@ -38,7 +38,7 @@ TEST(ServiceWindow, GestureEditBeginIsSentAndItsEndIsPosted) {
                                                          {NumberOf(ServiceMessage::GestureEditEnd), 0, 0, false}}));
 }
 
-TEST(ServiceWindow, AButtonIsNotHeldWhenTheServiceAnswersZero) {
+TEST(ServiceMessagesTest, AButtonIsNotHeldWhenTheServiceAnswersZero) {
     FakeService service;
     const DebugOutput debugOutput;
     EXPECT_FALSE(platform::IsButtonHeld(ServiceButton::Button4));
@@ -46,7 +46,7 @@ TEST(ServiceWindow, AButtonIsNotHeldWhenTheServiceAnswersZero) {
     EXPECT_EQ(debugOutput.Text(), "");
 }
 
-TEST(ServiceWindow, AHeldButtonIsReportedToTheDebugger) {
+TEST(ServiceMessagesTest, AHeldButtonIsReportedToTheDebugger) {
     FakeService service;
     service.ReplyTo(ServiceMessage::IsButtonHeld, 1);
     const DebugOutput debugOutput;

@@ -60,22 +60,11 @@ TEST_F(StrokeTrailTest, TheWholePathIsDrawnThreePixelsWide) {
     }
 }
 
-TEST_F(StrokeTrailTest, TheLastLineAloneCanBeDrawn) {
-    trail.StartAt({20, 20});
-    EXPECT_TRUE(trail.ExtendTo({120, 20}));
-    EXPECT_TRUE(trail.ExtendTo({120, 120}));
-    trail.DrawLastLine(context);
-    EXPECT_EQ(At(70, 20), kGround);
-    EXPECT_EQ(At(120, 70), kGreen);
-}
-
 TEST_F(StrokeTrailTest, AStandingCursorLeavesNothing) {
     trail.Draw(context);
-    trail.DrawLastLine(context);
     trail.StartAt({20, 20});
     EXPECT_FALSE(trail.ExtendTo({20, 20}));
     trail.Draw(context);
-    trail.DrawLastLine(context);
     EXPECT_EQ(GreenPixels(), 0);
 }
 

@@ -1,10 +1,10 @@
 // What arguments ask for.
-#include "service/command_line.h"
+#include "service/options/command_line.h"
 
 #include <gtest/gtest.h>
 
-#include "service/mouse_option.h"
-#include "service/processes.h"
+#include "service/options/arguments.h"
+#include "service/options/mouse_option.h"
 
 namespace kvn::service {
 namespace {

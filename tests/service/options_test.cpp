@@ -7,9 +7,9 @@
 
 #include "platform/service_protocol.h"
 #include "platform/special_folder.h"
-#include "service/texts.h"
+#include "service/resources/service_texts.h"
+#include "service/resources/service_version.h"
 #include "service/tray/try_window.h"
-#include "service/version.h"
 #include "tests/service/program.h"
 #include "tests/support/waiting.h"
 #include "tests/support/written_profiles.h"

@@ -2,12 +2,12 @@
 #include <gtest/gtest.h>
 
 #include "platform/service_protocol.h"
-#include "service/hook_check.h"
+#include "service/driver/hook_check.h"
+#include "service/driver/press_log.h"
+#include "service/lifecycle/watcher.h"
 #include "service/page/page_protocol.h"
 #include "service/page/window_numbers.h"
-#include "service/press_log.h"
 #include "service/tray/tray_menu.h"
-#include "service/watcher.h"
 
 namespace kvn::service {
 namespace {

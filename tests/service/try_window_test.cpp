@@ -84,13 +84,13 @@ TEST_F(TryWindowTest, TheControlThatHadTheKeyboardHasItAgain) {
 TEST_F(TryWindowTest, TheNewestRowsAreKeptAndTheLastOneIsSeen) {
     constexpr int kPresses = kMostPressesShown + 5;
     for (int press = 1; press <= kPresses; ++press) {
-        window.Add({std::to_wstring(press), L"deed", L"profile", L"program.exe"});
+        window.Add({std::to_wstring(press), L"effect", L"profile", L"program.exe"});
     }
     const int last = platform::ListRowCount(List()) - 1;
     EXPECT_EQ(last + 1, kMostPressesShown);
     EXPECT_EQ(platform::ListText(List(), 0, 0, 10), L"6");
     EXPECT_EQ(platform::ListText(List(), last, 0, 10), std::to_wstring(kPresses));
-    EXPECT_EQ(platform::ListText(List(), last, 1, 10), L"deed");
+    EXPECT_EQ(platform::ListText(List(), last, 1, 10), L"effect");
     EXPECT_EQ(platform::ListText(List(), last, 2, 10), L"profile");
     EXPECT_EQ(platform::ListText(List(), last, 3, 20), L"program.exe");
     EXPECT_EQ(platform::SelectedRows(List()), std::vector{last});

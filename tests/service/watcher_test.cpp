@@ -5,8 +5,8 @@
 
 #include <algorithm>
 
-#include "service/processes.h"
-#include "service/shared_state.h"
+#include "service/lifecycle/processes.h"
+#include "service/lifecycle/shared_state.h"
 #include "tests/service/program.h"
 #include "tests/support/waiting.h"
 

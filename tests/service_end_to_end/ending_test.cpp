@@ -5,7 +5,7 @@
 #include "tests/end_to_end/story_waiting.h"
 #include "tests/service_end_to_end/pen.h"
 #include "tests/service_end_to_end/recorder_protocol.h"
-#include "tests/service_end_to_end/world.h"
+#include "tests/service_end_to_end/service_world.h"
 
 namespace kvn::service_end_to_end {
 namespace {
@@ -16,7 +16,7 @@ using end_to_end::WaitFor;
 constexpr std::chrono::milliseconds kEndTime{3'000};
 constexpr WPARAM kHangMilliseconds = 8'000;
 
-class Ending : public ServiceTest {
+class EndingTest : public ServiceTest {
 protected:
     void SetUp() override {
         ServiceTest::SetUp();
@@ -55,13 +55,13 @@ protected:
     }
 };
 
-TEST_F(Ending, QuitReleasesAndEndsInTime) {
+TEST_F(EndingTest, QuitReleasesAndEndsInTime) {
     const auto begin = std::chrono::steady_clock::now();
     EXPECT_EQ(Ask({L"--quit"}), 0U);
     ExpectEnd(begin);
 }
 
-TEST_F(Ending, EndOfTheSessionReleasesAndEndsInTime) {
+TEST_F(EndingTest, EndOfTheSessionReleasesAndEndsInTime) {
     const auto begin = std::chrono::steady_clock::now();
     EXPECT_EQ(SendMessageW(ServiceWindow(), WM_QUERYENDSESSION, 0, 0), TRUE);
     SendMessageW(ServiceWindow(), WM_ENDSESSION, TRUE, 0);
@@ -70,7 +70,7 @@ TEST_F(Ending, EndOfTheSessionReleasesAndEndsInTime) {
 }
 
 // As an installer does it that replaces the program.
-TEST_F(Ending, AnUpgradeReleasesAndEndsInTime) {
+TEST_F(EndingTest, AnUpgradeReleasesAndEndsInTime) {
     const auto begin = std::chrono::steady_clock::now();
     EXPECT_EQ(SendMessageW(ServiceWindow(), WM_QUERYENDSESSION, 0, ENDSESSION_CLOSEAPP), TRUE);
     SendMessageW(ServiceWindow(), WM_ENDSESSION, TRUE, ENDSESSION_CLOSEAPP);

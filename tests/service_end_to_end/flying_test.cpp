@@ -7,14 +7,13 @@
 #include "tests/end_to_end/profile_text.h"
 #include "tests/end_to_end/stored_state.h"
 #include "tests/end_to_end/story_waiting.h"
-#include "tests/end_to_end/text.h"
-#include "tests/service_end_to_end/world.h"
+#include "tests/service_end_to_end/service_world.h"
+#include "tests/support/narrow_text.h"
 
 namespace kvn::service_end_to_end {
 namespace {
 
 using Clock = std::chrono::steady_clock;
-using end_to_end::Narrow;
 using end_to_end::WaitFor;
 using namespace std::chrono_literals;
 
@@ -34,7 +33,7 @@ Lines Turned(int notches, const std::string& line = "real turn -120") {
     return Lines(static_cast<std::size_t>(notches), line);
 }
 
-class FlyingScroll : public ServiceTest {
+class FlyingTest : public ServiceTest {
 protected:
     void SetUp() override {
         ServiceTest::SetUp();
@@ -48,7 +47,7 @@ protected:
     // when it finds another one. So the recorder is given a profile, until that is in force.
     void WaitUntilSeenInFront() {
         end_to_end::ProfileText tied{.name = "Tied"};
-        tied.programs.push_back({"recorder", Narrow(Scratch()) + "recorder.exe"});
+        tied.programs.push_back({"recorder", test::Narrow(Scratch()) + "recorder.exe"});
         end_to_end::WriteFileBytes(ProfileFile(), end_to_end::ProfileFileText({{.name = "Default"}, tied}));
         WaitForProfile("program");
         DeleteFileW(ProfileFile().c_str());
@@ -96,7 +95,7 @@ protected:
     std::wstring times;
 };
 
-TEST_F(FlyingScroll, OneFlickFliesAndRunsDown) {
+TEST_F(FlyingTest, OneFlickFliesAndRunsDown) {
     UseFlying(kSlowest);
     hands.FlickDown(1);
     Lines expected = Turned(kNotchesOfFlick);
@@ -105,7 +104,7 @@ TEST_F(FlyingScroll, OneFlickFliesAndRunsDown) {
     EXPECT_EQ(NotchesUntilRest(), 0U);
 }
 
-TEST_F(FlyingScroll, FliesAwayFromTheUserToo) {
+TEST_F(FlyingTest, FliesAwayFromTheUserToo) {
     UseFlying(kSlowest);
     hands.FlickUp(1);
     Lines expected = Turned(kNotchesOfFlick, "real turn 120");
@@ -113,7 +112,7 @@ TEST_F(FlyingScroll, FliesAwayFromTheUserToo) {
     EXPECT_EQ(recorder->Arrived(expected.size()), expected);
 }
 
-TEST_F(FlyingScroll, NotchesBecomeFewerAndFewer) {
+TEST_F(FlyingTest, NotchesBecomeFewerAndFewer) {
     UseFlying(kFastest);
     hands.FlickDown(1);
     std::size_t turns = recorder->Arrived(1).size();
@@ -131,7 +130,7 @@ TEST_F(FlyingScroll, NotchesBecomeFewerAndFewer) {
     EXPECT_GT(all, 2500ms);
 }
 
-TEST_F(FlyingScroll, AsManyFlicksAreNeededAsWereChosen) {
+TEST_F(FlyingTest, AsManyFlicksAreNeededAsWereChosen) {
     for (const int flicks : {2, 5}) {
         SCOPED_TRACE(flicks);
         UseFlying({.flicks = flicks, .scrollSpeed = 10});
@@ -146,7 +145,7 @@ TEST_F(FlyingScroll, AsManyFlicksAreNeededAsWereChosen) {
     }
 }
 
-TEST_F(FlyingScroll, AnyButtonStopsIt) {
+TEST_F(FlyingTest, AnyButtonStopsIt) {
     for (const ButtonSlot button : {kLeft, kRight, kWheel, kBack, kForward}) {
         SCOPED_TRACE(static_cast<int>(button));
         UseFlyingAlone(kFastest);
@@ -156,7 +155,7 @@ TEST_F(FlyingScroll, AnyButtonStopsIt) {
     }
 }
 
-TEST_F(FlyingScroll, TiltStopsIt) {
+TEST_F(FlyingTest, TiltStopsIt) {
     for (const ButtonSlot tilt : {kTiltLeft, kTiltRight}) {
         UseFlying(kFastest);
         StartFlight();
@@ -165,7 +164,7 @@ TEST_F(FlyingScroll, TiltStopsIt) {
     }
 }
 
-TEST_F(FlyingScroll, NotchTheOtherWayStopsItAndOneTheSameWayDoesNot) {
+TEST_F(FlyingTest, NotchTheOtherWayStopsItAndOneTheSameWayDoesNot) {
     UseFlying(kFastest);
     StartFlight();
     hands.TurnWheelDown();
@@ -175,7 +174,7 @@ TEST_F(FlyingScroll, NotchTheOtherWayStopsItAndOneTheSameWayDoesNot) {
     ExpectStopped();
 }
 
-TEST_F(FlyingScroll, AnotherWindowInFrontStopsIt) {
+TEST_F(FlyingTest, AnotherWindowInFrontStopsIt) {
     Recorder& other = StartRecorder(L"other");
     recorder->ComeToFront();
     WaitUntilSeenInFront();
@@ -187,7 +186,7 @@ TEST_F(FlyingScroll, AnotherWindowInFrontStopsIt) {
     EXPECT_EQ(other.Arrived(0), Lines());
 }
 
-TEST_F(FlyingScroll, PauseStopsIt) {
+TEST_F(FlyingTest, PauseStopsIt) {
     UseFlying(kFastest);
     StartFlight();
     EXPECT_EQ(Ask({L"--pause"}), 0U);
@@ -196,7 +195,7 @@ TEST_F(FlyingScroll, PauseStopsIt) {
     EXPECT_EQ(recorder->Arrived(1, kLongerThanTheFirstNotch), Lines());
 }
 
-TEST_F(FlyingScroll, SettingsWithoutItStopIt) {
+TEST_F(FlyingTest, SettingsWithoutItStopIt) {
     UseFlying(kFastest);
     StartFlight();
     Store({});
@@ -206,14 +205,14 @@ TEST_F(FlyingScroll, SettingsWithoutItStopIt) {
     EXPECT_EQ(recorder->Arrived(1, kLongerThanTheFirstNotch), Lines());
 }
 
-TEST_F(FlyingScroll, OffByDefault) {
+TEST_F(FlyingTest, OffByDefault) {
     hands.FlickDown(5);  // nothing is stored
 
     EXPECT_EQ(recorder->Arrived(5 * kNotchesOfFlick), Turned(5 * kNotchesOfFlick));
     EXPECT_EQ(recorder->Arrived(1, kLongerThanTheFirstNotch), Lines());
 }
 
-TEST_F(FlyingScroll, MouseThatForbidsItDoesNotFly) {
+TEST_F(FlyingTest, MouseThatForbidsItDoesNotFly) {
     UseFlying(kFastest);
     EXPECT_EQ(Ask({L"--mouse", L"1234:5678:7:1:KvnSample:1"}), 0U);
     FlickOnce();
@@ -224,7 +223,7 @@ TEST_F(FlyingScroll, MouseThatForbidsItDoesNotFly) {
 
 // For scripts/flying-curve: copies what arrives in the flights of three speeds, with its times, to the file that the
 // environment names.
-TEST_F(FlyingScroll, DISABLED_FlightsAreMeasured) {
+TEST_F(FlyingTest, DISABLED_FlightsAreMeasured) {
     std::string flights;
     for (const int scrollSpeed : {2, 5, 10}) {
         UseFlying({.flicks = 1, .scrollSpeed = scrollSpeed});

@@ -4,9 +4,9 @@
 #include <thread>
 
 #include "tests/end_to_end/stored_state.h"
-#include "tests/end_to_end/text.h"
 #include "tests/service_end_to_end/expectations.h"
-#include "tests/service_end_to_end/world.h"
+#include "tests/service_end_to_end/service_world.h"
+#include "tests/support/narrow_text.h"
 #include "tests/support/waiting.h"
 
 namespace kvn::service_end_to_end {
@@ -32,7 +32,7 @@ Lines WithoutSameAgain(Lines lines) {
     return lines;
 }
 
-class Functions : public ServiceTest {
+class FunctionsTest : public ServiceTest {
 protected:
     void SetUp() override {
         ServiceTest::SetUp();
@@ -101,11 +101,11 @@ private:
     std::map<ButtonSlot, Clock::time_point> lastPush;
 };
 
-TEST_F(Functions, AllWorkOnTheOuterControls) {
+TEST_F(FunctionsTest, AllWorkOnTheOuterControls) {
     TryAllOn({kLeft, kRight, kBack, kTiltLeft, kTiltRight}, kForward, kWheel);
 }
 
-TEST_F(Functions, AllWorkOnWheelButtonAndForwardButton) {
+TEST_F(FunctionsTest, AllWorkOnWheelButtonAndForwardButton) {
     TryAllOn({kWheel, kForward}, kTiltRight, kBack);
 }
 

@@ -2,16 +2,16 @@
 #include "tests/end_to_end/profile_text.h"
 #include "tests/end_to_end/stored_state.h"
 #include "tests/end_to_end/story_waiting.h"
-#include "tests/end_to_end/text.h"
 #include "tests/service_end_to_end/pen.h"
-#include "tests/service_end_to_end/world.h"
+#include "tests/service_end_to_end/service_world.h"
+#include "tests/support/narrow_text.h"
 
 namespace kvn::service_end_to_end {
 namespace {
 
 using end_to_end::WaitFor;
 
-class Gestures : public ServiceTest {
+class DrawingGesturesTest : public ServiceTest {
 protected:
     void SetUp() override {
         ServiceTest::SetUp();
@@ -39,7 +39,7 @@ protected:
     Recorder* recorder = nullptr;
 };
 
-TEST_F(Gestures, StrokeActsAtTheReleaseAndItsTrailGoes) {
+TEST_F(DrawingGesturesTest, StrokeActsAtTheReleaseAndItsTrailGoes) {
     Draw("R");
     ExpectAll({});
     hands.Release(kWheel);
@@ -48,33 +48,33 @@ TEST_F(Gestures, StrokeActsAtTheReleaseAndItsTrailGoes) {
     ExpectAll({});
 }
 
-TEST_F(Gestures, StrokeOfTwoLettersTypesItsOwnKeys) {
+TEST_F(DrawingGesturesTest, StrokeOfTwoLettersTypesItsOwnKeys) {
     Draw("DR");
     hands.Release(kWheel);
     ExpectAll({"sent down Ctrl", "sent down Q [Ctrl]", "sent up Q [Ctrl]", "sent up Ctrl"});
 }
 
-TEST_F(Gestures, WhatIsHeldElsewhereBeginsAndEndsAtOnce) {
+TEST_F(DrawingGesturesTest, WhatIsHeldElsewhereBeginsAndEndsAtOnce) {
     Draw("RD");
     hands.Release(kWheel);
     ExpectAll({"sent down Ctrl", "sent up Ctrl"});
 }
 
-TEST_F(Gestures, UnknownStrokeDoesNothing) {
+TEST_F(DrawingGesturesTest, UnknownStrokeDoesNothing) {
     Draw("D");
     hands.Release(kWheel);
     pen.WaitUntilTrailHasGone();
     ExpectAll({});
 }
 
-TEST_F(Gestures, PressThatDrawsNothingIsAClick) {
+TEST_F(DrawingGesturesTest, PressThatDrawsNothingIsAClick) {
     BeginStroke();
     pen.MoveTo({80, 90});
     hands.Release(kWheel);
     ExpectAll({"sent wheel down", "sent wheel up"});
 }
 
-TEST_F(Gestures, RightButtonGivesTheStrokeUp) {
+TEST_F(DrawingGesturesTest, RightButtonGivesTheStrokeUp) {
     Draw("R");
     hands.Click(kRight);
     pen.WaitUntilTrailHasGone();
@@ -85,14 +85,14 @@ TEST_F(Gestures, RightButtonGivesTheStrokeUp) {
     ExpectAll({"real right down", "real right up"});
 }
 
-TEST_F(Gestures, StrokeThatWasGivenUpMakesNoClick) {
+TEST_F(DrawingGesturesTest, StrokeThatWasGivenUpMakesNoClick) {
     BeginStroke();
     hands.Click(kRight);
     hands.Release(kWheel);
     ExpectAll({});
 }
 
-TEST_F(Gestures, OtherButtonsAndTheWheelDoWhatTheyAlwaysDo) {
+TEST_F(DrawingGesturesTest, OtherButtonsAndTheWheelDoWhatTheyAlwaysDo) {
     Draw("R");
     hands.Click(kLeft);
     hands.Click(kBack);
@@ -102,7 +102,7 @@ TEST_F(Gestures, OtherButtonsAndTheWheelDoWhatTheyAlwaysDo) {
     ExpectAll({"sent down Ctrl", "sent down C [Ctrl]", "sent up C [Ctrl]", "sent up Ctrl"});
 }
 
-TEST_F(Gestures, TrailTakesNoFocus) {
+TEST_F(DrawingGesturesTest, TrailTakesNoFocus) {
     const auto windowLines = [&] {
         Lines lines = recorder->All();
         std::erase_if(lines, [](const std::string& line) { return !line.starts_with("window "); });
@@ -116,7 +116,7 @@ TEST_F(Gestures, TrailTakesNoFocus) {
     EXPECT_EQ(windowLines(), before);
 }
 
-TEST_F(Gestures, PauseGivesTheStrokeUp) {
+TEST_F(DrawingGesturesTest, PauseGivesTheStrokeUp) {
     Draw("R");
     EXPECT_EQ(Ask({L"--pause"}), 0U);
     pen.WaitUntilTrailHasGone();
@@ -124,7 +124,7 @@ TEST_F(Gestures, PauseGivesTheStrokeUp) {
     ExpectAll({});
 }
 
-TEST_F(Gestures, LockGivesTheStrokeUp) {
+TEST_F(DrawingGesturesTest, LockGivesTheStrokeUp) {
     Draw("R");
     SendMessageW(ServiceWindow(), WM_WTSSESSION_CHANGE, WTS_SESSION_LOCK, 0);
     pen.WaitUntilTrailHasGone();
@@ -132,11 +132,11 @@ TEST_F(Gestures, LockGivesTheStrokeUp) {
     ExpectAll({});
 }
 
-TEST_F(Gestures, ProgramWithAnotherProfileGivesTheStrokeUp) {
+TEST_F(DrawingGesturesTest, ProgramWithAnotherProfileGivesTheStrokeUp) {
     end_to_end::WriteFileBytes(
-        ProfileFile(), end_to_end::ProfileFileText(
-                           {{.name = "Default"},
-                            {.name = "Beta", .programs = {{"beta", end_to_end::Narrow(Scratch()) + "beta.exe"}}}}));
+        ProfileFile(),
+        end_to_end::ProfileFileText(
+            {{.name = "Default"}, {.name = "Beta", .programs = {{"beta", test::Narrow(Scratch()) + "beta.exe"}}}}));
     Recorder& beta = StartRecorder(L"beta");
     WaitFor("the other profile", [&] {
         hands.MoveTo(beta.Middle());

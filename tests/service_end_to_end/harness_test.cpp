@@ -1,13 +1,13 @@
 // The means of these tests, without any service: what the hands do arrives as real, what a program sends as sent.
 #include "tests/end_to_end/input.h"
-#include "tests/service_end_to_end/world.h"
+#include "tests/service_end_to_end/service_world.h"
 
 namespace kvn::service_end_to_end {
 namespace {
 
-class Harness : public ServiceTest {};
+class HarnessTest : public ServiceTest {};
 
-TEST_F(Harness, EveryControlArrivesAsARealOne) {
+TEST_F(HarnessTest, EveryControlArrivesAsARealOne) {
     Recorder& recorder = StartRecorder();
     for (const ButtonSlot control : {kLeft, kRight, kWheel, kBack, kForward, kTiltLeft, kTiltRight}) {
         hands.Click(control);
@@ -19,7 +19,7 @@ TEST_F(Harness, EveryControlArrivesAsARealOne) {
                          "real hwheel -120", "real hwheel 120", "real turn 120", "real turn -120"});
 }
 
-TEST_F(Harness, KeysAreToldApartByWhoPressedThem) {
+TEST_F(HarnessTest, KeysAreToldApartByWhoPressedThem) {
     Recorder& recorder = StartRecorder();
     hands.HoldKey("Shift_L");
     hands.PressKey("c");

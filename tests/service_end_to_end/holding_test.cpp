@@ -3,8 +3,9 @@
 #include <chrono>
 #include <thread>
 
+#include "platform/unique_resource.h"
 #include "tests/end_to_end/story_waiting.h"
-#include "tests/service_end_to_end/world.h"
+#include "tests/service_end_to_end/service_world.h"
 
 namespace kvn::service_end_to_end {
 namespace {
@@ -38,7 +39,27 @@ private:
     DWORD speed = 31;
 };
 
-class Holding : public ServiceTest {
+// Stops a process in the middle of whatever it does, and lets it go on.
+class StoppedProcess {
+public:
+    explicit StoppedProcess(DWORD id) : process(OpenProcess(PROCESS_SUSPEND_RESUME, FALSE, id)) {
+        EXPECT_EQ(Call("NtSuspendProcess"), 0);
+    }
+    ~StoppedProcess() { EXPECT_EQ(Call("NtResumeProcess"), 0); }
+    StoppedProcess(const StoppedProcess&) = delete;
+    StoppedProcess& operator=(const StoppedProcess&) = delete;
+
+private:
+    LONG Call(const char* name) const {
+        using Function = LONG WINAPI(HANDLE);
+        const FARPROC found = GetProcAddress(GetModuleHandleW(L"ntdll.dll"), name);
+        return found == nullptr ? -1 : reinterpret_cast<Function*>(reinterpret_cast<void*>(found))(process.Get());
+    }
+
+    platform::UniqueKernelObject process;
+};
+
+class HoldingTest : public ServiceTest {
 protected:
     void SetUp() override {
         ServiceTest::SetUp();
@@ -56,7 +77,7 @@ protected:
     Recorder* recorder = nullptr;
 };
 
-TEST_F(Holding, KeyRepeatsWithTheKeyboardsDelayUntilTheRelease) {
+TEST_F(HoldingTest, KeyRepeatsWithTheKeyboardsDelayUntilTheRelease) {
     const QuickKeyboard keyboard;
     UseFunctions({{kBack, Function::kEnter}});
     const auto begin = Clock::now();
@@ -74,7 +95,7 @@ TEST_F(Holding, KeyRepeatsWithTheKeyboardsDelayUntilTheRelease) {
     EXPECT_EQ(repeats, Lines(repeats.size(), "sent down Enter again"));
 }
 
-TEST_F(Holding, OnlyTheLastKeyThatIsNoModifierRepeats) {
+TEST_F(HoldingTest, OnlyTheLastKeyThatIsNoModifierRepeats) {
     const QuickKeyboard keyboard;
     UseFunctions({{kBack, Function::kKeys}}, {{kBack, L"Left Shift+A+B"}});
     hands.Press(kBack);
@@ -87,7 +108,7 @@ TEST_F(Holding, OnlyTheLastKeyThatIsNoModifierRepeats) {
     EXPECT_EQ(end, (Lines{"sent up B [Shift]", "sent up A [Shift]", "sent up Shift"}));
 }
 
-TEST_F(Holding, HorizontalScrollingGoesOnTenTimesASecond) {
+TEST_F(HoldingTest, HorizontalScrollingGoesOnTenTimesASecond) {
     Use({.functions = {{kBack, kScrollRight}}, .horizontalSpeed = 6}, *recorder);
     const auto begin = Clock::now();
     hands.Press(kBack);
@@ -100,7 +121,7 @@ TEST_F(Holding, HorizontalScrollingGoesOnTenTimesASecond) {
     ExpectAll({});
 }
 
-TEST_F(Holding, TiltsOwnReportsAreMultipliedBySpeed) {
+TEST_F(HoldingTest, TiltsOwnReportsAreMultipliedBySpeed) {
     constexpr int kNatural = 4;
     for (int speed = 1; speed <= 8; ++speed) {
         SCOPED_TRACE(speed);
@@ -114,7 +135,7 @@ TEST_F(Holding, TiltsOwnReportsAreMultipliedBySpeed) {
     }
 }
 
-TEST_F(Holding, OneThatActsOnceActsOnceInAPushOfTheTilt) {
+TEST_F(HoldingTest, OneThatActsOnceActsOnceInAPushOfTheTilt) {
     UseFunctions({{kTiltLeft, kCopy}, {kTiltRight, Function::kTab}});
     for (int report = 0; report < 4; ++report) hands.Press(kTiltLeft);
     ExpectAll({"sent down Ctrl", "sent down C [Ctrl]", "sent up C [Ctrl]", "sent up Ctrl"});
@@ -125,7 +146,7 @@ TEST_F(Holding, OneThatActsOnceActsOnceInAPushOfTheTilt) {
     ExpectAll({"sent down Ctrl", "sent down C [Ctrl]", "sent up C [Ctrl]", "sent up Ctrl"});
 }
 
-TEST_F(Holding, ModifierOnAButtonWorksWithWheelClickAndKeyboard) {
+TEST_F(HoldingTest, ModifierOnAButtonWorksWithWheelClickAndKeyboard) {
     UseFunctions({{kBack, kCtrl}, {kForward, Function::kShift}});
     hands.Press(kBack);
     Expect({"sent down Ctrl"});
@@ -143,7 +164,7 @@ TEST_F(Holding, ModifierOnAButtonWorksWithWheelClickAndKeyboard) {
     ExpectAll({"real right down [Shift]", "real right up [Shift]", "sent up Shift"});
 }
 
-TEST_F(Holding, TwoControlsThatHoldOneKeyCount) {
+TEST_F(HoldingTest, TwoControlsThatHoldOneKeyCount) {
     UseFunctions({{kBack, kCtrl}, {kForward, kCtrl}, {kRight, kCtrl}});
     hands.Press(kBack);
     Expect({"sent down Ctrl"});
@@ -156,7 +177,7 @@ TEST_F(Holding, TwoControlsThatHoldOneKeyCount) {
     ExpectAll({"sent up Ctrl"});
 }
 
-TEST_F(Holding, TwoControlsThatHoldOneButtonCount) {
+TEST_F(HoldingTest, TwoControlsThatHoldOneButtonCount) {
     UseFunctions({{kBack, kRightClick}, {kForward, kRightClick}});
     hands.Press(kBack);
     hands.Press(kForward);
@@ -166,7 +187,7 @@ TEST_F(Holding, TwoControlsThatHoldOneButtonCount) {
     ExpectAll({"sent right up"});
 }
 
-TEST_F(Holding, ShiftOnOneButtonAndTabOnAnotherAreShiftTab) {
+TEST_F(HoldingTest, ShiftOnOneButtonAndTabOnAnotherAreShiftTab) {
     UseFunctions({{kBack, Function::kShift}, {kForward, Function::kTab}});
     hands.Press(kBack);
     hands.Click(kForward);
@@ -174,7 +195,7 @@ TEST_F(Holding, ShiftOnOneButtonAndTabOnAnotherAreShiftTab) {
     ExpectAll({"sent down Shift", "sent down Tab [Shift]", "sent up Tab [Shift]", "sent up Shift"});
 }
 
-TEST_F(Holding, KeyWithoutModifierJoinsTheKeyboardsOne) {
+TEST_F(HoldingTest, KeyWithoutModifierJoinsTheKeyboardsOne) {
     UseFunctions({{kBack, Function::kTab}});
     hands.HoldKey("Shift_L");
     hands.Click(kBack);
@@ -183,7 +204,7 @@ TEST_F(Holding, KeyWithoutModifierJoinsTheKeyboardsOne) {
     ExpectAll({"real up Shift"});
 }
 
-TEST_F(Holding, ChordArrivesAsNamedWhileShiftIsHeldOnTheKeyboard) {
+TEST_F(HoldingTest, ChordArrivesAsNamedWhileShiftIsHeldOnTheKeyboard) {
     UseFunctions({{kBack, kCopy}});
     hands.HoldKey("Shift_L");
     Expect({"real down Shift"});
@@ -200,7 +221,7 @@ TEST_F(Holding, ChordArrivesAsNamedWhileShiftIsHeldOnTheKeyboard) {
     EXPECT_FALSE(IsDown(VK_CONTROL));
 }
 
-TEST_F(Holding, ModifierThatTheUserHoldsIsNeitherPressedNorReleased) {
+TEST_F(HoldingTest, ModifierThatTheUserHoldsIsNeitherPressedNorReleased) {
     UseFunctions({{kBack, kCopy}});
     hands.HoldKey("Control_L");
     Expect({"real down Ctrl"});
@@ -210,7 +231,7 @@ TEST_F(Holding, ModifierThatTheUserHoldsIsNeitherPressedNorReleased) {
     ExpectAll({"real up Ctrl"});
 }
 
-TEST_F(Holding, OffKeepsPressAndRelease) {
+TEST_F(HoldingTest, OffKeepsPressAndRelease) {
     UseFunctions({{kBack, kOff}, {kRight, kOff}, {kTiltLeft, kOff}});
     hands.Click(kBack);
     hands.Click(kRight);
@@ -218,13 +239,13 @@ TEST_F(Holding, OffKeepsPressAndRelease) {
     ExpectAll({});
 }
 
-TEST_F(Holding, LeftButtonClicksWhenNoControlHasTheLeftClick) {
+TEST_F(HoldingTest, LeftButtonClicksWhenNoControlHasTheLeftClick) {
     UseFunctions({{kLeft, kCopy}});
     hands.Click(kLeft);
     ExpectAll({"real left down", "real left up"});
 }
 
-TEST_F(Holding, FunctionEndsAtTheChangeWhenTheControlGetsAnotherOne) {
+TEST_F(HoldingTest, FunctionEndsAtTheChangeWhenTheControlGetsAnotherOne) {
     UseFunctions({{kBack, kCtrl}});
     hands.Press(kBack);
     Expect({"sent down Ctrl"});
@@ -235,7 +256,7 @@ TEST_F(Holding, FunctionEndsAtTheChangeWhenTheControlGetsAnotherOne) {
     ExpectAll({});
 }
 
-TEST_F(Holding, FunctionThatStaysEndsAtTheRelease) {
+TEST_F(HoldingTest, FunctionThatStaysEndsAtTheRelease) {
     UseFunctions({{kBack, kCtrl}});
     hands.Press(kBack);
     Expect({"sent down Ctrl"});
@@ -250,7 +271,7 @@ TEST_F(Holding, FunctionThatStaysEndsAtTheRelease) {
     ExpectAll({"sent up Ctrl"});
 }
 
-TEST_F(Holding, ReleaseOfAPassedPressPassesAfterAChange) {
+TEST_F(HoldingTest, ReleaseOfAPassedPressPassesAfterAChange) {
     UseFunctions({});
     hands.Press(kBack);
     Expect({"real back down"});
@@ -259,7 +280,7 @@ TEST_F(Holding, ReleaseOfAPassedPressPassesAfterAChange) {
     ExpectAll({"real back up"});
 }
 
-TEST_F(Holding, ReleaseOfAKeptPressIsKeptAfterAChange) {
+TEST_F(HoldingTest, ReleaseOfAKeptPressIsKeptAfterAChange) {
     UseFunctions({{kBack, kOff}});
     hands.Press(kBack);
     UseFunctions({});
@@ -269,7 +290,7 @@ TEST_F(Holding, ReleaseOfAKeptPressIsKeptAfterAChange) {
     ExpectAll({"real back down", "real back up"});
 }
 
-TEST_F(Holding, PauseReleasesWhatIsHeldAndLeavesEverythingNatural) {
+TEST_F(HoldingTest, PauseReleasesWhatIsHeldAndLeavesEverythingNatural) {
     UseFunctions({{kBack, kCtrl}});
     hands.Press(kBack);
     Expect({"sent down Ctrl"});
@@ -286,7 +307,7 @@ TEST_F(Holding, PauseReleasesWhatIsHeldAndLeavesEverythingNatural) {
     ExpectAll({"sent down Ctrl", "sent up Ctrl"});
 }
 
-TEST_F(Holding, LockReleasesWhatIsHeldAndTheReleaseIsKept) {
+TEST_F(HoldingTest, LockReleasesWhatIsHeldAndTheReleaseIsKept) {
     UseFunctions({{kBack, kCtrl}});
     hands.Press(kBack);
     Expect({"sent down Ctrl"});
@@ -299,7 +320,7 @@ TEST_F(Holding, LockReleasesWhatIsHeldAndTheReleaseIsKept) {
     ExpectAll({"sent down Ctrl", "sent up Ctrl"});
 }
 
-TEST_F(Holding, ExitReleasesWhatIsHeld) {
+TEST_F(HoldingTest, ExitReleasesWhatIsHeld) {
     UseFunctions({{kBack, kCtrl}, {kRight, kMiddleClick}});
     hands.Press(kBack);
     hands.Press(kRight);
@@ -315,7 +336,27 @@ TEST_F(Holding, ExitReleasesWhatIsHeld) {
     ExpectAll({"real back down", "real back up"});
 }
 
-TEST_F(Holding, InputOfProgramsPasses) {
+TEST_F(HoldingTest, ReleaseThatTheServiceMissedEndsItsFunctionAndIsNotKeptLater) {
+    UseFunctions({{kBack, kCtrl}});
+    hands.Press(kBack);
+    Expect({"sent down Ctrl"});
+    {
+        const StoppedProcess stopped(ServiceProcess());
+        hands.Release(kBack);
+        Expect({"real back up [Ctrl]"});  // Windows waits for the hook no longer
+    }
+    Expect({"sent up Ctrl"});
+    {
+        const StoppedProcess stopped(ServiceProcess());
+        hands.Press(kBack);
+        Expect({"real back down"});
+    }
+    WaitFor("the service to answer", [&] { return Status()["hook"] == "alive"; });
+    hands.Release(kBack);
+    ExpectAll({"real back up"});
+}
+
+TEST_F(HoldingTest, InputOfProgramsPasses) {
     UseFunctions({{kBack, kOff}});
     INPUT input{};
     input.type = INPUT_MOUSE;

@@ -9,7 +9,7 @@
 #include <random>
 
 #include "tests/end_to_end/story_waiting.h"
-#include "tests/service_end_to_end/world.h"
+#include "tests/service_end_to_end/service_world.h"
 #include "tests/support/platform.h"
 #include "tests/support/waiting.h"
 
@@ -56,7 +56,7 @@ int KillCount() {
     return wanted == nullptr ? kUsualKills : std::atoi(wanted);
 }
 
-class Killing : public ServiceTest {
+class KillingTest : public ServiceTest {
 protected:
     void SetUp() override {
         ServiceTest::SetUp();
@@ -134,7 +134,7 @@ protected:
     platform::UniqueKernelObject killedProcess;
 };
 
-TEST_F(Killing, WatcherReleasesWhatWasHeldAndStartsTheServiceAgain) {
+TEST_F(KillingTest, WatcherReleasesWhatWasHeldAndStartsTheServiceAgain) {
     hands.Press(kBack);
     hands.Press(kForward);
     Expect(*recorder, {"sent down Ctrl", "sent right down [Ctrl]"});
@@ -150,7 +150,7 @@ TEST_F(Killing, WatcherReleasesWhatWasHeldAndStartsTheServiceAgain) {
     EXPECT_EQ(Status()["vid"], "1234") << "the options hold for the new one";
 }
 
-TEST_F(Killing, WatcherThatIsKilledIsStartedAgain) {
+TEST_F(KillingTest, WatcherThatIsKilledIsStartedAgain) {
     const DWORD watcher = Watcher(ServiceProcess());
     const DWORD service = ServiceProcess();
     const platform::UniqueKernelObject killedWatcher = Kill(watcher);
@@ -167,7 +167,7 @@ TEST_F(Killing, WatcherThatIsKilledIsStartedAgain) {
     hands.Release(kBack);
 }
 
-TEST_F(Killing, MouseIsNaturalWhenBothAreKilled) {
+TEST_F(KillingTest, MouseIsNaturalWhenBothAreKilled) {
     const DWORD service = ServiceProcess();
     const platform::UniqueKernelObject killedWatcher = Kill(Watcher(service));
     const platform::UniqueKernelObject killedService = Kill(service);
@@ -179,7 +179,7 @@ TEST_F(Killing, MouseIsNaturalWhenBothAreKilled) {
     WaitForNewService();
 }
 
-TEST_F(Killing, ServiceThatIsKilledAgainAndAgainIsLeftDead) {
+TEST_F(KillingTest, ServiceThatIsKilledAgainAndAgainIsLeftDead) {
     for (int kill = 0; kill < kKillsOfOneStart; ++kill) {
         KillService();
         WaitForNewService();
@@ -190,7 +190,7 @@ TEST_F(Killing, ServiceThatIsKilledAgainAndAgainIsLeftDead) {
     ExpectAll(*recorder, {"real back down", "real back up"});
 }
 
-TEST_F(Killing, QuitEndsBoth) {
+TEST_F(KillingTest, QuitEndsBoth) {
     hands.Press(kBack);
     Expect(*recorder, {"sent down Ctrl"});
     EXPECT_EQ(Ask({L"--quit"}), 0U);
@@ -199,7 +199,7 @@ TEST_F(Killing, QuitEndsBoth) {
     EXPECT_EQ(Ask({L"--quit"}), 0U);
 }
 
-TEST_F(Killing, KilledInTheMiddleOfPresses) {
+TEST_F(KillingTest, KilledInTheMiddleOfPresses) {
     // One of its threads goes on, so nobody can hear of its end; the test would wait for it until its time is over.
     if (test::WineVersion() >= 10) GTEST_SKIP() << "Wine 10 does not always end a process that is killed at a press";
     std::mt19937 random(20240229);  // NOLINT: the same each time

@@ -12,7 +12,7 @@
 #include "tests/end_to_end/story_waiting.h"
 #include "tests/end_to_end/windows_of_process.h"
 #include "tests/service_end_to_end/pen.h"
-#include "tests/service_end_to_end/world.h"
+#include "tests/service_end_to_end/service_world.h"
 
 namespace kvn::service_end_to_end {
 namespace {
@@ -26,7 +26,7 @@ LRESULT AskAbout(HWND window, platform::ServiceButton button) {
                         static_cast<LPARAM>(button));
 }
 
-class PageAndService : public ServiceTest {
+class PageAndServiceTest : public ServiceTest {
 protected:
     Sheet OpenSheet() {
         const std::wstring folder = end_to_end::ProgramFolder();
@@ -78,7 +78,7 @@ protected:
 
 const Lines kCopyLines{"sent down Ctrl", "sent down C [Ctrl]", "sent up C [Ctrl]", "sent up Ctrl"};
 
-TEST_F(PageAndService, FunctionThatIsChosenOnThePageHappens) {
+TEST_F(PageAndServiceTest, FunctionThatIsChosenOnThePageHappens) {
     StartService();
     Recorder& recorder = StartRecorder();
     const Sheet sheet = OpenSheet();
@@ -93,7 +93,7 @@ TEST_F(PageAndService, FunctionThatIsChosenOnThePageHappens) {
     ExpectAll(recorder, {"sent down Enter", "sent up Enter"});
 }
 
-TEST_F(PageAndService, StrokeThatIsRecordedOnThePageActsOverAProgram) {
+TEST_F(PageAndServiceTest, StrokeThatIsRecordedOnThePageActsOverAProgram) {
     end_to_end::WriteFileBytes(ProfileFile(), end_to_end::ProfileFileText({{"Default", {{"tbutton", "36"}}}}));
     Store({.functions = {{kWheel, kGesture}}});
     StartService();
@@ -135,7 +135,7 @@ TEST_F(PageAndService, StrokeThatIsRecordedOnThePageActsOverAProgram) {
     });
 }
 
-TEST_F(PageAndService, GesturesRestWhileTheEditorIsOpen) {
+TEST_F(PageAndServiceTest, GesturesRestWhileTheEditorIsOpen) {
     end_to_end::WriteFileBytes(ProfileFile(), end_to_end::ProfileFileText({{"Default", {{"tbutton", "36"}}}}));
     Store({.functions = {{kWheel, kGesture}}, .gestures = {L"R\t10\tcopy\t"}});
     StartService();
@@ -161,7 +161,7 @@ TEST_F(PageAndService, GesturesRestWhileTheEditorIsOpen) {
     });
 }
 
-TEST_F(PageAndService, QuestionIsAnsweredByTheRealButtonWhosePressIsKept) {
+TEST_F(PageAndServiceTest, QuestionIsAnsweredByTheRealButtonWhosePressIsKept) {
     StartService();
     Recorder& recorder = StartRecorder();
     Use({.functions = {{kBack, kCopy}}}, recorder);
@@ -179,7 +179,7 @@ TEST_F(PageAndService, QuestionIsAnsweredByTheRealButtonWhosePressIsKept) {
     ExpectAll(recorder, kCopyLines);
 }
 
-TEST_F(PageAndService, WithoutAnyMouseTheProbeIsRefusedAndEverythingIsNatural) {
+TEST_F(PageAndServiceTest, WithoutAnyMouseTheProbeIsRefusedAndEverythingIsNatural) {
     Store({.functions = {{kBack, kOff}}});
     StartService({L"--mouse", L"none"});
     EXPECT_EQ(SendMessageW(ServiceWindow(), static_cast<UINT>(platform::ServiceMessage::Probe), 0, 0),
@@ -189,7 +189,7 @@ TEST_F(PageAndService, WithoutAnyMouseTheProbeIsRefusedAndEverythingIsNatural) {
     ExpectAll(recorder, {"real back down", "real back up"});
 }
 
-TEST_F(PageAndService, SwappedButtonsStayAsTheUserSeesThem) {
+TEST_F(PageAndServiceTest, SwappedButtonsStayAsTheUserSeesThem) {
     StartService();
     Recorder& recorder = StartRecorder();
     SwapMouseButton(TRUE);

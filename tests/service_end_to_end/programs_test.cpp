@@ -4,8 +4,8 @@
 #include "tests/end_to_end/profile_text.h"
 #include "tests/end_to_end/stored_state.h"
 #include "tests/end_to_end/story_waiting.h"
-#include "tests/end_to_end/text.h"
-#include "tests/service_end_to_end/world.h"
+#include "tests/service_end_to_end/service_world.h"
+#include "tests/support/narrow_text.h"
 
 namespace kvn::service_end_to_end {
 namespace {
@@ -13,7 +13,7 @@ namespace {
 using end_to_end::ProfileText;
 using end_to_end::WaitFor;
 
-class Programs : public ServiceTest {
+class ProgramsTest : public ServiceTest {
 protected:
     // Back types Q by the selected profile, A in alpha and B in beta.
     void SetUp() override {
@@ -27,7 +27,7 @@ protected:
                        const std::vector<std::string>& programs = {}) const {
         ProfileText profile{.name = name, .elements = {{"button4", "37"}, {"button4_etcKey", key}}};
         for (const std::string& program : programs) {
-            profile.programs.push_back({program, end_to_end::Narrow(Scratch()) + program + ".exe"});
+            profile.programs.push_back({program, test::Narrow(Scratch()) + program + ".exe"});
         }
         return profile;
     }
@@ -45,7 +45,7 @@ protected:
     }
 };
 
-TEST_F(Programs, EachHasItsOwnProfileWhileItIsInFront) {
+TEST_F(ProgramsTest, EachHasItsOwnProfileWhileItIsInFront) {
     Recorder& alpha = StartRecorder(L"alpha");
     WaitForKey(alpha, "A");
     Recorder& beta = StartRecorder(L"beta");
@@ -60,7 +60,7 @@ TEST_F(Programs, EachHasItsOwnProfileWhileItIsInFront) {
     WaitForKeyInFront(beta, "B");
 }
 
-TEST_F(Programs, ProgramIsFoundByFileNameAlone) {
+TEST_F(ProgramsTest, ProgramIsFoundByFileNameAlone) {
     ProfileText profile = Typing("Everywhere", "E");
     profile.programs.push_back({"other", "OTHER.exe"});
     WriteProfiles({Typing("Default", "Q"), profile});
@@ -68,7 +68,7 @@ TEST_F(Programs, ProgramIsFoundByFileNameAlone) {
     WaitForKey(other, "E");
 }
 
-TEST_F(Programs, ProgramThatComesToTheFrontWhileAControlIsHeldEndsItsFunctionOnce) {
+TEST_F(ProgramsTest, ProgramThatComesToTheFrontWhileAControlIsHeldEndsItsFunctionOnce) {
     WriteProfiles({Typing("Default", "Q"), Typing("Beta", "B", {"beta"})});
     Recorder& other = StartRecorder(L"other");
     Use({.functions = {{kBack, kCtrl}}}, other);
@@ -81,7 +81,7 @@ TEST_F(Programs, ProgramThatComesToTheFrontWhileAControlIsHeldEndsItsFunctionOnc
     WaitForKey(beta, "B");
 }
 
-TEST_F(Programs, ForcedProfileCountsUntilAutomatic) {
+TEST_F(ProgramsTest, ForcedProfileCountsUntilAutomatic) {
     Recorder& alpha = StartRecorder(L"alpha");
     WaitForKey(alpha, "A");
     EXPECT_EQ(Ask({L"--profile", L"Beta"}), 0U);
@@ -93,34 +93,34 @@ TEST_F(Programs, ForcedProfileCountsUntilAutomatic) {
     WaitForKey(alpha, "A");
 }
 
-TEST_F(Programs, ChangedFileIsReadWithoutAnyMessage) {
+TEST_F(ProgramsTest, ChangedFileIsReadWithoutAnyMessage) {
     Recorder& alpha = StartRecorder(L"alpha");
     WaitForKey(alpha, "A");
     WriteProfiles({Typing("Default", "Q"), Typing("Alpha", "Z", {"alpha"})});
     WaitForKey(alpha, "Z");
 }
 
-TEST_F(Programs, ChangedRegistryIsReadWithoutAnyMessage) {
+TEST_F(ProgramsTest, ChangedRegistryIsReadWithoutAnyMessage) {
     Recorder& other = StartRecorder(L"other");
     WaitForKey(other, "Q");
     Store({.functions = {{kBack, Function::kKeys}}, .keys = {{kBack, L"W"}}});
     WaitForKey(other, "W");
 }
 
-TEST_F(Programs, NamesOfProfilesAreReadInTheUsersCodePage) {
+TEST_F(ProgramsTest, NamesOfProfilesAreReadInTheUsersCodePage) {
     WriteProfiles({Typing("Default", "Q"), Typing("\x80uro \xE4\x92", "E")});
     WaitFor("the profile to be known", [&] { return Ask({L"--profile", L"\x20ACuro \xE4\x2019"}) == 0; });
     EXPECT_EQ(Status()["profile"], "\xE2\x82\xACuro \xC3\xA4\xE2\x80\x99");
 }
 
-TEST_F(Programs, DeletedFileTiesNoProgram) {
+TEST_F(ProgramsTest, DeletedFileTiesNoProgram) {
     Recorder& alpha = StartRecorder(L"alpha");
     WaitForKey(alpha, "A");
     DeleteFileW(ProfileFile().c_str());
     WaitForKey(alpha, "Q");
 }
 
-TEST_F(Programs, BrokenFileLeavesTheProfilesAsTheyWere) {
+TEST_F(ProgramsTest, BrokenFileLeavesTheProfilesAsTheyWere) {
     Recorder& alpha = StartRecorder(L"alpha");
     WaitForKey(alpha, "A");
     Store({.functions = {{kBack, Function::kKeys}}, .keys = {{kBack, L"W"}}});

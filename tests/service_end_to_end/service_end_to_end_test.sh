@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Runs the service's tests in a Windows of their own: a display that nobody sees, a mouse and a keyboard on it, and a Wine
 # prefix with programs to open. $1 is the folder of the programs; the rest goes to the test program, for example
-# --gtest_filter=Gestures.* With KVN_LOCALE=ja_JP.UTF-8 in the environment the user is Japanese; KVN_TEST_PROGRAM names
+# --gtest_filter=DrawingGesturesTest.* With KVN_LOCALE=ja_JP.UTF-8 in the environment the user is Japanese; KVN_TEST_PROGRAM names
 # another copy of the test program.
 set -euo pipefail
 # shellcheck source=scripts/common.sh

@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <random>
 
-#include "tests/service_end_to_end/world.h"
+#include "tests/service_end_to_end/service_world.h"
 #include "tests/support/process_use.h"
 
 namespace kvn::service_end_to_end {
@@ -24,7 +24,7 @@ std::chrono::minutes WantedTime() {
     return std::chrono::minutes(wanted == nullptr ? 0 : std::atoi(wanted));
 }
 
-class Soak : public ServiceTest {
+class ServiceSoakTest : public ServiceTest {
 protected:
     std::chrono::seconds LongestTime() const override { return ServiceTest::LongestTime() + 2 * WantedTime(); }
 
@@ -87,7 +87,7 @@ protected:
     long events = 0;
 };
 
-TEST_F(Soak, ALongLifeLeavesItAsItWas) {
+TEST_F(ServiceSoakTest, ALongLifeLeavesItAsItWas) {
     if (WantedTime().count() == 0) GTEST_SKIP() << "without KVN_SOAK_MINUTES";
     Start();
     for (int moment = 0; moment < 10; ++moment) LiveAMoment();

@@ -7,15 +7,14 @@
 #include "tests/end_to_end/profile_text.h"
 #include "tests/end_to_end/stored_state.h"
 #include "tests/end_to_end/story_waiting.h"
-#include "tests/end_to_end/text.h"
 #include "tests/end_to_end/windows_of_process.h"
 #include "tests/service_end_to_end/pen.h"
-#include "tests/service_end_to_end/world.h"
+#include "tests/service_end_to_end/service_world.h"
+#include "tests/support/narrow_text.h"
 
 namespace kvn::service_end_to_end {
 namespace {
 
-using end_to_end::Narrow;
 using end_to_end::WaitFor;
 using Row = std::array<std::string, 4>;
 using Rows = std::vector<Row>;
@@ -27,7 +26,7 @@ constexpr SIZE kPlainSize{600, 340};
 
 std::string InUsersLanguage(const char* english, const wchar_t* japanese) {
     const bool isJapanese = PRIMARYLANGID(GetUserDefaultUILanguage()) == LANG_JAPANESE;
-    return isJapanese ? Narrow(japanese) : english;
+    return isJapanese ? test::Narrow(japanese) : english;
 }
 
 HWND TryWindow() {
@@ -35,7 +34,7 @@ HWND TryWindow() {
     return window != nullptr && IsWindowVisible(window) ? window : nullptr;
 }
 
-class TryButtons : public ServiceTest {
+class TryingButtonsTest : public ServiceTest {
 protected:
     void SetUp() override {
         ServiceTest::SetUp();
@@ -75,7 +74,7 @@ protected:
     const std::string wheel = InUsersLanguage("Center button", L"中央ボタン");
 };
 
-TEST_F(TryButtons, PressesThatPassAreListedToo) {
+TEST_F(TryingButtonsTest, PressesThatPassAreListedToo) {
     Open();
     recorder->ComeToFront();
     const std::string program = "painter.exe";
@@ -96,7 +95,7 @@ TEST_F(TryButtons, PressesThatPassAreListedToo) {
                program}}));
 }
 
-TEST_F(TryButtons, PressesThatAreKeptAreListedAndActAsAlways) {
+TEST_F(TryingButtonsTest, PressesThatAreKeptAreListedAndActAsAlways) {
     Use({.functions = {{kBack, kCopy}, {kForward, kKeys}, {kRight, kOff}, {kTiltLeft, kMaximize}},
          .keys = {{kForward, L"Left Ctrl+Left Shift+K"}}},
         *recorder);
@@ -113,9 +112,9 @@ TEST_F(TryButtons, PressesThatAreKeptAreListedAndActAsAlways) {
     EXPECT_EQ(arrived.front(), "sent down Ctrl");
 }
 
-TEST_F(TryButtons, WindowItselfIsNotTheProgramInFront) {
+TEST_F(TryingButtonsTest, WindowItselfIsNotTheProgramInFront) {
     end_to_end::ProfileText painting{.name = "Painting", .elements = {{"button4", "38"}}};
-    painting.programs.push_back({"painter", Narrow(Scratch()) + "painter.exe"});
+    painting.programs.push_back({"painter", test::Narrow(Scratch()) + "painter.exe"});
     end_to_end::WriteFileBytes(ProfileFile(), end_to_end::ProfileFileText({{.name = "Default"}, painting}));
     Announce();
     recorder->ComeToFront();
@@ -140,7 +139,7 @@ TEST_F(TryButtons, WindowItselfIsNotTheProgramInFront) {
     EXPECT_EQ(last[1], InUsersLanguage("Back (Internet Explorer)", L"戻る (Internet Explorer)"));
 }
 
-TEST_F(TryButtons, GesturesAreNamedWhenTheyAreDrawn) {
+TEST_F(TryingButtonsTest, GesturesAreNamedWhenTheyAreDrawn) {
     Use({.functions = {{kWheel, kGesture}}, .gestures = {L"R\t10\tcopy\t"}}, *recorder, kForward);
     Open();
     recorder->ComeToFront();
@@ -161,7 +160,7 @@ TEST_F(TryButtons, GesturesAreNamedWhenTheyAreDrawn) {
     EXPECT_EQ(rows[3][1], InUsersLanguage("Gesture D: not registered", L"ジェスチャ D: 登録されていません"));
 }
 
-TEST_F(TryButtons, PausedPressesSaySo) {
+TEST_F(TryingButtonsTest, PausedPressesSaySo) {
     Use({.functions = {{kBack, kCopy}}}, *recorder);
     Open();
     EXPECT_EQ(Ask({L"--pause"}), 0U);
@@ -170,9 +169,9 @@ TEST_F(TryButtons, PausedPressesSaySo) {
               InUsersLanguage("Back (Internet Explorer) (paused)", L"戻る (Internet Explorer) (一時停止中)"));
 }
 
-TEST_F(TryButtons, EscClosesAndASecondStartComesToTheSameWindow) {
+TEST_F(TryingButtonsTest, EscClosesAndASecondStartComesToTheSameWindow) {
     Open();
-    EXPECT_EQ(Narrow(end_to_end::TextOf(window)), InUsersLanguage("Try the buttons", L"ボタンを試す"));
+    EXPECT_EQ(test::Narrow(end_to_end::TextOf(window)), InUsersLanguage("Try the buttons", L"ボタンを試す"));
     recorder->ComeToFront();
     EXPECT_EQ(Ask({L"--try"}), 0U);
     WaitFor("the window in front", [this] { return GetForegroundWindow() == window; });
@@ -204,7 +203,7 @@ private:
     static constexpr wchar_t kValue[] = L"LogPixels";
 };
 
-TEST_F(TryButtons, WindowIsAsLargeAsTheResolutionWants) {
+TEST_F(TryingButtonsTest, WindowIsAsLargeAsTheResolutionWants) {
     EXPECT_EQ(Ask({L"--quit"}), 0U);
     const Resolution high(144);
     StartService();

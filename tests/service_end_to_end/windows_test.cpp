@@ -1,14 +1,14 @@
 // Functions that command the window in front, and a program in front that does not answer.
 #include "tests/end_to_end/story_waiting.h"
 #include "tests/service_end_to_end/recorder_protocol.h"
-#include "tests/service_end_to_end/world.h"
+#include "tests/service_end_to_end/service_world.h"
 
 namespace kvn::service_end_to_end {
 namespace {
 
 using end_to_end::WaitFor;
 
-class WindowCommands : public ServiceTest {
+class WindowFunctionsTest : public ServiceTest {
 protected:
     void SetUp() override {
         ServiceTest::SetUp();
@@ -21,7 +21,7 @@ protected:
     }
 };
 
-TEST_F(WindowCommands, MaximizedWindowIsRestored) {
+TEST_F(WindowFunctionsTest, MaximizedWindowIsRestored) {
     Recorder& recorder = StartRecorder();
     UseCommands(recorder);
     ShowWindow(recorder.Window(), SW_MAXIMIZE);
@@ -30,7 +30,7 @@ TEST_F(WindowCommands, MaximizedWindowIsRestored) {
     ExpectAll(recorder, {"posted SC_RESTORE"});
 }
 
-TEST_F(WindowCommands, DialogIsClosedItselfAndItsOwnerMaximizedAndMinimized) {
+TEST_F(WindowFunctionsTest, DialogIsClosedItselfAndItsOwnerMaximizedAndMinimized) {
     Recorder& recorder = StartRecorder(L"withdialog");
     UseCommands(recorder);
     Recorder& dialog = StartRecorder(L"dialogs", {L"--dialog"});
@@ -43,7 +43,7 @@ TEST_F(WindowCommands, DialogIsClosedItselfAndItsOwnerMaximizedAndMinimized) {
     EXPECT_EQ(recorder.Arrived(0), Lines());
 }
 
-TEST_F(WindowCommands, WindowsObey) {
+TEST_F(WindowFunctionsTest, WindowsObey) {
     Recorder& recorder = StartRecorder(L"obeying", {L"--obey"});
     UseCommands(recorder);
     hands.Click(kForward);
@@ -54,7 +54,7 @@ TEST_F(WindowCommands, WindowsObey) {
     EXPECT_EQ(recorder.Process().WaitForExitCode(), 0U);
 }
 
-TEST_F(WindowCommands, DesktopAndTaskbarAreLeftAlone) {
+TEST_F(WindowFunctionsTest, DesktopAndTaskbarAreLeftAlone) {
     Recorder& recorder = StartRecorder();
     UseCommands(recorder);
     for (const wchar_t* const shellClass : {L"Progman", L"Shell_TrayWnd"}) {
@@ -68,7 +68,7 @@ TEST_F(WindowCommands, DesktopAndTaskbarAreLeftAlone) {
     ExpectAll(recorder, {});
 }
 
-TEST_F(WindowCommands, ProgramThatDoesNotAnswerDelaysNoRelease) {
+TEST_F(WindowFunctionsTest, ProgramThatDoesNotAnswerDelaysNoRelease) {
     Recorder& hung = StartRecorder(L"hung");
     Recorder& other = StartRecorder(L"other");
     Use({.functions = {{kBack, kCloseWindow}, {kForward, kCtrl}, {kRight, kMaximize}}}, other);

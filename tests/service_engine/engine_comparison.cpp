@@ -57,6 +57,9 @@ std::string PromiseCheck::Check(const Engine& before, const Engine& after, const
     if (input.kind == InputKind::Settings) settings = *input.settings;
     if (input.kind == InputKind::Swapped) areSwapped = input.isOn;
     if (input.kind == InputKind::Mouse && input.mouse.isInjected) return CheckInjected(before, after, verdict, orders);
+    if (input.kind == InputKind::ReleaseMissed && static_cast<std::size_t>(input.asked) < buttons.size()) {
+        buttons[static_cast<std::size_t>(input.asked)].isDown = false;
+    }
     std::string broken = CheckReleases(input, verdict);
     if (broken.empty()) broken = CheckTickets(input, orders);
     if (broken.empty()) broken = CheckOneOrderForEachPress(input, verdict, orders);

@@ -88,6 +88,9 @@ protected:
     void LeaveSession() {
         Collect([&](Orders& orders) { engine.OnSessionLeft(orders); });
     }
+    void MissRelease(model::ButtonSlot button) {
+        Collect([&](Orders& orders) { engine.OnReleaseMissed(button, orders); });
+    }
     void BeginEdit() {
         Collect([&](Orders& orders) { engine.OnGestureEditBegin(orders); });
     }

@@ -46,16 +46,22 @@ Verdict TellQuestion(Engine& engine, const EngineInput& input, Orders&) {
     return Verdict::Pass;
 }
 
+Verdict TellReleaseMissed(Engine& engine, const EngineInput& input, Orders& orders) {
+    engine.OnReleaseMissed(input.asked, orders);
+    return Verdict::Pass;
+}
+
 Verdict TellTick(Engine& engine, const EngineInput& input, Orders& orders) {
     engine.OnTick(input.cursor, orders);
     return Verdict::Pass;
 }
 
 // In the order of InputKind.
-constexpr std::array<Telling, 12> kTellings{TellMouse,
+constexpr std::array<Telling, 13> kTellings{TellMouse,
                                             TellSettings,
                                             TellPause,
                                             TellOrders<&Engine::OnSessionLeft>,
+                                            TellReleaseMissed,
                                             TellSwitch<&Engine::OnOverload>,
                                             TellSwitch<&Engine::OnSwapped>,
                                             TellOrders<&Engine::OnGestureEditBegin>,

@@ -13,6 +13,7 @@ enum class InputKind : std::uint8_t {
     Settings,
     Pause,
     SessionLeft,
+    ReleaseMissed,
     Overload,
     Swapped,
     EditBegin,
@@ -25,12 +26,12 @@ enum class InputKind : std::uint8_t {
 
 struct EngineInput {
     InputKind kind = InputKind::Mouse;
-    std::int64_t time = 0;                           // of Mouse and Question, in milliseconds; does not wrap around
-    MouseEvent mouse;                                // of Mouse
-    std::shared_ptr<const EngineSettings> settings;  // of Settings
-    bool isOn = false;                               // of Pause, Overload and Swapped
-    model::ButtonSlot asked = model::ButtonSlot::Left;
-    model::ScreenPoint cursor;  // of Tick
+    std::int64_t time = 0;                              // of Mouse and Question, in milliseconds; does not wrap around
+    MouseEvent mouse;                                   // of Mouse
+    std::shared_ptr<const EngineSettings> settings;     // of Settings
+    bool isOn = false;                                  // of Pause, Overload and Swapped
+    model::ButtonSlot asked = model::ButtonSlot::Left;  // of Question and ReleaseMissed
+    model::ScreenPoint cursor;                          // of Tick
 };
 
 // Pass for all but events of the mouse.

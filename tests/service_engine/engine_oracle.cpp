@@ -137,6 +137,10 @@ bool EngineOracle::IsButton(Place at, MouseEventKind kind, int physical) const {
     return IsMouse(at, kind) && PhysicalAt(at) == physical;
 }
 
+bool EngineOracle::IsMissedRelease(Place at, int physical) const {
+    return At(at).input.kind == InputKind::ReleaseMissed && static_cast<int>(At(at).input.asked) == physical;
+}
+
 bool EngineOracle::EndsEverything(Place at) const {
     const EngineInput& input = At(at).input;
     return input.kind == InputKind::SessionLeft || (input.kind == InputKind::Pause && input.isOn);
@@ -196,7 +200,7 @@ const OracleAnswer& EngineOracle::Hear(const EngineInput& input) {
 EngineOracle::Place EngineOracle::OpenPress(int physical) const {
     for (Place k = Now() - 1; k >= 0; --k) {
         if (IsButton(k, MouseEventKind::Press, physical)) return k;
-        if (IsButton(k, MouseEventKind::Release, physical)) return -1;
+        if (IsButton(k, MouseEventKind::Release, physical) || IsMissedRelease(k, physical)) return -1;
     }
     return -1;
 }
@@ -216,7 +220,7 @@ Ticket EngineOracle::LiveTicket(Place press) const {
 bool EngineOracle::EndsPress(Place press) const {
     const Place now = Now();
     const int physical = PhysicalAt(press);
-    if (EndsEverything(now)) return true;
+    if (EndsEverything(now) || IsMissedRelease(now, physical)) return true;
     if (IsButton(now, MouseEventKind::Press, physical) || IsButton(now, MouseEventKind::Release, physical)) return true;
     return At(now).input.kind == InputKind::Settings && !HasSameFunction(At(press).input.mouse.control, press, now);
 }
@@ -253,6 +257,7 @@ bool EngineOracle::IsPressThatGivesUp(Place stroke) const {
 bool EngineOracle::GivesUp(Place stroke) const {
     const Place now = Now();
     if (EndsEverything(now) || At(now).input.kind == InputKind::EditBegin) return true;
+    if (IsMissedRelease(now, PhysicalAt(stroke))) return true;
     if (IsButton(now, MouseEventKind::Press, PhysicalAt(stroke)) || IsPressThatGivesUp(stroke)) return true;
     if (At(now).input.kind != InputKind::Settings) return false;
     const bool isOtherProfile = SettingsAt(stroke).profile != SettingsAt(now).profile;
@@ -424,7 +429,7 @@ std::uint32_t EngineOracle::HeldButtons() const {
     for (int physical = 0; physical < kButtons; ++physical) {
         for (Place k = Now(); k >= 0; --k) {
             if (At(k).input.kind == InputKind::SessionLeft) break;
-            if (IsButton(k, MouseEventKind::Release, physical)) break;
+            if (IsButton(k, MouseEventKind::Release, physical) || IsMissedRelease(k, physical)) break;
             if (!IsButton(k, MouseEventKind::Press, physical)) continue;
             held |= 1U << physical;
             break;

@@ -51,6 +51,7 @@ private:
     bool IsMouse(Place at, MouseEventKind kind) const;
     bool IsButton(Place at, MouseEventKind kind, int physical) const;
     int PhysicalAt(Place at) const;
+    bool IsMissedRelease(Place at, int physical) const;
     bool EndsEverything(Place at) const;
     bool IsWheelOffAt(Place at) const;
     bool IsAskedAt(int physical, Place at) const;

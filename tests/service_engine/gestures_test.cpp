@@ -197,6 +197,15 @@ TEST_F(GesturesTest, LeavingTheSessionGivesTheStrokeUp) {
     EXPECT_TRUE(Release(Center));
 }
 
+TEST_F(GesturesTest, AReleaseThatWasMissedGivesTheStrokeUp) {
+    Press(Center);
+    DrawUp();
+    Done();
+    MissRelease(Center);
+    EXPECT_EQ(Done(), "StrokeEnd; Note Center 0 GivenUp");
+    EXPECT_FALSE(Release(Center));
+}
+
 TEST_F(GesturesTest, AnotherProfileGivesTheStrokeUp) {
     Press(Center);
     Done();

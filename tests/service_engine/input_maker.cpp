@@ -71,7 +71,8 @@ EngineInput InputMaker::Fresh() {
     if (what < 88) return Switch(InputKind::Pause);
     if (what < 90) return Switch(InputKind::Overload);
     if (what < 92) return Switch(InputKind::Swapped);
-    if (what < 94) return Question();
+    if (what < 93) return Question();
+    if (what < 94) return ReleaseMissed();
     if (what < 95) return Bare(InputKind::SessionLeft);
     if (what < 96) return Bare(InputKind::EditBegin);
     if (what < 98) return Bare(InputKind::EditEnd);
@@ -184,6 +185,12 @@ EngineInput InputMaker::Question() {
     lastQuestion = std::max(lastQuestion, now + choose(30));
     input.time = lastQuestion;
     input.asked = static_cast<model::ButtonSlot>(choose(model::kButtonSlotCount));
+    return input;
+}
+
+EngineInput InputMaker::ReleaseMissed() {
+    EngineInput input = Bare(InputKind::ReleaseMissed);
+    input.asked = AnyControl();
     return input;
 }
 

@@ -34,6 +34,7 @@ private:
     EngineInput Tick();
     EngineInput Settings();
     EngineInput Question();
+    EngineInput ReleaseMissed();
     EngineInput Switch(InputKind kind);
     EngineInput Bare(InputKind kind);
     void ChangeSettings();

@@ -217,6 +217,27 @@ TEST_F(PressesTest, LeavingTheSessionEndsEverythingAndKeepsTheReleases) {
     EXPECT_EQ(Done(), "");
 }
 
+TEST_F(PressesTest, AReleaseThatWasMissedEndsWhatIsHeldAndIsForgotten) {
+    Assign(Button4, kShift);
+    Press(Button4);
+    Done();
+    MissRelease(Button4);
+    EXPECT_EQ(Done(), "End Button4 19 #1");
+    EXPECT_EQ(engine.HeldButtons(), 0U);
+    EXPECT_FALSE(Release(Button4));
+    EXPECT_EQ(Done(), "");
+}
+
+TEST_F(PressesTest, OnlyTheButtonWhoseReleaseWasMissedIsForgotten) {
+    Assign(Button4, kShift);
+    Press(Button4);
+    Done();
+    MissRelease(Button5);
+    MissRelease(TiltLeft);
+    EXPECT_EQ(Done(), "");
+    EXPECT_TRUE(Release(Button4));
+}
+
 TEST_F(PressesTest, UnderOverloadNewPressesAreNaturalAndOldOnesEnd) {
     Assign(Button4, kShift);
     Assign(Button5, kCopy);

@@ -4,10 +4,10 @@
 #include <variant>
 
 #include "platform/service_protocol.h"
+#include "service/lifecycle/shared_state.h"
+#include "service/lifecycle/watcher.h"
+#include "service/options/arguments.h"
 #include "service/page/service_window.h"
-#include "service/processes.h"
-#include "service/shared_state.h"
-#include "service/watcher.h"
 
 namespace kvn::test {
 namespace {

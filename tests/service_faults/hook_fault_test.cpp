@@ -4,8 +4,9 @@
 #include <gtest/gtest.h>
 
 #include <optional>
+#include <vector>
 
-#include "service/hook_check.h"
+#include "service/driver/hook_check.h"
 #include "service/input/hook_thread.h"
 #include "service/input/key_sending.h"
 #include "service/page/service_window.h"
@@ -17,15 +18,23 @@ namespace {
 
 using service::HookCheck;
 
+constexpr std::uint32_t kButton4 = 1U << 3U, kOtherButtons = 1U << 2U;
+
 // Hands out the time of the last press that a hook saw, and counts what the check finds.
 struct Watched {
-    HookCheck check{{.lastPressOfHook = [this] { return lastPress; }, .onBlind = [this] { ++blind; }}};
+    HookCheck check{{.lastPressOfHook = [this] { return lastPress; },
+                     .heldButtons = [this] { return held; },
+                     .onBlind = [this] { ++blind; },
+                     .onReleaseMissed = [this](model::ButtonSlot button) { missed.push_back(button); }}};
     service::ServiceWindow window{check};
     std::uint32_t lastPress = 0;
+    std::uint32_t held = 0;
     int blind = 0;
+    std::vector<model::ButtonSlot> missed;
 
     Watched() { EXPECT_TRUE(window.Create()); }
-    void Press(std::uint32_t time) { check.OnPress(window.Handle(), time); }
+    void Press(std::uint32_t time) { check.OnButtons(window.Handle(), {.pressed = kButton4, .time = time}); }
+    void Release() { check.OnButtons(window.Handle(), {.released = kButton4}); }
     void AwaitTimers(int count) {
         MSG message{};
         while (count > 0 && GetMessageW(&message, nullptr, 0, 0) > 0) {
@@ -58,6 +67,33 @@ TEST(HookFaultTest, APressRightAfterOneThatTheHookSawIsLookedAtToo) {
     watched.Press(200'600);
     watched.AwaitTimers(2);
     EXPECT_EQ(watched.blind, 1);
+}
+
+TEST(HookFaultTest, AReleaseThatTheHookHasMissedIsFoundOut) {
+    Watched watched;
+    watched.held = kButton4 | kOtherButtons;
+    watched.Release();
+    watched.AwaitTimers(1);
+    EXPECT_EQ(watched.missed, std::vector{model::ButtonSlot::Button4});
+    EXPECT_EQ(watched.blind, 0);
+}
+
+TEST(HookFaultTest, AReleaseThatTheHookSawIsNotMissed) {
+    Watched watched;
+    watched.held = kOtherButtons;
+    watched.Release();
+    watched.AwaitTimers(1);
+    EXPECT_TRUE(watched.missed.empty());
+}
+
+TEST(HookFaultTest, AButtonThatIsPressedAgainIsHeldRightly) {
+    Watched watched;
+    watched.held = kButton4;
+    watched.lastPress = 1000;
+    watched.Release();
+    watched.Press(1000);
+    watched.AwaitTimers(2);
+    EXPECT_TRUE(watched.missed.empty());
 }
 
 class RemovedHookTest : public testing::Test {
@@ -94,14 +130,16 @@ TEST_F(RemovedHookTest, IsInstalledAgainAfterAPressOfTheUser) {
     ASSERT_FALSE(SeesAClick());
     int blind = 0;
     HookCheck check({.lastPressOfHook = [&] { return thread.LastPress(); },
+                     .heldButtons = {},
                      .onBlind =
                          [&] {
                              ++blind;
                              thread.Reinstall();
-                         }});
+                         },
+                     .onReleaseMissed = {}});
     service::ServiceWindow window(check);
     ASSERT_TRUE(window.Create());
-    check.OnPress(window.Handle(), GetTickCount() + 1000);
+    check.OnButtons(window.Handle(), {.pressed = kButton4, .time = GetTickCount() + 1000});
     MSG message{};
     while (blind == 0 && GetMessageW(&message, nullptr, 0, 0) > 0) DispatchMessageW(&message);
     EXPECT_EQ(blind, 1);

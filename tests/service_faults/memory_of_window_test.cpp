@@ -9,7 +9,7 @@
 #include <functional>
 
 #include "platform/service_protocol.h"
-#include "service/handover.h"
+#include "service/options/handover.h"
 #include "service/page/window_numbers.h"
 #include "tests/service_faults/application_fixture.h"
 #include "tests/service_faults/refused_memory.h"

@@ -10,10 +10,10 @@
 #include <vector>
 
 #include "platform/service_protocol.h"
+#include "service/lifecycle/processes.h"
+#include "service/lifecycle/watcher.h"
 #include "service/page/service_window.h"
 #include "service/page/window_numbers.h"
-#include "service/processes.h"
-#include "service/watcher.h"
 #include "tests/support/waiting.h"
 
 namespace kvn::test {

@@ -8,7 +8,7 @@
 namespace kvn::test {
 namespace {
 
-class RegistryFaultTest : public ApplicationTest {
+class ServiceRegistryFaultTest : public ApplicationTest {
 protected:
     // Starts the service with the first call of the function refused, the second one and so on.
     template <typename Refusing>
@@ -29,19 +29,19 @@ protected:
     }
 };
 
-TEST_F(RegistryFaultTest, AKeyThatCannotBeOpenedIsNoReasonNotToDriveTheMouse) {
+TEST_F(ServiceRegistryFaultTest, AKeyThatCannotBeOpenedIsNoReasonNotToDriveTheMouse) {
     StartWithRefusals(FailingWith<"RegOpenKeyExW">(RegOpenKeyExW, LSTATUS{ERROR_ACCESS_DENIED}));
 }
 
-TEST_F(RegistryFaultTest, AKeyThatCannotBeMadeIsNoReasonNotToDriveTheMouse) {
+TEST_F(ServiceRegistryFaultTest, AKeyThatCannotBeMadeIsNoReasonNotToDriveTheMouse) {
     StartWithRefusals(FailingWith<"RegCreateKeyExW">(RegCreateKeyExW, LSTATUS{ERROR_ACCESS_DENIED}));
 }
 
-TEST_F(RegistryFaultTest, AValueThatCannotBeWrittenIsNoReasonNotToDriveTheMouse) {
+TEST_F(ServiceRegistryFaultTest, AValueThatCannotBeWrittenIsNoReasonNotToDriveTheMouse) {
     StartWithRefusals(FailingWith<"RegSetValueExW">(RegSetValueExW, LSTATUS{ERROR_ACCESS_DENIED}));
 }
 
-TEST_F(RegistryFaultTest, AValueThatCannotBeReadIsNoReasonNotToDriveTheMouse) {
+TEST_F(ServiceRegistryFaultTest, AValueThatCannotBeReadIsNoReasonNotToDriveTheMouse) {
     StartWithRefusals(FailingWith<"RegQueryValueExW">(RegQueryValueExW, LSTATUS{ERROR_ACCESS_DENIED}));
 }
 

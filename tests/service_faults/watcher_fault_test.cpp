@@ -8,9 +8,8 @@
 #include <string>
 
 #include "platform/service_protocol.h"
-#include "service/processes.h"
-#include "service/shared_state.h"
-#include "service/watcher.h"
+#include "service/lifecycle/shared_state.h"
+#include "service/lifecycle/watcher.h"
 #include "tests/support/replaced_import.h"
 #include "tests/support/waiting.h"
 

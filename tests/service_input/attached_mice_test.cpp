@@ -44,9 +44,14 @@ protected:
     }
 
     std::vector<model::DeviceRecord> published;
-    int presses = 0;
+    std::uint32_t pressed = 0;
+    std::uint32_t released = 0;
     service::AttachedMice mice{{.onMouse = [this](const model::DeviceRecord& mouse) { published.push_back(mouse); },
-                                .onPress = [this](std::uint32_t /*time*/) { ++presses; }}};
+                                .onButtons =
+                                    [this](const service::ButtonChange& change) {
+                                        pressed |= change.pressed;
+                                        released |= change.released;
+                                    }}};
     HWND window = CreateWindowW(L"STATIC", L"", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr);
 };
 
@@ -75,7 +80,7 @@ TEST_F(AttachedMiceTest, NothingIsKnownBeforeAnyMouseWasSeen) {
     EXPECT_FALSE(mice.Current());
 }
 
-TEST_F(AttachedMiceTest, APressIsReportedWhereverItGoes) {
+TEST_F(AttachedMiceTest, PressAndReleaseAreReportedWhereverTheyGo) {
     RecorderWindow recorder;
     mice.Watch(window);
     service::InputBatch batch;
@@ -84,8 +89,10 @@ TEST_F(AttachedMiceTest, APressIsReportedWhereverItGoes) {
     batch.Send();
     EXPECT_TRUE(ComesTrue([&] {
         ServeWindow();
-        return presses != 0;
+        return released != 0;
     }));
+    EXPECT_EQ(pressed, 1U << 2U);
+    EXPECT_EQ(released, 1U << 2U);
     EXPECT_EQ(recorder.Await("+Middle -Middle"), "+Middle -Middle");
 }
 

@@ -29,64 +29,64 @@ std::wstring ShortPath(const std::wstring& path) {
     return shortPath;
 }
 
-class ProgramPath : public testing::Test {
+class ProgramPathTest : public testing::Test {
 protected:
     kvn::test::ProgramFolder folder;
     const std::wstring program = folder.Copy(L"A rather long name.exe");
 };
 
-TEST_F(ProgramPath, OfAProcessIsThatOfItsFile) {
+TEST_F(ProgramPathTest, OfAProcessIsThatOfItsFile) {
     const kvn::test::ShownProgram shown(program);
     EXPECT_TRUE(IsSameText(ResolvedPath(ProgramOfProcess(shown.ProcessId())), ResolvedPath(program)));
     EXPECT_EQ(ProgramOfProcess(0), L"");
 }
 
-TEST_F(ProgramPath, IsComparedWithoutRegardToCase) {
+TEST_F(ProgramPathTest, IsComparedWithoutRegardToCase) {
     EXPECT_TRUE(IsProgram(program, program));
     EXPECT_TRUE(IsProgram(InCapitals(program), program));
     EXPECT_FALSE(IsProgram(program + L"x", program));
     EXPECT_FALSE(IsProgram(folder.Copy(L"other.exe"), program));
 }
 
-TEST_F(ProgramPath, MayHaveShortNames) {
+TEST_F(ProgramPathTest, MayHaveShortNames) {
     const std::wstring shortPath = ShortPath(program);
     ASSERT_NE(shortPath, program);
     EXPECT_TRUE(IsProgram(shortPath, program));
     EXPECT_TRUE(IsProgram(program, shortPath));
 }
 
-TEST_F(ProgramPath, MayGoThroughFoldersAndBack) {
+TEST_F(ProgramPathTest, MayGoThroughFoldersAndBack) {
     const std::wstring roundabout =
         folder.Path() + L"\\..\\" + fs::path(folder.Path()).filename().wstring() + L"\\A rather long name.exe";
     EXPECT_TRUE(IsProgram(roundabout, program));
 }
 
-TEST_F(ProgramPath, WithoutAFolderIsAFileNameInAnyFolder) {
+TEST_F(ProgramPathTest, WithoutAFolderIsAFileNameInAnyFolder) {
     EXPECT_TRUE(IsProgram(L"a rather LONG name.exe", program));
     EXPECT_TRUE(IsProgram(L"editor.exe", L"Q:\\no such\\Editor.exe"));
     EXPECT_FALSE(IsProgram(L"long name.exe", program));
     EXPECT_FALSE(IsProgram(L"no such", L"Q:\\no such\\Editor.exe"));
 }
 
-TEST_F(ProgramPath, WithoutAFolderMayBeTheNameThatItWasStartedBy) {
+TEST_F(ProgramPathTest, WithoutAFolderMayBeTheNameThatItWasStartedBy) {
     const std::wstring shortPath = ShortPath(program);
     ASSERT_NE(shortPath, program);
     EXPECT_TRUE(IsProgram(fs::path(shortPath).filename().wstring(), shortPath));
     EXPECT_TRUE(IsProgram(L"A rather long name.exe", shortPath));
 }
 
-TEST_F(ProgramPath, OfAFileThatIsNotThereIsComparedAsText) {
+TEST_F(ProgramPathTest, OfAFileThatIsNotThereIsComparedAsText) {
     EXPECT_TRUE(IsProgram(L"Q:\\No Such\\editor.exe", L"q:\\no such\\EDITOR.exe"));
     EXPECT_FALSE(IsProgram(L"Q:\\other\\editor.exe", L"Q:\\no such\\editor.exe"));
 }
 
-TEST_F(ProgramPath, OfNoProgramEqualsNothing) {
+TEST_F(ProgramPathTest, OfNoProgramEqualsNothing) {
     EXPECT_FALSE(IsProgram(L"", L""));
     EXPECT_FALSE(IsProgram(L"", program));
     EXPECT_FALSE(IsProgram(program, L""));
 }
 
-TEST_F(ProgramPath, MayBeAnything) {
+TEST_F(ProgramPathTest, MayBeAnything) {
     for (const std::wstring& entry :
          {std::wstring(L"\\\\?\\"), std::wstring(L"\\"), std::wstring(L":"), std::wstring(L"C:"), std::wstring(L"//"),
           std::wstring(40'000, L'x'), L"C:\\" + std::wstring(40'000, L'x'), std::wstring(L"C:\\a\0b", 6),
@@ -95,7 +95,7 @@ TEST_F(ProgramPath, MayBeAnything) {
     }
 }
 
-TEST_F(ProgramPath, OfAStoreAppIsNotThatOfItsFrame) {
+TEST_F(ProgramPathTest, OfAStoreAppIsNotThatOfItsFrame) {
     const std::wstring app = folder.Copy(L"app.exe");
     const kvn::test::ShownProgram frame(program, L"ApplicationFrameWindow");
     EXPECT_EQ(ProcessOfWindow(frame.Window()), 0U);

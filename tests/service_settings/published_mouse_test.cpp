@@ -55,7 +55,7 @@ private:
         GetModuleHandleW(nullptr), [this](auto... arguments) { return Write(arguments...); }};
 };
 
-class PublishedMouse : public testing::Test {
+class PublishedMouseTest : public testing::Test {
 protected:
     const model::DeviceRecord mouse{
         .hasTilt = 1, .buttonCount = 7, .vid = 0x1234, .pid = 0xFFFF, .mouseImage = L"Sample", .mouseFlag = 3};
@@ -66,7 +66,7 @@ private:
     kvn::test::SandboxedUser user;
 };
 
-TEST_F(PublishedMouse, HasSixValuesOfTheirTypes) {
+TEST_F(PublishedMouseTest, HasSixValuesOfTheirTypes) {
     ASSERT_TRUE(PublishMouse(mouse));
     StoredValue image = kvn::test::StoredText(std::wstring(L"Sample") + L'\0');
     image.type = REG_SZ;
@@ -76,7 +76,7 @@ TEST_F(PublishedMouse, HasSixValuesOfTheirTypes) {
     EXPECT_EQ(Values(), expected);
 }
 
-TEST_F(PublishedMouse, IsReadByThePageAsItIs) {
+TEST_F(PublishedMouseTest, IsReadByThePageAsItIs) {
     ASSERT_TRUE(PublishMouse(mouse));
     const auto read = model::ReadCurrentDevice();
     ASSERT_TRUE(read);
@@ -84,13 +84,13 @@ TEST_F(PublishedMouse, IsReadByThePageAsItIs) {
     EXPECT_EQ(read->pid, 0xFFFFU);
 }
 
-TEST_F(PublishedMouse, TakesThePlaceOfValuesOfAnyType) {
+TEST_F(PublishedMouseTest, TakesThePlaceOfValuesOfAnyType) {
     RegSetKeyValueW(HKEY_CURRENT_USER, kvn::test::kMouseKey, L"VID", REG_SZ, L"text", 10);
     ASSERT_TRUE(PublishMouse(mouse));
     EXPECT_EQ(Values().at(L"VID"), StoredNumber(0x1234));
 }
 
-TEST_F(PublishedMouse, HasAPictureNameThatThePageCanRead) {
+TEST_F(PublishedMouseTest, HasAPictureNameThatThePageCanRead) {
     model::DeviceRecord named = mouse;
     named.mouseImage = std::wstring(1000, L'x');
     ASSERT_TRUE(PublishMouse(named));
@@ -99,7 +99,7 @@ TEST_F(PublishedMouse, HasAPictureNameThatThePageCanRead) {
     EXPECT_EQ(read->mouseImage, std::wstring(model::kMaxMouseImageLength, L'x'));
 }
 
-TEST_F(PublishedMouse, LosesAllOldValuesBeforeItsIdsComeLast) {
+TEST_F(PublishedMouseTest, LosesAllOldValuesBeforeItsIdsComeLast) {
     const RegistryCalls calls;
     ASSERT_TRUE(PublishMouse(mouse));
     const std::vector<std::wstring> values{L"HasTilt", L"ButtonCount", L"MouseImage", L"MouseFlag", L"VID", L"PID"};
@@ -109,7 +109,7 @@ TEST_F(PublishedMouse, LosesAllOldValuesBeforeItsIdsComeLast) {
     EXPECT_EQ(calls.All().at(values.size()), L"HasTilt");
 }
 
-TEST_F(PublishedMouse, IsNotPublishedWhenAValueCannotBeWritten) {
+TEST_F(PublishedMouseTest, IsNotPublishedWhenAValueCannotBeWritten) {
     RegistryCalls calls;
     for (const wchar_t* value : {L"HasTilt", L"ButtonCount", L"MouseImage", L"MouseFlag", L"VID", L"PID"}) {
         calls.FailToWrite(value);
@@ -117,7 +117,7 @@ TEST_F(PublishedMouse, IsNotPublishedWhenAValueCannotBeWritten) {
     }
 }
 
-TEST_F(PublishedMouse, IsNotPublishedWhereTheKeyCannotBeMade) {
+TEST_F(PublishedMouseTest, IsNotPublishedWhereTheKeyCannotBeMade) {
     HKEY gone = nullptr;
     ASSERT_EQ(RegCreateKeyExW(HKEY_CURRENT_USER, L"Gone", 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &gone, nullptr),
               ERROR_SUCCESS);

@@ -5,12 +5,12 @@
 namespace kvn::service {
 namespace {
 
-TEST(ReadingSchedule, NothingIsDueWithoutAChange) {
+TEST(ReadingScheduleTest, NothingIsDueWithoutAChange) {
     EXPECT_FALSE(ReadingSchedule().Due());
     EXPECT_FALSE(ReadingSchedule().IsDue(UINT64_MAX));
 }
 
-TEST(ReadingSchedule, ReadsAMomentAfterTheLastChange) {
+TEST(ReadingScheduleTest, ReadsAMomentAfterTheLastChange) {
     ReadingSchedule schedule;
     schedule.NoteChange(1000);
     EXPECT_FALSE(schedule.IsDue(1099));
@@ -20,13 +20,13 @@ TEST(ReadingSchedule, ReadsAMomentAfterTheLastChange) {
     EXPECT_TRUE(schedule.IsDue(1190));
 }
 
-TEST(ReadingSchedule, ReadsThreeSecondsAfterTheFirstOfManyChanges) {
+TEST(ReadingScheduleTest, ReadsThreeSecondsAfterTheFirstOfManyChanges) {
     ReadingSchedule schedule;
     for (std::uint64_t now = 1000; now <= 4000; now += 50) schedule.NoteChange(now);
     EXPECT_EQ(schedule.Due(), 4000U);
 }
 
-TEST(ReadingSchedule, BeginsAgainAfterAReading) {
+TEST(ReadingScheduleTest, BeginsAgainAfterAReading) {
     ReadingSchedule schedule;
     schedule.NoteChange(1000);
     schedule.NoteReading();
@@ -35,7 +35,7 @@ TEST(ReadingSchedule, BeginsAgainAfterAReading) {
     EXPECT_EQ(schedule.Due(), 9100U);
 }
 
-TEST(ReadingSchedule, TriesAFewTimesWhatCouldNotBeRead) {
+TEST(ReadingScheduleTest, TriesAFewTimesWhatCouldNotBeRead) {
     ReadingSchedule schedule;
     schedule.NoteChange(0);
     for (const std::uint64_t wait : ReadingSchedule::kRetries) {
@@ -52,7 +52,7 @@ TEST(ReadingSchedule, TriesAFewTimesWhatCouldNotBeRead) {
     EXPECT_EQ(schedule.Due(), 3000U);
 }
 
-TEST(ReadingSchedule, AChangeComesBeforeARetry) {
+TEST(ReadingScheduleTest, AChangeComesBeforeARetry) {
     ReadingSchedule schedule;
     schedule.NoteFailure(1000);
     schedule.NoteChange(1000);

@@ -44,7 +44,7 @@ FlyingScroll Flying(std::int32_t flicks, std::int32_t revolutionSpeed, std::int3
     return BlockOf(settings, mouse).flying;
 }
 
-TEST(SettingsBlock, HasTheNumbersAndKeysOfTheProfile) {
+TEST(SettingsBlockTest, HasTheNumbersAndKeysOfTheProfile) {
     model::ProfileSettings settings = Defaults();
     for (std::size_t index = 0; index < model::kButtonSlotCount; ++index) {
         const auto slot = static_cast<ButtonSlot>(index);
@@ -61,7 +61,7 @@ TEST(SettingsBlock, HasTheNumbersAndKeysOfTheProfile) {
     }
 }
 
-TEST(SettingsBlock, CountsTheControlsOfTheMouse) {
+TEST(SettingsBlockTest, CountsTheControlsOfTheMouse) {
     const auto count = [](std::uint32_t hasTilt, std::int32_t buttons) {
         return BlockOf(Defaults(), Mouse(hasTilt, buttons)).controlCount;
     };
@@ -74,35 +74,35 @@ TEST(SettingsBlock, CountsTheControlsOfTheMouse) {
     EXPECT_EQ(count(0, 99), 5);
 }
 
-TEST(SettingsBlock, FliesWithNumbersInTheirRanges) {
+TEST(SettingsBlockTest, FliesWithNumbersInTheirRanges) {
     EXPECT_EQ(Flying(1, 1, 10), (FlyingScroll{1, 1, 10}));
     EXPECT_EQ(Flying(5, 10, 1), (FlyingScroll{5, 10, 1}));
 }
 
-TEST(SettingsBlock, ANumberOfRevolutionsThatIsNoneTurnsFlyingOff) {
+TEST(SettingsBlockTest, ANumberOfRevolutionsThatIsNoneTurnsFlyingOff) {
     for (const std::int32_t flicks : {-2, -1, 0, 6, 54}) EXPECT_EQ(Flying(flicks, 3, 3).flicks, 0) << flicks;
 }
 
-TEST(SettingsBlock, ASpeedOutOfItsRangeIsFive) {
+TEST(SettingsBlockTest, ASpeedOutOfItsRangeIsFive) {
     for (const std::int32_t speed : {-2, 0, 11, 54}) {
         EXPECT_EQ(Flying(2, speed, 3), (FlyingScroll{2, 5, 3})) << speed;
         EXPECT_EQ(Flying(2, 3, speed), (FlyingScroll{2, 3, 5})) << speed;
     }
 }
 
-TEST(SettingsBlock, AMouseWithoutFlyingScrollDoesNotFly) {
+TEST(SettingsBlockTest, AMouseWithoutFlyingScrollDoesNotFly) {
     EXPECT_EQ(Flying(2, 3, 3, Mouse(0, 5, 1)).flicks, 0);
     EXPECT_EQ(Flying(2, 3, 3, Mouse(0, 5, 2)).flicks, 2);
 }
 
-TEST(SettingsBlock, ReadsStrokesFromTheirLetters) {
+TEST(SettingsBlockTest, ReadsStrokesFromTheirLetters) {
     const EngineSettings block = WithGestures({{L"URDL", 37, L"note", {{162, 86, -2}}}, {L"L", 6, L"", {}}});
     ASSERT_EQ(block.gestureCount, 2U);
     EXPECT_EQ(block.gestures[0], (EngineGesture{{Up, Right, Down, Left}, 37, {{162, 86, -2}}}));
     EXPECT_EQ(block.gestures[1], (EngineGesture{{Left, None, None, None}, 6, {}}));
 }
 
-TEST(SettingsBlock, LeavesOutGesturesWithoutAStroke) {
+TEST(SettingsBlockTest, LeavesOutGesturesWithoutAStroke) {
     const EngineSettings block = WithGestures({{L"", 6, L"", {}},
                                                {L"URDLU", 6, L"", {}},
                                                {L"UX", 6, L"", {}},
@@ -113,7 +113,7 @@ TEST(SettingsBlock, LeavesOutGesturesWithoutAStroke) {
     EXPECT_EQ(block.gestures[0].function, 7);
 }
 
-TEST(SettingsBlock, KeepsTheFirstHundredGestures) {
+TEST(SettingsBlockTest, KeepsTheFirstHundredGestures) {
     std::vector<model::GestureEntry> gestures(250, {L"U", 6, L"", {}});
     gestures[0].stroke = L"?";
     gestures[100].function = 7;

@@ -18,7 +18,7 @@ std::string Program(const std::wstring& path) {
     return "<name></name><path>" + std::string(path.begin(), path.end()) + "</path>";
 }
 
-class SettingsHubPrograms : public HubFixture {
+class SettingsHubProgramsTest : public HubFixture {
 protected:
     void SetUp() override {
         WriteFile({ProfileText("Default", {{"lbutton", "5"}}),
@@ -41,7 +41,7 @@ protected:
     const ShownProgram player{folder.Copy(L"player.exe")};
 };
 
-TEST_F(SettingsHubPrograms, EachProgramHasItsProfileWhileItIsInFront) {
+TEST_F(SettingsHubProgramsTest, EachProgramHasItsProfileWhileItIsInFront) {
     BringToFront(editor);
     ASSERT_TRUE(BecomesInForce(L"Edit"));
     EXPECT_EQ(Hub().InForce().why, Why::Program);
@@ -58,7 +58,7 @@ TEST_F(SettingsHubPrograms, EachProgramHasItsProfileWhileItIsInFront) {
     EXPECT_EQ(Windows(), (std::vector{other.Window(), editor.Window(), player.Window(), other.Window()}));
 }
 
-TEST_F(SettingsHubPrograms, TheSelectedProfileIsTheRegistrysAlsoWithItsProgramInFront) {
+TEST_F(SettingsHubProgramsTest, TheSelectedProfileIsTheRegistrysAlsoWithItsProgramInFront) {
     WriteFile({ProfileText("Default"), ProfileText("Edit", {{"lbutton", "6"}, {"Application", Program(editorPath)}})},
               1);
     SetNumber(L"BindKeyLeft", 10);
@@ -69,7 +69,7 @@ TEST_F(SettingsHubPrograms, TheSelectedProfileIsTheRegistrysAlsoWithItsProgramIn
     EXPECT_EQ(LeftFunction(), 10);
 }
 
-TEST_F(SettingsHubPrograms, AForcedProfileStaysWhateverIsInFront) {
+TEST_F(SettingsHubProgramsTest, AForcedProfileStaysWhateverIsInFront) {
     ASSERT_TRUE(Hub().Force(L"Play"));
     ASSERT_TRUE(BecomesInForce(L"Play"));
     BringToFront(editor);
@@ -79,7 +79,7 @@ TEST_F(SettingsHubPrograms, AForcedProfileStaysWhateverIsInFront) {
     EXPECT_TRUE(BecomesInForce(L"Edit"));
 }
 
-TEST_F(SettingsHubPrograms, AFileThatChangesCountsForTheProgramInFront) {
+TEST_F(SettingsHubProgramsTest, AFileThatChangesCountsForTheProgramInFront) {
     BringToFront(editor);
     ASSERT_TRUE(BecomesInForce(L"Edit"));
     WriteFile({ProfileText("Default"), ProfileText("New", {{"Application", Program(editorPath)}})});
@@ -88,7 +88,7 @@ TEST_F(SettingsHubPrograms, AFileThatChangesCountsForTheProgramInFront) {
     EXPECT_TRUE(BecomesInForce(L"Default"));
 }
 
-TEST_F(SettingsHubPrograms, AProgramThatKeepsItsPathSecretHasTheSelectedProfile) {
+TEST_F(SettingsHubProgramsTest, AProgramThatKeepsItsPathSecretHasTheSelectedProfile) {
     BringToFront(editor);
     ASSERT_TRUE(BecomesInForce(L"Edit"));
     const kvn::test::ReplacedImport<"OpenProcess", decltype(OpenProcess)> refused(
@@ -97,7 +97,7 @@ TEST_F(SettingsHubPrograms, AProgramThatKeepsItsPathSecretHasTheSelectedProfile)
     EXPECT_TRUE(BecomesInForce(L"Default"));
 }
 
-TEST_F(SettingsHubPrograms, AWindowOfTheServiceLeavesTheProgramBeforeIt) {
+TEST_F(SettingsHubProgramsTest, AWindowOfTheServiceLeavesTheProgramBeforeIt) {
     BringToFront(editor);
     ASSERT_TRUE(BecomesInForce(L"Edit"));
     const HWND own = CreateWindowExW(0, L"STATIC", L"own", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 50, 50, nullptr,

@@ -14,9 +14,9 @@ using kvn::test::ComesTrue;
 using kvn::test::ProfileFileText;
 using kvn::test::ProfileText;
 
-class SettingsHubReading : public HubFixture {};
+class SettingsHubReadingTest : public HubFixture {};
 
-TEST_F(SettingsHubReading, FollowsTheRegistry) {
+TEST_F(SettingsHubReadingTest, FollowsTheRegistry) {
     StartReadHub();
     SetNumber(L"BindKeyLeft", 10);
     ASSERT_TRUE(LeftFunctionBecomes(10));
@@ -28,7 +28,7 @@ TEST_F(SettingsHubReading, FollowsTheRegistry) {
     ASSERT_TRUE(LeftFunctionBecomes(12));
 }
 
-TEST_F(SettingsHubReading, FollowsARegistryKeyThatGoesWithItsParents) {
+TEST_F(SettingsHubReadingTest, FollowsARegistryKeyThatGoesWithItsParents) {
     StartReadHub();
     for (const DWORD code : {10, 11}) {
         SetNumber(L"BindKeyLeft", code);
@@ -38,7 +38,7 @@ TEST_F(SettingsHubReading, FollowsARegistryKeyThatGoesWithItsParents) {
     }
 }
 
-TEST_F(SettingsHubReading, FollowsTheFile) {
+TEST_F(SettingsHubReadingTest, FollowsTheFile) {
     StartReadHub();
     WriteFile({ProfileText("Default", {{"lbutton", "5"}})});
     ASSERT_TRUE(LeftFunctionBecomes(5));
@@ -49,7 +49,7 @@ TEST_F(SettingsHubReading, FollowsTheFile) {
     EXPECT_TRUE(Problems().empty());
 }
 
-TEST_F(SettingsHubReading, WhatWasToBeReadAgainIsInForceWhenItSaysSo) {
+TEST_F(SettingsHubReadingTest, WhatWasToBeReadAgainIsInForceWhenItSaysSo) {
     StartReadHub();
     for (int code = 3; code < 20; ++code) {
         WriteFile({ProfileText("Default", {{"lbutton", std::to_string(code)}})});
@@ -59,7 +59,7 @@ TEST_F(SettingsHubReading, WhatWasToBeReadAgainIsInForceWhenItSaysSo) {
     }
 }
 
-TEST_F(SettingsHubReading, FollowsAFileWhoseFolderGoesAndComesBack) {
+TEST_F(SettingsHubReadingTest, FollowsAFileWhoseFolderGoesAndComesBack) {
     WriteFile({ProfileText("Default", {{"lbutton", "5"}})});
     StartReadHub();
     for (const int code : {6, 7}) {
@@ -72,7 +72,7 @@ TEST_F(SettingsHubReading, FollowsAFileWhoseFolderGoesAndComesBack) {
     }
 }
 
-TEST_F(SettingsHubReading, ReadsOnceAfterSeveralChanges) {
+TEST_F(SettingsHubReadingTest, ReadsOnceAfterSeveralChanges) {
     StartReadHub();
     for (const wchar_t* value : {L"BindKeyLeft", L"BindKeyRight", L"BindKeyMinus", L"BindKeyPlus", L"HolizonScroll"}) {
         SetNumber(value, 7);
@@ -83,7 +83,7 @@ TEST_F(SettingsHubReading, ReadsOnceAfterSeveralChanges) {
     EXPECT_EQ(Heard().back().settings.horizontalSpeed, 7);
 }
 
-TEST_F(SettingsHubReading, ReadsDuringChangesThatDoNotEnd) {
+TEST_F(SettingsHubReadingTest, ReadsDuringChangesThatDoNotEnd) {
     StartReadHub();
     DWORD count = 0;
     EXPECT_TRUE(ComesTrue(
@@ -95,7 +95,7 @@ TEST_F(SettingsHubReading, ReadsDuringChangesThatDoNotEnd) {
         std::chrono::seconds(20)));
 }
 
-TEST_F(SettingsHubReading, SaysOnceThatTheFileCannotBeRead) {
+TEST_F(SettingsHubReadingTest, SaysOnceThatTheFileCannotBeRead) {
     WriteFile({ProfileText("Default", {{"lbutton", "5"}})});
     StartReadHub();
     WriteBytes("broken");
@@ -107,7 +107,7 @@ TEST_F(SettingsHubReading, SaysOnceThatTheFileCannotBeRead) {
     EXPECT_EQ(Problems(), (std::vector{Problem{SettingsProblem::FileUnreadable, FilePath()}}));
 }
 
-TEST_F(SettingsHubReading, SaysItAgainWhenItWasGoneMeanwhile) {
+TEST_F(SettingsHubReadingTest, SaysItAgainWhenItWasGoneMeanwhile) {
     WriteBytes("broken");
     StartReadHub();
     ASSERT_TRUE(ComesTrue([this] { return Problems().size() == 1; }));
@@ -117,7 +117,7 @@ TEST_F(SettingsHubReading, SaysItAgainWhenItWasGoneMeanwhile) {
     EXPECT_TRUE(ComesTrue([this] { return Problems().size() == 2; }));
 }
 
-TEST_F(SettingsHubReading, SaysWhatThePageHasSetAside) {
+TEST_F(SettingsHubReadingTest, SaysWhatThePageHasSetAside) {
     WriteBytes("broken");
     StartReadHub();
     const std::wstring aside = FilePath().substr(0, FilePath().size() - 4) + L".broken-1.xml";
@@ -126,7 +126,7 @@ TEST_F(SettingsHubReading, SaysWhatThePageHasSetAside) {
     EXPECT_TRUE(ComesTrue([&] { return !Problems().empty() && Problems().back() == expected; }));
 }
 
-TEST_F(SettingsHubReading, ReadsAFileThatWasHeldOnceItIsFree) {
+TEST_F(SettingsHubReadingTest, ReadsAFileThatWasHeldOnceItIsFree) {
     WriteFile({ProfileText("Default", {{"lbutton", "5"}})});
     const HANDLE held = CreateFileW(FilePath().c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
     ASSERT_NE(held, INVALID_HANDLE_VALUE);
@@ -137,7 +137,7 @@ TEST_F(SettingsHubReading, ReadsAFileThatWasHeldOnceItIsFree) {
     EXPECT_TRUE(ComesTrue([this] { return LeftFunction() == 5; }, std::chrono::seconds(20)));
 }
 
-TEST_F(SettingsHubReading, NeverStandsInTheWayOfASave) {
+TEST_F(SettingsHubReadingTest, NeverStandsInTheWayOfASave) {
     std::string large = ProfileText("Default");
     for (int profile = 0; profile < 100; ++profile)
         large += ProfileText("P" + std::to_string(profile), {{"x", std::string(10'000, 'x')}});
@@ -153,7 +153,7 @@ TEST_F(SettingsHubReading, NeverStandsInTheWayOfASave) {
     EXPECT_TRUE(Problems().empty());
 }
 
-TEST_F(SettingsHubReading, AnswersWhileItReadsAHugeFile) {
+TEST_F(SettingsHubReadingTest, AnswersWhileItReadsAHugeFile) {
     StartReadHub();
     std::string huge;
     for (int profile = 0; profile < 20'000; ++profile) huge += ProfileText("P" + std::to_string(profile));

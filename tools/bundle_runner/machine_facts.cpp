@@ -6,7 +6,7 @@
 #include <cstring>
 
 #include "platform/unique_resource.h"
-#include "tools/bundle_runner/text.h"
+#include "tools/bundle_runner/report_text.h"
 
 namespace kvn::bundle {
 namespace {

@@ -19,9 +19,9 @@
 #include <vector>
 
 #include "platform/unique_resource.h"
-#include "tools/bundle_runner/report.h"
+#include "tools/bundle_runner/html_report.h"
+#include "tools/bundle_runner/report_text.h"
 #include "tools/bundle_runner/saved_user.h"
-#include "tools/bundle_runner/text.h"
 #include "tools/bundle_runner/user_service.h"
 
 namespace kvn::bundle {

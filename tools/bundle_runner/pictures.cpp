@@ -16,7 +16,7 @@
 #include "platform/service_protocol.h"
 #include "resources/resource.h"
 #include "tools/bundle_runner/program_run.h"
-#include "tools/bundle_runner/text.h"
+#include "tools/bundle_runner/report_text.h"
 #include "tools/control_panel/host_error.h"
 #include "tools/control_panel/picture.h"
 #include "tools/control_panel/sheet_search.h"

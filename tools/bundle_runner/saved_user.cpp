@@ -10,7 +10,7 @@
 
 #include "platform/unique_resource.h"
 #include "resources/server_class.h"
-#include "tools/bundle_runner/text.h"
+#include "tools/bundle_runner/report_text.h"
 
 namespace kvn::bundle {
 namespace {

@@ -165,7 +165,7 @@ class Page:
         return self.filled(self.explanations[name])
 
     def messages(self, program: str) -> str:
-        file = {"page": "resources/strings.rc", "service": "service/strings.rc"}[program]
+        file = {"page": "resources/strings.rc", "service": "service/resources/service_strings.rc"}[program]
         own = set(re.findall(r"^\s*(IDS_\w+)", read(file), re.MULTILINE)) - {f.text_id for f in functions()}
         rows = [f'<tr id="m-{name[4:].lower().replace("_", "-")}"><th scope="row">{shown(TEXTS[name][self.language])}</th>'
                 f"<td>{self.explain(name)}</td></tr>" for name in self.explanations if name in own]

@@ -11,7 +11,7 @@ import sys
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 LANGUAGES = ("en", "ja")
-FILES = ("resources/strings.rc", "resources/dialogs.rc", "service/strings.rc")
+FILES = ("resources/strings.rc", "resources/dialogs.rc", "service/resources/service_strings.rc")
 
 QUOTED = r'"((?:[^"\\]|\\.)*)"'
 TEXT = rf"(?:UI_TEXT\(\s*{QUOTED}\s*,\s*{QUOTED}\s*\)|{QUOTED})"

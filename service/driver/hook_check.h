@@ -1,0 +1,50 @@
+// Finds out whether the hook still sees the mouse: Windows removes a slow hook silently, but
+// reports each press and release by Raw Input too.
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+
+#include "service/engine/press.h"
+#include "service/input/attached_mice.h"
+#include "service/page/message_handler.h"
+
+namespace kvn::service {
+
+class HookCheck : public IMessageHandler {
+public:
+    struct Outlets {
+        std::function<std::uint32_t()> lastPressOfHook;  // tick count
+        std::function<std::uint32_t()> heldButtons;      // as the hook knows them; bit n: the button of slot n
+        std::function<void()> onBlind;                   // a second ago there was a press that the hook did not see
+        // A second ago this physical button went up, and the hook still takes it for held.
+        std::function<void(model::ButtonSlot)> onReleaseMissed;
+    };
+
+    explicit HookCheck(Outlets chosenOutlets) : outlets(std::move(chosenOutlets)) {}
+    virtual ~HookCheck() = default;
+
+    // Raw Input reports buttons; the window's timers look at them a second later.
+    void OnButtons(HWND window, const ButtonChange& change);
+
+    std::optional<LRESULT> OnMessage(const Message& message) override;
+
+private:
+    void OnPress(HWND window, std::uint32_t time);
+    void JudgePress(HWND window);
+    void JudgeReleases();
+
+    Outlets outlets;
+    std::optional<std::uint32_t> pending;  // the time of the press that is looked at next
+    std::uint32_t latest = 0;              // of the last one, which has its second after that
+    std::uint32_t released = 0;            // buttons that have gone up since releases were looked at
+};
+
+// Whether a hook that saw its last press then has missed one at this time. Both reports of one press come close
+// together.
+bool HasMissed(std::uint32_t lastPressOfHook, std::uint32_t press);
+
+}  // namespace kvn::service

@@ -1,0 +1,54 @@
+#include "service/options/arguments.h"
+
+#include <windows.h>
+
+#include <shellapi.h>
+
+#include "platform/unique_resource.h"
+
+namespace kvn::service {
+namespace {
+
+constexpr DWORD kLongestPath = 32767;
+
+// Backslashes before a quote, the closing one included, are doubled; elsewhere they stand for themselves.
+void AppendQuoted(std::wstring& line, const std::wstring& argument) {
+    line += L'"';
+    std::size_t backslashes = 0;
+    for (const wchar_t character : argument) {
+        if (character == L'"') line.append(backslashes + 1, L'\\');
+        backslashes = character == L'\\' ? backslashes + 1 : 0;
+        line += character;
+    }
+    line.append(backslashes, L'\\') += L'"';
+}
+
+}  // namespace
+
+std::vector<std::wstring> Arguments() {
+    return SplitCommandLine(GetCommandLineW());
+}
+
+std::vector<std::wstring> SplitCommandLine(const std::wstring& commandLine) {
+    int count = 0;
+    const platform::Owned<wchar_t**, &LocalFree> words{CommandLineToArgvW(commandLine.c_str(), &count)};
+    if (!words || count < 1) return {};
+    return {words.Get() + 1, words.Get() + count};
+}
+
+std::wstring Quoted(std::span<const std::wstring> arguments) {
+    std::wstring line;
+    for (const std::wstring& argument : arguments) {
+        if (!line.empty()) line += L' ';
+        AppendQuoted(line, argument);
+    }
+    return line;
+}
+
+std::wstring FullPath(const std::wstring& path) {
+    std::wstring full(kLongestPath, L'\0');
+    const DWORD length = GetFullPathNameW(path.c_str(), kLongestPath, full.data(), nullptr);
+    return length == 0 || length >= kLongestPath ? path : full.substr(0, length);
+}
+
+}  // namespace kvn::service
