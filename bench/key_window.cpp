@@ -3,6 +3,8 @@
 #include <array>
 #include <string>
 
+#include "tests/support/started_process.h"
+
 namespace kvn::bench {
 namespace {
 
@@ -68,15 +70,9 @@ KeyWindow::KeyWindow()
     : came(OpenEvent()), section(OpenSection()), time(static_cast<const std::int64_t*>(MapTime(section.Get()))) {
     std::array<wchar_t, MAX_PATH> path{};
     GetModuleFileNameW(nullptr, path.data(), MAX_PATH);
-    std::wstring command = L'"' + std::wstring(path.data()) + L"\" --key-window";
-    STARTUPINFOW start{};
-    start.cb = sizeof start;
-    PROCESS_INFORMATION information{};
-    if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &information)) {
-        return;
-    }
-    process.Reset(information.hProcess);
-    CloseHandle(information.hThread);
+    const std::wstring command = L'"' + std::wstring(path.data()) + L"\" --key-window";
+    process = test::StartProcess(command).process;
+    if (!process) return;
     window = FindKeyWindow();
 }
 

@@ -1,6 +1,7 @@
 #include "bench/running_service.h"
 
 #include "platform/service_messages.h"
+#include "tests/support/started_process.h"
 
 namespace kvn::bench {
 namespace {
@@ -10,16 +11,11 @@ constexpr DWORD kStartMilliseconds = 10'000;
 }  // namespace
 
 RunningService::RunningService(const std::wstring& moreOptions) {
-    std::wstring command = L"service\\KvnMouseAplDouble.exe --image KvnSample --vid " + std::to_wstring(kSampleVid) +
-                           L" --pid " + std::to_wstring(kSamplePid) + L" " + moreOptions;
-    STARTUPINFOW start{};
-    start.cb = sizeof start;
-    PROCESS_INFORMATION information{};
-    if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &information)) {
-        return;
-    }
-    process.Reset(information.hProcess);
-    CloseHandle(information.hThread);
+    const std::wstring command = L"service\\KvnMouseAplDouble.exe --image KvnSample --vid " +
+                                 std::to_wstring(kSampleVid) + L" --pid " + std::to_wstring(kSamplePid) + L" " +
+                                 moreOptions;
+    process = test::StartProcess(command).process;
+    if (!process) return;
     for (DWORD waited = 0; platform::FindService() == nullptr && waited < kStartMilliseconds; waited += 10) Sleep(10);
 }
 

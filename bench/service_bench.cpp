@@ -7,6 +7,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "bench/benches.h"
@@ -23,6 +24,7 @@
 #include "service/input/hook_loop.h"
 #include "service/input/hook_thread.h"
 #include "tests/support/process_use.h"
+#include "tests/support/started_process.h"
 
 namespace kvn::bench {
 namespace {
@@ -223,15 +225,7 @@ constexpr wchar_t kProgramFile[] = L"service\\KvnMouseApl.exe";
 constexpr DWORD kPatience = 10'000;
 
 platform::UniqueKernelObject StartProgram(const std::wstring& options) {
-    std::wstring command = std::wstring(kProgramFile) + L' ' + options;
-    STARTUPINFOW start{};
-    start.cb = sizeof start;
-    PROCESS_INFORMATION information{};
-    if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &information)) {
-        return {};
-    }
-    CloseHandle(information.hThread);
-    return platform::UniqueKernelObject(information.hProcess);
+    return std::move(test::StartProcess(std::wstring(kProgramFile) + L' ' + options).process);
 }
 
 class ServiceProgram {

@@ -40,8 +40,8 @@ void GestureTrailOverlay::StartAt(POINT cursor) {
     trail.StartAt(cursor);
 }
 
-// The window covers the screen from its origin, so its client coordinates are the screen's. All of the path is drawn again,
-// since Wine 10 does not show every line that is added to a layered window.
+// The window covers the screen from its origin, so its client coordinates are the screen's. All of the path is drawn
+// again, so that each step restores what may have been lost.
 void GestureTrailOverlay::DrawTo(POINT cursor) {
     if (!trail.ExtendTo(cursor) || overlay == nullptr) return;
     const platform::WindowDeviceContext context(overlay);

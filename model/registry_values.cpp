@@ -3,10 +3,21 @@
 #include "platform/number_text.h"
 
 namespace kvn::model {
+namespace {
+
+std::wstring IdText(std::uint32_t id) {
+    constexpr std::size_t kDigits = 4;
+    return platform::HexText(id, kDigits);
+}
+
+}  // namespace
 
 std::wstring MouseModelName(std::uint32_t vid, std::uint32_t pid) {
-    constexpr std::size_t kDigits = 4;
-    return L"VID" + platform::HexText(vid, kDigits) + L"PID" + platform::HexText(pid, kDigits);
+    return L"VID" + IdText(vid) + L"PID" + IdText(pid);
+}
+
+std::wstring MouseIdsText(std::uint32_t vid, std::uint32_t pid) {
+    return IdText(vid) + L':' + IdText(pid);
 }
 
 std::wstring MouseModelKey(std::uint32_t vid, std::uint32_t pid) {

@@ -97,6 +97,9 @@ constexpr const RegistryValueRow& RowOf(RegistryValue value) {
 // The name of a model: "VIDvvvvPIDpppp" with at least four lower-case hexadecimal digits each.
 std::wstring MouseModelName(std::uint32_t vid, std::uint32_t pid);
 
+// The ids as people look them up: "1234:5678".
+std::wstring MouseIdsText(std::uint32_t vid, std::uint32_t pid);
+
 // The key below HKEY_CURRENT_USER that holds a model's settings: kBaseKey, a backslash and the model's name; the base
 // key itself when either id is 0.
 std::wstring MouseModelKey(std::uint32_t vid, std::uint32_t pid);

@@ -1,9 +1,17 @@
 #include "platform/stroke_trail.h"
 
+#include <algorithm>
+#include <span>
+
 #include "platform/device_context.h"
 #include "platform/unique_resource.h"
 
 namespace kvn::platform {
+namespace {
+
+constexpr LONG kCornerDistance = 10;  // pixels; more than a column
+
+}  // namespace
 
 void StrokeTrail::StartAt(POINT point) {
     points[0] = point;
@@ -37,6 +45,17 @@ void StrokeTrail::Draw(HDC context) const {
     if (!pen) return;
     const SelectedObject selectedPen(context, pen.Get());
     Polyline(context, points.data(), static_cast<int>(count));
+    DrawCornersOfGround(context);
+}
+
+// Wine 10 does not show what was drawn between two looks if all of it lies in one column of eight pixels, as a line
+// straight down may. So two points of the ground, which stays as it is, are drawn outside of the path.
+void StrokeTrail::DrawCornersOfGround(HDC context) const {
+    const std::span path(points.data(), count);
+    const auto [left, right] = std::ranges::minmax(path, {}, &POINT::x);
+    const auto [top, bottom] = std::ranges::minmax(path, {}, &POINT::y);
+    SetPixelV(context, left.x - kCornerDistance, top.y - kCornerDistance, kTrailGround);
+    SetPixelV(context, right.x + kCornerDistance, bottom.y + kCornerDistance, kTrailGround);
 }
 
 void EraseTrailGround(HDC context, const RECT& area) {

@@ -29,10 +29,11 @@ public:
     // Extends the path to this point. False if it ends there already: a line without length would leave a dot.
     [[nodiscard]] bool ExtendTo(POINT point);
 
-    // Draws the whole path, in one call however long it is. A path of one point draws nothing.
+    // Draws the whole path, however long, in a few calls. A path of one point draws nothing.
     void Draw(HDC context) const;
 
 private:
+    void DrawCornersOfGround(HDC context) const;
     void Thin();
 
     std::array<POINT, kCapacity> points{};

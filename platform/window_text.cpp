@@ -1,5 +1,6 @@
 #include "platform/window_text.h"
 
+#include <array>
 #include <utility>
 
 namespace kvn::platform {
@@ -18,6 +19,13 @@ std::wstring WindowText(HWND window, int maxLength) {
     const int length = GetWindowTextW(window, text.data(), static_cast<int>(text.size()) + 1);
     text.resize(length > 0 ? static_cast<std::size_t>(length) : 0);
     return CutText(std::move(text), maxLength);
+}
+
+std::wstring ClassNameOf(HWND window) {
+    constexpr int kLongestClassName = 256;
+    std::array<wchar_t, kLongestClassName + 1> name{};
+    const int length = GetClassNameW(window, name.data(), static_cast<int>(name.size()));
+    return {name.data(), static_cast<std::size_t>(length)};
 }
 
 }  // namespace kvn::platform

@@ -1,4 +1,4 @@
-// Texts of windows and controls.
+// Texts of windows and controls, and the names of their classes.
 #pragma once
 
 #include <windows.h>
@@ -12,5 +12,8 @@ namespace kvn::platform {
 
 // The window's text, cut as above; empty if there is no window.
 [[nodiscard]] std::wstring WindowText(HWND window, int maxLength);
+
+// The name of the window's class; empty without a window.
+[[nodiscard]] std::wstring ClassNameOf(HWND window);
 
 }  // namespace kvn::platform

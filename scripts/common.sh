@@ -11,9 +11,15 @@ jobs=$(nproc)
 # shellcheck disable=SC2034  # used by those who source this
 product_folders=(model platform gestures profiles page service)
 
-# The packages for building and running the fuzz targets.
+# The packages of single commands, which scripts/setup all installs too.
 # shellcheck disable=SC2034  # used by those who source this
 fuzz_packages=(clang libclang-rt-14-dev)
+# shellcheck disable=SC2034
+check_packages=(clang clang-format clang-tidy cppcheck shellcheck)
+# shellcheck disable=SC2034
+coverage_packages=(gcovr)
+# shellcheck disable=SC2034
+installer_packages=(wixl msitools)
 
 # Runs a command with the rights to install packages.
 as_root() {
@@ -61,14 +67,26 @@ use_wine_prefix() {
     mkdir -p "$HOME"
 }
 
-# Keeps this shell, and every program that it starts from now on, on one processor. Wine's programs and its server answer each other
-# thousands of times in an opening: on one processor that costs the same each time; across two it depends on whether the other
-# one sleeps.
+# Keeps this shell, and every program that it starts from now on, on one processor: $1 says which one, 0 being the first; after
+# the last one the first comes again. Wine's programs and its server answer each other thousands of times in an opening: on one
+# processor that costs the same each time; across two it depends on whether the other one sleeps.
 stay_on_one_processor() {
-    local allowed
-    allowed=$(taskset -cp $$)
-    allowed=${allowed##*: }
-    taskset -cp "${allowed%%[,-]*}" $$ >/dev/null
+    local processors
+    mapfile -t processors < <(python3 -c 'import os; print(*sorted(os.sched_getaffinity(0)), sep="\n")')
+    taskset -cp "${processors[$1 % ${#processors[@]}]}" "$BASHPID" >/dev/null
+}
+
+# Runs a command of this script in the background, as a group of processes that kill_group ends; $! is the group.
+start_group() {
+    set -m
+    "$@" &
+    set +m
+}
+
+# Ends what start_group has started, $1, and waits until it has tidied up. Nothing happens if it has ended already.
+kill_group() {
+    kill -TERM -- "-$1" 2>/dev/null || true
+    wait "$1" 2>/dev/null || true
 }
 
 # Makes the prefix of use_wine_prefix if it is new. $1 is its graphics: `null` needs no display at all, `x11` draws on

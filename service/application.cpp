@@ -3,15 +3,15 @@
 #include <array>
 #include <utility>
 
-#include "platform/raised_flag.h"
+#include "model/registry_values.h"
 #include "service/lifecycle/ending.h"
 #include "service/options/arguments.h"
 #include "service/page/page_search.h"
+#include "service/page/window_numbers.h"
 #include "service/resources/service_resource.h"
 #include "service/resources/service_texts.h"
 #include "service/resources/service_version.h"
 #include "service/tray/greeting.h"
-#include "service/tray/mouse_name.h"
 #include "service/tray/panels.h"
 
 namespace kvn::service {
@@ -172,7 +172,8 @@ void Application::OnTrayCommand(TrayCommand command) {
             transfer.OpenImport();
             break;
         case TrayCommand::Help:
-            OpenHelpPage([this] { posted.Post([this] { tray.ShowBalloon(Text(IDS_FAULT_HELP), NIIF_ERROR); }); });
+            // The thread may outlive this object, but not with a pointer to it.
+            OpenHelpPage([receiver = window.Handle()] { PostMessageW(receiver, kHelpFailedMessage, 0, 0); });
             break;
         case TrayCommand::About:
             ShowAbout();
@@ -185,7 +186,7 @@ void Application::OnTrayCommand(TrayCommand command) {
 
 TrayState Application::CurrentTrayState() const {
     if (driver == nullptr) return {};
-    return {.mouse = driver->Mouse() ? MouseName(*driver->Mouse()) : std::wstring(),
+    return {.mouse = driver->Mouse() ? model::MouseIdsText(driver->Mouse()->vid, driver->Mouse()->pid) : std::wstring(),
             .profile = driver->Mouse() ? driver->Settings().InForce().name : std::wstring(),
             .forcedProfile = driver->Settings().ForcedProfile(),
             .profiles = driver->Settings().ProfileNames(),
@@ -193,10 +194,10 @@ TrayState Application::CurrentTrayState() const {
 }
 
 void Application::ShowAbout() {
-    if (isAboutOpen) return;
-    const platform::RaisedFlag open(isAboutOpen);
-    MessageBoxW(nullptr, Text(IDS_SERVICE_ABOUT, kVersion).c_str(), Text(IDS_SERVICE_CAPTION).c_str(),
-                MB_OK | MB_ICONINFORMATION);
+    about.Open([] {
+        MessageBoxW(nullptr, Text(IDS_SERVICE_ABOUT, kVersion).c_str(), Text(IDS_SERVICE_CAPTION).c_str(),
+                    MB_OK | MB_ICONINFORMATION | MB_SETFOREGROUND);
+    });
 }
 
 void Application::OnStroke(const Order& order) {
@@ -225,6 +226,9 @@ std::optional<LRESULT> Application::OnOwnMessage(const Message& message) {
     switch (message.id) {
         case WM_COPYDATA:
             return OnHandedOver(message);
+        case kHelpFailedMessage:
+            tray.ShowBalloon(Text(IDS_FAULT_HELP), NIIF_ERROR);
+            return 0;
         case WM_CLOSE:
             RequestEnd();
             return 0;

@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 
+#include "platform/dialog_thread.h"
 #include "service/driver/mouse_driver.h"
 #include "service/lifecycle/session_events.h"
 #include "service/lifecycle/shared_state.h"
@@ -74,13 +75,13 @@ private:
     SessionEvents session;
     TrayIcon tray;
     TransferDialogs transfer;
+    platform::DialogThread about;
     TrailWindow trail;
     std::unique_ptr<MouseDriver> driver;     // empty before the start and at the end
     std::unique_ptr<TryButtons> tryButtons;  // lives as long as the driver, whose presses it shows
     std::optional<ChosenMouse> keptMouse;
     std::wstring keptLog;
     bool isEnding = false;
-    bool isAboutOpen = false;
 };
 
 }  // namespace kvn::service

@@ -84,6 +84,11 @@ Answer Import(const CommandLine& commands) {
     return answer;
 }
 
+// Nothing else happens then.
+bool AsksForText(const CommandLine& commands) {
+    return commands.wantsHelp || commands.wantsVersion;
+}
+
 struct StartRow {
     bool (*isWanted)(const CommandLine& commands);
     Answer (*carryOut)(const CommandLine& commands);
@@ -116,7 +121,7 @@ Answer Run() {
     CommandLine commands = std::get<CommandLine>(parsed);
     // The running service is somewhere else.
     if (commands.logFile) commands.logFile = FullPath(*commands.logFile);
-    if (IsLogRefused(commands)) return Refuse(BadLogFile(*commands.logFile));
+    if (!AsksForText(commands) && IsLogRefused(commands)) return Refuse(BadLogFile(*commands.logFile));
     const auto isWanted = [&](const StartRow& row) { return row.isWanted(commands); };
     return std::ranges::find_if(kStarts, isWanted)->carryOut(commands);
 }

@@ -8,6 +8,8 @@ namespace kvn::service {
 namespace {
 
 constexpr UINT kPatienceMilliseconds = 1'000;
+// After that Windows waits for the hook no longer, so nobody keeps the release any more.
+constexpr int kLooksAtRelease = 3;
 // How much earlier or later than the press the hook may have seen it; tick counts wrap around.
 constexpr std::uint32_t kEarlierMilliseconds = 250, kLaterMilliseconds = 60'000;
 constexpr UINT_PTR kPressTimer = static_cast<UINT_PTR>(Timer::HookCheck);
@@ -19,10 +21,10 @@ bool HasMissed(std::uint32_t lastPressOfHook, std::uint32_t press) {
     return lastPressOfHook - press + kEarlierMilliseconds > kEarlierMilliseconds + kLaterMilliseconds;
 }
 
-// Each release gives all of them another second.
+// Each release gives all of them their time again.
 void HookCheck::OnButtons(HWND window, const ButtonChange& change) {
     released = (released & ~change.pressed) | change.released;
-    if (change.released != 0) SetTimer(window, kReleaseTimer, kPatienceMilliseconds, nullptr);
+    if (change.released != 0) AwaitReleases(window);
     if (change.pressed != 0) OnPress(window, change.time);
 }
 
@@ -37,7 +39,7 @@ std::optional<LRESULT> HookCheck::OnMessage(const Message& message) {
     const bool isOfPress = message.wParam == kPressTimer;
     if (message.id != WM_TIMER || (!isOfPress && message.wParam != kReleaseTimer)) return std::nullopt;
     KillTimer(message.window, message.wParam);
-    isOfPress ? JudgePress(message.window) : JudgeReleases();
+    isOfPress ? JudgePress(message.window) : JudgeReleases(message.window);
     return 0;
 }
 
@@ -48,8 +50,18 @@ void HookCheck::JudgePress(HWND window) {
     if (latest != *press) OnPress(window, latest);
 }
 
-void HookCheck::JudgeReleases() {
-    const std::uint32_t missed = std::exchange(released, 0) & outlets.heldButtons();
+void HookCheck::AwaitReleases(HWND window) {
+    looksLeft = kLooksAtRelease;
+    SetTimer(window, kReleaseTimer, kPatienceMilliseconds, nullptr);
+}
+
+void HookCheck::JudgeReleases(HWND window) {
+    released &= outlets.heldButtons();
+    if (released == 0 || --looksLeft <= 0) return ReportMissed(std::exchange(released, 0));
+    SetTimer(window, kReleaseTimer, kPatienceMilliseconds, nullptr);
+}
+
+void HookCheck::ReportMissed(std::uint32_t missed) const {
     for (std::size_t slot = 0; slot < kButtonCount; ++slot) {
         if ((missed >> slot & 1U) != 0) outlets.onReleaseMissed(static_cast<model::ButtonSlot>(slot));
     }

@@ -20,14 +20,14 @@ public:
         std::function<std::uint32_t()> lastPressOfHook;  // tick count
         std::function<std::uint32_t()> heldButtons;      // as the hook knows them; bit n: the button of slot n
         std::function<void()> onBlind;                   // a second ago there was a press that the hook did not see
-        // A second ago this physical button went up, and the hook still takes it for held.
+        // This physical button went up three seconds ago, and the hook still takes it for held.
         std::function<void(model::ButtonSlot)> onReleaseMissed;
     };
 
     explicit HookCheck(Outlets chosenOutlets) : outlets(std::move(chosenOutlets)) {}
     virtual ~HookCheck() = default;
 
-    // Raw Input reports buttons; the window's timers look at them a second later.
+    // Raw Input reports buttons; the window's timers look at them from a second later on.
     void OnButtons(HWND window, const ButtonChange& change);
 
     std::optional<LRESULT> OnMessage(const Message& message) override;
@@ -35,12 +35,15 @@ public:
 private:
     void OnPress(HWND window, std::uint32_t time);
     void JudgePress(HWND window);
-    void JudgeReleases();
+    void AwaitReleases(HWND window);
+    void JudgeReleases(HWND window);
+    void ReportMissed(std::uint32_t missed) const;
 
     Outlets outlets;
     std::optional<std::uint32_t> pending;  // the time of the press that is looked at next
     std::uint32_t latest = 0;              // of the last press, which is checked after that
-    std::uint32_t released = 0;            // buttons that have gone up since the last check of releases
+    std::uint32_t released = 0;            // buttons that went up and may have been missed
+    int looksLeft = 0;                     // at these
 };
 
 // Whether a hook that last saw a press at one time has missed the press at the other. The two reports of one press come

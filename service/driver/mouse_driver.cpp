@@ -1,9 +1,9 @@
 #include "service/driver/mouse_driver.h"
 
-#include <array>
 #include <mutex>
 
 #include "platform/boundary.h"
+#include "service/input/key_sending.h"
 #include "service/settings/published_mouse.h"
 
 namespace kvn::service {
@@ -15,9 +15,6 @@ using model::ButtonSlot;
 constexpr DWORD kSettingsMilliseconds = 2'000;
 constexpr DWORD kHubMilliseconds = 500;
 constexpr DWORD kPollMilliseconds = 5;
-
-// In the order of ButtonSlot; physical buttons.
-constexpr std::array kVirtualKeys{VK_LBUTTON, VK_RBUTTON, VK_MBUTTON, VK_XBUTTON1, VK_XBUTTON2};
 
 // For what the hub has been asked to do. A hub that is busy does it later.
 template <typename Condition>
@@ -36,10 +33,11 @@ MouseDriver::MouseDriver(HeldList& held, Outlets chosenOutlets)
                        .onStroke = [this](const Order& order) { outlets.onStroke(order); }}),
       hook(performer, activity),
       hasSettings(CreateEventW(nullptr, TRUE, FALSE, nullptr)),
-      hub(activity, {.onProfile = [this](const ProfileInForce& profile) { OnProfile(profile); },
-                     .onWindowInFront = [this](HWND) { hook.WindowInFront(); },
-                     .onProblem = [this](SettingsProblem problem,
-                                         const std::wstring& path) { outlets.onProblem(problem, path); }}),
+      hub(activity, names,
+          {.onProfile = [this](const ProfileInForce& profile) { OnProfile(profile); },
+           .onWindowInFront = [this](HWND) { hook.WindowInFront(); },
+           .onProblem = [this](SettingsProblem problem,
+                               const std::wstring& path) { outlets.onProblem(problem, path); }}),
       mice({.onMouse = [this](const model::DeviceRecord& attached) { OnAttached(attached); },
             .onButtons = [this](const ButtonChange& change) { hookCheck.OnButtons(window, change); }}),
       hookCheck({.lastPressOfHook = [this] { return hook.LastPress(); },
@@ -104,7 +102,6 @@ void MouseDriver::UseSettings(const std::optional<model::DeviceRecord>& previous
 
 // On the hub's thread.
 void MouseDriver::OnProfile(const ProfileInForce& profile) {
-    names.Remember(profile.settings.profile, profile.name);
     {
         const std::lock_guard lock(settingsSection);
         if (hasMouse) hook.Use(profile.settings);
@@ -156,7 +153,7 @@ void MouseDriver::OnReleaseMissed(ButtonSlot physicalButton) {
 bool MouseDriver::IsHeld(ButtonSlot physicalButton) {
     const auto slot = static_cast<std::size_t>(physicalButton);
     hook.Question(physicalButton);
-    if (!hook.IsInstalled()) return GetAsyncKeyState(kVirtualKeys[slot]) < 0;
+    if (!hook.IsInstalled()) return GetAsyncKeyState(kButtonKeys[slot]) < 0;
     return (hook.HeldButtons() >> slot & 1U) != 0;
 }
 

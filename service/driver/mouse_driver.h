@@ -13,7 +13,6 @@
 #include "platform/unique_resource.h"
 #include "service/driver/hook_check.h"
 #include "service/driver/press_log.h"
-#include "service/driver/profile_names.h"
 #include "service/driver/status.h"
 #include "service/input/attached_mice.h"
 #include "service/input/hook_thread.h"
@@ -21,6 +20,7 @@
 #include "service/input/performer.h"
 #include "service/options/mouse_option.h"
 #include "service/page/message_handler.h"
+#include "service/settings/profile_numbers.h"
 #include "service/settings/settings_hub.h"
 
 namespace kvn::service {
@@ -62,7 +62,7 @@ public:
     bool IsPaused() const { return isPaused; }
     bool IsHeld(model::ButtonSlot physicalButton);
     Status CurrentStatus() const;
-    // Of the number in EngineSettings; empty when it was in force long ago. From any thread.
+    // Of the number in EngineSettings; empty for a number of none. From any thread.
     std::wstring NameOf(std::uint32_t profile) const { return names.NameOf(profile); }
 
     HookThread& Hook() { return hook; }
@@ -82,7 +82,7 @@ private:
     Outlets outlets;
     HWND window = nullptr;
     MouseActivity activity;
-    ProfileNames names;
+    ProfileNumbers names;
     PressLog log;
     Performer performer;
     HookThread hook;

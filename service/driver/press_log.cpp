@@ -46,13 +46,6 @@ std::wstring WhatWasDone(const Order& order, const std::wstring& done) {
     return row.beforeStroke + StrokeText(order) + (row.beforeDone == nullptr ? L"" : row.beforeDone + done);
 }
 
-// A TAB or a line's end inside a field would be taken for the end of the field.
-std::wstring Field(std::wstring text) {
-    std::ranges::replace_if(
-        text, [](wchar_t character) { return character < L' '; }, L' ');
-    return text;
-}
-
 std::wstring TimeText(const SYSTEMTIME& time) {
     std::array<wchar_t, 32> text{};
     const int length =
@@ -66,7 +59,7 @@ std::wstring TimeText(const SYSTEMTIME& time) {
 std::wstring LogLine(const SYSTEMTIME& time, const Order& order, const std::wstring& profile,
                      const std::wstring& done) {
     return TimeText(time) + L'\t' + kControlNames[order.control] + L'\t' + std::to_wstring(order.controlFunction) +
-           L'\t' + Field(profile) + L'\t' + Field(WhatWasDone(order, done)) + L"\r\n";
+           L'\t' + OnOneLine(profile) + L'\t' + OnOneLine(WhatWasDone(order, done)) + L"\r\n";
 }
 
 void PressLog::WriteTo(const std::wstring& path) {

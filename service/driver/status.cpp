@@ -4,6 +4,7 @@
 
 #include "model/enum_array.h"
 #include "platform/number_text.h"
+#include "service/resources/service_texts.h"
 #include "service/resources/service_version.h"
 
 namespace kvn::service {
@@ -33,7 +34,7 @@ std::wstring CountLines(const Status& status) {
 
 std::wstring StatusText(const Status& status) {
     return Line(L"version", kVersion) + MouseLines(status.mouse.value_or(model::DeviceRecord{})) +
-           Line(L"profile", status.profile) + Line(L"why", kWhy[status.why]) +
+           Line(L"profile", OnOneLine(status.profile)) + Line(L"why", kWhy[status.why]) +
            Line(L"paused", status.isPaused ? L"yes" : L"no") + Line(L"hook", status.isHookAlive ? L"alive" : L"dead") +
            CountLines(status);
 }

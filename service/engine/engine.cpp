@@ -341,11 +341,24 @@ std::size_t Engine::PhysicalOf(ButtonSlot control) const {
 Press Engine::PressOf(ButtonSlot control) const {
     Press press;
     press.isKnown = true;
+    press.verdict = Verdict::Keep;  // until it is decided
     press.control = control;
     press.function = FunctionOf(settings, control);
     press.controlFunction = settings.functions[control];
     press.profile = settings.profile;
     return press;
+}
+
+// By slot, as the programs name them.
+std::uint32_t Engine::PassedButtonsBeside(const Press& press) const {
+    std::uint32_t passed = 0;
+    for (std::size_t button = 0; button < presses.size(); ++button) {
+        const Press& other = presses[button];
+        const bool isHeld = other.isKnown && (heldButtons & BitOf(button)) != 0;
+        if (isHeld && &other != &press && other.verdict == Verdict::Pass)
+            passed |= BitOf(static_cast<std::size_t>(other.control));
+    }
+    return passed;
 }
 
 Order Engine::OrderOf(const Press& press, OrderKind kind) const {
@@ -357,6 +370,7 @@ Order Engine::OrderOf(const Press& press, OrderKind kind) const {
     order.keys = press.function.keys;
     order.ticket = press.ticket;
     order.profile = press.profile;
+    order.passedButtons = PassedButtonsBeside(press);
     return order;
 }
 

@@ -109,6 +109,7 @@ private:
 
     std::size_t PhysicalOf(model::ButtonSlot control) const;
     Press PressOf(model::ButtonSlot control) const;
+    std::uint32_t PassedButtonsBeside(const Press& press) const;
     Order OrderOf(const Press& press, OrderKind kind) const;
     // Of the trail or of the flying wheel.
     Order PlainOrder(OrderKind kind, model::ScreenPoint place) const;

@@ -3,11 +3,11 @@
 #include <cstdlib>
 
 #include "service/engine/flying_curve.h"
+#include "service/engine/notch.h"
 
 namespace kvn::service {
 namespace {
 
-constexpr std::int64_t kNotch = 120;
 constexpr std::int64_t kNotchesOfFlick = 6;
 constexpr std::int32_t kMostFlicks = 5;
 constexpr std::uint32_t kFlickGap = 400;  // from the last notch of a flick to the next flick

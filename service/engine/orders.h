@@ -57,6 +57,8 @@ struct Order {
     std::int32_t horizontalSpeed = 4;
     model::ScreenPoint place;
     std::uint32_t profile = 0;
+    // Bit n: the user holds the button of slot n on another control, and the programs have seen its press.
+    std::uint32_t passedButtons = 0;
 };
 
 // The orders of one event, without heap memory. One event never has more orders than fit.

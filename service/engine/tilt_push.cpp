@@ -5,11 +5,12 @@
 #include <limits>
 #include <utility>
 
+#include "service/engine/notch.h"
+
 namespace kvn::service {
 namespace {
 
 constexpr std::uint32_t kPushGap = 300;
-constexpr std::int64_t kNotch = 120;
 constexpr std::int64_t kSpeedUnit = 4;
 // No tilt reports more at once; a broken driver shall not flood anybody with keys.
 constexpr std::int64_t kMostNotchesAtOnce = 8;

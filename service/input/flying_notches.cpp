@@ -3,14 +3,10 @@
 #include <cstdlib>
 
 #include "service/engine/flying_curve.h"
+#include "service/engine/notch.h"
 #include "service/input/key_sending.h"
 
 namespace kvn::service {
-namespace {
-
-constexpr std::int32_t kNotch = 120;
-
-}  // namespace
 
 void FlyingNotches::Begin(std::int32_t firstRate, std::uint32_t now) {
     rate = firstRate;

@@ -91,6 +91,11 @@ bool HeldKeys::Release(const HeldChord& held) {
     return true;
 }
 
+void HeldKeys::LeaveToUser(HeldChord& held) {
+    Forget(held);
+    held = {};
+}
+
 void HeldKeys::Tap(const Chord& chord) {
     const LiftedModifiers lifted(chord);
     InputBatch batch;

@@ -35,6 +35,8 @@ public:
     static void Repeat(const HeldChord& held);
     // False while Windows accepts no input; then everything is still held.
     [[nodiscard]] bool Release(const HeldChord& held);
+    // It stays down: the user holds it too, and releases it.
+    void LeaveToUser(HeldChord& held);
     // Down and up again, in one piece.
     void Tap(const Chord& chord);
     // The whole chord goes down, and its plain keys up again.

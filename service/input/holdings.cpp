@@ -3,20 +3,25 @@
 #include <algorithm>
 #include <mutex>
 
+#include "service/engine/notch.h"
+
 namespace kvn::service {
 namespace {
 
 constexpr std::uint32_t kScrollPeriod = 100;  // milliseconds
 // Windows takes no input while it shows a desktop of its own, as for a lock.
 constexpr std::uint32_t kReleaseRetryPeriod = 250;
-constexpr std::int32_t kNotch = 120;
 constexpr std::int32_t kNaturalSpeed = 4;
-
-constexpr std::array<WORD, 5> kButtonKeys{VK_LBUTTON, VK_RBUTTON, VK_MBUTTON, VK_XBUTTON1, VK_XBUTTON2};
 
 WORD ButtonKeyOf(const FunctionRow& row) {
     const auto index = static_cast<std::size_t>(row.button);
     return index < kButtonKeys.size() ? kButtonKeys[index] : WORD{VK_LBUTTON};
+}
+
+// Whether the user's own button holds down what this function presses.
+bool IsPassed(WORD buttonKey, std::uint32_t passedButtons) {
+    const auto found = std::ranges::find(kButtonKeys, buttonKey);
+    return found != kButtonKeys.end() && (passedButtons >> (found - kButtonKeys.begin()) & 1U) != 0;
 }
 
 Chord ChordOf(const Order& order, const FunctionRow& row) {
@@ -53,8 +58,9 @@ std::uint32_t KeyboardPeriod() {
     return static_cast<std::uint32_t>(1000.0 / (2.5 + std::min<DWORD>(rate, 31) * 27.5 / 31));
 }
 
-void BeginButton(HeldKeys& keys, const Order& /*order*/, const FunctionRow& row, Holding& holding) {
-    holding.held = keys.PressButton(ButtonKeyOf(row));
+// Beside the user's own press of the same button there is nothing to press, and nothing to release.
+void BeginButton(HeldKeys& keys, const Order& order, const FunctionRow& row, Holding& holding) {
+    if (!IsPassed(ButtonKeyOf(row), order.passedButtons)) holding.held = keys.PressButton(ButtonKeyOf(row));
 }
 
 void BeginKeys(HeldKeys& keys, const Order& order, const FunctionRow& row, Holding& holding) {
@@ -75,8 +81,8 @@ void BeginScrolling(HeldKeys& /*keys*/, const Order& order, const FunctionRow& r
     ScrollBy(holding.scrollStep);
 }
 
-void ActButton(HeldKeys& keys, const Order& /*order*/, const FunctionRow& row) {
-    keys.Click(ButtonKeyOf(row));
+void ActButton(HeldKeys& keys, const Order& order, const FunctionRow& row) {
+    if (!IsPassed(ButtonKeyOf(row), order.passedButtons)) keys.Click(ButtonKeyOf(row));
 }
 
 void ActKeys(HeldKeys& keys, const Order& order, const FunctionRow& row) {
@@ -91,7 +97,8 @@ void ActScrolling(HeldKeys& /*keys*/, const Order& order, const FunctionRow& row
     ScrollBy(ScrollStepOf(order, row));
 }
 
-void ActDoubleClick(HeldKeys& keys, const Order& /*order*/, const FunctionRow& /*row*/) {
+void ActDoubleClick(HeldKeys& keys, const Order& order, const FunctionRow& /*row*/) {
+    if (IsPassed(VK_LBUTTON, order.passedButtons)) return;
     keys.Click(VK_LBUTTON);
     keys.Click(VK_LBUTTON);
 }
@@ -147,13 +154,14 @@ void Holdings::Act(const Order& order, const FunctionRow& row) {
     if (action != nullptr && !isClosed) action->act(keys, order, row);
 }
 
-void Holdings::End(Ticket ticket) {
+void Holdings::End(Ticket ticket, std::uint32_t passedButtons) {
     const std::lock_guard guard(lock);
     const auto isMeant = [=](const Holding& holding) {
         return holding.isUsed && !holding.isOver && holding.ticket == ticket;
     };
     const auto found = std::ranges::find_if(holdings, isMeant);
     if (found == holdings.end()) return RememberEnded(ticket);
+    if (found->held.count == 1 && IsPassed(found->held.keys[0], passedButtons)) keys.LeaveToUser(found->held);
     EndHolding(*found);
 }
 

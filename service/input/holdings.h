@@ -38,7 +38,8 @@ public:
 
     void Begin(const Order& order, const FunctionRow& row);
     void Act(const Order& order, const FunctionRow& row);
-    void End(Ticket ticket);
+    // passedButtons: as in Order.
+    void End(Ticket ticket, std::uint32_t passedButtons);
     // Ends everything, and prevents new beginnings.
     void Close();
 

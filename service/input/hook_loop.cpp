@@ -189,8 +189,7 @@ void HookLoop::Publish() {
 // its flag first and looks at the time then.
 void HookLoop::NoteActivity() {
     activity.lastEvent.store(GetTickCount());
-    if (!activity.isSomeoneAsleep.load()) return;
-    if (activity.isSomeoneAsleep.exchange(false) && activity.wake != nullptr) SetEvent(activity.wake);
+    if (activity.isSomeoneAsleep.load() && activity.isSomeoneAsleep.exchange(false)) SetEvent(activity.wake.Get());
 }
 
 // A press that a program has made shows too that the hook lives.

@@ -28,13 +28,13 @@ void AwaitWork(PerformerState& state, std::uint32_t work) {
 }
 
 void EndHolding(Keeper& keeper, const Order& order) {
-    keeper.state.holdings.End(order.ticket);
+    keeper.state.holdings.End(order.ticket, order.passedButtons);
     ++keeper.state.endingsDone;
     keeper.state.endingDone.Raise();
 }
 
 void Stroke(Keeper& keeper, const Order& order) {
-    if (keeper.state.outlets.onStroke) keeper.state.outlets.onStroke(order);
+    CallOutlet(keeper.state.keeperGate, keeper.state.outlets.onStroke, order);
 }
 
 void BeginFlying(Keeper& keeper, const Order& order) {

@@ -7,10 +7,9 @@ namespace {
 
 // Keys whose scan code has the prefix that distinguishes them from their twins. The right Shift key is among them:
 // without the flag some systems take it for the left one.
-constexpr std::array<WORD, 21> kExtendedKeys{VK_PRIOR,    VK_NEXT,   VK_END,      VK_HOME,   VK_LEFT,   VK_UP,
-                                             VK_RIGHT,    VK_DOWN,   VK_SNAPSHOT, VK_INSERT, VK_DELETE, VK_DIVIDE,
-                                             VK_NUMLOCK,  VK_RMENU,  VK_LWIN,     VK_RWIN,   VK_APPS,   VK_RSHIFT,
-                                             VK_RCONTROL, VK_CANCEL, VK_HELP};
+constexpr std::array<WORD, 19> kExtendedKeys{
+    VK_PRIOR,  VK_NEXT,   VK_END,     VK_HOME,  VK_LEFT, VK_UP,   VK_RIGHT, VK_DOWN,   VK_SNAPSHOT, VK_INSERT,
+    VK_DELETE, VK_DIVIDE, VK_NUMLOCK, VK_RMENU, VK_LWIN, VK_RWIN, VK_APPS,  VK_RSHIFT, VK_RCONTROL};
 
 struct ScanCodeRow {
     WORD key;

@@ -10,6 +10,9 @@
 
 namespace kvn::service {
 
+// The virtual keys of the mouse's buttons, in the order of model::ButtonSlot.
+inline constexpr std::array<WORD, 5> kButtonKeys{VK_LBUTTON, VK_RBUTTON, VK_MBUTTON, VK_XBUTTON1, VK_XBUTTON2};
+
 // Input that arrives in one piece, with no other input in between. If it does not fit, it is sent in several pieces.
 class InputBatch {
 public:

@@ -7,13 +7,16 @@
 #include <atomic>
 #include <cstdint>
 
+#include "platform/unique_resource.h"
+
 namespace kvn::service {
 
 struct MouseActivity {
     std::atomic<std::uint32_t> lastEvent = 0;  // tick count
     // A sleeper sets the flag, and the next event of the mouse clears it and sets the event.
     std::atomic<bool> isSomeoneAsleep = false;
-    HANDLE wake = nullptr;  // an auto-reset event of the sleeper's; set up before the hook starts
+    // Lives as long as the activity, so that neither thread has to end before the other. Null when there is none.
+    const platform::UniqueKernelObject wake{CreateEventW(nullptr, FALSE, FALSE, nullptr)};
 };
 
 }  // namespace kvn::service

@@ -12,6 +12,7 @@ namespace {
 
 constexpr MouseIds kUnknownMouse{0xFFFF, 0xFFFF};
 constexpr std::int32_t kCountWithTilt = model::kMaxButtonCount;
+constexpr std::size_t kDigitsOfId = 4;
 constexpr std::uint32_t kFewestButtons = 3;
 constexpr std::uint32_t kMostButtons = 5;
 
@@ -21,21 +22,16 @@ std::wstring InUpperCase(std::wstring_view text) {
     return upper;
 }
 
-// The hexadecimal number at the text's beginning: its low 16 bits.
-std::optional<std::uint16_t> NumberAt(std::wstring_view text) {
-    std::uint32_t number = 0;
-    std::size_t length = 0;
-    for (; length < text.size(); ++length) {
-        const auto digit = platform::DigitOf(text[length], 16);
-        if (!digit) break;
-        number = number << 4U | *digit;
-    }
-    if (length < 4) return std::nullopt;
-    return static_cast<std::uint16_t>(number & 0xFFFFU);
+// The hexadecimal number at the text's beginning: its last four digits.
+std::optional<std::uint32_t> NumberAt(std::wstring_view text) {
+    const auto isDigit = [](wchar_t character) { return platform::DigitOf(character, 16).has_value(); };
+    const auto length = static_cast<std::size_t>(std::ranges::find_if_not(text, isDigit) - text.begin());
+    if (length < kDigitsOfId) return std::nullopt;
+    return platform::ParseNumber(text.substr(length - kDigitsOfId, kDigitsOfId), 16, 0xFFFF);
 }
 
 // "VID_045E" of a USB mouse, "VID&0002045E" of a Bluetooth one, where the vendor's list comes first.
-std::optional<std::uint16_t> IdBehind(std::wstring_view name, std::wstring_view word) {
+std::optional<std::uint32_t> IdBehind(std::wstring_view name, std::wstring_view word) {
     const std::size_t place = name.find(word);
     if (place == std::wstring_view::npos) return std::nullopt;
     const std::wstring_view rest = name.substr(place + word.size());
@@ -47,8 +43,8 @@ std::optional<std::uint16_t> IdBehind(std::wstring_view name, std::wstring_view 
 
 MouseIds IdsOfDeviceName(std::wstring_view deviceName) {
     const std::wstring name = InUpperCase(deviceName);
-    const std::uint16_t vid = IdBehind(name, L"VID").value_or(0);
-    const std::uint16_t pid = IdBehind(name, L"PID").value_or(0);
+    const std::uint32_t vid = IdBehind(name, L"VID").value_or(0);
+    const std::uint32_t pid = IdBehind(name, L"PID").value_or(0);
     return vid == 0 || pid == 0 ? kUnknownMouse : MouseIds{vid, pid};
 }
 

@@ -17,8 +17,8 @@ struct MouseFacts {
 };
 
 struct MouseIds {
-    std::uint16_t vid = 0;
-    std::uint16_t pid = 0;
+    std::uint32_t vid = 0;
+    std::uint32_t pid = 0;
 
     friend bool operator==(const MouseIds&, const MouseIds&) = default;
 };

@@ -1,14 +1,12 @@
 #include "service/input/order_execution.h"
 
+#include "service/input/done_texts.h"
 #include "service/input/key_sending.h"
-#include "service/input/key_texts.h"
 #include "service/input/program_opener.h"
 #include "service/input/window_commands.h"
 
 namespace kvn::service {
 namespace {
-
-constexpr const wchar_t* kNothing = L"nothing";
 
 std::wstring DoInput(const Order& order, const FunctionRow& row, Holdings& holdings) {
     if (order.kind == OrderKind::Begin) {
@@ -21,7 +19,7 @@ std::wstring DoInput(const Order& order, const FunctionRow& row, Holdings& holdi
 
 std::wstring DoFunction(const Order& order, Holdings& holdings) {
     const FunctionRow* const row = FindFunction(order.function);
-    if (row == nullptr) return kNothing;
+    if (row == nullptr) return kNothingDone;
     if (Holdings::CanDo(*row)) return DoInput(order, *row, holdings);
     if (row->action == Action::Open) return OpenProgram(row->program);
     return DoWindowCommand(row->action);
@@ -31,13 +29,13 @@ std::wstring Scroll(const Order& order) {
     InputBatch batch;
     batch.HorizontalWheel(order.amount);
     batch.Send();
-    return order.amount < 0 ? L"scrolled left" : L"scrolled right";
+    return TextOfScroll(order.amount < 0);
 }
 
 }  // namespace
 
 std::wstring ExecuteOrder(const Order& order, Holdings& holdings) {
-    if (order.kind == OrderKind::Note) return kNothing;
+    if (order.kind == OrderKind::Note) return kNothingDone;
     if (order.kind == OrderKind::Scroll) return Scroll(order);
     return DoFunction(order, holdings);
 }

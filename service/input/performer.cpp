@@ -52,15 +52,18 @@ private:
     platform::UniqueKernelObject worker;
 };
 
-// A worker that hangs is left behind: it finds the gates closed when it comes back, and the state is its own then.
+// A thread that hangs is left behind: it finds the gates closed when it comes back, and the state is its own then.
 Performer::Lanes::~Lanes() {
     state->isEnding = true;
     state->keeperWake.Raise();
     state->workerWake.Raise();
     const std::array threads{keeper.Get(), worker.Get()};
-    if (keeper && worker) WaitForMultipleObjects(threads.size(), threads.data(), TRUE, kLongestFarewell);
+    // The worker is started last.
+    const DWORD count = worker ? 2 : 1;
+    if (keeper) WaitForMultipleObjects(count, threads.data(), TRUE, kLongestFarewell);
+    state->workerGate.Close();
+    state->keeperGate.Close();
     state->holdings.Close();
-    state->outletGate.Close();
 }
 
 bool Performer::Lanes::Start() {

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <utility>
 
+#include "platform/boundary.h"
 #include "platform/unique_resource.h"
 #include "service/input/holdings.h"
 #include "service/input/lock_free_ring.h"
@@ -24,7 +25,7 @@ class Gate {
 public:
     bool Enter() { return Change(State::Open, State::Inside); }
     void Leave() { Change(State::Inside, State::Open); }
-    void Close() { Change(State::Open, State::Closed); }
+    void Close() { state = State::Closed; }
 
 private:
     enum class State : std::uint8_t { Open, Inside, Closed };
@@ -46,12 +47,21 @@ struct KeeperOrder {
     std::uint32_t workBefore = 0;
 };
 
+// Calls an outlet as long as its gate is open.
+template <typename Outlet, typename... Arguments>
+void CallOutlet(Gate& gate, const Outlet& outlet, const Arguments&... arguments) {
+    if (!outlet || !gate.Enter()) return;
+    platform::Completes([&] { outlet(arguments...); });
+    gate.Leave();
+}
+
 struct PerformerState {
     PerformerState(HeldList& heldList, PerformerOutlets chosenOutlets)
         : outlets(std::move(chosenOutlets)), holdings(heldList) {}
 
     PerformerOutlets outlets;
-    Gate outletGate;  // the worker's way to its outlet
+    Gate workerGate;
+    Gate keeperGate;
     Holdings holdings;
     LockFreeRing<WorkerOrder, kWorkerOrders> workerOrders;
     LockFreeRing<KeeperOrder, kKeeperOrders> keeperOrders;

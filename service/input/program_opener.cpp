@@ -10,6 +10,8 @@
 #include <array>
 
 #include "platform/com_pointer.h"
+#include "platform/shell_opening.h"
+#include "service/input/done_texts.h"
 
 namespace kvn::service {
 namespace {
@@ -83,15 +85,7 @@ constexpr std::array<ProgramRow, 6> kPrograms{{
 
 // The folder in which it starts is Windows' own: the service's would be in the way of its removal.
 bool Open(const std::wstring& path, const wchar_t* arguments) {
-    const std::wstring folder = WindowsFolder();
-    SHELLEXECUTEINFOW execution{};
-    execution.cbSize = sizeof execution;
-    execution.fMask = SEE_MASK_FLAG_NO_UI | SEE_MASK_NOASYNC;
-    execution.lpFile = path.c_str();
-    execution.lpParameters = arguments;
-    execution.lpDirectory = folder.c_str();
-    execution.nShow = SW_SHOWNORMAL;
-    return ShellExecuteExW(&execution) != FALSE;
+    return platform::ShellOpen(path, arguments, WindowsFolder().c_str());
 }
 
 std::wstring NameOf(const std::wstring& path, const wchar_t* arguments) {
@@ -103,7 +97,7 @@ std::wstring NameOf(const std::wstring& path, const wchar_t* arguments) {
 
 std::wstring OpenProgram(Program program) {
     const auto row = std::ranges::find(kPrograms, program, &ProgramRow::program);
-    if (row == kPrograms.end()) return L"nothing";
+    if (row == kPrograms.end()) return kNothingDone;
     const platform::ComApartment apartment;
     const std::wstring path = row->path();
     if (path.empty()) return L"no program to open";

@@ -6,21 +6,18 @@
 #include <array>
 #include <string_view>
 
+#include "platform/window_text.h"
+#include "service/input/done_texts.h"
+
 namespace kvn::service {
 namespace {
 
 constexpr std::array<std::wstring_view, 4> kShellClasses{L"Progman", L"WorkerW", L"Shell_TrayWnd",
                                                          L"Shell_SecondaryTrayWnd"};
 
-std::wstring ClassOf(HWND window) {
-    std::array<wchar_t, 257> name{};
-    const int length = GetClassNameW(window, name.data(), static_cast<int>(name.size()));
-    return {name.data(), static_cast<std::size_t>(length)};
-}
-
 bool IsOfShell(HWND window) {
     if (window == GetShellWindow() || window == GetDesktopWindow()) return true;
-    return std::ranges::find(kShellClasses, ClassOf(window)) != kShellClasses.end();
+    return std::ranges::find(kShellClasses, platform::ClassNameOf(window)) != kShellClasses.end();
 }
 
 // Null when there is none, or the shell's own.
@@ -74,7 +71,7 @@ constexpr std::array<CommandRow, 3> kCommands{{
 
 std::wstring DoWindowCommand(Action action) {
     const auto command = std::ranges::find(kCommands, action, &CommandRow::action);
-    if (command == kCommands.end()) return L"nothing";
+    if (command == kCommands.end()) return kNothingDone;
     const HWND window = WindowInFront();
     return window == nullptr ? L"no window in front" : command->carryOut(window);
 }

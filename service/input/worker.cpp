@@ -16,18 +16,12 @@ struct Worker {
     bool hasNewRepeat = false;  // something repeats, and the keeper may not know
 };
 
-void Report(PerformerState& state, const Order& order, const std::wstring& done) {
-    if (!state.outlets.onDone || !state.outletGate.Enter()) return;
-    platform::Completes([&] { state.outlets.onDone(order, done); });
-    state.outletGate.Leave();
-}
-
 void CarryOut(Worker& worker, const Order& order) {
     PerformerState& state = worker.state;
     const std::wstring done = ExecuteOrder(order, state.holdings);
     if (CountsAsAction(order)) ++state.actions;
     worker.hasNewRepeat = order.kind == OrderKind::Begin && state.holdings.DoRepeat();
-    Report(state, order, done);
+    CallOutlet(state.workerGate, state.outlets.onDone, order, done);
 }
 
 // What has ended in the meantime needs no keeper.

@@ -14,6 +14,8 @@ namespace {
 
 // A service that is asked to end ends by itself within two seconds; one that hangs does not even answer.
 constexpr DWORD kQuitMilliseconds = 1'000, kEndMilliseconds = 2'500, kForcedEndMilliseconds = 1'000;
+// What is left of two seconds for one that has not answered, so that it and its watcher are gone in time.
+constexpr DWORD kLastChanceMilliseconds = 300;
 
 // A service of another user's rights can only be waited for.
 platform::UniqueKernelObject ProcessOf(HWND window) {
@@ -45,7 +47,8 @@ void EndByForce(HANDLE service) {
 void EndServiceOf(HWND window, const CommandLine& commands) {
     const platform::UniqueKernelObject service = ProcessOf(window);
     const bool hasAnswered = AskService(window, ArgumentsForService(commands), kQuitMilliseconds).has_value();
-    const DWORD patience = hasAnswered ? kEndMilliseconds : kQuitMilliseconds;
+    const bool isEnding = hasAnswered || !IsWindow(window);
+    const DWORD patience = isEnding ? kEndMilliseconds : kLastChanceMilliseconds;
     if (service && !EndsWithin(service.Get(), patience)) EndByForce(service.Get());
 }
 

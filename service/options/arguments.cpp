@@ -23,6 +23,15 @@ void AppendQuoted(std::wstring& line, const std::wstring& argument) {
     line.append(backslashes, L'\\') += L'"';
 }
 
+// Windows takes longer paths only in this form. A file that is being saved has a longer name for a while.
+std::wstring WithoutLimit(const std::wstring& path) {
+    constexpr std::size_t kLongestPlainPath = MAX_PATH - 16;
+    constexpr std::wstring_view kServer = LR"(\\)", kDevice = LR"(\\.\)", kUnlimited = LR"(\\?\)";
+    if (path.size() <= kLongestPlainPath || path.starts_with(kUnlimited) || path.starts_with(kDevice)) return path;
+    if (path.starts_with(kServer)) return LR"(\\?\UNC\)" + path.substr(kServer.size());
+    return std::wstring(kUnlimited) + path;
+}
+
 }  // namespace
 
 std::vector<std::wstring> Arguments() {
@@ -48,7 +57,7 @@ std::wstring Quoted(std::span<const std::wstring> arguments) {
 std::wstring FullPath(const std::wstring& path) {
     std::wstring full(kLongestPath, L'\0');
     const DWORD length = GetFullPathNameW(path.c_str(), kLongestPath, full.data(), nullptr);
-    return length == 0 || length >= kLongestPath ? path : full.substr(0, length);
+    return length == 0 || length >= kLongestPath ? path : WithoutLimit(full.substr(0, length));
 }
 
 }  // namespace kvn::service

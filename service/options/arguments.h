@@ -14,7 +14,8 @@ std::vector<std::wstring> SplitCommandLine(const std::wstring& commandLine);
 // One text from which Windows makes these arguments again.
 std::wstring Quoted(std::span<const std::wstring> arguments);
 
-// The full path of a file that was named from the current folder.
+// The full path of a file that was named from the current folder. A path that is too long for Windows gets the form
+// without a limit.
 std::wstring FullPath(const std::wstring& path);
 
 }  // namespace kvn::service

@@ -79,6 +79,10 @@ constexpr std::array kOptions{
               [](CommandLine& commands, Text value) { return SetProcess(commands.watcherProcess, value); }},
 };
 
+bool IsOption(std::wstring_view text) {
+    return std::ranges::find(kOptions, text, &OptionRow::name) != kOptions.end();
+}
+
 // Reads the option at `place` and moves it behind what belongs to it.
 std::optional<UsageError> ReadOption(CommandLine& commands, std::span<const std::wstring> arguments,
                                      std::size_t& place) {
@@ -87,7 +91,9 @@ std::optional<UsageError> ReadOption(CommandLine& commands, std::span<const std:
     if (row == kOptions.end()) return UsageError{UsageFault::UnknownOption, name, {}};
     std::wstring value;
     if (!row->valueName.empty()) {
-        if (place == arguments.size()) return UsageError{UsageFault::ValueMissing, name, {}};
+        if (place == arguments.size() || IsOption(arguments[place])) {
+            return UsageError{UsageFault::ValueMissing, name, {}};
+        }
         value = arguments[place++];
     }
     if (!row->apply(commands, value)) return UsageError{UsageFault::ValueBad, name, value};

@@ -4,6 +4,7 @@
 #include "platform/module.h"
 #include "platform/subclass.h"
 #include "platform/unique_resource.h"
+#include "platform/window_class.h"
 #include "service/options/arguments.h"
 
 namespace kvn::service {
@@ -40,12 +41,7 @@ std::optional<LRESULT> SendText(HWND receiver, HWND sender, ULONG_PTR mark, std:
 class ReplyWindow {
 public:
     explicit ReplyWindow(HWND askedService) : service(askedService) {
-        WNDCLASSEXW windowClass{};
-        windowClass.cbSize = sizeof windowClass;
-        windowClass.lpfnWndProc = Procedure;
-        windowClass.hInstance = platform::ThisModule();
-        windowClass.lpszClassName = kReplyClass;
-        RegisterClassExW(&windowClass);
+        if (!platform::RegisterWindowClass(kReplyClass, Procedure)) return;
         // Lets a service with fewer rights answer.
         ChangeWindowMessageFilter(WM_COPYDATA, MSGFLT_ADD);
         window.Reset(CreateWindowExW(0, kReplyClass, nullptr, 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,

@@ -3,13 +3,11 @@
 #include <array>
 #include <vector>
 
-#include "platform/number_text.h"
+#include "model/registry_values.h"
 #include "platform/typed_number.h"
 
 namespace kvn::service {
 namespace {
-
-using platform::HexText;
 
 constexpr std::wstring_view kNone = L"none";
 constexpr std::uint32_t kHighestId = 0xFFFF;
@@ -60,7 +58,7 @@ std::optional<ChosenMouse> ParseChosenMouse(std::wstring_view text) {
 std::wstring TextOf(const ChosenMouse& choice) {
     if (!choice.mouse) return std::wstring(kNone);
     const model::DeviceRecord& mouse = *choice.mouse;
-    return HexText(mouse.vid, 4) + L':' + HexText(mouse.pid, 4) + L':' + std::to_wstring(mouse.buttonCount) + L':' +
+    return model::MouseIdsText(mouse.vid, mouse.pid) + L':' + std::to_wstring(mouse.buttonCount) + L':' +
            std::to_wstring(mouse.hasTilt) + L':' + mouse.mouseImage + L':' + std::to_wstring(mouse.mouseFlag);
 }
 

@@ -9,6 +9,7 @@
 #include "platform/service_messages.h"
 #include "platform/service_protocol.h"
 #include "platform/subclass.h"
+#include "platform/window_class.h"
 
 namespace kvn::service {
 namespace {
@@ -24,12 +25,7 @@ constexpr std::array<UINT, 9> kForWindows{WM_GETTEXT,    WM_GETTEXTLENGTH, WM_AC
 }  // namespace
 
 bool ServiceWindow::Create() {
-    WNDCLASSEXW windowClass{};
-    windowClass.cbSize = sizeof windowClass;
-    windowClass.lpfnWndProc = Procedure;
-    windowClass.hInstance = platform::ThisModule();
-    windowClass.lpszClassName = kServiceWindowClass;
-    if (RegisterClassExW(&windowClass) == 0 && GetLastError() != ERROR_CLASS_ALREADY_EXISTS) return false;
+    if (!platform::RegisterWindowClass(kServiceWindowClass, Procedure)) return false;
     // A tool window, should anybody ever show it: it is in no list of programs.
     window.Reset(CreateWindowExW(WS_EX_TOOLWINDOW, kServiceWindowClass, nullptr, WS_POPUP, 0, 0, 0, 0, nullptr, nullptr,
                                  platform::ThisModule(), nullptr));

@@ -2,15 +2,25 @@
 
 #include <windows.h>
 
+#include <algorithm>
+
 #include "platform/module.h"
 #include "platform/texts.h"
+#include "platform/unique_resource.h"
 
 namespace kvn::service {
 namespace {
 
-void Fill(std::wstring& text, std::wstring_view mark, std::wstring_view value) {
-    const std::size_t place = text.find(mark);
-    if (place != std::wstring::npos) text.replace(place, mark.size(), value);
+// What is put in is not looked at again: it may hold marks of its own.
+std::wstring Filled(const std::wstring& text, std::wstring_view first, std::wstring_view second) {
+    std::wstring filled;
+    for (std::size_t place = 0; place < text.size();) {
+        const std::wstring_view mark = std::wstring_view(text).substr(place, 2);
+        const bool isMark = mark == L"%1" || mark == L"%2";
+        filled += isMark ? (mark == L"%1" ? first : second) : mark.substr(0, 1);
+        place += isMark ? 2 : 1;
+    }
+    return filled;
 }
 
 bool WriteTo(HANDLE output, std::wstring_view text) {
@@ -24,17 +34,29 @@ bool WriteTo(HANDLE output, std::wstring_view text) {
     return WriteFile(output, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) != FALSE;
 }
 
+// A program that stayed at the console would end with it. Under Wine it is there from the start.
+void WriteToParentsConsole(std::wstring_view text) {
+    const bool isAttached = AttachConsole(ATTACH_PARENT_PROCESS) != FALSE;
+    const platform::UniqueFile console(CreateFileW(L"CONOUT$", GENERIC_READ | GENERIC_WRITE,
+                                                   FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0,
+                                                   nullptr));
+    WriteTo(console.Get(), text);
+    if (isAttached) FreeConsole();
+}
+
 }  // namespace
 
 std::wstring Text(unsigned textId) {
     return platform::LoadText(platform::ThisModule(), textId);
 }
 
-// The second first, so that a mark inside the first value stays as it is.
 std::wstring Text(unsigned textId, std::wstring_view first, std::wstring_view second) {
-    std::wstring text = Text(textId);
-    Fill(text, L"%2", second);
-    Fill(text, L"%1", first);
+    return Filled(Text(textId), first, second);
+}
+
+std::wstring OnOneLine(std::wstring text) {
+    std::ranges::replace_if(
+        text, [](wchar_t character) { return character < L' ' || character == L'\x7F'; }, L' ');
     return text;
 }
 
@@ -48,8 +70,7 @@ std::string Utf8(std::wstring_view text) {
 
 void Print(std::wstring_view text) {
     if (text.empty() || WriteTo(GetStdHandle(STD_OUTPUT_HANDLE), text)) return;
-    // A program without a console of its own has no output until it attaches to its parent's.
-    if (AttachConsole(ATTACH_PARENT_PROCESS)) WriteTo(GetStdHandle(STD_OUTPUT_HANDLE), text);
+    WriteToParentsConsole(text);
 }
 
 }  // namespace kvn::service

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <utility>
 
+#include "platform/window_text.h"
 #include "service/settings/program_path.h"
 
 namespace kvn::service {
@@ -16,10 +17,7 @@ constexpr std::array<std::wstring_view, 5> kSwitcherClasses{L"#32771", L"TaskSwi
                                                             L"ForegroundStaging", L"XamlExplorerHostIslandWindow"};
 
 bool IsSwitcher(HWND window) {
-    std::array<wchar_t, 257> name{};
-    const int length = GetClassNameW(window, name.data(), static_cast<int>(name.size()));
-    const std::wstring_view className(name.data(), static_cast<std::size_t>(length));
-    return std::ranges::find(kSwitcherClasses, className) != kSwitcherClasses.end();
+    return std::ranges::find(kSwitcherClasses, platform::ClassNameOf(window)) != kSwitcherClasses.end();
 }
 
 bool IsOwn(HWND window) {

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <vector>
@@ -49,14 +50,14 @@ public:
     template <typename Change>
     void Order(const Change& change) {
         {
-            const Guard guard(*this);
+            const std::lock_guard guard(section);
             change(orders);
         }
         SetEvent(orderCame.Get());
     }
     template <typename Question>
     auto Ask(const Question& question) const {
-        const Guard guard(*this);
+        const std::lock_guard guard(section);
         return question(report);
     }
 
@@ -64,25 +65,17 @@ public:
     HANDLE OrderCame() const { return orderCame.Get(); }  // auto-reset; null if there is none
     HubOrders TakeOrders() {
         HubOrders none;
-        const Guard guard(*this);
+        const std::lock_guard guard(section);
         std::swap(orders, none);
         return none;
     }
     template <typename Change>
     void Report(const Change& change) {
-        const Guard guard(*this);
+        const std::lock_guard guard(section);
         change(report);
     }
 
 private:
-    struct Guard {
-        explicit Guard(const HubExchange& exchange) : section(exchange.section) { section.lock(); }
-        Guard(const Guard&) = delete;
-        Guard& operator=(const Guard&) = delete;
-        ~Guard() { section.unlock(); }
-        platform::CriticalSection& section;
-    };
-
     mutable platform::CriticalSection section;
     platform::UniqueKernelObject orderCame;
     HubOrders orders;

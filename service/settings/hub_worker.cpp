@@ -16,7 +16,6 @@ namespace {
 constexpr std::uint64_t kLookEvery = 500;
 constexpr std::uint64_t kLookAfterLastEvent = 1000;
 constexpr DWORD kPauseAfterFailure = 100;
-constexpr DWORD kPatienceAtEnd = 1000;
 
 using UniqueEventHook = platform::Owned<HWINEVENTHOOK, &UnhookWinEvent>;
 
@@ -41,37 +40,16 @@ std::vector<std::wstring> NamesOf(const model::ProfileSet& profiles) {
 
 }  // namespace
 
-HubWorker::HubWorker(MouseActivity& mouseActivity, HubOutlets chosenOutlets)
-    : activity(mouseActivity),
-      outlets(std::move(chosenOutlets)),
-      mouseMoved(CreateEventW(nullptr, FALSE, FALSE, nullptr)) {
-    activity.wake = mouseMoved.Get();
-}
+HubWorker::HubWorker(MouseActivity& mouseActivity, ProfileNumbers& profileNames, HubOutlets chosenOutlets)
+    : activity(mouseActivity), names(profileNames), outlets(std::move(chosenOutlets)) {}
 
-HubWorker::~HubWorker() {
-    activity.isSomeoneAsleep = false;
-    activity.wake = nullptr;
-}
-
-bool HubWorker::Start() {
-    if (!exchange.OrderCame() || !mouseMoved) return false;
-    thread.Reset(CreateThread(nullptr, 0, Run, this, 0, nullptr));
-    return static_cast<bool>(thread);
-}
-
-bool HubWorker::Stop() {
+void HubWorker::RequestStop() {
     isStopping = true;
     SetEvent(exchange.OrderCame());
-    return !thread || WaitForSingleObject(thread.Get(), kPatienceAtEnd) == WAIT_OBJECT_0;
-}
-
-DWORD WINAPI HubWorker::Run(void* worker) {
-    platform::Completes([&] { static_cast<HubWorker*>(worker)->Live(); });
-    return 0;
 }
 
 // Each step by itself: one that fails for want of memory keeps no other from its work, and is made again.
-void HubWorker::Live() {
+void HubWorker::Run() {
     const UniqueEventHook followed = FollowWindowsInFront();
     while (true) {
         for (const auto step : {&HubWorker::TakeOrders, &HubWorker::ReadIfDue, &HubWorker::LookIfDue,
@@ -83,7 +61,7 @@ void HubWorker::Live() {
 }
 
 void HubWorker::Wait() {
-    std::vector<HANDLE> signals{exchange.OrderCame(), mouseMoved.Get()};
+    std::vector<HANDLE> signals{exchange.OrderCame(), activity.wake.Get()};
     if (keyWatch && keyWatch->Signal()) signals.push_back(keyWatch->Signal());
     for (const HANDLE signal : folderWatch.Signals()) signals.push_back(signal);
 
@@ -99,7 +77,7 @@ void HubWorker::Wait() {
 }
 
 void HubWorker::NoteSignal(HANDLE signal) {
-    if (signal == exchange.OrderCame() || signal == mouseMoved.Get()) return;
+    if (signal == exchange.OrderCame() || signal == activity.wake.Get()) return;
     schedule.NoteChange(GetTickCount64());
     if (keyWatch && signal == keyWatch->Signal()) {
         keyWatch.emplace();
@@ -114,8 +92,10 @@ void HubWorker::WatchFolder() {
     folderWatch = FolderWatch(store.Folder());
 }
 
+// The event's time is read first: an event that comes in between is not from the future.
 bool HubWorker::IsMouseInUse() const {
-    return GetTickCount() - activity.lastEvent <= kLookAfterLastEvent;
+    const std::uint32_t lastEvent = activity.lastEvent;
+    return GetTickCount() - lastEvent <= kLookAfterLastEvent;
 }
 
 // Nothing when the mouse rests: its next event then wakes the thread.
@@ -214,7 +194,8 @@ void HubWorker::WorkOutProfile() {
     ProfileInForce next;
     next.name = store.Profiles()[choice.profile].name;
     next.why = choice.why;
-    next.settings = SettingsBlock(store.SettingsOf(choice.profile), *mouse, NumberOf(next.name));
+    const std::uint32_t number = names.NumberOf(model::MouseModelName(mouse->vid, mouse->pid), next.name);
+    next.settings = SettingsBlock(store.SettingsOf(choice.profile), *mouse, number);
     Publish(next);
     isProfileStale = false;
 }
@@ -229,22 +210,18 @@ void HubWorker::Publish(const ProfileInForce& next) {
         report.forced.swap(reportedForced);
         if (isOtherProfile) ++report.switches;
     });
-    inForce = next.settings;
+    // An outlet that fails is called again.
     if (isNews) Call(outlets.onProfile, next);
+    inForce = next.settings;
     exchange.Report([this](HubReport& report) {
         report.mouseNumber = mouseNumber;
         report.readingNumber = readingNumber;
     });
 }
 
-std::uint32_t HubWorker::NumberOf(const std::wstring& profileName) {
-    const std::wstring key = model::MouseModelName(mouse->vid, mouse->pid) + profileName;
-    return numbers.try_emplace(key, static_cast<std::uint32_t>(numbers.size() + 1)).first->second;
-}
-
 void HubWorker::ReportNames() {
-    HubReport::Names names = std::make_shared<std::vector<std::wstring>>(NamesOf(store.Profiles()));
-    exchange.Report([&](HubReport& report) { report.profiles.swap(names); });
+    HubReport::Names profiles = std::make_shared<std::vector<std::wstring>>(NamesOf(store.Profiles()));
+    exchange.Report([&](HubReport& report) { report.profiles.swap(profiles); });
 }
 
 }  // namespace kvn::service

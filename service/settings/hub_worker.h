@@ -6,7 +6,6 @@
 
 #include <atomic>
 #include <cstdint>
-#include <map>
 #include <optional>
 #include <string>
 
@@ -16,6 +15,7 @@
 #include "service/settings/front_program.h"
 #include "service/settings/hub_exchange.h"
 #include "service/settings/profile_in_force.h"
+#include "service/settings/profile_numbers.h"
 #include "service/settings/profile_store.h"
 #include "service/settings/program_path.h"
 #include "service/settings/reading_schedule.h"
@@ -24,21 +24,21 @@ namespace kvn::service {
 
 class HubWorker {
 public:
-    HubWorker(MouseActivity& mouseActivity, HubOutlets chosenOutlets);
+    HubWorker(MouseActivity& mouseActivity, ProfileNumbers& profileNames, HubOutlets chosenOutlets);
     HubWorker(const HubWorker&) = delete;
     HubWorker& operator=(const HubWorker&) = delete;
-    ~HubWorker();
+    ~HubWorker() = default;
 
-    bool Start();
-    // Asks the thread to end; false if it is busy (a drive that does not answer) and lives on.
-    bool Stop();
+    // False when Windows had no event for it.
+    bool CanStart() const { return exchange.OrderCame() && activity.wake; }
+    // The body of the thread, until it is asked to stop.
+    void Run();
+    // From another thread. A thread that waits for a drive ends later, and calls nobody any more.
+    void RequestStop();
 
     HubExchange& Exchange() { return exchange; }
 
 private:
-    static DWORD WINAPI Run(void* worker);
-    void Live();
-
     void Wait();
     void NoteSignal(HANDLE signal);
     void WatchFolder();
@@ -60,14 +60,12 @@ private:
     void Call(const Outlet& outlet, const Arguments&... arguments) {
         if (outlet && !isStopping) outlet(arguments...);
     }
-    std::uint32_t NumberOf(const std::wstring& profileName);
     void ReportNames();
 
     MouseActivity& activity;
+    ProfileNumbers& names;
     const HubOutlets outlets;
     HubExchange exchange;
-    platform::UniqueKernelObject mouseMoved;
-    platform::UniqueKernelObject thread;
     std::atomic<bool> isStopping = false;
 
     // The thread's own.
@@ -86,7 +84,6 @@ private:
     FolderWatch folderWatch;
     std::uint64_t lastLook = 0;
     std::uint64_t lastWindowEvent = 0;
-    std::map<std::wstring, std::uint32_t> numbers;  // by model and name
     std::optional<EngineSettings> inForce;
 };
 

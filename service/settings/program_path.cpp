@@ -1,15 +1,14 @@
 #include "service/settings/program_path.h"
 
-#include <array>
 #include <string_view>
 
 #include "platform/unique_resource.h"
+#include "platform/window_text.h"
 
 namespace kvn::service {
 namespace {
 
 constexpr DWORD kLongestPath = 32768;  // of any that Windows can open
-constexpr int kLongestClassName = 256;
 constexpr wchar_t kStoreAppFrame[] = L"ApplicationFrameWindow";
 constexpr wchar_t kStoreApp[] = L"Windows.UI.Core.CoreWindow";
 constexpr std::wstring_view kAnyPathPrefix = L"\\\\?\\";
@@ -18,9 +17,7 @@ constexpr std::wstring_view kServerPrefix = L"\\\\";
 constexpr std::wstring_view kFolderMarks = L"\\/:";
 
 bool IsStoreAppFrame(HWND window) {
-    std::array<wchar_t, kLongestClassName + 1> className{};
-    GetClassNameW(window, className.data(), static_cast<int>(className.size()));
-    return std::wstring_view(className.data()) == kStoreAppFrame;
+    return platform::ClassNameOf(window) == kStoreAppFrame;
 }
 
 std::wstring WithoutPrefix(const std::wstring& path) {

@@ -3,20 +3,29 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/thread_start.h"
 #include "service/settings/hub_worker.h"
 
 namespace kvn::service {
+namespace {
 
-SettingsHub::SettingsHub(MouseActivity& mouseActivity, Outlets chosenOutlets)
-    : worker(std::make_unique<HubWorker>(mouseActivity, std::move(chosenOutlets))) {}
+constexpr DWORD kLongestFarewell = 1'000;  // milliseconds
 
-// A thread that waits for a drive keeps what it works on; the program is about to end.
+}  // namespace
+
+SettingsHub::SettingsHub(MouseActivity& mouseActivity, ProfileNumbers& profileNames, Outlets chosenOutlets)
+    : worker(std::make_shared<HubWorker>(mouseActivity, profileNames, std::move(chosenOutlets))) {}
+
 SettingsHub::~SettingsHub() {
-    if (!worker->Stop()) static_cast<void>(worker.release());
+    worker->RequestStop();
+    if (thread) WaitForSingleObject(thread.Get(), kLongestFarewell);
 }
 
 bool SettingsHub::Start() {
-    return worker->Start();
+    if (!worker->CanStart()) return false;
+    thread = platform::StartThread(
+        worker, +[](HubWorker& started) { started.Run(); }, THREAD_PRIORITY_NORMAL);
+    return static_cast<bool>(thread);
 }
 
 void SettingsHub::UseMouse(const model::DeviceRecord& mouse) {

@@ -9,8 +9,10 @@
 #include <vector>
 
 #include "model/device_record.h"
+#include "platform/unique_resource.h"
 #include "service/input/mouse_activity.h"
 #include "service/settings/profile_in_force.h"
+#include "service/settings/profile_numbers.h"
 
 namespace kvn::service {
 
@@ -20,9 +22,9 @@ class SettingsHub {
 public:
     using Outlets = HubOutlets;
 
-    // Stores its event in the activity, whose writer must end before the hub.
-    SettingsHub(MouseActivity& mouseActivity, Outlets chosenOutlets);
-    ~SettingsHub();
+    // Both are borrowed and must outlive the hub.
+    SettingsHub(MouseActivity& mouseActivity, ProfileNumbers& profileNames, Outlets chosenOutlets);
+    ~SettingsHub();  // does not wait longer than a second for a thread that waits for a drive
     SettingsHub(const SettingsHub&) = delete;
     SettingsHub& operator=(const SettingsHub&) = delete;
 
@@ -43,7 +45,8 @@ public:
     std::uint64_t SwitchCount() const;    // of the profile in force
 
 private:
-    std::unique_ptr<HubWorker> worker;
+    std::shared_ptr<HubWorker> worker;  // shared with its thread
+    platform::UniqueKernelObject thread;
     std::atomic<std::uint64_t> orderedMice = 0;
     std::atomic<std::uint64_t> orderedReadings = 0;
 };

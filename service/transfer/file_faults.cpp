@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "model/enum_array.h"
 #include "model/file_replacement.h"
@@ -41,9 +42,7 @@ bool IsTooLarge(const std::wstring& path) {
 // On one line, and not endless: it may come from anywhere.
 std::wstring Shown(std::wstring text) {
     text.resize(std::min(text.size(), kMaxShownLength));
-    std::ranges::replace_if(
-        text, [](wchar_t character) { return character < L' ' || character == L'\x7F'; }, L' ');
-    return text;
+    return OnOneLine(std::move(text));
 }
 
 std::wstring PlaceOf(const model::ImportProblem& problem) {

@@ -10,8 +10,8 @@
 #include "model/locale_codec.h"
 #include "model/profile_transfer.h"
 #include "model/registry_access.h"
+#include "model/registry_values.h"
 #include "platform/module.h"
-#include "platform/number_text.h"
 #include "platform/texts.h"
 #include "platform/unique_resource.h"
 #include "resources/resource.h"
@@ -49,7 +49,7 @@ private:
 };
 
 std::wstring NameOf(const MouseModel& model) {
-    return platform::HexText(model.vid, 4) + L':' + platform::HexText(model.pid, 4);
+    return model::MouseIdsText(model.vid, model.pid);
 }
 
 // A file from anywhere and a profile file are read alike: the former is in ASCII, which every code page has.

@@ -5,16 +5,13 @@
 #include <commdlg.h>
 
 #include <algorithm>
-#include <atomic>
 #include <mutex>
 #include <optional>
 #include <utility>
 
-#include "platform/boundary.h"
 #include "platform/com_pointer.h"
 #include "platform/critical_section.h"
 #include "platform/system_library.h"
-#include "platform/thread_start.h"
 #include "service/resources/service_resource.h"
 #include "service/resources/service_texts.h"
 #include "service/transfer/settings_export.h"
@@ -35,9 +32,6 @@ struct TransferDialogs::State {
     const Outlets outlets;
     platform::CriticalSection section;
     bool isClosed = false;
-    std::atomic<bool> isOpen = false;
-    std::atomic<DWORD> thread = 0;  // of the dialog that is open
-    void (*work)(State& state) = nullptr;
 };
 
 namespace {
@@ -78,12 +72,6 @@ int ShowBox(const std::wstring& text, UINT style) {
 bool AskForOtherModel(const std::wstring& modelOfFile, const std::wstring& attachedModel) {
     return ShowBox(Text(IDS_QUESTION_OTHER_MODEL, modelOfFile, attachedModel),
                    MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2) == IDYES;
-}
-
-BOOL CALLBACK BringToFront(HWND window, LPARAM) {
-    if (!IsWindowVisible(window)) return TRUE;
-    SetForegroundWindow(GetLastActivePopup(window));
-    return FALSE;
 }
 
 }  // namespace
@@ -127,20 +115,10 @@ void TransferDialogs::OpenImport() {
 }
 
 void TransferDialogs::Open(void (*work)(State& state)) {
-    if (state->isOpen.exchange(true)) {
-        EnumThreadWindows(state->thread, BringToFront, 0);
-        return;
-    }
-    state->work = work;
-    const auto body = [](State& shared) {
-        shared.thread = GetCurrentThreadId();
-        platform::Completes([&] {
-            const platform::ComApartment apartment;
-            shared.work(shared);
-        });
-        shared.isOpen = false;
-    };
-    if (!platform::StartThread<State>(state, body, THREAD_PRIORITY_NORMAL)) state->isOpen = false;
+    dialog.Open([shared = state, work] {
+        const platform::ComApartment apartment;
+        work(*shared);
+    });
 }
 
 }  // namespace kvn::service

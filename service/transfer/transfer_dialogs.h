@@ -5,6 +5,8 @@
 #include <memory>
 #include <string>
 
+#include "platform/dialog_thread.h"
+
 namespace kvn::service {
 
 class TransferDialogs {
@@ -32,6 +34,7 @@ private:
     void Open(void (*work)(State& state));
 
     std::shared_ptr<State> state;
+    platform::DialogThread dialog;
 };
 
 }  // namespace kvn::service

@@ -2,16 +2,14 @@
 
 #include <windows.h>
 
-#include <shellapi.h>
-
 #include <memory>
 #include <string>
 #include <utility>
 
-#include "platform/boundary.h"
 #include "platform/com_pointer.h"
+#include "platform/shell_opening.h"
 #include "platform/special_folder.h"
-#include "platform/unique_resource.h"
+#include "platform/thread_start.h"
 #include "service/lifecycle/processes.h"
 
 #include <shlobj.h>
@@ -23,23 +21,9 @@ constexpr wchar_t kHelpPage[] = L"KvnUtilHelp.htm";
 
 using FailureHandler = std::function<void()>;
 
-bool OpenFile(const std::wstring& path) {
+void OpenHelp(FailureHandler& onFailure) {
     const platform::ComApartment apartment;
-    // The thread ends right after it.
-    SHELLEXECUTEINFOW execution{};
-    execution.cbSize = sizeof execution;
-    execution.fMask = SEE_MASK_NOASYNC | SEE_MASK_FLAG_NO_UI;
-    execution.lpFile = path.c_str();
-    execution.nShow = SW_SHOWNORMAL;
-    return ShellExecuteExW(&execution) != FALSE;
-}
-
-DWORD WINAPI OpenHelp(void* parameter) noexcept {
-    platform::Completes([&] {
-        const std::unique_ptr<FailureHandler> onFailure(static_cast<FailureHandler*>(parameter));
-        if (!OpenFile(ProgramFolder() + kHelpPage)) (*onFailure)();
-    });
-    return 0;
+    if (!platform::ShellOpen(ProgramFolder() + kHelpPage)) onFailure();
 }
 
 }  // namespace
@@ -50,13 +34,8 @@ bool OpenMouseControlPanel() {
 }
 
 void OpenHelpPage(std::function<void()> onFailure) {
-    auto handler = std::make_unique<FailureHandler>(std::move(onFailure));
-    const platform::UniqueKernelObject thread(CreateThread(nullptr, 0, OpenHelp, handler.get(), 0, nullptr));
-    if (thread) {
-        static_cast<void>(handler.release());
-    } else {
-        (*handler)();
-    }
+    const auto handler = std::make_shared<FailureHandler>(std::move(onFailure));
+    if (!platform::StartThread(handler, OpenHelp, THREAD_PRIORITY_NORMAL)) (*handler)();
 }
 
 }  // namespace kvn::service

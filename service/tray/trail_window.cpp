@@ -4,21 +4,13 @@
 #include "platform/device_context.h"
 #include "platform/module.h"
 #include "platform/subclass.h"
+#include "platform/window_class.h"
 
 namespace kvn::service {
 namespace {
 
 constexpr wchar_t kClassName[] = L"KvnMouseAplTrail";
 constexpr DWORD kStyles = WS_EX_LAYERED | WS_EX_TRANSPARENT | WS_EX_NOACTIVATE | WS_EX_TOOLWINDOW | WS_EX_TOPMOST;
-
-bool RegisterTrailClass(WNDPROC procedure) {
-    WNDCLASSEXW windowClass{};
-    windowClass.cbSize = sizeof windowClass;
-    windowClass.lpfnWndProc = procedure;
-    windowClass.hInstance = platform::ThisModule();
-    windowClass.lpszClassName = kClassName;
-    return RegisterClassExW(&windowClass) != 0 || GetLastError() == ERROR_CLASS_ALREADY_EXISTS;
-}
 
 }  // namespace
 
@@ -28,7 +20,7 @@ void TrailWindow::Begin(POINT place) {
     SetWindowPos(window.Get(), HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | SWP_SHOWWINDOW);
 }
 
-// Draws all of it again: Wine 10 does not show every line that is added to a layered window.
+// Draws all of it again, so that each step mends what may have been lost.
 void TrailWindow::MoveTo(POINT place) {
     if (!window || !trail.ExtendTo(InWindow(place))) return;
     const platform::WindowDeviceContext context(window.Get());
@@ -36,7 +28,7 @@ void TrailWindow::MoveTo(POINT place) {
 }
 
 bool TrailWindow::Create() {
-    if (!RegisterTrailClass(Procedure)) return false;
+    if (!platform::RegisterWindowClass(kClassName, Procedure)) return false;
     origin = {GetSystemMetrics(SM_XVIRTUALSCREEN), GetSystemMetrics(SM_YVIRTUALSCREEN)};
     window.Reset(CreateWindowExW(kStyles, kClassName, nullptr, WS_POPUP, origin.x, origin.y,
                                  GetSystemMetrics(SM_CXVIRTUALSCREEN), GetSystemMetrics(SM_CYVIRTUALSCREEN), nullptr,

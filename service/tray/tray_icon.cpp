@@ -35,7 +35,7 @@ void Copy(const std::wstring& text, wchar_t (&field)[kSize]) {
 std::wstring TrayTip(const TrayState& state) {
     std::wstring tip = state.mouse.empty() ? Text(IDS_TRAY_NO_MOUSE) : Text(IDS_TRAY_MOUSE, state.mouse);
     if (state.isPaused) tip += L" - " + Text(IDS_TRAY_PAUSED);
-    if (!state.profile.empty()) tip += L'\n' + Text(IDS_TRAY_PROFILE, state.profile);
+    if (!state.profile.empty()) tip += L'\n' + Text(IDS_TRAY_PROFILE, OnOneLine(state.profile));
     return tip;
 }
 

@@ -2,10 +2,9 @@
 
 #include <array>
 
-#include "platform/module.h"
-#include "platform/texts.h"
 #include "platform/unique_resource.h"
 #include "service/resources/service_resource.h"
+#include "service/resources/service_texts.h"
 
 namespace kvn::service {
 namespace {
@@ -31,10 +30,6 @@ constexpr std::array kRowsBelowProfiles{
     MenuRow{TrayCommand::Exit, IDS_MENU_EXIT},
 };
 
-std::wstring Load(UINT textId) {
-    return platform::LoadText(platform::ThisModule(), textId);
-}
-
 void Append(HMENU menu, UINT flags, UINT_PTR id, const std::wstring& text) {
     AppendMenuW(menu, flags | MF_STRING, id, text.c_str());
 }
@@ -43,7 +38,7 @@ void AppendRow(HMENU menu, const MenuRow& row) {
     if (row.textId == 0) {
         AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
     } else {
-        Append(menu, 0, IdOf(row.command), Load(row.textId));
+        Append(menu, 0, IdOf(row.command), Text(row.textId));
     }
 }
 
@@ -54,7 +49,7 @@ void AppendProfile(HMENU menu, UINT id, const std::wstring& text, bool isChosen)
 
 UniqueMenu ProfileMenu(const TrayState& state) {
     UniqueMenu menu(CreatePopupMenu());
-    AppendProfile(menu.Get(), IdOf(TrayCommand::Automatic), Load(IDS_MENU_AUTOMATIC), state.forcedProfile.empty());
+    AppendProfile(menu.Get(), IdOf(TrayCommand::Automatic), Text(IDS_MENU_AUTOMATIC), state.forcedProfile.empty());
     if (!state.profiles.empty()) AppendMenuW(menu.Get(), MF_SEPARATOR, 0, nullptr);
     UINT id = kFirstProfile;
     for (const std::wstring& name : state.profiles) {
@@ -68,7 +63,7 @@ UniqueMenu MakeMenu(const TrayState& state) {
     AppendRow(menu.Get(), {TrayCommand::Settings, IDS_MENU_SETTINGS});
     UniqueMenu profiles = ProfileMenu(state);
     // The menu owns it from now on.
-    Append(menu.Get(), MF_POPUP, reinterpret_cast<UINT_PTR>(profiles.Release()), Load(IDS_MENU_PROFILE));
+    Append(menu.Get(), MF_POPUP, reinterpret_cast<UINT_PTR>(profiles.Release()), Text(IDS_MENU_PROFILE));
     for (const MenuRow& row : kRowsBelowProfiles) AppendRow(menu.Get(), row);
     SetMenuDefaultItem(menu.Get(), IdOf(TrayCommand::Settings), FALSE);
     if (state.isPaused) CheckMenuItem(menu.Get(), IdOf(TrayCommand::Pause), MF_BYCOMMAND | MF_CHECKED);
@@ -98,7 +93,7 @@ std::optional<TrayChoice> ShowTrayMenu(HWND window, const TrayState& state) {
 
 std::wstring MenuText(const std::wstring& name) {
     std::wstring text;
-    for (const wchar_t character : name) text.append(character == L'&' ? 2 : 1, character);
+    for (const wchar_t character : OnOneLine(name)) text.append(character == L'&' ? 2 : 1, character);
     return text;
 }
 

@@ -61,7 +61,8 @@ bool TryButtons::IsOpen() const {
 // A window that is closing just now takes no messages any more: its thread ends at once.
 bool TryButtons::Open() {
     if (IsOpen() && PostMessageW(state->window, kComeToFrontMessage, 0, 0)) return true;
-    if (thread) WaitForSingleObject(thread.Get(), kLongestFarewell);
+    // One thread at a time takes presses from the feed.
+    if (thread && WaitForSingleObject(thread.Get(), kLongestFarewell) != WAIT_OBJECT_0) return false;
     state = std::make_shared<State>(presses, outlets);
     thread = platform::StartThread(state, Run, THREAD_PRIORITY_NORMAL);
     if (!thread) return false;

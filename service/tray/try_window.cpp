@@ -10,6 +10,7 @@
 #include "platform/list_view.h"
 #include "platform/module.h"
 #include "platform/subclass.h"
+#include "platform/window_class.h"
 #include "platform/window_text.h"
 #include "service/resources/service_resource.h"
 #include "service/resources/service_texts.h"
@@ -40,15 +41,10 @@ constexpr std::array kColumns{
 };
 
 bool RegisterTryClass(WNDPROC procedure) {
-    WNDCLASSEXW windowClass{};
-    windowClass.cbSize = sizeof windowClass;
-    windowClass.lpfnWndProc = procedure;
-    windowClass.hInstance = platform::ThisModule();
-    windowClass.hIcon = LoadIconW(platform::ThisModule(), MAKEINTRESOURCEW(IDI_SERVICE));
-    windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-    windowClass.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
-    windowClass.lpszClassName = kTryWindowClass;
-    return RegisterClassExW(&windowClass) != 0 || GetLastError() == ERROR_CLASS_ALREADY_EXISTS;
+    return platform::RegisterWindowClass(kTryWindowClass, procedure,
+                                         {.icon = LoadIconW(platform::ThisModule(), MAKEINTRESOURCEW(IDI_SERVICE)),
+                                          .cursor = LoadCursorW(nullptr, IDC_ARROW),
+                                          .background = GetSysColorBrush(COLOR_BTNFACE)});
 }
 
 bool LoadListViews() {

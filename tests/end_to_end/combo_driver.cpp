@@ -1,11 +1,9 @@
 #include "tests/end_to_end/combo_driver.h"
 
-#include <array>
-
 #include "tests/end_to_end/input.h"
 #include "tests/end_to_end/story_waiting.h"
 #include "tests/end_to_end/windows_of_process.h"
-#include "tests/support/narrow_text.h"
+#include "tests/support/combo_contents.h"
 
 namespace kvn::end_to_end {
 namespace {
@@ -16,12 +14,6 @@ constexpr wchar_t kListClass[] = L"ComboLBox";
 void ClickAndFocus(HWND control) {
     Click(control);
     WaitFor("the focus on " + Describe(control), [=] { return FocusOf(control) == control; });
-}
-
-std::wstring EntryText(HWND combo, LRESULT index) {
-    std::array<wchar_t, 256> text{};
-    Send(combo, CB_GETLBTEXT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(text.data()));
-    return text.data();
 }
 
 HWND OpenList(HWND combo) {
@@ -36,33 +28,10 @@ HWND OpenList(HWND combo) {
 
 }  // namespace
 
-std::optional<int> ChosenData(HWND combo) {
-    const LRESULT index = Send(combo, CB_GETCURSEL);
-    if (index == CB_ERR) return std::nullopt;
-    return static_cast<int>(Send(combo, CB_GETITEMDATA, static_cast<WPARAM>(index)));
-}
-
-std::wstring ChosenText(HWND combo) {
-    const LRESULT index = Send(combo, CB_GETCURSEL);
-    return index == CB_ERR ? std::wstring() : EntryText(combo, index);
-}
-
-std::vector<std::string> EntryTexts(HWND combo) {
-    std::vector<std::string> texts;
-    for (int index = 0; index < EntryCount(combo); ++index) texts.push_back(test::Narrow(EntryText(combo, index)));
-    return texts;
-}
-
-int EntryCount(HWND combo) {
-    return static_cast<int>(Send(combo, CB_GETCOUNT));
-}
-
 void ChooseByMouse(HWND combo, int data) {
-    for (int index = 0; index < EntryCount(combo); ++index) {
-        if (Send(combo, CB_GETITEMDATA, static_cast<WPARAM>(index)) != data) continue;
-        return ChooseEntryByMouse(combo, index);
-    }
-    throw StoryError(Describe(combo) + " does not offer " + std::to_string(data));
+    const int index = test::IndexOfData(combo, data);
+    if (index < 0) throw StoryError(Describe(combo) + " does not offer " + std::to_string(data));
+    ChooseEntryByMouse(combo, index);
 }
 
 void ChooseEntryByMouse(HWND combo, int index) {

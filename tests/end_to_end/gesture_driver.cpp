@@ -5,6 +5,7 @@
 #include "tests/end_to_end/input.h"
 #include "tests/end_to_end/story_waiting.h"
 #include "tests/end_to_end/windows_of_process.h"
+#include "tests/support/combo_contents.h"
 #include "tests/support/narrow_text.h"
 
 namespace kvn::end_to_end {
@@ -33,7 +34,7 @@ std::string GestureEditor::Stroke() const {
 }
 
 std::string GestureEditor::Function() const {
-    return test::Narrow(ChosenText(Control(IDC_GESTURE_FUNCTION)));
+    return test::Narrow(test::SelectedText(Control(IDC_GESTURE_FUNCTION)));
 }
 
 std::string GestureEditor::Memo() const {
@@ -51,7 +52,7 @@ void GestureEditor::ClickStroke() const {
 
 void GestureEditor::ChooseFunction(int code) const {
     ChooseByMouse(Control(IDC_GESTURE_FUNCTION), code);
-    WaitFor("the function", [&] { return ChosenData(Control(IDC_GESTURE_FUNCTION)) == code; });
+    WaitFor("the function", [&] { return test::SelectedData(Control(IDC_GESTURE_FUNCTION)) == code; });
 }
 
 void GestureEditor::TypeMemo(const std::string& keys) const {

@@ -8,6 +8,7 @@
 #include "tests/end_to_end/stored_state.h"
 #include "tests/end_to_end/story_waiting.h"
 #include "tests/end_to_end/windows_of_process.h"
+#include "tests/support/combo_contents.h"
 
 namespace kvn::end_to_end {
 namespace {
@@ -61,11 +62,11 @@ TEST_F(KeyboardTest, ListOpenedByKeysIsChosenFromAndOkIsReachedByTab) {
     sheet.MoveFocusTo(IDC_PANE_CENTER);
     const HWND chooser = sheet.Control(IDC_PANE_CENTER);
     PressTogether({VK_LMENU, VK_DOWN});
-    WaitFor("the list to open", [&] { return Send(chooser, CB_GETDROPPEDSTATE) != 0; });
+    WaitFor("the list to open", [&] { return test::IsListOpen(chooser); });
     PressKey(VK_HOME);
     PressKey(VK_DOWN);
     PressKey(VK_RETURN);
-    WaitFor("the list to close", [&] { return Send(chooser, CB_GETDROPPEDSTATE) == 0; });
+    WaitFor("the list to close", [&] { return !test::IsListOpen(chooser); });
     EXPECT_EQ(sheet.Chosen(IDC_PANE_CENTER), 2);
     EXPECT_EQ(sheet.Focused(), IDC_PANE_CENTER);
 

@@ -7,6 +7,9 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/list_contents.h"
+#include "tests/support/narrow_text.h"
+
 namespace kvn::end_to_end {
 
 class ListDriver {
@@ -14,12 +17,12 @@ public:
     explicit ListDriver(HWND listView) : list(listView) {}
 
     HWND Window() const { return list; }
-    int RowCount() const;
-    std::string Text(int row, int column) const;
+    int RowCount() const { return test::RowCountOf(list); }
+    std::string Text(int row, int column) const { return test::Narrow(test::CellText(list, row, column)); }
     // The first columns of every row.
     template <std::size_t columns>
     std::vector<std::array<std::string, columns>> Rows() const;
-    std::vector<int> SelectedRows() const;
+    std::vector<int> SelectedRows() const { return test::SelectedRowsOf(list); }
 
     // Clicks the row and waits until it alone is selected.
     void Select(int row) const;

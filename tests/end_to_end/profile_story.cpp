@@ -9,6 +9,7 @@
 #include "tests/end_to_end/combo_driver.h"
 #include "tests/end_to_end/story_waiting.h"
 #include "tests/end_to_end/windows_of_process.h"
+#include "tests/support/combo_contents.h"
 #include "tests/support/narrow_text.h"
 
 namespace kvn::end_to_end {
@@ -92,7 +93,11 @@ void ProfileStory::AddFromFile(const ProfileEditor& editor, const ProgramRow& pr
 }
 
 void ProfileStory::ExpectPage(const Sheet& sheet, const std::vector<std::string>& names, const std::wstring& selected) {
-    EXPECT_EQ(EntryTexts(sheet.Control(IDC_PAGE_PROFILE)), names);
+    std::vector<std::string> offered;
+    for (const std::wstring& text : test::EntryTextsOf(sheet.Control(IDC_PAGE_PROFILE))) {
+        offered.push_back(test::Narrow(text));
+    }
+    EXPECT_EQ(offered, names);
     EXPECT_EQ(sheet.ChosenText(IDC_PAGE_PROFILE), selected);
 }
 

@@ -8,7 +8,9 @@
 #include "tests/end_to_end/input.h"
 #include "tests/end_to_end/story_waiting.h"
 #include "tests/end_to_end/windows_of_process.h"
+#include "tests/support/combo_contents.h"
 #include "tests/support/narrow_text.h"
+#include "tests/support/tab_contents.h"
 
 namespace kvn::end_to_end {
 namespace {
@@ -107,7 +109,7 @@ void Sheet::Click(int id) const {
 
 void Sheet::ClickTab(int index) const {
     const HWND tabs = Control(IDC_PAGE_TAB);
-    POINT middle = MiddleOf(ReadRectangle(tabs, TCM_GETITEMRECT, static_cast<WPARAM>(index)));
+    POINT middle = MiddleOf(test::PlaceOfTab(tabs, index));
     MapWindowPoints(tabs, nullptr, &middle, 1);
     ClickAt(middle);
 }
@@ -146,15 +148,15 @@ void Sheet::MoveFocusTo(int id) const {
 }
 
 std::optional<int> Sheet::Chosen(int combo) const {
-    return ChosenData(Control(combo));
+    return test::SelectedData(Control(combo));
 }
 
 std::wstring Sheet::ChosenText(int combo) const {
-    return end_to_end::ChosenText(Control(combo));
+    return test::SelectedText(Control(combo));
 }
 
 int Sheet::EntryCount(int combo) const {
-    return end_to_end::EntryCount(Control(combo));
+    return test::EntryCountOf(Control(combo));
 }
 
 void Sheet::ChooseByMouse(int combo, int data) const {

@@ -44,12 +44,6 @@ std::wstring ApplicationData() {
     return path.data();
 }
 
-struct FindTraits {
-    using Handle = HANDLE;
-    static constexpr Handle kEmpty = nullptr;
-    static void Close(Handle search) { FindClose(search); }
-};
-
 platform::UniqueFile Open(const std::wstring& path, DWORD access, DWORD disposition) {
     platform::UniqueFile file(CreateFileW(path.c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                                           nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
@@ -105,9 +99,8 @@ void RemoveSettingsFolder() {
 std::vector<std::wstring> FilesIn(const std::wstring& folder) {
     std::vector<std::wstring> names;
     WIN32_FIND_DATAW found{};
-    const HANDLE first = FindFirstFileW((folder + L'*').c_str(), &found);
-    if (first == INVALID_HANDLE_VALUE) return names;
-    const platform::UniqueResource<FindTraits> search(first);
+    const platform::UniqueFileSearch search(FindFirstFileW((folder + L'*').c_str(), &found));
+    if (!search) return names;
     do {
         if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) names.emplace_back(found.cFileName);
     } while (FindNextFileW(search.Get(), &found));

@@ -25,6 +25,11 @@ INT_PTR CallGuarded(DLGPROC procedure, HWND window, UINT message, WPARAM wParam,
 
 }  // namespace
 
+void Press(HWND dialog, int button) {
+    SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED),
+                 reinterpret_cast<LPARAM>(GetDlgItem(dialog, button)));
+}
+
 BarePage::BarePage(const ModuleUnderTest& moduleUnderTest)
     : module(moduleUnderTest),
       parent(CreateWindowExW(0, L"STATIC", L"a parent of pages", WS_OVERLAPPED, 0, 0, 600, 600, nullptr, nullptr,
@@ -49,14 +54,14 @@ BarePage::BarePage(const ModuleUnderTest& moduleUnderTest)
       postQuit(module.Handle(), [](int) {}),
       // No power fails here, and waiting for the disk would be most of a round.
       commit(module.Handle(), [](int) { return 0; }) {
-    if (parent == nullptr) throw std::runtime_error("the page's parent could not be made");
+    if (!parent) throw std::runtime_error("the page's parent could not be made");
     current = this;
     escapes = 0;
 }
 
 BarePage::~BarePage() {
     Close();
-    DestroyWindow(parent);
+    parent.Reset();
     current = nullptr;
 }
 
@@ -99,9 +104,9 @@ void BarePage::Add() {
 
 void BarePage::Open() {
     ++openings;
-    page = CreateDialogParamW(module.Handle(), description.pszTemplate, parent, GuardedPage,
-                              reinterpret_cast<LPARAM>(&description));
-    if (page == nullptr) throw std::runtime_error("the page could not be made");
+    page.Reset(CreateDialogParamW(module.Handle(), description.pszTemplate, parent.Get(), GuardedPage,
+                                  reinterpret_cast<LPARAM>(&description)));
+    if (!page) throw std::runtime_error("the page could not be made");
     Discard();
 }
 
@@ -111,8 +116,7 @@ void BarePage::AddAndOpen() {
 }
 
 void BarePage::Close() {
-    if (page != nullptr) DestroyWindow(page);
-    page = nullptr;
+    page.Reset();
     EnumThreadWindows(GetCurrentThreadId(), DestroyDropDownList, 0);
     extension.reset();
     factory.reset();
@@ -120,29 +124,29 @@ void BarePage::Close() {
 }
 
 HWND BarePage::ButtonPane() const {
-    return FindChildWindow(page, [](HWND child) { return GetDlgItem(child, IDC_PANE_PICTURE) != nullptr; });
+    return FindChildWindow(page.Get(), [](HWND child) { return GetDlgItem(child, IDC_PANE_PICTURE) != nullptr; });
 }
 
 HWND BarePage::GesturePane() const {
-    return FindChildWindow(page, [](HWND child) { return GetDlgItem(child, IDC_GESTURES_LIST) != nullptr; });
+    return FindChildWindow(page.Get(), [](HWND child) { return GetDlgItem(child, IDC_GESTURES_LIST) != nullptr; });
 }
 
 bool BarePage::Apply() const {
-    NMHDR header{parent, 0, PSN_APPLY};
-    SetWindowLongPtrW(page, DWLP_MSGRESULT, PSNRET_NOERROR);
-    SendMessageW(page, WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&header));
-    return GetWindowLongPtrW(page, DWLP_MSGRESULT) == PSNRET_NOERROR;
+    NMHDR header{parent.Get(), 0, PSN_APPLY};
+    SetWindowLongPtrW(page.Get(), DWLP_MSGRESULT, PSNRET_NOERROR);
+    SendMessageW(page.Get(), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&header));
+    return GetWindowLongPtrW(page.Get(), DWLP_MSGRESULT) == PSNRET_NOERROR;
 }
 
 void BarePage::ChooseProfile(int index) const {
     const HWND combo = PageControl(IDC_PAGE_PROFILE);
     SendMessageW(combo, CB_SETCURSEL, static_cast<WPARAM>(index), 0);
-    SendMessageW(page, WM_COMMAND, MAKEWPARAM(IDC_PAGE_PROFILE, CBN_SELCHANGE), reinterpret_cast<LPARAM>(combo));
+    SendMessageW(page.Get(), WM_COMMAND, MAKEWPARAM(IDC_PAGE_PROFILE, CBN_SELCHANGE), reinterpret_cast<LPARAM>(combo));
 }
 
 void BarePage::Choose(int control, int data) const {
     const HWND combo = PaneControl(control);
-    SendMessageW(combo, CB_SETCURSEL, static_cast<WPARAM>(IndexOfData(combo, data)), 0);
+    SelectData(combo, data);
     SendMessageW(ButtonPane(), WM_COMMAND, MAKEWPARAM(control, CBN_SELENDOK), reinterpret_cast<LPARAM>(combo));
 }
 

@@ -14,9 +14,13 @@
 #include <vector>
 
 #include "tests/support/module_under_test.h"
+#include "tests/support/owning_types.h"
 #include "tests/support/replaced_import.h"
 
 namespace kvn::test {
+
+// Hands the command of a button to its dialog or pane.
+void Press(HWND dialog, int button);
 
 class BarePage {
 public:
@@ -41,12 +45,12 @@ public:
     // Destroys the window and gives everything back.
     void Close();
 
-    HWND Window() const { return page; }
-    HWND Parent() const { return parent; }
+    HWND Window() const { return page.Get(); }
+    HWND Parent() const { return parent.Get(); }
     HWND ButtonPane() const;
     HWND GesturePane() const;
     HWND PaneControl(int control) const { return GetDlgItem(ButtonPane(), control); }
-    HWND PageControl(int control) const { return GetDlgItem(page, control); }
+    HWND PageControl(int control) const { return GetDlgItem(page.Get(), control); }
 
     // Presses Apply; whether the page lets the sheet go on.
     bool Apply() const;
@@ -84,8 +88,8 @@ private:
     static void Discard();
 
     const ModuleUnderTest& module;
-    HWND parent = nullptr;
-    HWND page = nullptr;
+    UniqueWindow parent;
+    UniqueWindow page;
     ComPointer<IClassFactory> factory;
     ComPointer<IShellPropSheetExt> extension;
     DLGPROC pageProcedure = nullptr;

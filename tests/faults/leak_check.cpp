@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/platform.h"
 #include "tests/support/resource_use.h"
-#include "tests/support/waiting.h"
 
 namespace kvn::test {
 namespace {
@@ -12,7 +12,6 @@ namespace {
 constexpr std::size_t kHandleSlack = 3;
 // A page without a sheet leaves few holes in the tables.
 constexpr std::size_t kProbes = 1000;
-constexpr std::chrono::seconds kLateFreeing{5};
 
 }  // namespace
 
@@ -35,9 +34,7 @@ void LeakCheck::ExpectNothing() {
     // The dialog manager is told that the end of the page's window was dealt with, which leaves the dialog's font
     // behind.
     const auto fonts = static_cast<std::size_t>(page.Openings() - openings);
-    // Wine 10 frees what a layered window was painted on a moment after the window's end.
-    EXPECT_TRUE(ComesTrue([&] { return CountGdiObjects(kProbes) <= gdiObjects + fonts; }, kLateFreeing))
-        << CountGdiObjects(kProbes) << " GDI objects, " << gdiObjects << " before, " << fonts << " fonts";
+    EXPECT_LE(CountGdiObjects(kProbes), gdiObjects + fonts + ObjectsKeptOfALayeredWindow());
     EXPECT_LE(CountKernelHandles(kProbes), kernelHandles + kHandleSlack);
 }
 

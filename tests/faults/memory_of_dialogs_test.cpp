@@ -9,29 +9,13 @@
 #include "resources/resource.h"
 #include "tests/faults/memory_fault_fixture.h"
 #include "tests/support/combo_contents.h"
+#include "tests/support/list_contents.h"
 #include "tests/support/window_search.h"
 
 namespace kvn::test {
 namespace {
 
 constexpr UINT_PTR kCaptureTimer = 221;
-
-void Press(HWND dialog, int button) {
-    SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED),
-                 reinterpret_cast<LPARAM>(GetDlgItem(dialog, button)));
-}
-
-void SelectRows(HWND list, int row) {
-    LVITEMW item{};
-    item.stateMask = LVIS_SELECTED;
-    SendMessageW(list, LVM_SETITEMSTATE, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&item));
-    item.state = LVIS_SELECTED;
-    SendMessageW(list, LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
-}
-
-int RowCount(HWND list) {
-    return static_cast<int>(SendMessageW(list, LVM_GETITEMCOUNT, 0, 0));
-}
 
 class MemoryOfDialogsTest : public MemoryFaultTest {
 protected:
@@ -88,7 +72,7 @@ protected:
             SetDlgItemTextW(dialog, IDC_GESTURE_STROKE, L"UDUD");
             SetDlgItemTextW(dialog, IDC_GESTURE_MEMO, L"a memo that takes memory, too");
             const HWND functions = GetDlgItem(dialog, IDC_GESTURE_FUNCTION);
-            SendMessageW(functions, CB_SETCURSEL, static_cast<WPARAM>(IndexOfData(functions, 5)), 0);
+            SelectData(functions, 5);
             Press(dialog, IDOK);
         });
         Press(page.GesturePane(), IDC_GESTURES_ADD);
@@ -106,7 +90,7 @@ TEST_F(MemoryOfDialogsTest, AGestureIsEditedWholeOrNotAtAll) {
         Press(dialog, IDOK);
     });
     WorkInEveryRound([&] {
-        SelectRows(Gestures(), 1);
+        SelectRows(Gestures(), {1});
         Press(page.GesturePane(), IDC_GESTURES_EDIT);
     });
 }
@@ -117,7 +101,7 @@ TEST_F(MemoryOfDialogsTest, KeysOfAChooserAreStoredWholeOrNotAtAll) {
 
 TEST_F(MemoryOfDialogsTest, AProfileIsRenamedWholeOrNotAtAll) {
     page.WhenDialogOpens(IDD_EDIT_PROFILE, [this](HWND dialog) {
-        SelectRows(GetDlgItem(dialog, IDC_PROFILES_LIST), 1);
+        SelectRows(GetDlgItem(dialog, IDC_PROFILES_LIST), {1});
         Press(dialog, IDC_PROFILES_RENAME);
         memory.StopRefusing();
         Press(dialog, IDOK);
@@ -136,7 +120,7 @@ TEST_F(MemoryOfDialogsTest, AProfileIsAddedWholeOrNotAtAll) {
 
 TEST_F(MemoryOfDialogsTest, AProfileIsCopiedWholeOrNotAtAll) {
     page.WhenDialogOpens(IDD_EDIT_PROFILE, [this](HWND dialog) {
-        SelectRows(GetDlgItem(dialog, IDC_PROFILES_LIST), 0);
+        SelectRows(GetDlgItem(dialog, IDC_PROFILES_LIST), {0});
         Press(dialog, IDC_PROFILES_COPY);
         memory.StopRefusing();
         Press(dialog, IDOK);
@@ -161,7 +145,7 @@ TEST_P(MemoryOfEditorSavingTest, ARefusedSaveLeavesTheOldFileAndSaysSoOrTheNewOn
     // Refuses only while OK is carried out.
     std::function<void(HWND)> ok = [](HWND dialog) { Press(dialog, IDOK); };
     page.WhenDialogOpens(IDD_EDIT_PROFILE, [&](HWND dialog) {
-        SelectRows(GetDlgItem(dialog, IDC_PROFILES_LIST), 1);
+        SelectRows(GetDlgItem(dialog, IDC_PROFILES_LIST), {1});
         Press(dialog, IDC_PROFILES_RENAME);
         ok(dialog);
     });
@@ -200,10 +184,10 @@ TEST_P(MemoryOfEditorSavingTest, ARefusedSaveLeavesTheOldFileAndSaysSoOrTheNewOn
 TEST_F(MemoryOfDialogsTest, AProgramIsAddedWholeOrNotAtAll) {
     int shown = 0;
     page.WhenDialogOpens(IDD_EDIT_PROFILE, [&](HWND dialog) {
-        SelectRows(GetDlgItem(dialog, IDC_PROFILES_LIST), 1);
+        SelectRows(GetDlgItem(dialog, IDC_PROFILES_LIST), {1});
         Press(dialog, IDC_PROFILES_ADD_PROGRAM);
         memory.StopRefusing();
-        shown = RowCount(GetDlgItem(dialog, IDC_PROFILES_PROGRAMS));
+        shown = RowCountOf(GetDlgItem(dialog, IDC_PROFILES_PROGRAMS));
         Press(dialog, IDOK);
     });
     page.WhenDialogOpens(IDD_SELECT_PROGRAM, [](HWND dialog) { Press(dialog, IDC_PROGRAMS_SELECT_WINDOW); });
@@ -253,7 +237,7 @@ TEST_F(MemoryOfDialogsTest, AListThatWasNotFilledToItsEndTakesNewGesturesInTheir
     page.AddAndOpen();
     const HWND profiles = page.PageControl(IDC_PAGE_PROFILE);
     const auto isHalfFilled = [&] {
-        return SendMessageW(profiles, CB_GETCURSEL, 0, 0) == 0 && RowCount(Gestures()) == 1;
+        return SendMessageW(profiles, CB_GETCURSEL, 0, 0) == 0 && RowCountOf(Gestures()) == 1;
     };
     for (int allocation = 1; !isHalfFilled(); ++allocation) {
         page.ChooseProfile(1);
@@ -262,7 +246,7 @@ TEST_F(MemoryOfDialogsTest, AListThatWasNotFilledToItsEndTakesNewGesturesInTheir
         ASSERT_TRUE(memory.StopRefusing());
     }
     AddGesture();
-    EXPECT_EQ(RowCount(Gestures()), 3);
+    EXPECT_EQ(RowCountOf(Gestures()), 3);
     ExpectSuccessfulApply();
     CloseAndExpectNoLeak();
 }

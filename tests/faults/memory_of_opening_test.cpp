@@ -11,11 +11,6 @@
 namespace kvn::test {
 namespace {
 
-// What a first exception makes stays as long as the module, which pages that nobody has opened keep loaded.
-void UnloadModule() {
-    while (const HMODULE left = GetModuleHandleW(L"KvnMouseUtil.dll")) FreeLibrary(left);
-}
-
 HRESULT ResultWithoutMemory(const ModuleUnderTest& module, ModuleMemory& memory) {
     void* object = nullptr;
     memory.ExhaustFrom(1);
@@ -25,7 +20,7 @@ HRESULT ResultWithoutMemory(const ModuleUnderTest& module, ModuleMemory& memory)
 }
 
 TEST(FirstExceptionTest, IsThrownWithoutAnyMemory) {
-    UnloadModule();
+    ModuleUnderTest::DropLoadings();
     const ModuleUnderTest module;
     ModuleMemory memory(module.Handle());
     EXPECT_EQ(ResultWithoutMemory(module, memory), E_OUTOFMEMORY);
@@ -33,7 +28,7 @@ TEST(FirstExceptionTest, IsThrownWithoutAnyMemory) {
 }
 
 TEST(FirstExceptionTest, OfAnotherThreadIsThrownWithoutAnyMemory) {
-    UnloadModule();
+    ModuleUnderTest::DropLoadings();
     const ModuleUnderTest module;
     ModuleMemory memory(module.Handle());
     HRESULT result = S_OK;
@@ -42,7 +37,7 @@ TEST(FirstExceptionTest, OfAnotherThreadIsThrownWithoutAnyMemory) {
 }
 
 TEST(FirstExceptionTest, OfAnotherThreadIsThrownAfterTheReserveWasUsedOnce) {
-    UnloadModule();
+    ModuleUnderTest::DropLoadings();
     const ModuleUnderTest module;
     ModuleMemory memory(module.Handle());
     EXPECT_EQ(ResultWithoutMemory(module, memory), E_OUTOFMEMORY);

@@ -9,26 +9,16 @@
 #include <filesystem>
 
 #include "tests/support/combo_contents.h"
+#include "tests/support/list_contents.h"
+#include "tests/support/written_picture.h"
 #include "tests/support/written_profiles.h"
 
 namespace kvn::test {
 namespace {
 
-namespace gdi = Gdiplus::DllExports;
 using platform::ServiceMessage;
 
-constexpr CLSID kPngEncoder = {0x557CF406, 0x1A04, 0x11D3, {0x9A, 0x73, 0x00, 0x00, 0xF8, 0x1E, 0xF3, 0x2E}};
-
-void WritePng(const std::wstring& path) {
-    ULONG_PTR token = 0;
-    const Gdiplus::GdiplusStartupInput input;
-    Gdiplus::GdiplusStartup(&token, &input, nullptr);
-    Gdiplus::GpBitmap* bitmap = nullptr;
-    gdi::GdipCreateBitmapFromScan0(8, 8, 0, PixelFormat32bppARGB, nullptr, &bitmap);
-    gdi::GdipSaveImageToFile(bitmap, path.c_str(), &kPngEncoder, nullptr);
-    gdi::GdipDisposeImage(bitmap);
-    Gdiplus::GdiplusShutdown(token);
-}
+constexpr Gdiplus::ARGB kBlack = 0xFF000000;
 
 void WriteShortcut(const std::wstring& path) {
     void* made = nullptr;
@@ -42,25 +32,13 @@ void WriteShortcut(const std::wstring& path) {
 
 }  // namespace
 
-void Press(HWND dialog, int button) {
-    SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED),
-                 reinterpret_cast<LPARAM>(GetDlgItem(dialog, button)));
-}
-
-void SelectRow(HWND list, int row) {
-    LVITEMW item{};
-    item.stateMask = LVIS_SELECTED;
-    item.state = LVIS_SELECTED;
-    SendMessageW(list, LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
-}
-
 void WholePageTest::SetUp() {
-    ASSERT_EQ(CoInitialize(nullptr), S_OK);
+    ASSERT_TRUE(apartment.emplace());
     PublishMouse(mouse);
     std::filesystem::create_directories(folder + L"\\MouseImage");
     std::filesystem::create_directories(folder + L"\\Programs");
-    WritePng(folder + L"\\MouseImage\\" + mouse.image + L".png");
-    WritePng(folder + L"\\MouseImage\\" + mouse.image + L"_2.png");
+    WritePng(folder + L"\\MouseImage\\" + mouse.image + L".png", kBlack);
+    WritePng(folder + L"\\MouseImage\\" + mouse.image + L"_2.png", kBlack);
     WriteShortcut(folder + L"\\Programs\\Editor.lnk");
     UseDialogs();
     // Whole tours load the libraries and fill the caches that stay; those of the process take three.
@@ -83,7 +61,7 @@ void WholePageTest::TearDown() {
     page.Close();
     service.emplace();  // without one no page can be added
     if (leaks && !HasFailure()) leaks->ExpectNothing();
-    CoUninitialize();
+    apartment.reset();
 }
 
 void WholePageTest::UseDialogs() {
@@ -123,7 +101,7 @@ void WholePageTest::DrawGesture(HWND editor) {
     Tick(editor);
     Tick(editor);
     const HWND functions = GetDlgItem(editor, IDC_GESTURE_FUNCTION);
-    SendMessageW(functions, CB_SETCURSEL, static_cast<WPARAM>(IndexOfData(functions, 5)), 0);
+    SelectData(functions, 5);
     Press(editor, IDOK);
 }
 

@@ -15,6 +15,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/com_pointer.h"
 #include "resources/resource.h"
 #include "tests/faults/bare_page.h"
 #include "tests/faults/leak_check.h"
@@ -26,11 +27,6 @@
 namespace kvn::test {
 
 inline constexpr UINT_PTR kCaptureTimer = 221;
-
-// Hands the command of a button to its dialog or pane.
-void Press(HWND dialog, int button);
-// Selects one more row of a list view.
-void SelectRow(HWND list, int row);
 
 class WholePageTest : public testing::Test {
 protected:
@@ -61,6 +57,7 @@ protected:
     void DrawGesture(HWND editor);
     static void Tick(HWND editor) { SendMessageW(editor, WM_TIMER, kCaptureTimer, 0); }
 
+    std::optional<platform::ComApartment> apartment;  // during a test
     SandboxedUser user;
     std::wstring folder = user.ApplicationData() + L"\\service";
     PublishedMouse mouse;

@@ -18,10 +18,10 @@ inline std::string Written(const model::ProfileSet& profiles, const model::TextC
     model::BuildProfileDocument(profiles, codec, document);
     char* printed = nullptr;
     std::size_t length = 0;
-    std::FILE* stream = open_memstream(&printed, &length);
+    std::unique_ptr<std::FILE, decltype(&std::fclose)> stream(open_memstream(&printed, &length), &std::fclose);
     Require(stream != nullptr, "there is memory to print into");
-    Require(document.SaveFile(stream), "a document is printed");
-    std::fclose(stream);
+    Require(document.SaveFile(stream.get()), "a document is printed");
+    stream.reset();
     const std::unique_ptr<char, decltype(&std::free)> owner(printed, &std::free);
     return {printed, length};
 }

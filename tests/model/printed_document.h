@@ -6,6 +6,7 @@
 #include <atomic>
 #include <cstdio>
 #include <filesystem>
+#include <memory>
 #include <random>
 #include <stdexcept>
 #include <string>
@@ -18,27 +19,32 @@ namespace kvn::model::test {
 class ScratchFile {
 public:
     ScratchFile() : path(std::filesystem::temp_directory_path() / UniqueName()) {
-        stream = std::fopen(path.string().c_str(), "w+b");
-        if (stream == nullptr) throw std::runtime_error("no scratch file: " + path.string());
+        stream.reset(std::fopen(path.string().c_str(), "w+b"));
+        if (!stream) throw std::runtime_error("no scratch file: " + path.string());
     }
     ScratchFile(const ScratchFile&) = delete;
     ScratchFile& operator=(const ScratchFile&) = delete;
     ~ScratchFile() {
-        std::fclose(stream);
+        stream.reset();
         std::error_code ignored;
         std::filesystem::remove(path, ignored);
     }
 
-    FILE* Stream() const { return stream; }
+    FILE* Stream() const { return stream.get(); }
 
     std::string Contents() const {
-        std::string bytes(static_cast<std::size_t>(std::ftell(stream)), '\0');
-        std::rewind(stream);
-        if (std::fread(bytes.data(), 1, bytes.size(), stream) != bytes.size()) throw std::runtime_error("short read");
+        std::string bytes(static_cast<std::size_t>(std::ftell(stream.get())), '\0');
+        std::rewind(stream.get());
+        if (std::fread(bytes.data(), 1, bytes.size(), stream.get()) != bytes.size())
+            throw std::runtime_error("short read");
         return bytes;
     }
 
 private:
+    struct CloseStream {
+        void operator()(FILE* opened) const { static_cast<void>(std::fclose(opened)); }
+    };
+
     static std::string UniqueName() {
         static std::atomic<unsigned> counter;
         std::random_device device;
@@ -46,7 +52,7 @@ private:
     }
 
     std::filesystem::path path;
-    FILE* stream;
+    std::unique_ptr<FILE, CloseStream> stream;
 };
 
 inline std::string Printed(const TiXmlDocument& document) {

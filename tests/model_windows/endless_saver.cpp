@@ -8,16 +8,17 @@
 
 #include "model/profile_file.h"
 #include "tests/model_windows/endless_saver.h"
+#include "tests/support/owning_types.h"
 
 int main() {
     using namespace kvn;
     int count = 0;
-    wchar_t** const arguments = CommandLineToArgvW(GetCommandLineW(), &count);
+    const kvn::test::UniqueArguments words(CommandLineToArgvW(GetCommandLineW(), &count));
     if (count != 4) return 2;
+    wchar_t* const* const arguments = words.Get();
     const std::wstring path = arguments[1];
     const model::test::SharedSaveCounts counts(arguments[2]);
     const platform::UniqueKernelObject test(OpenProcess(SYNCHRONIZE, FALSE, std::stoul(arguments[3])));
-    LocalFree(arguments);
 
     const auto versions = model::test::AlternatingVersions();
     while (WaitForSingleObject(test.Get(), 0) == WAIT_TIMEOUT) {

@@ -37,36 +37,14 @@ inline std::string ReadBytes(const std::wstring& path) {
 inline std::vector<std::wstring> NamesIn(const std::wstring& folder) {
     std::vector<std::wstring> names;
     WIN32_FIND_DATAW found{};
-    const HANDLE search = FindFirstFileW((folder + L"\\*").c_str(), &found);
-    if (search == INVALID_HANDLE_VALUE) return names;
+    const platform::UniqueFileSearch search(FindFirstFileW((folder + L"\\*").c_str(), &found));
+    if (!search) return names;
     do {
         const std::wstring name = found.cFileName;
         if (name != L"." && name != L"..") names.push_back(name);
-    } while (FindNextFileW(search, &found));
-    FindClose(search);
+    } while (FindNextFileW(search.Get(), &found));
     std::sort(names.begin(), names.end());
     return names;
 }
-
-// Keeps a file open so that no other program can replace it, nor read it unless reading is shared.
-class HeldFile {
-public:
-    HeldFile(const std::wstring& path, DWORD sharing)
-        : file(CreateFileW(path.c_str(), GENERIC_READ, sharing, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL,
-                           nullptr)) {
-        if (file == INVALID_HANDLE_VALUE) throw std::runtime_error("the file to hold cannot be opened");
-    }
-    HeldFile(const HeldFile&) = delete;
-    HeldFile& operator=(const HeldFile&) = delete;
-    ~HeldFile() { Release(); }
-
-    void Release() {
-        if (file != INVALID_HANDLE_VALUE) CloseHandle(file);
-        file = INVALID_HANDLE_VALUE;
-    }
-
-private:
-    HANDLE file;
-};
 
 }  // namespace kvn::model::test

@@ -31,10 +31,9 @@ public:
 
 private:
     void SetRights(const wchar_t* rights) const {
-        PSECURITY_DESCRIPTOR descriptor = nullptr;
-        ConvertStringSecurityDescriptorToSecurityDescriptorW(rights, SDDL_REVISION_1, &descriptor, nullptr);
-        RegSetKeySecurity(key.Get(), DACL_SECURITY_INFORMATION, descriptor);
-        LocalFree(descriptor);
+        platform::Owned<PSECURITY_DESCRIPTOR, &LocalFree> descriptor;
+        ConvertStringSecurityDescriptorToSecurityDescriptorW(rights, SDDL_REVISION_1, descriptor.Receive(), nullptr);
+        RegSetKeySecurity(key.Get(), DACL_SECURITY_INFORMATION, descriptor.Get());
     }
 
     platform::UniqueRegistryKey key;

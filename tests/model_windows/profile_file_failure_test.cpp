@@ -7,6 +7,7 @@
 
 #include "tests/model_windows/intercepted_rename.h"
 #include "tests/model_windows/profile_file_failure_fixture.h"
+#include "tests/support/held_file.h"
 #include "tests/support/replaced_import.h"
 
 namespace kvn::model {
@@ -59,8 +60,9 @@ TEST_F(ProfileFileFailureTest, ASaveIsClosedToOthersUntilItIsInItsPlace) {
         FinishOrRemoveInterruptedSave(Path());
         EXPECT_TRUE(PathFileExistsW(saving.c_str()));
         EXPECT_FALSE(MoveFileW(saving.c_str(), (Folder() + L"\\stolen.xml").c_str()));
-        EXPECT_THROW(test::HeldFile(saving, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE),
-                     std::runtime_error);
+        EXPECT_THROW(
+            static_cast<void>(kvn::test::HoldFile(saving, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE)),
+            std::runtime_error);
         return test::RenameOpenFile(file, newPath);
     });
     EXPECT_TRUE(SaveProfileFile(Path(), OneProfile(L"new")));

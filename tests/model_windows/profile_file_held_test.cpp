@@ -6,6 +6,7 @@
 
 #include "tests/model_windows/genuine_function.h"
 #include "tests/model_windows/profile_file_failure_fixture.h"
+#include "tests/support/held_file.h"
 #include "tests/support/replaced_import.h"
 
 namespace kvn::model {
@@ -19,7 +20,7 @@ constexpr DWORD kRetryMilliseconds = 20;
 class HeldProfileFileTest : public ProfileFileFailureTest {
 protected:
     void Hold(DWORD sharing, int waitToLetGo = 0, const std::wstring& suffix = L"") {
-        held.emplace(Path() + suffix, sharing);
+        held = kvn::test::HoldFile(Path() + suffix, sharing);
         letGo = waitToLetGo;
         waits = 0;
     }
@@ -31,10 +32,10 @@ private:
     void Wait(DWORD milliseconds) {
         // The run-time library waits as well, in its own ways.
         if (milliseconds != kRetryMilliseconds) return genuineSleep(milliseconds);
-        if (++waits == letGo) held->Release();
+        if (++waits == letGo) held.reset();
     }
 
-    std::optional<test::HeldFile> held;
+    std::optional<platform::UniqueFile> held;
     int letGo = 0;
     int waits = 0;
     void(WINAPI* genuineSleep)(DWORD) = test::Genuine<void WINAPI(DWORD)>(L"kernel32", "Sleep");

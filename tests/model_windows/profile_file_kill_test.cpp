@@ -12,6 +12,7 @@
 #include "tests/model_windows/endless_saver.h"
 #include "tests/model_windows/files.h"
 #include "tests/support/sandboxed_user.h"
+#include "tests/support/started_process.h"
 #include "tests/support/waiting.h"
 
 namespace kvn::model {
@@ -32,18 +33,10 @@ std::wstring FolderOfThisProgram() {
 class Saver {
 public:
     Saver(const std::wstring& path, const std::wstring& countsName) {
-        std::wstring command = L"\"" + FolderOfThisProgram() + L"\\endless_saver.exe\" \"" + path + L"\" " +
-                               countsName + L' ' + std::to_wstring(GetCurrentProcessId());
-        STARTUPINFOW startup{};
-        startup.cb = sizeof startup;
-        PROCESS_INFORMATION started{};
+        const std::wstring command = L"\"" + FolderOfThisProgram() + L"\\endless_saver.exe\" \"" + path + L"\" " +
+                                     countsName + L' ' + std::to_wstring(GetCurrentProcessId());
         // A machine that has just killed one may be short of something for a moment.
-        kvn::test::Await("the program that saves", [&] {
-            return CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
-                                  &started) != FALSE;
-        });
-        process.Reset(started.hProcess);
-        const platform::UniqueKernelObject thread(started.hThread);
+        process = kvn::test::Await("the program that saves", [&] { return kvn::test::StartProcess(command).process; });
     }
     Saver(const Saver&) = delete;
     Saver& operator=(const Saver&) = delete;

@@ -8,6 +8,7 @@
 #include "tests/model_windows/genuine_function.h"
 #include "tests/model_windows/locked_key.h"
 #include "tests/model_windows/settings_store_fixture.h"
+#include "tests/support/held_file.h"
 #include "tests/support/replaced_import.h"
 
 namespace kvn::model {
@@ -153,7 +154,7 @@ TEST_F(LoadModelTest, AFileInUseIsLeftAloneAndSoIsTheRegistry) {
     WriteFile(bytes);
     const ReplacedImport<"Sleep", void(DWORD)> sleep(GetModuleHandleW(nullptr), [](DWORD) {});
     {
-        const test::HeldFile held(Path(), 0);
+        const platform::UniqueFile held = kvn::test::HoldFile(Path(), 0);
         EXPECT_FALSE(LoadMouseSettings(settings));
         EXPECT_EQ(settings.profiles.size(), 1U);
         EXPECT_TRUE(settings.setFileAsideBeforeSaving);
@@ -266,7 +267,7 @@ TEST_F(LoadModelTest, ASaveThatIsUnderWayIsLeftAlone) {
     WriteFile("<data><profile/></data>");
     test::WriteBytes(Path() + L".saving", "<data><profile>");
     {
-        const test::HeldFile saving(Path() + L".saving", 0);
+        const platform::UniqueFile saving = kvn::test::HoldFile(Path() + L".saving", 0);
         EXPECT_TRUE(LoadMouseSettings(settings));
     }
     EXPECT_EQ(test::ReadBytes(Path() + L".saving"), "<data><profile>");

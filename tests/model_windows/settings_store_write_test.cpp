@@ -6,6 +6,7 @@
 #include "tests/model_windows/genuine_function.h"
 #include "tests/model_windows/locked_key.h"
 #include "tests/model_windows/settings_store_fixture.h"
+#include "tests/support/held_file.h"
 #include "tests/support/replaced_import.h"
 
 namespace kvn::model {
@@ -153,7 +154,7 @@ TEST_F(SaveProfilesTest, AFailureLeavesTheOldFile) {
     const std::string bytes = test::ReadBytes(Path());
     const ReplacedImport<"Sleep", void(DWORD)> sleep(GetModuleHandleW(nullptr), [](DWORD) {});
     {
-        const test::HeldFile held(Path(), FILE_SHARE_READ);
+        const platform::UniqueFile held = kvn::test::HoldFile(Path(), FILE_SHARE_READ);
         settings.profiles[0].name = L"new";
         EXPECT_FALSE(SaveProfiles(settings));
     }

@@ -183,7 +183,7 @@ TEST_F(ArbitraryKeyDialogTest, PressedModifiersAreShownWithTheirSide) {
 
 TEST_F(ArbitraryKeyDialogTest, ModifierWithoutASideIsPickedFromTheList) {
     Open();
-    SendMessageW(Input(1), CB_SETCURSEL, static_cast<WPARAM>(IndexOfData(Input(1), 16)), 0);
+    SelectData(Input(1), 16);
     EXPECT_EQ(Shown(1), L"Shift");
     EXPECT_TRUE(Close(IDC_KEYS_OK));
     EXPECT_EQ(keys.codes, (Codes{16, -2, -2}));

@@ -5,6 +5,7 @@
 
 #include "platform/device_context.h"
 #include "tests/support/gesture_fixture.h"
+#include "tests/support/owning_types.h"
 
 namespace kvn::test {
 namespace {
@@ -21,20 +22,17 @@ public:
         LOGFONTW description{};
         GetObjectW(previous, sizeof description, &description);
         description.lfHeight = MulDiv(description.lfHeight, dotsPerInch, USER_DEFAULT_SCREEN_DPI);
-        scaled = CreateFontIndirectW(&description);
-        SendMessageW(combo, WM_SETFONT, reinterpret_cast<WPARAM>(scaled), FALSE);
+        scaled.Reset(CreateFontIndirectW(&description));
+        SendMessageW(combo, WM_SETFONT, reinterpret_cast<WPARAM>(scaled.Get()), FALSE);
     }
     ScaledFont(const ScaledFont&) = delete;
     ScaledFont& operator=(const ScaledFont&) = delete;
-    ~ScaledFont() {
-        SendMessageW(combo, WM_SETFONT, reinterpret_cast<WPARAM>(previous), FALSE);
-        DeleteObject(scaled);
-    }
+    ~ScaledFont() { SendMessageW(combo, WM_SETFONT, reinterpret_cast<WPARAM>(previous), FALSE); }
 
 private:
     HWND combo;
     HFONT previous;
-    HFONT scaled;
+    UniqueFont scaled;
 };
 
 class DropListTest : public GestureTest {

@@ -3,6 +3,8 @@
 
 #include <commctrl.h>
 
+#include "tests/support/tab_contents.h"
+
 #include "tests/support/gesture_fixture.h"
 
 namespace kvn::test {
@@ -13,9 +15,7 @@ protected:
     // Clicks the tab with the mouse.
     void ClickTab(int index) const {
         const HWND tab = sheet->PageControl(IDC_PAGE_TAB);
-        RECT place{};
-        sheet->Run(
-            [&] { SendMessageW(tab, TCM_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&place)); });
+        const RECT place = PlaceOfTab(tab, index);
         const LPARAM point = MAKELPARAM((place.left + place.right) / 2, (place.top + place.bottom) / 2);
         SendMessageW(tab, WM_LBUTTONDOWN, MK_LBUTTON, point);
         SendMessageW(tab, WM_LBUTTONUP, 0, point);

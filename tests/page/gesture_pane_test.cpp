@@ -17,9 +17,7 @@ class GesturePaneTest : public GestureTest {
 protected:
     // Presses the mouse button twice in the list, at the middle of a row's second column or below the last row.
     void DoubleClick(int row) const {
-        RECT area{};
-        area.left = LVIR_BOUNDS;
-        SendMessageW(List(), LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&area));
+        const RECT area = LabelOfRow(List(), row);
         const POINT place{120, row < RowCount() ? (area.top + area.bottom) / 2 : 200};
         POINT onScreen = place;
         ClientToScreen(List(), &onScreen);
@@ -54,24 +52,9 @@ protected:
 
 TEST_F(GesturePaneTest, ColumnsHaveTheirTitlesAndWidths) {
     Open();
-    const struct {
-        const wchar_t* title;
-        int width;
-    } expected[] = {{L"Gesture", 70}, {L"Functions", 125}, {L"Instructions", 172}};
-    for (WPARAM i = 0; i < 3; ++i) {
-        wchar_t title[64]{};
-        LVCOLUMNW column{};
-        column.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_FMT;
-        column.pszText = title;
-        column.cchTextMax = 64;
-        ASSERT_TRUE(SendMessageW(List(), LVM_GETCOLUMNW, i, reinterpret_cast<LPARAM>(&column)));
-        EXPECT_STREQ(expected[i].title, title);
-        EXPECT_EQ(column.cx, expected[i].width);
-        EXPECT_EQ(column.fmt & LVCFMT_JUSTIFYMASK, LVCFMT_LEFT);
-    }
-    LVCOLUMNW fourth{};
-    fourth.mask = LVCF_WIDTH;
-    EXPECT_FALSE(SendMessageW(List(), LVM_GETCOLUMNW, 3, reinterpret_cast<LPARAM>(&fourth)));
+    EXPECT_EQ(ColumnsOf(List()), (std::vector<ListColumn>{{L"Gesture", 70, LVCFMT_LEFT},
+                                                          {L"Functions", 125, LVCFMT_LEFT},
+                                                          {L"Instructions", 172, LVCFMT_LEFT}}));
 }
 
 TEST_F(GesturePaneTest, ListSelectsFullRowsAndKeepsShowingThem) {

@@ -6,8 +6,10 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "tests/support/combo_contents.h"
 #include "tests/support/page_fixture.h"
 #include "tests/support/recorded_writes.h"
+#include "tests/support/tab_contents.h"
 #include "tests/support/window_search.h"
 
 namespace kvn::test {
@@ -271,12 +273,12 @@ TEST_F(KorvenPanelStartTest, MessagesComeBetweenTheStepsThatTheyAreAbout) {
     const HWND tab = GetDlgItem(page, IDC_PAGE_TAB);
     for (const wchar_t* text : {L"Failed to obtain mouse settings.", L"Settings failed."}) {
         PageBehindMessageBox();
-        EXPECT_EQ(SendMessageW(tab, TCM_GETITEMCOUNT, 0, 0), 0);
-        EXPECT_EQ(SendMessageW(profiles, CB_GETCOUNT, 0, 0), 0);
+        EXPECT_EQ(TabTextsOf(tab).size(), 0U);
+        EXPECT_EQ(EntryCountOf(profiles), 0);
         ExpectWarning(AnswerMessageBox("about the mouse or the file", IDOK), text);
     }
     PageBehindMessageBox();
-    EXPECT_EQ(SendMessageW(tab, TCM_GETITEMCOUNT, 0, 0), 2);
+    EXPECT_EQ(TabTextsOf(tab).size(), 2U);
     EXPECT_EQ(SelectedText(profiles), L"Default");
     const HWND pane = FindChildWindow(page, [](HWND child) { return GetDlgItem(child, IDC_PANE_CENTER) != nullptr; });
     const HWND center = GetDlgItem(pane, IDC_PANE_CENTER);
@@ -305,17 +307,7 @@ TEST_F(KorvenPanelStartTest, UnsetOrMistypedMachineWideFunctionIsIgnored) {
 TEST_F(KorvenPanelStartTest, TabsAreTitledAndThePanesLieInsideThem) {
     Open();
     const HWND tab = sheet->PageControl(IDC_PAGE_TAB);
-    EXPECT_EQ(SendMessageW(tab, TCM_GETITEMCOUNT, 0, 0), 2);
-    const wchar_t* expected[] = {L"Allocate button function", L"Allocate gesture function"};
-    for (int i = 0; i < 2; ++i) {
-        wchar_t title[64]{};
-        TCITEMW item{};
-        item.mask = TCIF_TEXT;
-        item.pszText = title;
-        item.cchTextMax = 64;
-        SendMessageW(tab, TCM_GETITEMW, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&item));
-        EXPECT_STREQ(expected[i], title);
-    }
+    EXPECT_EQ(TabTextsOf(tab), (std::vector<std::wstring>{L"Allocate button function", L"Allocate gesture function"}));
     RECT area{};
     GetClientRect(tab, &area);
     SendMessageW(tab, TCM_ADJUSTRECT, FALSE, reinterpret_cast<LPARAM>(&area));

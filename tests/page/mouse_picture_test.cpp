@@ -15,14 +15,14 @@ using std::min;
 }  // namespace Gdiplus
 #include <gdiplus.h>
 
+#include "tests/support/owning_types.h"
 #include "tests/support/page_fixture.h"
+#include "tests/support/written_picture.h"
 
 namespace kvn::test {
 namespace {
 
 namespace gdi = Gdiplus::DllExports;
-
-constexpr CLSID kPngEncoder = {0x557CF406, 0x1A04, 0x11D3, {0x9A, 0x73, 0x00, 0x00, 0xF8, 0x1E, 0xF3, 0x2E}};
 
 // A colour for each picture.
 constexpr COLORREF ColourOf(int picture) {
@@ -31,21 +31,6 @@ constexpr COLORREF ColourOf(int picture) {
 
 Gdiplus::ARGB ToArgb(COLORREF colour) {
     return Gdiplus::Color::MakeARGB(255, GetRValue(colour), GetGValue(colour), GetBValue(colour));
-}
-
-void WritePng(const std::filesystem::path& path, Gdiplus::ARGB colour) {
-    ULONG_PTR token = 0;
-    const Gdiplus::GdiplusStartupInput input;
-    Gdiplus::GdiplusStartup(&token, &input, nullptr);
-    Gdiplus::GpBitmap* bitmap = nullptr;
-    Gdiplus::GpGraphics* graphics = nullptr;
-    gdi::GdipCreateBitmapFromScan0(8, 8, 0, PixelFormat32bppARGB, nullptr, &bitmap);
-    gdi::GdipGetImageGraphicsContext(bitmap, &graphics);
-    gdi::GdipGraphicsClear(graphics, colour);
-    gdi::GdipDeleteGraphics(graphics);
-    gdi::GdipSaveImageToFile(bitmap, path.c_str(), &kPngEncoder, nullptr);
-    gdi::GdipDisposeImage(bitmap);
-    Gdiplus::GdiplusShutdown(token);
 }
 
 class MousePictureTest : public PageTest {
@@ -66,11 +51,10 @@ protected:
             const auto bitmap = reinterpret_cast<HBITMAP>(SendMessageW(control, STM_GETIMAGE, IMAGE_BITMAP, 0));
             BITMAP info{};
             if (bitmap == nullptr || GetObjectW(bitmap, sizeof info, &info) == 0) return;
-            const HDC context = CreateCompatibleDC(nullptr);
-            const HGDIOBJ previous = SelectObject(context, bitmap);
-            colour = GetPixel(context, info.bmWidth / 2, info.bmHeight / 2);
-            SelectObject(context, previous);
-            DeleteDC(context);
+            const UniqueMemoryContext context(CreateCompatibleDC(nullptr));
+            const HGDIOBJ previous = SelectObject(context.Get(), bitmap);
+            colour = GetPixel(context.Get(), info.bmWidth / 2, info.bmHeight / 2);
+            SelectObject(context.Get(), previous);
         });
         return colour;
     }

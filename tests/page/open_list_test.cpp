@@ -13,10 +13,6 @@
 namespace kvn::test {
 namespace {
 
-bool IsListOpen(HWND combo) {
-    return SendMessageW(combo, CB_GETDROPPEDSTATE, 0, 0) != 0;
-}
-
 class OpenListTest : public GestureTest {
 protected:
     // Opens the list with the keyboard and goes to the entry with this number, which nobody confirms.
@@ -54,10 +50,20 @@ protected:
         if (withAlt) LetGoOfKey(VK_LMENU);
     }
 
+    // Opens the list of profiles and goes down by one entry; the list stays open.
+    HWND GoToNextProfile() const {
+        const HWND combo = sheet->PageControl(IDC_PAGE_PROFILE);
+        SetFocusTo(combo);
+        PressKey(VK_F4);
+        Await("the open list", [=] { return IsListOpen(combo); });
+        PressKey(VK_DOWN);
+        return combo;
+    }
+
     // Chooses as programs do that send no notification.
     void SetSilently(int control, int data) const {
         const HWND combo = sheet->PaneControl(control);
-        SendMessageW(combo, CB_SETCURSEL, static_cast<WPARAM>(IndexOfData(combo, data)), 0);
+        SelectData(combo, data);
     }
 };
 
@@ -227,11 +233,7 @@ TEST_F(OpenListTest, ApplyStoresTheProfileFromBeforeItsListWasOpened) {
     WriteProfiles({ProfileText("Default"), ProfileText("Games")});
     Open();
     BringToFront(sheet->Sheet());
-    const HWND combo = sheet->PageControl(IDC_PAGE_PROFILE);
-    SetFocusTo(combo);
-    PressKey(VK_F4);
-    Await("the open list", [=] { return IsListOpen(combo); });
-    PressKey(VK_DOWN);
+    const HWND combo = GoToNextProfile();
     Await("the other profile", [=] { return SendMessageW(combo, CB_GETCURSEL, 0, 0) == 1; });
     // As a program presses it, which leaves the focus where it is.
     SendMessageW(sheet->Sheet(), PSM_APPLY, 0, 0);
@@ -256,11 +258,7 @@ TEST_F(OpenListTest, TheProfileComesBackWithItsSettings) {
     WriteProfiles({ProfileText("Default", {{"tbutton", "10"}}), ProfileText("Games", {{"tbutton", "11"}})});
     Open();
     BringToFront(sheet->Sheet());
-    const HWND combo = sheet->PageControl(IDC_PAGE_PROFILE);
-    SetFocusTo(combo);
-    PressKey(VK_F4);
-    Await("the open list", [=] { return IsListOpen(combo); });
-    PressKey(VK_DOWN);
+    const HWND combo = GoToNextProfile();
     EXPECT_TRUE(ComesTrue([&] { return Chosen(IDC_PANE_CENTER) == 11; }));
     PressKey(VK_ESCAPE);
     AwaitClosedList(combo);

@@ -3,6 +3,7 @@
 
 #include <commctrl.h>
 
+#include "tests/support/list_contents.h"
 #include "tests/support/profile_editor_fixture.h"
 #include "tests/support/window_search.h"
 
@@ -10,27 +11,6 @@ namespace kvn::test {
 namespace {
 
 using Names = std::vector<std::wstring>;
-
-struct Column {
-    std::wstring title;
-    int width;
-    int format;
-
-    friend bool operator==(const Column&, const Column&) = default;
-};
-
-std::vector<Column> ColumnsOf(HWND list) {
-    std::vector<Column> columns;
-    wchar_t title[64]{};
-    LVCOLUMNW column{};
-    column.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_FMT;
-    column.pszText = title;
-    column.cchTextMax = 64;
-    for (WPARAM i = 0; SendMessageW(list, LVM_GETCOLUMNW, i, reinterpret_cast<LPARAM>(&column)) != 0; ++i) {
-        columns.push_back({title, column.cx, column.fmt & LVCFMT_JUSTIFYMASK});
-    }
-    return columns;
-}
 
 // Which of the six buttons that a selection may switch are enabled, in this order.
 constexpr int kSwitchedButtons[] = {IDC_PROFILES_ADD,  IDC_PROFILES_DELETE,      IDC_PROFILES_RENAME,
@@ -62,8 +42,9 @@ TEST_F(ProfileEditorOpeningTest, FocusIsOnTheProfiles) {
 
 TEST_F(ProfileEditorOpeningTest, ListsHaveTheirColumnsAndSelectFullRows) {
     OpenEditor({ProfileText("Default")});
-    EXPECT_TRUE((std::vector<Column>{{L"Profile", 380, LVCFMT_LEFT}}) == ColumnsOf(editor->Control(IDC_PROFILES_LIST)));
-    EXPECT_TRUE((std::vector<Column>{{L"File name", 150, LVCFMT_LEFT}, {L"Location", 230, LVCFMT_LEFT}}) ==
+    EXPECT_TRUE((std::vector<ListColumn>{{L"Profile", 380, LVCFMT_LEFT}}) ==
+                ColumnsOf(editor->Control(IDC_PROFILES_LIST)));
+    EXPECT_TRUE((std::vector<ListColumn>{{L"File name", 150, LVCFMT_LEFT}, {L"Location", 230, LVCFMT_LEFT}}) ==
                 ColumnsOf(editor->Control(IDC_PROFILES_PROGRAMS)));
     for (const int list : {IDC_PROFILES_LIST, IDC_PROFILES_PROGRAMS}) {
         EXPECT_EQ(SendMessageW(editor->Control(list), LVM_GETEXTENDEDLISTVIEWSTYLE, 0, 0) & LVS_EX_FULLROWSELECT,

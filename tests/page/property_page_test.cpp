@@ -5,6 +5,7 @@
 
 #include "platform/device_context.h"
 #include "tests/support/page_fixture.h"
+#include "tests/support/tab_contents.h"
 #include "tests/support/window_search.h"
 
 namespace kvn::test {
@@ -46,13 +47,7 @@ protected:
 TEST_F(PropertyPageTest, IsTitledAfterTheMouse) {
     Open();
     const HWND tab = reinterpret_cast<HWND>(SendMessageW(sheet->Sheet(), PSM_GETTABCONTROL, 0, 0));
-    wchar_t title[64]{};
-    TCITEMW item{};
-    item.mask = TCIF_TEXT;
-    item.pszText = title;
-    item.cchTextMax = 64;
-    SendMessageW(tab, TCM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
-    EXPECT_STREQ(L"KORVEN Tarsel 3", title);
+    EXPECT_EQ(TabTextsOf(tab), (std::vector<std::wstring>{L"KORVEN Tarsel 3"}));
 }
 
 TEST_F(PropertyPageTest, KeepsTheSheetsDescriptionInItsUserData) {

@@ -14,6 +14,7 @@
 
 #include "platform/unique_resource.h"
 #include "tests/support/module_under_test.h"
+#include "tests/support/owning_types.h"
 #include "tests/support/window_search.h"
 
 namespace kvn::test {
@@ -280,12 +281,11 @@ TEST_F(ResourcesTest, HoldExactlyTheseDialogs) {
 TEST_F(ResourcesTest, DialogsHaveTheseCaptionsAndControls) {
     const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_WIN95_CLASSES};
     InitCommonControlsEx(&classes);
-    using OwnedWindow = platform::Owned<HWND, &DestroyWindow>;
-    const OwnedWindow parent(
+    const UniqueWindow parent(
         CreateWindowExW(0, L"Static", nullptr, WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr));
     for (const DialogRow& row : kDialogs) {
         SCOPED_TRACE(testing::PrintToString(std::wstring(row.caption)));
-        const OwnedWindow owned(CreateDialogParamW(
+        const UniqueWindow owned(CreateDialogParamW(
             module.Handle(), row.name, parent.Get(), [](HWND, UINT, WPARAM, LPARAM) -> INT_PTR { return FALSE; }, 0));
         ASSERT_TRUE(owned);
         const HWND dialog = owned.Get();

@@ -68,10 +68,10 @@ TEST_F(SlotChooserTest, ChoosingFromTheOpenListConfirms) {
     const HWND combo = sheet->PaneControl(IDC_PANE_BUTTON4);
     SetFocusTo(combo);
     PressKey(VK_F4);
-    Await("the open list", [=] { return SendMessageW(combo, CB_GETDROPPEDSTATE, 0, 0); });
+    Await("the open list", [=] { return IsListOpen(combo); });
     PressKey(VK_DOWN);
     PressKey(VK_RETURN);
-    Await("the closed list", [=] { return SendMessageW(combo, CB_GETDROPPEDSTATE, 0, 0) == 0; });
+    Await("the closed list", [=] { return !IsListOpen(combo); });
     EXPECT_TRUE(ComesTrue([&] { return Chosen(IDC_PANE_BUTTON4) == 4; }));
     EXPECT_TRUE(sheet->IsApplyEnabled());
 }

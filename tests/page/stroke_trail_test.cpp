@@ -5,6 +5,7 @@
 
 #include "platform/device_context.h"
 #include "platform/unique_resource.h"
+#include "tests/support/owning_types.h"
 
 namespace kvn::test {
 namespace {
@@ -35,7 +36,7 @@ protected:
 
 private:
     const platform::UniqueBitmap bitmap{CreateBitmap(kSize, kSize, 1, 32, nullptr)};
-    const platform::Owned<HDC, &DeleteDC> memory{CreateCompatibleDC(nullptr)};
+    const UniqueMemoryContext memory{CreateCompatibleDC(nullptr)};
 
 protected:
     const HDC context = memory.Get();

@@ -9,6 +9,7 @@
 #include "platform/device_context.h"
 #include "platform/unique_resource.h"
 #include "tests/support/gesture_fixture.h"
+#include "tests/support/owning_types.h"
 
 namespace kvn::test {
 namespace {
@@ -32,7 +33,7 @@ private:
     static void Set(const std::array<COLORREF, 3>& values) {
         SetSysColors(static_cast<int>(values.size()), kElements.data(), values.data());
         // The common controls keep the colours that they have seen last.
-        const platform::Owned<HWND, &DestroyWindow> list(
+        const UniqueWindow list(
             CreateWindowExW(0, WC_LISTVIEWW, nullptr, WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr));
         SendMessageW(list.Get(), WM_SYSCOLORCHANGE, 0, 0);
     }
@@ -52,7 +53,7 @@ protected:
             GetClientRect(window, &area);
             const platform::WindowDeviceContext screen(nullptr);
             const platform::UniqueBitmap bitmap(CreateCompatibleBitmap(screen.Get(), area.right, area.bottom));
-            const platform::Owned<HDC, &DeleteDC> memory(CreateCompatibleDC(screen.Get()));
+            const UniqueMemoryContext memory(CreateCompatibleDC(screen.Get()));
             const HDC context = memory.Get();
             const platform::SelectedObject selected(context, bitmap.Get());
             SendMessageW(window, WM_ERASEBKGND, reinterpret_cast<WPARAM>(context), 0);

@@ -7,6 +7,7 @@
 
 #include "platform/unique_resource.h"
 #include "tests/support/module_under_test.h"
+#include "tests/support/owning_types.h"
 
 namespace kvn::test {
 namespace {
@@ -27,7 +28,7 @@ TEST(SystemLibraryTest, IsNeverTheOneBesideTheHost) {
     EXPECT_EQ(platform::FindSystemFunction(kDecoy, kExport), nullptr);
     EXPECT_EQ(GetModuleHandleW(kDecoy), nullptr);
 
-    platform::Owned<HMODULE, &FreeLibrary> byName(LoadLibraryW(kDecoy));
+    UniqueModule byName(LoadLibraryW(kDecoy));
     EXPECT_TRUE(byName) << "the bare name does find it";
     byName.Reset();
     std::filesystem::remove(decoy);

@@ -11,6 +11,7 @@
 #include "resources/resource.h"
 #include "tests/page/module_texts.h"
 #include "tests/support/module_under_test.h"
+#include "tests/support/owning_types.h"
 
 namespace kvn::test {
 namespace {
@@ -61,39 +62,33 @@ const std::set<CutHeading> kCutHeadings{{L"Gesture", 70, L"DejaVu Sans", 144},
 class MeasuringFont {
 public:
     MeasuringFont(const wchar_t* faceName, int points, int dotsPerInch)
-        : context(CreateCompatibleDC(nullptr)),
-          font(CreateFontW(-MulDiv(points, dotsPerInch, 72), 0, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE, DEFAULT_CHARSET,
-                           OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, DEFAULT_PITCH, faceName)) {
-        SelectObject(context, font);
+        : font(CreateFontW(-MulDiv(points, dotsPerInch, 72), 0, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE, DEFAULT_CHARSET,
+                           OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, DEFAULT_PITCH, faceName)),
+          context(CreateCompatibleDC(nullptr)) {
+        SelectObject(context.Get(), font.Get());
         TEXTMETRICW metrics{};
-        GetTextMetricsW(context, &metrics);
+        GetTextMetricsW(context.Get(), &metrics);
         heightUnit = metrics.tmHeight;
         constexpr wchar_t kAlphabet[] = L"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
         SIZE size{};
-        GetTextExtentPoint32W(context, kAlphabet, 52, &size);
+        GetTextExtentPoint32W(context.Get(), kAlphabet, 52, &size);
         widthUnit = (size.cx / 26 + 1) / 2;
-    }
-    MeasuringFont(const MeasuringFont&) = delete;
-    MeasuringFont& operator=(const MeasuringFont&) = delete;
-    ~MeasuringFont() {
-        DeleteDC(context);
-        DeleteObject(font);
     }
 
     std::wstring Face() const {
         wchar_t name[LF_FACESIZE]{};
-        GetTextFaceW(context, LF_FACESIZE, name);
+        GetTextFaceW(context.Get(), LF_FACESIZE, name);
         return name;
     }
     SIZE Extent(const std::wstring& text) const {
         RECT area{};
-        DrawTextW(context, text.c_str(), -1, &area, DT_CALCRECT | DT_SINGLELINE);
+        DrawTextW(context.Get(), text.c_str(), -1, &area, DT_CALCRECT | DT_SINGLELINE);
         return {area.right, area.bottom};
     }
     // Whether the font has every character of the text.
     bool Has(const std::wstring& text) const {
         std::vector<WORD> glyphs(text.size());
-        GetGlyphIndicesW(context, text.c_str(), static_cast<int>(text.size()), glyphs.data(),
+        GetGlyphIndicesW(context.Get(), text.c_str(), static_cast<int>(text.size()), glyphs.data(),
                          GGI_MARK_NONEXISTING_GLYPHS);
         return std::find(glyphs.begin(), glyphs.end(), WORD{0xFFFF}) == glyphs.end();
     }
@@ -101,8 +96,8 @@ public:
     int Height(int dialogUnits) const { return MulDiv(dialogUnits, heightUnit, 8); }
 
 private:
-    HDC context;
-    HFONT font;
+    UniqueFont font;
+    UniqueMemoryContext context;
     int widthUnit = 0;
     int heightUnit = 0;
 };

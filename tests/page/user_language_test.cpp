@@ -10,6 +10,7 @@
 #include "tests/page/module_texts.h"
 #include "tests/support/page_fixture.h"
 #include "tests/support/profile_dialogs.h"
+#include "tests/support/tab_contents.h"
 #include "tests/support/window_search.h"
 
 namespace kvn::test {
@@ -43,16 +44,7 @@ protected:
         EXPECT_EQ(shown, written);
     }
     std::wstring TabTitle(int tab) const {
-        wchar_t title[128]{};
-        TCITEMW item{};
-        item.mask = TCIF_TEXT;
-        item.pszText = title;
-        item.cchTextMax = 128;
-        sheet->Run([&] {
-            SendMessageW(sheet->PageControl(IDC_PAGE_TAB), TCM_GETITEMW, static_cast<WPARAM>(tab),
-                         reinterpret_cast<LPARAM>(&item));
-        });
-        return title;
+        return TabTextsOf(sheet->PageControl(IDC_PAGE_TAB)).at(static_cast<std::size_t>(tab));
     }
     void ExpectWarningInLanguage(UINT text) const {
         const MessageBoxSeen seen = AnswerMessageBox("the warning", IDOK);

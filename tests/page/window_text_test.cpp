@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/unique_resource.h"
+#include "tests/support/owning_types.h"
 
 namespace kvn::test {
 namespace {
@@ -19,7 +20,7 @@ protected:
     }
 
 private:
-    const platform::Owned<HWND, &DestroyWindow> owned{
+    const UniqueWindow owned{
         CreateWindowExW(0, L"Static", nullptr, WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr)};
 
 protected:

@@ -37,21 +37,8 @@ TEST_F(ProgramSelectionTest, ListsTheProgramsOfTheStartMenu) {
 
 TEST_F(ProgramSelectionTest, HasTwoColumnsOfFixedWidths) {
     Open();
-    const struct {
-        const wchar_t* title;
-        int width;
-    } expected[] = {{L"File name", 300}, {L"Location", 400}};
-    for (int i = 0; i < 2; ++i) {
-        wchar_t title[64]{};
-        LVCOLUMNW column{};
-        column.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_FMT;
-        column.pszText = title;
-        column.cchTextMax = 64;
-        ASSERT_TRUE(SendMessageW(List(), LVM_GETCOLUMNW, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&column)));
-        EXPECT_EQ(std::wstring(title), expected[i].title);
-        EXPECT_EQ(column.cx, expected[i].width);
-        EXPECT_EQ(column.fmt & LVCFMT_JUSTIFYMASK, LVCFMT_LEFT);
-    }
+    EXPECT_EQ(ColumnsOf(List()),
+              (std::vector<ListColumn>{{L"File name", 300, LVCFMT_LEFT}, {L"Location", 400, LVCFMT_LEFT}}));
 }
 
 TEST_F(ProgramSelectionTest, ShowsAnIconWhereTheProgramHasOne) {
@@ -166,9 +153,7 @@ TEST_F(ProgramSelectionTest, TakesTheRowThatTheMouseClicks) {
     AddThree();
     Open();
     BringToFront(dialog);
-    RECT place{};
-    place.left = LVIR_LABEL;
-    SendMessageW(List(), LVM_GETITEMRECT, 1, reinterpret_cast<LPARAM>(&place));
+    const RECT place = LabelOfRow(List(), 1);
     POINT point{place.left + 5, (place.top + place.bottom) / 2};
     ClientToScreen(List(), &point);
     SetCursorPos(point.x, point.y);
@@ -177,7 +162,7 @@ TEST_F(ProgramSelectionTest, TakesTheRowThatTheMouseClicks) {
     input[0].mi.dwFlags = MOUSEEVENTF_LEFTDOWN;
     input[1].mi.dwFlags = MOUSEEVENTF_LEFTUP;
     SendInput(2, input, sizeof(INPUT));
-    Await("the row to be selected", [&] { return SendMessageW(List(), LVM_GETSELECTEDCOUNT, 0, 0) == 1; });
+    Await("the row to be selected", [&] { return SelectedRowsOf(List()).size() == 1; });
     AwaitInputTaken(dialog);
     EXPECT_TRUE(Close(IDOK));
     EXPECT_EQ(chosen, (Programs{{L"Beta", kRegedit}}));

@@ -8,7 +8,6 @@
 namespace kvn::test {
 namespace {
 
-constexpr int kTextLength = 400;
 constexpr UINT kTellTaken = WM_APP;  // lParam is an event to set
 
 LRESULT CALLBACK OwnerProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -36,17 +35,14 @@ HWND AwaitDialog(const std::string& what, int control) {
 }  // namespace
 
 SelectionModule::SelectionModule() : module(LoadLibraryW(L"program_selection_module.dll")) {
-    if (module == nullptr) throw std::runtime_error("program_selection_module.dll is not beside the test program");
-}
-
-SelectionModule::~SelectionModule() {
-    FreeLibrary(module);
+    if (!module) throw std::runtime_error("program_selection_module.dll is not beside the test program");
 }
 
 bool SelectionModule::SelectPrograms(HINSTANCE resources, HWND owner,
                                      std::vector<model::ApplicationEntry>& chosen) const {
     using Function = bool(HINSTANCE, HWND, std::vector<model::ApplicationEntry>*);
-    const auto select = reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(module, "SelectPrograms")));
+    const auto select =
+        reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(module.Get(), "SelectPrograms")));
     return select(resources, owner, &chosen);
 }
 
@@ -60,10 +56,9 @@ void SelectionTest::TearDown() {
 
 void SelectionTest::Open() {
     accepted = std::async(std::launch::async, [this] {
-        owner = CreateOwner();
-        const bool result = module->SelectPrograms(resources.Handle(), owner, chosen);
-        DestroyWindow(owner);
-        return result;
+        const UniqueWindow made(CreateOwner());
+        owner = made.Get();
+        return module->SelectPrograms(resources.Handle(), owner, chosen);
     });
     dialog = AwaitDialog("the selection of programs", IDC_PROGRAMS_LIST);
 }
@@ -101,35 +96,6 @@ std::wstring SelectionTest::ProposalOf(HWND windowDialog) {
     return TextOf(GetDlgItem(windowDialog, IDC_PROGRAM_PATH));
 }
 
-int SelectionTest::RowCount() const {
-    return static_cast<int>(SendMessageW(List(), LVM_GETITEMCOUNT, 0, 0));
-}
-
-std::wstring SelectionTest::Cell(int row, int column) const {
-    std::wstring text(kTextLength, L'\0');
-    LVITEMW item{};
-    item.iSubItem = column;
-    item.pszText = text.data();
-    item.cchTextMax = kTextLength;
-    SendMessageW(List(), LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
-    return text.c_str();
-}
-
-int SelectionTest::ImageOf(int row) const {
-    LVITEMW item{};
-    item.mask = LVIF_IMAGE;
-    item.iItem = row;
-    SendMessageW(List(), LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
-    return item.iImage;
-}
-
-void SelectionTest::Select(int row, bool selected) const {
-    LVITEMW item{};
-    item.stateMask = LVIS_SELECTED;
-    item.state = selected ? LVIS_SELECTED : 0U;
-    SendMessageW(List(), LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
-}
-
 void SelectionTest::ClickAt(POINT point) const {
     ClientToScreen(List(), &point);
     SetCursorPos(point.x, point.y);
@@ -141,9 +107,7 @@ void SelectionTest::ClickAt(POINT point) const {
 }
 
 void SelectionTest::ClickRow(int row) const {
-    RECT place{};
-    place.left = LVIR_LABEL;
-    SendMessageW(List(), LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&place));
+    const RECT place = LabelOfRow(List(), row);
     ClickAt({place.left + 5, (place.top + place.bottom) / 2});
 }
 

@@ -17,7 +17,9 @@
 #include "model/profile.h"
 #include "resources/resource.h"
 #include "tests/profiles/start_menu.h"
+#include "tests/support/list_contents.h"
 #include "tests/support/module_under_test.h"
+#include "tests/support/owning_types.h"
 #include "tests/support/waiting.h"
 
 namespace kvn::test {
@@ -26,15 +28,12 @@ namespace kvn::test {
 class SelectionModule {
 public:
     SelectionModule();
-    SelectionModule(const SelectionModule&) = delete;
-    SelectionModule& operator=(const SelectionModule&) = delete;
-    ~SelectionModule();
 
-    HMODULE Handle() const { return module; }
+    HMODULE Handle() const { return module.Get(); }
     bool SelectPrograms(HINSTANCE resources, HWND owner, std::vector<model::ApplicationEntry>& chosen) const;
 
 private:
-    HMODULE module;
+    UniqueModule module;
 };
 
 class SelectionTest : public testing::Test {
@@ -61,11 +60,10 @@ protected:
     static std::wstring ProposalOf(HWND windowDialog);
 
     HWND List() const { return GetDlgItem(dialog, IDC_PROGRAMS_LIST); }
-    int RowCount() const;
-    // A message to the list with a pointer in it, which only the dialog's own process may send.
-    std::wstring Cell(int row, int column) const;
-    int ImageOf(int row) const;
-    void Select(int row, bool selected = true) const;
+    int RowCount() const { return RowCountOf(List()); }
+    std::wstring Cell(int row, int column) const { return CellText(List(), row, column); }
+    int ImageOf(int row) const { return ImageOfRow(List(), row); }
+    void Select(int row, bool selected = true) const { SelectRow(List(), row, selected); }
     // A click at this point of the list, by the message that the list sends about it.
     void ClickAt(POINT point) const;
     void ClickRow(int row) const;

@@ -13,6 +13,7 @@
 
 #include "platform/com_pointer.h"
 #include "tests/support/platform.h"
+#include "tests/support/started_process.h"
 #include "tests/support/waiting.h"
 
 namespace kvn::test {
@@ -42,16 +43,10 @@ std::wstring RemovingFolder(const std::wstring& folder) {
     return RunsUnderWine() ? kWinesHost + (L"rm -rf -- " + folder) : L"cmd.exe /c rd /s /q " + folder;
 }
 
-void RunOnHost(const std::wstring& folder, std::wstring line) {
-    STARTUPINFOW start{};
-    start.cb = sizeof start;
-    PROCESS_INFORMATION information{};
-    if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, folder.c_str(), &start,
-                        &information)) {
+void RunOnHost(const std::wstring& folder, const std::wstring& line) {
+    if (!StartProcess(line, 0, folder.c_str()).process) {
         throw std::runtime_error("a program of the host cannot be run");
     }
-    CloseHandle(information.hThread);
-    CloseHandle(information.hProcess);
 }
 
 bool Exists(const std::wstring& path) {
@@ -105,10 +100,10 @@ std::wstring ScratchFolder::AddDeepFolder(const std::wstring& name, std::size_t 
 std::wstring ScratchFolder::AddFile(const std::wstring& name, std::string_view content) const {
     const std::wstring file = PathOf(name);
     std::filesystem::create_directories(ParentOf(file));
-    FILE* opened = _wfopen(file.c_str(), L"wb");
-    if (opened == nullptr) throw std::runtime_error("a file cannot be made");
-    std::fwrite(content.data(), 1, content.size(), opened);
-    std::fclose(opened);
+    std::ofstream made(std::filesystem::path(file), std::ios::binary);
+    if (!made.write(content.data(), static_cast<std::streamsize>(content.size())).flush()) {
+        throw std::runtime_error("a file cannot be made");
+    }
     return file;
 }
 
@@ -146,13 +141,9 @@ void SetProgramFolders(const std::wstring& common, const std::wstring& own) {
 }
 
 std::string ReadBytes(const std::wstring& file) {
-    FILE* opened = _wfopen(file.c_str(), L"rb");
-    if (opened == nullptr) throw std::runtime_error("a file cannot be read");
-    std::string bytes;
-    char block[4096];
-    while (const std::size_t count = std::fread(block, 1, sizeof block, opened)) bytes.append(block, count);
-    std::fclose(opened);
-    return bytes;
+    std::ifstream opened(std::filesystem::path(file), std::ios::binary);
+    if (!opened) throw std::runtime_error("a file cannot be read");
+    return {std::istreambuf_iterator<char>(opened), {}};
 }
 
 }  // namespace kvn::test

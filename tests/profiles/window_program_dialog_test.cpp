@@ -9,7 +9,9 @@
 
 #include "platform/unique_resource.h"
 #include "tests/profiles/selection_fixture.h"
+#include "tests/support/owning_types.h"
 #include "tests/support/replaced_import.h"
+#include "tests/support/started_process.h"
 #include "tests/support/window_search.h"
 
 namespace kvn::test {
@@ -30,16 +32,8 @@ std::wstring ProgramBeside(const wchar_t* name) {
 class TitledProgram {
 public:
     explicit TitledProgram(const std::wstring& title) {
-        std::wstring command = L"titled_window.exe \"" + title + L"\"";
-        STARTUPINFOW start{};
-        start.cb = sizeof start;
-        PROCESS_INFORMATION information{};
-        if (!CreateProcessW(ProgramBeside(L"titled_window.exe").c_str(), command.data(), nullptr, nullptr, FALSE, 0,
-                            nullptr, nullptr, &start, &information)) {
-            throw std::runtime_error("titled_window.exe is not beside the test program");
-        }
-        process.Reset(information.hProcess);
-        const platform::UniqueKernelObject thread(information.hThread);
+        process = StartProcess(L'"' + Path() + L"\" \"" + title + L'"').process;
+        if (!process) throw std::runtime_error("titled_window.exe is not beside the test program");
         window = Await("the other program's window", [&] {
             const HWND found = FindWindowW(L"KvnTitledWindow", title.c_str());
             return IsWindowVisible(found) ? found : nullptr;
@@ -66,12 +60,11 @@ public:
         std::promise<HWND> made;
         std::future<HWND> created = made.get_future();
         thread = std::thread([=, made = std::move(made)]() mutable {
-            const HWND own = CreateWindowExW(WS_EX_TOPMOST, L"STATIC", title.c_str(), style, 0, 0, 50, 50, ownedBy,
-                                             nullptr, nullptr, nullptr);
-            made.set_value(own);
+            const UniqueWindow own(CreateWindowExW(WS_EX_TOPMOST, L"STATIC", title.c_str(), style, 0, 0, 50, 50,
+                                                   ownedBy, nullptr, nullptr, nullptr));
+            made.set_value(own.Get());
             MSG message{};
             while (GetMessageW(&message, nullptr, 0, 0) > 0) DispatchMessageW(&message);
-            DestroyWindow(own);
         });
         window = created.get();
     }

@@ -100,5 +100,15 @@ TEST(CommandLineTest, AnEmptyFileOrProfileIsABadValue) {
     }
 }
 
+TEST(CommandLineTest, AnOptionIsNobodysValue) {
+    for (const wchar_t* const option : {L"--log", L"--profile", L"--export", L"--import", L"--mouse"}) {
+        const auto parsed = ParseArguments(std::vector<std::wstring>{option, L"--status"});
+        ASSERT_TRUE(std::holds_alternative<UsageError>(parsed));
+        EXPECT_EQ(std::get<UsageError>(parsed).fault, UsageFault::ValueMissing);
+        EXPECT_EQ(std::get<UsageError>(parsed).option, option);
+    }
+    EXPECT_EQ(Parsed({L"--profile", L"--mine"}).profile, L"--mine");
+}
+
 }  // namespace
 }  // namespace kvn::service

@@ -11,6 +11,8 @@
 #include "service/resources/service_version.h"
 #include "service/tray/try_window.h"
 #include "tests/service/program.h"
+#include "tests/support/owning_types.h"
+#include "tests/support/platform.h"
 #include "tests/support/waiting.h"
 #include "tests/support/written_profiles.h"
 
@@ -31,6 +33,47 @@ TEST_F(ServiceOptionsTest, HelpAndVersionNeedNoService) {
     EXPECT_EQ(Window(), nullptr);
 }
 
+// The console of this program, or one of its own.
+class Console {
+public:
+    Console() {
+        CONSOLE_SCREEN_BUFFER_INFO info{};
+        GetConsoleScreenBufferInfo(output.Get(), &info);
+        start = {0, info.dwCursorPosition.Y};
+    }
+    Console(const Console&) = delete;
+    Console& operator=(const Console&) = delete;
+    ~Console() {
+        if (isOwn) FreeConsole();
+    }
+
+    // What has been written to its line since then.
+    std::wstring Line() const {
+        std::wstring line(60, L' ');
+        DWORD read = 0;
+        ReadConsoleOutputCharacterW(output.Get(), line.data(), static_cast<DWORD>(line.size()), start, &read);
+        return line.substr(0, line.find_last_not_of(L' ') + 1);
+    }
+
+private:
+    // Wine's stand-in for a Unix terminal cannot be read.
+    static bool Alloc() {
+        if (test::RunsUnderWine()) FreeConsole();
+        return AllocConsole() != FALSE;
+    }
+
+    bool isOwn = Alloc();
+    platform::UniqueFile output{CreateFileW(L"CONOUT$", GENERIC_READ | GENERIC_WRITE,
+                                            FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr)};
+    COORD start{};
+};
+
+TEST_F(ServiceOptionsTest, WithoutAnOutputTheTextIsOnTheConsoleOfTheCaller) {
+    const Console console;
+    EXPECT_EQ(RunWithoutOutput({L"--version"}), 0U);
+    EXPECT_EQ(console.Line(), std::wstring(L"KvnMouseApl ") + service::kVersion);
+}
+
 TEST_F(ServiceOptionsTest, BadOptionsAreNamedAndEndWithTwo) {
     struct Row {
         Arguments arguments;
@@ -39,6 +82,8 @@ TEST_F(ServiceOptionsTest, BadOptionsAreNamedAndEndWithTwo) {
     const Row rows[]{{{L"--bogus"}, "--bogus"},
                      {{L"stray"}, "stray"},
                      {{L"--log"}, "--log"},
+                     {{L"--export", L"--yes"}, "--export"},
+                     {{L"--status=1"}, "--status=1"},
                      {{L"--mouse", L"1234:5678"}, "1234:5678"},
                      {{L"--log", L"C:\\no such folder\\log.txt"}, "no such folder"},
                      {{L"--quit", L"--pause"}, "--quit"}};
@@ -158,21 +203,15 @@ LRESULT CALLBACK Ignore(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 }
 
 TEST_F(ServiceOptionsTest, AWindowOfTheServicesNameThatIsNotItsOwnKeepsItFromStarting) {
-    WNDCLASSW windowClass{};
-    windowClass.lpfnWndProc = Ignore;
-    windowClass.lpszClassName = L"KvnSomebodyElse";
-    RegisterClassW(&windowClass);
-    {
-        const platform::Owned<HWND, &DestroyWindow> other(CreateWindowExW(0, windowClass.lpszClassName,
-                                                                          platform::kServiceName, WS_POPUP, 0, 0, 0, 0,
-                                                                          nullptr, nullptr, nullptr, nullptr));
-        for (const Arguments& arguments : {Arguments{}, {L"--status"}, kSample}) {
-            const Outcome outcome = Run(arguments);
-            EXPECT_EQ(outcome.exitCode, 1U);
-            EXPECT_NE(outcome.output.find("KvnMouseApl"), std::string::npos) << outcome.output;
-        }
+    constexpr wchar_t kClassName[] = L"KvnSomebodyElse";
+    const test::RegisteredClass registered(kClassName, Ignore);
+    const test::UniqueWindow other(CreateWindowExW(0, kClassName, platform::kServiceName, WS_POPUP, 0, 0, 0, 0, nullptr,
+                                                   nullptr, nullptr, nullptr));
+    for (const Arguments& arguments : {Arguments{}, {L"--status"}, kSample}) {
+        const Outcome outcome = Run(arguments);
+        EXPECT_EQ(outcome.exitCode, 1U);
+        EXPECT_NE(outcome.output.find("KvnMouseApl"), std::string::npos) << outcome.output;
     }
-    UnregisterClassW(windowClass.lpszClassName, nullptr);
 }
 
 }  // namespace

@@ -4,7 +4,9 @@
 #include "platform/service_protocol.h"
 #include "service/driver/hook_check.h"
 #include "service/driver/press_log.h"
+#include "service/driver/status.h"
 #include "service/lifecycle/watcher.h"
+#include "service/options/arguments.h"
 #include "service/page/page_protocol.h"
 #include "service/page/window_numbers.h"
 #include "service/tray/tray_menu.h"
@@ -40,6 +42,24 @@ TEST(RestartLimitTest, ThreeRestartsAreAllowedInAnyTenMinutes) {
 
 TEST(TrayMenuTest, AnAmpersandIsShownAsItIs) {
     EXPECT_EQ(MenuText(L"R&D && more"), L"R&&D &&&& more");
+}
+
+TEST(TrayMenuTest, AControlCharacterOfANameIsABlank) {
+    EXPECT_EQ(MenuText(L"a\tb\n"), L"a b ");
+}
+
+TEST(StatusTest, EachKeyHasOneLineWhateverAProfileIsCalled) {
+    const std::wstring text = StatusText({.mouse = std::nullopt, .profile = L"A\nwhy=forced\t"});
+    EXPECT_NE(text.find(L"\nprofile=A why=forced \nwhy=selected\n"), std::wstring::npos);
+}
+
+TEST(FullPathTest, ALongPathGetsTheFormWithoutALimit) {
+    const std::wstring name(200, L'n');
+    const std::wstring rest = L'\\' + name + L'\\' + name;
+    EXPECT_EQ(FullPath(L"C:" + rest), LR"(\\?\C:)" + rest);
+    EXPECT_EQ(FullPath(LR"(\\server\share)" + rest), LR"(\\?\UNC\server\share)" + rest);
+    EXPECT_EQ(FullPath(LR"(\\?\C:)" + rest), LR"(\\?\C:)" + rest);
+    EXPECT_EQ(FullPath(LR"(C:\a\..\b c.xml)"), LR"(C:\b c.xml)");
 }
 
 TEST(PressLogTest, ALineHasFiveFieldsWhateverTheNamesHold) {

@@ -102,6 +102,15 @@ Outcome ServiceProgramTest::Run(const Arguments& arguments) const {
     return outcome;
 }
 
+DWORD ServiceProgramTest::RunWithoutOutput(const Arguments& arguments) const {
+    const UniqueKernelObject process = Create(arguments, nullptr);
+    DWORD exitCode = STILL_ACTIVE;
+    if (WaitForSingleObject(process.Get(), kLongWaitMilliseconds) == WAIT_OBJECT_0) {
+        GetExitCodeProcess(process.Get(), &exitCode);
+    }
+    return exitCode;
+}
+
 void ServiceProgramTest::StartService(const Arguments& arguments) {
     service = Create(arguments, nullptr);
     Await(

@@ -31,6 +31,8 @@ protected:
 
     // A start that ends by itself.
     Outcome Run(const Arguments& arguments) const;
+    // The same without a standard output; its exit code.
+    DWORD RunWithoutOutput(const Arguments& arguments) const;
     // A start that becomes the service; returns when the page would find it.
     void StartService(const Arguments& arguments = kSample);
 

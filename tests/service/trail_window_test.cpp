@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/device_context.h"
 #include "tests/support/window_search.h"
 
 namespace kvn::service {
@@ -49,12 +50,11 @@ TEST(TrailWindowTest, TheLineIsDrawnAndSurvivesARepaint) {
     ASSERT_NE(window, nullptr);
     for (const bool isRepainted : {false, true}) {
         if (isRepainted) RedrawWindow(window, nullptr, nullptr, RDW_ERASE | RDW_INVALIDATE | RDW_UPDATENOW);
-        const HDC context = GetDC(window);
-        EXPECT_EQ(
-            GetPixel(context, 60 - GetSystemMetrics(SM_XVIRTUALSCREEN), 100 - GetSystemMetrics(SM_YVIRTUALSCREEN)),
-            platform::kTrailColour)
+        const platform::WindowDeviceContext context(window);
+        EXPECT_EQ(GetPixel(context.Get(), 60 - GetSystemMetrics(SM_XVIRTUALSCREEN),
+                           100 - GetSystemMetrics(SM_YVIRTUALSCREEN)),
+                  platform::kTrailColour)
             << isRepainted;
-        ReleaseDC(window, context);
     }
 }
 

@@ -12,6 +12,7 @@
 #include "service/page/window_numbers.h"
 #include "tests/service/program.h"
 #include "tests/support/mouse_on_registry.h"
+#include "tests/support/owning_types.h"
 #include "tests/support/real_input.h"
 #include "tests/support/waiting.h"
 #include "tests/support/written_profiles.h"
@@ -86,8 +87,8 @@ TEST_F(TransferTest, TheRunningServiceHasTakenOverWhenTheImportEnds) {
 
 TEST_F(TransferTest, AnotherServiceHearsOfAnImportAsFromThePage) {
     Publish();
-    const platform::Owned<HWND, &DestroyWindow> other(CreateWindowExW(0, L"STATIC", platform::kServiceName, WS_POPUP, 0,
-                                                                      0, 0, 0, nullptr, nullptr, nullptr, nullptr));
+    const test::UniqueWindow other(CreateWindowExW(0, L"STATIC", platform::kServiceName, WS_POPUP, 0, 0, 0, 0, nullptr,
+                                                   nullptr, nullptr, nullptr));
     constexpr auto kMessage = static_cast<UINT>(platform::ServiceMessage::SettingsChanged);
     const auto wasTold = [&] {
         MSG message{};

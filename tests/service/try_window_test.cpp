@@ -4,9 +4,10 @@
 #include <commctrl.h>
 #include <gtest/gtest.h>
 
-#include "platform/list_view.h"
 #include "service/tray/try_buttons.h"
+#include "tests/support/list_contents.h"
 #include "tests/support/waiting.h"
+#include "tests/support/window_messages.h"
 #include "tests/support/window_search.h"
 
 namespace kvn::service {
@@ -18,10 +19,6 @@ bool IsTryWindow(HWND window) {
 
 HWND FindTryWindow() {
     return test::FindTopLevelWindow(IsTryWindow);
-}
-
-LRESULT Ask(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
-    return SendMessageW(window, message, wParam, lParam);
 }
 
 SIZE SizeOf(HWND window) {
@@ -42,10 +39,10 @@ protected:
     HWND Button() const { return GetDlgItem(window.Handle(), IDCANCEL); }
     LONG FontHeight() const {
         LOGFONTW font{};
-        GetObjectW(reinterpret_cast<HFONT>(Ask(List(), WM_GETFONT)), sizeof font, &font);
+        GetObjectW(reinterpret_cast<HFONT>(test::Send(List(), WM_GETFONT)), sizeof font, &font);
         return font.lfHeight;
     }
-    LONG ColumnWidth() const { return static_cast<LONG>(Ask(List(), LVM_GETCOLUMNWIDTH, 1)); }
+    LONG ColumnWidth() const { return static_cast<LONG>(test::Send(List(), LVM_GETCOLUMNWIDTH, 1)); }
     // As the thread's loop does.
     void Press(WPARAM key) const {
         MSG message{GetFocus(), WM_KEYDOWN, key, 1, 0, {}};
@@ -75,9 +72,9 @@ TEST_F(TryWindowTest, EnterClosesOnTheButtonOnly) {
 
 TEST_F(TryWindowTest, TheControlThatHadTheKeyboardHasItAgain) {
     SetFocus(Button());
-    Ask(window.Handle(), WM_ACTIVATE, WA_INACTIVE);
+    test::Send(window.Handle(), WM_ACTIVATE, WA_INACTIVE);
     SetFocus(nullptr);
-    Ask(window.Handle(), WM_ACTIVATE, WA_ACTIVE);
+    test::Send(window.Handle(), WM_ACTIVATE, WA_ACTIVE);
     EXPECT_EQ(GetFocus(), Button());
 }
 
@@ -86,17 +83,17 @@ TEST_F(TryWindowTest, TheNewestRowsAreKeptAndTheLastOneIsSeen) {
     for (int press = 1; press <= kPresses; ++press) {
         window.Add({std::to_wstring(press), L"effect", L"profile", L"program.exe"});
     }
-    const int last = platform::ListRowCount(List()) - 1;
+    const int last = test::RowCountOf(List()) - 1;
     EXPECT_EQ(last + 1, kMostPressesShown);
-    EXPECT_EQ(platform::ListText(List(), 0, 0, 10), L"6");
-    EXPECT_EQ(platform::ListText(List(), last, 0, 10), std::to_wstring(kPresses));
-    EXPECT_EQ(platform::ListText(List(), last, 1, 10), L"effect");
-    EXPECT_EQ(platform::ListText(List(), last, 2, 10), L"profile");
-    EXPECT_EQ(platform::ListText(List(), last, 3, 20), L"program.exe");
-    EXPECT_EQ(platform::SelectedRows(List()), std::vector{last});
-    EXPECT_EQ(Ask(List(), LVM_GETITEMSTATE, static_cast<WPARAM>(last), LVIS_FOCUSED), LVIS_FOCUSED);
-    const LRESULT top = Ask(List(), LVM_GETTOPINDEX);
-    EXPECT_GE(top + Ask(List(), LVM_GETCOUNTPERPAGE), last + 1);
+    EXPECT_EQ(test::CellText(List(), 0, 0), L"6");
+    EXPECT_EQ(test::CellText(List(), last, 0), std::to_wstring(kPresses));
+    EXPECT_EQ(test::CellText(List(), last, 1), L"effect");
+    EXPECT_EQ(test::CellText(List(), last, 2), L"profile");
+    EXPECT_EQ(test::CellText(List(), last, 3), L"program.exe");
+    EXPECT_EQ(test::SelectedRowsOf(List()), std::vector{last});
+    EXPECT_EQ(test::Send(List(), LVM_GETITEMSTATE, static_cast<WPARAM>(last), LVIS_FOCUSED), LVIS_FOCUSED);
+    const LRESULT top = test::Send(List(), LVM_GETTOPINDEX);
+    EXPECT_GE(top + test::Send(List(), LVM_GETCOUNTPERPAGE), last + 1);
 }
 
 constexpr LONG HalfAsMuchMore(LONG length) {
@@ -110,7 +107,7 @@ TEST_F(TryWindowTest, EverythingGrowsOnAMonitorOfHigherResolution) {
     const LONG column = ColumnWidth();
     const SIZE size = SizeOf(window.Handle());
     const RECT place{10, 20, 10 + HalfAsMuchMore(size.cx), 20 + HalfAsMuchMore(size.cy)};
-    Ask(window.Handle(), kDpiChangedMessage, MAKEWPARAM(dpi, dpi), reinterpret_cast<LPARAM>(&place));
+    test::Send(window.Handle(), kDpiChangedMessage, MAKEWPARAM(dpi, dpi), reinterpret_cast<LPARAM>(&place));
     EXPECT_NEAR(FontHeight(), HalfAsMuchMore(fontHeight), 1);
     EXPECT_EQ(SizeOf(Button()).cx, HalfAsMuchMore(button.cx));
     EXPECT_EQ(SizeOf(Button()).cy, HalfAsMuchMore(button.cy));
@@ -126,7 +123,7 @@ TEST_F(TryWindowTest, TheWindowCannotBecomeTooSmallForItsControls) {
 
 class TryButtonsTest : public testing::Test {
 protected:
-    static int RowCount() { return platform::ListRowCount(GetDlgItem(FindTryWindow(), kTryList)); }
+    static int RowCount() { return test::RowCountOf(GetDlgItem(FindTryWindow(), kTryList)); }
     void Press() { feed.ReportPress({.control = model::ButtonSlot::Button4, .verdict = Verdict::Pass}, {}); }
 
     PressFeed feed;

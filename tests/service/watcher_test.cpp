@@ -4,10 +4,16 @@
 #include <tlhelp32.h>
 
 #include <algorithm>
+#include <chrono>
+#include <cstddef>
+#include <vector>
 
 #include "service/lifecycle/processes.h"
 #include "service/lifecycle/shared_state.h"
 #include "tests/service/program.h"
+#include "tests/support/platform.h"
+#include "tests/support/process_use.h"
+#include "tests/support/started_process.h"
 #include "tests/support/waiting.h"
 
 namespace kvn::service_test {
@@ -16,6 +22,10 @@ namespace {
 using platform::UniqueKernelObject;
 using service::SharedMemory;
 using test::Await;
+using Clock = std::chrono::steady_clock;
+
+constexpr std::chrono::seconds kEndTime{2};
+constexpr std::size_t kTries = 3;
 
 struct WindowSearch {
     DWORD process;
@@ -63,17 +73,38 @@ protected:
     bool IsEverythingReleased() {
         return std::ranges::all_of(memory.State().held.counts, [](const auto& count) { return count == 0; });
     }
-    void ExpectEndWithin(std::chrono::milliseconds time) {
-        EXPECT_TRUE(test::ComesTrue([this] { return RunningProcesses() == 0; }, time));
-        EXPECT_TRUE(IsEverythingReleased());
-        EXPECT_EQ(Window(), nullptr);
+    // What a start and an end of a program take on this machine just now.
+    Clock::duration CostOfAStart() const {
+        const auto begin = Clock::now();
+        EXPECT_EQ(Run({L"--version"}).exitCode, 0U);
+        return Clock::now() - begin;
+    }
+
+    // A service that holds a key, with threads that hang, ends in time once it is asked to, and releases the key. A
+    // busy machine adds to the time, but not to that of each of some tries.
+    template <typename Ask>
+    void ExpectEndInTime(bool hangsMainThread, const Ask& ask) {
+        std::vector<double> seconds;
+        do {
+            StartService();
+            AwaitWatcherOtherThan(0);
+            memory.State().held.counts[VK_F13] = 1;
+            const auto allowed = kEndTime + CostOfAStart();
+            Suspend(hangsMainThread);
+            const auto begin = Clock::now();
+            ask();
+            ASSERT_TRUE(test::ComesTrue([this] { return RunningProcesses() == 0; }));
+            const auto taken = Clock::now() - begin;
+            EXPECT_TRUE(IsEverythingReleased());
+            EXPECT_EQ(Window(), nullptr);
+            if (taken <= allowed) return;
+            seconds.push_back(std::chrono::duration<double>(taken).count());
+        } while (seconds.size() < kTries);
+        ADD_FAILURE() << "seconds until the end: " << testing::PrintToString(seconds);
     }
 
     SharedMemory memory;
 };
-
-// Two seconds, and what a busy machine adds.
-constexpr std::chrono::milliseconds kEndTime{3'500};
 
 TEST_F(WatcherTest, AServiceThatIsKilledIsStartedAgainWithItsMouse) {
     StartService();
@@ -124,32 +155,19 @@ TEST_F(WatcherTest, AServiceThatKeepsEndingIsGivenUp) {
 }
 
 TEST_F(WatcherTest, AServiceWhoseWindowHangsIsEndedByQuit) {
-    StartService();
-    AwaitWatcherOtherThan(0);
-    memory.State().held.counts[VK_F13] = 1;
-    Suspend(true);
-    EXPECT_EQ(Run({L"--quit"}).exitCode, 0U);
-    ExpectEndWithin(kEndTime);
+    ExpectEndInTime(true, [this] { EXPECT_EQ(Run({L"--quit"}).exitCode, 0U); });
 }
 
 TEST_F(WatcherTest, AServiceWhoseThreadsHangEndsInTimeAtQuit) {
-    StartService();
-    AwaitWatcherOtherThan(0);
-    memory.State().held.counts[VK_F13] = 1;
-    Suspend(false);
-    PostMessageW(Window(), WM_CLOSE, 0, 0);
-    ExpectEndWithin(kEndTime);
+    ExpectEndInTime(false, [] { PostMessageW(Window(), WM_CLOSE, 0, 0); });
     EXPECT_EQ(Run({L"--quit"}).exitCode, 0U);
 }
 
 TEST_F(WatcherTest, AServiceWhoseThreadsHangEndsInTimeWithTheSession) {
-    StartService();
-    AwaitWatcherOtherThan(0);
-    memory.State().held.counts[VK_F13] = 1;
-    Suspend(false);
-    EXPECT_EQ(Send(WM_QUERYENDSESSION), TRUE);
-    PostMessageW(Window(), WM_ENDSESSION, TRUE, 0);
-    ExpectEndWithin(kEndTime);
+    ExpectEndInTime(false, [] {
+        EXPECT_EQ(Send(WM_QUERYENDSESSION), TRUE);
+        PostMessageW(Window(), WM_ENDSESSION, TRUE, 0);
+    });
 }
 
 TEST_F(WatcherTest, TheLogIsGoneOnWithAndAForcedProfileIsNot) {
@@ -175,6 +193,44 @@ TEST_F(WatcherTest, TheWatcherHasNoWindow) {
     StartService();
     EXPECT_EQ(WindowOf(AwaitWatcherOtherThan(0)), nullptr);
     EXPECT_NE(WindowOf(ServiceProcess()), nullptr);
+}
+
+// The names of the libraries that a process has loaded, between quotation marks.
+std::wstring LibrariesOf(DWORD process) {
+    const platform::UniqueFile snapshot(CreateToolhelp32Snapshot(TH32CS_SNAPMODULE, process));
+    MODULEENTRY32W entry{};
+    entry.dwSize = sizeof entry;
+    std::wstring names;
+    Module32FirstW(snapshot.Get(), &entry);  // the program itself
+    while (Module32NextW(snapshot.Get(), &entry)) names += L" \"" + std::wstring(entry.szModule) + L'"';
+    return names;
+}
+
+double PrivateKilobytes(const UniqueKernelObject& process, const char* program, const char* option) {
+    const auto use = test::UseOf(process.Get(), program, option);
+    return use ? use->privateKilobytes : 0;
+}
+
+// Under Wine the libraries' own data count, which Windows shares among all programs: there it is what the watcher has
+// beyond a program that does nothing.
+TEST_F(WatcherTest, TheWatcherTakesLessThanTwoMegabytes) {
+    constexpr double kLimit = 2'048;
+    StartService();
+    const DWORD id = AwaitWatcherOtherThan(0);
+    const UniqueKernelObject watcher(
+        OpenProcess(PROCESS_QUERY_INFORMATION | PROCESS_VM_READ | PROCESS_DUP_HANDLE, FALSE, id));
+    const UniqueKernelObject idle =
+        test::StartProcess(service::ProgramFolder() + L"idle_program.exe" + LibrariesOf(id)).process;
+    ASSERT_TRUE(idle);
+    double taken = 0;
+    const auto isLittle = [&] {
+        taken = PrivateKilobytes(watcher, "KvnMouseApl.exe", "--watch");
+        if (test::RunsUnderWine()) taken -= PrivateKilobytes(idle, "idle_program.exe", ".dll");
+        return taken < kLimit;
+    };
+    EXPECT_TRUE(test::ComesTrue(isLittle)) << taken << " KiB";
+    EXPECT_GT(PrivateKilobytes(watcher, "KvnMouseApl.exe", "--watch"), 0);
+    TerminateProcess(idle.Get(), 0);
 }
 
 }  // namespace

@@ -17,6 +17,7 @@
 #include "tests/service_double/options.h"
 #include "tests/service_double/service_log.h"
 #include "tests/service_double/settings_request.h"
+#include "tests/support/owning_types.h"
 
 namespace kvn::service_double {
 namespace {
@@ -28,7 +29,7 @@ constexpr DWORD kQuitTimeoutMilliseconds = 20'000;
 
 std::vector<std::wstring> Arguments() {
     int count = 0;
-    const platform::Owned<wchar_t**, &LocalFree> words{CommandLineToArgvW(GetCommandLineW(), &count)};
+    const test::UniqueArguments words{CommandLineToArgvW(GetCommandLineW(), &count)};
     if (!words || count < 1) return {};
     return {words.Get() + 1, words.Get() + count};
 }

@@ -12,8 +12,9 @@ namespace {
 
 using end_to_end::WaitFor;
 
-// Two seconds, and what a busy machine adds.
-constexpr std::chrono::milliseconds kEndTime{3'000};
+using Clock = std::chrono::steady_clock;
+
+constexpr std::chrono::seconds kEndTime{2};
 constexpr WPARAM kHangMilliseconds = 8'000;
 
 class EndingTest : public ServiceTest {
@@ -29,6 +30,14 @@ protected:
         hands.Press(kForward);
         Expect(recorder, {"sent down Ctrl", "sent right down [Ctrl]"});
         DrawOver(recorder);
+        MeasureAStart();
+    }
+
+    // What a start and an end of a program take on this machine just now.
+    void MeasureAStart() {
+        const auto begin = Clock::now();
+        EXPECT_EQ(Ask({L"--version"}), 0U);
+        costOfAStart = Clock::now() - begin;
     }
 
     void DrawOver(const Recorder& recorder) {
@@ -42,9 +51,9 @@ protected:
 
     static bool IsDown(int key) { return (GetAsyncKeyState(key) & 0x8000) != 0; }
 
-    void ExpectEnd(std::chrono::steady_clock::time_point begin) {
+    void ExpectEnd(Clock::time_point begin) const {
         WaitFor("the end of the service", [] { return ServiceWindow() == nullptr && !IsServiceRunning(); });
-        EXPECT_LT(std::chrono::steady_clock::now() - begin, kEndTime);
+        EXPECT_LT(Clock::now() - begin, kEndTime + costOfAStart);
         EXPECT_FALSE(IsDown(VK_CONTROL));
         EXPECT_FALSE(IsDown(VK_RBUTTON));
     }
@@ -53,16 +62,19 @@ protected:
         const platform::UniqueKernelObject lock(OpenMutexW(SYNCHRONIZE, FALSE, L"Local\\KvnMouseApl"));
         return static_cast<bool>(lock);
     }
+
+private:
+    Clock::duration costOfAStart{};
 };
 
 TEST_F(EndingTest, QuitReleasesAndEndsInTime) {
-    const auto begin = std::chrono::steady_clock::now();
+    const auto begin = Clock::now();
     EXPECT_EQ(Ask({L"--quit"}), 0U);
     ExpectEnd(begin);
 }
 
 TEST_F(EndingTest, EndOfTheSessionReleasesAndEndsInTime) {
-    const auto begin = std::chrono::steady_clock::now();
+    const auto begin = Clock::now();
     EXPECT_EQ(SendMessageW(ServiceWindow(), WM_QUERYENDSESSION, 0, 0), TRUE);
     SendMessageW(ServiceWindow(), WM_ENDSESSION, TRUE, 0);
     EXPECT_FALSE(IsDown(VK_CONTROL)) << "when Windows has its answer, it may end the program";
@@ -71,7 +83,7 @@ TEST_F(EndingTest, EndOfTheSessionReleasesAndEndsInTime) {
 
 // As an installer does it that replaces the program.
 TEST_F(EndingTest, AnUpgradeReleasesAndEndsInTime) {
-    const auto begin = std::chrono::steady_clock::now();
+    const auto begin = Clock::now();
     EXPECT_EQ(SendMessageW(ServiceWindow(), WM_QUERYENDSESSION, 0, ENDSESSION_CLOSEAPP), TRUE);
     SendMessageW(ServiceWindow(), WM_ENDSESSION, TRUE, ENDSESSION_CLOSEAPP);
     ExpectEnd(begin);

@@ -27,7 +27,9 @@ std::string DisplayNumberOf(HWND window) {
     return std::to_string(reinterpret_cast<std::uintptr_t>(GetPropW(window, L"__wine_x11_whole_window")));
 }
 
-SOCKET Connect() {
+}  // namespace
+
+Hands::UniqueSocket Hands::Connect() {
     const char* const port = std::getenv("KVN_X_INPUT_PORT");
     if (port == nullptr) throw StoryError("run service_end_to_end_test.sh, which starts the mouse");
     WSADATA data{};
@@ -36,22 +38,16 @@ SOCKET Connect() {
     address.sin_family = AF_INET;
     address.sin_port = htons(static_cast<u_short>(std::atoi(port)));
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    const SOCKET made = socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
+    UniqueSocket made(socket(AF_INET, SOCK_STREAM, IPPROTO_TCP));
     const BOOL atOnce = TRUE;
-    setsockopt(made, IPPROTO_TCP, TCP_NODELAY, reinterpret_cast<const char*>(&atOnce), sizeof atOnce);
-    if (connect(made, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) {
+    setsockopt(made.Get(), IPPROTO_TCP, TCP_NODELAY, reinterpret_cast<const char*>(&atOnce), sizeof atOnce);
+    if (connect(made.Get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) {
         throw StoryError("the program that moves the mouse does not answer");
     }
     return made;
 }
 
-}  // namespace
-
 Hands::Hands() : connection(Connect()) {}
-
-Hands::~Hands() {
-    closesocket(connection);
-}
 
 void Hands::Press(model::ButtonSlot control) const {
     Order((IsTilt(control) ? "click " : "press ") + NumberOf(control));
@@ -104,11 +100,11 @@ void Hands::Order(const std::string& line) const {
 
 std::string Hands::Ask(const std::string& line) const {
     const std::string ended = line + '\n';
-    send(connection, ended.data(), static_cast<int>(ended.size()), 0);
+    send(connection.Get(), ended.data(), static_cast<int>(ended.size()), 0);
     std::string answer;
     std::array<char, 65536> part{};
     while (answer.empty() || answer.back() != '\n') {
-        const int length = recv(connection, part.data(), static_cast<int>(part.size()), 0);
+        const int length = recv(connection.Get(), part.data(), static_cast<int>(part.size()), 0);
         if (length <= 0) throw StoryError("the program that moves the mouse has gone");
         answer.append(part.data(), static_cast<std::size_t>(length));
     }

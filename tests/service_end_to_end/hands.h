@@ -11,11 +11,9 @@ namespace kvn::service_end_to_end {
 
 class Hands {
 public:
-    // Connects to the program; throws StoryError when it is not there.
+    // Connects to the program, which lets go of everything when the connection ends; throws StoryError when it is not
+    // there.
     Hands();
-    ~Hands();  // lets go of everything
-    Hands(const Hands&) = delete;
-    Hands& operator=(const Hands&) = delete;
 
     // Buttons only: a tilt has no release. A tilt's press is one report.
     void Press(model::ButtonSlot control) const;
@@ -46,7 +44,15 @@ private:
     void Order(const std::string& line) const;
     std::string Ask(const std::string& line) const;
 
-    SOCKET connection = INVALID_SOCKET;
+    struct SocketTraits {
+        using Handle = SOCKET;
+        static constexpr Handle kEmpty = INVALID_SOCKET;
+        static void Close(Handle opened) { closesocket(opened); }
+    };
+    using UniqueSocket = platform::UniqueResource<SocketTraits>;
+
+    static UniqueSocket Connect();
+    UniqueSocket connection;
 };
 
 }  // namespace kvn::service_end_to_end

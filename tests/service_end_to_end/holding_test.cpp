@@ -187,6 +187,30 @@ TEST_F(HoldingTest, TwoControlsThatHoldOneButtonCount) {
     ExpectAll({"sent right up"});
 }
 
+TEST_F(HoldingTest, ButtonThatTheUserHoldsTooGoesUpWithTheLast) {
+    constexpr model::FunctionCode kTwoClicks = 30;
+    UseFunctions({{kBack, kLeftClick}, {kForward, kTwoClicks}});
+    hands.Press(kLeft);
+    Expect({"real left down"});
+    hands.Click(kBack);
+    hands.Click(kForward);
+    hands.Press(kBack);
+    ExpectAll({});
+    hands.Release(kLeft);
+    hands.Release(kBack);
+    ExpectAll({"real left up"});
+
+    hands.Press(kBack);
+    Expect({"sent left down"});
+    hands.Press(kLeft);
+    hands.Release(kBack);
+    ExpectAll({"real left down"});
+    hands.Release(kLeft);
+    ExpectAll({"real left up"});
+    hands.Click(kBack);
+    ExpectAll({"sent left down", "sent left up"});
+}
+
 TEST_F(HoldingTest, ShiftOnOneButtonAndTabOnAnotherAreShiftTab) {
     UseFunctions({{kBack, Function::kShift}, {kForward, Function::kTab}});
     hands.Press(kBack);

@@ -5,6 +5,8 @@
 #include <array>
 #include <string>
 
+#include "platform/unique_resource.h"
+
 #include "tests/service_end_to_end/opened_program.h"
 
 namespace kvn::service_end_to_end {
@@ -24,12 +26,12 @@ std::wstring RecordFile() {
 }
 
 void AddLine(const std::string& line) {
-    const HANDLE file = CreateFileW(RecordFile().c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                                    OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (file == INVALID_HANDLE_VALUE) return;
+    const platform::UniqueFile file(CreateFileW(RecordFile().c_str(), FILE_APPEND_DATA,
+                                                FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_ALWAYS,
+                                                FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!file) return;
     DWORD written = 0;
-    WriteFile(file, line.data(), static_cast<DWORD>(line.size()), &written, nullptr);
-    CloseHandle(file);
+    WriteFile(file.Get(), line.data(), static_cast<DWORD>(line.size()), &written, nullptr);
 }
 
 }  // namespace

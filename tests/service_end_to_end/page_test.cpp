@@ -13,6 +13,8 @@
 #include "tests/end_to_end/windows_of_process.h"
 #include "tests/service_end_to_end/pen.h"
 #include "tests/service_end_to_end/service_world.h"
+#include "tests/support/combo_contents.h"
+#include "tests/support/tab_contents.h"
 
 namespace kvn::service_end_to_end {
 namespace {
@@ -47,9 +49,7 @@ protected:
 
     // What the combo box does when its user has chosen an entry.
     static void Choose(HWND combo, int function) {
-        WPARAM entry = 0;
-        while (SendMessageW(combo, CB_GETITEMDATA, entry, 0) != function) ++entry;
-        SendMessageW(combo, CB_SETCURSEL, entry, 0);
+        test::SelectData(combo, function);
         SendMessageW(GetParent(combo), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(combo), CBN_SELCHANGE),
                      reinterpret_cast<LPARAM>(combo));
     }
@@ -64,7 +64,7 @@ protected:
 
     // Opens the editor of a new gesture.
     GestureEditor AddGesture(const Sheet& sheet) {
-        RECT tab = end_to_end::ReadRectangle(sheet.Control(IDC_PAGE_TAB), TCM_GETITEMRECT, 1);
+        RECT tab = test::PlaceOfTab(sheet.Control(IDC_PAGE_TAB), 1);
         MapWindowPoints(sheet.Control(IDC_PAGE_TAB), nullptr, reinterpret_cast<POINT*>(&tab), 2);
         Click(end_to_end::MiddleOf(tab));
         const HWND add = GetDlgItem(sheet.GesturePane(), IDC_GESTURES_ADD);
@@ -103,17 +103,18 @@ TEST_F(PageAndServiceTest, StrokeThatIsRecordedOnThePageActsOverAProgram) {
         const GestureEditor editor = AddGesture(sheet);
         Click(editor.Control(IDC_GESTURE_STROKE));
         editor.ExpectStroke("Start");
-        // Over the editor: while another program's window has the button, Wine 10 tries without end to confine the
-        // pointer to a window that covers the screen, as the trail does.
-        RECT place{};
-        GetWindowRect(editor.Window(), &place);
-        const POINT start = end_to_end::MiddleOf(place);
-        pen.MoveTo(start);
+        constexpr POINT kStart{60, 90};
+        pen.MoveTo(kStart);
         hands.Press(kWheel);
         WaitFor("the page's trail", [&] { return editor.Trail() != nullptr; });
         for (const POINT step : {POINT{60, 0}, {120, 0}, {180, 0}, {180, 60}, {180, 120}, {180, 180}}) {
-            pen.MoveTo({start.x + step.x, start.y + step.y});
+            pen.MoveTo({kStart.x + step.x, kStart.y + step.y});
             Sleep(250);  // the page looks ten times a second
+        }
+        for (const POINT part : {POINT{30, 0}, {150, 0}, {180, 30}, {180, 150}}) {
+            WaitFor("each part of the page's line", [&] {
+                return pen.IsTrailAt({kStart.x + part.x, kStart.y + part.y});
+            });
         }
         hands.Release(kWheel);
         editor.ExpectStroke("RD");

@@ -14,11 +14,14 @@
 #include <shellapi.h>
 
 #include <array>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "model/key_names.h"
+#include "platform/unique_resource.h"
 #include "tests/service_end_to_end/recorder_protocol.h"
+#include "tests/support/owning_types.h"
 
 namespace kvn::service_end_to_end {
 namespace {
@@ -33,8 +36,7 @@ struct Options {
     bool hasDialog = false;
 };
 
-HANDLE logFile = INVALID_HANDLE_VALUE;
-HANDLE timesFile = INVALID_HANDLE_VALUE;
+std::optional<platform::UniqueFile> logFile, timesFile;
 bool obeysCommands = false;
 
 struct ModifierRow {
@@ -54,21 +56,22 @@ std::string ModifiersBeside(int key) {
     return names.empty() ? "" : " [" + names + ']';
 }
 
-void WriteTo(HANDLE file, const std::string& line) {
+void WriteTo(const std::optional<platform::UniqueFile>& file, const std::string& line) {
+    if (!file) return;
     const std::string ended = line + '\n';
     DWORD written = 0;
-    WriteFile(file, ended.data(), static_cast<DWORD>(ended.size()), &written, nullptr);
+    WriteFile(file->Get(), ended.data(), static_cast<DWORD>(ended.size()), &written, nullptr);
 }
 
 void WriteLine(const std::string& line) {
-    if (timesFile != INVALID_HANDLE_VALUE) WriteTo(timesFile, std::to_string(GetTickCount64()) + ' ' + line);
+    WriteTo(timesFile, std::to_string(GetTickCount64()) + ' ' + line);
     WriteTo(logFile, line);
 }
 
-HANDLE OpenForLines(const std::wstring& path) {
-    if (path.empty()) return INVALID_HANDLE_VALUE;
-    return CreateFileW(path.c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                       OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+void OpenForLines(const std::wstring& path, std::optional<platform::UniqueFile>& file) {
+    if (path.empty()) return;
+    file.emplace(CreateFileW(path.c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                             nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
 }
 
 const char* Origin() {
@@ -175,7 +178,8 @@ LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wParam, LPARA
 Options ReadOptions() {
     Options options;
     int count = 0;
-    wchar_t** const arguments = CommandLineToArgvW(GetCommandLineW(), &count);
+    const test::UniqueArguments words(CommandLineToArgvW(GetCommandLineW(), &count));
+    wchar_t* const* const arguments = words.Get();
     for (int index = 1; index < count; ++index) {
         const std::wstring_view option = arguments[index];
         if (option == L"--obey") options.obeys = true;
@@ -189,7 +193,6 @@ Options ReadOptions() {
             OffsetRect(&options.place, static_cast<int>(wcstol(arguments[index + 1], nullptr, 10)), 0);
         }
     }
-    LocalFree(arguments);
     return options;
 }
 
@@ -226,8 +229,8 @@ void RegisterRecorder(const Options& options) {
 int Run() {
     const Options options = ReadOptions();
     obeysCommands = options.obeys;
-    logFile = OpenForLines(options.log);
-    timesFile = OpenForLines(options.times);
+    OpenForLines(options.log, logFile);
+    OpenForLines(options.times, timesFile);
     RegisterRecorder(options);
     OpenWindows(options);
     MSG message{};

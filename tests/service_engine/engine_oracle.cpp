@@ -1,12 +1,8 @@
 #include "tests/service_engine/engine_oracle.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdlib>
-#include <limits>
 #include <string_view>
 
-#include "tests/model/stroke_oracle.h"
 #include "tests/service_engine/oracle_judgements.h"
 
 namespace kvn::service {
@@ -18,47 +14,6 @@ constexpr int kButtons = 5;
 
 bool IsOfTilt(model::ButtonSlot control) {
     return control == TiltLeft || control == TiltRight;
-}
-
-char LetterOf(model::StrokeDirection direction) {
-    return " URDL"[static_cast<std::size_t>(direction)];
-}
-
-std::string LettersOf(const EngineGesture& gesture) {
-    std::string letters;
-    for (const model::StrokeDirection direction : gesture.stroke) {
-        if (direction != model::StrokeDirection::None) letters += LetterOf(direction);
-    }
-    return letters;
-}
-
-bool HasUsableKey(const model::EtcKey& keys) {
-    for (const model::KeyCode code : keys.codes) {
-        for (const auto& row : model::kKeyNameTable) {
-            if (code != 0 && row.code == code) return true;
-        }
-    }
-    return false;
-}
-
-model::FunctionCode NaturalCodeOf(model::ButtonSlot control) {
-    switch (control) {
-        case Left:
-            return 1;
-        case Right:
-            return 2;
-        case Center:
-            return 9;
-        case Button4:
-            return 3;
-        case Button5:
-            return 4;
-        case TiltLeft:
-            return 33;
-        case TiltRight:
-            return 34;
-    }
-    return 0;
 }
 
 }  // namespace
@@ -237,94 +192,6 @@ void EngineOracle::AnswerEndings() {
     }
 }
 
-// The press that began the stroke that was under way before now.
-EngineOracle::Place EngineOracle::StrokeUnderWay() const {
-    for (Place k = Now() - 1; k >= 0; --k) {
-        if (HasOrder(k, OrderKind::StrokeBegin)) return k;
-        if (HasOrder(k, OrderKind::StrokeEnd)) return -1;
-    }
-    return -1;
-}
-
-bool EngineOracle::IsPressThatGivesUp(Place stroke) const {
-    const Place now = Now();
-    const bool isRight = IsMouse(now, MouseEventKind::Press) && At(now).input.mouse.control == Right;
-    if (!isRight || PhysicalAt(now) == PhysicalAt(stroke)) return false;
-    if (SwitchAt(InputKind::Overload, now) || IsAskedAt(PhysicalAt(now), now)) return false;
-    return KindAt(Right, now) != 'g';
-}
-
-bool EngineOracle::GivesUp(Place stroke) const {
-    const Place now = Now();
-    if (EndsEverything(now) || At(now).input.kind == InputKind::EditBegin) return true;
-    if (IsMissedRelease(now, PhysicalAt(stroke))) return true;
-    if (IsButton(now, MouseEventKind::Press, PhysicalAt(stroke)) || IsPressThatGivesUp(stroke)) return true;
-    if (At(now).input.kind != InputKind::Settings) return false;
-    const bool isOtherProfile = SettingsAt(stroke).profile != SettingsAt(now).profile;
-    return isOtherProfile || KindAt(At(stroke).input.mouse.control, now) != 'g';
-}
-
-void EngineOracle::AnswerStroke() {
-    const Place stroke = StrokeUnderWay();
-    if (stroke < 0) return;
-    const bool isGivenUp = GivesUp(stroke);
-    const bool isDrawn = IsButton(Now(), MouseEventKind::Release, PhysicalAt(stroke));
-    Order order;
-    if (At(Now()).input.kind == InputKind::Tick) {
-        order.kind = OrderKind::StrokeMove;
-        order.place = At(Now()).input.cursor;
-        Add(order);
-    }
-    if (!isGivenUp && !isDrawn) return;
-    order.kind = OrderKind::StrokeEnd;
-    Add(order);
-    if (isGivenUp) return Note(stroke, Cause::GivenUp);
-    AnswerStrokeDrawn(stroke);
-}
-
-// The letters that were drawn from the press on.
-std::string EngineOracle::StrokeDrawn(Place stroke) const {
-    model::StrokeOracle recogniser;
-    const model::ScreenPoint begin = At(stroke).input.mouse.place;
-    recogniser.Take(begin.x, begin.y, true, false);
-    for (Place k = stroke + 1; k < Now(); ++k) {
-        const model::ScreenPoint cursor = At(k).input.cursor;
-        if (At(k).input.kind == InputKind::Tick) recogniser.Take(cursor.x, cursor.y, true, false);
-    }
-    return recogniser.Take(0, 0, false, false).substr(std::string_view("Completed ").size());
-}
-
-void EngineOracle::AnswerStrokeDrawn(Place stroke) {
-    const std::string drawn = StrokeDrawn(stroke);
-    const EngineSettings& settings = SettingsAt(Now());
-    Order order = OrderOf(stroke, OrderKind::Note);
-    order.cause = Cause::UnknownStroke;
-    order.function = 0;
-    order.keys = {};
-    for (std::size_t letter = 0; letter < drawn.size(); ++letter) {
-        order.stroke[letter] = static_cast<model::StrokeDirection>(std::string_view(" URDL").find(drawn[letter]));
-    }
-    if (drawn.empty()) {
-        order.kind = OrderKind::Act;
-        order.cause = Cause::NoStroke;
-        order.function = NaturalCodeOf(order.control);
-        return Add(order);
-    }
-    const auto count = std::min<std::uint32_t>(settings.gestureCount, 100);
-    for (std::uint32_t index = 0; index < count; ++index) {
-        const EngineGesture& gesture = settings.gestures[index];
-        if (LettersOf(gesture) != drawn) continue;
-        const char kind = KindOfCode(gesture.function);
-        const bool isUseless = kind == 'n' || (gesture.function == 37 && !HasUsableKey(gesture.keys));
-        order.cause = Cause::Gesture;
-        order.kind = isUseless || kind == 'g' || kind == '-' ? OrderKind::Note : OrderKind::Act;
-        order.function = isUseless ? 0 : gesture.function;
-        if (order.function == 37) order.keys = gesture.keys;
-        break;
-    }
-    Add(order);
-}
-
 void EngineOracle::AnswerPress(bool wasDrawing) {
     const Place now = Now();
     OracleAnswer& answer = history.back().answer;
@@ -357,71 +224,6 @@ void EngineOracle::AnswerPress(bool wasDrawing) {
 void EngineOracle::AnswerRelease() {
     const Place press = OpenPress(PhysicalAt(Now()));
     history.back().answer.isKept = press >= 0 && At(press).answer.isKept;
-}
-
-bool EngineOracle::BelongsToPush(Place report, Place later) const {
-    const EngineInput& one = At(report).input;
-    const EngineInput& other = At(later).input;
-    return SideOf(one.mouse.delta) == SideOf(other.mouse.delta) && other.time - one.time < 300;
-}
-
-// The first report of the push that the tilt report now belongs to.
-EngineOracle::Place EngineOracle::FirstOfPush() const {
-    Place first = Now();
-    for (Place k = first - 1; k >= 0; --k) {
-        if (!IsMouse(k, MouseEventKind::Tilt) || At(k).input.mouse.delta == 0) continue;
-        if (!BelongsToPush(k, first)) break;
-        first = k;
-    }
-    return first;
-}
-
-// What the reports of a push come to: as they are, or in quarters of what they scroll.
-std::int64_t EngineOracle::PushSum(Place first, Place last, bool isScroll) const {
-    std::int64_t sum = 0;
-    for (Place k = first; k <= last; ++k) {
-        if (!IsMouse(k, MouseEventKind::Tilt)) continue;
-        sum += std::abs(std::int64_t{At(k).input.mouse.delta}) * (isScroll ? SpeedAt(k) : 1);
-    }
-    return sum;
-}
-
-void EngineOracle::AnswerTilt() {
-    const Place first = FirstOfPush();
-    history.back().isNewPress = first == Now();
-    const auto control = At(Now()).input.mouse.delta < 0 ? TiltLeft : TiltRight;
-    const bool isOut = SwitchAt(InputKind::Pause, first) || SwitchAt(InputKind::Overload, first);
-    if (isOut || KindAt(control, first) == 'n') return;
-    history.back().answer.isKept = true;
-    for (Place k = first + 1; k < Now(); ++k) {
-        if (EndsEverything(k)) return;
-        if (At(k).input.kind == InputKind::Settings && !HasSameFunction(control, first, k)) return;
-    }
-    AnswerTiltReport(first);
-}
-
-void EngineOracle::AnswerTiltReport(Place first) {
-    const Place now = Now();
-    Order order = OrderOf(first, OrderKind::Note);
-    order.isOfPress = first == now;
-    const char kind = KindOfCode(order.function);
-    const bool isScroll = order.function == 33 || order.function == 34;
-    const std::int64_t unit = isScroll ? 4 : 120;
-    const std::int64_t steps = PushSum(first, now, isScroll) / unit - PushSum(first, now - 1, isScroll) / unit;
-    if (isScroll && steps > 0) {
-        order.kind = OrderKind::Scroll;
-        const auto size = std::min<std::int64_t>(steps, std::numeric_limits<std::int32_t>::max());
-        order.amount = static_cast<std::int32_t>(order.function == 33 ? -size : size);
-        return Add(order);
-    }
-    std::int64_t acts = kind == '-' ? 0 : (first == now ? 1 : 0);
-    if (kind == 'r') acts = isScroll ? 0 : std::min<std::int64_t>(steps, 8);
-    if (acts == 0 && first == now) Add(order);
-    order.kind = OrderKind::Act;
-    for (; acts > 0; --acts) {
-        Add(order);
-        order.isOfPress = false;
-    }
 }
 
 std::uint32_t EngineOracle::HeldButtons() const {
@@ -469,7 +271,26 @@ Order EngineOracle::OrderOf(Place press, OrderKind kind) const {
     if (order.function == 37) order.keys = settings.keys[order.control];
     order.horizontalSpeed = SpeedAt(Now());
     order.profile = settings.profile;
+    order.passedButtons = PassedButtons(event.kind == MouseEventKind::Tilt ? -1 : PhysicalAt(press));
     return order;
+}
+
+bool EngineOracle::IsAbout(Place at, int physical) const {
+    return IsButton(at, MouseEventKind::Press, physical) || IsButton(at, MouseEventKind::Release, physical) ||
+           IsMissedRelease(at, physical);
+}
+
+// What the programs take for held, but for one.
+std::uint32_t EngineOracle::PassedButtons(int butPhysical) const {
+    std::uint32_t passed = 0;
+    for (int physical = 0; physical < kButtons; ++physical) {
+        if (physical == butPhysical || IsAbout(Now(), physical)) continue;
+        Place k = Now() - 1;
+        while (k >= 0 && !IsAbout(k, physical) && At(k).input.kind != InputKind::SessionLeft) --k;
+        const bool isPassed = k >= 0 && IsButton(k, MouseEventKind::Press, physical) && !At(k).answer.isKept;
+        if (isPassed) passed |= 1U << static_cast<unsigned>(At(k).input.mouse.control);
+    }
+    return passed;
 }
 
 void EngineOracle::Note(Place press, Cause cause) {

@@ -85,6 +85,8 @@ private:
     int FlicksNow() const;
 
     Order OrderOf(Place press, OrderKind kind) const;
+    std::uint32_t PassedButtons(int butPhysical) const;
+    bool IsAbout(Place at, int physical) const;
     void Add(const Order& order) { history.back().answer.orders.push_back(order); }
     void Note(Place press, Cause cause);
 

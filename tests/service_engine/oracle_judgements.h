@@ -3,6 +3,7 @@
 
 #include <cstdint>
 
+#include "model/key_names.h"
 #include "service/engine/engine_settings.h"
 
 namespace kvn::service {
@@ -21,6 +22,36 @@ inline bool IsFlyingOn(const EngineSettings& settings) {
 
 inline int OrFive(std::int32_t value) {
     return IsGood(value, 1, 10) ? value : 5;
+}
+
+inline bool HasUsableKey(const model::EtcKey& keys) {
+    for (const model::KeyCode code : keys.codes) {
+        for (const auto& row : model::kKeyNameTable) {
+            if (code != 0 && row.code == code) return true;
+        }
+    }
+    return false;
+}
+
+inline model::FunctionCode NaturalCodeOf(model::ButtonSlot control) {
+    using enum model::ButtonSlot;
+    switch (control) {
+        case Left:
+            return 1;
+        case Right:
+            return 2;
+        case Center:
+            return 9;
+        case Button4:
+            return 3;
+        case Button5:
+            return 4;
+        case TiltLeft:
+            return 33;
+        case TiltRight:
+            return 34;
+    }
+    return 0;
 }
 
 }  // namespace kvn::service

@@ -58,8 +58,8 @@ inline std::string WholeTextOf(const Order& order) {
     for (const model::KeyCode code : order.keys.codes) text += " key " + std::to_string(code);
     for (const model::StrokeDirection step : order.stroke) text += " " + std::to_string(static_cast<int>(step));
     return text + " amount " + std::to_string(order.amount) + " speed " + std::to_string(order.horizontalSpeed) +
-           " place " + TextOf(order.place) + " profile " + std::to_string(order.profile) +
-           (order.isOfPress ? " of the press" : "");
+           " place " + TextOf(order.place) + " profile " + std::to_string(order.profile) + " beside " +
+           std::to_string(order.passedButtons) + (order.isOfPress ? " of the press" : "");
 }
 
 }  // namespace kvn::service

@@ -238,6 +238,30 @@ TEST_F(PressesTest, OnlyTheButtonWhoseReleaseWasMissedIsForgotten) {
     EXPECT_TRUE(Release(Button4));
 }
 
+TEST_F(PressesTest, AnOrderSaysWhichButtonsTheProgramsTakeForHeld) {
+    Assign(Button4, 1);
+    Assign(Button5, kOff);
+    Press(Left);
+    Press(Button5);
+    Press(Button4);
+    EXPECT_EQ(last.passedButtons, 0b00001U);
+    Press(Right);
+    Release(Left);
+    Release(Button4);
+    EXPECT_EQ(last.passedButtons, 0b00010U);
+    Release(Right);
+    Press(Button4);
+    EXPECT_EQ(last.passedButtons, 0U);
+}
+
+TEST_F(PressesTest, NoButtonIsTakenForHeldThatAnotherSessionMayHaveReleased) {
+    Assign(Button4, 1);
+    Press(Left);
+    LeaveSession();
+    Press(Button4);
+    EXPECT_EQ(last.passedButtons, 0U);
+}
+
 TEST_F(PressesTest, UnderOverloadNewPressesAreNaturalAndOldOnesEnd) {
     Assign(Button4, kShift);
     Assign(Button5, kCopy);

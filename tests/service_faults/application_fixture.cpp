@@ -30,9 +30,9 @@ ApplicationTest::~ApplicationTest() {
     service::EndWatcher();
 }
 
-bool ApplicationTest::Start() {
+bool ApplicationTest::Start(const std::wstring& options) {
     application = std::make_unique<service::Application>();
-    return application->Start(Options(L"--mouse 0abc:00a1:5:1"));
+    return application->Start(Options(options));
 }
 
 HWND ApplicationTest::Window() {

@@ -18,8 +18,8 @@ class ApplicationTest : public testing::Test {
 protected:
     ~ApplicationTest() override;
 
-    // With the options of a start with a mouse; false when there is no service then.
-    bool Start();
+    // With the options of a start, usually with a mouse; false when there is no service then.
+    bool Start(const std::wstring& options = L"--mouse 0abc:00a1:5:1");
     void End() { application.reset(); }
     service::Application& Get() { return *application; }
 

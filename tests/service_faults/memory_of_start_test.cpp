@@ -20,6 +20,7 @@
 #include "tests/service_faults/refused_memory.h"
 #include "tests/service_faults/refused_program.h"
 #include "tests/support/replaced_import.h"
+#include "tests/support/started_process.h"
 #include "tests/support/waiting.h"
 
 namespace kvn::test {
@@ -116,17 +117,13 @@ protected:
 
     void Start(Whose whose, int number, bool isFromThereOn) {
         SetEnvironmentVariableW(kRefusedVariable, RefusalText(whose, number, isFromThereOn).c_str());
-        std::wstring command = service::ProgramFolder() + L"service_without_memory.exe --mouse beef:0001:5:1";
-        STARTUPINFOW startup{};
-        startup.cb = sizeof startup;
-        PROCESS_INFORMATION started{};
-        ASSERT_TRUE(CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, CREATE_SUSPENDED, nullptr, nullptr,
-                                   &startup, &started));
+        StartedProcess started = StartProcess(
+            service::ProgramFolder() + L"service_without_memory.exe --mouse beef:0001:5:1", CREATE_SUSPENDED);
         SetEnvironmentVariableW(kRefusedVariable, nullptr);
-        process.Reset(started.hProcess);
-        AssignProcessToJobObject(job.Get(), started.hProcess);
-        ResumeThread(started.hThread);
-        CloseHandle(started.hThread);
+        ASSERT_TRUE(started.process);
+        process = std::move(started.process);
+        AssignProcessToJobObject(job.Get(), process.Get());
+        ResumeThread(started.thread.Get());
     }
     bool HasEnded() const { return WaitForSingleObject(process.Get(), 0) == WAIT_OBJECT_0; }
     static bool Answers() {

@@ -6,6 +6,7 @@
 
 #include "service/input/key_sending.h"
 #include "tests/service_input/recorder_window.h"
+#include "tests/support/owning_types.h"
 #include "tests/support/waiting.h"
 
 namespace kvn::test {
@@ -18,7 +19,6 @@ protected:
         SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(&mice));
         SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(OnMessage));
     }
-    ~AttachedMiceTest() override { DestroyWindow(window); }
 
     static LRESULT CALLBACK OnMessage(HWND target, UINT message, WPARAM wParam, LPARAM lParam) {
         auto* const mice = reinterpret_cast<service::AttachedMice*>(GetWindowLongPtrW(target, GWLP_USERDATA));
@@ -52,7 +52,8 @@ protected:
                                         pressed |= change.pressed;
                                         released |= change.released;
                                     }}};
-    HWND window = CreateWindowW(L"STATIC", L"", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr);
+    const UniqueWindow owned{CreateWindowW(L"STATIC", L"", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr)};
+    const HWND window = owned.Get();
 };
 
 TEST_F(AttachedMiceTest, TheMouseThatIsThereAtTheStartIsPublishedOnce) {

@@ -100,15 +100,13 @@ TEST_F(HookLoopTest, PressesAndPushesByTheUserCount) {
 }
 
 TEST_F(HookLoopTest, AMoveWakesWhoSleepsAndDecidesNothing) {
-    activity.wake = CreateEventW(nullptr, FALSE, FALSE, nullptr);
     activity.isSomeoneAsleep = true;
     EXPECT_FALSE(Keeps(WM_MOUSEMOVE));
     EXPECT_LT(GetTickCount() - activity.lastEvent, 5000U);
     EXPECT_FALSE(activity.isSomeoneAsleep);
-    EXPECT_EQ(WaitForSingleObject(activity.wake, 0), WAIT_OBJECT_0);
+    EXPECT_EQ(WaitForSingleObject(activity.wake.Get(), 0), WAIT_OBJECT_0);
     Keeps(WM_MOUSEMOVE);
-    EXPECT_EQ(WaitForSingleObject(activity.wake, 0), static_cast<DWORD>(WAIT_TIMEOUT));
-    CloseHandle(activity.wake);
+    EXPECT_EQ(WaitForSingleObject(activity.wake.Get(), 0), static_cast<DWORD>(WAIT_TIMEOUT));
 }
 
 TEST_F(HookLoopTest, HeldButtonsCanBeAskedForFromElsewhere) {
@@ -129,7 +127,7 @@ TEST_F(HookLoopTest, NewSettingsHoldForTheNextPress) {
 
 TEST_F(HookLoopTest, PressesAreNaturalWhileTheWorkerHangs) {
     Choose(ButtonSlot::Center, kCopy);
-    ResetEvent(mayGoOn);
+    ResetEvent(mayGoOn.Get());
     int kept = 0;
     while (kept < 200 && Keeps(WM_MBUTTONDOWN)) {
         EXPECT_TRUE(Keeps(WM_MBUTTONUP));
@@ -137,7 +135,7 @@ TEST_F(HookLoopTest, PressesAreNaturalWhileTheWorkerHangs) {
     }
     EXPECT_LT(kept, 200);
     EXPECT_FALSE(Keeps(WM_MBUTTONUP));
-    SetEvent(mayGoOn);
+    SetEvent(mayGoOn.Get());
     AwaitDone(static_cast<std::size_t>(kept));
 }
 

@@ -15,18 +15,17 @@ PerformerTest::PerformerTest() {
                                                       const std::lock_guard guard(lock);
                                                       done.push_back(text);
                                                   }
-                                                  WaitForSingleObject(mayGoOn, INFINITE);
+                                                  WaitForSingleObject(mayGoOn.Get(), INFINITE);
                                               },
                                           .onStroke = {}});
     EXPECT_TRUE(performer->Start());
 }
 
 PerformerTest::~PerformerTest() {
-    SetEvent(mayGoOn);
+    SetEvent(mayGoOn.Get());
     performer.reset();
     for (const WORD key : userKeys) LetGoOfKey(key);
     AwaitInputTaken(recorder.Get());
-    CloseHandle(mayGoOn);
 }
 
 void PerformerTest::Take(const service::Order& order) {

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/unique_resource.h"
 #include "service/input/performer.h"
 #include "tests/service_input/recorder_window.h"
 
@@ -33,7 +34,7 @@ protected:
     service::HeldList held;
     RecorderWindow recorder;
     // While it is signalled, the worker goes on; the tests take it away to let the worker hang.
-    HANDLE mayGoOn = CreateEventW(nullptr, TRUE, TRUE, nullptr);
+    const platform::UniqueKernelObject mayGoOn{CreateEventW(nullptr, TRUE, TRUE, nullptr)};
     std::unique_ptr<service::Performer> performer;
 
 private:

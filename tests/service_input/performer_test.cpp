@@ -2,6 +2,8 @@
 
 #include <atomic>
 #include <chrono>
+#include <memory>
+#include <utility>
 
 #include "tests/service_input/performer_fixture.h"
 #include "tests/support/replaced_import.h"
@@ -54,6 +56,28 @@ TEST_F(PerformerTest, AButtonOfTwoControlsGoesUpWithTheLast) {
     EXPECT_EQ(recorder.Await("+Left +Ctrl +C -C -Ctrl -Left"), "+Left +Ctrl +C -C -Ctrl -Left");
 }
 
+TEST_F(PerformerTest, AButtonThatTheUserHoldsTooIsLeftToTheUser) {
+    constexpr std::uint32_t kLeftIsPassed = 1, kRightIsPassed = 2;
+    const auto take = [&](service::OrderKind kind, std::uint32_t passed) {
+        service::Order order;
+        order.kind = kind;
+        order.function = kLeftButton;
+        order.ticket = 1;
+        order.passedButtons = passed;
+        Take(order);
+    };
+    take(service::OrderKind::Begin, 0);
+    take(service::OrderKind::End, kLeftIsPassed);
+    EXPECT_TRUE(ComesTrue([&] { return IsListEmpty(); }));
+    take(service::OrderKind::Begin, kLeftIsPassed);
+    take(service::OrderKind::End, 0);
+    take(service::OrderKind::Act, kLeftIsPassed);
+    take(service::OrderKind::Begin, kRightIsPassed);
+    take(service::OrderKind::End, kRightIsPassed);
+    EXPECT_EQ(recorder.Await("+Left +Left -Left"), "+Left +Left -Left");
+    EXPECT_TRUE(ComesTrue([&] { return IsListEmpty(); }));
+}
+
 TEST_F(PerformerTest, AnEndOvertakesNoBeginningThatWasOrderedBefore) {
     std::string expected;
     for (service::Ticket ticket = 1; ticket < 40; ticket += 2) {
@@ -91,7 +115,7 @@ TEST_F(PerformerTest, WhatIsReleasedFirstGoesUpBeforeTheNextGoesDown) {
 TEST_F(PerformerTest, AnEndDoesNotWaitForAWorkerThatHangs) {
     Begin(1, kShift);
     AwaitDone(1);
-    ResetEvent(mayGoOn);
+    ResetEvent(mayGoOn.Get());
     Act(kCopy);
     AwaitDone(2);
     End(1);
@@ -100,23 +124,23 @@ TEST_F(PerformerTest, AnEndDoesNotWaitForAWorkerThatHangs) {
 }
 
 TEST_F(PerformerTest, WhatWasHeldAndReleasedWhileTheWorkerHungIsPressedAndReleased) {
-    ResetEvent(mayGoOn);
+    ResetEvent(mayGoOn.Get());
     Act(kCopy);
     AwaitDone(1);
     Begin(1, kEnter);
     End(1);
-    SetEvent(mayGoOn);
+    SetEvent(mayGoOn.Get());
     EXPECT_EQ(recorder.Await("+Ctrl +C -C -Ctrl +Enter -Enter"), "+Ctrl +C -C -Ctrl +Enter -Enter");
     EXPECT_TRUE(ComesTrue([&] { return IsListEmpty(); }));
 }
 
 TEST_F(PerformerTest, AWorkerThatHangsLeavesNoRoomAfterAWhile) {
     EXPECT_TRUE(performer->HasRoom());
-    ResetEvent(mayGoOn);
+    ResetEvent(mayGoOn.Get());
     Act(kCopy);
     for (int order = 0; order < 100 && performer->HasRoom(); ++order) Act(kEnter);
     EXPECT_FALSE(performer->HasRoom());
-    SetEvent(mayGoOn);
+    SetEvent(mayGoOn.Get());
     EXPECT_TRUE(ComesTrue([&] { return performer->HasRoom(); }));
 }
 
@@ -221,7 +245,7 @@ TEST_F(PerformerTest, ItsEndReleasesWhatIsHeld) {
 TEST_F(PerformerTest, ItsEndDoesNotWaitForAWorkerThatHangs) {
     Begin(1, kShift);
     AwaitDone(1);
-    ResetEvent(mayGoOn);
+    ResetEvent(mayGoOn.Get());
     Act(kEnter);
     AwaitDone(2);
     const auto start = std::chrono::steady_clock::now();
@@ -229,6 +253,34 @@ TEST_F(PerformerTest, ItsEndDoesNotWaitForAWorkerThatHangs) {
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(3));
     EXPECT_EQ(recorder.Await("+Shift +Enter -Enter -Shift"), "+Shift +Enter -Enter -Shift");
     EXPECT_TRUE(IsListEmpty());
+}
+
+// The thread lets go of the outlets when it has ended.
+TEST_F(PerformerTest, AKeeperThatHungCallsNobodyAfterTheEnd) {
+    ResetEvent(mayGoOn);
+    std::atomic<int> calls = 0;
+    auto outletLives = std::make_shared<int>();
+    const std::weak_ptr<int> threadLives = outletLives;
+    service::HeldList ownList;
+    auto hanging = std::make_unique<service::Performer>(
+        ownList, service::Performer::Outlets{.onDone = {},
+                                             .onStroke = [this, &calls, kept = std::move(outletLives)](const Order&) {
+                                                 ++calls;
+                                                 WaitForSingleObject(mayGoOn, INFINITE);
+                                             }});
+    ASSERT_TRUE(hanging->Start());
+    service::Orders stroke;
+    for (const OrderKind kind : {OrderKind::StrokeBegin, OrderKind::StrokeEnd}) {
+        Order order;
+        order.kind = kind;
+        stroke.Add(order);
+    }
+    hanging->Take(stroke);
+    Await("the keeper", [&] { return calls == 1; });
+    hanging.reset();
+    SetEvent(mayGoOn);
+    ASSERT_TRUE(ComesTrue([&] { return threadLives.expired(); }));
+    EXPECT_EQ(calls, 1);
 }
 
 }  // namespace

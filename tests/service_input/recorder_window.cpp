@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "tests/support/owning_types.h"
 #include "tests/support/real_input.h"
 #include "tests/support/waiting.h"
 
@@ -88,20 +89,14 @@ RecorderWindow::~RecorderWindow() {
 }
 
 void RecorderWindow::Run(DWORD style, std::promise<HWND>& made) {
-    WNDCLASSEXW windowClass{};
-    windowClass.cbSize = sizeof windowClass;
-    windowClass.lpfnWndProc = OnMessage;
-    windowClass.hInstance = GetModuleHandleW(nullptr);
-    windowClass.lpszClassName = kClass;
-    RegisterClassExW(&windowClass);
+    const RegisteredClass registered(kClass, OnMessage);
     const HWND created = CreateWindowExW(WS_EX_TOPMOST, kClass, L"Recorder", style | WS_VISIBLE, 0, 0, 1024, 768,
-                                         nullptr, nullptr, windowClass.hInstance, nullptr);
+                                         nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
     SetWindowLongPtrW(created, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     SetForegroundWindow(created);
     made.set_value(created);
     MSG message;
     while (GetMessageW(&message, nullptr, 0, 0) > 0) DispatchMessageW(&message);
-    UnregisterClassW(kClass, windowClass.hInstance);
 }
 
 LRESULT CALLBACK RecorderWindow::OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/service_input/recorder_window.h"
+#include "tests/support/owning_types.h"
 
 namespace kvn::test {
 namespace {
@@ -46,29 +47,20 @@ TEST(WindowCommandsTest, AWindowWithoutTheBoxStaysAsItIs) {
 class DesktopWindow {
 public:
     DesktopWindow() {
-        WNDCLASSW windowClass{};
-        windowClass.lpfnWndProc = DefWindowProcW;
-        windowClass.lpszClassName = kClassName;
-        RegisterClassW(&windowClass);
-        window =
-            CreateWindowExW(WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE, kClassName, nullptr,
-                            WS_POPUP | WS_MAXIMIZEBOX | WS_MINIMIZEBOX, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr);
-    }
-    DesktopWindow(const DesktopWindow&) = delete;
-    DesktopWindow& operator=(const DesktopWindow&) = delete;
-    ~DesktopWindow() {
-        DestroyWindow(window);
-        UnregisterClassW(kClassName, nullptr);
+        window.Reset(CreateWindowExW(WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE, kClassName, nullptr,
+                                     WS_POPUP | WS_MAXIMIZEBOX | WS_MINIMIZEBOX, 0, 0, 0, 0, nullptr, nullptr, nullptr,
+                                     nullptr));
     }
 
     void Own(HWND owned) const {
-        SetWindowLongPtrW(owned, GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(window));
-        EXPECT_EQ(GetAncestor(owned, GA_ROOTOWNER), window);
+        SetWindowLongPtrW(owned, GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(window.Get()));
+        EXPECT_EQ(GetAncestor(owned, GA_ROOTOWNER), window.Get());
     }
 
 private:
     static constexpr wchar_t kClassName[] = L"Progman";
-    HWND window = nullptr;
+    const RegisteredClass registered{kClassName, DefWindowProcW};
+    UniqueWindow window;
 };
 
 TEST(WindowCommandsTest, ADialogOfTheDesktopIsClosedAndTheDesktopStaysAsItIs) {

@@ -4,6 +4,7 @@
 
 #include "service/settings/program_path.h"
 #include "tests/service_settings/shown_program.h"
+#include "tests/support/owning_types.h"
 #include "tests/support/replaced_import.h"
 
 namespace kvn::service {
@@ -56,14 +57,13 @@ TEST_F(FrontProgramTest, TheServicesOwnWindowsDoNotCount) {
     const ShownProgram first(editor);
     first.BringToFront();
     front.Look();
-    const HWND own = CreateWindowExW(0, L"STATIC", L"own", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 50, 50, nullptr,
-                                     nullptr, nullptr, nullptr);
-    SetForegroundWindow(own);
-    ASSERT_EQ(GetForegroundWindow(), own);
+    const test::UniqueWindow own(CreateWindowExW(0, L"STATIC", L"own", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 50, 50,
+                                                 nullptr, nullptr, nullptr, nullptr));
+    SetForegroundWindow(own.Get());
+    ASSERT_EQ(GetForegroundWindow(), own.Get());
     const FrontProgram::Change change = front.Look();
     EXPECT_FALSE(change.isOtherWindow || change.isOtherProgram);
     EXPECT_TRUE(IsInFront(editor));
-    DestroyWindow(own);
 }
 
 TEST_F(FrontProgramTest, TheListOfProgramsDoesNotCount) {

@@ -31,11 +31,12 @@ protected:
 
     void StartHub() {
         hub = std::make_unique<SettingsHub>(
-            activity, SettingsHub::Outlets{[this](const ProfileInForce& profile) { Note(heard, profile); },
-                                           [this](HWND window) { Note(windows, window); },
-                                           [this](SettingsProblem problem, const std::wstring& path) {
-                                               Note(problems, Problem{problem, path});
-                                           }});
+            activity, profileNumbers,
+            SettingsHub::Outlets{[this](const ProfileInForce& profile) { Note(heard, profile); },
+                                 [this](HWND window) { Note(windows, window); },
+                                 [this](SettingsProblem problem, const std::wstring& path) {
+                                     Note(problems, Problem{problem, path});
+                                 }});
         ASSERT_TRUE(hub->Start());
     }
     // With the mouse, and read.
@@ -80,10 +81,11 @@ protected:
     // As the hook does at each event.
     void MoveMouse() {
         activity.lastEvent = GetTickCount();
-        if (activity.isSomeoneAsleep.exchange(false)) SetEvent(activity.wake);
+        if (activity.isSomeoneAsleep.exchange(false)) SetEvent(activity.wake.Get());
     }
 
     MouseActivity activity;
+    ProfileNumbers profileNumbers;
 
 private:
     template <typename T>

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "model/registry_values.h"
+#include "tests/support/held_file.h"
 #include "tests/support/mouse_on_registry.h"
 #include "tests/support/sandboxed_user.h"
 #include "tests/support/written_profiles.h"
@@ -143,11 +144,11 @@ TEST_F(ProfileStoreTest, AFileThatIsHeldLeavesTheProfiles) {
     WriteFile(ProfileFileText({ProfileText("Default"), ProfileText("Other")}));
     ProfileStore store(kVid, kPid);
     ASSERT_TRUE(store.Read());
-    const HANDLE held = CreateFileW(Path().c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
-    ASSERT_NE(held, INVALID_HANDLE_VALUE);
-    EXPECT_FALSE(store.Read());
-    EXPECT_EQ(store.Profiles().size(), 2U);
-    CloseHandle(held);
+    {
+        const platform::UniqueFile held = test::HoldFile(Path());
+        EXPECT_FALSE(store.Read());
+        EXPECT_EQ(store.Profiles().size(), 2U);
+    }
     EXPECT_TRUE(store.Read());
 }
 

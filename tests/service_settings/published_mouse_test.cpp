@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "model/registry_access.h"
+#include "platform/unique_resource.h"
 #include "tests/support/mouse_on_registry.h"
 #include "tests/support/replaced_import.h"
 #include "tests/support/sandboxed_user.h"
@@ -118,13 +119,13 @@ TEST_F(PublishedMouseTest, IsNotPublishedWhenAValueCannotBeWritten) {
 }
 
 TEST_F(PublishedMouseTest, IsNotPublishedWhereTheKeyCannotBeMade) {
-    HKEY gone = nullptr;
-    ASSERT_EQ(RegCreateKeyExW(HKEY_CURRENT_USER, L"Gone", 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &gone, nullptr),
-              ERROR_SUCCESS);
+    platform::UniqueRegistryKey gone;
+    ASSERT_EQ(
+        RegCreateKeyExW(HKEY_CURRENT_USER, L"Gone", 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, gone.Receive(), nullptr),
+        ERROR_SUCCESS);
     RegDeleteKeyW(HKEY_CURRENT_USER, L"Gone");
-    RegOverridePredefKey(HKEY_CURRENT_USER, gone);
+    RegOverridePredefKey(HKEY_CURRENT_USER, gone.Get());
     EXPECT_FALSE(PublishMouse(mouse));
-    RegCloseKey(gone);
 }
 
 }  // namespace

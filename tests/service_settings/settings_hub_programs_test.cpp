@@ -5,6 +5,7 @@
 
 #include "tests/service_settings/hub_fixture.h"
 #include "tests/service_settings/shown_program.h"
+#include "tests/support/owning_types.h"
 #include "tests/support/replaced_import.h"
 
 namespace kvn::service {
@@ -100,16 +101,15 @@ TEST_F(SettingsHubProgramsTest, AProgramThatKeepsItsPathSecretHasTheSelectedProf
 TEST_F(SettingsHubProgramsTest, AWindowOfTheServiceLeavesTheProgramBeforeIt) {
     BringToFront(editor);
     ASSERT_TRUE(BecomesInForce(L"Edit"));
-    const HWND own = CreateWindowExW(0, L"STATIC", L"own", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 50, 50, nullptr,
-                                     nullptr, nullptr, nullptr);
-    SetForegroundWindow(own);
-    ASSERT_EQ(GetForegroundWindow(), own);
+    const test::UniqueWindow own(CreateWindowExW(0, L"STATIC", L"own", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 50, 50,
+                                                 nullptr, nullptr, nullptr, nullptr));
+    SetForegroundWindow(own.Get());
+    ASSERT_EQ(GetForegroundWindow(), own.Get());
     MoveMouse();
     // It has looked once it sleeps again.
     ASSERT_TRUE(ComesTrue([this] { return activity.isSomeoneAsleep.load(); }));
     EXPECT_EQ(Hub().InForce().name, L"Edit");
     EXPECT_EQ(Windows().back(), editor.Window());
-    DestroyWindow(own);
 }
 
 }  // namespace

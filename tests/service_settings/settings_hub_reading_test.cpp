@@ -5,6 +5,8 @@
 
 #include <filesystem>
 
+#include "tests/support/held_file.h"
+
 #include "tests/service_settings/hub_fixture.h"
 
 namespace kvn::service {
@@ -128,12 +130,12 @@ TEST_F(SettingsHubReadingTest, SaysWhatThePageHasSetAside) {
 
 TEST_F(SettingsHubReadingTest, ReadsAFileThatWasHeldOnceItIsFree) {
     WriteFile({ProfileText("Default", {{"lbutton", "5"}})});
-    const HANDLE held = CreateFileW(FilePath().c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
-    ASSERT_NE(held, INVALID_HANDLE_VALUE);
-    StartReadHub();
-    ASSERT_TRUE(ComesTrue([this] { return !Problems().empty(); }));
-    EXPECT_EQ(LeftFunction(), 1);
-    CloseHandle(held);
+    {
+        const platform::UniqueFile held = test::HoldFile(FilePath());
+        StartReadHub();
+        ASSERT_TRUE(ComesTrue([this] { return !Problems().empty(); }));
+        EXPECT_EQ(LeftFunction(), 1);
+    }
     EXPECT_TRUE(ComesTrue([this] { return LeftFunction() == 5; }, std::chrono::seconds(20)));
 }
 

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <new>
+
 #include "tests/service_settings/hub_fixture.h"
 
 namespace kvn::service {
@@ -133,9 +136,19 @@ TEST_F(SettingsHubTest, EndsAtOnceWhateverItDoes) {
         Hub().UseMouse(Mouse());
         if (time % 2 == 0) Hub().Reread();
         EndHub();
-        EXPECT_EQ(activity.wake, nullptr);
         EXPECT_FALSE(activity.isSomeoneAsleep);
     }
+}
+
+TEST_F(SettingsHubTest, AReportThatFailsIsMadeAgain) {
+    std::atomic<int> calls = 0;
+    const auto failAtFirst = [&](const ProfileInForce&) {
+        if (calls++ == 0) throw std::bad_alloc();
+    };
+    SettingsHub failing(activity, profileNumbers, {.onProfile = failAtFirst, .onWindowInFront = {}, .onProblem = {}});
+    ASSERT_TRUE(failing.Start());
+    failing.UseMouse(Mouse());
+    EXPECT_TRUE(ComesTrue([&] { return calls == 2 && failing.HasTakenMouse(); }));
 }
 
 TEST_F(SettingsHubTest, SleepsUntilTheMouseIsUsed) {

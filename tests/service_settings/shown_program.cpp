@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <stdexcept>
 
+#include "tests/support/started_process.h"
 #include "tests/support/waiting.h"
 
 namespace kvn::test {
@@ -52,17 +53,9 @@ std::wstring ProgramFolder::Copy(const std::wstring& name) const {
 
 ShownProgram::ShownProgram(const std::wstring& programPath, const std::wstring& windowClass, const std::wstring& parent)
     : title(UniqueName()) {
-    std::wstring command = L"\"" + programPath + L"\" " + title + L" " + windowClass + L" " + parent;
-    STARTUPINFOW startup{};
-    startup.cb = sizeof startup;
-    PROCESS_INFORMATION started{};
-    if (!CreateProcessW(programPath.c_str(), command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
-                        &started)) {
-        throw std::runtime_error("the program could not be started");
-    }
-    CloseHandle(started.hThread);
-    process.Reset(started.hProcess);
-    processId = started.dwProcessId;
+    process = StartProcess(L"\"" + programPath + L"\" " + title + L" " + windowClass + L" " + parent).process;
+    if (!process) throw std::runtime_error("the program could not be started");
+    processId = GetProcessId(process.Get());
     window = Await("a program's window", [&] { return FindShown(title, windowClass, parent); });
     // Until it waits for messages its window may still bring itself to the front.
     WaitForInputIdle(process.Get(), 5000);

@@ -13,6 +13,7 @@
 #include "platform/unique_resource.h"
 #include "tests/model_windows/files.h"
 #include "tests/service_transfer/transfer_fixture.h"
+#include "tests/support/started_process.h"
 
 namespace kvn::service_test {
 namespace {
@@ -84,16 +85,10 @@ protected:
         wchar_t own[MAX_PATH]{};
         GetModuleFileNameW(nullptr, own, MAX_PATH);
         const std::wstring folder = std::wstring(own).substr(0, std::wstring(own).rfind(L'\\') + 1);
-        std::wstring line =
-            L'"' + folder + L"stopping_importer.exe\" \"" + New() + L"\" " + std::to_wstring(failingCall);
-        STARTUPINFOW startup{};
-        startup.cb = sizeof startup;
-        PROCESS_INFORMATION started{};
-        if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &started)) {
-            throw std::runtime_error("the importer cannot be started");
-        }
-        CloseHandle(started.hThread);
-        return platform::UniqueKernelObject(started.hProcess);
+        test::StartedProcess started = test::StartProcess(L'"' + folder + L"stopping_importer.exe\" \"" + New() +
+                                                          L"\" " + std::to_wstring(failingCall));
+        if (!started.process) throw std::runtime_error("the importer cannot be started");
+        return std::move(started.process);
     }
 
     static DWORD ExitCodeOf(const platform::UniqueKernelObject& process) {

@@ -11,6 +11,8 @@
 #include "tests/model_windows/genuine_function.h"
 #include "tests/model_windows/intercepted_rename.h"
 #include "tests/service_transfer/transfer_fixture.h"
+#include "tests/support/held_file.h"
+#include "tests/support/owning_types.h"
 #include "tests/support/replaced_import.h"
 
 namespace kvn::service_test {
@@ -158,7 +160,7 @@ TEST_F(SettingsImportTest, SaysWhatIsWrongWithThePath) {
         SetEndOfFile(huge.Get());
     }
     WriteFile(NewSettings(), L"held.xml");
-    const model::test::HeldFile held(File(L"held.xml"), 0);
+    const platform::UniqueFile held = test::HoldFile(File(L"held.xml"), 0);
     struct Row {
         const wchar_t* name;
         const wchar_t* said;
@@ -218,7 +220,7 @@ public:
     }
 
 private:
-    platform::Owned<HWND, &DestroyWindow> window;
+    test::UniqueWindow window;
 };
 
 TEST_F(SettingsImportTest, IsRefusedWhileAPageIsOpen) {
@@ -249,7 +251,7 @@ TEST_F(SettingsImportTest, NothingChangesWhenTheProfileFileCannotBeReplaced) {
     SetFileAttributesW(ProfileFile().c_str(), FILE_ATTRIBUTE_NORMAL);
     EXPECT_EQ(WhatIsStored(), before);
     {
-        const model::test::HeldFile held(ProfileFile(), FILE_SHARE_READ);
+        const platform::UniqueFile held = test::HoldFile(ProfileFile(), FILE_SHARE_READ);
         expectRefusal();
     }
     EXPECT_EQ(WhatIsStored(), before);

@@ -10,6 +10,7 @@
 #include "platform/unique_resource.h"
 #include "service/transfer/settings_import.h"
 #include "tests/model_windows/genuine_function.h"
+#include "tests/support/owning_types.h"
 #include "tests/support/replaced_import.h"
 
 namespace {
@@ -44,7 +45,7 @@ private:
 
 int main() {
     int count = 0;
-    const kvn::platform::Owned<wchar_t**, &LocalFree> arguments(CommandLineToArgvW(GetCommandLineW(), &count));
+    const kvn::test::UniqueArguments arguments(CommandLineToArgvW(GetCommandLineW(), &count));
     if (count != 3) return 2;
     callsLeft = std::stoi(arguments.Get()[2]);
 

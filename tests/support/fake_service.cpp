@@ -16,17 +16,15 @@ constexpr UINT kMarkMessage = WM_USER;
 }  // namespace
 
 FakeService::FakeService() : ready(CreateEventW(nullptr, TRUE, FALSE, nullptr)), thread([this] { Run(); }) {
-    WaitForSingleObject(ready, INFINITE);
+    WaitForSingleObject(ready.Get(), INFINITE);
     if (window != nullptr) return;
     thread.join();
-    CloseHandle(ready);
     throw std::runtime_error("the service's window could not be made");
 }
 
 FakeService::~FakeService() {
     PostMessageW(window, WM_CLOSE, 0, 0);
     thread.join();
-    CloseHandle(ready);
 }
 
 void FakeService::Run() {
@@ -38,7 +36,7 @@ void FakeService::Run() {
     window = CreateWindowExW(0, kClassName, platform::kServiceName, WS_OVERLAPPED, 0, 0, 1, 1, nullptr, nullptr,
                              windowClass.hInstance, nullptr);
     if (window != nullptr) SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
-    SetEvent(ready);
+    SetEvent(ready.Get());
     MSG message;
     while (window != nullptr && GetMessageW(&message, nullptr, 0, 0) > 0) DispatchMessageW(&message);
 }

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "platform/service_protocol.h"
+#include "platform/unique_resource.h"
 
 namespace kvn::test {
 
@@ -63,7 +64,7 @@ private:
     mutable std::atomic<WPARAM> lastMark = 0;
     std::atomic<WPARAM> markSeen = 0;
     HWND window = nullptr;
-    HANDLE ready;
+    const platform::UniqueKernelObject ready;
     std::thread thread;
 };
 

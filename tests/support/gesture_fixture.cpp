@@ -36,31 +36,6 @@ void GestureTest::OpenWith(const std::vector<GestureText>& gestures) {
     Open();
 }
 
-int GestureTest::RowCount() const {
-    return static_cast<int>(SendMessageW(List(), LVM_GETITEMCOUNT, 0, 0));
-}
-
-RowTexts GestureTest::Row(int row) const {
-    RowTexts texts;
-    for (int column = 0; column < 3; ++column) {
-        std::array<wchar_t, 1024> text{};
-        LVITEMW item{};
-        item.iSubItem = column;
-        item.pszText = text.data();
-        item.cchTextMax = static_cast<int>(text.size());
-        SendMessageW(List(), LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
-        texts.emplace_back(text.data());
-    }
-    return texts;
-}
-
-void GestureTest::SelectRow(int row, bool select) const {
-    LVITEMW item{};
-    item.stateMask = LVIS_SELECTED;
-    item.state = select ? LVIS_SELECTED : 0;
-    SendMessageW(List(), LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
-}
-
 void GestureTest::Command(int control) const {
     PostMessageW(sheet->GesturePane(), WM_COMMAND, MAKEWPARAM(control, BN_CLICKED),
                  reinterpret_cast<LPARAM>(PaneButton(control)));
@@ -118,7 +93,7 @@ void GestureTest::ClickStroke(HWND editor) const {
 void GestureTest::ChooseFunction(HWND editor, int function) const {
     const HWND combo = GetDlgItem(editor, IDC_GESTURE_FUNCTION);
     sheet->Start([=] {
-        SendMessageW(combo, CB_SETCURSEL, static_cast<WPARAM>(IndexOfData(combo, function)), 0);
+        SelectData(combo, function);
         SendMessageW(editor, WM_COMMAND, MAKEWPARAM(IDC_GESTURE_FUNCTION, CBN_SELCHANGE),
                      reinterpret_cast<LPARAM>(combo));
     });

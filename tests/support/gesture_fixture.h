@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/list_contents.h"
 #include "tests/support/page_fixture.h"
 
 namespace kvn::test {
@@ -37,9 +38,9 @@ protected:
     HWND PaneButton(int control) const { return GetDlgItem(sheet->GesturePane(), control); }
     bool IsButtonEnabled(int control) const { return IsWindowEnabled(PaneButton(control)) != FALSE; }
 
-    int RowCount() const;
-    RowTexts Row(int row) const;
-    void SelectRow(int row, bool select = true) const;
+    int RowCount() const { return RowCountOf(List()); }
+    RowTexts Row(int row) const { return TextsOfRow(List(), row, 3); }
+    void SelectRow(int row, bool select = true) const { test::SelectRow(List(), row, select); }
 
     // As a press of the button does, even if it is disabled.
     void Command(int control) const;

@@ -18,7 +18,7 @@ std::wstring PathBesideProgram(const wchar_t* file) {
 }  // namespace
 
 ModuleUnderTest::ModuleUnderTest() : module(LoadLibraryW(PathBesideProgram(kFileName).c_str())) {
-    if (module == nullptr) throw std::runtime_error("KvnMouseUtil.dll is not beside the test program");
+    if (!module) throw std::runtime_error("KvnMouseUtil.dll is not beside the test program");
 }
 
 ModuleUnderTest::~ModuleUnderTest() {
@@ -26,14 +26,18 @@ ModuleUnderTest::~ModuleUnderTest() {
 }
 
 void ModuleUnderTest::Unload() {
-    if (module == nullptr) return;
+    if (!module) return;
     CanUnloadNow();
-    FreeLibrary(std::exchange(module, nullptr));
+    module.Reset();
 }
 
 void ModuleUnderTest::UnloadWholly() {
     Unload();
-    while (const HMODULE left = GetModuleHandleW(kFileName)) FreeLibrary(left);
+    DropLoadings();
+}
+
+void ModuleUnderTest::DropLoadings() {
+    while (const HMODULE left = GetModuleHandleW(kFileName)) UniqueModule(left).Reset();
 }
 
 bool ModuleUnderTest::IsLoaded() {
@@ -42,7 +46,7 @@ bool ModuleUnderTest::IsLoaded() {
 
 template <typename Function>
 Function* ModuleUnderTest::Export(const char* name) const {
-    const FARPROC address = GetProcAddress(module, name);
+    const FARPROC address = GetProcAddress(module.Get(), name);
     if (address == nullptr) throw std::runtime_error(std::string("the module does not export ") + name);
     return reinterpret_cast<Function*>(reinterpret_cast<void*>(address));
 }
@@ -77,7 +81,7 @@ ComPointer<IClassFactory> ModuleUnderTest::Factory() const {
 
 std::wstring ModuleUnderTest::Text(UINT id) const {
     wchar_t text[1024]{};
-    LoadStringW(module, id, text, 1024);
+    LoadStringW(module.Get(), id, text, 1024);
     return text;
 }
 

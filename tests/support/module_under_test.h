@@ -9,6 +9,7 @@
 #include <string>
 
 #include "resources/server_class.h"
+#include "tests/support/owning_types.h"
 
 namespace kvn::test {
 
@@ -28,13 +29,15 @@ public:
     ModuleUnderTest& operator=(const ModuleUnderTest&) = delete;
     ~ModuleUnderTest();
 
-    HMODULE Handle() const { return module; }
+    HMODULE Handle() const { return module.Get(); }
 
     // Asks the module and gives this loading back, as COM does; what it gave itself may keep the module loaded.
     void Unload();
     // Gives every loading back: a page that was handed over and never opened would keep the module for good. Only when
     // no page lives.
     void UnloadWholly();
+    // Gives back every loading of it that the process has, without asking it.
+    static void DropLoadings();
     // Whether the module is in this process's memory, by whatever reference.
     static bool IsLoaded();
 
@@ -54,7 +57,7 @@ private:
     template <typename Function>
     Function* Export(const char* name) const;
 
-    HMODULE module;
+    UniqueModule module;
 };
 
 }  // namespace kvn::test

@@ -5,9 +5,12 @@
 
 #include <cstdio>
 #include <memory>
+#include <optional>
 
+#include "platform/com_pointer.h"
 #include "resources/resource.h"
 #include "tests/support/message_box_watcher.h"
+#include "tests/support/owning_types.h"
 #include "tests/support/waiting.h"
 #include "tests/support/window_search.h"
 
@@ -34,7 +37,7 @@ OpenedSheet::~OpenedSheet() {
     const bool wasClosed = ComesTrue([this] {
         if (HasEnded()) return true;
         CancelEverything();
-        return WaitForSingleObject(ended, 50) == WAIT_OBJECT_0;
+        return WaitForSingleObject(ended.Get(), 50) == WAIT_OBJECT_0;
     });
     if (!wasClosed) {
         std::fprintf(stderr, "The property sheet's thread hangs. Its dialogs:\n");
@@ -43,7 +46,6 @@ OpenedSheet::~OpenedSheet() {
         TerminateProcess(GetCurrentProcess(), 3);
     }
     thread.join();
-    CloseHandle(ended);
 }
 
 void OpenedSheet::CancelEverything() const {
@@ -65,9 +67,10 @@ void OpenedSheet::RunThread(int extensions, int pagesOfEach) {
     windowClass.hInstance = GetModuleHandleW(nullptr);
     windowClass.lpszClassName = L"KvnSheetRunner";
     RegisterClassW(&windowClass);
-    runner = CreateWindowExW(0, windowClass.lpszClassName, nullptr, 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
-                             windowClass.hInstance, nullptr);
-    CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+    UniqueWindow ownRunner(CreateWindowExW(0, windowClass.lpszClassName, nullptr, 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
+                                           windowClass.hInstance, nullptr));
+    runner = ownRunner.Get();
+    std::optional<platform::ComApartment> apartment(std::in_place);
     factory = module.Factory();
     for (int i = 0; i < extensions; ++i) {
         void* object = nullptr;
@@ -81,9 +84,9 @@ void OpenedSheet::RunThread(int extensions, int pagesOfEach) {
     objects.clear();
     factory.reset();
     if (afterwards) afterwards();
-    CoUninitialize();
-    DestroyWindow(runner);
-    SetEvent(ended);
+    apartment.reset();
+    ownRunner.Reset();
+    SetEvent(ended.Get());
 }
 
 void OpenedSheet::OpenSheet() {

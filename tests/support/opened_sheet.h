@@ -13,6 +13,7 @@
 #include <thread>
 #include <vector>
 
+#include "platform/unique_resource.h"
 #include "tests/support/module_under_test.h"
 
 namespace kvn::test {
@@ -79,7 +80,7 @@ private:
     void RunThread(int extensions, int pagesOfEach);
     void OpenSheet();
     void CancelEverything() const;
-    bool HasEnded() const { return WaitForSingleObject(ended, 0) == WAIT_OBJECT_0; }
+    bool HasEnded() const { return WaitForSingleObject(ended.Get(), 0) == WAIT_OBJECT_0; }
 
     const ModuleUnderTest& module;
     ComPointer<IClassFactory> factory;
@@ -91,7 +92,7 @@ private:
     std::atomic<HWND> runner = nullptr;  // a hidden window of the thread, which does the work that is sent to it
     std::atomic<DWORD> threadId = 0;
     std::atomic<INT_PTR> answer = 0;
-    HANDLE ended;
+    const platform::UniqueKernelObject ended;
     std::thread thread;
 };
 

@@ -38,7 +38,7 @@ void PageTest::Choose(int control, int data) const {
         const auto report = [=](WORD notification) {
             SendMessageW(pane, WM_COMMAND, MAKEWPARAM(control, notification), reinterpret_cast<LPARAM>(combo));
         };
-        SendMessageW(combo, CB_SETCURSEL, static_cast<WPARAM>(IndexOfData(combo, data)), 0);
+        SelectData(combo, data);
         report(CBN_SELENDOK);
         report(CBN_SELCHANGE);
     });

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "resources/resource.h"
+#include "tests/support/list_contents.h"
 
 namespace kvn::test {
 
@@ -28,14 +29,14 @@ public:
     bool IsOpen() const { return IsWindow(dialog) != FALSE; }
     bool IsEnabled(int button) const { return IsWindowEnabled(Control(button)) != FALSE; }
 
-    std::vector<std::wstring> Profiles() const;
+    std::vector<std::wstring> Profiles() const { return ColumnTexts(Control(IDC_PROFILES_LIST), 0); }
     std::vector<ProgramRow> Programs() const;
     // Only the paths.
-    std::vector<std::wstring> ProgramPaths() const;
-    std::vector<int> SelectedRows(int list) const;
+    std::vector<std::wstring> ProgramPaths() const { return ColumnTexts(Control(IDC_PROFILES_PROGRAMS), 1); }
+    std::vector<int> SelectedRows(int list) const { return SelectedRowsOf(Control(list)); }
 
     // Selects these rows and no others.
-    void SelectRows(int list, const std::vector<int>& rows) const;
+    void SelectRows(int list, const std::vector<int>& rows) const { test::SelectRows(Control(list), rows); }
     void SelectProfiles(const std::vector<int>& rows) const { SelectRows(IDC_PROFILES_LIST, rows); }
     void SelectPrograms(const std::vector<int>& rows) const { SelectRows(IDC_PROFILES_PROGRAMS, rows); }
 
@@ -48,8 +49,6 @@ public:
 
 private:
     explicit ProfileEditorDialog(HWND window) : dialog(window) {}
-    int RowCount(int list) const;
-    std::wstring CellText(int list, int row, int column) const;
 
     HWND dialog;
 };

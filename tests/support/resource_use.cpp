@@ -63,6 +63,47 @@ std::size_t CountUserObjects() {
         kManyProbes, [] { return CreateMenu(); }, IndexOf<HMENU>, [](HMENU menu) { DestroyMenu(menu); });
 }
 
+// How Wine's heap looks where it keeps small blocks in groups.
+struct BlockHeader {
+    WORD size;    // with this header, in units
+    WORD unused;  // bytes at the end
+    WORD index;
+    BYTE type;
+    BYTE flags;
+};
+struct BlockGroup {
+    void* links[2];
+    LONG freeBlocks;  // a bit for each
+    LONG thread;
+    BlockHeader first;  // the other blocks follow
+};
+static_assert(sizeof(BlockHeader) == 8 && offsetof(BlockGroup, first) == 24);
+constexpr BYTE kIsGroup = 0x80;
+constexpr std::size_t kSizeUnit = 16;
+constexpr std::size_t kBlocksOfGroup = 31;
+
+bool IsGroup(const PROCESS_HEAP_ENTRY& entry) {
+    return HeapListsGroups() && (static_cast<const BlockHeader*>(entry.lpData)[-1].flags & kIsGroup) != 0;
+}
+
+HeapUse UseOfGroup(const BlockGroup& group) {
+    HeapUse use;
+    const std::size_t size = group.first.size * kSizeUnit;
+    const auto* block = reinterpret_cast<const char*>(&group.first);
+    for (std::size_t i = 0; i < kBlocksOfGroup; ++i, block += size) {
+        if ((group.freeBlocks >> i & 1) != 0) continue;
+        ++use.blocks;
+        use.bytes += size - sizeof(BlockHeader) - reinterpret_cast<const BlockHeader*>(block)->unused;
+    }
+    return use;
+}
+
+HeapUse UseOfEntry(const PROCESS_HEAP_ENTRY& entry) {
+    if ((entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) == 0) return {};
+    if (IsGroup(entry)) return UseOfGroup(*static_cast<const BlockGroup*>(entry.lpData));
+    return {1, entry.cbData};
+}
+
 }  // namespace
 
 HeapUse UseOf(HANDLE heap) {
@@ -70,9 +111,9 @@ HeapUse UseOf(HANDLE heap) {
     HeapLock(heap);
     PROCESS_HEAP_ENTRY entry{};
     while (HeapWalk(heap, &entry)) {
-        if ((entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) == 0) continue;
-        ++use.blocks;
-        use.bytes += entry.cbData;
+        const HeapUse part = UseOfEntry(entry);
+        use.blocks += part.blocks;
+        use.bytes += part.bytes;
     }
     HeapUnlock(heap);
     return use;

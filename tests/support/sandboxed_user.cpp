@@ -19,6 +19,13 @@ std::wstring UniqueName() {
     return std::to_wstring(GetCurrentProcessId()) + L"-" + std::to_wstring(++number);
 }
 
+// The user's own root, whatever stands in its place.
+platform::UniqueRegistryKey CurrentUser() {
+    platform::UniqueRegistryKey user;
+    RegOpenCurrentUser(KEY_ALL_ACCESS, user.Receive());
+    return user;
+}
+
 std::wstring MakeTemporaryFolder() {
     wchar_t temporary[MAX_PATH + 1]{};
     GetTempPathW(MAX_PATH, temporary);
@@ -40,23 +47,17 @@ void Remove(const std::wstring& folder) {
 }  // namespace
 
 SandboxedHive::SandboxedHive(HKEY root) : overriddenRoot(root), path(kSandboxes + UniqueName()) {
-    HKEY user = nullptr;
-    RegOpenCurrentUser(KEY_ALL_ACCESS, &user);
-    const LSTATUS made = RegCreateKeyExW(user, path.c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_ALL_ACCESS,
-                                         nullptr, &sandbox, nullptr);
-    RegCloseKey(user);
-    if (made != ERROR_SUCCESS || RegOverridePredefKey(root, sandbox) != ERROR_SUCCESS) {
+    const LSTATUS made = RegCreateKeyExW(CurrentUser().Get(), path.c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE,
+                                         KEY_ALL_ACCESS, nullptr, sandbox.Receive(), nullptr);
+    if (made != ERROR_SUCCESS || RegOverridePredefKey(root, sandbox.Get()) != ERROR_SUCCESS) {
         throw std::runtime_error("the registry sandbox could not be made");
     }
 }
 
 SandboxedHive::~SandboxedHive() {
     RegOverridePredefKey(overriddenRoot, nullptr);
-    RegCloseKey(sandbox);
-    HKEY user = nullptr;
-    RegOpenCurrentUser(KEY_ALL_ACCESS, &user);
-    SHDeleteKeyW(user, path.c_str());
-    RegCloseKey(user);
+    sandbox.Reset();
+    SHDeleteKeyW(CurrentUser().Get(), path.c_str());
 }
 
 SandboxedUser::SandboxedUser() : hive(HKEY_CURRENT_USER), ownFolder(MakeTemporaryFolder()), applicationData(ownFolder) {

@@ -6,6 +6,8 @@
 
 #include <string>
 
+#include "platform/unique_resource.h"
+
 namespace kvn::test {
 
 // While it lives, this process finds an empty key in the place of one of the registry's roots.
@@ -18,7 +20,7 @@ public:
 
 private:
     HKEY overriddenRoot;
-    HKEY sandbox = nullptr;
+    platform::UniqueRegistryKey sandbox;
     std::wstring path;
 };
 

@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <string>
 
+#include "platform/unique_resource.h"
 #include "tests/support/window_search.h"
 
 namespace kvn::test {
@@ -23,14 +24,17 @@ std::wstring DescribeOpenDialogs() {
     return described;
 }
 
+// Waits for a reaction that has begun.
+void EndTimer(HANDLE timer) {
+    DeleteTimerQueueTimer(nullptr, timer, INVALID_HANDLE_VALUE);
+}
+
 class Watchdog : public testing::EmptyTestEventListener {
     void OnTestStart(const testing::TestInfo& test) override {
         name = std::string(test.test_suite_name()) + "." + test.name();
-        CreateTimerQueueTimer(&timer, nullptr, OnHang, this, kLongestTestMilliseconds, 0, WT_EXECUTEONLYONCE);
+        CreateTimerQueueTimer(timer.Receive(), nullptr, OnHang, this, kLongestTestMilliseconds, 0, WT_EXECUTEONLYONCE);
     }
-    void OnTestEnd(const testing::TestInfo& /*test*/) override {
-        DeleteTimerQueueTimer(nullptr, timer, INVALID_HANDLE_VALUE);
-    }
+    void OnTestEnd(const testing::TestInfo& /*test*/) override { timer.Reset(); }
     static void CALLBACK OnHang(void* watchdog, BOOLEAN /*fired*/) {
         std::fprintf(stderr, "%s hangs. Open windows:\n%ls", static_cast<Watchdog*>(watchdog)->name.c_str(),
                      DescribeOpenDialogs().c_str());
@@ -39,7 +43,7 @@ class Watchdog : public testing::EmptyTestEventListener {
     }
 
     std::string name;
-    HANDLE timer = nullptr;
+    platform::Owned<HANDLE, &EndTimer> timer;
 };
 
 }  // namespace

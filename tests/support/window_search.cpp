@@ -1,5 +1,7 @@
 #include "tests/support/window_search.h"
 
+#include "tests/support/window_messages.h"
+
 namespace kvn::test {
 namespace {
 
@@ -35,10 +37,10 @@ std::wstring ClassOf(HWND window) {
 }
 
 std::wstring TextOf(HWND window) {
-    const auto length = static_cast<std::size_t>(SendMessageW(window, WM_GETTEXTLENGTH, 0, 0));
+    const auto length = static_cast<std::size_t>(Send(window, WM_GETTEXTLENGTH));
     std::wstring text(length + 1, L'\0');
-    SendMessageW(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()));
-    text.resize(length);
+    const LRESULT copied = Send(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()));
+    text.resize(static_cast<std::size_t>(copied));
     return text;
 }
 

@@ -1,4 +1,4 @@
-// Finds windows of this process and reads their content.
+// Finds windows and reads their content.
 #pragma once
 
 #include <windows.h>
@@ -10,6 +10,7 @@
 namespace kvn::test {
 
 std::wstring ClassOf(HWND window);
+// As the window itself says.
 std::wstring TextOf(HWND window);
 // A top-level window's title, without waiting for its thread.
 std::wstring TitleOf(HWND window);

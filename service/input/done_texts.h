@@ -1,4 +1,4 @@
-// The input that a function makes, in English words for the log.
+// What was done, in English words for the log.
 #pragma once
 
 #include <string>
@@ -7,6 +7,11 @@
 #include "service/engine/orders.h"
 
 namespace kvn::service {
+
+// Where there was nothing to do.
+inline constexpr wchar_t kNothingDone[] = L"nothing";
+
+std::wstring TextOfScroll(bool isToTheLeft);
 
 // "Ctrl+C", "left button", "scrolled left"; "nothing" for an action that makes no input.
 std::wstring TextOfInput(const Order& order, const FunctionRow& row);

@@ -1,4 +1,4 @@
-#include "service/input/key_texts.h"
+#include "service/input/done_texts.h"
 
 #include <algorithm>
 #include <array>
@@ -16,21 +16,28 @@ struct TextRow {
     const wchar_t* text;
 };
 
+constexpr const wchar_t* kScrolledLeft = L"scrolled left";
+constexpr const wchar_t* kScrolledRight = L"scrolled right";
+
 constexpr std::array<TextRow, 4> kTexts{{
     {Action::SwitchPrograms, L"Alt+Tab"},
     {Action::DoubleClick, L"double click"},
-    {Action::ScrollLeft, L"scrolled left"},
-    {Action::ScrollRight, L"scrolled right"},
+    {Action::ScrollLeft, kScrolledLeft},
+    {Action::ScrollRight, kScrolledRight},
 }};
 
 }  // namespace
+
+std::wstring TextOfScroll(bool isToTheLeft) {
+    return isToTheLeft ? kScrolledLeft : kScrolledRight;
+}
 
 std::wstring TextOfInput(const Order& order, const FunctionRow& row) {
     if (row.action == Action::PressChosenKeys) return model::EtcKeyToText(order.keys);
     if (row.action == Action::PressKeys) return model::EtcKeyToText({row.keys});
     if (row.action == Action::PressButton) return kButtonTexts[static_cast<std::size_t>(row.button)];
     const auto text = std::ranges::find(kTexts, row.action, &TextRow::action);
-    return text == kTexts.end() ? L"nothing" : text->text;
+    return text == kTexts.end() ? kNothingDone : text->text;
 }
 
 }  // namespace kvn::service

@@ -1,0 +1,39 @@
+# shellcheck shell=bash
+# A Windows of a test's own: a Wine prefix, a display that nobody sees, and a folder $state for files. All of it ends with
+# the script, and before it the processes in $helper_pids. Meant to be sourced, with `set -euo pipefail` already in force.
+# shellcheck source=scripts/common.sh
+. "$(dirname "${BASH_SOURCE[0]}")/../../scripts/common.sh"
+
+state=
+display_pid=
+helper_pids=()
+
+finish() {
+    local status=$?
+    trap - EXIT INT TERM
+    [ ${#helper_pids[@]} -eq 0 ] || kill "${helper_pids[@]}" 2>/dev/null || true
+    [ -z "$state" ] || wineserver -k || true  # never the user's own Wine
+    [ -z "$display_pid" ] || kill "$display_pid" 2>/dev/null || true
+    if [ -n "$state" ]; then
+        chmod -R u+w "$state" || true
+        rm -rf "$state"
+    fi
+    exit "$status"
+}
+trap finish EXIT
+trap 'exit 130' INT
+trap 'exit 143' TERM
+
+# Sets the environment for the Wine prefix of this name, and makes the folder.
+claim_windows() {
+    use_wine_prefix "$1"
+    state=$build/$1-test
+    rm -rf "$state"
+    mkdir -p "$state"
+}
+
+# Starts the display and Wine.
+open_windows() {
+    start_display "$state"
+    prepare_wine_prefix x11
+}

@@ -1,0 +1,53 @@
+// Asking windows of any process by messages. One that does not answer while there is patience ends the test.
+#pragma once
+
+#include <windows.h>
+
+#include <cstddef>
+#include <stdexcept>
+#include <string>
+
+#include "platform/unique_resource.h"
+
+namespace kvn::test {
+
+// What a window cannot be asked; its text names the window.
+class NoAnswer : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+// Its class, title and id, for reports.
+std::string Describe(HWND window);
+
+LRESULT Send(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
+
+// Memory in the process of a window: pointers in the messages of common controls are not carried across processes.
+class WindowMemory {
+public:
+    WindowMemory(HWND window, std::size_t bytes);
+    WindowMemory(const WindowMemory&) = delete;
+    WindowMemory& operator=(const WindowMemory&) = delete;
+    ~WindowMemory();
+
+    LPARAM Address() const { return reinterpret_cast<LPARAM>(address); }
+    void WriteFrom(const void* copy) const;
+    void ReadTo(void* copy) const;
+
+private:
+    platform::UniqueKernelObject process;
+    void* address = nullptr;
+    std::size_t size;
+};
+
+// Sends a message whose lParam points to this structure; the structure as the window leaves it.
+template <typename Structure>
+Structure Exchange(HWND window, UINT message, WPARAM wParam, Structure content) {
+    const WindowMemory memory(window, sizeof content);
+    memory.WriteFrom(&content);
+    Send(window, message, wParam, memory.Address());
+    memory.ReadTo(&content);
+    return content;
+}
+
+}  // namespace kvn::test
