@@ -1,5 +1,5 @@
 // The thread for everything that must not wait for the worker: ends, repeats, steps of scrolling, flying notches, the
-// trail. It waits without Windows' messages, so it must own no window.
+// trail. It does not serve messages, so it must own no window.
 #pragma once
 
 #include "service/input/performer_state.h"
