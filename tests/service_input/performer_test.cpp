@@ -257,7 +257,7 @@ TEST_F(PerformerTest, ItsEndDoesNotWaitForAWorkerThatHangs) {
 
 // The thread lets go of the outlets when it has ended.
 TEST_F(PerformerTest, AKeeperThatHungCallsNobodyAfterTheEnd) {
-    ResetEvent(mayGoOn);
+    ResetEvent(mayGoOn.Get());
     std::atomic<int> calls = 0;
     auto outletLives = std::make_shared<int>();
     const std::weak_ptr<int> threadLives = outletLives;
@@ -266,7 +266,7 @@ TEST_F(PerformerTest, AKeeperThatHungCallsNobodyAfterTheEnd) {
         ownList, service::Performer::Outlets{.onDone = {},
                                              .onStroke = [this, &calls, kept = std::move(outletLives)](const Order&) {
                                                  ++calls;
-                                                 WaitForSingleObject(mayGoOn, INFINITE);
+                                                 WaitForSingleObject(mayGoOn.Get(), INFINITE);
                                              }});
     ASSERT_TRUE(hanging->Start());
     service::Orders stroke;
@@ -278,7 +278,7 @@ TEST_F(PerformerTest, AKeeperThatHungCallsNobodyAfterTheEnd) {
     hanging->Take(stroke);
     Await("the keeper", [&] { return calls == 1; });
     hanging.reset();
-    SetEvent(mayGoOn);
+    SetEvent(mayGoOn.Get());
     ASSERT_TRUE(ComesTrue([&] { return threadLives.expired(); }));
     EXPECT_EQ(calls, 1);
 }
