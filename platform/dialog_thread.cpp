@@ -40,8 +40,7 @@ void DialogThread::Open(std::function<void()> show) {
         shared.isOpen = false;
     };
     bool isStarted = false;
-    Completes(
-        [&] { isStarted = static_cast<bool>(StartThread<State>(state, body, THREAD_PRIORITY_NORMAL)); });
+    Completes([&] { isStarted = static_cast<bool>(StartThread<State>(state, body, THREAD_PRIORITY_NORMAL)); });
     if (!isStarted) state->isOpen = false;
 }
 
