@@ -6,6 +6,7 @@
 #include <string>
 
 #include "model/setting_field.h"
+#include "platform/unique_resource.h"
 
 namespace kvn::service_end_to_end {
 
