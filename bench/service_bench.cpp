@@ -292,7 +292,8 @@ void WarmUp(DWORD milliseconds) {
 }
 
 void BenchPrivateMemory(Report& report, const ServiceProgram& service) {
-    constexpr DWORD kFullWarmUp = 60'000, kQuickWarmUp = 10'000;
+    constexpr DWORD kFullWarmUp = 60'000;
+    constexpr DWORD kQuickWarmUp = 10'000;
     constexpr int kFullMore = 20'000;
     constexpr int kQuickMore = 3'000;
     WarmUp(report.IsQuick() ? kQuickWarmUp : kFullWarmUp);

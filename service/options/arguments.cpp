@@ -26,7 +26,9 @@ void AppendQuoted(std::wstring& line, const std::wstring& argument) {
 // Windows takes longer paths only in this form. A file that is being saved has a longer name for a while.
 std::wstring WithoutLimit(const std::wstring& path) {
     constexpr std::size_t kLongestPlainPath = MAX_PATH - 16;
-    constexpr std::wstring_view kServer = LR"(\\)", kDevice = LR"(\\.\)", kUnlimited = LR"(\\?\)";
+    constexpr std::wstring_view kServer = LR"(\\)";
+    constexpr std::wstring_view kDevice = LR"(\\.\)";
+    constexpr std::wstring_view kUnlimited = LR"(\\?\)";
     if (path.size() <= kLongestPlainPath || path.starts_with(kUnlimited) || path.starts_with(kDevice)) return path;
     if (path.starts_with(kServer)) return LR"(\\?\UNC\)" + path.substr(kServer.size());
     return std::wstring(kUnlimited) + path;

@@ -46,7 +46,7 @@ std::wstring RemovingFolder(const std::wstring& folder) {
 }
 
 void RunOnHost(const std::wstring& folder, const std::wstring& line) {
-    if (!StartProcess(line, 0, folder.c_str()).process) {
+    if (!StartProcess(line, 0, folder.c_str()).hasStarted) {
         throw std::runtime_error("a program of the host cannot be run");
     }
 }

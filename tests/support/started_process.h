@@ -10,8 +10,10 @@
 namespace kvn::test {
 
 struct StartedProcess {
-    platform::UniqueKernelObject process;  // empty when it cannot be started
-    platform::UniqueKernelObject thread;   // its first one
+    bool hasStarted = false;
+    // Empty if it has not started, and for a program of Wine's host.
+    platform::UniqueKernelObject process;
+    platform::UniqueKernelObject thread;  // its first one
 };
 
 // The command line begins with the program, in quotation marks where its path may hold blanks. The flags are those of
@@ -24,7 +26,7 @@ inline StartedProcess StartProcess(std::wstring commandLine, DWORD flags = 0, co
                         &started)) {
         return {};
     }
-    return {platform::UniqueKernelObject(started.hProcess), platform::UniqueKernelObject(started.hThread)};
+    return {true, platform::UniqueKernelObject(started.hProcess), platform::UniqueKernelObject(started.hThread)};
 }
 
 }  // namespace kvn::test
