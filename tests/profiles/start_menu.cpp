@@ -7,7 +7,6 @@
 #include <shlobj.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -46,7 +45,7 @@ std::wstring RemovingFolder(const std::wstring& folder) {
 }
 
 void RunOnHost(const std::wstring& folder, const std::wstring& line) {
-    if (!StartProcess(line, 0, folder.c_str()).process) {
+    if (!StartProcess(line, 0, folder.c_str()).isStarted) {
         throw std::runtime_error("a program of the host cannot be run");
     }
 }

@@ -10,7 +10,8 @@
 namespace kvn::test {
 
 struct StartedProcess {
-    platform::UniqueKernelObject process;  // empty when it cannot be started
+    bool isStarted = false;
+    platform::UniqueKernelObject process;  // empty when it cannot be started, and of a program of Wine's host
     platform::UniqueKernelObject thread;   // its first one
 };
 
@@ -24,7 +25,7 @@ inline StartedProcess StartProcess(std::wstring commandLine, DWORD flags = 0, co
                         &started)) {
         return {};
     }
-    return {platform::UniqueKernelObject(started.hProcess), platform::UniqueKernelObject(started.hThread)};
+    return {true, platform::UniqueKernelObject(started.hProcess), platform::UniqueKernelObject(started.hThread)};
 }
 
 }  // namespace kvn::test
