@@ -146,6 +146,7 @@ void BarePage::ChooseProfile(int index) const {
 
 void BarePage::Choose(int control, int data) const {
     const HWND combo = PaneControl(control);
+    if (combo == nullptr) return;  // its pane could not be made
     SelectData(combo, data);
     SendMessageW(ButtonPane(), WM_COMMAND, MAKEWPARAM(control, CBN_SELENDOK), reinterpret_cast<LPARAM>(combo));
 }
