@@ -10,8 +10,9 @@ namespace {
 constexpr UINT kPatienceMilliseconds = 1'000;
 // After that Windows waits for the hook no longer, so nobody keeps the release any more.
 constexpr int kLooksAtRelease = 3;
-// How much earlier or later than the press the hook may have seen it; tick counts wrap around.
-constexpr std::uint32_t kEarlierMilliseconds = 250, kLaterMilliseconds = 60'000;
+// How much earlier or later than the press the hook may have seen its last one; tick counts wrap around. The window may
+// hear of a press in a flood of them minutes after the hook, which has seen many others since.
+constexpr std::uint32_t kEarlierMilliseconds = 250, kLaterMilliseconds = 24 * 60 * 60'000;
 constexpr UINT_PTR kPressTimer = static_cast<UINT_PTR>(Timer::HookCheck);
 constexpr UINT_PTR kReleaseTimer = static_cast<UINT_PTR>(Timer::ReleaseCheck);
 
