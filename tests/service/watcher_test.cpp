@@ -6,10 +6,13 @@
 #include <algorithm>
 #include <chrono>
 #include <cstddef>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include "service/lifecycle/processes.h"
 #include "service/lifecycle/shared_state.h"
+#include "tests/service/idle_program.h"
 #include "tests/service/program.h"
 #include "tests/support/platform.h"
 #include "tests/support/process_use.h"
@@ -101,6 +104,17 @@ protected:
             seconds.push_back(std::chrono::duration<double>(taken).count());
         } while (seconds.size() < kTries);
         ADD_FAILURE() << "seconds until the end: " << testing::PrintToString(seconds);
+    }
+
+    // The private memory of a process: the same before and after another program's life.
+    double SettledKilobytes(HANDLE process, const char* program, const char* option) const {
+        double now = 0;
+        return Await("a process to settle", [&] {
+            const auto use = test::UseOf(process, program, option);
+            const double before = std::exchange(now, use ? use->privateKilobytes : 0);
+            EXPECT_EQ(Run({L"--version"}).exitCode, 0U);
+            return now == before ? now : 0;
+        });
     }
 
     SharedMemory memory;
@@ -206,10 +220,23 @@ std::wstring LibrariesOf(DWORD process) {
     return names;
 }
 
-double PrivateKilobytes(const UniqueKernelObject& process, const char* program, const char* option) {
-    const auto use = test::UseOf(process.Get(), program, option);
-    return use ? use->privateKilobytes : 0;
-}
+// A program that does nothing, with these libraries.
+class IdleProgram {
+public:
+    explicit IdleProgram(const std::wstring& libraries)
+        : process(test::StartProcess(service::ProgramFolder() + L"idle_program.exe" + libraries).process) {
+        Await("the idle program", [this] { return WaitForSingleObject(ready.Get(), 0) == WAIT_OBJECT_0; });
+    }
+    IdleProgram(const IdleProgram&) = delete;
+    IdleProgram& operator=(const IdleProgram&) = delete;
+    ~IdleProgram() { TerminateProcess(process.Get(), 0); }
+
+    HANDLE Process() const { return process.Get(); }
+
+private:
+    const UniqueKernelObject ready{CreateEventW(nullptr, TRUE, FALSE, kIdleProgramIsReady)};
+    const UniqueKernelObject process;
+};
 
 // Under Wine the libraries' own data count, which Windows shares among all programs: there it is what the watcher has
 // beyond a program that does nothing.
@@ -219,18 +246,12 @@ TEST_F(WatcherTest, TheWatcherTakesLessThanTwoMegabytes) {
     const DWORD id = AwaitWatcherOtherThan(0);
     const UniqueKernelObject watcher(
         OpenProcess(PROCESS_QUERY_INFORMATION | PROCESS_VM_READ | PROCESS_DUP_HANDLE, FALSE, id));
-    const UniqueKernelObject idle =
-        test::StartProcess(service::ProgramFolder() + L"idle_program.exe" + LibrariesOf(id)).process;
-    ASSERT_TRUE(idle);
-    double taken = 0;
-    const auto isLittle = [&] {
-        taken = PrivateKilobytes(watcher, "KvnMouseApl.exe", "--watch");
-        if (test::RunsUnderWine()) taken -= PrivateKilobytes(idle, "idle_program.exe", ".dll");
-        return taken < kLimit;
-    };
-    EXPECT_TRUE(test::ComesTrue(isLittle)) << taken << " KiB";
-    EXPECT_GT(PrivateKilobytes(watcher, "KvnMouseApl.exe", "--watch"), 0);
-    TerminateProcess(idle.Get(), 0);
+    double taken = SettledKilobytes(watcher.Get(), "KvnMouseApl.exe", "--watch");
+    if (test::RunsUnderWine()) {
+        const IdleProgram idle(LibrariesOf(id));
+        taken -= SettledKilobytes(idle.Process(), "idle_program.exe", ".dll");
+    }
+    EXPECT_LT(taken, kLimit);
 }
 
 }  // namespace
