@@ -58,8 +58,8 @@ model::MouseSettings ManyProfiles() {
     return settings;
 }
 
-// The window above which the dialogs open. A modal dialog tells its owner each time when it has nothing more to do: it
-// is painted then.
+// The window above which the dialogs open. A modal dialog notifies its owner each time it becomes idle: it has been
+// painted then.
 class Owner {
 public:
     Owner()

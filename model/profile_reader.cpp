@@ -18,7 +18,7 @@ const TiXmlText* TextNodeOf(const TiXmlElement& element) {
     return child == nullptr ? nullptr : child->ToText();
 }
 
-// Text of at most so many bytes of the file.
+// The element's text, decoded from at most maxBytes bytes of the file.
 std::wstring DecodedText(const TiXmlElement& element, const TextCodec& codec, std::size_t maxBytes) {
     const TiXmlText* node = TextNodeOf(element);
     if (node == nullptr) return {};

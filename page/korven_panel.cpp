@@ -33,7 +33,7 @@ constexpr INT_PTR kLastShellExecuteError = 32;
 enum Tab { kButtonTab, kGestureTab };
 constexpr std::array<UINT, 2> kTabTitles{IDS_TAB_BUTTONS, IDS_TAB_GESTURES};
 
-// Combo-box notifications that come with a change; the others only tell of the focus or of a list that was left.
+// Combo-box notifications that come with a change; the others only report the focus or a list that was left.
 constexpr std::array<UINT, 7> kChangingNotifications{CBN_SELCHANGE, CBN_DBLCLK,  CBN_EDITCHANGE, CBN_EDITUPDATE,
                                                      CBN_DROPDOWN,  CBN_CLOSEUP, CBN_SELENDOK};
 

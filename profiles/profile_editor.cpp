@@ -74,7 +74,7 @@ private:
     void OnProfilesSelected();
     void OnProgramsSelected();
 
-    // The only selected profile; tells the user when there is none or more than one.
+    // The only selected profile; reports to the user if there is none or more than one.
     std::optional<std::size_t> AskForOneProfile() const;
     // The name that the user gives a profile; nothing when the user cancels.
     std::optional<std::wstring> AskForName(ProfileNameMode mode, std::wstring_view current = {}) const;

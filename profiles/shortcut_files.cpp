@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::size_t kMaxPath = 1039;
 
-// What tells one folder from every other, by whatever path it was reached.
+// Identifies a folder, regardless of the path by which it was reached.
 struct FolderIdentity {
     DWORD volume;
     DWORD indexHigh;

@@ -23,8 +23,8 @@ public:
 
     bool Start();
 
-    // The rest is for the hook thread: it allocates no memory, takes no lock, and never waits. False while so many
-    // orders wait that those of an event might not fit: then no press should be kept.
+    // The rest is for the hook thread: it allocates no memory, takes no lock, and never waits. False while
+    // there may be no room for the orders of one more event: then no press should be kept.
     bool HasRoom() const;
     void Take(const Orders& orders);
 

@@ -90,7 +90,7 @@ void ProcessGroup::KillAll() const {
 std::wstring ProgramFolder() {
     std::array<wchar_t, 1024> path{};
     const DWORD length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
-    if (length == 0 || length == path.size()) throw StoryError("cannot tell where the programs are");
+    if (length == 0 || length == path.size()) throw StoryError("the programs' folder is unknown");
     const std::wstring program(path.data(), length);
     return program.substr(0, program.find_last_of(L'\\') + 1);
 }

@@ -78,7 +78,7 @@ int MemoryFaultTest::SweepRefusals(const Rounds& rounds, const Sweep& sweep) {
         ExpectNoDamage();
         sweep.check();
         ++made;
-        if (HasFailure() || (sweep.isEnough && sweep.isEnough())) break;  // the first failure tells it
+        if (HasFailure() || (sweep.isEnough && sweep.isEnough())) break;  // the first failure is enough
     }
     return made;
 }

@@ -1,6 +1,6 @@
 // The page as users of several languages see it, and what of it stays the same for all of them. Wine takes the user's
-// language from the environment, so each has a copy of this program; KVN_EXPECTED_LANGUAGE tells the copy in which of
-// the module's languages it is to find everything.
+// language from the environment, so each has a copy of this program; KVN_EXPECTED_LANGUAGE names the language in
+// which the copy must find everything.
 #include <windows.h>
 
 #include <commctrl.h>

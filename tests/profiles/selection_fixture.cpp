@@ -101,7 +101,7 @@ void SelectionTest::ClickAt(POINT point) const {
     SetCursorPos(point.x, point.y);
     NMITEMACTIVATE notification{};
     notification.hdr = {List(), IDC_PROGRAMS_LIST, static_cast<UINT>(NM_CLICK)};
-    // Not where the click was: the cursor alone tells.
+    // Not where the click was: only the cursor counts.
     notification.iItem = 99;
     SendMessageW(dialog, WM_NOTIFY, IDC_PROGRAMS_LIST, reinterpret_cast<LPARAM>(&notification));
 }

@@ -29,7 +29,7 @@ void SetShellFolder(HKEY root, const wchar_t* name, const std::wstring& folder) 
     RegSetKeyValueW(root, kShellFolders, name, REG_SZ, folder.c_str(), bytes);
 }
 
-// Wine makes no links, and cannot tell a tree with links from an endless one: its host's own programs do both. They are
+// Wine makes no links, and mistakes a tree with links for an endless one: its host's own programs do both. They are
 // not waited for by their handles, which are not theirs. On Windows the command shell does it.
 constexpr wchar_t kWinesHost[] = L"Z:\\bin\\";
 

@@ -17,8 +17,8 @@ using platform::ServiceButton;
 using platform::ServiceMessage;
 
 constexpr wchar_t kClassName[] = L"KvnStandInService";
-// The applications' range around the protocol: an unknown number in it is answered with 0 and logged, since it tells
-// of a mistake on the page's side.
+// The applications' range around the protocol: an unknown number in it is answered with 0 and logged, since it is
+// a mistake of the page.
 constexpr UINT kFirstPrivateMessage = WM_APP;
 constexpr UINT kLastPrivateMessage = WM_APP + 0xFF;
 
@@ -108,7 +108,7 @@ bool ServiceWindow::Create(HINSTANCE instance) {
     if (RegisterClassExW(&windowClass) == 0) return false;
     const HWND created = CreateWindowExW(0, kClassName, platform::kServiceName, WS_OVERLAPPEDWINDOW, CW_USEDEFAULT,
                                          CW_USEDEFAULT, 760, 320, nullptr, nullptr, instance, this);
-    // The first ShowWindow of a process may be overridden by whoever started it; hidden needs no call at all.
+    // The first ShowWindow of a process may be overridden by the program that started it; hidden needs no call at all.
     if (created != nullptr && options.showWindow) ShowWindow(created, SW_SHOWNORMAL);
     return created != nullptr;
 }

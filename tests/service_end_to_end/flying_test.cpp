@@ -19,7 +19,7 @@ using namespace std::chrono_literals;
 
 constexpr int kNotchesOfFlick = 6;
 // A flight begins with 8 * S notches a second, which halve every 0.7 s, until fewer than 2 a second are left: it lasts
-// 0.7 s * log2(8 * S / 2), and has so many notches as lie below that curve.
+// 0.7 s * log2(8 * S / 2), and has as many notches as lie below that curve.
 constexpr std::size_t kNotchesOfSlowest = 6, kNotchesOfFastest = 78;
 constexpr Flying kSlowest{.flicks = 1, .scrollSpeed = 1}, kFastest{.flicks = 1, .scrollSpeed = 10};
 // At the highest speed the first notch is due after 13 ms.

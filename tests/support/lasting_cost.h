@@ -22,8 +22,8 @@ LastingCost CostOf(const std::function<void()>& deed);
 // A thread that shows a field for text and ends.
 void ShowTextField();
 
-// A thread in which drop-down lists with so many entries in all end without a word to their own procedures, and then a
-// field for text as above: so the page has always ended.
+// A thread in which drop-down lists with `entries` entries in all end without a word to their own procedures, and then
+// a field for text as above: so the page has always ended.
 void ShowUnheardChoosers(std::size_t choosers, std::size_t entries);
 
 }  // namespace kvn::test

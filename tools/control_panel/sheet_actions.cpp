@@ -29,7 +29,7 @@ void SelectTab(HWND page, int index) {
     if (!tabs || index >= TabCtrl_GetItemCount(tabs)) {
         throw HostError{L"The page has no tab " + std::to_wstring(index) + L"."};
     }
-    // Unlike TCM_SETCURSEL this tells the page, as a click does.
+    // Unlike TCM_SETCURSEL this notifies the page, as a click does.
     TabCtrl_SetCurFocus(tabs, index);
 }
 
