@@ -37,7 +37,7 @@ void LeakCheck::ExpectNothing() {
     // The dialog manager is told that the end of the page's window was dealt with, which leaves the dialog's font
     // behind.
     const auto fonts = static_cast<std::size_t>(page.Openings() - openings);
-    const std::size_t limit = gdiObjects + fonts + ObjectsKeptOfALayeredWindow();
+    const std::size_t limit = gdiObjects + fonts + ObjectsKeptOfAWindow();
     EXPECT_TRUE(ComesTrue([&] { return CountGdiObjects(kProbes) <= limit; }, kLateFreeing))
         << CountGdiObjects(kProbes) << " GDI objects, " << gdiObjects << " before, " << fonts << " fonts";
     EXPECT_LE(CountKernelHandles(kProbes), kernelHandles + kHandleSlack);

@@ -451,9 +451,14 @@ class Service(InstallationFixture):
         """Makes processes hang."""
         self.assertNotEqual(hung, {})
         self.addCleanup(import_registry, NOTHING_PENDING)
-        for sign in (signal.SIGKILL, signal.SIGCONT):  # the last one first
-            self.addCleanup(send, sign, hung)
+        self.addCleanup(self.kill, hung)
         send(signal.SIGSTOP, hung)
+
+    @staticmethod
+    def kill(hung: dict[int, str]) -> None:
+        """Kills processes while they hang: a watcher that went on would start a service that nobody ends."""
+        send(signal.SIGKILL, hung)
+        wait_until(lambda: not hung.keys() & processes("KvnMouseApl.exe").keys(), "the end of what hangs")
 
     def test_installing_starts_the_service(self):
         self.assertEqual(install(), 0)

@@ -25,10 +25,11 @@ inline std::size_t StepOfPrivateMemory() {
     return WineVersion() >= 10 ? 8192 * kKibibyte : 0;
 }
 
-// What a layered window was painted on stays until a later window of the same program needs another: two bitmaps and a
-// region, once and not for each window.
-inline std::size_t ObjectsKeptOfALayeredWindow() {
-    return WineVersion() >= 10 ? 3 : 0;
+// What a window was painted on may stay until a later window of the same program needs another: three drawing objects,
+// once and not for each window. On Wine 10 these are two bitmaps and a region of a layered window; on Wine 8 it happens
+// now and then, on a busy machine.
+inline std::size_t ObjectsKeptOfAWindow() {
+    return RunsUnderWine() ? 3 : 0;
 }
 
 // A program that starts finds the resolution that the session began with.
