@@ -4,6 +4,7 @@
 
 #include <array>
 
+#include "tests/support/item_text.h"
 #include "tests/support/window_messages.h"
 
 namespace kvn::test {
@@ -36,16 +37,9 @@ int RowCountOf(HWND list) {
 }
 
 std::wstring CellText(HWND list, int row, int column) {
-    std::array<wchar_t, 2048> text{};
-    const WindowMemory textMemory(list, sizeof text);
-    textMemory.WriteFrom(text.data());
     LVITEMW item{};
     item.iSubItem = column;
-    item.pszText = reinterpret_cast<wchar_t*>(textMemory.Address());
-    item.cchTextMax = static_cast<int>(text.size());
-    Exchange(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), item);
-    textMemory.ReadTo(text.data());
-    return text.data();
+    return ItemText(list, LVM_GETITEMTEXTW, row, item);
 }
 
 std::vector<std::wstring> TextsOfRow(HWND list, int row, int columns) {

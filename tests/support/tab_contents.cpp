@@ -2,24 +2,16 @@
 
 #include <commctrl.h>
 
-#include <array>
-
+#include "tests/support/item_text.h"
 #include "tests/support/window_messages.h"
 
 namespace kvn::test {
 namespace {
 
 std::wstring TextOfTab(HWND tabs, int index) {
-    std::array<wchar_t, 64> text{};
-    const WindowMemory textMemory(tabs, sizeof text);
-    textMemory.WriteFrom(text.data());
     TCITEMW item{};
     item.mask = TCIF_TEXT;
-    item.pszText = reinterpret_cast<wchar_t*>(textMemory.Address());
-    item.cchTextMax = static_cast<int>(text.size());
-    Exchange(tabs, TCM_GETITEMW, static_cast<WPARAM>(index), item);
-    textMemory.ReadTo(text.data());
-    return text.data();
+    return ItemText(tabs, TCM_GETITEMW, index, item);
 }
 
 }  // namespace
