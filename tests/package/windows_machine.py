@@ -51,8 +51,12 @@ def read_registry(key: str) -> Registry:
     """A key and all keys below it; nothing when it is not there. Key names are in lower case, as their case is free."""
     with tempfile.TemporaryDirectory() as folder:
         export = pathlib.Path(folder) / "export.reg"
-        run("regedit", "/E", windows_path(export), key)
-        return parse_registry(export.read_text("utf-16")) if export.exists() else {}
+        status, output = run("regedit", "/E", windows_path(export), key)
+        if "Unable to open the registry key" in output:
+            return {}
+        if status != 0 or not export.exists():
+            raise AssertionError(f"{key} could not be read: regedit ended with {status}: {output}")
+        return parse_registry(export.read_text("utf-16"))
 
 
 def parse_registry(export: str) -> Registry:
