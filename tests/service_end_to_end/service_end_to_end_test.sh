@@ -11,14 +11,6 @@ programs=$1
 shift
 tests=${KVN_TEST_PROGRAM:-service_end_to_end_tests}
 
-start_hands() {
-    python3 "$root/tests/service_end_to_end/x_input.py" "$state/port" &
-    helper_pids+=($!)
-    wait_until 20 $! test -s "$state/port"
-    KVN_X_INPUT_PORT=$(<"$state/port")
-    export KVN_X_INPUT_PORT
-}
-
 # Programs that functions open, each replaced by one that only says that it was opened.
 plant_programs() {
     local windows=$WINEPREFIX/drive_c/windows program

@@ -37,3 +37,12 @@ open_windows() {
     start_display "$state"
     prepare_wine_prefix x11
 }
+
+# Starts the mouse and the keyboard of the display, for the programs' XDisplay.
+start_hands() {
+    python3 "$root/tests/support/x_input.py" "$state/port" &
+    helper_pids+=($!)
+    wait_until 20 $! test -s "$state/port"
+    KVN_X_INPUT_PORT=$(<"$state/port")
+    export KVN_X_INPUT_PORT
+}

@@ -13,6 +13,7 @@ the display has taken it:
     under                         answers with the number of the window under the pointer
     pixels X Y WIDTH HEIGHT       answers with the colours there, as RRGGBB one behind the other
     letgo                         releases whatever this program still holds
+    when LINE                     obeys a line; answers with the moment before, as a reading of Wine's performance counter
 
 What a client holds when it goes away is released.
 
@@ -22,6 +23,7 @@ import ctypes
 import pathlib
 import socket
 import sys
+import time
 
 Z_PIXMAP = 2
 REVERT_TO_PARENT = 2
@@ -29,6 +31,7 @@ CURRENT_TIME = 0
 IS_VIEWABLE = 2
 NOTCHES_OF_FLICK = 6
 PAUSE_BETWEEN_FLICKS = 150  # milliseconds
+NANOSECONDS_OF_COUNT = 100  # Wine counts these of the raw monotonic clock
 ALL_PLANES = ctypes.c_ulong(-1)
 
 
@@ -136,6 +139,11 @@ class Display:
         return "".join(data[row * line + 4 * x : row * line + 4 * x + 3][::-1].hex()
                        for row in range(height) for x in range(width))
 
+    def when(self, *words: str) -> str:
+        moment = time.clock_gettime_ns(time.CLOCK_MONOTONIC_RAW) // NANOSECONDS_OF_COUNT
+        self.obey(list(words))
+        return str(moment)
+
     def obey(self, words: list[str]) -> str:
         commands = {
             "press": lambda number: self.button(number, True),
@@ -148,6 +156,7 @@ class Display:
             "focus": self.focus,
             "under": self.under,
             "letgo": self.let_go,
+            "when": self.when,
             "pixels": self.pixels,
         }
         answer = commands[words[0]](*words[1:])
