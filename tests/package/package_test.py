@@ -18,7 +18,7 @@ import zipfile
 
 import make_msi
 from windows_machine import (DRIVE_C, Registry, files_below, import_registry, parse_registry, processes, read_registry,
-                             run, wait_until, windows_path)
+                             run, settled_registry, wait_until, windows_path)
 
 PROGRAMS, STATE = pathlib.Path(sys.argv[1]), pathlib.Path(sys.argv[3])
 VERSION = sys.argv[2]
@@ -382,9 +382,9 @@ class Installation(InstallationFixture):
 
     def test_lower_version_is_refused_and_changes_nothing(self):
         self.assertEqual(install(installer_of(HIGHER_VERSION)), 0)
-        before, services = read_registry(SOFTWARE), running_services()
+        before, services = settled_registry(SOFTWARE), running_services()
         self.assertEqual(msiexec("/i"), REFUSED)
-        self.assertEqual(changes(before, read_registry(SOFTWARE)), {})
+        self.assertEqual(changes(before, settled_registry(SOFTWARE)), {})
         self.assertEqual(INSTALLED_DLL.read_bytes(), dll_of(HIGHER_VERSION))
         self.assertEqual(running_services(), services)
 
@@ -401,7 +401,7 @@ class Installation(InstallationFixture):
         self.assertEqual(start_at_login(), rf'"{WINDOWS_FOLDER}\KvnMouseApl.exe"')
 
     def test_uninstalling_leaves_nothing_but_the_settings(self):
-        registry_before = read_registry(SOFTWARE)
+        registry_before = settled_registry(SOFTWARE)
         folders = [DRIVE_C / "Program Files", DRIVE_C / "windows/Installer", DRIVE_C / "ProgramData"]
         files_before = [files_below(folder) for folder in folders]
         self.assertEqual(install(), 0)
@@ -413,7 +413,7 @@ class Installation(InstallationFixture):
         self.assertEqual(msiexec("/x"), 0)
         self.assertEqual(users_settings(), settings)
         self.assertEqual([files_below(folder) for folder in folders], files_before)
-        left = {key: values for key, values in changes(registry_before, read_registry(SOFTWARE)).items()
+        left = {key: values for key, values in changes(registry_before, settled_registry(SOFTWARE)).items()
                 if "\\installer" not in key or values[1] != {}}  # Windows Installer keeps empty keys of its own
         self.assertEqual(left, {})
 

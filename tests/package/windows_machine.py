@@ -59,6 +59,18 @@ def read_registry(key: str) -> Registry:
         return parse_registry(export.read_text("utf-16"))
 
 
+def settled_registry(key: str) -> Registry:
+    """A key and all keys below it, once two readings agree: programs that are still ending may change keys during a reading."""
+    readings = [read_registry(key)]
+
+    def last_two_agree() -> bool:
+        readings.append(read_registry(key))
+        return readings[-1] == readings[-2]
+
+    wait_until(last_two_agree, f"two equal readings of {key}")
+    return readings[-1]
+
+
 def parse_registry(export: str) -> Registry:
     registry: Registry = {}
     values: dict[str, str] = {}
