@@ -52,7 +52,7 @@ RUN_KEY = rf"{SOFTWARE}\Microsoft\Windows\CurrentVersion\Run"
 UNINSTALL_KEY = rf"{SOFTWARE}\Microsoft\Windows\CurrentVersion\Uninstall"
 
 REG_FILE = "Windows Registry Editor Version 5.00\n\n"
-# Two keys that are removed with all that is below them.
+# A .reg file that removes two keys with everything below them.
 REMOVAL = f"{REG_FILE}[-{CLASS_KEY}]\n\n[-{HANDLERS_KEY}]\n"
 # What the next start of Windows would do with files that were in use.
 NOTHING_PENDING = (REG_FILE + r"[HKEY_LOCAL_MACHINE\System\CurrentControlSet\Control\Session Manager]"
@@ -109,7 +109,7 @@ def quit_service() -> None:
 
 
 def show_sample_mouse() -> None:
-    """To the page, in the place of the attached mouse; starts a service when none runs."""
+    """For the page, in place of the attached mouse; starts a service if none runs."""
     if running_services():
         run(PACKED_SERVICE, *SAMPLE_MOUSE)
     else:
@@ -142,7 +142,7 @@ def changes(before: Registry, after: Registry) -> dict[str, tuple]:
 
 
 def products() -> Registry:
-    """What "Programs and Features" lists of this maker, by product code."""
+    """This maker's entries in "Programs and Features", by product code."""
     return {key.rsplit("\\")[-1]: values for key, values in read_registry(UNINSTALL_KEY).items()
             if values.get("Publisher") == '"KORVEN"'}
 
@@ -213,7 +213,7 @@ def register_file(name: str) -> str:
 
 
 def documented_registration() -> Registry:
-    """The table of docs/install.md in the words of a .reg file."""
+    """The table of docs/install.md as a .reg file."""
     lines, key = ["header"], ""
     for row in pathlib.Path("docs/install.md").read_text(encoding="utf-8").splitlines():
         cells = [cell.strip() for cell in row.strip("|").split("|")]
@@ -294,7 +294,7 @@ class InstallationFixture(unittest.TestCase):
 
     @staticmethod
     def clean():
-        """Ends and uninstalls what a test has left, so that one that failed does not make the next one fail."""
+        """Ends and uninstalls what a test has left, so that a failed test does not make the next one fail."""
         quit_service()
         for product_code in products():
             run("msiexec", "/x", product_code, "/qn")
@@ -457,7 +457,7 @@ class Service(InstallationFixture):
 
     @staticmethod
     def kill(hung: dict[int, str]) -> None:
-        """Kills processes while they hang: a watcher that went on would start a service that nobody ends."""
+        """Kills processes while they hang: a watcher that continues would start a service that nothing ends."""
         send(signal.SIGKILL, hung)
         wait_until(lambda: not hung.keys() & processes("KvnMouseApl.exe").keys(), "the end of what hangs")
 

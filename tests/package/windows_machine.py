@@ -18,7 +18,7 @@ def windows_path(path: pathlib.Path) -> str:
 
 
 def run(program: str | pathlib.Path, *arguments: str) -> tuple[int, str]:
-    """Exit status and output. The output goes through a file: what Wine starts beside the program would hold a pipe."""
+    """Exit status and output. The output goes through a file: other programs that Wine starts would keep a pipe open."""
     with tempfile.TemporaryFile() as output:
         status = subprocess.run(["wine", program, *arguments], stdout=output, stderr=output, timeout=60).returncode
         output.seek(0)

@@ -1,6 +1,6 @@
 # shellcheck shell=bash
-# A Windows of a test's own: a Wine prefix, a display that nobody sees, and a folder $state for files. All of it ends with
-# the script, and before it the processes in $helper_pids. Meant to be sourced, with `set -euo pipefail` already in force.
+# A separate Windows for a test: a Wine prefix, a virtual display, and a folder $state for files. All of it ends with the
+# script, the processes in $helper_pids first. Meant to be sourced, with `set -euo pipefail` already in force.
 # shellcheck source=scripts/common.sh
 . "$(dirname "${BASH_SOURCE[0]}")/../../scripts/common.sh"
 

@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
-"""The user's hands on an X display: presses real buttons and keys, for programs that cannot (those under Wine).
+"""The user's hands on an X display: presses real buttons and keys for programs under Wine, which cannot.
 
-Listens on a port of this machine, which it writes into a file. A client sends lines, and gets one line back for each when
-the display has taken it:
+Listens on a port of this machine, and writes its number into a file. A client sends lines, and gets one line back for each
+when the display has handled it:
 
     press N, release N, click N   a button: 1 left, 2 wheel, 3 right, 4 and 5 wheel turned up and down, 6 and 7 tilted left and
                                   right, 8 back, 9 forward
@@ -11,11 +11,11 @@ the display has taken it:
     keydown NAME, keyup NAME      a key, by its X name (Shift_L, F12, a)
     focus ID                      the keyboard goes to the window with this number
     under                         answers with the number of the window under the pointer
-    pixels X Y WIDTH HEIGHT       answers with the colours there, as RRGGBB one behind the other
+    pixels X Y WIDTH HEIGHT       answers with the colours there, as RRGGBB, one after the other
     letgo                         releases whatever this program still holds
     when LINE                     obeys a line; answers with the moment before, as a reading of Wine's performance counter
 
-What a client holds when it goes away is released.
+What a client holds when it disconnects is released.
 
 Usage: x_input.py PORT-FILE
 """
@@ -71,7 +71,7 @@ class Display:
             sys.exit("x_input: there is no display")
         self.display = ctypes.c_void_p(display)
         self.x11.XAutoRepeatOff(self.display)
-        # A window that has gone is no reason to end.
+        # An error must not end this program: a window may be gone.
         self.on_error = ctypes.CFUNCTYPE(ctypes.c_int, ctypes.c_void_p, ctypes.c_void_p)(lambda display, event: 0)
         self.x11.XSetErrorHandler(self.on_error)
         self.held: set[tuple[str, str]] = set()
