@@ -38,4 +38,8 @@ void BenchProfileEditor(Report& report);
 // program.
 void BenchService(Report& report);
 
+// From the press of a real button to the key in another program's window. Needs the mouse that start_hands of
+// own_windows.sh starts.
+void BenchPresses(Report& report);
+
 }  // namespace kvn::bench

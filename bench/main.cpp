@@ -1,20 +1,24 @@
 // Prints one line per figure. Exit codes: 0 every figure is within its limit, 1 one is not, 2 wrong options.
+#include <algorithm>
+#include <array>
 #include <cstdio>
 #include <string_view>
+#include <vector>
 
 #include "bench/benches.h"
 #include "bench/key_window.h"
 
 namespace {
 
-bool BenchServiceAlone(bool isQuick) {
+using Group = void(kvn::bench::Report&);
+
+bool Bench(Group* run, bool isQuick) {
     kvn::bench::Report report(isQuick);
-    kvn::bench::BenchService(report);
+    run(report);
     return report.Finish();
 }
 
-bool BenchAll(bool isQuick) {
-    kvn::bench::Report report(isQuick);
+void BenchPageAndService(kvn::bench::Report& report) {
     kvn::bench::BenchLoading(report);
     kvn::bench::BenchOpenPage(report);
     kvn::bench::BenchPageCounts(report);
@@ -23,13 +27,23 @@ bool BenchAll(bool isQuick) {
     kvn::bench::BenchGestures(report);
     kvn::bench::BenchStartMenu(report);
     kvn::bench::BenchService(report);
-    return report.Finish();
 }
+
+struct NamedGroup {
+    std::string_view option;
+    Group* run;
+};
+
+constexpr std::array<NamedGroup, 3> kGroups{NamedGroup{"", BenchPageAndService},
+                                            {"--service", kvn::bench::BenchService},
+                                            {"--presses", kvn::bench::BenchPresses}};
 
 }  // namespace
 
 int main(int count, char** words) {
-    const std::string_view option = count > 1 ? words[1] : "";
+    std::vector<std::string_view> options(words + 1, words + count);
+    const bool isQuick = std::erase(options, "--quick") > 0;
+    const std::string_view option = options.empty() ? "" : options.front();
     if (option == "--where") {
         kvn::bench::ShowWhereOpeningGoes();
         return 0;
@@ -38,13 +52,10 @@ int main(int count, char** words) {
         kvn::bench::RunKeyWindow();
         return 0;
     }
-    if (option == "--service") {
-        const bool isQuick = count > 2 && std::string_view(words[2]) == "--quick";
-        return BenchServiceAlone(isQuick) ? 0 : 1;
-    }
-    if (!option.empty() && option != "--quick") {
-        std::printf("kvn_bench [--quick | --service [--quick] | --where]\n");
+    const auto* const group = std::ranges::find(kGroups, option, &NamedGroup::option);
+    if (group == kGroups.end() || options.size() > 1) {
+        std::printf("kvn_bench [--service | --presses] [--quick]\nkvn_bench --where\n");
         return 2;
     }
-    return BenchAll(option == "--quick") ? 0 : 1;
+    return Bench(group->run, isQuick) ? 0 : 1;
 }

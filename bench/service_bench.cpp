@@ -13,16 +13,13 @@
 #include "bench/benches.h"
 #include "bench/heap_count.h"
 #include "bench/import_watch.h"
-#include "bench/key_window.h"
-#include "bench/on_all_processors.h"
 #include "bench/plain_hook.h"
-#include "bench/real_hook.h"
+#include "bench/service_hook.h"
 #include "bench/stopwatch.h"
 #include "platform/service_messages.h"
 #include "platform/service_protocol.h"
 #include "platform/unique_resource.h"
 #include "service/input/hook_loop.h"
-#include "service/input/hook_thread.h"
 #include "tests/support/process_use.h"
 #include "tests/support/started_process.h"
 
@@ -31,25 +28,6 @@ namespace {
 
 using model::ButtonSlot;
 using service::EngineSettings;
-
-constexpr model::FunctionCode kEscape = 17;
-
-// A hook as the service has it, and the hands behind it.
-struct ServiceHook {
-    explicit ServiceHook(model::FunctionCode ofButton4) {
-        EngineSettings settings;
-        settings.controlCount = model::kButtonSlotCount;
-        settings.functions[ButtonSlot::Button4] = ofButton4;
-        performer.Start();
-        hook.Use(settings);
-        hook.Start();
-    }
-
-    service::HeldList held;
-    service::Performer performer{held, {}};
-    service::MouseActivity activity;
-    service::HookThread hook{performer, activity};
-};
 
 // Decisions.
 
@@ -146,79 +124,6 @@ void BenchMoves(Report& report) {
         });
 }
 
-// From a press to its key.
-
-constexpr int kPressRounds = 50;
-constexpr int kPressesOfOneRound = 40;
-constexpr DWORD kUntilNextPress = 1;  // milliseconds; a user's press finds everyone at rest
-constexpr double kMedianLimit = 1.2, kPercentileLimit = 1.5;
-
-void SendButton4(DWORD flag) {
-    INPUT input{};
-    input.type = INPUT_MOUSE;
-    input.mi.dwFlags = flag;
-    input.mi.mouseData = XBUTTON1;
-    SendInput(1, &input, sizeof input);
-}
-
-std::int64_t Now() {
-    LARGE_INTEGER now{};
-    QueryPerformanceCounter(&now);
-    return now.QuadPart;
-}
-
-// The microseconds until the press has become a key; nothing when it never does.
-std::optional<double> Press(const KeyWindow& window) {
-    LARGE_INTEGER frequency{};
-    QueryPerformanceFrequency(&frequency);
-    Sleep(kUntilNextPress);
-    const std::int64_t start = Now();
-    SendButton4(MOUSEEVENTF_XDOWN);
-    const auto down = window.AwaitKey();
-    SendButton4(MOUSEEVENTF_XUP);
-    if (!down || !window.AwaitKey()) return std::nullopt;
-    return 1e6 * static_cast<double>(*down - start) / static_cast<double>(frequency.QuadPart);
-}
-
-// The first press of new threads does not count.
-bool PressOften(const KeyWindow& window, std::vector<double>& microseconds) {
-    if (!Press(window)) return false;
-    for (int press = 0; press < kPressesOfOneRound; ++press) {
-        const auto taken = Press(window);
-        if (!taken) return false;
-        microseconds.push_back(*taken);
-    }
-    return true;
-}
-
-double Percentile(std::vector<double>& samples, std::size_t percent) {
-    std::ranges::sort(samples);
-    return samples[samples.size() * percent / 100];
-}
-
-void BenchPresses(Report& report) {
-    const OnAllProcessors unpinned;
-    const KeyWindow window;
-    const HookOfUserInput ofUser;
-    std::vector<double> ours;
-    std::vector<double> theirs;
-    bool isComplete = window.IsThere();
-    const auto round = [&] {
-        {
-            const ServiceHook hook(kEscape);
-            isComplete = isComplete && PressOften(window, ours);
-        }
-        const PlainHook hook(PlainHook::Kind::PressesEscapeForButton4);
-        isComplete = isComplete && PressOften(window, theirs);
-        return true;
-    };
-    report.Repeat(kPressRounds, round);
-    if (!isComplete) return report.AddMissing("a press and its key in another program's window");
-    constexpr char kProgram[] = "a program of twenty lines that does this one thing";
-    report.Add({"press to key, median", "us", Percentile(ours, 50), kProgram, Percentile(theirs, 50), kMedianLimit});
-    report.Add({"  99th percentile", "us", Percentile(ours, 99), kProgram, Percentile(theirs, 99), kPercentileLimit});
-}
-
 // The finished program.
 
 constexpr wchar_t kProgramFile[] = L"service\\KvnMouseApl.exe";
@@ -249,6 +154,14 @@ public:
 private:
     platform::UniqueKernelObject process;
 };
+
+void SendButton4(DWORD flag) {
+    INPUT input{};
+    input.type = INPUT_MOUSE;
+    input.mi.dwFlags = flag;
+    input.mi.mouseData = XBUTTON1;
+    SendInput(1, &input, sizeof input);
+}
 
 void ClickButton4() {
     SendButton4(MOUSEEVENTF_XDOWN);
@@ -316,7 +229,6 @@ void BenchSize(Report& report) {
 void BenchService(Report& report) {
     BenchDecisions(report);
     BenchMoves(report);
-    BenchPresses(report);
     BenchSize(report);
     const ServiceProgram service;
     if (!service.Runs()) return report.AddMissing("the finished service");

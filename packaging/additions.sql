@@ -1,6 +1,6 @@
 -- What wixl cannot write. One statement a line; make_msi.py has msibuild carry them out on the installer.
 
--- The page is in every version: where it lies is the earlier folder. 17: the folder of the file that the value names, in the
+-- The page is in every version, so its folder is the earlier one. 17: the folder of the file that the value names, in the
 -- registry's 64-bit view.
 INSERT INTO `RegLocator` (`Signature_`, `Root`, `Key`, `Type`) VALUES ('RememberedFolder', 2, 'Software\Classes\CLSID\$(ClassId)\InprocServer32', 17)
 INSERT INTO `AppSearch` (`Property`, `Signature_`) VALUES ('REMEMBERED_FOLDER', 'RememberedFolder')
@@ -22,8 +22,8 @@ UPDATE `Component` SET `Condition` = 'STARTATLOGIN = "0"', `Attributes` = 324 WH
 CREATE TABLE `RemoveRegistry` (`RemoveRegistry` CHAR(72) NOT NULL, `Root` INT NOT NULL, `Key` CHAR(255) NOT NULL LOCALIZABLE, `Name` CHAR(255) LOCALIZABLE, `Component_` CHAR(72) NOT NULL PRIMARY KEY `RemoveRegistry`)
 INSERT INTO `RemoveRegistry` (`RemoveRegistry`, `Root`, `Key`, `Name`, `Component_`) VALUES ('Start', 2, 'Software\Microsoft\Windows\CurrentVersion\Run', 'KvnMouseApl', 'NoStartAtLogin')
 
--- Before any file is looked at, the package's own program closes the service that runs in this session, wherever that
--- one lies. It gives up after half a minute; 66: the installation goes on in any case.
+-- Before any file is looked at, the package's own program closes the service that runs in this session, whatever its
+-- folder. It gives up after half a minute; 66: the installation goes on in any case.
 INSERT INTO `CustomAction` (`Action`, `Type`, `Source`, `Target`) VALUES ('CloseService', 66, 'Service', '--quit')
 INSERT INTO `InstallExecuteSequence` (`Action`, `Sequence`) VALUES ('CloseService', 1350)
 

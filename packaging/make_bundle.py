@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Packs the installer and the Windows test programs into one zip file for a real Windows machine.
 
-Which programs there are is what ctest knows of the build. FOLDER holds the files of the last bundle, the zip file lies beside it.
+The test programs are those that ctest lists. FOLDER holds the files of the last bundle; the zip file is next to it.
 
 Usage: make_bundle.py VERSION FOLDER-OF-PROGRAMS INSTALLER.msi FOLDER
 """
@@ -23,7 +23,7 @@ LEFT_OUT = {
     "service_japanese_tests": "is the same program, for a Japanese user",
     "docs_examples_tests": "writes the examples of the documents into the source tree",
 }
-# Programs that are a copy of another one's file for each surrounding that Wine can be given.
+# Copies of one program, one for each Windows version or language that Wine can simulate.
 COPIES = re.compile(r"^(os_version_tests|user_language_tests)_\w+$")
 # Of no use to the tests.
 OTHER_PROGRAMS = {"kvn_bench.exe", "kvn_empty_com.dll", "service_recorder.exe", "service_opened_program.exe"}

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Makes the installer of one build: the MSI that KvnMouseUtil.wxs and additions.sql describe.
 
-Class id, names and maker come from the sources that the build is made of, so that they stand in one place.
+Class id, names and maker come from the sources of the build, so that each is written once.
 
 Usage: make_msi.py VERSION FOLDER-OF-THE-BUILD OUTPUT.msi
 """
@@ -19,9 +19,9 @@ ROOT = PACKAGING.parent
 DLL, SERVICE = "KvnMouseUtil.dll", "KvnMouseApl.exe"
 PAPERS = {"LICENSE": "LICENSE.txt", "THIRD-PARTY": "THIRD-PARTY.txt", "CHANGELOG.md": "CHANGELOG.txt"}
 
-# What belongs beside the service: the help, in its languages, and all pictures. The build has more in that folder.
+# What belongs next to the service: the help and all pictures. The build has more in that folder.
 BESIDE_SERVICE = {".htm", ".css", ".png", ".jpg", ".gif", ".svg"}
-# The ids of these files' components come from their names. It never changes.
+# The ids of these files' components come from this one and their names. It never changes.
 COMPONENTS = uuid.UUID("{0C5B7E31-9F28-4D64-8A17-E3D2096F4BC5}")
 
 Defines = dict[str, str]
@@ -70,17 +70,17 @@ def component(file: pathlib.PurePath, number: int) -> str:
 
 
 def directory(folder: pathlib.PurePath, files: list[pathlib.PurePath], number: int) -> str:
-    """A folder of the service with its files, or the files beside the service itself."""
+    """A folder of the service with its files, or the files next to the service itself."""
     rows = "".join(component(file, files.index(file)) for file in files if file.parent == folder)
     if not folder.parts:
         return rows
     if len(folder.parts) > 1:
-        sys.exit(f"{folder} lies too deep for this installer")
+        sys.exit(f"{folder} is too deep for this installer")
     return f'<Directory Id="Folder{number}" Name={quoteattr(folder.name)}>{rows}</Directory>'
 
 
 def fragment(files: list[pathlib.PurePath]) -> str:
-    """A component for each file beside the service."""
+    """A component for each file next to the service."""
     folders = sorted({file.parent for file in files})
     rows = [directory(folder, files, number) for number, folder in enumerate(folders)]
     references = [f'<ComponentRef Id="Beside{number}" />' for number in range(len(files))]
@@ -96,7 +96,7 @@ def additions(defines: Defines) -> list[str]:
 
 
 def file_version(file: str, version: str) -> str:
-    """wixl does not read a file's version. Without it Windows takes an installed file for newer and leaves it."""
+    """wixl does not read a file's version. Without one, Windows takes an installed file for newer and keeps it."""
     return f"UPDATE `File` SET `Version`='{version}.0', `Language`='1033' WHERE `File`='{file}'"
 
 

@@ -30,7 +30,7 @@ def number_constants() -> dict[str, int]:
 
 
 def offered_functions() -> Functions:
-    """What the page offers for the wheel button on today's Windows. No keys could be given for an arbitrary key."""
+    """What the page offers for the wheel button on today's Windows, without "Arbitrary key": the value cannot hold keys."""
     numbers = number_constants()
     rows = [(int(numbers.get(code, code)), text) for text, code in re.findall(r"\{(IDS_\w+), (\w+)\},", read(CATALOGUE))]
     charms = range(numbers["kFirstCharmFunction"], numbers["kLastCharmFunction"] + 1)
@@ -52,7 +52,7 @@ def wide_constant(name: str) -> str:
 
 
 def lines(elements: list[str], template: str, mark: str) -> str:
-    """One element a line, each as far to the right as the mark that they replace."""
+    """One element a line, each indented as the mark that they replace."""
     indent = re.search(rf"^( *){mark}", template, re.MULTILINE).group(1)
     return f"\n{indent}".join(elements)
 

@@ -8,11 +8,11 @@ build=$root/build
 jobs=$(nproc)
 
 # The folders of the product's code, for the checks.
-# shellcheck disable=SC2034  # used by those who source this
+# shellcheck disable=SC2034  # for the scripts that source this file
 product_folders=(model platform gestures profiles page service)
 
-# The packages of single commands, which scripts/setup all installs too.
-# shellcheck disable=SC2034  # used by those who source this
+# The packages of single commands, which `scripts/setup all` installs too.
+# shellcheck disable=SC2034  # for the scripts that source this file
 fuzz_packages=(clang libclang-rt-14-dev)
 # shellcheck disable=SC2034
 check_packages=(clang clang-format clang-tidy cppcheck shellcheck)
@@ -89,18 +89,18 @@ kill_group() {
     wait "$1" 2>/dev/null || true
 }
 
-# Makes the prefix of use_wine_prefix if it is new. $1 is its graphics: `null` needs no display at all, `x11` draws on
-# $DISPLAY and does not wait for a window manager.
+# Makes the prefix of use_wine_prefix if it is new, and starts its Wine. $1 is its graphics: `null` needs no display at all,
+# `x11` draws on $DISPLAY and does not wait for a window manager.
 prepare_wine_prefix() {
-    local recipe=2  # to be counted up when a prefix is made in another way
+    local recipe=2  # count it up when a prefix is made in another way
     local ready=$WINEPREFIX/ready-for-$1-$recipe
-    wineserver -k || true  # what a run that was killed has left
+    wineserver -k || true  # a killed run may have left one
     if [ ! -e "$ready" ]; then
         rm -rf "$WINEPREFIX"
         mkdir -p "$(dirname "$WINEPREFIX")"
         env -u DISPLAY wineboot -i >"$WINEPREFIX.log" 2>&1 || { cat "$WINEPREFIX.log"; return 1; }
         wineserver -w
-        # Dialogs look as on Windows only in Windows' own metrics, which Wine's Tahoma has.
+        # Wine's Tahoma has Windows' own metrics; without them dialogs look different.
         cp /usr/share/wine/fonts/{tahoma,tahomabd,marlett}.ttf "$WINEPREFIX/drive_c/windows/Fonts/"
         if [ "$1" = null ]; then
             wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f >/dev/null

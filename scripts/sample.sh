@@ -1,7 +1,7 @@
 # shellcheck shell=bash
-# For showing the page, besides common.sh: the programs, the service's scripted double with its sample mouse, and the
-# end of all programs that were started. Meant to be sourced by a script that sets $state, a folder for its files, and
-# $own_prefix if it uses a separate Wine prefix.
+# Includes common.sh, and adds what it takes to show the page: its programs, the service or its scripted double with the
+# sample mouse, and the end of all programs that were started. Meant to be sourced by a script that sets $state, a folder
+# for its files, and $own_prefix if it uses a separate Wine prefix.
 # shellcheck source=scripts/common.sh
 . "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 

@@ -13,8 +13,6 @@ namespace {
 
 using platform::UniqueKernelObject;
 
-// Set for a watcher that is to end though its service has not said so.
-constexpr wchar_t kEndEventName[] = L"Local\\KvnMouseApl.EndWatcher";
 constexpr DWORD kEndMilliseconds = 2'000;
 // A watcher that keeps ending at once is not started forever.
 constexpr std::uint64_t kShortLifeMilliseconds = 2'000;
@@ -25,7 +23,7 @@ constexpr DWORD kRetryMilliseconds = 1'000, kLateRetryMilliseconds = 60'000;
 constexpr int kMostTries = 60;
 
 UniqueKernelObject OpenEndEvent() {
-    return UniqueKernelObject(CreateEventW(nullptr, FALSE, FALSE, kEndEventName));
+    return UniqueKernelObject(CreateEventW(nullptr, FALSE, FALSE, kWatcherEndEvent));
 }
 
 UniqueKernelObject OpenToWait(std::uint32_t processId) {
@@ -83,11 +81,12 @@ bool RestartLimit::Allows(std::uint64_t now) {
 void WatchService(std::uint32_t serviceProcess) {
     SharedMemory memory;
     SharedState& shared = memory.State();
-    const UniqueKernelObject endEvent = OpenEndEvent();
-    if (!memory.IsShared() || !endEvent) return;
+    if (!memory.IsShared()) return;
     UniqueKernelObject service = OpenToWait(serviceProcess);
     // One that has ended cannot be opened any more; of one that cannot be opened for another reason nothing is known.
     if (!service && GetLastError() != ERROR_INVALID_PARAMETER) return;
+    const UniqueKernelObject endEvent = OpenEndEvent();
+    if (!endEvent) return;
     shared.watcherProcess = GetCurrentProcessId();
     RestartLimit limit;
     while (!service || AwaitEnd(service.Get(), endEvent.Get())) {

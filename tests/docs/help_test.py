@@ -11,7 +11,7 @@ import sys
 import tempfile
 import unittest
 
-sys.path.append("/usr/lib/python3/dist-packages")  # Debian's libraries, should this be another Python than Debian's
+sys.path.append("/usr/lib/python3/dist-packages")  # Debian's libraries, if this is not Debian's Python
 import html5lib  # noqa: E402
 
 ROOT = pathlib.Path(sys.argv[1])
@@ -196,7 +196,7 @@ class Help(unittest.TestCase):
 
 
 class Balance(html.parser.HTMLParser):
-    """html5lib forgives a closing tag that is left out; a browser guesses then."""
+    """html5lib accepts a missing closing tag; a browser then guesses."""
 
     VOID = {"meta", "img", "br", "link", "input", "hr"}
 

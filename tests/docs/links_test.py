@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Every relative link and picture of the tree's Markdown files points to something that is there.
+"""Every relative link and picture of the tree's Markdown files leads to something that exists.
 
 Usage: links_test.py ROOT
 """

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Uses the bundle of all Windows tests as somebody with a Windows machine does, from a folder that cannot be written to.
+"""Uses the bundle of all Windows tests as a user with a Windows machine does, from a folder that cannot be written to.
 
 Usage: bundle_test.py BUNDLE.zip FOLDER-FOR-FILES [TEST...], from the tree's root, started by bundle_test.sh
 """

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Builds the bundle for a real Windows machine and uses it in a Windows of its own. Arguments choose tests.
+# Builds the bundle for a real Windows machine, and uses it in a separate Windows. Arguments choose tests.
 set -euo pipefail
 # shellcheck source=tests/support/own_windows.sh
 . "$(dirname "$0")/../support/own_windows.sh"

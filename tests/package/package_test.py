@@ -18,7 +18,7 @@ import zipfile
 
 import make_msi
 from windows_machine import (DRIVE_C, Registry, files_below, import_registry, parse_registry, processes, read_registry,
-                             run, wait_until, windows_path)
+                             run, settled_registry, wait_until, windows_path)
 
 PROGRAMS, STATE = pathlib.Path(sys.argv[1]), pathlib.Path(sys.argv[3])
 VERSION = sys.argv[2]
@@ -52,7 +52,7 @@ RUN_KEY = rf"{SOFTWARE}\Microsoft\Windows\CurrentVersion\Run"
 UNINSTALL_KEY = rf"{SOFTWARE}\Microsoft\Windows\CurrentVersion\Uninstall"
 
 REG_FILE = "Windows Registry Editor Version 5.00\n\n"
-# Two keys that are removed with all that is below them.
+# A .reg file that removes two keys with everything below them.
 REMOVAL = f"{REG_FILE}[-{CLASS_KEY}]\n\n[-{HANDLERS_KEY}]\n"
 # What the next start of Windows would do with files that were in use.
 NOTHING_PENDING = (REG_FILE + r"[HKEY_LOCAL_MACHINE\System\CurrentControlSet\Control\Session Manager]"
@@ -109,7 +109,7 @@ def quit_service() -> None:
 
 
 def show_sample_mouse() -> None:
-    """To the page, in the place of the attached mouse; starts a service when none runs."""
+    """For the page, in place of the attached mouse; starts a service if none runs."""
     if running_services():
         run(PACKED_SERVICE, *SAMPLE_MOUSE)
     else:
@@ -142,7 +142,7 @@ def changes(before: Registry, after: Registry) -> dict[str, tuple]:
 
 
 def products() -> Registry:
-    """What "Programs and Features" lists of this maker, by product code."""
+    """This maker's entries in "Programs and Features", by product code."""
     return {key.rsplit("\\")[-1]: values for key, values in read_registry(UNINSTALL_KEY).items()
             if values.get("Publisher") == '"KORVEN"'}
 
@@ -213,7 +213,7 @@ def register_file(name: str) -> str:
 
 
 def documented_registration() -> Registry:
-    """The table of docs/install.md in the words of a .reg file."""
+    """The table of docs/install.md as a .reg file."""
     lines, key = ["header"], ""
     for row in pathlib.Path("docs/install.md").read_text(encoding="utf-8").splitlines():
         cells = [cell.strip() for cell in row.strip("|").split("|")]
@@ -294,7 +294,7 @@ class InstallationFixture(unittest.TestCase):
 
     @staticmethod
     def clean():
-        """Ends and uninstalls what a test has left, so that one that failed does not make the next one fail."""
+        """Ends and uninstalls what a test has left, so that a failed test does not make the next one fail."""
         quit_service()
         for product_code in products():
             run("msiexec", "/x", product_code, "/qn")
@@ -382,9 +382,9 @@ class Installation(InstallationFixture):
 
     def test_lower_version_is_refused_and_changes_nothing(self):
         self.assertEqual(install(installer_of(HIGHER_VERSION)), 0)
-        before, services = read_registry(SOFTWARE), running_services()
+        before, services = settled_registry(SOFTWARE), running_services()
         self.assertEqual(msiexec("/i"), REFUSED)
-        self.assertEqual(changes(before, read_registry(SOFTWARE)), {})
+        self.assertEqual(changes(before, settled_registry(SOFTWARE)), {})
         self.assertEqual(INSTALLED_DLL.read_bytes(), dll_of(HIGHER_VERSION))
         self.assertEqual(running_services(), services)
 
@@ -401,7 +401,7 @@ class Installation(InstallationFixture):
         self.assertEqual(start_at_login(), rf'"{WINDOWS_FOLDER}\KvnMouseApl.exe"')
 
     def test_uninstalling_leaves_nothing_but_the_settings(self):
-        registry_before = read_registry(SOFTWARE)
+        registry_before = settled_registry(SOFTWARE)
         folders = [DRIVE_C / "Program Files", DRIVE_C / "windows/Installer", DRIVE_C / "ProgramData"]
         files_before = [files_below(folder) for folder in folders]
         self.assertEqual(install(), 0)
@@ -413,7 +413,7 @@ class Installation(InstallationFixture):
         self.assertEqual(msiexec("/x"), 0)
         self.assertEqual(users_settings(), settings)
         self.assertEqual([files_below(folder) for folder in folders], files_before)
-        left = {key: values for key, values in changes(registry_before, read_registry(SOFTWARE)).items()
+        left = {key: values for key, values in changes(registry_before, settled_registry(SOFTWARE)).items()
                 if "\\installer" not in key or values[1] != {}}  # Windows Installer keeps empty keys of its own
         self.assertEqual(left, {})
 
@@ -457,7 +457,7 @@ class Service(InstallationFixture):
 
     @staticmethod
     def kill(hung: dict[int, str]) -> None:
-        """Kills processes while they hang: a watcher that went on would start a service that nobody ends."""
+        """Kills processes while they hang: a watcher that continues would start a service that nothing ends."""
         send(signal.SIGKILL, hung)
         wait_until(lambda: not hung.keys() & processes("KvnMouseApl.exe").keys(), "the end of what hangs")
 

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Builds what is released and tries it in a Windows of its own. $1 is the folder of the programs, $2 the version they have;
-# more arguments choose tests.
+# Builds what is released, and tests it in a separate Windows. $1 is the folder of the programs, $2 their version; more
+# arguments choose tests.
 set -euo pipefail
 # shellcheck source=tests/support/own_windows.sh
 . "$(dirname "$0")/../support/own_windows.sh"

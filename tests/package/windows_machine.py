@@ -18,7 +18,7 @@ def windows_path(path: pathlib.Path) -> str:
 
 
 def run(program: str | pathlib.Path, *arguments: str) -> tuple[int, str]:
-    """Exit status and output. The output goes through a file: what Wine starts beside the program would hold a pipe."""
+    """Exit status and output. The output goes through a file: other programs that Wine starts would keep a pipe open."""
     with tempfile.TemporaryFile() as output:
         status = subprocess.run(["wine", program, *arguments], stdout=output, stderr=output, timeout=60).returncode
         output.seek(0)
@@ -57,6 +57,18 @@ def read_registry(key: str) -> Registry:
         if status != 0 or not export.exists():
             raise AssertionError(f"{key} could not be read: regedit ended with {status}: {output}")
         return parse_registry(export.read_text("utf-16"))
+
+
+def settled_registry(key: str) -> Registry:
+    """A key and all keys below it, once two readings agree: programs that are still ending may change keys during a reading."""
+    readings = [read_registry(key)]
+
+    def last_two_agree() -> bool:
+        readings.append(read_registry(key))
+        return readings[-1] == readings[-2]
+
+    wait_until(last_two_agree, f"two equal readings of {key}")
+    return readings[-1]
 
 
 def parse_registry(export: str) -> Registry:

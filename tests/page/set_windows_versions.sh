@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Tells Wine which Windows each copy of os_version_tests.exe is to find. Pairs of a program and a version as Wine's
-# configuration names it.
+# Sets the Windows version that each copy of os_version_tests.exe finds. Arguments: pairs of a program and a version, as
+# Wine's configuration names it.
 set -euo pipefail
 
 while [ $# -gt 0 ]; do

@@ -85,7 +85,7 @@ UniqueKernelObject ServiceProgramTest::Create(const Arguments& arguments, HANDLE
     PROCESS_INFORMATION started{};
     if (!CreateProcessW(Program().c_str(), line.data(), nullptr, nullptr, TRUE, CREATE_SUSPENDED, nullptr, nullptr,
                         &startup, &started)) {
-        throw std::runtime_error("cannot start the service's program");
+        throw std::runtime_error("cannot start the service's program: error " + std::to_string(GetLastError()));
     }
     const UniqueKernelObject thread(started.hThread);
     AssignProcessToJobObject(job.Get(), started.hProcess);

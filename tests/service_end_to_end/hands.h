@@ -1,21 +1,15 @@
 // The user's hands: real mouse and keyboard events, made by a program outside of Windows.
 #pragma once
 
-#include <winsock2.h>
-
 #include <string>
 
 #include "model/setting_field.h"
-#include "platform/unique_resource.h"
+#include "tests/support/x_display.h"
 
 namespace kvn::service_end_to_end {
 
 class Hands {
 public:
-    // Connects to the program, which lets go of everything when the connection ends; throws StoryError when it is not
-    // there.
-    Hands();
-
     // Buttons only: a tilt has no release. A tilt's press is one report.
     void Press(model::ButtonSlot control) const;
     void Release(model::ButtonSlot control) const;
@@ -38,22 +32,13 @@ public:
     void LetGoOfAll() const { Order("letgo"); }
 
     // The colours on the screen, as RRGGBB one behind the other, row by row.
-    std::string Pixels(const RECT& place) const { return Ask(PixelOrder(place)); }
+    std::string Pixels(const RECT& place) const { return display.Ask(PixelOrder(place)); }
 
 private:
     static std::string PixelOrder(const RECT& place);
     void Order(const std::string& line) const;
-    std::string Ask(const std::string& line) const;
 
-    struct SocketTraits {
-        using Handle = SOCKET;
-        static constexpr Handle kEmpty = INVALID_SOCKET;
-        static void Close(Handle opened) { closesocket(opened); }
-    };
-    using UniqueSocket = platform::UniqueResource<SocketTraits>;
-
-    static UniqueSocket Connect();
-    UniqueSocket connection;
+    test::XDisplay display;
 };
 
 }  // namespace kvn::service_end_to_end

@@ -10,6 +10,7 @@
 #include <random>
 #include <vector>
 
+#include "service/lifecycle/watcher.h"
 #include "tests/end_to_end/story_waiting.h"
 #include "tests/service_end_to_end/service_world.h"
 #include "tests/support/platform.h"
@@ -49,6 +50,10 @@ DWORD Watcher(DWORD service) {
     return 0;
 }
 
+bool IsWatched() {
+    return static_cast<bool>(platform::UniqueKernelObject(OpenEventW(SYNCHRONIZE, FALSE, service::kWatcherEndEvent)));
+}
+
 // While somebody has the handle, no other process gets the number.
 platform::UniqueKernelObject Kill(DWORD id) {
     platform::UniqueKernelObject process(OpenProcess(PROCESS_TERMINATE | SYNCHRONIZE, FALSE, id));
@@ -82,7 +87,7 @@ protected:
 
     void Start() {
         StartService();
-        WaitFor("the watcher", [] { return Watcher(ServiceProcess()) != 0; });
+        WaitFor("the watcher", [] { return Watcher(ServiceProcess()) != 0 && IsWatched(); });
     }
 
     void KillService() {
@@ -168,7 +173,7 @@ TEST_F(KillingTest, WatcherThatIsKilledIsStartedAgain) {
     const platform::UniqueKernelObject killedWatcher = Kill(watcher);
     WaitFor("another watcher", [&] {
         const DWORD now = Watcher(service);
-        return now != 0 && now != watcher;
+        return now != 0 && now != watcher && IsWatched();
     });
     EXPECT_EQ(ServiceProcess(), service);
     hands.Press(kBack);

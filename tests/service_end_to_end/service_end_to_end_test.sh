@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Runs the service's tests in a Windows of their own: a display that nobody sees, a mouse and a keyboard on it, and a Wine
-# prefix with programs to open. $1 is the folder of the programs; the rest goes to the test program, for example
-# --gtest_filter=DrawingGesturesTest.* With KVN_LOCALE=ja_JP.UTF-8 in the environment the user is Japanese; KVN_TEST_PROGRAM
+# Runs the service's tests in a separate Windows: a virtual display with a mouse and a keyboard, and a Wine prefix with
+# programs to open. $1 is the folder of the programs; the rest goes to the test program, for example
+# --gtest_filter='DrawingGesturesTest.*'. With KVN_LOCALE=ja_JP.UTF-8 in the environment the user is Japanese. KVN_TEST_PROGRAM
 # names another copy of the test program.
 set -euo pipefail
 # shellcheck source=tests/support/own_windows.sh
@@ -11,15 +11,7 @@ programs=$1
 shift
 tests=${KVN_TEST_PROGRAM:-service_end_to_end_tests}
 
-start_hands() {
-    python3 "$root/tests/service_end_to_end/x_input.py" "$state/port" &
-    helper_pids+=($!)
-    wait_until 20 $! test -s "$state/port"
-    KVN_X_INPUT_PORT=$(<"$state/port")
-    export KVN_X_INPUT_PORT
-}
-
-# Programs that functions open, each replaced by one that only says that it was opened.
+# Programs that functions open, each replaced by one that only reports that it was opened.
 plant_programs() {
     local windows=$WINEPREFIX/drive_c/windows program
     for program in explorer.exe system32/magnify.exe system32/control.exe system32/browser.exe; do
@@ -32,7 +24,7 @@ export WINEDLLOVERRIDES="$WINEDLLOVERRIDES;control.exe=n"  # the planted one
 open_windows
 plant_programs
 # Wine 10 confines the pointer to a window that covers the screen, as the page's trail does. While another program's window has
-# a button of the mouse it cannot, tries again without end, and the page does not answer meanwhile.
+# a button of the mouse, that fails: Wine tries again without end, and the page does not answer meanwhile.
 wine reg add 'HKCU\Software\Wine\X11 Driver' /v GrabPointer /d N /f >/dev/null
 start_hands
 cd "$programs"

@@ -1,6 +1,6 @@
 # shellcheck shell=bash
-# A Windows of a test's own: a Wine prefix, a display that nobody sees, and a folder $state for files. All of it ends with
-# the script, and before it the processes in $helper_pids. Meant to be sourced, with `set -euo pipefail` already in force.
+# A separate Windows for a test: a Wine prefix, a virtual display, and a folder $state for files. All of it ends with the
+# script, the processes in $helper_pids first. Meant to be sourced, with `set -euo pipefail` already in force.
 # shellcheck source=scripts/common.sh
 . "$(dirname "${BASH_SOURCE[0]}")/../../scripts/common.sh"
 
@@ -36,4 +36,13 @@ claim_windows() {
 open_windows() {
     start_display "$state"
     prepare_wine_prefix x11
+}
+
+# Starts the mouse and the keyboard of the display, for the programs' XDisplay.
+start_hands() {
+    python3 "$root/tests/support/x_input.py" "$state/port" &
+    helper_pids+=($!)
+    wait_until 20 $! test -s "$state/port"
+    KVN_X_INPUT_PORT=$(<"$state/port")
+    export KVN_X_INPUT_PORT
 }

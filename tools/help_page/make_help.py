@@ -3,8 +3,8 @@
 
     make_help.py FOLDER MOUSE-PICTURES-FOLDER VERSION
 
-writes FOLDER/KvnUtilHelp.htm and FOLDER/HelpImages/. What the programs know is taken from their sources: the texts, the list of
-functions and when each acts. A name that nothing has ends the making.
+writes FOLDER/KvnUtilHelp.htm and FOLDER/HelpImages/. Facts about the programs come from their sources: the texts, the list of
+functions and when each acts. It fails if a mark names nothing.
 
 In the texts of service/help:
     [[Text]], [[ID]]         a text of the programs by its English words or its id, in the language of the page
@@ -52,7 +52,7 @@ def read(path: str) -> str:
 
 
 def plain(name: str, language: str) -> str:
-    """By an id, or by the English words if they say the same wherever they stand."""
+    """By an id, or by the English words if their translation is the same everywhere."""
     if name in TEXTS:
         return TEXTS[name][language]
     found = {texts[language] for texts in all_texts() if texts["en"] == name}

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Draws the icons of the service, as it works and paused: make_icons.py FOLDER"""
+"""Draws the icons of the service, running and paused: make_icons.py FOLDER"""
 import pathlib
 import struct
 import sys

@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
-"""The user's hands on an X display: presses real buttons and keys, for programs that cannot (those under Wine).
+"""The user's hands on an X display: presses real buttons and keys for programs under Wine, which cannot.
 
-Listens on a port of this machine, which it writes into a file. A client sends lines, and gets one line back for each when
-the display has taken it:
+Listens on a port of this machine, and writes its number into a file. A client sends lines, and gets one line back for each
+when the display has handled it:
 
     press N, release N, click N   a button: 1 left, 2 wheel, 3 right, 4 and 5 wheel turned up and down, 6 and 7 tilted left and
                                   right, 8 back, 9 forward
@@ -11,10 +11,11 @@ the display has taken it:
     keydown NAME, keyup NAME      a key, by its X name (Shift_L, F12, a)
     focus ID                      the keyboard goes to the window with this number
     under                         answers with the number of the window under the pointer
-    pixels X Y WIDTH HEIGHT       answers with the colours there, as RRGGBB one behind the other
+    pixels X Y WIDTH HEIGHT       answers with the colours there, as RRGGBB, one after the other
     letgo                         releases whatever this program still holds
+    when LINE                     obeys a line; answers with the moment before, as a reading of Wine's performance counter
 
-What a client holds when it goes away is released.
+What a client holds when it disconnects is released.
 
 Usage: x_input.py PORT-FILE
 """
@@ -22,6 +23,7 @@ import ctypes
 import pathlib
 import socket
 import sys
+import time
 
 Z_PIXMAP = 2
 REVERT_TO_PARENT = 2
@@ -29,6 +31,7 @@ CURRENT_TIME = 0
 IS_VIEWABLE = 2
 NOTCHES_OF_FLICK = 6
 PAUSE_BETWEEN_FLICKS = 150  # milliseconds
+NANOSECONDS_OF_COUNT = 100  # Wine counts these of the raw monotonic clock
 ALL_PLANES = ctypes.c_ulong(-1)
 
 
@@ -68,7 +71,7 @@ class Display:
             sys.exit("x_input: there is no display")
         self.display = ctypes.c_void_p(display)
         self.x11.XAutoRepeatOff(self.display)
-        # A window that has gone is no reason to end.
+        # An error must not end this program: a window may be gone.
         self.on_error = ctypes.CFUNCTYPE(ctypes.c_int, ctypes.c_void_p, ctypes.c_void_p)(lambda display, event: 0)
         self.x11.XSetErrorHandler(self.on_error)
         self.held: set[tuple[str, str]] = set()
@@ -136,6 +139,11 @@ class Display:
         return "".join(data[row * line + 4 * x : row * line + 4 * x + 3][::-1].hex()
                        for row in range(height) for x in range(width))
 
+    def when(self, *words: str) -> str:
+        moment = time.clock_gettime_ns(time.CLOCK_MONOTONIC_RAW) // NANOSECONDS_OF_COUNT
+        self.obey(list(words))
+        return str(moment)
+
     def obey(self, words: list[str]) -> str:
         commands = {
             "press": lambda number: self.button(number, True),
@@ -148,6 +156,7 @@ class Display:
             "focus": self.focus,
             "under": self.under,
             "letgo": self.let_go,
+            "when": self.when,
             "pixels": self.pixels,
         }
         answer = commands[words[0]](*words[1:])
