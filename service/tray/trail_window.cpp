@@ -11,6 +11,8 @@ namespace {
 
 constexpr wchar_t kClassName[] = L"KvnMouseAplTrail";
 constexpr DWORD kStyles = WS_EX_LAYERED | WS_EX_TRANSPARENT | WS_EX_NOACTIVATE | WS_EX_TOOLWINDOW | WS_EX_TOPMOST;
+constexpr UINT_PTR kGoTimer = 1;
+constexpr UINT kGoMilliseconds = 500;
 
 }  // namespace
 
@@ -25,6 +27,16 @@ void TrailWindow::MoveTo(POINT place) {
     if (!window || !trail.ExtendTo(InWindow(place))) return;
     const platform::WindowDeviceContext context(window.Get());
     if (context) trail.Draw(context.Get());
+}
+
+// Some systems hand a click to the window first, though it takes none. With a window that has gone, the click would go
+// too: the window only leaves the screen, and goes by itself a moment later.
+void TrailWindow::End() {
+    const HWND leaving = window.Release();
+    if (leaving == nullptr) return;
+    SetWindowLongPtrW(leaving, GWLP_USERDATA, 0);
+    ShowWindow(leaving, SW_HIDE);
+    if (SetTimer(leaving, kGoTimer, kGoMilliseconds, nullptr) == 0) DestroyWindow(leaving);
 }
 
 bool TrailWindow::Create() {
@@ -48,6 +60,7 @@ void TrailWindow::Paint(HDC context) const {
 
 LRESULT CALLBACK TrailWindow::Procedure(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
     const auto* const self = platform::ObjectOf<const TrailWindow>(handle);
+    if (self == nullptr && message == WM_TIMER) DestroyWindow(handle);
     if (self != nullptr && message == WM_ERASEBKGND) {
         platform::Completes([&] { self->Paint(reinterpret_cast<HDC>(wParam)); });
         return TRUE;

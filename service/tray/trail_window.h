@@ -19,7 +19,7 @@ public:
     // In screen coordinates. If the window cannot be created, only the trail is missing.
     void Begin(POINT place);
     void MoveTo(POINT place);
-    void End() { window.Reset(); }
+    void End();
 
 private:
     static LRESULT CALLBACK Procedure(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) noexcept;

@@ -4,13 +4,23 @@
 #include <gtest/gtest.h>
 
 #include "platform/device_context.h"
+#include "tests/support/waiting.h"
 #include "tests/support/window_search.h"
 
 namespace kvn::service {
 namespace {
 
+bool IsShownTrail(HWND window) {
+    return test::ClassOf(window) == L"KvnMouseAplTrail" && IsWindowVisible(window);
+}
+
 HWND FindTrail() {
-    return test::FindTopLevelWindow([](HWND window) { return test::ClassOf(window) == L"KvnMouseAplTrail"; });
+    return test::FindTopLevelWindow(IsShownTrail);
+}
+
+void HandleMessages() {
+    MSG message{};
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
 }
 
 TEST(TrailWindowTest, TheTrailTakesNeitherFocusNorClicksAndGoesAtTheEnd) {
@@ -30,6 +40,21 @@ TEST(TrailWindowTest, TheTrailTakesNeitherFocusNorClicksAndGoesAtTheEnd) {
     EXPECT_EQ(place.bottom - place.top, GetSystemMetrics(SM_CYVIRTUALSCREEN));
     trail.End();
     EXPECT_EQ(FindTrail(), nullptr);
+}
+
+TEST(TrailWindowTest, AfterItsEndItStaysOutOfSightForAMomentForClicksOnTheirWayToIt) {
+    TrailWindow trail;
+    trail.Begin({10, 10});
+    const HWND window = FindTrail();
+    trail.End();
+    EXPECT_TRUE(IsWindow(window));
+    trail.Begin({10, 10});
+    EXPECT_NE(FindTrail(), nullptr) << "the next stroke does not wait";
+    EXPECT_TRUE(test::ComesTrue([=] {
+        HandleMessages();
+        return !IsWindow(window);
+    }));
+    EXPECT_NE(FindTrail(), nullptr);
 }
 
 TEST(TrailWindowTest, OnlyItsOwnerEndsIt) {

@@ -83,7 +83,7 @@ protected:
     static DWORD ServiceProcess();
     static void WaitForService();
     static void WaitForTrail();
-    // A click that the display hands to a trail that goes just then would be lost.
+    // While a trail goes, the display may hand press and release of a click to different programs, which have no order.
     void WaitUntilTrailHasGone(const Recorder& recorder) const;
     // Of the service's log, each with its fields joined by blanks, without the time.
     Lines LogLines() const;
