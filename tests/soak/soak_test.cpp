@@ -27,8 +27,8 @@ namespace {
 constexpr int kWarmUpRounds = 10;
 constexpr int kRoundsByDefault = 25;
 constexpr int kReports = 10;
-// For what comes and goes at other times; less than one a round.
-constexpr std::size_t kSlack = 3;
+// For what comes and goes at other times; less than one in two rounds.
+constexpr std::size_t kSlack = 10;
 constexpr std::size_t kSlackBytes = 2000;
 // What the choosers cost in an opening, with what the heap needs for each block, and how unevenly a heap grows.
 constexpr std::size_t kLargestCost = std::size_t{24} * 1024;
