@@ -5,12 +5,12 @@
 
 #include "tests/end_to_end/story_waiting.h"
 #include "tests/support/narrow_text.h"
+#include "tests/support/started_process.h"
 
 namespace kvn::end_to_end {
 namespace {
 
 constexpr UINT kKilled = 0xDEAD;
-constexpr int kStartAttempts = 3;
 
 std::wstring FileNameOf(const std::wstring& path) {
     return path.substr(path.find_last_of(L'\\') + 1);
@@ -24,11 +24,8 @@ PROCESS_INFORMATION CreateSuspended(const std::wstring& program, std::wstring co
         return CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, FALSE, CREATE_SUSPENDED, nullptr,
                               nullptr, &startup, &started) != FALSE;
     };
-    // Wine gives this error, rarely, when the new process does not get as far as its first instruction.
-    for (int attempt = 1; !create(); ++attempt) {
-        const DWORD error = GetLastError();
-        if (error == ERROR_INTERNAL_ERROR && attempt < kStartAttempts) continue;
-        throw StoryError("cannot start " + test::Narrow(program) + ", error " + std::to_string(error));
+    if (!test::CreatesProcess(create)) {
+        throw StoryError("cannot start " + test::Narrow(program) + ", error " + std::to_string(GetLastError()));
     }
     return started;
 }

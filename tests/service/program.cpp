@@ -6,6 +6,7 @@
 
 #include "platform/service_protocol.h"
 #include "tests/support/mouse_on_registry.h"
+#include "tests/support/started_process.h"
 #include "tests/support/waiting.h"
 
 namespace kvn::service_test {
@@ -83,8 +84,11 @@ UniqueKernelObject ServiceProgramTest::Create(const Arguments& arguments, HANDLE
     startup.dwFlags = STARTF_USESTDHANDLES;
     startup.hStdOutput = output;
     PROCESS_INFORMATION started{};
-    if (!CreateProcessW(Program().c_str(), line.data(), nullptr, nullptr, TRUE, CREATE_SUSPENDED, nullptr, nullptr,
-                        &startup, &started)) {
+    const auto create = [&] {
+        return CreateProcessW(Program().c_str(), line.data(), nullptr, nullptr, TRUE, CREATE_SUSPENDED, nullptr,
+                              nullptr, &startup, &started) != FALSE;
+    };
+    if (!test::CreatesProcess(create)) {
         throw std::runtime_error("cannot start the service's program: error " + std::to_string(GetLastError()));
     }
     const UniqueKernelObject thread(started.hThread);

@@ -12,6 +12,7 @@
 #include "tests/end_to_end/windows_of_process.h"
 #include "tests/service_end_to_end/opened_program.h"
 #include "tests/support/narrow_text.h"
+#include "tests/support/started_process.h"
 
 namespace kvn::service_end_to_end {
 namespace {
@@ -151,10 +152,11 @@ std::string OutputOf(const std::wstring& program, const std::wstring& arguments,
     startup.hStdOutput = output.Handle();
     PROCESS_INFORMATION started{};
     std::wstring commandLine = L'"' + program + L"\" " + arguments;
-    if (!CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup,
-                        &started)) {
-        throw StoryError("cannot start the service's program");
-    }
+    const auto create = [&] {
+        return CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr,
+                              &startup, &started) != FALSE;
+    };
+    if (!test::CreatesProcess(create)) throw StoryError("cannot start the service's program");
     const platform::UniqueKernelObject thread(started.hThread);
     const platform::UniqueKernelObject process(started.hProcess);
     if (WaitForSingleObject(process.Get(), 10000) != WAIT_OBJECT_0) throw StoryError("the program does not end");

@@ -14,6 +14,7 @@
 #include "service/lifecycle/watcher.h"
 #include "service/page/service_window.h"
 #include "service/page/window_numbers.h"
+#include "tests/support/started_process.h"
 #include "tests/support/waiting.h"
 
 namespace kvn::test {
@@ -33,8 +34,8 @@ protected:
     }
 
     void Start(const std::wstring& options) {
-        processes.push_back(
-            std::move(service::StartProcess(service::ProgramFolder() + L"service\\KvnMouseApl.exe", options).handle));
+        const std::wstring program = service::ProgramFolder() + L"service\\KvnMouseApl.exe";
+        processes.push_back(std::move(test::StartProcess(L'"' + program + L"\" " + options).process));
         ASSERT_TRUE(processes.back());
     }
     void AwaitEnds() const {

@@ -16,16 +16,28 @@ struct StartedProcess {
     platform::UniqueKernelObject thread;  // its first one
 };
 
+// Calls CreateProcess, as `create` does it, again when it has failed by chance: Wine gives this error, rarely, when the
+// new process does not get as far as its first instruction.
+template <typename Create>
+bool CreatesProcess(Create create) {
+    constexpr int kAttempts = 3;
+    for (int attempt = 1; !create(); ++attempt) {
+        if (GetLastError() != ERROR_INTERNAL_ERROR || attempt == kAttempts) return false;
+    }
+    return true;
+}
+
 // The command line begins with the program, in quotation marks where its path may hold blanks. The flags are those of
 // CreateProcess; without a folder the program starts in this one's.
 inline StartedProcess StartProcess(std::wstring commandLine, DWORD flags = 0, const wchar_t* folder = nullptr) {
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION started{};
-    if (!CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, FALSE, flags, nullptr, folder, &startup,
-                        &started)) {
-        return {};
-    }
+    const auto create = [&] {
+        return CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, FALSE, flags, nullptr, folder, &startup,
+                              &started) != FALSE;
+    };
+    if (!CreatesProcess(create)) return {};
     return {true, platform::UniqueKernelObject(started.hProcess), platform::UniqueKernelObject(started.hThread)};
 }
 
