@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "tests/end_to_end/process.h"
+#include "tests/end_to_end/story_waiting.h"
 #include "tests/service_end_to_end/hands.h"
 
 namespace kvn::service_end_to_end {
@@ -27,13 +28,13 @@ public:
     // Brings it to the front, and the pointer over it.
     void ComeToFront() const;
 
-    // Waits until this many lines have come, and a moment's patience at most; returns the lines that have come since
+    // Waits until this many lines have come, as long as the patience lasts; returns the lines that have come since
     // the last time. Lines about the window itself are left out.
-    Lines Arrived(std::size_t count, std::chrono::milliseconds patience = std::chrono::seconds(4));
+    Lines Arrived(std::size_t count, std::chrono::milliseconds patience = end_to_end::kPatience);
     // The same, when all is there that the service has sent until now: a real key comes last.
     Lines ArrivedUntilNow();
     // Waits for this line and returns all until there; empty when it does not come.
-    Lines ArrivedUpTo(const std::string& line, std::chrono::milliseconds patience = std::chrono::seconds(4));
+    Lines ArrivedUpTo(const std::string& line, std::chrono::milliseconds patience = end_to_end::kPatience);
     // All lines of the log, those about the window too.
     Lines All() const;
     void Forget() { static_cast<void>(ArrivedUntilNow()); }
