@@ -93,6 +93,7 @@ void BenchRecogniser(Report& report) {
 
 constexpr std::size_t kTicks = 2'000;
 constexpr double kTickMicroseconds = 100'000;
+constexpr std::size_t kTicksOfStroke = 30;
 constexpr double kTickShare = 0.01;
 constexpr int kScreenMargin = 300;
 
@@ -102,7 +103,8 @@ double MeasureWithMovedCursor(Walk& walk, const std::function<void()>& work) {
     return 1000 * Measure(work);
 }
 
-// With a stroke going on: the cursor is read, the service asked in its own process, the trail drawn.
+// In strokes of three seconds, which is long: the cursor is read, the service asked in its own process, the trail
+// drawn.
 void BenchTick(Report& report, HMODULE pageModule) {
     const RunningService service(L"--held 1");
     if (!service.Runs()) return report.AddMissing("a tick of the gesture manager, without the service");
@@ -115,6 +117,7 @@ void BenchTick(Report& report, HMODULE pageModule) {
     std::vector<double> ticks;
     std::vector<double> questions;
     for (std::size_t i = 0; i < kTicks; ++i) {
+        if (i % kTicksOfStroke == 0) trail.StartAt(manager.Cursor());
         ticks.push_back(MeasureWithMovedCursor(walk, [&] {
             manager.Tick();
             trail.DrawTo(manager.Cursor());

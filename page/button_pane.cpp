@@ -132,10 +132,22 @@ void ButtonPane::DisableMissingCapabilities() {
 }
 
 model::ProfileSettings ButtonPane::Read(const model::ProfileSettings& base) const {
+    return isFilled ? ReadWith(SelectedFunctions(), base) : base;
+}
+
+model::ProfileSettings ButtonPane::ReadConfirmed(const model::ProfileSettings& base) {
+    if (!isFilled) return base;
+    LeaveLists();
+    const SlotFunctions functions = SelectedFunctions();
+    if (HasLeftClick(functions) && GestureCount(functions) <= 1) return ReadWith(functions, base);
+    for (const SlotChooser& chooser : choosers.items) chooser.TakeBack();
+    return Read(base);
+}
+
+model::ProfileSettings ButtonPane::ReadWith(const SlotFunctions& functions, const model::ProfileSettings& base) const {
     model::ProfileSettings read = base;
-    if (!isFilled) return read;
     for (const SlotChooser& chooser : choosers.items) {
-        if (const auto function = chooser.Selected()) read[RowOf(chooser.Slot()).field] = *function;
+        if (const auto function = functions[chooser.Slot()]) read[RowOf(chooser.Slot()).field] = *function;
     }
     for (const TrackbarRow& row : kTrackbars) {
         read[row.field] = static_cast<std::int32_t>(SendMessageW(Control(row.control), TBM_GETPOS, 0, 0));
@@ -146,11 +158,10 @@ model::ProfileSettings ButtonPane::Read(const model::ProfileSettings& base) cons
     return read;
 }
 
-void ButtonPane::TakeBackUnconfirmed() {
-    if (!isFilled) return;
-    LeaveLists();
-    if (HasLeftClick() && GestureCount() <= 1) return;
-    for (const SlotChooser& chooser : choosers.items) chooser.TakeBack();
+ButtonPane::SlotFunctions ButtonPane::SelectedFunctions() const {
+    SlotFunctions functions;
+    for (const SlotChooser& chooser : choosers.items) functions[chooser.Slot()] = chooser.Selected();
+    return functions;
 }
 
 void ButtonPane::LeaveLists() const {
@@ -225,7 +236,7 @@ void ButtonPane::OnChooserNotification(SlotChooser& chooser, UINT notification) 
 void ButtonPane::OnChoiceConfirmed(SlotChooser& changed) {
     // A message box takes the focus from the chooser, which clears the remembered choice.
     const int indexBefore = earlierIndex;
-    int gestureCount = GestureCount();
+    int gestureCount = GestureCount(SelectedFunctions());
 
     // Putting "Left click" back counts as one gesture function less, whatever it has replaced:
     // docs/kept-behaviour.md.
@@ -238,7 +249,7 @@ void ButtonPane::OnChoiceConfirmed(SlotChooser& changed) {
 }
 
 bool ButtonPane::PutBackLeftClick(const SlotChooser& changed) const {
-    if (HasLeftClick()) return false;
+    if (HasLeftClick(SelectedFunctions())) return false;
     const auto leftClick = changed.IndexOfLeftClick();
     if (!leftClick) return false;
     boxes.Warn(Window(), IDS_LEFT_CLICK_MISSING);
@@ -246,14 +257,12 @@ bool ButtonPane::PutBackLeftClick(const SlotChooser& changed) const {
     return true;
 }
 
-bool ButtonPane::HasLeftClick() const {
-    return std::ranges::any_of(
-        choosers.items, [](const SlotChooser& chooser) { return chooser.Selected() == model::kFunctionLeftClick; });
+bool ButtonPane::HasLeftClick(const SlotFunctions& functions) {
+    return std::ranges::find(functions.items, model::kFunctionLeftClick) != functions.items.end();
 }
 
-int ButtonPane::GestureCount() const {
-    return static_cast<int>(std::ranges::count_if(
-        choosers.items, [](const SlotChooser& chooser) { return chooser.Selected() == model::kFunctionGesture; }));
+int ButtonPane::GestureCount(const SlotFunctions& functions) {
+    return static_cast<int>(std::ranges::count(functions.items, model::kFunctionGesture));
 }
 
 void ButtonPane::RegisterArbitraryKey(SlotChooser& chooser) {

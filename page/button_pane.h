@@ -40,15 +40,15 @@ public:
     // Disables the controls that this mouse does not have.
     void DisableMissingCapabilities();
 
-    // Call it before the settings are stored: it closes open lists, and undoes unconfirmed choices that break the
-    // rules. So the stored settings have a "Left click" and at most one "Gesture function", unless the profile broke
-    // these rules already when it was read.
-    void TakeBackUnconfirmed();
-
     // The settings as the user sees them: the numbers that a control shows, everything else as in `base`. A chooser
     // without a selection holds a code that it does not offer and keeps it. If the pane could not be filled completely,
     // this returns `base` unchanged.
     model::ProfileSettings Read(const model::ProfileSettings& base) const;
+
+    // The same for settings that are stored: closes open lists before, and undoes unconfirmed choices that break the
+    // rules. So the stored settings have a "Left click" and at most one "Gesture function", unless the profile broke
+    // these rules already when it was read.
+    model::ProfileSettings ReadConfirmed(const model::ProfileSettings& base);
 
     // Loads the pictures of the mouse from the folder and draws the plain one.
     void LoadPictures(const std::wstring& folder);
@@ -67,9 +67,13 @@ private:
     bool PutBackLeftClick(const SlotChooser& changed) const;
     void RegisterArbitraryKey(SlotChooser& chooser);
 
-    // The functions that the choosers have selected.
-    bool HasLeftClick() const;
-    int GestureCount() const;
+    // The functions that the choosers have selected; nothing for a chooser without a selection.
+    using SlotFunctions =
+        model::EnumArray<model::ButtonSlot, std::optional<model::FunctionCode>, model::kButtonSlotCount>;
+    SlotFunctions SelectedFunctions() const;
+    static bool HasLeftClick(const SlotFunctions& functions);
+    static int GestureCount(const SlotFunctions& functions);
+    model::ProfileSettings ReadWith(const SlotFunctions& functions, const model::ProfileSettings& base) const;
     void LeaveLists() const;
 
     void FillRevolutionCount(std::int32_t count);

@@ -189,9 +189,8 @@ bool KorvenPanel::OnApply(HINSTANCE /*module*/, HWND page) {
 }
 
 void KorvenPanel::StorePane() {
-    buttonPane.TakeBackUnconfirmed();
     model::ProfileSettings& selected = settings.Selected();
-    selected = model::CheckedCopy(buttonPane.Read(selected));
+    selected = model::CheckedCopy(buttonPane.ReadConfirmed(selected));
 }
 
 bool KorvenPanel::SaveSettings() {
