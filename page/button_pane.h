@@ -45,9 +45,9 @@ public:
     // this returns `base` unchanged.
     model::ProfileSettings Read(const model::ProfileSettings& base) const;
 
-    // The same for settings that are stored: closes open lists before, and undoes unconfirmed choices that break the
-    // rules. So the stored settings have a "Left click" and at most one "Gesture function", unless the profile broke
-    // these rules already when it was read.
+    // Like Read, for settings that are about to be stored: first closes open lists, and undoes unconfirmed choices that
+    // break the rules. So the stored settings have a "Left click" and at most one "Gesture function", unless the
+    // profile broke these rules already when it was read.
     model::ProfileSettings ReadConfirmed(const model::ProfileSettings& base);
 
     // Loads the pictures of the mouse from the folder and draws the plain one.

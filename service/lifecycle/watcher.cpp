@@ -85,6 +85,7 @@ void WatchService(std::uint32_t serviceProcess) {
     UniqueKernelObject service = OpenToWait(serviceProcess);
     // One that has ended cannot be opened any more; of one that cannot be opened for another reason nothing is known.
     if (!service && GetLastError() != ERROR_INVALID_PARAMETER) return;
+    // Opened last: from now on others see that the service is watched.
     const UniqueKernelObject endEvent = OpenEndEvent();
     if (!endEvent) return;
     shared.watcherProcess = GetCurrentProcessId();

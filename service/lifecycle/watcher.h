@@ -10,7 +10,7 @@
 
 namespace kvn::service {
 
-// Set for a watcher that is to end though its service has not said so. A watcher has made it once it watches.
+// Set for a watcher that is to end though its service has not said so. It is there as long as a watcher watches.
 inline constexpr wchar_t kWatcherEndEvent[] = L"Local\\KvnMouseApl.EndWatcher";
 
 // Up to three restarts in any ten minutes.

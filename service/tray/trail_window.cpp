@@ -11,8 +11,8 @@ namespace {
 
 constexpr wchar_t kClassName[] = L"KvnMouseAplTrail";
 constexpr DWORD kStyles = WS_EX_LAYERED | WS_EX_TRANSPARENT | WS_EX_NOACTIVATE | WS_EX_TOOLWINDOW | WS_EX_TOPMOST;
-constexpr UINT_PTR kGoTimer = 1;
-constexpr UINT kGoMilliseconds = 500;
+constexpr UINT_PTR kDestroyTimer = 1;
+constexpr UINT kDestroyMilliseconds = 500;
 
 }  // namespace
 
@@ -29,14 +29,14 @@ void TrailWindow::MoveTo(POINT place) {
     if (context) trail.Draw(context.Get());
 }
 
-// Some systems hand a click to the window first, though it takes none. With a window that has gone, the click would go
-// too: the window only leaves the screen, and goes by itself a moment later.
+// Some systems hand a click to the window first, though it takes none. A click on its way to a destroyed window would
+// be lost, so the window is hidden now and destroyed a moment later.
 void TrailWindow::End() {
     const HWND leaving = window.Release();
     if (leaving == nullptr) return;
     SetWindowLongPtrW(leaving, GWLP_USERDATA, 0);
     ShowWindow(leaving, SW_HIDE);
-    if (SetTimer(leaving, kGoTimer, kGoMilliseconds, nullptr) == 0) DestroyWindow(leaving);
+    if (SetTimer(leaving, kDestroyTimer, kDestroyMilliseconds, nullptr) == 0) DestroyWindow(leaving);
 }
 
 bool TrailWindow::Create() {

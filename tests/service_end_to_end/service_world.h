@@ -83,7 +83,8 @@ protected:
     static DWORD ServiceProcess();
     static void WaitForService();
     static void WaitForTrail();
-    // While a trail goes, the display may hand press and release of a click to different programs, which have no order.
+    // While a trail goes, the display may hand press and release of a click to different programs, whose lines come in
+    // any order.
     void WaitUntilTrailHasGone(const Recorder& recorder) const;
     // Of the service's log, each with its fields joined by blanks, without the time.
     Lines LogLines() const;

@@ -16,8 +16,8 @@ struct StartedProcess {
     platform::UniqueKernelObject thread;  // its first one
 };
 
-// Calls CreateProcess, as `create` does it, again when it has failed by chance: Wine gives this error, rarely, when the
-// new process does not get as far as its first instruction.
+// Calls `create`, which calls CreateProcess, and repeats it after an error that Wine gives by chance: rarely, a new
+// process does not get as far as its first instruction.
 template <typename Create>
 bool CreatesProcess(Create create) {
     constexpr int kAttempts = 3;
