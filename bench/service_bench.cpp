@@ -1,14 +1,11 @@
 #include <windows.h>
 
-#include <algorithm>
 #include <array>
 #include <functional>
-#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 #include "bench/benches.h"
 #include "bench/heap_count.h"
