@@ -166,6 +166,17 @@ TEST_F(OpenListTest, WhatNobodyConfirmedIsStoredOnlyIfTheRulesAllowIt) {
     EXPECT_EQ(SavedElement("tbutton"), "10");
 }
 
+TEST_F(OpenListTest, WhatWasConfirmedIsKeptWhenTheRestIsTakenBack) {
+    Open();
+    Choose(IDC_PANE_CENTER, 10);
+    SetSilently(IDC_PANE_LEFT, 2);
+    SetSilently(IDC_PANE_CENTER, 11);
+    ApplySuccessfully();
+    EXPECT_EQ(SavedElement("lbutton"), "1");
+    EXPECT_EQ(SavedElement("tbutton"), "10");
+    EXPECT_EQ(Chosen(IDC_PANE_CENTER), 10);
+}
+
 TEST_F(OpenListTest, AProfileThatNeverHadALeftClickIsStoredAsItIs) {
     WriteProfiles({ProfileText("Default", {{"lbutton", "5"}, {"rbutton", "36"}, {"button4", "36"}})});
     Open();
