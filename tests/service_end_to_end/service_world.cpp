@@ -92,7 +92,7 @@ bool IsTrailShown() {
     const auto isShown = [](HWND window) {
         return IsWindowVisible(window) && end_to_end::ClassOf(window) == L"KvnMouseAplTrail";
     };
-    return end_to_end::FindTopLevel(process, isShown) != nullptr;
+    return test::FindTopLevelWindowOf(process, isShown) != nullptr;
 }
 
 std::string WithoutFirstField(const std::string& line) {
