@@ -242,9 +242,8 @@ TEST_F(WriteModelValueTest, OpensTheModelsKeyWithEveryRight) {
     int opened = 0;
     const auto create = test::Genuine<decltype(RegCreateKeyExW)>(L"advapi32", "RegCreateKeyExW");
     const ReplacedImport<"RegCreateKeyExW", decltype(RegCreateKeyExW)> watched(
-        GetModuleHandleW(nullptr),
-        [&](HKEY root, LPCWSTR path, DWORD reserved, LPWSTR type, DWORD options, REGSAM rights,
-            LPSECURITY_ATTRIBUTES security, PHKEY key, LPDWORD disposition) {
+        GetModuleHandleW(nullptr), [&](HKEY root, LPCWSTR path, DWORD reserved, LPWSTR type, DWORD options,
+                                       REGSAM rights, LPSECURITY_ATTRIBUTES security, PHKEY key, LPDWORD disposition) {
             EXPECT_EQ(root, HKEY_CURRENT_USER);
             EXPECT_EQ(path, std::wstring(kModelKey));
             EXPECT_EQ(options, static_cast<DWORD>(REG_OPTION_NON_VOLATILE));
