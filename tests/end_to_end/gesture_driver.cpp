@@ -74,8 +74,8 @@ HWND GestureEditor::Trail() const {
 
 // It is the only dialog without a title.
 HWND FindTrail(DWORD processId) {
-    return FindTopLevel(processId,
-                        [](HWND window) { return ClassOf(window) == kDialogClass && TitleOf(window).empty(); });
+    return FindTopLevelWindowOf(processId,
+                                [](HWND window) { return ClassOf(window) == kDialogClass && TitleOf(window).empty(); });
 }
 
 }  // namespace kvn::end_to_end

@@ -238,6 +238,24 @@ TEST_F(WriteModelValueTest, MakesTheModelsKeyAndStoresANumber) {
     EXPECT_EQ(Stored(L"BindKeyHCount"), (StoredValue{REG_DWORD, {0xFE, 0xFF, 0xFF, 0xFF}}));
 }
 
+TEST_F(WriteModelValueTest, OpensTheModelsKeyWithEveryRight) {
+    int opened = 0;
+    const auto create = test::Genuine<decltype(RegCreateKeyExW)>(L"advapi32", "RegCreateKeyExW");
+    const ReplacedImport<"RegCreateKeyExW", decltype(RegCreateKeyExW)> watched(
+        GetModuleHandleW(nullptr), [&](HKEY root, LPCWSTR path, DWORD reserved, LPWSTR type, DWORD options,
+                                       REGSAM rights, LPSECURITY_ATTRIBUTES security, PHKEY key, LPDWORD disposition) {
+            EXPECT_EQ(root, HKEY_CURRENT_USER);
+            EXPECT_EQ(path, std::wstring(kModelKey));
+            EXPECT_EQ(options, static_cast<DWORD>(REG_OPTION_NON_VOLATILE));
+            EXPECT_EQ(rights, static_cast<REGSAM>(KEY_ALL_ACCESS));
+            ++opened;
+            return create(root, path, reserved, type, options, rights, security, key, disposition);
+        });
+    ASSERT_TRUE(watched.IsInPlace());
+    EXPECT_FALSE(WriteModelValue(kVid, kPid, RegistryValue::LeftEtcKey, L"V", 0));
+    EXPECT_EQ(opened, 1);
+}
+
 TEST_F(WriteModelValueTest, StoresATextWithoutItsFinalZero) {
     EXPECT_FALSE(WriteModelValue(kVid, kPid, RegistryValue::LeftEtcKey, L"Left Ctrl+V", 0));
     EXPECT_EQ(Stored(L"BindKeyLeft_etcKey"), (StoredValue{REG_SZ, BytesOf(L"Left Ctrl+V")}));

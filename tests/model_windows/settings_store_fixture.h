@@ -8,7 +8,6 @@
 #include <string>
 #include <vector>
 
-#include "model/registry_changes.h"
 #include "model/settings_store.h"
 #include "tests/model_windows/files.h"
 #include "tests/support/mouse_on_registry.h"
@@ -40,12 +39,6 @@ protected:
 
     std::vector<std::wstring> FilesInFolder() const { return test::NamesIn(user.SettingsFolder()); }
     static auto StoredValues() { return kvn::test::StoredValues(kModelKey); }
-
-    static std::vector<std::wstring> NamesOf(const std::vector<RegistryWrite>& writes) {
-        std::vector<std::wstring> names;
-        for (const RegistryWrite& write : writes) names.emplace_back(RowOf(write.value).name);
-        return names;
-    }
 
     static void SetMachineWideCenter(DWORD code) {
         RegSetKeyValueW(HKEY_LOCAL_MACHINE, kDefaultBindKey, kDefaultCenterValue, REG_DWORD, &code, sizeof code);

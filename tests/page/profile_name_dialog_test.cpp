@@ -58,12 +58,6 @@ protected:
         SendMessageW(Field(), EM_GETSEL, reinterpret_cast<WPARAM>(&begin), reinterpret_cast<LPARAM>(&end));
         return {begin, end};
     }
-    HWND Focus() const {
-        GUITHREADINFO info{};
-        info.cbSize = sizeof info;
-        GetGUIThreadInfo(GetWindowThreadProcessId(dialog, nullptr), &info);
-        return info.hwndFocus;
-    }
     void Type(const std::wstring& text) const {
         for (const wchar_t character : text) SendMessageW(Field(), WM_CHAR, character, 1);
     }
@@ -100,7 +94,7 @@ TEST_F(ProfileNameDialogTest, OnlyRenamingAndCopyingStartWithTheName) {
 TEST_F(ProfileNameDialogTest, FieldHasTheFocus) {
     for (const auto mode : {ProfileNameMode::Add, ProfileNameMode::Rename}) {
         Open(mode, L"Drawing");
-        EXPECT_TRUE(ComesTrue([&] { return Focus() == Field(); }));
+        EXPECT_TRUE(ComesTrue([&] { return FocusOf(dialog) == Field(); }));
         EXPECT_FALSE(Close(IDCANCEL));
     }
 }

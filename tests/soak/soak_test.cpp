@@ -151,7 +151,7 @@ private:
     void CountComboEntries() {
         comboEntries = 0;
         for (const int control : kSlotControls) {
-            comboEntries += static_cast<std::size_t>(SendMessageW(sheet->PaneControl(control), CB_GETCOUNT, 0, 0));
+            comboEntries += static_cast<std::size_t>(EntryCountOf(sheet->PaneControl(control)));
         }
     }
 

@@ -59,10 +59,13 @@ HWND OpenMessageBox() {
     return FindTopLevelWindow([](HWND window) { return IsWindowVisible(window) && IsMessageBox(window); });
 }
 
+std::wstring TextOfMessageBox(HWND box) {
+    return TextOf(GetDlgItem(box, kTextControl));
+}
+
 MessageBoxSeen AnswerMessageBox(const std::string& expected, int button) {
     const HWND box = Await("the message box " + expected, OpenMessageBox);
-    MessageBoxSeen seen{TextOf(box), TextOf(GetDlgItem(box, kTextControl)), IconOf(box), ButtonsOf(box),
-                        GetWindow(box, GW_OWNER)};
+    MessageBoxSeen seen{TextOf(box), TextOfMessageBox(box), IconOf(box), ButtonsOf(box), GetWindow(box, GW_OWNER)};
     const HWND answer = GetDlgItem(box, button);
     if (answer == nullptr) throw std::runtime_error("the message box " + expected + " lacks the button to press");
     PostMessageW(answer, BM_CLICK, 0, 0);
