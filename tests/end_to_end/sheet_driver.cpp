@@ -16,7 +16,6 @@ namespace kvn::end_to_end {
 namespace {
 
 constexpr wchar_t kSheetTitle[] = L"Mouse Properties";
-constexpr wchar_t kDialogClass[] = L"#32770";
 constexpr int kMessageText = 0xFFFF;  // the id that a message box gives its text
 
 HWND FindDialog(DWORD processId, const std::wstring& title) {

@@ -13,6 +13,7 @@ namespace kvn::end_to_end {
 
 using test::ClassOf;
 using test::Describe;
+using test::kDialogClass;
 using test::Send;
 using test::TextOf;
 using test::TitleOf;

@@ -9,11 +9,12 @@
 #include "tests/service/program.h"
 #include "tests/support/real_input.h"
 #include "tests/support/waiting.h"
+#include "tests/support/window_search.h"
 
 namespace kvn::service_test {
 namespace {
 
-constexpr wchar_t kMenuClass[] = L"#32768", kDialogClass[] = L"#32770";
+constexpr wchar_t kMenuClass[] = L"#32768";
 constexpr int kTextOfBox = 0xFFFF;
 
 class TrayMenuOfServiceTest : public ServiceProgramTest {
@@ -38,7 +39,7 @@ protected:
     // The service's box, and one behind it; null without.
     static HWND Box(HWND behind = nullptr) {
         HWND box = behind;
-        for (DWORD process = 0; (box = FindWindowExW(nullptr, box, kDialogClass, nullptr)) != nullptr;) {
+        for (DWORD process = 0; (box = FindWindowExW(nullptr, box, test::kDialogClass, nullptr)) != nullptr;) {
             GetWindowThreadProcessId(box, &process);
             if (process == ServiceProcess() && IsWindowVisible(box)) return box;
         }

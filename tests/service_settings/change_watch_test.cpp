@@ -14,7 +14,8 @@
 namespace kvn::service {
 namespace {
 
-constexpr wchar_t kModelKey[] = L"Software\\KORVEN\\MouseUtility\\VID0abcPID00a1";
+using kvn::test::kModelKey;
+
 constexpr DWORD kPatience = 5000;
 
 void SetNumber(const wchar_t* key, DWORD number) {
