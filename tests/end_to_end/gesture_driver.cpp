@@ -12,7 +12,6 @@ namespace kvn::end_to_end {
 namespace {
 
 constexpr int kGestureTab = 1;
-constexpr wchar_t kDialogClass[] = L"#32770";
 
 }  // namespace
 

@@ -17,7 +17,6 @@ namespace kvn::end_to_end {
 namespace {
 
 constexpr wchar_t kSheetTitle[] = L"Mouse Properties";
-constexpr wchar_t kDialogClass[] = L"#32770";
 
 HWND FindDialog(DWORD processId, const std::wstring& title) {
     return FindTopLevelWindowOf(processId, [&](HWND window) {

@@ -12,6 +12,7 @@ using test::ClassOf;
 using test::Describe;
 using test::FindTopLevelWindowOf;
 using test::FocusOf;
+using test::kDialogClass;
 using test::Send;
 using test::TextOf;
 using test::TitleOf;

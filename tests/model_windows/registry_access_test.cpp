@@ -20,12 +20,12 @@ namespace {
 
 using namespace std::string_literals;
 
+using kvn::test::kModelKey;
 using kvn::test::ReplacedImport;
 using kvn::test::StoredValue;
 
 constexpr std::uint32_t kVid = 0x0ABC;
 constexpr std::uint32_t kPid = 0x00A1;
-constexpr wchar_t kModelKey[] = L"Software\\KORVEN\\MouseUtility\\VID0abcPID00a1";
 
 void SetBaseValue(const wchar_t* name, DWORD type, const void* data, std::size_t bytes) {
     ASSERT_EQ(RegSetKeyValueW(HKEY_CURRENT_USER, kvn::test::kMouseKey, name, type, data, static_cast<DWORD>(bytes)),
@@ -44,7 +44,7 @@ std::vector<BYTE> BytesOf(const std::wstring& text) {
     return bytes;
 }
 
-constexpr DWORD kRetryMilliseconds = 50;
+constexpr DWORD kRetryOfReadMilliseconds = 50;
 
 // Every test has an empty user's hive, and waits that take no time.
 class RegistryRecords : public testing::Test {
@@ -57,7 +57,7 @@ protected:
 private:
     void Wait(DWORD milliseconds) {
         // The run-time library waits as well, in its own ways.
-        if (milliseconds != kRetryMilliseconds) return genuineSleep(milliseconds);
+        if (milliseconds != kRetryOfReadMilliseconds) return genuineSleep(milliseconds);
         ++waits;
         if (onWait) onWait(waits);
     }

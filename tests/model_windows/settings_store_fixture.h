@@ -15,9 +15,10 @@
 
 namespace kvn::model {
 
+using kvn::test::kModelKey;
+
 class SettingsStore : public testing::Test {
 protected:
-    static constexpr wchar_t kModelKey[] = L"Software\\KORVEN\\MouseUtility\\VID0abcPID00a1";
     static constexpr wchar_t kFileName[] = L"VID0abcPID00a1.xml";
     static constexpr SettingValues kInitialValues{{11, 12, 13, 14, 15, 6, 17, 18, 9, 10, 5}};
 

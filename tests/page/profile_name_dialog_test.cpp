@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "resources/resource.h"
+#include "tests/page/surrogates.h"
 #include "tests/support/message_box_watcher.h"
 #include "tests/support/module_under_test.h"
 #include "tests/support/profile_dialogs.h"
@@ -19,8 +20,6 @@ namespace {
 
 using profiles::ProfileNameMode;
 
-constexpr wchar_t kHighSurrogate = 0xD83D;
-constexpr wchar_t kLowSurrogate = 0xDE00;
 const std::wstring kSurrogatePair{kHighSurrogate, kLowSurrogate};
 
 class ProfileNameDialogTest : public testing::Test {

@@ -15,7 +15,7 @@
 namespace kvn::service {
 namespace {
 
-constexpr wchar_t kModelKey[] = L"Software\\KORVEN\\MouseUtility\\VID0abcPID00a1";
+using kvn::test::kModelKey;
 
 void SetNumber(const wchar_t* key, DWORD number) {
     RegSetKeyValueW(HKEY_CURRENT_USER, key, L"BindKeyLeft", REG_DWORD, &number, sizeof number);

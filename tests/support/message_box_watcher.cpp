@@ -24,7 +24,7 @@ const std::array<IconRow, 4> kIcons{{{IDI_EXCLAMATION, MB_ICONEXCLAMATION},
                                      {IDI_HAND, MB_ICONERROR}}};
 
 bool IsMessageBox(HWND window) {
-    return ClassOf(window) == L"#32770" && GetDlgItem(window, kIconControl) != nullptr &&
+    return ClassOf(window) == kDialogClass && GetDlgItem(window, kIconControl) != nullptr &&
            GetDlgItem(window, kTextControl) != nullptr;
 }
 

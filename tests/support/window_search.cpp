@@ -23,7 +23,7 @@ BOOL CALLBACK Examine(HWND window, LPARAM parameter) {
 }
 
 BOOL CALLBACK CollectDialog(HWND window, LPARAM parameter) {
-    if (IsWindowVisible(window) && ClassOf(window) == L"#32770") {
+    if (IsWindowVisible(window) && ClassOf(window) == kDialogClass) {
         reinterpret_cast<std::vector<HWND>*>(parameter)->push_back(window);
     }
     return TRUE;

@@ -9,6 +9,8 @@
 
 namespace kvn::test {
 
+inline constexpr wchar_t kDialogClass[] = L"#32770";
+
 std::wstring ClassOf(HWND window);
 // As the window itself says.
 std::wstring TextOf(HWND window);
