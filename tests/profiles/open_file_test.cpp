@@ -79,7 +79,7 @@ TEST_F(OpenFileTest, RefusesAFileThatIsNotThere) {
     Enter(files, L"C:\\windows\\no such program.exe");
     const HWND refusal = Await("the refusal", [=] {
         return FindTopLevelWindow([=](HWND window) {
-            return IsWindowVisible(window) && GetWindow(window, GW_OWNER) == files && ClassOf(window) == L"#32770";
+            return IsWindowVisible(window) && GetWindow(window, GW_OWNER) == files && ClassOf(window) == kDialogClass;
         });
     });
     PostMessageW(refusal, WM_COMMAND, IDOK, 0);

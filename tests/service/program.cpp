@@ -136,7 +136,7 @@ DWORD ServiceProgramTest::ServiceProcess() {
 
 HWND ServiceProgramTest::Dialog(HWND other) {
     return test::FindTopLevelWindowOf(ServiceProcess(), [=](HWND window) {
-        return window != other && IsWindowVisible(window) && test::ClassOf(window) == L"#32770";
+        return window != other && IsWindowVisible(window) && test::ClassOf(window) == test::kDialogClass;
     });
 }
 

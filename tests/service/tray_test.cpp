@@ -9,7 +9,6 @@
 #include "tests/support/message_box_watcher.h"
 #include "tests/support/real_input.h"
 #include "tests/support/waiting.h"
-#include "tests/support/window_search.h"
 
 namespace kvn::service_test {
 namespace {
