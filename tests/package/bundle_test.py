@@ -84,7 +84,7 @@ class Bundle(unittest.TestCase):
         self.assertRegex(text, r"<td>Windows</td><td>[^<]*Windows")
         self.assertEqual(re.findall(r'<img alt="([^"]*)" src="data:image/png;base64,iVBOR', text), PICTURES)
         self.assertIn("<td>service_engine_tests</td>", text)
-        self.assertIn("<td>The page opens from where it is installed</td><td>passed</td>", text)
+        self.assertIn("<td>The installed page opens</td><td>passed</td>", text)
         self.assertNotIn("http", text)
         self.assertEqual(files_below(FOLDER), before)
         self.expect_the_users_own()

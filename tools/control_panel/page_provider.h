@@ -19,17 +19,17 @@ using Library = Owned<HMODULE, &FreeUnusedLibrary>;
 
 class PageProvider {
 public:
-    // Both throw HostError when the class cannot be made in this thread's apartment or serves no property pages.
+    // Both throw HostError if the class cannot be created in this thread's apartment or provides no property pages.
     static PageProvider FromHandler(const Handler& handler);
     static PageProvider FromLibrary(const std::wstring& dll);
 
-    // Appends the pages that the handler offers, which may be none. Throws HostError when the handler fails.
+    // Appends the pages that the handler offers, if any. Throws HostError if the handler fails.
     void AddPagesTo(std::vector<Page>& pages) const;
 
 private:
     PageProvider() = default;
 
-    Library library;  // empty when COM keeps the DLL; goes after the object that lives in it
+    Library library;  // empty if COM keeps the DLL; must outlive the object in it
     ComPointer<IShellPropSheetExt> extension;
 };
 
