@@ -1,4 +1,4 @@
-// The data that the hub's thread and other threads exchange. The lock is held for a copy only, never during work.
+// The data that the hub's thread and other threads exchange. The lock is only held for a copy, never during work.
 #pragma once
 
 #include <windows.h>
@@ -38,7 +38,7 @@ struct HubReport {
     std::wstring forced;
     std::wstring programInFront;
     std::uint64_t switches = 0;
-    std::uint64_t mouseNumber = 0;    // the order of the mouse whose profile was reported last
+    std::uint64_t mouseNumber = 0;    // the order whose mouse's profile was reported last
     std::uint64_t readingNumber = 0;  // the order to read again that was carried out last
 };
 
