@@ -17,7 +17,7 @@ using test::Send;
 using test::TextOf;
 using test::TitleOf;
 
-// Null when the process has no such top-level window. `isWanted` must not throw.
+// Null if the process has no such top-level window. `isWanted` must not throw.
 HWND FindTopLevel(DWORD processId, const std::function<bool(HWND)>& isWanted);
 
 // The window that has the keyboard focus of this window's thread, or null.
