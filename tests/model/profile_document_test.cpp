@@ -1,4 +1,4 @@
-// Writing and reading held against each other.
+// Writing and reading, compared with each other.
 #include "model/profile_document.h"
 
 #include <gtest/gtest.h>
@@ -18,7 +18,7 @@ constexpr std::uint32_t kSeedCount = 200;
 const test::LatinCodec kLatin;
 const test::DoubleByteCodec kDoubleByte;
 
-// As a file on disk has it.
+// The form of a file on disk.
 std::string WithWindowsLineEnds(const std::string& document) {
     std::string converted;
     for (const char byte : document) {

@@ -20,7 +20,7 @@ ProfileSettings Defaults() {
     return DefaultProfileRecord().settings;
 }
 
-// Settings in which every value is another than in Defaults().
+// Settings in which every value differs from Defaults().
 ProfileSettings AllDifferent() {
     ProfileSettings settings = Defaults();
     for (std::int32_t& number : settings.values.items) ++number;
@@ -88,7 +88,7 @@ TEST(ChangedValuesTest, AChangedKeyIsTheOnlyWrite) {
     }
 }
 
-TEST(ChangedValuesTest, KeysThatAreTakenAwayGiveTheEmptyText) {
+TEST(ChangedValuesTest, RemovedKeysGiveTheEmptyText) {
     ProfileSettings before = Defaults();
     before.etcKeys[ButtonSlot::Center] = kCtrlAlt;
     const std::vector<RegistryWrite> expected{{RegistryValue::CenterEtcKey, 0, L""}};

@@ -31,7 +31,7 @@ TEST(EncodeEscapedTest, WritesACharacterThatTheCodePageLacksAsAReference) {
     EXPECT_EQ(EncodeEscaped(L"\x416", kDoubleByte), "&#x416;");
 }
 
-TEST(EncodeEscapedTest, WritesWhatTheCodePageHoldsAsItsBytes) {
+TEST(EncodeEscapedTest, WritesCharactersOfTheCodePageAsTheirBytes) {
     EXPECT_EQ(EncodeEscaped(L"\xE9\x416", kLatin), "\xE9&#x416;");
     EXPECT_EQ(EncodeEscaped(L"\x4E02\x4E03\x416", kDoubleByte), "\x81\x5C\x81\x5D&#x416;");
 }
@@ -71,7 +71,7 @@ TEST(UnescapeTest, ResolvesReferences) {
     EXPECT_EQ(Unescape(L"&&#x41;;"), L"&A;");
 }
 
-TEST(UnescapeTest, KeepsWhatIsNoWellFormedReference) {
+TEST(UnescapeTest, KeepsIllFormedReferences) {
     for (const wchar_t* text : {L"", L"&", L"&#", L"&#x", L"&#x;", L"&#x41", L"&#x4g;", L"&#65;", L"&amp;", L"&#X41;",
                                 L"&#x4A;", L"&#x110000;", L"&#xffffff;", L"&#x0000041;", L"&#x 41;", L"& #x41;"}) {
         EXPECT_EQ(Unescape(text), text);
