@@ -1,4 +1,4 @@
-// The memory that this program takes from the C library's heap, and with it all that `new` takes.
+// The memory that this program allocates from the C library's heap, including all of `new`.
 #pragma once
 
 #include <windows.h>
@@ -13,7 +13,7 @@
 
 namespace kvn::model::test {
 
-// While it lives, it knows the most bytes that were taken at one time beyond those of the beginning.
+// While it lives, it measures the most bytes in use at one time, beyond those at its start.
 class HeapWatch {
 public:
     bool IsInPlace() const { return taking.IsInPlace() && giving.IsInPlace(); }
