@@ -1,4 +1,5 @@
-// What the choosers offer on the Windows version that the tests run on; os_version_test.cpp looks at the others.
+// The functions that the choosers offer on the Windows version that the tests run on; os_version_test.cpp tests the
+// others.
 #include <windows.h>
 
 #include <algorithm>
@@ -76,7 +77,7 @@ TEST_F(SlotChooserTest, ChoosingFromTheOpenListConfirms) {
     EXPECT_TRUE(sheet->IsApplyEnabled());
 }
 
-TEST_F(SlotChooserTest, TellsTheHostToQuitWhenThePageGoesDown) {
+TEST_F(SlotChooserTest, MakesTheHostQuitWhenThePageIsDestroyed) {
     int quits = 0;
     const ReplacedImport<"PostQuitMessage", decltype(PostQuitMessage)> quit(module.Handle(), [&](int code) {
         EXPECT_EQ(code, 0);
@@ -96,7 +97,7 @@ TEST_F(SlotChooserTest, AnswersItsDestructionItself) {
     for (const int control : kSlotControls) {
         const HWND combo = sheet->PaneControl(control);
         const std::vector<ComboEntry> entries = EntriesOf(combo);
-        // The combo box would give up its list at the one and everything else at the other.
+        // At the first message the combo box would free its list, at the second everything else.
         EXPECT_EQ(SendMessageW(combo, WM_DESTROY, 0, 0), 0);
         EXPECT_EQ(SendMessageW(combo, WM_NCDESTROY, 0, 0), 0);
         EXPECT_TRUE(entries == EntriesOf(combo)) << control;
