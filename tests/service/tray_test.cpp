@@ -1,4 +1,4 @@
-// The menu of the service's icon, worked by its keys.
+// The menu of the service's icon, used with the keyboard.
 #include <array>
 #include <string>
 
@@ -25,7 +25,7 @@ protected:
 
     static void Report(UINT event) { PostMessageW(Window(), service::kTrayMessage, 1, static_cast<LPARAM>(event)); }
 
-    // As the taskbar says that the user wants the menu by the keyboard.
+    // Opens the menu as the taskbar does for the keyboard.
     static void OpenMenu() {
         Report(WM_CONTEXTMENU);
         AwaitMenu();
@@ -35,7 +35,7 @@ protected:
         test::Await("the menu's keys", [] { return GetForegroundWindow() == Window(); });
     }
 
-    // The service's box, and one behind it; null without.
+    // The service's message box, or the one behind another; null if there is none.
     static HWND Box(HWND behind = nullptr) {
         HWND box = behind;
         for (DWORD process = 0; (box = FindWindowExW(nullptr, box, kDialogClass, nullptr)) != nullptr;) {
