@@ -1,6 +1,6 @@
-// Somebody else's program, as far as the service knows: a window that writes down what reaches it, one line each.
+// A program that the service does not know, with a window that records the input that reaches it, one line each.
 //
-//   sent down C [Ctrl]      a key, with the modifiers that are down beside it; "again" follows when it was down before
+//   sent down C [Ctrl]      a key, with the modifiers that are down beside it; "again" follows if it was already down
 //   real left up            a button
 //   sent hwheel -120        a wheel
 //   posted SC_CLOSE         a command of the window's menu
@@ -47,7 +47,7 @@ struct ModifierRow {
 constexpr std::array<ModifierRow, 5> kModifiers{
     {{VK_SHIFT, "Shift"}, {VK_CONTROL, "Ctrl"}, {VK_MENU, "Alt"}, {VK_LWIN, "Win"}, {VK_RWIN, "Win"}}};
 
-// Those that are down, but for `key` itself.
+// The modifiers that are down, except `key` itself.
 std::string ModifiersBeside(int key) {
     std::string names;
     for (const ModifierRow& row : kModifiers) {
