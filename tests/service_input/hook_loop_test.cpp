@@ -11,7 +11,7 @@ using service::EngineSettings;
 
 constexpr model::FunctionCode kCopy = 10, kShift = 19, kNothing = 38;
 
-// Gives the loop the reports that Windows would give a hook about the user's own mouse.
+// Gives the loop reports as Windows gives them to a hook about the user's own mouse.
 class HookLoopTest : public PerformerTest {
 protected:
     bool Keeps(WPARAM message, WORD data = 0, DWORD flags = 0) {
@@ -27,7 +27,7 @@ protected:
         loop.Send(settings);
     }
 
-    // Control, function and what is to be said of it, for each press since the last time.
+    // Control, function and mark of each press since the last call.
     std::string Seen() {
         std::string all;
         for (service::SeenPress press; loop.presses.Take(press);) {
@@ -53,7 +53,7 @@ TEST_F(HookLoopTest, PressAndReleaseOfAFunctionAreKeptAndTheFunctionIsCarriedOut
     EXPECT_EQ(recorder.Await("+Shift -Shift"), "+Shift -Shift");
 }
 
-TEST_F(HookLoopTest, EveryButtonIsToldFromTheOthers) {
+TEST_F(HookLoopTest, EveryButtonIsDistinguished) {
     struct Row {
         ButtonSlot control;
         WPARAM down, up;
@@ -71,7 +71,7 @@ TEST_F(HookLoopTest, EveryButtonIsToldFromTheOthers) {
     }
 }
 
-TEST_F(HookLoopTest, WhatAProgramMadePasses) {
+TEST_F(HookLoopTest, InputOfProgramsPasses) {
     Choose(ButtonSlot::Center, kNothing);
     EXPECT_FALSE(Keeps(WM_MBUTTONDOWN, 0, LLMHF_INJECTED));
     EXPECT_FALSE(Keeps(WM_MBUTTONUP, 0, LLMHF_LOWER_IL_INJECTED));
@@ -99,7 +99,7 @@ TEST_F(HookLoopTest, PressesAndPushesByTheUserCount) {
     EXPECT_EQ(loop.pressCount, 4U);
 }
 
-TEST_F(HookLoopTest, AMoveWakesWhoSleepsAndDecidesNothing) {
+TEST_F(HookLoopTest, AMoveWakesTheSleeperAndDecidesNothing) {
     activity.isSomeoneAsleep = true;
     EXPECT_FALSE(Keeps(WM_MOUSEMOVE));
     EXPECT_LT(GetTickCount() - activity.lastEvent, 5000U);
@@ -109,7 +109,7 @@ TEST_F(HookLoopTest, AMoveWakesWhoSleepsAndDecidesNothing) {
     EXPECT_EQ(WaitForSingleObject(activity.wake.Get(), 0), static_cast<DWORD>(WAIT_TIMEOUT));
 }
 
-TEST_F(HookLoopTest, HeldButtonsCanBeAskedForFromElsewhere) {
+TEST_F(HookLoopTest, OtherThreadsCanAskForHeldButtons) {
     Choose(ButtonSlot::Button5, kNothing);
     Keeps(WM_XBUTTONDOWN, XBUTTON2);
     EXPECT_EQ(loop.heldButtons, 1U << 4U);
@@ -117,7 +117,7 @@ TEST_F(HookLoopTest, HeldButtonsCanBeAskedForFromElsewhere) {
     EXPECT_EQ(loop.heldButtons, 0U);
 }
 
-TEST_F(HookLoopTest, NewSettingsHoldForTheNextPress) {
+TEST_F(HookLoopTest, NewSettingsCountForTheNextPress) {
     Choose(ButtonSlot::Center, kNothing);
     Choose(ButtonSlot::Center, kCopy);
     EXPECT_TRUE(Keeps(WM_MBUTTONDOWN));
@@ -139,7 +139,7 @@ TEST_F(HookLoopTest, PressesAreNaturalWhileTheWorkerHangs) {
     AwaitDone(static_cast<std::size_t>(kept));
 }
 
-TEST_F(HookLoopTest, WhoWatchesSeesPressesThatPassAndPressesThatAreKept) {
+TEST_F(HookLoopTest, WatcherSeesPressesThatPassAndPressesThatAreKept) {
     Choose(ButtonSlot::Button4, kCopy);
     loop.presses.Watch();
     Keeps(WM_LBUTTONDOWN);
@@ -153,7 +153,7 @@ TEST_F(HookLoopTest, WhoWatchesSeesPressesThatPassAndPressesThatAreKept) {
     AwaitDone(1);
 }
 
-TEST_F(HookLoopTest, WhoWatchesSeesHowAStrokeEnds) {
+TEST_F(HookLoopTest, WatcherSeesTheEndOfAStroke) {
     Choose(ButtonSlot::Center, model::kFunctionGesture);
     loop.presses.Watch();
     Keeps(WM_MBUTTONDOWN);
@@ -166,7 +166,7 @@ TEST_F(HookLoopTest, WhoWatchesSeesHowAStrokeEnds) {
     AwaitDone(3);
 }
 
-TEST_F(HookLoopTest, WhoWatchesSeesPausedPressesAndNoneOfPrograms) {
+TEST_F(HookLoopTest, WatcherSeesPausedPressesAndNoneOfPrograms) {
     Choose(ButtonSlot::Button4, kCopy);
     loop.presses.Watch();
     Keeps(WM_XBUTTONDOWN, XBUTTON1, LLMHF_INJECTED);
@@ -175,7 +175,7 @@ TEST_F(HookLoopTest, WhoWatchesSeesPausedPressesAndNoneOfPrograms) {
     EXPECT_EQ(Seen(), "3:3 paused ");
 }
 
-TEST_F(HookLoopTest, NobodyWhoWatchesNoMoreIsToldOfAnything) {
+TEST_F(HookLoopTest, NothingIsReportedAfterTheWatchEnds) {
     loop.presses.Watch();
     loop.presses.StopWatching();
     Keeps(WM_MBUTTONDOWN);
