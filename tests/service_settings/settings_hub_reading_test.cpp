@@ -1,4 +1,4 @@
-// The hub reads again when registry or profile file change, and says what is wrong with the file.
+// The hub reads again when the registry or the profile file changes, and reports problems with the file.
 #include <gtest/gtest.h>
 
 #include <shlwapi.h>
@@ -51,7 +51,7 @@ TEST_F(SettingsHubReadingTest, FollowsTheFile) {
     EXPECT_TRUE(Problems().empty());
 }
 
-TEST_F(SettingsHubReadingTest, WhatWasToBeReadAgainIsInForceWhenItSaysSo) {
+TEST_F(SettingsHubReadingTest, TheSettingsAreInForceWhenItReportsThatItHasReread) {
     StartReadHub();
     for (int code = 3; code < 20; ++code) {
         WriteFile({ProfileText("Default", {{"lbutton", std::to_string(code)}})});
@@ -66,7 +66,7 @@ TEST_F(SettingsHubReadingTest, FollowsAFileWhoseFolderGoesAndComesBack) {
     StartReadHub();
     for (const int code : {6, 7}) {
         std::filesystem::remove_all(User().SettingsFolder());
-        // It goes once the hub has noticed, and lets go of it.
+        // The folder disappears once the hub has noticed and closed it.
         ASSERT_TRUE(ComesTrue([this] { return !kvn::test::FileExists(User().SettingsFolder()); }));
         ASSERT_TRUE(LeftFunctionBecomes(1));
         WriteFile({ProfileText("Default", {{"lbutton", std::to_string(code)}})});
@@ -97,7 +97,7 @@ TEST_F(SettingsHubReadingTest, ReadsDuringChangesThatDoNotEnd) {
         std::chrono::seconds(20)));
 }
 
-TEST_F(SettingsHubReadingTest, SaysOnceThatTheFileCannotBeRead) {
+TEST_F(SettingsHubReadingTest, ReportsOnceThatTheFileCannotBeRead) {
     WriteFile({ProfileText("Default", {{"lbutton", "5"}})});
     StartReadHub();
     WriteBytes("broken");
@@ -109,7 +109,7 @@ TEST_F(SettingsHubReadingTest, SaysOnceThatTheFileCannotBeRead) {
     EXPECT_EQ(Problems(), (std::vector{Problem{SettingsProblem::FileUnreadable, FilePath()}}));
 }
 
-TEST_F(SettingsHubReadingTest, SaysItAgainWhenItWasGoneMeanwhile) {
+TEST_F(SettingsHubReadingTest, ReportsItAgainIfTheFileWasReadableMeanwhile) {
     WriteBytes("broken");
     StartReadHub();
     ASSERT_TRUE(ComesTrue([this] { return Problems().size() == 1; }));
@@ -119,7 +119,7 @@ TEST_F(SettingsHubReadingTest, SaysItAgainWhenItWasGoneMeanwhile) {
     EXPECT_TRUE(ComesTrue([this] { return Problems().size() == 2; }));
 }
 
-TEST_F(SettingsHubReadingTest, SaysWhatThePageHasSetAside) {
+TEST_F(SettingsHubReadingTest, ReportsFilesThatThePageHasSetAside) {
     WriteBytes("broken");
     StartReadHub();
     const std::wstring aside = FilePath().substr(0, FilePath().size() - 4) + L".broken-1.xml";
@@ -139,7 +139,7 @@ TEST_F(SettingsHubReadingTest, ReadsAFileThatWasHeldOnceItIsFree) {
     EXPECT_TRUE(ComesTrue([this] { return LeftFunction() == 5; }, std::chrono::seconds(20)));
 }
 
-TEST_F(SettingsHubReadingTest, NeverStandsInTheWayOfASave) {
+TEST_F(SettingsHubReadingTest, NeverBlocksASave) {
     std::string large = ProfileText("Default");
     for (int profile = 0; profile < 100; ++profile)
         large += ProfileText("P" + std::to_string(profile), {{"x", std::string(10'000, 'x')}});
