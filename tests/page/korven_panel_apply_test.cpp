@@ -15,7 +15,7 @@ using Values = std::map<std::wstring, StoredValue>;
 
 class KorvenPanelApplyTest : public PageTest {
 protected:
-    // Opens on a stored profile, with the model's registry values removed.
+    // Opens on a stored profile. The registry has no values of the model.
     void OpenOn(const std::vector<ProfileElement>& elements = {}) {
         WriteProfiles({ProfileText("Default", elements)});
         Open();
