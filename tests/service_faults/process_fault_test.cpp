@@ -85,7 +85,8 @@ TEST_F(ServiceProcessTest, TheEndOfTheSessionEndsServiceAndWatcher) {
     EXPECT_TRUE(service::EndWatcher());
 }
 
-// Leaves out messages that end the service, and the icon's events, which open windows that would have to be closed.
+// The tests leave out these messages: some end the service, and the icon's events open windows that would have to be
+// closed.
 bool IsMeantToActOn(UINT message) {
     constexpr std::array kMeant{UINT{WM_CLOSE}, UINT{WM_ENDSESSION}, UINT{WM_SYSCOMMAND}, service::kTrayMessage};
     return std::ranges::find(kMeant, message) != kMeant.end();

@@ -12,15 +12,15 @@ namespace kvn::test {
 struct MessageBoxSeen {
     std::wstring caption;
     std::wstring text;
-    UINT icon = 0;             // MB_ICONEXCLAMATION, MB_ICONINFORMATION or another; 0 when there is none
+    UINT icon = 0;             // MB_ICONEXCLAMATION, MB_ICONINFORMATION or another; 0 if there is none
     std::vector<int> buttons;  // the buttons' ids from left to right
     HWND owner = nullptr;
 };
 
-// The open message box; null when there is none.
+// The open message box; null if there is none.
 HWND OpenMessageBox();
 
-// Waits for a message box, presses one of its buttons and waits until it is gone. Returns the content of the box.
+// Waits for a message box, presses one of its buttons and waits until it has closed. Returns the contents of the box.
 // `expected` names the box in the failure of a test that waits too long.
 MessageBoxSeen AnswerMessageBox(const std::string& expected, int button);
 

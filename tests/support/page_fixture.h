@@ -1,4 +1,4 @@
-// The start of every test of the page: a user with an attached mouse, a running service, the module loaded.
+// The fixture of all tests of the page: a user with an attached mouse, a running service, and the loaded module.
 #pragma once
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// Finds windows and reads their content.
+// Finds windows and reads their contents.
 #pragma once
 
 #include <windows.h>
@@ -10,7 +10,7 @@
 namespace kvn::test {
 
 std::wstring ClassOf(HWND window);
-// As the window itself says.
+// The text that the window itself reports.
 std::wstring TextOf(HWND window);
 // A top-level window's title, without waiting for its thread.
 std::wstring TitleOf(HWND window);
@@ -21,7 +21,7 @@ HWND FindTopLevelWindow(const std::function<bool(HWND)>& condition);
 // The first direct child that meets the condition, or null.
 HWND FindChildWindow(HWND parent, const std::function<bool(HWND)>& condition);
 
-// The visible dialogs of a thread, the one in front first.
+// The visible dialogs of a thread, from front to back.
 std::vector<HWND> OpenDialogsOf(DWORD threadId);
 
 }  // namespace kvn::test
