@@ -76,7 +76,7 @@ private:
 
     // The only selected profile; reports to the user if there is none or more than one.
     std::optional<std::size_t> AskForOneProfile() const;
-    // The name that the user gives a profile; nothing when the user cancels.
+    // The name that the user gives a profile; nothing if the user cancels.
     std::optional<std::wstring> AskForName(ProfileNameMode mode, std::wstring_view current = {}) const;
     bool RefuseTakenName(const std::wstring& name) const;
 

@@ -56,7 +56,7 @@ private:
     std::wstring folder;
 };
 
-// False when the user cancels, and on every failure.
+// False if the user cancels, and on every failure.
 bool ShowOpenDialog(OPENFILENAMEW& request) {
     using platform::SystemFunction;
     const auto getOpenFileName = SystemFunction<decltype(GetOpenFileNameW)>(kCommonDialogs, "GetOpenFileNameW");

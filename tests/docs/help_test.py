@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""The help page: well formed, complete in both languages, and without a link or a picture that leads nowhere.
+"""The help page: well-formed, complete in both languages, and without a broken link or picture.
 
 Usage: help_test.py ROOT
 """
