@@ -26,7 +26,7 @@
 namespace kvn::service {
 namespace {
 
-// Is the service until it is told to end. Prints the answers to its options before that.
+// Runs as the service until it is told to end. First prints the answers to its options.
 Answer Serve(const CommandLine& commands) {
     if (IsForeignServiceThere()) return Fault(IDS_FAULT_OTHER_SERVICE);
     Application application;

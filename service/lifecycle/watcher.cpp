@@ -14,12 +14,12 @@ namespace {
 using platform::UniqueKernelObject;
 
 constexpr DWORD kEndMilliseconds = 2'000;
-// A watcher that keeps ending after less time than this is not started forever.
+// After several watchers in a row that ended sooner than this, the next one is not started at once.
 constexpr std::uint64_t kShortLifeMilliseconds = 2'000;
 constexpr int kMostShortLives = 5;
-// If a watcher cannot be started, the service tries again, and after some tries less often.
+// The time until the next attempt to start a watcher: usually, and after several short lives.
 constexpr DWORD kRetryMilliseconds = 1'000, kLateRetryMilliseconds = 60'000;
-// If there is no memory for a new service, the watcher tries again once a second.
+// If a new service cannot be started for lack of memory, the watcher tries again once a second, this many times.
 constexpr int kMostTries = 60;
 
 UniqueKernelObject OpenEndEvent() {

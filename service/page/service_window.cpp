@@ -49,8 +49,8 @@ void ServiceWindow::Withdraw() {
     SetWindowTextW(window.Get(), nullptr);
 }
 
-// Any program may send this window any message. For some, as a press on a frame or a menu command, Windows would run
-// its own message loop, and in others it would take numbers for pointers. The window needs none of these.
+// Any program may send this window any message. For some, such as a press on a frame or a menu command, Windows would
+// run its own message loop, and in others it would take numbers for pointers. The window needs none of these.
 bool ServiceWindow::IsForWindows(UINT message, WPARAM wParam) const {
     if (message == WM_SETTEXT) return isNaming;  // others find the window by its title
     if (message == WM_SYSCOMMAND) return (wParam & kCommandMask) == SC_CLOSE;

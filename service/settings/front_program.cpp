@@ -12,7 +12,7 @@ namespace kvn::service {
 namespace {
 
 // The classes of the list of programs that Windows shows while Alt+Tab is held, from the oldest Windows to the newest.
-// If the list counted as a program, its profile would end the function that holds Alt.
+// If the list counted as a program, a change of the profile could end the function that holds Alt.
 constexpr std::array<std::wstring_view, 5> kSwitcherClasses{L"#32771", L"TaskSwitcherWnd", L"MultitaskingViewFrame",
                                                             L"ForegroundStaging", L"XamlExplorerHostIslandWindow"};
 

@@ -38,7 +38,7 @@ struct HubReport {
     std::wstring forced;
     std::wstring programInFront;
     std::uint64_t switches = 0;
-    std::uint64_t mouseNumber = 0;    // the order whose mouse's profile was reported last
+    std::uint64_t mouseNumber = 0;    // the order of the mouse whose profile was reported last
     std::uint64_t readingNumber = 0;  // the order to read again that was carried out last
 };
 
