@@ -61,7 +61,7 @@ public:
     }
 
 private:
-    // A document with a second root element, or with a document type of its own, holds no settings.
+    // A document with a second root element or with a document type holds no settings.
     static bool IsOurs(const TiXmlElement& root) {
         if (root.Value() != std::string_view(element::kRoot) || root.NextSiblingElement() != nullptr) return false;
         for (const TiXmlNode* node = root.PreviousSibling(); node; node = node->PreviousSibling()) {

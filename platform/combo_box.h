@@ -32,7 +32,8 @@ void WidenDropList(HWND combo);
 // Restores the selection of a combo box if its list is left without confirming.
 class OpenedList {
 public:
-    // Call it with every notification of the combo box, before anything else handles it. True if the selection changed.
+    // Call it with every notification of the combo box, before anything else handles it. True if it changed the
+    // selection.
     bool OnNotification(HWND combo, UINT notification);
 
     // Makes the current selection count as confirmed.
