@@ -349,7 +349,7 @@ Press Engine::PressOf(ButtonSlot control) const {
     return press;
 }
 
-// By slot, as the programs name them.
+// By slot, as programs see the buttons.
 std::uint32_t Engine::PassedButtonsBeside(const Press& press) const {
     std::uint32_t passed = 0;
     for (std::size_t button = 0; button < presses.size(); ++button) {

@@ -111,7 +111,7 @@ private:
     Press PressOf(model::ButtonSlot control) const;
     std::uint32_t PassedButtonsBeside(const Press& press) const;
     Order OrderOf(const Press& press, OrderKind kind) const;
-    // Of the trail or of the flying wheel.
+    // An order of the trail or of the flying wheel.
     Order PlainOrder(OrderKind kind, model::ScreenPoint place) const;
 
     EngineSettings settings;

@@ -28,7 +28,7 @@ public:
 
     void WaitForFocus(int id) const;
 
-    // Of a message box.
+    // The text of a message box.
     std::wstring Message() const;
 
 private:

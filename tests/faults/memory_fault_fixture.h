@@ -52,7 +52,7 @@ protected:
     void ApplyEverything();
     void CloseAndExpectNoLeak();
 
-    // What is on disk and in the registry.
+    // The state on disk and in the registry.
     struct SavedState {
         std::string file;  // empty if there is none
         std::map<std::wstring, StoredValue> values;

@@ -9,7 +9,7 @@
 namespace kvn::test {
 namespace {
 
-// One call, what it returns, and whether anything is referenced afterwards.
+// A call, its result, and whether anything is referenced afterwards.
 struct CountedCall {
     const char* what;
     std::function<long()> call;

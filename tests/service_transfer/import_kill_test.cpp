@@ -118,7 +118,7 @@ protected:
         EXPECT_TRUE(!isNew || !KeptFiles().empty()) << when;
     }
 
-    // As they are read back.
+    // The profiles as they are read back.
     static model::ProfileSet AllAlike(model::ProfileSet profiles) {
         for (model::ProfileRecord& record : profiles) {
             record.vid = profiles.front().vid;

@@ -13,7 +13,7 @@
 
 namespace kvn::control_panel {
 
-// As COM does it: a DLL that still has objects stays loaded.
+// Like COM, keeps a DLL loaded that still has objects.
 void FreeUnusedLibrary(HMODULE module);
 using Library = Owned<HMODULE, &FreeUnusedLibrary>;
 

@@ -52,7 +52,7 @@ def read(path: str) -> str:
 
 
 def plain(name: str, language: str) -> str:
-    """By an id, or by the English words if their translation is the same everywhere."""
+    """A text by its id, or by its English words if their translation is the same everywhere."""
     if name in TEXTS:
         return TEXTS[name][language]
     found = {texts[language] for texts in all_texts() if texts["en"] == name}

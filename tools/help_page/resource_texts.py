@@ -21,7 +21,7 @@ CONTROL = re.compile(rf"^\s*(?:CONTROL|GROUPBOX|PUSHBUTTON|LTEXT|RTEXT) {TEXT},\
 
 
 def plain(text: str) -> str:
-    """As it is shown: without the mark of an access key, and with lines broken where the program breaks them."""
+    """The text as shown: without the mark of an access key, and with lines broken where the program breaks them."""
     return re.sub(r"\(&\w\)|&(?=\w)", "", text).replace("\\n", "\n").replace("\\\\", "\\")
 
 
