@@ -155,7 +155,7 @@ TEST(RegistryDocumentTest, NamesTheKeys) {
 
 TEST(RegistryDocumentTest, ExplainsHowAListIsStored) {
     EXPECT_EQ(model::GesturesToMultiString({}).size() * 2, 2U);
-    EXPECT_NE(Prose().find("empty list is that one zero: 2 bytes"), std::string::npos);
+    EXPECT_NE(Prose().find("empty list is that one null: 2 bytes"), std::string::npos);
 }
 
 TEST(FunctionCodesDocumentTest, AreThoseOfTheCatalogue) {
