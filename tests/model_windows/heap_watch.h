@@ -13,7 +13,9 @@
 
 namespace kvn::model::test {
 
-// While it lives, it measures the most bytes in use at one time, beyond those at its start.
+inline constexpr std::size_t kMegabyte = std::size_t{1024} * 1024;
+
+// While it lives, it knows the most bytes that were taken at one time beyond those of the beginning.
 class HeapWatch {
 public:
     bool IsInPlace() const { return taking.IsInPlace() && giving.IsInPlace(); }

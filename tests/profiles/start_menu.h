@@ -11,7 +11,9 @@
 
 namespace kvn::test {
 
-// A temporary folder for files of a test, removed afterwards however deep it is. Names are relative to it.
+inline constexpr wchar_t kNotepad[] = L"C:\\windows\\notepad.exe";
+
+// A temporary folder with what a test puts into it, gone afterwards however deep it is. Names are relative to it.
 class ScratchFolder {
 public:
     ScratchFolder();

@@ -40,7 +40,9 @@ protected:
     // The service's window, and its process; none without a service.
     static HWND Window();
     static DWORD ServiceProcess();
-    // Waits until a process other than this one is the service.
+    // A dialog that the service shows, other than this one; null without.
+    static HWND Dialog(HWND other = nullptr);
+    // Waits until another process than this one is the service.
     static DWORD AwaitServiceOtherThan(DWORD process);
 
     // Whether the start that became the service has ended, and how.

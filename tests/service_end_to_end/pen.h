@@ -19,11 +19,11 @@ public:
     // each step until the trail has reached it. A letter must not go back over an earlier one.
     void Draw(const std::string& letters);
     void WaitUntilTrailHasGone() const;
-    // Whether a trail, of the page or the service, is visible at that place on the screen.
-    bool IsTrailAt(POINT point) const;
 
 private:
     void Step(int x, int y);
+    // Whether a trail, the page's or the service's, is to be seen there on the screen.
+    bool IsTrailAt(POINT point) const;
 
     const Hands& hands;
     POINT place{};

@@ -9,9 +9,7 @@ namespace {
 using model::ButtonSlot;
 using service::EngineSettings;
 
-constexpr model::FunctionCode kCopy = 10, kShift = 19, kNothing = 38;
-
-// Gives the loop reports as Windows gives them to a hook about the user's own mouse.
+// Gives the loop the reports that Windows would give a hook about the user's own mouse.
 class HookLoopTest : public PerformerTest {
 protected:
     bool Keeps(WPARAM message, WORD data = 0, DWORD flags = 0) {
@@ -65,14 +63,14 @@ TEST_F(HookLoopTest, EveryButtonIsDistinguished) {
                            Row{ButtonSlot::Button5, WM_XBUTTONDOWN, WM_XBUTTONUP, XBUTTON2}}) {
         EXPECT_FALSE(Keeps(row.down, row.data));
         EXPECT_FALSE(Keeps(row.up, row.data));
-        Choose(row.control, kNothing);
+        Choose(row.control, kOff);
         EXPECT_TRUE(Keeps(row.down, row.data));
         EXPECT_TRUE(Keeps(row.up, row.data));
     }
 }
 
-TEST_F(HookLoopTest, InputOfProgramsPasses) {
-    Choose(ButtonSlot::Center, kNothing);
+TEST_F(HookLoopTest, WhatAProgramMadePasses) {
+    Choose(ButtonSlot::Center, kOff);
     EXPECT_FALSE(Keeps(WM_MBUTTONDOWN, 0, LLMHF_INJECTED));
     EXPECT_FALSE(Keeps(WM_MBUTTONUP, 0, LLMHF_LOWER_IL_INJECTED));
     EXPECT_EQ(loop.pressCount, 0U);
@@ -109,16 +107,16 @@ TEST_F(HookLoopTest, AMoveWakesTheSleeperAndDecidesNothing) {
     EXPECT_EQ(WaitForSingleObject(activity.wake.Get(), 0), static_cast<DWORD>(WAIT_TIMEOUT));
 }
 
-TEST_F(HookLoopTest, OtherThreadsCanAskForHeldButtons) {
-    Choose(ButtonSlot::Button5, kNothing);
+TEST_F(HookLoopTest, HeldButtonsCanBeAskedForFromElsewhere) {
+    Choose(ButtonSlot::Button5, kOff);
     Keeps(WM_XBUTTONDOWN, XBUTTON2);
     EXPECT_EQ(loop.heldButtons, 1U << 4U);
     Keeps(WM_XBUTTONUP, XBUTTON2);
     EXPECT_EQ(loop.heldButtons, 0U);
 }
 
-TEST_F(HookLoopTest, NewSettingsCountForTheNextPress) {
-    Choose(ButtonSlot::Center, kNothing);
+TEST_F(HookLoopTest, NewSettingsHoldForTheNextPress) {
+    Choose(ButtonSlot::Center, kOff);
     Choose(ButtonSlot::Center, kCopy);
     EXPECT_TRUE(Keeps(WM_MBUTTONDOWN));
     EXPECT_TRUE(Keeps(WM_MBUTTONUP));

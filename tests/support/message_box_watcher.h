@@ -20,7 +20,10 @@ struct MessageBoxSeen {
 // The open message box; null if there is none.
 HWND OpenMessageBox();
 
-// Waits for a message box, presses one of its buttons and waits until it has closed. Returns the contents of the box.
+// The text of a message box of any process.
+std::wstring TextOfMessageBox(HWND box);
+
+// Waits for a message box, presses one of its buttons and waits until it is gone. Returns the content of the box.
 // `expected` names the box in the failure of a test that waits too long.
 MessageBoxSeen AnswerMessageBox(const std::string& expected, int button);
 
