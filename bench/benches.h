@@ -8,18 +8,18 @@ namespace kvn::bench {
 // Loading and saving a large profile file against TinyXML alone.
 void BenchProfileFile(Report& report);
 
-// The DLL's size, and loading it, against a COM DLL that does nothing. To be called before anything else has loaded the
-// page's DLL. Both lie beside this program.
+// The DLL's size, and loading it, against a COM DLL that does nothing. Call it before anything else loads the page's
+// DLL. Needs both beside this program.
 void BenchLoading(Report& report);
 
 // Opening the page, with few profiles and with many, against an empty page made of the same templates. Needs the DLL
 // and the service's folder beside this program.
 void BenchOpenPage(Report& report);
 
-// Prints in which of the functions that the page calls the time of one opening goes.
+// Prints how much time of one opening each function that the page calls takes.
 void ShowWhereOpeningGoes();
 
-// How often an opened and an applied page calls the registry, takes memory and gets messages. Needs the same.
+// How often the page calls the registry, allocates memory and gets messages when it opens and applies. Needs the same.
 void BenchPageCounts(Report& report);
 
 // A tick of the stroke recogniser against the bare arithmetic, a tick with the service in its own process against the
@@ -34,8 +34,8 @@ void BenchStartMenu(Report& report);
 // rows and icons. Needs the DLL beside this program.
 void BenchProfileEditor(Report& report);
 
-// What the service's hook costs, and the finished service at rest and in use. Needs the service's folder beside this
-// program.
+// The cost of the service's hook, and of the finished service at rest and in use. Needs the service's folder beside
+// this program.
 void BenchService(Report& report);
 
 // From the press of a real button to the key in another program's window. Needs the mouse that start_hands of

@@ -41,7 +41,7 @@ private:
     std::uint64_t state = 20'26;
 };
 
-// One million, so that the milliseconds of all are the nanoseconds of one.
+// One million, so that milliseconds for all are nanoseconds for one.
 constexpr std::size_t kSamples = 1'000'000;
 constexpr std::size_t kStrokeSamples = 40;
 constexpr int kLongestStep = 60;
@@ -84,7 +84,7 @@ void BenchRecogniser(Report& report) {
         [&] { return Measure(take); }, [&] { return Measure(compute); });
 
     const std::size_t before = HeapAllocations();
-    int* volatile onPurpose = new int(0);  // an allocation that the compiler cannot leave out
+    int* volatile onPurpose = new int(0);  // an allocation that the compiler cannot remove
     delete onPurpose;
     const std::size_t counted = HeapAllocations() - before;
     report.Add({"heap allocations of all these ticks", "", static_cast<double>(allocations), "one on purpose",
@@ -97,14 +97,14 @@ constexpr std::size_t kTicksOfStroke = 30;
 constexpr double kTickShare = 0.01;
 constexpr int kScreenMargin = 300;
 
-// What the work takes, in microseconds, while the cursor is somewhere else each time.
+// The microseconds that the work takes. The cursor is at another place each time.
 double MeasureWithMovedCursor(Walk& walk, const std::function<void()>& work) {
     SetCursorPos(kScreenMargin + walk.Next(kLongestStep), kScreenMargin + walk.Next(kLongestStep));
     return 1000 * Measure(work);
 }
 
-// In strokes of three seconds, which is long: the cursor is read, the service asked in its own process, the trail
-// drawn.
+// Measures in long strokes of three seconds. Each tick reads the cursor, asks the service in its own process, and draws
+// the trail.
 void BenchTick(Report& report, HMODULE pageModule) {
     const RunningService service(L"--held 1");
     if (!service.Runs()) return report.AddMissing("a tick of the gesture manager, without the service");
@@ -148,7 +148,7 @@ public:
     model::SettingValues ShownValues() const override { return {}; }
 };
 
-// Every tenth gesture has keys, as more would be unusual.
+// Every tenth gesture has keys; more would be unusual.
 model::ProfileRecord ProfileOfGestures(const std::wstring& name) {
     constexpr std::array<std::int32_t, 10> kFunctions{1, 3, 4, 6, 7, 10, 12, 14, 26, 37};
     model::ProfileRecord record = model::DefaultProfileRecord();
@@ -169,7 +169,7 @@ std::vector<RowTexts> TextsOf(HMODULE pageModule, const model::ProfileRecord& re
     return rows;
 }
 
-// The bare work: the rows go, and others with the same texts come, by the list view's own messages.
+// The bare work: deletes the rows and adds others with the same texts, by the list view's own messages.
 void ShowRows(HWND list, const std::vector<RowTexts>& rows) {
     SendMessageW(list, WM_SETREDRAW, FALSE, 0);
     SendMessageW(list, LVM_DELETEALLITEMS, 0, 0);
@@ -188,7 +188,7 @@ void ShowRows(HWND list, const std::vector<RowTexts>& rows) {
 }
 
 void BenchList(Report& report, HMODULE pageModule) {
-    // Shown, as the tab of the gestures is when the user sees the list change.
+    // Visible, like the tab of the gestures when the user sees the list change.
     const HWND frame = CreateWindowExW(0, WC_DIALOG, L"Bench", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 900, 700,
                                        nullptr, nullptr, nullptr, nullptr);
     model::MouseSettings settings;

@@ -16,7 +16,7 @@ std::size_t HeapAllocations() {
 
 }  // namespace kvn::bench
 
-// The linker's --wrap gives the calls of NAME to __wrap_NAME and keeps the C library's own as __real_NAME.
+// The linker's --wrap turns calls of NAME into calls of __wrap_NAME; __real_NAME is the C library's own function.
 extern "C" {
 
 void* __real_malloc(std::size_t bytes);

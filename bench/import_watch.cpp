@@ -35,7 +35,7 @@ BYTE* stubs = nullptr;
 constexpr std::size_t kStubBytes = 24;
 constexpr std::size_t kCallDepth = 1024;
 
-// What looks at the stack's return addresses cannot be called with an exchanged one.
+// A function that reads return addresses on the stack must not find a replaced one.
 bool MayBeTimed(std::string_view name) {
     constexpr std::array<std::string_view, 5> kNever{"Rtl", "_setjmp", "longjmp", "RaiseException", "__C_specific"};
     return std::none_of(kNever.begin(), kNever.end(),
@@ -62,7 +62,7 @@ extern "C" {
 void KvnBenchImportEntry();
 void KvnBenchImportReturn();
 
-// Notes a call; its return address is exchanged for KvnBenchImportReturn. Returns the function to go on with.
+// Records a call, and replaces its return address with KvnBenchImportReturn. Returns the function to continue with.
 void* KvnBenchOnCall(kvn::bench::Detour* detour, void** returnAddress) {
     using namespace kvn::bench;
     if (GetCurrentThreadId() != watchedThread) return detour->original;
@@ -74,7 +74,7 @@ void* KvnBenchOnCall(kvn::bench::Detour* detour, void** returnAddress) {
     return detour->original;
 }
 
-// Notes the end of the innermost call and returns its own return address.
+// Records the end of the innermost call, and returns its original return address.
 void* KvnBenchOnReturn() {
     using namespace kvn::bench;
     const OpenCall call = openCalls.back();
@@ -86,7 +86,7 @@ void* KvnBenchOnReturn() {
 }
 }
 
-// Both keep everything in which arguments and results travel: rcx, rdx, r8, r9 and xmm0 to xmm3; rax and xmm0.
+// Both preserve all registers of arguments and results: rcx, rdx, r8, r9 and xmm0 to xmm3; rax and xmm0.
 asm(R"(
     .text
     .globl KvnBenchImportEntry

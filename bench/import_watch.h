@@ -14,14 +14,14 @@ namespace kvn::bench {
 struct ImportCalls {
     std::string name;
     std::size_t count = 0;
-    double milliseconds = 0;  // without those of imports that were called meanwhile, by callbacks of the module
+    double milliseconds = 0;  // without imports that callbacks of the module called meanwhile
 };
 
-// While it lives, the module's imports are detoured. Only calls in the thread that made the object count. One at a
-// time; none of the calls may be left by an exception.
+// While it lives, the module's imports are detoured. Only calls on the thread that made the object count. One at a
+// time; no call may end with an exception.
 class ImportWatch {
 public:
-    // With names, only these are watched: of the watch's own program none that it calls itself.
+    // With names, only these functions are watched. In this program itself, do not name functions that the watch calls.
     explicit ImportWatch(HMODULE module, std::span<const std::string_view> names = {});
     ImportWatch(const ImportWatch&) = delete;
     ImportWatch& operator=(const ImportWatch&) = delete;
@@ -30,13 +30,13 @@ public:
     // Forgets what was counted so far.
     static void Restart();
 
-    // Every function that was called, the one that took longest first.
+    // Every function that was called, the slowest first.
     static std::vector<ImportCalls> Calls();
 
-    // The calls of functions whose names begin like this.
+    // The number of calls of functions whose names begin with the prefix.
     static std::size_t CountOf(std::string_view prefix);
 
-    // The module's calls of the C library's malloc, calloc and realloc: every block that it takes from the heap.
+    // The module's calls of the C library's malloc, calloc and realloc: every block that it allocates.
     static std::size_t Allocations();
 };
 

@@ -1,4 +1,4 @@
-// Another program's window, which notes when a key has reached it.
+// A window of another program, which records when a key reaches it.
 #pragma once
 
 #include <windows.h>
@@ -10,7 +10,7 @@
 
 namespace kvn::bench {
 
-// The option that makes this program that one.
+// The option that starts this program as the other one.
 inline constexpr char kKeyWindowOption[] = "--key-window";
 
 // The whole life of the other program.
@@ -25,7 +25,7 @@ public:
     ~KeyWindow();
 
     bool IsThere() const { return window != nullptr; }
-    // When the next key went down or up, as a reading of the performance counter; nothing when none did for long.
+    // When the next key went down or up, as a reading of the performance counter; nothing if none did for a long time.
     std::optional<std::int64_t> AwaitKey() const;
 
 private:

@@ -17,7 +17,7 @@ constexpr int kRounds = 25;
 constexpr double kLoadingLimit = 5;
 constexpr double kSizeLimit = 25;
 
-// As COM does it: the DLL comes, gives its class factory, and goes. False when it has not done so.
+// Loads the DLL, gets its class factory and unloads it, as COM does. False if that fails.
 bool LoadOnce(const wchar_t* dll) {
     using GetClassObject = HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**);
     const HMODULE module = LoadLibraryW(dll);

@@ -1,4 +1,4 @@
-// Prints one line per figure. Exit codes: 0 every figure is within its limit, 1 one is not, 2 wrong options.
+// Prints one line per figure. Exit codes: 0 if every figure is within its limit, 1 if not, 2 for wrong options.
 #include <algorithm>
 #include <array>
 #include <cstdio>

@@ -18,7 +18,7 @@ namespace {
 
 constexpr int kRounds = 25;
 constexpr std::size_t kShownProfiles = 10;
-// The ratios aimed at. A bare page has the same file to parse and the same picture to draw, an empty one has neither.
+// The target ratios. A bare page has to parse the same file and draw the same picture, an empty one does neither.
 struct Limits {
     double idle;
     double reaction;
@@ -80,7 +80,7 @@ void ShowWhereOpeningGoes() {
     const StoredProfiles profiles(kShownProfiles);
     OpenSheet(OurPage);
 
-    // The import's fastest opening each: the module calls the same functions every time.
+    // The fastest opening for each import: the module calls the same functions every time.
     std::map<std::string, ImportCalls> fastest;
     std::optional<ImportWatch> watch;
     const auto collect = [&](HWND) {

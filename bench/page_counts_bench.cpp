@@ -42,12 +42,12 @@ struct SheetCounts {
     Counts changeApply;  // with one slot changed
 };
 
-// Counts from its construction on, in this thread.
+// Counts on this thread from its construction on.
 class Counter {
 public:
     Counter() : imports(PageModule()) {}
 
-    // What has happened since the last time.
+    // The counts since the last call.
     Counts Take() {
         const Counts counts{static_cast<double>(imports.CountOf("Reg")), static_cast<double>(imports.Allocations()),
                             static_cast<double>(MessageCount::Count() - messagesBefore)};
@@ -85,7 +85,7 @@ SheetCounts CountSheet(PageMaker makePage) {
     return counts;
 }
 
-// The heap use of TinyXML alone: parsing the file, and making the same document again and printing it.
+// The heap use of TinyXML alone: for parsing the file, and for building and printing the same document again.
 struct XmlAllocations {
     double parsing = 0;
     double printing = 0;

@@ -1,5 +1,5 @@
-// The smallest program that puts one key on one button, in twenty lines; and even less: a hook that only passes input
-// on.
+// The smallest program that puts one key on one button, in twenty lines; and a still smaller one, whose hook only
+// passes input on.
 #pragma once
 
 #include <windows.h>

@@ -19,11 +19,11 @@ namespace {
 
 constexpr int kPressRounds = 50;
 constexpr int kPressesOfOneRound = 40;
-constexpr DWORD kUntilNextPress = 1;  // milliseconds; a user's press finds everyone at rest
+constexpr DWORD kUntilNextPress = 1;  // milliseconds; a user's press meets idle programs
 constexpr char kPressBack[] = "when press 8", kReleaseBack[] = "release 8";
 constexpr double kMedianLimit = 1.2, kPercentileLimit = 1.5;
 
-// The microseconds until the press of a real button has become a key; nothing when it never does.
+// The microseconds from the press of a real button to the key; nothing if no key comes.
 std::optional<double> Press(const test::XDisplay& display, const KeyWindow& window) {
     LARGE_INTEGER frequency{};
     QueryPerformanceFrequency(&frequency);

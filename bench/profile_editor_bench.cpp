@@ -35,7 +35,7 @@ constexpr std::array<const wchar_t*, 5> kFiles{L"notepad.exe", L"explorer.exe", 
 
 HMODULE pageModule = nullptr;
 
-// Shows what the page would show: nothing.
+// Takes the place of the page, and shows nothing.
 class NoDisplay : public profiles::IProfileDisplay {
 public:
     void ShowProfiles() override {}
@@ -58,8 +58,8 @@ model::MouseSettings ManyProfiles() {
     return settings;
 }
 
-// The window above which the dialogs open. A modal dialog notifies its owner each time it becomes idle: it has been
-// painted then.
+// The window above which the dialogs open. A modal dialog notifies its owner each time it becomes idle; by then it has
+// been painted.
 class Owner {
 public:
     Owner()
@@ -74,7 +74,7 @@ public:
 
     HWND Window() const { return window; }
 
-    // Runs a modal dialog, and the work once it is there; the dialog is then cancelled.
+    // Runs a modal dialog, does the work once the dialog is there, and cancels it.
     void Run(const std::function<void()>& openDialog, const std::function<void(HWND)>& work) {
         onIdle = work;
         openDialog();
@@ -96,7 +96,7 @@ private:
     std::function<void(HWND)> onIdle;
 };
 
-// What a program without us would do, with the same template: it works on a copy of its own too.
+// A plain program with the same template. It also works on a copy.
 class PlainDialog {
 public:
     explicit PlainDialog(const model::MouseSettings& shown) : profiles(shown.profiles) {}
@@ -188,7 +188,7 @@ void SelectProfiles(HWND dialog, std::size_t count) {
 
 using Opener = std::function<void()>;
 
-// The milliseconds from asking for the dialog to the one that is painted.
+// The milliseconds from the request for the dialog until it is painted.
 double MeasureOpening(Owner& owner, const Opener& open) {
     using Clock = std::chrono::steady_clock;
     const auto start = Clock::now();

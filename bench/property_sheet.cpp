@@ -47,7 +47,7 @@ void Handle(HWND sheet, MSG& message) {
     DispatchMessageW(&message);
 }
 
-// Does what the thread is asked to do until there is nothing left.
+// Handles the thread's messages until none is left.
 void RunUntilIdle(HWND sheet, Clock::time_point start, OpeningTimes& times) {
     const HWND page = PageOf(sheet);
     MSG message{};
@@ -83,7 +83,7 @@ LRESULT CALLBACK CountMessage(int code, WPARAM wParam, LPARAM lParam) {
 
 OpeningTimes OpenSheet(PageMaker makePage, const SheetWork& work) {
     OpeningTimes times;
-    // The page's combo boxes post WM_QUIT when they go: each sheet has a thread of its own.
+    // The page's combo boxes post WM_QUIT when they are destroyed, so each sheet has its own thread.
     std::thread([&] {
         CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
         times = RunSheet(makePage, work);

@@ -1,4 +1,4 @@
-// A property sheet with one page in a thread of its own, and when it is there for its user.
+// A property sheet with one page on its own thread, and the times until the user can use it.
 #pragma once
 
 #include <windows.h>
@@ -12,34 +12,34 @@ namespace kvn::bench {
 
 // Milliseconds since the page was asked for.
 struct OpeningTimes {
-    double firstInput = 0;  // a key that is posted as soon as the sheet is there has been handled
+    double firstInput = 0;  // a key that was posted as soon as the sheet existed is handled
     double firstPaint = 0;  // the page has painted itself for the first time
     double idle = 0;        // nothing is left to do
 };
 
-// What is done besides, in the sheet's thread.
+// Further work on the sheet's thread.
 struct SheetWork {
     std::function<void()> before;
-    std::function<void(HWND sheet)> whenOpen;  // while nothing is left to do
+    std::function<void(HWND sheet)> whenOpen;  // once nothing is left to do
 };
 
 using PageMaker = HPROPSHEETPAGE (*)();
 
 OpeningTimes OpenSheet(PageMaker makePage, const SheetWork& work = {});
 
-// KvnMouseUtil.dll's page; null when there is none.
+// KvnMouseUtil.dll's page; null if there is none.
 HPROPSHEETPAGE OurPage();
 
-// The module of the page and its dialog templates, loaded once and for good; null when it is not beside this program.
+// The module of the page and its dialog templates, loaded once and kept; null if it is not beside this program.
 HMODULE PageModule();
 
-// Carries the sheet's Apply out.
+// Carries out the sheet's Apply.
 void Apply(HWND sheet);
 
-// The button pane of the sheet's only page, ours or a reference; null when there is none.
+// The button pane of the sheet's only page, ours or a reference; null if there is none.
 HWND ButtonPaneOf(HWND sheet);
 
-// While it lives, counts the messages that windows of this thread get.
+// While it lives, counts the messages to windows of this thread.
 class MessageCount {
 public:
     MessageCount();

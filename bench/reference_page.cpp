@@ -38,7 +38,7 @@ void AddTabs(HWND tab) {
     }
 }
 
-// Makes both panes; returns that of the buttons, which is shown.
+// Makes both panes, and returns the visible one, with the buttons.
 HWND MakePanes(HWND page) {
     const HWND tab = GetDlgItem(page, IDC_PAGE_TAB);
     AddTabs(tab);

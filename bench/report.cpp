@@ -47,7 +47,7 @@ void Report::Repeat(int fullRounds, const std::function<bool()>& round) const {
 }
 
 void Report::Add(const Figure& figure) {
-    // Nothing at all is within any limit, also where the reference is nothing.
+    // Zero is within any limit, even if the reference is zero too.
     const double ratio = figure.ours == 0 ? 0 : figure.ours / figure.theirs;
     const bool isOver = ratio > figure.limit;
     if (isOver) over.push_back(figure.name);

@@ -11,25 +11,25 @@ struct Figure {
     std::string name;
     std::string unit;  // of both values
     double ours = 0;
-    std::string reference;  // what the other value measures
+    std::string reference;  // what `theirs` measures
     double theirs = 0;
-    double limit = 0;  // the ratio aimed at
+    double limit = 0;  // the largest good ratio
 };
 
 class Report {
 public:
-    // A quick run takes fewer samples of everything.
+    // A quick run takes fewer samples.
     explicit Report(bool isQuick);
 
     bool IsQuick() const { return quick; }
-    // Repeats a round of measurements as often as a full run does it, or less in a quick one; some times more often
-    // when the machine is so busy that what the round has measured has not settled. The round returns whether it has.
+    // Repeats a round of measurements this many times, or fewer in a quick run. On a busy machine it adds some rounds
+    // until the results settle. The round returns whether they have.
     void Repeat(int fullRounds, const std::function<bool()>& round) const;
 
     // Prints a line at once.
     void Add(const Figure& figure);
 
-    // Runs both pieces of work in turns and compares the fastest runs. Each work returns the milliseconds that count.
+    // Runs both pieces of work in turns and compares the fastest runs. Each returns the milliseconds that count.
     void Compare(const std::string& name, const std::string& reference, double limit, int fullRounds,
                  const std::function<double()>& ours, const std::function<double()>& theirs);
 

@@ -19,7 +19,7 @@ RunningService::RunningService(const std::wstring& moreOptions) {
     for (DWORD waited = 0; platform::FindService() == nullptr && waited < kStartMilliseconds; waited += 10) Sleep(10);
 }
 
-// The next service must not find this one.
+// Waits for its end, since the next service must not find this one.
 RunningService::~RunningService() {
     if (!process) return;
     TerminateProcess(process.Get(), 0);

@@ -1,4 +1,4 @@
-// The stand-in service with the sample mouse, for as long as the object lives.
+// The service's double with the sample mouse, for as long as the object lives.
 #pragma once
 
 #include <cstdint>
@@ -14,7 +14,7 @@ inline constexpr std::uint32_t kSamplePid = 0x0001;
 
 class RunningService {
 public:
-    // Waits until the service's window is there. The program is looked for in the folder "service".
+    // Waits until the service's window is there. The program is in the folder "service".
     explicit RunningService(const std::wstring& moreOptions = L"");
     ~RunningService();
     RunningService(const RunningService&) = delete;

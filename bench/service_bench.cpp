@@ -28,7 +28,7 @@ using service::EngineSettings;
 
 // Decisions.
 
-constexpr int kDecisions = 160;  // of which a quarter are orders, for which there is room
+constexpr int kDecisions = 160;  // a quarter of them orders, for which there is room
 
 constexpr std::array<std::string_view, 7> kLocks{
     "EnterCriticalSection",     "TryEnterCriticalSection",   "AcquireSRWLockExclusive",  "AcquireSRWLockShared",
@@ -43,14 +43,14 @@ constexpr std::array<std::string_view, 9> kWaits{"WaitForSingleObject",
                                                  "SendMessageW",
                                                  "SendMessageTimeoutW"};
 
-// How often the decisions called any of these.
+// How often the decisions call any of these functions.
 double CallsAmong(std::span<const std::string_view> names, const std::function<void()>& decide) {
     const ImportWatch watch(GetModuleHandleW(nullptr), names);
     decide();
     return static_cast<double>(watch.CountOf(""));
 }
 
-// Presses and releases of a button whose function is carried out, notches and tilts.
+// Makes presses and releases of a button with a function, notches and tilts.
 void Decide(service::HookLoop& loop, int decisions) {
     constexpr std::array<WPARAM, 4> kEvents{WM_XBUTTONDOWN, WM_XBUTTONUP, WM_MOUSEWHEEL, WM_RBUTTONDOWN};
     MSLLHOOKSTRUCT details{};
@@ -61,7 +61,7 @@ void Decide(service::HookLoop& loop, int decisions) {
     }
 }
 
-// What is decided waits for hands that never come: what they take from the heap is their own matter.
+// Nothing carries out the decisions, since the hands' own heap use must not count.
 struct Decider {
     Decider() {
         EngineSettings settings;
@@ -165,7 +165,7 @@ void ClickButton4() {
     SendButton4(MOUSEEVENTF_XUP);
 }
 
-// Events of the mouse and all that a page says.
+// Sends mouse events and all messages of a page.
 void UseService(int times) {
     using platform::ServiceMessage;
     const HWND service = platform::FindService();
@@ -192,7 +192,7 @@ void BenchRest(Report& report, const ServiceProgram& service) {
                 "the time that passed", rest, 0});
 }
 
-// Until everything that the service does at times of its own has been done in the midst of events, and after them.
+// Long enough that the service does all its timed work, both during events and after them.
 void WarmUp(DWORD milliseconds) {
     constexpr int kRoundsOfOneBurst = 1'000;
     for (const DWORD begin = GetTickCount(); GetTickCount() - begin < milliseconds;) {

@@ -17,7 +17,7 @@ namespace {
 
 using platform::ComPointer;
 
-// Among a hundred, the few shortcuts of all users weigh more.
+// Among a hundred shortcuts, the few that all users share weigh more.
 struct CountRow {
     int count;
     double limit;
@@ -30,8 +30,8 @@ constexpr wchar_t kFolder[] = L"bench-start-menu";
 constexpr wchar_t kShellFolders[] = L"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\User Shell Folders";
 constexpr wchar_t kValue[] = L"Programs";
 
-// While it lives, this process finds the user's program folder elsewhere. That of all users stays where it is: the
-// shortcuts there, a handful, are nobody's in the bare loop.
+// While it lives, this process finds the user's program folder elsewhere. The folder of all users stays in place; the
+// bare loop leaves out its few shortcuts.
 class OwnStartMenu {
 public:
     explicit OwnStartMenu(const std::wstring& folder) {
@@ -80,7 +80,7 @@ std::vector<std::wstring> MakeShortcuts(const std::wstring& folder, int count) {
     return files;
 }
 
-// What gathering cannot do without.
+// The work that no gathering can avoid.
 void ReadBarely(const std::vector<std::wstring>& files) {
     for (const std::wstring& file : files) {
         Link read;

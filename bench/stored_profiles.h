@@ -11,7 +11,7 @@ const std::wstring& SampleProfileFile();
 
 class StoredProfiles {
 public:
-    // Fills the file with this many, for as long as the object lives. Each profile has ten programs and ten gestures.
+    // Fills the file with this many profiles, for as long as the object lives. Each has ten programs and ten gestures.
     explicit StoredProfiles(std::size_t count);
     StoredProfiles(const StoredProfiles&) = delete;
     StoredProfiles& operator=(const StoredProfiles&) = delete;

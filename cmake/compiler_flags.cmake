@@ -1,4 +1,4 @@
-# kvn_flags: the flags of every translation unit of our own. Includes are written from the tree's root.
+# kvn_flags: the flags of all our own translation units. Include paths start at the root of the tree.
 add_library(kvn_flags INTERFACE)
 target_include_directories(kvn_flags INTERFACE ${CMAKE_SOURCE_DIR})
 target_compile_options(kvn_flags INTERFACE

@@ -1,5 +1,5 @@
-# GoogleTest: Debian's library for programs of this machine; for Windows built from Debian's source package, with the
-# same compiler as the tests.
+# GoogleTest: Debian's library for native programs; for Windows it is built from Debian's source package, with the same
+# compiler as the tests.
 include(GoogleTest)
 if(NOT WIN32)
   find_package(GTest REQUIRED)
@@ -9,7 +9,7 @@ if(NOT WIN32)
 endif()
 
 if(NOT EXISTS /usr/src/googletest/CMakeLists.txt)
-  message(FATAL_ERROR "GoogleTest is not there: run scripts/setup first")
+  message(FATAL_ERROR "GoogleTest is missing: run scripts/setup first")
 endif()
 set(INSTALL_GTEST OFF)
 set(gtest_force_shared_crt ON)

@@ -23,14 +23,14 @@ using model::KeyNameRow;
 using KeyboardState = std::array<BYTE, 256>;
 
 constexpr int kMaxFieldText = 512;
-constexpr WPARAM kIgnoredKey = 0xF4;  // sent by Japanese keyboards together with the key that was meant
+constexpr WPARAM kIgnoredKey = 0xF4;  // Japanese keyboards send it along with the real key
 constexpr BYTE kDownNow = 0x80;
 constexpr std::size_t kLastStateCode = 254;
 
 // The combo boxes in the order of the keys.
 constexpr std::array<int, 3> kInputs{IDC_KEYS_INPUT1, IDC_KEYS_INPUT2, IDC_KEYS_INPUT3};
 
-// A key that the keyboard reports without its side, and its two sides.
+// A key that is reported without its side, and the codes of its two sides.
 struct SidedKey {
     WPARAM key;
     KeyCode left;
@@ -41,7 +41,7 @@ constexpr std::array<SidedKey, 3> kSidedKeys{
 
 constexpr wchar_t kInputMethods[] = L"imm32.dll";
 
-// The procedure that all three edit fields had.
+// The original procedure of all three edit fields.
 WNDPROC previousFieldProcedure = nullptr;
 
 bool IsExcluded(const KeyCaptureRequest& request, KeyCode code) {
@@ -53,8 +53,8 @@ void EnableInputMethod(bool enable) {
     WINNLSEnableIME(nullptr, enable ? TRUE : FALSE);
 }
 
-// An input method editor takes every key before the field sees it, and leaves VK_PROCESSKEY: the field goes without
-// one.
+// An input method editor takes every key before the field sees it, and leaves only VK_PROCESSKEY. So the field gets
+// none.
 void FreeOfInputMethod(HWND combo) {
     const auto associate =
         platform::SystemFunction<decltype(ImmAssociateContextEx)>(kInputMethods, "ImmAssociateContextEx");
@@ -67,8 +67,8 @@ HWND EditFieldOf(HWND combo) {
     return GetComboBoxInfo(combo, &info) ? info.hwndItem : nullptr;
 }
 
-// The name of the key that was pressed. An unknown one, such as a key of a special keyboard, takes the name of another
-// key that went down together with it.
+// The name of the key that was pressed. If it is unknown, as on a special keyboard, the name of another key that went
+// down with it.
 const wchar_t* NameOfPressedKey(WPARAM key, const KeyboardState& state) {
     for (const SidedKey& sided : kSidedKeys) {
         if (sided.key != key) continue;

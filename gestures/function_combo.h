@@ -10,7 +10,7 @@
 
 namespace kvn::gestures {
 
-// Appends the functions, with their names of the module's string table.
+// Appends the functions, with their names from the module's string table.
 void AddFunctions(HWND combo, HINSTANCE module, const std::vector<model::CatalogueRow>& functions);
 
 // The keys that the entry "Arbitrary key" shows in brackets; its name alone if there are none. The selection stays.

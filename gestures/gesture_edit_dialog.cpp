@@ -21,7 +21,7 @@ constexpr UINT_PTR kCaptureTimer = 221;
 constexpr UINT kCaptureInterval = 100;  // milliseconds
 constexpr int kMaxFieldText = 512;
 
-// What follows a confirmed gesture, wherever the cursor is: docs/kept-behaviour.md.
+// Follows a confirmed gesture, wherever the cursor is: docs/kept-behaviour.md.
 void ClickLeftButton() {
     mouse_event(MOUSEEVENTF_LEFTDOWN, 0, 0, 0, 0);
     mouse_event(MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
@@ -121,13 +121,13 @@ void GestureEditDialog::OnFunctionNotification(UINT notification) {
 void GestureEditDialog::OnFunctionChosen() {
     const HWND functions = Control(IDC_GESTURE_FUNCTION);
     if (platform::SelectedComboData(functions) != model::kFunctionArbitraryKey) return;
-    // The key dialog takes the focus, which leaves a list that is open.
+    // The key dialog takes the focus, which closes an open list without a choice.
     functionList.Confirm();
     const auto keys = RunArbitraryKeyDialog(Module(), Window(), {SelectedKeys(), ShiftKeys::Offered});
     if (keys) ShowArbitraryKeys(functions, Module(), *keys);
 }
 
-// The keys are what the entry's text says.
+// Reads the keys from the entry's text.
 model::EtcKey GestureEditDialog::SelectedKeys() const {
     return model::TextToEtcKey(platform::SelectedComboText(Control(IDC_GESTURE_FUNCTION)),
                                platform::LoadText(Module(), IDS_FUNCTION_ARBITRARY_KEY));
@@ -169,11 +169,11 @@ bool GestureEditDialog::IsStrokeTaken(const std::wstring& stroke) const {
 
 void GestureEditDialog::OnDestroy() {
     platform::NotifyGestureEditEnd();
-    // What the dialog and the trail stood before is painted again.
+    // Repaints what the dialog and the trail covered.
     InvalidateRect(GetWindow(Window(), GW_OWNER), nullptr, FALSE);
 }
 
-// The line begins where the stroke does, and follows the cursor while it goes on.
+// The line begins where the stroke begins, and follows the cursor until it ends.
 void GestureEditDialog::OnTick() {
     const bool wasTracking = manager.IsTracking();
     if (!manager.Tick() || !manager.IsTracking()) return;

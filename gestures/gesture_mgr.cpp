@@ -27,7 +27,7 @@ void CGestureMgr::Disarm() {
 }
 
 bool CGestureMgr::Tick() {
-    // While the service is asked, messages that other threads send come in, and one of them may be a tick.
+    // While this waits for the service's answer, Windows delivers messages sent by other threads. One may be a tick.
     if (isTicking) return false;
     const platform::RaisedFlag flag(isTicking);
     return TakeSample();
@@ -35,8 +35,8 @@ bool CGestureMgr::Tick() {
 
 bool CGestureMgr::TakeSample() {
     if (!isActive) return false;
-    if (!GetCursorPos(&cursor)) return false;  // another desktop has the screen
-    // Asked after the cursor was read: the answer may take its time.
+    if (!GetCursorPos(&cursor)) return false;  // another desktop is shown
+    // Asked after the cursor is read, since the answer may take a while.
     const bool isHeld = platform::IsButtonHeld(button);
     const bool isCancelHeld = GetKeyState(kCancelKey) < 0;
 

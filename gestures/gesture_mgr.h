@@ -24,7 +24,8 @@ public:
     // Sets the receiver of the notices; the callback may be null.
     void SetCallback(GestureCallback noticeCallback, void* context);
 
-    // Waits for a stroke that begins when the service sees this button held. Already armed, it only changes the button.
+    // Waits for a stroke, which begins when the service reports this button held. If already armed, only changes the
+    // button.
     void Arm(platform::ServiceButton gestureButton);
     void Disarm();
     // Armed, or in the middle of a stroke. Every finished or cancelled stroke disarms.

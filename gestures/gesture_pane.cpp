@@ -136,7 +136,7 @@ void GesturePane::OpenGestureEditor(GestureEditMode mode) {
 // brackets, until the profile is shown again.
 void GesturePane::AddGesture(const model::GestureEntry& gesture, const std::wstring& functionText) {
     Gestures().push_back(gesture);
-    // A list that could not be filled to its end has no place for the row.
+    // If the list could not be filled completely, the row would be out of place.
     if (!isFilled) return ShowProfile();
     InsertRow(static_cast<int>(Gestures().size()) - 1, gesture, functionText);
 }
@@ -144,7 +144,7 @@ void GesturePane::AddGesture(const model::GestureEntry& gesture, const std::wstr
 void GesturePane::ReplaceGesture(const model::GestureEntry& gesture, const std::wstring& functionText) {
     const auto index = SelectedGesture();
     if (!index) return;
-    Gestures()[*index] = model::GestureEntry(gesture);  // a copy that fails leaves the gesture as it is
+    Gestures()[*index] = model::GestureEntry(gesture);  // if the copy fails, the gesture stays unchanged
     const auto row = static_cast<int>(*index);
     platform::SetListText(list, row, kStrokeColumn, gesture.stroke);
     SetDetails(row, gesture, functionText);
@@ -161,7 +161,7 @@ void GesturePane::SetDetails(int row, const model::GestureEntry& gesture, const 
 
 std::optional<std::size_t> GesturePane::SelectedGesture() const {
     const auto row = platform::FirstSelectedRow(list);
-    // Somebody else's messages can have made a row that is nobody's.
+    // A message from another program may have added a row without a gesture.
     if (!row || static_cast<std::size_t>(*row) >= Gestures().size()) return std::nullopt;
     return static_cast<std::size_t>(*row);
 }

@@ -55,7 +55,7 @@ private:
     void SetDetails(int row, const model::GestureEntry& gesture, const std::wstring& functionText) const;
     void InsertRow(int row, const model::GestureEntry& gesture, const std::wstring& functionText) const;
 
-    // The index of the first selected row; nothing when no row with a gesture is selected.
+    // The index of the first selected row; nothing if no row with a gesture is selected.
     std::optional<std::size_t> SelectedGesture() const;
     void EnableForSelection() const;
     std::vector<model::GestureEntry>& Gestures() const { return settings.Selected().gestures; }

@@ -7,12 +7,12 @@
 namespace kvn::gestures {
 namespace {
 
-constexpr DWORD kEndingParameter = 9;  // of any message; ends the dialog (docs/kept-behaviour.md)
+constexpr DWORD kEndingParameter = 9;  // lParam of any message; ends the dialog (docs/kept-behaviour.md)
 
 void CoverScreen(HWND window) {
     SetWindowLongW(window, GWL_EXSTYLE, WS_EX_LAYERED);
     SetLayeredWindowAttributes(window, platform::kTrailGround, 0, LWA_COLORKEY);
-    // It maximises on the monitor where it stands, and is to cover the one at the origin.
+    // A window maximises on its own monitor, and this one must cover the monitor at the origin.
     SetWindowPos(window, nullptr, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
     ShowWindow(window, SW_MAXIMIZE);
     SetWindowPos(window, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE | SWP_SHOWWINDOW);
@@ -48,7 +48,7 @@ void GestureTrailOverlay::DrawTo(POINT cursor) {
     if (context) trail.Draw(context.Get());
 }
 
-// Whatever erases the window, the path so far stays to be seen.
+// The path so far stays visible when something erases the window.
 void GestureTrailOverlay::Repaint(HWND window) {
     const platform::WindowDeviceContext context(window);
     if (!context) return;

@@ -15,12 +15,12 @@ public:
     GestureTrailOverlay(const GestureTrailOverlay&) = delete;
     GestureTrailOverlay& operator=(const GestureTrailOverlay&) = delete;
 
-    // Shows the window, unless it is shown already. The owner window owns it and destroys it at the latest with itself.
-    // If it cannot be created, only the trail is missing.
+    // Shows the window, unless it is shown already. The owner window owns it, and destroys it along with itself at the
+    // latest. If it cannot be created, only the trail is missing.
     void Show(HINSTANCE module, HWND owner);
     void Destroy();
 
-    // Begins the line here; extends the line to here. In screen coordinates.
+    // Begin the line here; extend it to here. In screen coordinates.
     void StartAt(POINT cursor);
     void DrawTo(POINT cursor);
 

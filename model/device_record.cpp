@@ -5,7 +5,7 @@
 namespace kvn::model {
 namespace {
 
-// A text in the registry need not end with a zero: then its last character, for which there is no room, is cut.
+// A text in the registry need not end with a zero. If it fills the buffer without one, its last character is cut.
 std::wstring MouseImageOf(const PublishedDevice& published) {
     const auto begin = published.mouseImage.begin();
     return {begin, std::find(begin, begin + kMaxMouseImageLength, L'\0')};

@@ -16,7 +16,7 @@ inline constexpr std::size_t kMaxMouseImageLength = 255;
 
 struct DeviceRecord {
     std::uint32_t hasTilt = 0;     // 0 or 1
-    std::int32_t buttonCount = 0;  // 0 to kMaxButtonCount; a tilt to one side counts as a button
+    std::int32_t buttonCount = 0;  // 0 to kMaxButtonCount; each side of a tilt counts as a button
     std::uint32_t vid = 0;
     std::uint32_t pid = 0;
     std::wstring mouseImage;
@@ -39,11 +39,11 @@ struct PublishedDevice {
     std::uint32_t buttonCount = 0;
     std::uint32_t vid = 0;
     std::uint32_t pid = 0;
-    std::array<wchar_t, kMaxMouseImageLength + 1> mouseImage{};  // with a final zero or without
+    std::array<wchar_t, kMaxMouseImageLength + 1> mouseImage{};  // with or without a final zero
     std::uint32_t mouseFlag = 0;
 };
 
-// The mouse that is published; nothing when a capability is out of its range.
+// The published mouse; nothing if a capability is out of its range.
 std::optional<DeviceRecord> DeviceFromPublished(const PublishedDevice& published);
 
 }  // namespace kvn::model

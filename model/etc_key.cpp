@@ -15,7 +15,7 @@ std::wstring_view Trimmed(std::wstring_view text) {
     return text.substr(0, text.find_last_not_of(kBlanks) + 1);
 }
 
-// Takes the next run of characters without brackets off the front of the text; empty when there is none.
+// Takes the next run of characters without brackets off the front of the text; empty if there is none.
 std::wstring_view TakeToken(std::wstring_view& text) {
     const std::size_t begin = text.find_first_not_of(kBrackets);
     if (begin == std::wstring_view::npos) return {};

@@ -25,7 +25,7 @@ std::wstring EtcKeyToText(const EtcKey& keys);
 // cannot be read from one.
 EtcKey TextToEtcKey(std::wstring_view text, std::wstring_view arbitraryKeyText);
 
-// What a chooser shows for the function "Arbitrary key": its text, followed by the keys, if any, in brackets.
+// The text of a chooser for the function "Arbitrary key", followed by the keys, if any, in brackets.
 std::wstring ArbitraryKeyLabel(std::wstring_view arbitraryKeyText, const EtcKey& keys);
 
 // The keys without any Shift key.

@@ -28,9 +28,9 @@ platform::UniqueFile OpenToRead(const std::wstring& path) {
     return platform::UniqueFile(file);
 }
 
-// Creates the file, or empties what an earlier save has left of it; nobody else can open it, rename it or delete it.
+// Creates the file, or empties what an earlier save left behind. No other program can open, rename or delete it.
 platform::UniqueFile CreateUnshared(const std::wstring& path) {
-    // A file that something has marked read-only, hidden or system cannot be emptied.
+    // A file that is marked read-only, hidden or system cannot be emptied.
     SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
     HANDLE file = INVALID_HANDLE_VALUE;
     TryWhileShared([&] {
@@ -43,7 +43,7 @@ platform::UniqueFile CreateUnshared(const std::wstring& path) {
 
 using UniqueStream = platform::Owned<FILE*, &std::fclose>;
 
-// A stream of its own onto an open file; empty when there is none to be had.
+// A separate stream for an open file; empty if there is none to be had.
 UniqueStream OpenStream(HANDLE file) {
     platform::UniqueKernelObject streamsOwn;
     if (!DuplicateHandle(GetCurrentProcess(), file, GetCurrentProcess(), streamsOwn.Receive(), 0, FALSE,
@@ -51,13 +51,13 @@ UniqueStream OpenStream(HANDLE file) {
         return {};
     const int descriptor = _open_osfhandle(reinterpret_cast<std::intptr_t>(streamsOwn.Get()), _O_TEXT);
     if (descriptor == -1) return {};
-    streamsOwn.Release();  // to the descriptor
+    streamsOwn.Release();  // the descriptor owns it now
     UniqueStream stream(_wfdopen(descriptor, L"wt"));
     if (!stream) static_cast<void>(_close(descriptor));
     return stream;
 }
 
-// Renames an open file, over one that has the name already.
+// Renames an open file, and replaces a file that already has the name.
 bool RenameOver(HANDLE file, const std::wstring& target) {
     const std::size_t nameBytes = target.size() * sizeof(wchar_t);
     std::vector<std::byte> request(sizeof(FILE_RENAME_INFO) + nameBytes);
@@ -68,7 +68,7 @@ bool RenameOver(HANDLE file, const std::wstring& target) {
     return SetFileInformationByHandle(file, FileRenameInfo, rename, static_cast<DWORD>(request.size())) != FALSE;
 }
 
-// What file systems say that cannot rename an open file, such as those of a web server or of a program.
+// The errors of file systems that cannot rename an open file, such as those that a web server or a program provides.
 constexpr std::array<DWORD, 4> kRenameUnknown{ERROR_NOT_SUPPORTED, ERROR_INVALID_PARAMETER, ERROR_INVALID_FUNCTION,
                                               ERROR_CALL_NOT_IMPLEMENTED};
 
@@ -76,7 +76,7 @@ constexpr std::array<DWORD, 4> kRenameUnknown{ERROR_NOT_SUPPORTED, ERROR_INVALID
 
 std::optional<std::string> ReadWholeFile(const std::wstring& path) {
     const platform::UniqueFile file = OpenToRead(path);
-    // A pipe has a size too, and reading would wait for what comes through it.
+    // A pipe has a size too, but reading it would wait for data.
     if (!file || GetFileType(file.Get()) != FILE_TYPE_DISK) return std::nullopt;
     LARGE_INTEGER size{};
     if (!GetFileSizeEx(file.Get(), &size)) return std::nullopt;
@@ -140,7 +140,7 @@ bool UnfinishedFile::ReplaceTargetOnceClosed() {
     return replaced;
 }
 
-// Removes the file before anybody else can open it, or at least when it is closed.
+// Removes the file before another program can open it, or at least when it is closed.
 void UnfinishedFile::Discard() {
     FILE_DISPOSITION_INFO disposition{TRUE};
     if (SetFileInformationByHandle(file.Get(), FileDispositionInfo, &disposition, sizeof disposition)) return;

@@ -1,4 +1,4 @@
-// Reads whole files, and replaces them so that there is always the old one or the new one. Paths are wide.
+// Reads whole files, and replaces them so that either the old or the new one is always there. Paths are wide.
 #pragma once
 
 #include <windows.h>
@@ -15,7 +15,7 @@ namespace kvn::model {
 inline constexpr int kSharingAttempts = 10;
 inline constexpr DWORD kSharingRetryMilliseconds = 20;
 
-// Tries again while another program holds the file; the result of the last try.
+// Tries again while another program holds the file. Returns the result of the last try.
 template <typename Try>
 bool TryWhileShared(const Try& tryOnce) {
     for (int attempt = 1; !tryOnce(); ++attempt) {
@@ -28,19 +28,18 @@ bool TryWhileShared(const Try& tryOnce) {
     return true;
 }
 
-// Nothing when the file is missing, unreadable or larger than kMaxXmlBytes (xml_guard.h).
+// Nothing if the file is missing, unreadable or larger than kMaxXmlBytes (xml_guard.h).
 [[nodiscard]] std::optional<std::string> ReadWholeFile(const std::wstring& path);
 
-// Whether there is certainly nothing at this path. If a drive does not answer, that is not certain.
+// Whether there is certainly nothing at this path. False if a drive does not answer.
 [[nodiscard]] bool IsMissing(const std::wstring& path);
 [[nodiscard]] bool IsReadOnly(const std::wstring& path);
 
 // Where a file is written until it is complete.
 [[nodiscard]] std::wstring UnfinishedPath(const std::wstring& path);
 
-// A new file that is written from its start and vanishes unless it is moved to its place. It stays open from beginning
-// to end, even while it is renamed if the file system can rename an open file. So a file of this kind that no program
-// has open was left by a killed program.
+// A new file that disappears unless it is moved to its place. It stays open all the time, and is renamed while it is
+// open if the file system allows that. So if no program has such a file open, a killed program left it behind.
 class UnfinishedFile {
 public:
     explicit UnfinishedFile(const std::wstring& finalPath);
@@ -48,11 +47,11 @@ public:
     UnfinishedFile& operator=(const UnfinishedFile&) = delete;
     ~UnfinishedFile();
 
-    // Null when the file could not be opened.
+    // Null if the file could not be opened.
     FILE* Stream() const { return stream.Get(); }
 
-    // Flushes and closes the file and replaces the target by it; false when it is too large to be read back, or the
-    // target is marked read-only.
+    // Flushes and closes the file and replaces the target with it. False if that fails, among others when the file is
+    // too large to be read back or the target is marked read-only.
     [[nodiscard]] bool Finish();
 
 private:

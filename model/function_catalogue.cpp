@@ -12,7 +12,7 @@ bool IsCharmFunction(FunctionCode code) {
     return code >= kFirstCharmFunction && code <= kLastCharmFunction;
 }
 
-// The row as it is offered on this version of Windows, or nothing when it is not.
+// The row as this version of Windows offers it; nothing if it does not.
 std::optional<CatalogueRow> OfferedRow(const CatalogueRow& row, OsVersion os) {
     if (row.code == kFunctionFlip3D && os.major == 5) return CatalogueRow{IDS_FUNCTION_WINDOWS_TAB, row.code};
     if (row.code == kFunctionFlip3D && os == kWindows8) return std::nullopt;

@@ -1,5 +1,4 @@
-// The functions that a mouse control or a gesture can have: their codes, their texts and which of them are offered
-// where.
+// The functions that a mouse control or a gesture can have: their codes, their texts, and where each is offered.
 #pragma once
 
 #include <array>

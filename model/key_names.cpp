@@ -7,7 +7,7 @@ namespace {
 
 constexpr std::array<KeyCode, 3> kShiftKeys{16, 160, 161};
 
-// Most names differ in their first letter: only the others are measured to be compared.
+// Most names differ in the first letter; only the others are compared in full.
 bool IsName(const wchar_t* name, std::wstring_view text) {
     return !text.empty() && *name == text.front() && name == text;
 }

@@ -25,11 +25,11 @@ bool IsAsciiByte(char byte) {
 }  // namespace
 
 LocaleCodec::LocaleCodec(const char* localeName) {
-    // Some C libraries take the user's own locale for "C" in a thread that has asked for no other one before.
+    // Some C libraries return the user's locale for "C" until the thread has asked for another one.
     const platform::Owned<_locale_t, &_free_locale> other(_create_locale(LC_CTYPE, ".1252"));
     locale.Reset(_create_locale(LC_CTYPE, localeName));
     if (!locale) locale.Reset(_create_locale(LC_CTYPE, ""));
-    // Some C libraries know no locale for UTF-8. Without any locale they would take the host process's own.
+    // Some C libraries have no locale for UTF-8. Without any locale they would use that of the host process.
     if (!locale) locale.Reset(_create_locale(LC_CTYPE, "C"));
 }
 
@@ -48,7 +48,7 @@ std::optional<std::string> LocaleCodec::Encode(std::wstring_view text) const {
     const std::size_t length = _wcstombs_l(encoded.data(), terminated.c_str(), encoded.size(), locale.Get());
     if (length == kFailed) return std::nullopt;
     encoded.resize(length);
-    // A C library may pass off a similar character as the one that the code page lacks.
+    // A C library may substitute a similar character for one that the code page lacks.
     if (Decode(encoded) != text) return std::nullopt;
     return encoded;
 }

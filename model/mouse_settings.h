@@ -17,12 +17,11 @@ struct MouseSettings {
     ProfileSet profiles;  // never empty once a model is loaded
     std::size_t selectedProfile = 0;
     std::wstring profileFilePath;
-    // Nothing was read from the file yet, or nothing could be read: anything at its path is renamed before the file is
-    // written.
+    // The file has not been read yet or could not be read. Before writing, anything at its path is renamed.
     bool setFileAsideBeforeSaving = false;
 
-    SettingValues initialValues;  // behind "Return to initial values"
-    // The assumed content of the model's registry values: the selected profile as loaded, later as written.
+    SettingValues initialValues;  // for "Return to initial values"
+    // The assumed contents of the model's registry values: the selected profile as loaded, later as written.
     ProfileSettings registrySettings;
 
     ProfileSettings& Selected() { return profiles[selectedProfile].settings; }

@@ -5,7 +5,7 @@
 namespace kvn::model {
 namespace {
 
-// The numbers, with its field's default for each that is out of range.
+// The numbers; each one out of range is replaced by its field's default.
 SettingValues WithDefaults(const SettingValues& numbers) {
     SettingValues values = CheckedSettings(numbers);
     for (const SettingFieldRow& row : kSettingFields) {

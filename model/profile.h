@@ -27,7 +27,7 @@ struct GestureEntry {
     std::wstring stroke;  // direction letters, at most four
     FunctionCode function = kFunctionNone;
     std::wstring memo;
-    EtcKey etcKey;  // meaningful when the function is kFunctionArbitraryKey, kept in any case
+    EtcKey etcKey;  // used when the function is kFunctionArbitraryKey, kept in any case
 
     friend bool operator==(const GestureEntry&, const GestureEntry&) = default;
 };
@@ -49,7 +49,7 @@ struct ProfileSettings {
 struct ProfileRecord {
     ProfileSettings settings;
     std::wstring name;
-    // Carried by every record; only the first record's values count.
+    // Every record carries these; only the first record's values count.
     std::uint16_t pid = 0;
     std::uint16_t vid = 0;
     std::int32_t selectedIndex = 0;
@@ -60,7 +60,7 @@ struct ProfileRecord {
 // The profiles of one model in their order; the first is the default profile.
 using ProfileSet = std::vector<ProfileRecord>;
 
-// A new record: the defaults of every field, with this function for the wheel button.
+// A new record: every field's default, with this function for the wheel button.
 ProfileRecord DefaultProfileRecord(FunctionCode centerFunction = RowOf(SettingField::Center).defaultValue);
 
 // A copy of the settings with every number checked against its range (kAbnormalValue where it fails).
@@ -71,8 +71,8 @@ ProfileSettings CheckedCopy(const ProfileSettings& settings);
 SettingValues InitialValuesOf(const ProfileRecord& record);
 
 // The initial settings in the record that the service sends: its numbers as signed 32-bit values in the order of
-// SettingField, or the field's default where one is out of range: a repair must not bring another bad number into a
-// profile. Nothing if the data is too short; any data after them is ignored.
+// SettingField, or the field's default where one is out of range, since a repair must not put another bad number into a
+// profile. Nothing if the data is too short; extra data is ignored.
 std::optional<SettingValues> InitialValuesFromRecord(std::span<const std::byte> data);
 
 // A number of a profile that was out of its range.
@@ -81,7 +81,7 @@ struct AbnormalValue {
     SettingField field;
 };
 
-// Replaces every number out of range by the initial value of its field. Returns those numbers, profile by profile, in
+// Replaces every number out of range with the initial value of its field. Returns those numbers, profile by profile, in
 // the order of the message to the user.
 std::vector<AbnormalValue> RepairAbnormalValues(ProfileSet& profiles, const SettingValues& initialValues);
 

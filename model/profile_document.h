@@ -12,7 +12,7 @@ class TiXmlDocument;
 
 namespace kvn::model {
 
-// The largest number of characters of a text; longer texts are truncated when read.
+// In characters; longer texts are truncated when read.
 inline constexpr std::size_t kMaxTextLength = 1024;
 
 struct DocumentContext {
@@ -26,7 +26,7 @@ struct DocumentContext {
 ProfileSet ParseProfileDocument(std::string document, const ProfileRecord& freshRecord, const DocumentContext& context);
 
 // Fills an empty document with the profiles. The set must not be empty; vid, pid and selection are the first record's.
-// Returns how many elements, CDATA sections and declarations it has; a document with more than kMaxXmlElements
+// Returns the number of its elements, CDATA sections and declarations; a document with more than kMaxXmlElements
 // (xml_guard.h) could not be read back.
 std::size_t BuildProfileDocument(const ProfileSet& profiles, const TextCodec& codec, TiXmlDocument& document);
 

@@ -53,8 +53,8 @@ void FinishOrRemoveInterruptedSave(const std::wstring& path) {
     const std::wstring unfinished = UnfinishedPath(path);
     ProfileSet saved;
     if (IsMissing(path) && LoadProfileFile(unfinished, saved) > 0) {
-        // Never over a file that another page has put there meanwhile; and if it cannot be moved, it is still the only
-        // one that has the profiles.
+        // Never replaces a file that another page has meanwhile put there. If it cannot be moved, it stays: no other
+        // file has the profiles.
         TryWhileShared([&] { return MoveFileExW(unfinished.c_str(), path.c_str(), MOVEFILE_WRITE_THROUGH) != FALSE; });
     } else {
         SetFileAttributesW(unfinished.c_str(), FILE_ATTRIBUTE_NORMAL);
@@ -64,7 +64,7 @@ void FinishOrRemoveInterruptedSave(const std::wstring& path) {
 
 bool SetAsideProfileFile(const std::wstring& path) {
     if (IsMissing(path)) return true;
-    // The file may have been in use when it was loaded, and be as good as ever.
+    // The file may be intact, and only have been in use when it was loaded.
     ProfileSet readable;
     if (LoadProfileFile(path, readable) > 0) return false;
     const std::wstring stem = path.substr(0, path.rfind(L'.'));

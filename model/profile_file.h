@@ -7,7 +7,7 @@
 
 namespace kvn::model {
 
-// Replaces the list by the profiles of the file and returns their number; 0, and an empty list, when the file is
+// Replaces the list with the profiles of the file and returns their number; 0, and an empty list, if the file is
 // missing, unreadable, broken or without profiles. The file is not changed.
 std::size_t LoadProfileFile(const std::wstring& path, ProfileSet& list);
 
@@ -23,8 +23,8 @@ std::size_t LoadProfileFile(const std::wstring& path, ProfileSet& list);
 // disturbed.
 void FinishOrRemoveInterruptedSave(const std::wstring& path);
 
-// Renames a file that cannot be read, so that another can take its place and its content is kept: to the first free
-// name of "name.broken-1.xml", "name.broken-2.xml" and so on. True if there is nothing at the path any longer; false if
+// Renames a file that cannot be read, so that another can take its place and its contents are kept: to the first free
+// name of "name.broken-1.xml", "name.broken-2.xml" and so on. True if there is nothing at the path any more; false if
 // another program has the file open, or if it holds profiles after all.
 [[nodiscard]] bool SetAsideProfileFile(const std::wstring& path);
 

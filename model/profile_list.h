@@ -13,11 +13,11 @@ namespace kvn::model {
 // The part of a profile's name that is compared: its first 255 characters.
 std::wstring_view ComparedName(const ProfileRecord& profile);
 
-// Whether the compared name of a profile is this one, exactly and with case.
+// Whether a profile has exactly this compared name, including case.
 bool IsNameInUse(const ProfileSet& profiles, std::wstring_view name);
 
-// The profile that is removed when the one at this index is deleted: the first of its name. Names are unique, so this
-// is another profile only in a file that was edited by hand.
+// The profile that is removed when the one at this index is deleted: the first with its name. Names are unique, so the
+// two differ only if a file was edited by hand.
 std::size_t ProfileToDelete(const ProfileSet& profiles, std::size_t index);
 
 // The index of the selected profile: the stored one, or 0 if no profile has that index. The list must not be empty.

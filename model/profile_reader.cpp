@@ -10,7 +10,7 @@
 namespace kvn::model {
 namespace {
 
-// The longest that a text of kMaxTextLength characters can be in the file: a reference such as &#xd83d; for each.
+// The longest form of kMaxTextLength characters in the file: a reference such as &#xd83d; for each.
 constexpr std::size_t kMaxEncodedBytes = 8 * kMaxTextLength;
 
 const TiXmlText* TextNodeOf(const TiXmlElement& element) {
@@ -109,7 +109,7 @@ private:
         return TextToEtcKey(TextOf(element), context.arbitraryKeyText);
     }
 
-    // What every profile starts as: it takes on vid, pid and selection as they are met.
+    // Every profile starts as a copy of this. It takes over vid, pid and selection as they are read.
     ProfileRecord pattern;
     const DocumentContext& context;
 };
@@ -141,7 +141,7 @@ std::optional<std::wstring> FittingText(const TiXmlElement& element, const TextC
 ParsedDocument::ParsedDocument(std::string bytes) {
     const auto prepared = PrepareXml(std::move(bytes));
     if (!prepared) return;
-    // Condensing would trim texts and fold their blanks; rows and columns of errors are of no use to anyone here.
+    // Condensing would trim texts and merge their blanks. Nothing here uses the rows and columns of errors.
     TiXmlBase::SetCondenseWhiteSpace(false);
     document.SetTabSize(0);
     document.Parse(prepared->c_str(), nullptr, TIXML_ENCODING_LEGACY);

@@ -1,4 +1,4 @@
-// A profile file's elements, for those who read or check them (profile_reader.cpp).
+// A profile file's elements, for code that reads or checks them (profile_reader.cpp).
 #pragma once
 
 #include <tinyxml.h>
@@ -17,7 +17,7 @@ public:
     ParsedDocument(const ParsedDocument&) = delete;
     ParsedDocument& operator=(const ParsedDocument&) = delete;
 
-    // Null when the document is broken or has no element.
+    // Null if the document is broken or has no element.
     const TiXmlElement* Root() const { return root; }
 
 private:
@@ -25,14 +25,14 @@ private:
     const TiXmlElement* root = nullptr;
 };
 
-// A decimal number as the C library's text-to-integer conversion reads it: blanks before it, a sign, everything after
-// its last digit ignored. Nothing when there is no digit or the number does not fit.
+// A decimal number as the C library's text-to-integer conversion reads it: it may begin with blanks and a sign, and
+// everything after its last digit is ignored. Nothing if there is no digit or the number does not fit.
 std::optional<std::int32_t> NumberOf(const TiXmlElement& element);
 
-// An element's text; nothing when it is longer than kMaxTextLength.
+// An element's text; nothing if it is longer than kMaxTextLength.
 std::optional<std::wstring> FittingText(const TiXmlElement& element, const TextCodec& codec);
 
-// As ParseProfileDocument.
+// Like ParseProfileDocument.
 ProfileSet ReadProfiles(const TiXmlElement& root, const ProfileRecord& freshRecord, const DocumentContext& context);
 
 }  // namespace kvn::model

@@ -39,7 +39,7 @@ std::size_t CountOf(const TiXmlElement& parent, const char* name) {
     return count;
 }
 
-// Checks one document, element by element, in the order in which they stand.
+// Checks one document, element by element, in its order.
 class ImportCheck {
 public:
     explicit ImportCheck(const TextCodec& textCodec) : codec(textCodec) {}
@@ -61,7 +61,7 @@ public:
     }
 
 private:
-    // A second element, or a document type with definitions of its own, is nobody's settings.
+    // A document with a second root element or with a document type holds no settings.
     static bool IsOurs(const TiXmlElement& root) {
         if (root.Value() != std::string_view(element::kRoot) || root.NextSiblingElement() != nullptr) return false;
         for (const TiXmlNode* node = root.PreviousSibling(); node; node = node->PreviousSibling()) {
@@ -161,7 +161,7 @@ private:
         return AboutNumber(*found, name);
     }
 
-    // Readers do not agree on which of two counts.
+    // Readers disagree on which of two elements counts.
     Problem CheckSingle(const TiXmlElement& found, const char* name) {
         if (found.NextSiblingElement(name) == nullptr) return std::nullopt;
         return About(ImportFault::Twice, Widened(name));
@@ -186,7 +186,7 @@ private:
     std::vector<std::wstring> names;
 };
 
-// The ids and the selection, wherever they stand in the document.
+// Reads the ids and the selection, wherever they are in the document.
 ProfileRecord WithHeadOf(const TiXmlElement& root, ProfileRecord record) {
     const auto number = [&](const char* name) {
         const TiXmlElement* const found = root.FirstChildElement(name);
@@ -198,7 +198,7 @@ ProfileRecord WithHeadOf(const TiXmlElement& root, ProfileRecord record) {
     return record;
 }
 
-// A mark that some editors put before a text; without anything beyond ASCII it says nothing.
+// Removes the mark that some editors put before a text. In a text that is all ASCII it means nothing.
 void DropMark(std::string& document) {
     constexpr std::string_view kMark = "\xEF\xBB\xBF";
     const auto isAscii = [](char byte) { return byte > 0; };

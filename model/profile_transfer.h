@@ -16,24 +16,24 @@ enum class ImportFault : std::uint8_t {
     Broken,        // no XML that may be parsed, or cut off
     Foreign,       // XML of another kind
     Missing,       // an element
-    Twice,         // an element that may be there once
+    Twice,         // an element that may occur only once
     NumberBad,     // not a number, or out of its range
     TextTooLong,   // more than kMaxTextLength
-    TooManyItems,  // of a list
+    TooManyItems,  // in a list
     NameIsTaken,   // by another profile
 };
 
 struct ImportProblem {
     ImportFault fault = ImportFault::Broken;
     std::wstring element;     // the element in question: "vid", "lbutton", "Gesture[2]/Function"
-    std::size_t profile = 0;  // its profile, counted from 1; 0: outside of all profiles
+    std::size_t profile = 0;  // its profile, counted from 1; 0: outside all profiles
     std::wstring profileName;
-    std::wstring value;  // the value there, if it matters
+    std::wstring value;  // its value, if that matters
 };
 
 // The profiles of a document that comes from elsewhere, all with the document's ids and selection, and every number in
-// its range; or the first thing that is wrong with it. Missing elements are treated as in a profile file, but the ids
-// and the profiles' names must be there.
+// its range; or the first problem with it. Missing elements are treated as in a profile file, but the ids and the
+// profiles' names must be there.
 std::variant<ProfileSet, ImportProblem> ParseImport(std::string document, const ProfileRecord& freshRecord,
                                                     const DocumentContext& context);
 

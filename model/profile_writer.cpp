@@ -77,7 +77,7 @@ private:
     }
 
     const TextCodec& codec;
-    std::size_t constructs = 0;  // whatever the file will have that begins with "<", end tags aside
+    std::size_t constructs = 0;  // everything in the file that begins with "<", except end tags
 };
 
 }  // namespace

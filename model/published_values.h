@@ -11,10 +11,10 @@
 
 namespace kvn::model {
 
-// The key of the published values, for writing; it is made when it is missing. Empty when that fails.
+// The key of the published values, for writing; it is created if it is missing. Empty if that fails.
 [[nodiscard]] platform::UniqueRegistryKey OpenPublishedKey();
 
-// Writes a value under its name and with its type; a text with its final zero. False when it cannot be written.
+// Writes a value under its name and with its type; a text includes its final zero. False if it cannot be written.
 [[nodiscard]] bool WritePublished(HKEY key, RegistryValue value, std::uint32_t number);
 [[nodiscard]] bool WritePublished(HKEY key, RegistryValue value, const std::wstring& text);
 

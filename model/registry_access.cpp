@@ -31,8 +31,8 @@ bool SetModelValue(std::uint32_t vid, std::uint32_t pid, RegistryValue value, co
                           lengthInBytes) == ERROR_SUCCESS;
 }
 
-// Windows appends the final zero to a REG_SZ that comes without one if a zero follows in memory: so none does
-// (docs/kept-behaviour.md).
+// If a REG_SZ comes without its final zero but a zero follows in memory, Windows stores that one too. So another
+// character follows here (docs/kept-behaviour.md).
 bool SetUnterminatedText(std::uint32_t vid, std::uint32_t pid, RegistryValue value, const wchar_t* text) {
     std::wstring guarded = text;
     const auto lengthInBytes = static_cast<DWORD>(guarded.size() * sizeof(wchar_t));
@@ -40,13 +40,12 @@ bool SetUnterminatedText(std::uint32_t vid, std::uint32_t pid, RegistryValue val
     return SetModelValue(vid, pid, value, guarded.c_str(), lengthInBytes);
 }
 
-// A value may grow between the question for its size and its reading: then it counts as missing, and its change is a
-// reason to read again.
+// A value may grow after its size was queried. Then it counts as missing; the change causes another reading anyway.
 std::optional<std::vector<std::uint8_t>> ReadBytes(HKEY key, const wchar_t* name) {
     DWORD size = 0;
     if (RegQueryValueExW(key, name, nullptr, nullptr, nullptr, &size) != ERROR_SUCCESS) return std::nullopt;
     if (size > kMaxStoredBytes) return std::nullopt;
-    std::vector<std::uint8_t> bytes(std::size_t{size} + 1);  // never without a buffer, which would ask for the size
+    std::vector<std::uint8_t> bytes(std::size_t{size} + 1);  // never empty: without a buffer only the size is queried
     if (RegQueryValueExW(key, name, nullptr, nullptr, bytes.data(), &size) != ERROR_SUCCESS) return std::nullopt;
     bytes.resize(size);
     return bytes;

@@ -26,10 +26,10 @@ namespace kvn::model {
 // Carries out one write of a change. False if the key cannot be created or the value cannot be written.
 [[nodiscard]] bool CarryOut(const RegistryWrite& write, std::uint32_t vid, std::uint32_t pid);
 
-// A value of more bytes counts as missing: no list that the page writes is that long.
+// A larger value counts as missing: no list that the page writes is that long.
 inline constexpr DWORD kMaxStoredBytes = DWORD{1024} * 1024;
 
-// The present values of the model's key, of any type; nothing for a value that is missing or cannot be read.
+// The current values of the model's key, of any type; nothing for a value that is missing or cannot be read.
 [[nodiscard]] StoredBytes ReadModelValues(std::uint32_t vid, std::uint32_t pid);
 
 // The machine-wide function of the wheel button; nothing unless there is one of type REG_DWORD.
@@ -38,7 +38,7 @@ inline constexpr DWORD kMaxStoredBytes = DWORD{1024} * 1024;
 // The defaults of a new profile, with the machine-wide function of the wheel button, if there is one.
 [[nodiscard]] ProfileRecord NewProfileRecord();
 
-// The attached mouse; nothing when a value is missing or a capability is out of its range.
+// The attached mouse; nothing if a value is missing or a capability is out of its range.
 [[nodiscard]] std::optional<DeviceRecord> ReadCurrentDevice();
 
 }  // namespace kvn::model

@@ -19,7 +19,7 @@ constexpr std::array kNumbersBeforeKeys{SettingField::Left,     SettingField::Ri
 constexpr std::array kNumbersAfterKeys{SettingField::FlyingScrollSpeed, SettingField::FlyingRevolutionSpeed,
                                        SettingField::FlyingRevolutionCount};
 
-// A new default profile writes them in an order of its own: docs/kept-behaviour.md.
+// A new default profile writes them in a different order: docs/kept-behaviour.md.
 constexpr std::array kNumbersOfNewProfile{SettingField::Left,
                                           SettingField::Right,
                                           SettingField::Center,
@@ -32,8 +32,8 @@ constexpr std::array kNumbersOfNewProfile{SettingField::Left,
                                           SettingField::FlyingRevolutionSpeed,
                                           SettingField::FlyingRevolutionCount};
 
-// A text as one field of a list's entry: what would end the field or the entry early is kept out. The profile file has
-// the text as it is.
+// A text as one field of a list's entry, without characters that would end the field or the entry early. The profile
+// file keeps the text unchanged.
 std::wstring FieldText(const std::wstring& text) {
     std::wstring field = text.substr(0, text.find(L'\0'));
     std::replace(field.begin(), field.end(), kFieldSeparator, L' ');

@@ -29,8 +29,8 @@ void MakeDefaultProfile(MouseSettings& settings) {
     settings.selectedProfile = 0;
 }
 
-// Puts the numbers of a new default profile into the registry, where the service looks for them; initial values stand
-// in for those that are no values. A number that could not be written is noted as such: the next apply writes it.
+// Puts the numbers of a new default profile into the registry, where the service looks for them; initial values replace
+// abnormal ones. A number that could not be written is marked, so that the next apply writes it.
 void PublishNewProfile(MouseSettings& settings) {
     SettingValues& values = settings.registrySettings.values;
     for (const SettingFieldRow& row : kSettingFields) {
@@ -59,7 +59,7 @@ std::wstring ProfileFileName(std::uint32_t vid, std::uint32_t pid) {
 }
 
 bool LoadMouseSettings(MouseSettings& settings) {
-    // Until the file has been read: memory may run out on the way, and the page goes on without its profiles.
+    // Until the file has been read: memory may run out before that, and the page goes on without its profiles.
     settings.setFileAsideBeforeSaving = true;
     settings.os = ReadOsVersion();
     const std::wstring folder = SettingsFolder();
@@ -76,7 +76,7 @@ bool LoadMouseSettings(MouseSettings& settings) {
     MakeDefaultProfile(settings);
     settings.registrySettings = CheckedCopy(settings.Selected());
     const bool saved = SaveProfiles(settings);
-    // A file that could not even be set aside is in use: what is in it, and in the registry, stays the user's.
+    // A file that could not even be set aside is in use. It and the registry still hold the user's settings.
     if (!settings.setFileAsideBeforeSaving) PublishNewProfile(settings);
     return saved;
 }
@@ -92,7 +92,7 @@ bool WriteRegistryValues(MouseSettings& settings) {
 
 bool SaveProfiles(MouseSettings& settings) {
     if (settings.setFileAsideBeforeSaving) {
-        // An interrupted save may still be the only file that has the profiles.
+        // The file of an interrupted save may be the only one that has the profiles.
         FinishOrRemoveInterruptedSave(settings.profileFilePath);
         if (!SetAsideProfileFile(settings.profileFilePath)) return false;
     }

@@ -21,7 +21,7 @@ std::optional<std::int32_t> NumberOf(const Bytes& bytes) {
     return static_cast<std::int32_t>(number);
 }
 
-// Half a character at the end is left out.
+// Half a character at the end is dropped.
 std::wstring CharactersOf(const Bytes& bytes) {
     std::wstring text(bytes.size() / kBytesOfCharacter, L'\0');
     for (std::size_t index = 0; index < text.size(); ++index) {

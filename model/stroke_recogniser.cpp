@@ -9,7 +9,7 @@
 namespace kvn::model {
 namespace {
 
-// In pixels: what fixes the first direction of a segment, and what confirms or changes the current one.
+// In pixels: the distance that fixes a segment's first direction, and the one that confirms or changes the current one.
 constexpr std::int64_t kFirstThreshold = 50;
 constexpr std::int64_t kNextThreshold = 50;
 
@@ -18,7 +18,7 @@ constexpr double kDiagonal = std::numbers::pi / 4;
 // In the order of StrokeDirection, from Up on.
 constexpr std::array<unsigned, 4> kLetters{IDS_STROKE_UP, IDS_STROKE_RIGHT, IDS_STROKE_DOWN, IDS_STROKE_LEFT};
 
-// Wider than the coordinates, so that no two points are too far apart.
+// Wider than the coordinates, so that no difference overflows.
 struct Difference {
     std::int64_t x;
     std::int64_t y;
@@ -58,7 +58,7 @@ StrokeDirection DirectionBetween(ScreenPoint from, ScreenPoint to) {
 std::optional<GestureNotice> StrokeRecogniser::Take(const StrokeSample& sample) {
     const bool isFirstHeld = sample.isHeld && !wasHeld;
     wasHeld = sample.isHeld;
-    // The cancel button is not looked at before a stroke has begun.
+    // The cancel button does not matter before a stroke has begun.
     if (!isTracking) return isFirstHeld ? Start(sample.cursor) : std::nullopt;
     if (sample.isCancelHeld) return Cancel();
     return sample.isHeld ? Follow(sample.cursor) : Complete();
@@ -75,7 +75,7 @@ std::optional<GestureNotice> StrokeRecogniser::Start(ScreenPoint cursor) {
 std::optional<GestureNotice> StrokeRecogniser::Follow(ScreenPoint cursor) {
     if (currentDirection == StrokeDirection::None) {
         if (DistanceBetween(segmentStart, cursor) < kFirstThreshold) return std::nullopt;
-        // The anchor stays where the segment began: the next evaluated sample is seen from there.
+        // The anchor stays where the segment began: the next sample is measured from there.
         currentDirection = DirectionBetween(segmentStart, cursor);
         return NoticeOf(GestureNoticeKind::Progress);
     }
@@ -88,7 +88,7 @@ std::optional<GestureNotice> StrokeRecogniser::Follow(ScreenPoint cursor) {
     return std::nullopt;
 }
 
-// Only the three most recent finished segments are kept while the stroke goes on; the one in progress is the fourth.
+// Only the three most recent finished segments are kept; the one in progress is the fourth.
 void StrokeRecogniser::FinishSegment() {
     finished[finishedCount++] = currentDirection;
     currentDirection = StrokeDirection::None;

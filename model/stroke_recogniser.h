@@ -9,7 +9,7 @@
 
 namespace kvn::model {
 
-// Whole pixels of the screen, which grow to the right and downwards and may be negative on a second monitor.
+// Whole pixels of the screen. They grow to the right and downwards, and may be negative on a second monitor.
 struct ScreenPoint {
     std::int32_t x = 0;
     std::int32_t y = 0;
@@ -30,7 +30,7 @@ inline constexpr std::size_t kMaxStrokeLength = 4;
 
 enum class GestureNoticeKind : std::int32_t { Started, Completed, Cancelled, Progress };
 
-// What the owner of a capture gets.
+// The report to the owner of a capture.
 struct GestureNotice {
     void* context = nullptr;  // passed through for the owner
     GestureNoticeKind kind{};
@@ -47,8 +47,8 @@ struct StrokeSample {
 
 class StrokeRecogniser {
 public:
-    // A stroke begins when the button is first seen held, goes on while it is, and ends when it is released (Completed)
-    // or the cancel button is held (Cancelled). Progress comes once per segment, when its direction is fixed.
+    // A stroke begins with the first sample that has the button held, and ends when it is released (Completed) or the
+    // cancel button is held (Cancelled). Each segment reports Progress once, when its direction is fixed.
     std::optional<GestureNotice> Take(const StrokeSample& sample);
 
     // Whether a stroke is being recorded.

@@ -42,7 +42,7 @@ void AppendCodePoint(std::uint32_t codePoint, std::wstring& text) {
     }
 }
 
-// Whether the character would end the CDATA section, look like a reference or not survive as it stands.
+// Whether the character would end the CDATA section, look like a reference, or be lost if it is not escaped.
 bool MustBeEscaped(std::wstring_view character, std::wstring_view rest) {
     const wchar_t first = character[0];
     return first < L' ' || first == L'\x7F' || first == L'>' || (first == L'&' && rest.starts_with(L'#'));
@@ -73,7 +73,8 @@ std::optional<std::uint32_t> ParseHexDigits(std::wstring_view digits) {
     return value;
 }
 
-// Takes a character reference off the front of the text; nothing, and the text as it was, when none stands there.
+// Takes a character reference off the front of the text. If there is none, returns nothing and leaves the text
+// unchanged.
 std::optional<std::uint32_t> TakeReference(std::wstring_view& text) {
     if (!text.starts_with(kReferenceStart)) return std::nullopt;
     const std::wstring_view digits = text.substr(kReferenceStart.size(), kMaxHexDigits + 1);

@@ -13,7 +13,7 @@ class TextCodec {
 public:
     virtual ~TextCodec() = default;
 
-    // The bytes of the text, or nothing if the code page lacks one of its characters or a zero is among them.
+    // The bytes of the text; nothing if it contains a zero or a character that the code page lacks.
     virtual std::optional<std::string> Encode(std::wstring_view text) const = 0;
 
     // The text of the bytes. A byte that is no character of the code page becomes U+FFFD.
@@ -22,8 +22,8 @@ public:
 
 // The escaped form: characters that the code page lacks, control characters, ">" and an "&" before "#" are written as
 // XML character references in lower-case hexadecimal (&#x416;), which a reader without this rule shows unchanged. The
-// profile file marks an escaped text by a CDATA section: no other text is in one, so a text that only looks escaped is
-// read correctly.
+// profile file marks an escaped text with a CDATA section. No other text is in one, so a text that only looks escaped
+// is read correctly.
 std::string EncodeEscaped(std::wstring_view text, const TextCodec& codec);
 
 // The text of a decoded escaped form. An ill-formed reference stays as it is.

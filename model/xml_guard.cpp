@@ -27,7 +27,7 @@ struct BlankReference {
 constexpr std::array<BlankReference, 5> kBlankReferences{
     {{"&#x09;", '\t'}, {"&#x0A;", '\n'}, {"&#x0B;", '\v'}, {"&#x0C;", '\f'}, {"&#x0D;", '\r'}}};
 
-// The reference that stands at the beginning of the text, or null.
+// The reference at the beginning of the text, or null.
 const BlankReference* BlankReferenceAt(std::string_view text) {
     for (const BlankReference& row : kBlankReferences) {
         if (text.starts_with(row.reference)) return &row;
@@ -35,13 +35,13 @@ const BlankReference* BlankReferenceAt(std::string_view text) {
     return nullptr;
 }
 
-// Where a text of white space only stands in the document.
+// The place of a text of only white space in the document.
 struct BlankText {
     std::size_t begin;
     std::size_t end;
 };
 
-// Makes every line end a single line feed, as TinyXML itself does with a file that it opens.
+// Makes every line end a single line feed, as TinyXML itself does when it opens a file.
 void NormalizeLineEnds(std::string& document) {
     std::size_t from = document.find('\r');
     std::size_t to = from;
@@ -67,8 +67,8 @@ bool IsTagMark(char character) {
     return character == '"' || character == '\'' || character == '<' || character == '>' || character == '=';
 }
 
-// The next quote, bracket or sign of equality; npos when there is none. The standard search calls the C library for
-// every character.
+// The next quote, bracket or equals sign; npos if there is none. The standard search would call the C library for every
+// character.
 std::size_t FindTagMark(std::string_view text, std::size_t from) {
     for (std::size_t at = from; at < text.size(); ++at) {
         if (IsTagMark(text[at])) return at;
@@ -76,7 +76,8 @@ std::size_t FindTagMark(std::string_view text, std::size_t from) {
     return std::string_view::npos;
 }
 
-// Whether every character reference is digits up to its ";": TinyXML takes the next ";" for its end, past any tags.
+// Whether every character reference has only digits before its ";". TinyXML takes the next ";" for its end, even past
+// other tags.
 bool HasWholeReferences(std::string_view text) {
     for (std::size_t at = text.find("&#"); at != std::string_view::npos; at = text.find("&#", at)) {
         at += text.substr(at).starts_with("&#x") ? 3 : 2;
@@ -90,10 +91,10 @@ bool HasWholeReferences(std::string_view text) {
 // less.
 class StructureCheck {
 public:
-    // The declaration is blanked out in the document.
+    // The check overwrites declarations and instructions in the document with blanks.
     explicit StructureCheck(std::string& checkedDocument) : bytes(checkedDocument), document(checkedDocument) {}
 
-    // False when the document must not be parsed.
+    // False if the document must not be parsed.
     bool Run() {
         while (true) {
             const std::size_t next = std::min(document.find('<', position), document.size());
@@ -122,12 +123,12 @@ private:
         }
         if (rest.starts_with("<?")) return PassInstruction();
         if (rest.size() > 1 && StartsName(rest[1])) return PassStartTag();
-        // Of no interest to TinyXML, which looks for nothing but its end.
+        // TinyXML ignores anything else and only looks for its end.
         return PassTo(">", 1);
     }
 
-    // TinyXML may read a quoted value past the end of a declaration, so it must not meet any. Inside of an element
-    // something must go on parting the texts before and after: "<!>" is of no interest to TinyXML.
+    // TinyXML may read a quoted value past the end of a declaration, so it must not see any. Inside an element
+    // something must still separate the texts before and after: "<!>", which TinyXML ignores.
     bool PassInstruction() {
         const std::size_t begin = position;
         if (!PassTo(">", 2)) return false;
@@ -140,7 +141,7 @@ private:
         return true;
     }
 
-    // An instruction may hold a ">" of its own before its "?>".
+    // An instruction may contain a ">" before its "?>".
     void PassToQuestionMark() {
         if (document[position - 2] == '?') return;
         const std::size_t end = document.substr(0, document.find('<', position)).find("?>", position);
@@ -166,8 +167,8 @@ private:
         return true;
     }
 
-    // The ">" that ends the tag, past quoted attribute values; npos when it has none, a "<" comes first or there are
-    // too many attributes. Each has a sign of equality outside of quotes.
+    // The position of the ">" that ends the tag, past quoted attribute values; npos if there is none, a "<" comes first
+    // or there are too many attributes. Each equals sign outside quotes counts as an attribute.
     std::size_t PassAttributes(std::size_t from) {
         std::size_t attributes = 0;
         std::size_t at = FindTagMark(document, from);
@@ -182,14 +183,14 @@ private:
         return at;
     }
 
-    // Notes the text that begins here when it is white space up to an end tag.
+    // Records the text that begins here if it is white space up to an end tag.
     void NoteBlankText() {
         std::size_t end = position;
         while (const std::size_t length = BlankLengthAt(end)) end += length;
         if (end > position && document.substr(end).starts_with("</")) blankTexts.push_back({position, end});
     }
 
-    // The length of the white-space character at this place, written as it is or as a reference; 0 when there is none.
+    // The length of the white-space character at this place, plain or as a reference; 0 if there is none.
     std::size_t BlankLengthAt(std::size_t at) const {
         if (at >= document.size()) return 0;
         if (IsBlank(document[at])) return 1;
@@ -205,7 +206,7 @@ private:
     std::vector<BlankText> blankTexts;
 };
 
-// The characters of a text of white space, references resolved.
+// The characters of a white-space text, with references resolved.
 std::string BlankCharacters(std::string_view text) {
     std::string characters;
     while (!text.empty()) {

@@ -52,7 +52,7 @@ constexpr std::array kFlyingScrollControls{
     IDC_PANE_FLYING_GROUP,          IDC_PANE_REVOLUTION_COUNT_LABEL, IDC_PANE_REVOLUTION_COUNT,
     IDC_PANE_REVOLUTION_SPEED,      IDC_PANE_FLYING_SPEED,           IDC_PANE_REVOLUTION_SPEED_SLOW,
     IDC_PANE_REVOLUTION_SPEED_FAST, IDC_PANE_FLYING_SPEED_SLOW,      IDC_PANE_FLYING_SPEED_FAST};
-// What has no meaning while the number of revolutions is "Invalid".
+// These controls mean nothing while the number of revolutions is "Invalid".
 constexpr std::array kFlyingSpeedControls{IDC_PANE_FLYING_SPEED,           IDC_PANE_REVOLUTION_SPEED,
                                           IDC_PANE_REVOLUTION_SPEED_LABEL, IDC_PANE_FLYING_SPEED_LABEL,
                                           IDC_PANE_REVOLUTION_SPEED_SLOW,  IDC_PANE_REVOLUTION_SPEED_FAST,
@@ -238,8 +238,7 @@ void ButtonPane::OnChoiceConfirmed(SlotChooser& changed) {
     const int indexBefore = earlierIndex;
     int gestureCount = GestureCount(SelectedFunctions());
 
-    // Putting "Left click" back counts as one gesture function less, whatever it has replaced:
-    // docs/kept-behaviour.md.
+    // Putting "Left click" back counts as one gesture function fewer, whatever it replaced: docs/kept-behaviour.md.
     if (PutBackLeftClick(changed)) --gestureCount;
     if (gestureCount >= 2) {
         boxes.Warn(Window(), IDS_GESTURE_SLOT_TAKEN);

@@ -31,7 +31,7 @@ public:
     ButtonPane(model::MouseSettings& mouseSettings, const platform::MessageBoxes& messageBoxes,
                IButtonPaneOwner& paneOwner);
 
-    // Gives every control its choices and ranges and takes over the messages of the pane and its choosers.
+    // Gives every control its choices and ranges, and takes over the messages of the pane and its choosers.
     void SetUp();
 
     // Shows the settings without changing those of the profile.
@@ -63,7 +63,7 @@ private:
 
     // The rules that keep one "Left click" and at most one "Gesture function", and the key dialog of "Arbitrary key".
     void OnChoiceConfirmed(SlotChooser& changed);
-    // If no chooser has "Left click" any longer, shows a message and gives it to the changed one. True if it did.
+    // If no chooser has "Left click" any more, shows a message and gives it to the changed one. True if it did.
     bool PutBackLeftClick(const SlotChooser& changed) const;
     void RegisterArbitraryKey(SlotChooser& chooser);
 
@@ -92,7 +92,7 @@ private:
     // Index 0 is the plain mouse, index k the mouse with its k-th control marked. None without GDI+.
     std::vector<MousePicture> pictures;
     platform::OpenedList revolutionList;
-    // The index that a chooser had selected when the focus came to it or its choice was last confirmed.
+    // The index that a chooser had selected when it got the focus, or when its choice was last confirmed.
     int earlierIndex = 0;
     bool isFilled = false;
 };

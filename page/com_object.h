@@ -9,8 +9,7 @@
 
 namespace kvn::page {
 
-// A COM object of one interface besides IUnknown. It starts with a count of 0; every reference counts for the server
-// too.
+// A COM object of one interface besides IUnknown. Its count starts at 0; every reference also counts for the server.
 template <typename Interface, const IID& kInterfaceId>
 class ComObject : public Interface {
 public:

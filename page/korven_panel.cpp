@@ -33,7 +33,7 @@ constexpr INT_PTR kLastShellExecuteError = 32;
 enum Tab { kButtonTab, kGestureTab };
 constexpr std::array<UINT, 2> kTabTitles{IDS_TAB_BUTTONS, IDS_TAB_GESTURES};
 
-// Combo-box notifications that come with a change; the others only report the focus or a list that was left.
+// Combo-box notifications that come with a change; the others only report the focus or that a list has closed.
 constexpr std::array<UINT, 7> kChangingNotifications{CBN_SELCHANGE, CBN_DBLCLK,  CBN_EDITCHANGE, CBN_EDITUPDATE,
                                                      CBN_DROPDOWN,  CBN_CLOSEUP, CBN_SELENDOK};
 
@@ -71,7 +71,7 @@ void KorvenPanel::OnInitDialog(HINSTANCE module, HWND page) {
 }
 
 void KorvenPanel::SetUpPage(HINSTANCE module) {
-    // Before any message box: while one is open the service may send its own.
+    // Before any message box: while one is open, the service may send other initial values.
     settings.initialValues = model::InitialValuesOf(model::NewProfileRecord());
     ReadDevice();
     LoadProfiles();
@@ -149,7 +149,7 @@ void KorvenPanel::ShowSelectedProfile() {
     ShowGestures();
 }
 
-// What the combo shows and whose gestures are listed is always the same profile: a row's command acts on its gesture.
+// The combo box and the list of gestures always show the same profile, so that a command for a row acts on its gesture.
 void KorvenPanel::ShowGestures() {
     platform::Completes([this] { gesturePane.ShowProfile(); });
 }
@@ -174,7 +174,7 @@ void KorvenPanel::FindServiceFiles() {
 
 bool KorvenPanel::OnApply(HINSTANCE /*module*/, HWND page) {
     if (settings.profiles.empty()) return true;
-    // What breaks off has failed, too.
+    // An exception counts as a failure.
     const bool isSaved = platform::AtBoundary(false, [this] {
         platform::LeaveList(Control(IDC_PAGE_PROFILE));
         StorePane();
@@ -237,7 +237,7 @@ void KorvenPanel::OnProfileChosen() {
     });
     if (!canChange) return SelectInProfileCombo();
     settings.selectedProfile = index;
-    // The gestures are shown even when filling the buttons breaks off: their rows belong to the selected profile.
+    // The gestures are shown even if filling the button pane fails: their rows belong to the selected profile.
     platform::Completes([&] { buttonPane.Fill(shown); });
     ShowGestures();
 }
@@ -306,7 +306,7 @@ void KorvenPanel::OnTabChanged(HWND /*page*/, WPARAM /*wParam*/, const NMHDR* /*
     ShowPane(gesturePaneWindow, tab == kGestureTab);
 }
 
-// A pane that goes gives the focus to the tabs, so that the keyboard keeps a place.
+// A pane that is hidden gives the focus to the tabs, so that the keyboard still works.
 void KorvenPanel::ShowPane(HWND pane, bool show) const {
     if (!show && IsChild(pane, GetFocus())) {
         SendMessageW(pageWindow, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(Control(IDC_PAGE_TAB)), TRUE);

@@ -61,7 +61,7 @@ private:
     void OnHelpCommand(UINT notification);
     void OnResetCommand(UINT notification);
 
-    // Start-up, and its steps in this order.
+    // Start-up, and its steps in order.
     void SetUpPage(HINSTANCE module);
     void ReadDevice();
     void LoadProfiles();
@@ -74,7 +74,7 @@ private:
     void ShowGestures();
     void PlacePane(HWND pane, HWND previous) const;
     void ShowPane(HWND pane, bool show) const;
-    // Stores the content of the button pane in the selected profile.
+    // Stores the contents of the button pane in the selected profile.
     void StorePane();
     bool SaveSettings();
     HWND Control(int control) const { return GetDlgItem(pageWindow, control); }

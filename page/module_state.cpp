@@ -12,7 +12,7 @@ namespace {
 
 ULONG serverReferences = 0;
 
-// References to the loaded module. COM may ask in another thread than a page's.
+// References to the loaded module. COM may ask on another thread than the page's.
 std::atomic<int> heldByPages = 0;
 std::atomic<int> heldByNobody = 0;
 
@@ -35,14 +35,14 @@ void HoldModuleForPage() noexcept {
 }
 
 void ReleaseModuleOfPage() noexcept {
-    // A page that came into being without the shell holds nothing.
+    // A page created without the shell holds no reference.
     if (heldByPages == 0) return;
     --heldByPages;
     ++heldByNobody;
 }
 
 void GiveBackModule() noexcept {
-    // A window procedure may still be on its way out; the next one who asks gives back then.
+    // A window procedure may still be returning. A later call releases the references then.
     if (platform::callsInside != 0) return;
     for (int count = heldByNobody.exchange(0); count > 0; --count) FreeLibrary(platform::ThisModule());
 }

@@ -3,12 +3,12 @@
 
 namespace kvn::page {
 
-// References to the module's COM objects. Plain numbers: every object lives in one apartment.
+// Count the references to the module's COM objects. The count needs no lock: all objects live in one apartment.
 void AddServerReference();
 void ReleaseServerReference();
 bool HasServerReferences();
 
-// A page may outlive every COM object of the module, and COM unloads a module without objects: so each page that the
+// A page may outlive every COM object of the module, and COM unloads a module without objects. So each page that the
 // shell has taken holds a reference to the loaded module itself.
 void HoldModuleForPage() noexcept;
 

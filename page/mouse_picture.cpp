@@ -26,13 +26,14 @@ Gdiplus::ARGB DialogColour() {
            static_cast<Gdiplus::ARGB>(GetGValue(colour)) << 8 | GetBValue(colour);
 }
 
-// Puts the bitmap into the control and deletes the one that was there.
+// Puts the bitmap into the control and deletes the previous one.
 void ReplaceBitmap(HWND control, platform::UniqueBitmap bitmap) {
     const HBITMAP shown = bitmap.Get();
     const auto previous =
         reinterpret_cast<HBITMAP>(SendMessageW(control, STM_SETIMAGE, IMAGE_BITMAP, reinterpret_cast<LPARAM>(shown)));
     if (previous != nullptr) DeleteObject(previous);
-    // Version 6 of the common controls shows a copy of a bitmap with an alpha channel; ours is then still ours.
+    // Version 6 of the common controls shows a copy of a bitmap with an alpha channel; then the original is still ours
+    // to delete.
     const bool isKept = SendMessageW(control, STM_GETIMAGE, IMAGE_BITMAP, 0) == reinterpret_cast<LRESULT>(shown);
     if (isKept) bitmap.Release();
 }

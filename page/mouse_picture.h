@@ -17,7 +17,7 @@ namespace kvn::page {
 void ShutDownGdiplus(ULONG_PTR token);
 void DisposeImage(Gdiplus::GpImage* image);
 
-// Starts GDI+ for its own lifetime. False when it could not be started.
+// Starts GDI+ for its own lifetime. False if it could not be started.
 class [[nodiscard]] GdiplusSession {
 public:
     GdiplusSession();
@@ -27,7 +27,7 @@ private:
     platform::Owned<ULONG_PTR, &ShutDownGdiplus> token;
 };
 
-// Drawn, and deleted, within a session. A file that cannot be loaded leaves the picture empty.
+// Must be drawn and destroyed within a session. If its file cannot be loaded, the picture is empty.
 class MousePicture {
 public:
     MousePicture(HWND targetControl, std::wstring imageFile);
@@ -37,7 +37,7 @@ public:
     void Draw();
 
 private:
-    // Most pictures of a page are never looked at: each is loaded when it is drawn for the first time.
+    // Most pictures of a page are never shown, so each is loaded when it is drawn for the first time.
     void Load();
     platform::UniqueBitmap Render(int width, int height) const;
 

@@ -37,7 +37,7 @@ void OnInitDialog(HWND page, LPARAM sheetPage) {
 void OnNotify(IPropertyPanel& panel, HWND page, WPARAM wParam, const NMHDR* header) {
     if (header->code == TCN_SELCHANGE) panel.OnTabChanged(page, wParam, header);
     if (header->code != PSN_APPLY) return;
-    // An apply that breaks off has failed too: the sheet must not close over unsaved settings.
+    // An apply that throws has failed too: the sheet must not close with unsaved settings.
     const bool applied = platform::AtBoundary(false, [&] { return panel.OnApply(platform::ThisModule(), page); });
     if (!applied) SetWindowLongPtrW(page, DWLP_MSGRESULT, PSNRET_INVALID_NOCHANGEPAGE);
 }
@@ -79,10 +79,11 @@ INT_PTR HandleMessage(HWND page, UINT message, WPARAM wParam, LPARAM lParam) {
         OnInitDialog(page, lParam);
         return TRUE;
     }
-    // A page is bound to its own panel from its first message to its last, however many pages there are.
+    // Each page keeps its own panel from its first message to its last, however many pages there are.
     auto* const pagesOwn = platform::ObjectOf<PanelPointer>(page);
     if (pagesOwn == nullptr) return FALSE;
-    // The host may destroy the page while a dialog of ours stands open; what opened it still has to return.
+    // The host may destroy the page while one of its dialogs is open, and the call that opened the dialog still needs
+    // the panel.
     const PanelPointer panel = *pagesOwn;
     if (message != WM_NCDESTROY) return ForwardToPanel(*panel, page, message, wParam, lParam);
     SetWindowLongPtrW(page, GWLP_USERDATA, 0);

@@ -7,7 +7,7 @@
 
 namespace kvn::page {
 
-// A page that can be added to a sheet; null when the common controls cannot make one.
+// A page that can be added to a sheet; null if the common controls cannot make one.
 [[nodiscard]] HPROPSHEETPAGE CreatePage();
 
 }  // namespace kvn::page

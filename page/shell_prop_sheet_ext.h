@@ -12,8 +12,8 @@ namespace kvn::page {
 
 class CShellPropSheetExt final : public ComObject<IShellPropSheetExt, IID_IShellPropSheetExt> {
 public:
-    // Adds the page when the resident service is available. S_OK without a page when it is not; E_OUTOFMEMORY when the
-    // page cannot be made; E_FAIL when the shell refuses it.
+    // Adds the page if the resident service is available. S_OK without a page if it is not; E_OUTOFMEMORY if the page
+    // cannot be made; E_FAIL if the shell refuses it.
     HRESULT STDMETHODCALLTYPE AddPages(LPFNADDPROPSHEETPAGE addPage, LPARAM parameter) override;
 
     // Replaces nothing: S_OK.

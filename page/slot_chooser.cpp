@@ -63,7 +63,7 @@ LRESULT CALLBACK SlotChooser::ComboProcedure(HWND window, UINT message, WPARAM w
                 break;
             case WM_DESTROY:
             case WM_NCDESTROY:
-                // docs/kept-behaviour.md: this is how hosts notice that the page goes.
+                // docs/kept-behaviour.md: this is how hosts notice that the page is going away.
                 PostQuitMessage(0);
                 return 0;
             default:

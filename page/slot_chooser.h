@@ -26,17 +26,17 @@ public:
     void SetUp(model::ButtonSlot buttonSlot, HWND comboBox, HINSTANCE module,
                const std::vector<model::CatalogueRow>& functions, FocusListener focusListener);
 
-    // Selects the function; nothing if it is not offered.
+    // Selects the function, or nothing if it is not offered.
     void Select(model::FunctionCode function) const;
 
-    // The keys that "Arbitrary key" shows in brackets; its text alone if there are none.
+    // Shows these keys in brackets after "Arbitrary key"; only its text if there are none.
     void ShowArbitraryKeys(const model::EtcKey& keys) const;
 
     std::optional<model::FunctionCode> Selected() const;
     int SelectedIndex() const;
     void SelectIndex(int index) const;
 
-    // The present selection has passed the rules, or is that of the profile.
+    // Call it when the current selection has passed the rules or comes from the profile.
     void Confirm();
     // Selects the last confirmed choice.
     void TakeBack() const { SelectIndex(confirmedIndex); }

@@ -1,12 +1,12 @@
-// Short forms of what the C++ runtime does at errors. Its own build texts that nobody sees in another program's
-// process, and with them come 45 KB that read the names of types, and 50 KB of strings of both its kinds. A function of
-// this group that the linker finds twice has become needed: give it its short form here too.
+// Short replacements for the C++ runtime's error functions. The originals build messages that nobody sees in another
+// program's process, and they pull in 45 KB of code for type names and 50 KB for both of its string types. If the
+// linker reports one of these functions as defined twice, another of this group is in use: replace that one here too.
 #include <cstdlib>
 #include <exception>
 #include <new>
 #include <string>
 
-// What runs when nobody catches an exception.
+// Runs when no one catches an exception.
 void __gnu_cxx::__verbose_terminate_handler() {
     std::abort();
 }
@@ -19,7 +19,7 @@ void std::__throw_bad_array_new_length() {
     throw std::bad_alloc();
 }
 
-// Longer than a container can be: there is no memory for it either.
+// There is no memory for something longer than a container can be, either.
 void std::__throw_length_error(const char* /*where*/) {
     throw std::bad_alloc();
 }

@@ -8,7 +8,7 @@
 
 namespace kvn::platform {
 
-// The number of guarded functions of the module that are running now, in all threads.
+// The number of guarded functions of the module that are running now, on all threads.
 inline std::atomic<int> callsInside = 0;
 
 class [[nodiscard]] CallInside {
@@ -28,7 +28,7 @@ Result AtBoundary(Result fallback, Work&& work) noexcept {
         return std::forward<Work>(work)();
     } catch (...) {
     }
-    // The caller may throw next, and other threads need the memory that this exception has freed.
+    // The caller may throw next, and other threads may need the reserve.
     KeepMemoryReserve();
     return fallback;
 }

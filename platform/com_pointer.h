@@ -18,8 +18,8 @@ void ReleaseInterface(Interface* object) {
 template <typename Interface>
 using ComPointer = Owned<Interface*, &ReleaseInterface<Interface>>;
 
-// While it lives, this thread is in a single-threaded apartment; false if it cannot be, as when the thread is in the
-// multi-threaded one. The first object of a thread is expensive; each further one only counts.
+// While it lives, this thread is in a single-threaded apartment; false if that is impossible, as when the thread is in
+// the multi-threaded one. The first object of a thread is expensive; further ones only raise a count.
 class [[nodiscard]] ComApartment {
 public:
     ComApartment() : entered(SUCCEEDED(CoInitialize(nullptr))) {}

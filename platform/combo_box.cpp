@@ -52,13 +52,13 @@ void WidenDropList(HWND combo) {
         GetTextExtentPoint32W(context.Get(), text.c_str(), static_cast<int>(text.size()), &size);
         longest = std::max(longest, size.cx);
     }
-    // Beside the text a list has a scroll bar, a frame, and a margin as wide as the frame.
+    // Besides the text, a list has a scroll bar, a frame, and a margin as wide as the frame.
     const int width = longest + GetSystemMetrics(SM_CXVSCROLL) + 4 * GetSystemMetrics(SM_CXEDGE);
     Send(combo, CB_SETDROPPEDWIDTH, static_cast<WPARAM>(std::min(width, GetSystemMetrics(SM_CXSCREEN))));
 }
 
 std::optional<int> FindComboData(HWND combo, int data) {
-    // The list itself is asked: the combo box would pass every question on to it.
+    // Asks the list directly, since the combo box would forward each message to it.
     COMBOBOXINFO info{};
     info.cbSize = sizeof info;
     if (!GetComboBoxInfo(combo, &info)) return std::nullopt;
@@ -74,8 +74,7 @@ void SelectComboData(HWND combo, int data) {
     Send(combo, CB_SETCURSEL, index ? static_cast<WPARAM>(*index) : static_cast<WPARAM>(-1));
 }
 
-// Confirming, like anything else that moves the focus, may bring another cancellation: a second one finds nothing to
-// give back.
+// Restoring the entry may move the focus and so cause another cancellation, which finds nothing to restore.
 bool OpenedList::OnNotification(HWND combo, UINT notification) {
     if (notification == CBN_DROPDOWN) indexBefore = Send(combo, CB_GETCURSEL);
     const bool isOver = notification == CBN_SELENDOK || notification == CBN_SELENDCANCEL || notification == CBN_CLOSEUP;

@@ -14,10 +14,10 @@ void AddComboItem(HWND combo, const std::wstring& text, int data);
 // The number of the entry at this index; nothing for a negative one.
 std::optional<int> ComboData(HWND combo, int index);
 
-// The number of the selected entry; nothing when none is selected.
+// The number of the selected entry; nothing if none is selected.
 std::optional<int> SelectedComboData(HWND combo);
 
-// The text of the selected entry; empty when none is selected.
+// The text of the selected entry; empty if none is selected.
 std::wstring SelectedComboText(HWND combo);
 
 // The index of the first entry with this number.
@@ -32,11 +32,11 @@ void WidenDropList(HWND combo);
 // Restores the selection of a combo box if its list is left without confirming.
 class OpenedList {
 public:
-    // Call it with every notification of the combo box, before anything else handles it. True if it restored another
-    // entry.
+    // Call it with every notification of the combo box, before anything else handles it. True if it changed the
+    // selection.
     bool OnNotification(HWND combo, UINT notification);
 
-    // The present selection counts as confirmed.
+    // Makes the current selection count as confirmed.
     void Confirm() { indexBefore.reset(); }
 
 private:

@@ -15,7 +15,7 @@ struct CommandRow {
     void (Owner::*handler)(Details...);
 };
 
-// Carries out the command of the control's row; false when the table has none.
+// Carries out the command of the control's row; false if the table has none.
 template <typename Owner, typename... Details, std::size_t kRows>
 bool CarryOutCommand(Owner& owner, const CommandRow<Owner, Details...> (&table)[kRows], UINT control,
                      Details... details) {

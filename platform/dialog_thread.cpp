@@ -13,7 +13,7 @@ namespace kvn::platform {
 struct DialogThread::State {
     std::function<void()> show;
     std::atomic<bool> isOpen = false;
-    std::atomic<DWORD> thread = 0;  // while it is open
+    std::atomic<DWORD> thread = 0;  // while the dialog is open
 };
 
 namespace {

@@ -1,4 +1,4 @@
-// A dialog on a thread of its own: the program goes on, whatever its user does with the dialog.
+// A dialog on its own thread: the program goes on, whatever the user does with the dialog.
 #pragma once
 
 #include <functional>
@@ -11,7 +11,7 @@ public:
     DialogThread();
 
     // Calls `show`, which returns when the dialog is closed. One at a time: if a dialog is open, it comes to the front
-    // instead. Nobody waits for the thread, so it ends with the program.
+    // instead. Nothing waits for the thread, so it ends with the program.
     void Open(std::function<void()> show);
 
 private:

@@ -1,4 +1,4 @@
-// The largest number of items in a list of the user: profiles, programs of a profile, gestures of a profile.
+// The largest number of items in a user's list: profiles, programs of a profile, gestures of a profile.
 #pragma once
 
 namespace kvn::platform {

@@ -14,7 +14,7 @@ LRESULT Send(HWND list, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
     return SendMessageW(list, message, wParam, lParam);
 }
 
-// The common controls take texts to show through pointers to non-const characters, and leave them alone.
+// The common controls take texts through pointers to non-const characters, but do not change them.
 wchar_t* Shown(const std::wstring& text) {
     return const_cast<wchar_t*>(text.c_str());
 }
@@ -83,7 +83,7 @@ int SelectedRowCount(HWND list) {
 
 std::vector<int> SelectedRows(HWND list) {
     std::vector<int> rows;
-    // The count comes first, since a list that is gone answers 0 to everything.
+    // The count comes first, since every message to a destroyed list returns 0.
     const int count = SelectedRowCount(list);
     auto row = static_cast<WPARAM>(-1);
     for (int i = 0; i < count; ++i) {

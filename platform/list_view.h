@@ -21,8 +21,8 @@ void AddListColumns(HWND list, HINSTANCE module, std::span<const ListColumn> col
 // A click anywhere in a row selects it.
 void SelectFullRows(HWND list);
 
-// Inserts a row with the text of its first column and returns its index, which is the last one at most. In a list with
-// images the row shows the image with this index; -1: none.
+// Inserts a row with the text of its first column and returns its index. A row beyond the end becomes the last one. In
+// a list with images the row shows the image with this index; -1: none.
 int InsertListRow(HWND list, int row, const std::wstring& text, std::optional<int> image = std::nullopt);
 
 void SetListText(HWND list, int row, int column, const std::wstring& text);

@@ -8,13 +8,13 @@
 namespace kvn::platform {
 namespace {
 
-// The C++ runtime ends the process when it finds no memory for its first exception: an exception takes some, a thread's
-// first one more, the locks of the runtime's own reserve yet more. Together that is less than a tenth of this.
+// The C++ runtime ends the process if there is no memory for an exception. An exception takes some, a thread's first
+// one takes more, and the locks of the runtime's own reserve take still more. All of it is less than a tenth of this.
 constexpr std::size_t kReserveBytes = std::size_t{16} * 1024;
 
 std::atomic<void*> reserve;
 
-// What a failing `new` calls: there is memory for the exception now.
+// Called when `new` fails: frees memory for the exception.
 void SpendReserve() {
     std::free(reserve.exchange(nullptr));
     throw std::bad_alloc();
@@ -24,7 +24,7 @@ const struct Preparation {
     Preparation() {
         KeepMemoryReserve();
         std::set_new_handler(SpendReserve);
-        // The first look at it makes what this thread needs to throw.
+        // The first call allocates what this thread needs to throw.
         static_cast<void>(std::uncaught_exceptions());
     }
     Preparation(const Preparation&) = delete;

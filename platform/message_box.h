@@ -25,8 +25,8 @@ public:
     // Asks whether to delete the selection.
     [[nodiscard]] bool ConfirmDeletion(HWND owner) const;
 
-    // The shared check before an item is added to a list of `count` items: true below the limit; at the limit it shows
-    // a message and returns false.
+    // The shared check before an item is added to a list of `itemCount` items: true below the limit; at the limit it
+    // shows a message and returns false.
     [[nodiscard]] bool AllowsAnotherItem(HWND owner, int itemCount) const;
 
 private:

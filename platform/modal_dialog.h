@@ -19,14 +19,14 @@ protected:
     ModalDialog() = default;
     ~ModalDialog() = default;
 
-    // Shows the dialog above the owner until it ends. True if it was accepted. False also if it cannot be created or
-    // completely set up: the OK of half a dialog would lose settings.
+    // Shows the dialog above the owner until it ends. True if it was accepted. Also false if it cannot be created or
+    // completely set up: OK in an incomplete dialog would lose settings.
     bool RunModal(HINSTANCE module, UINT dialogTemplate, HWND owner);
     void End(DialogResult result) const { EndDialog(window, static_cast<INT_PTR>(result)); }
 
-    // Every message from WM_INITDIALOG on, but no command while one is carried out: the user cannot press a button
-    // while another dialog is in front of this one. FALSE leaves it to Windows; for WM_INITDIALOG it means that the
-    // focus stays where the dialog has put it.
+    // Gets every message from WM_INITDIALOG on, but no command while another one is running: the user cannot press a
+    // button while a second dialog is in front of this one. FALSE leaves the message to Windows; for WM_INITDIALOG it
+    // means that the dialog has set the focus itself.
     virtual INT_PTR OnMessage(UINT message, WPARAM wParam, LPARAM lParam) = 0;
 
     HINSTANCE Module() const { return resources; }
@@ -41,7 +41,7 @@ private:
     HINSTANCE resources = nullptr;
     HWND window = nullptr;
     bool isOpen = false;
-    bool isCarryingOut = false;  // a command
+    bool isCarryingOut = false;  // while a command runs
 };
 
 }  // namespace kvn::platform

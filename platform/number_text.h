@@ -1,4 +1,4 @@
-// Numbers as texts. std::to_wstring and swprintf would link the C runtime's whole formatting into the DLL, with
+// Numbers as texts. std::to_wstring and swprintf would link all formatting of the C runtime into the DLL, including
 // floating point: more code than all dialogs together.
 #pragma once
 
@@ -16,7 +16,7 @@ inline std::wstring NumberText(int number) {
     return {digits.begin(), digits.end()};
 }
 
-// Hexadecimal in lower-case letters, with leading zeros up to `width` digits.
+// Hexadecimal with lower-case letters, padded with zeros to `width` digits.
 inline std::wstring HexText(std::uint32_t number, std::size_t width) {
     char digits[8];
     const char* const end = std::to_chars(std::begin(digits), std::end(digits), number, 16).ptr;

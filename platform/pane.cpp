@@ -23,7 +23,8 @@ LRESULT CALLBACK Pane::Procedure(HWND pane, UINT message, WPARAM wParam, LPARAM 
 }
 
 LRESULT Pane::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-    // The host may destroy the page while a dialog of ours stands open; what opened it still has to return.
+    // The host may destroy the page while one of its dialogs is open, and the call that opened the dialog still needs
+    // the owner.
     const std::shared_ptr<void> owners = owner.KeepAlive();
     if (message == WM_COMMAND) {
         OnCommand(LOWORD(wParam), HIWORD(wParam));

@@ -11,7 +11,7 @@ namespace kvn::platform {
 // The notifications of a pane to its page.
 class IPaneOwner {
 public:
-    // Called for every command and scroll in the pane, so that the page can count as changed.
+    // Called for every command and scroll in the pane, so that the page can be marked as changed.
     virtual void OnPaneCommand(HWND pane, WPARAM wParam, LPARAM lParam) = 0;
     virtual void OnPaneScroll(HWND trackbar) = 0;
     // The owner of the pane lives at least as long as this.
@@ -33,9 +33,9 @@ protected:
     Pane(UINT dialogTemplate, IPaneOwner& paneOwner);
     ~Pane() = default;
 
-    // From now on the messages of the window come to the pane first.
+    // From then on the messages of the window come to the pane first.
     void TakeOver();
-    // Whether the pane was set up completely. Otherwise its controls may show something wrong.
+    // Whether the pane was set up completely. If not, its controls may show something wrong.
     bool HasTakenOver() const { return previousProcedure != nullptr; }
 
     // A command comes here before it goes to the page.

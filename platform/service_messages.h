@@ -10,17 +10,18 @@ namespace kvn::platform {
 // The service's window, or null.
 [[nodiscard]] HWND FindService();
 
-// Whether the service runs and reports that it is available. Waits for its answer.
+// Whether the service is running and reports that it is available. Waits for its answer.
 [[nodiscard]] bool IsServiceAvailable();
 
-// The settings have been written. Does not wait.
+// Reports that the settings have been written. Does not wait.
 void NotifySettingsChanged();
 
-// The gesture editor opens; waits until the service has handled it. And: the editor has closed; does not wait.
+// Report that the gesture editor is opening, and wait until the service has handled it; or that it has closed, without
+// waiting.
 void NotifyGestureEditBegin();
 void NotifyGestureEditEnd();
 
-// Whether the service sees the button held. Waits for its answer; false if there is no service.
+// Whether the service reports the button as held. Waits for its answer; false if there is no service.
 [[nodiscard]] bool IsButtonHeld(ServiceButton button);
 
 }  // namespace kvn::platform

@@ -6,8 +6,8 @@
 
 namespace kvn::platform {
 
-// The title of the service's top-level window; its class does not matter. The service's program file begins with the
-// same word; by this the page finds the service's folder.
+// The title of the service's top-level window; its class does not matter. The name of the service's program file begins
+// with the same word, by which the page finds the service's folder.
 inline constexpr wchar_t kServiceName[] = L"KvnMouseApl";
 
 // Private window messages to the service. Every wParam is 0.

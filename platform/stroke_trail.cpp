@@ -30,7 +30,7 @@ bool StrokeTrail::ExtendTo(POINT point) {
     return true;
 }
 
-// The last point has an odd index, since the capacity is even: it moves to the end of what is left.
+// The last point has an odd index, since the capacity is even. It is kept as the new end.
 void StrokeTrail::Thin() {
     static_assert(kCapacity % 2 == 0);
     const POINT last = points[count - 1];
@@ -48,8 +48,8 @@ void StrokeTrail::Draw(HDC context) const {
     DrawCornersOfGround(context);
 }
 
-// Wine 10 does not show what was drawn between two looks if all of it lies in one column of eight pixels, as a line
-// straight down may. So two points of the ground, which stays as it is, are drawn outside of the path.
+// Wine 10 shows nothing new if everything drawn since its last update lies in one column of eight pixels, as with a
+// line straight down. So two points in the background colour, which change nothing visible, are drawn outside the path.
 void StrokeTrail::DrawCornersOfGround(HDC context) const {
     const std::span path(points.data(), count);
     const auto [left, right] = std::ranges::minmax(path, {}, &POINT::x);
@@ -63,7 +63,7 @@ void EraseTrailGround(HDC context, const RECT& area) {
     if (!brush) return;
     const SelectedObject noPen(context, GetStockObject(NULL_PEN));
     const SelectedObject ground(context, brush.Get());
-    // Without a pen a rectangle lacks its last column and row.
+    // Without a pen, Rectangle leaves out the last column and row.
     Rectangle(context, area.left, area.top, area.right + 1, area.bottom + 1);
 }
 

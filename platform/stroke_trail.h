@@ -1,5 +1,5 @@
 // The path of a stroke: a green line on a background that a layered window makes transparent. It keeps the points, so
-// that the line can be drawn again when the background was erased.
+// that the line can be drawn again after the background was erased.
 #pragma once
 
 #include <windows.h>

@@ -1,4 +1,4 @@
-// Subclassing a window: its procedure is replaced, its user data points to the object that handles its messages.
+// Subclasses a window: replaces its procedure, and points its user data to the object that handles its messages.
 #pragma once
 
 #include <windows.h>

@@ -7,7 +7,8 @@
 namespace kvn::platform {
 
 // The address of the function; null if this Windows lacks it. The library is loaded by its full path, since a file of
-// that name next to the host program is not Windows'. It then stays loaded: it may have started threads.
+// that name next to the host program is not the one of Windows. It then stays loaded, because it may have started
+// threads.
 [[nodiscard]] void* FindSystemFunction(const wchar_t* library, const char* name);
 
 template <typename Function>

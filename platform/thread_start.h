@@ -1,5 +1,5 @@
-// Threads that share their state: it lives until the last of them and of its owners has ended, so that a thread that
-// hangs can be left behind.
+// Threads that share their state with their owners. The state lives as long as any of them, so that a hanging thread
+// can be left behind.
 #pragma once
 
 #include <windows.h>

@@ -52,7 +52,7 @@ struct GiveBackTraits {
     static void Close(Handle handle) { static_cast<void>(kGiveBack(handle)); }
 };
 
-// Owns a handle whose empty value is null or 0 and that this function releases.
+// Owns a handle whose empty value is null or 0; this function releases it.
 template <typename Resource, auto kGiveBack>
 using Owned = UniqueResource<GiveBackTraits<Resource, kGiveBack>>;
 

@@ -5,14 +5,14 @@
 
 namespace kvn::platform {
 
-// What only windows have that people see.
+// The parts of a class that only visible windows need.
 struct WindowLook {
     HICON icon = nullptr;
     HCURSOR cursor = nullptr;
     HBRUSH background = nullptr;
 };
 
-// A class whose windows have this procedure. True also when it was there already.
+// Registers a class whose windows have this procedure. Also true if it was there already.
 [[nodiscard]] bool RegisterWindowClass(const wchar_t* name, WNDPROC procedure, const WindowLook& look = {});
 
 }  // namespace kvn::platform

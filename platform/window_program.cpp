@@ -23,7 +23,7 @@ std::wstring ProgramOfWindow(HWND window, DWORD maxLength) {
     constexpr DWORD kRoomForOne = sizeof(HMODULE);
     DWORD bytesNeeded = 0;
     if (!EnumProcessModules(process.Get(), &program, kRoomForOne, &bytesNeeded)) return {};
-    // One more than asked for: a path that is cut may come without its final zero.
+    // One more than requested, since a truncated path may lack its final zero.
     std::wstring path(maxLength + 1, L'\0');
     if (GetModuleFileNameExW(process.Get(), program, path.data(), maxLength) == 0) return {};
     path.resize(path.find(L'\0'));

@@ -14,7 +14,7 @@ std::wstring CutText(std::wstring text, int maxLength) {
 }
 
 std::wstring WindowText(HWND window, int maxLength) {
-    // One more than asked for: an uncut text may well end with half a pair, a cut one must not.
+    // One more than requested, to see whether the text was cut: only then must it not end with half a surrogate pair.
     std::wstring text(static_cast<std::size_t>(maxLength) + 1, L'\0');
     const int length = GetWindowTextW(window, text.data(), static_cast<int>(text.size()) + 1);
     text.resize(length > 0 ? static_cast<std::size_t>(length) : 0);

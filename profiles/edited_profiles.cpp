@@ -9,7 +9,7 @@
 namespace kvn::profiles {
 namespace {
 
-// As the file system compares names: no language's rules.
+// Compares as the file system does, without the rules of any language.
 bool IsSamePath(const std::wstring& a, const std::wstring& b) {
     return CompareStringOrdinal(a.c_str(), static_cast<int>(a.size()), b.c_str(), static_cast<int>(b.size()), TRUE) ==
            CSTR_EQUAL;

@@ -14,7 +14,7 @@
 namespace kvn::profiles {
 
 // Row i of the list view always shows the name of profile i; rows beyond them, which only messages from other programs
-// can add, are ignored. Every edit except adding a program must be saved in the profile file.
+// can add, are ignored. Every edit except adding a program has to be saved in the profile file.
 class EditedProfiles {
 public:
     // Whether this is the name of the default profile.
@@ -35,8 +35,8 @@ public:
     void Append(model::ProfileRecord profile);
     void Rename(std::size_t profile, const std::wstring& name);
 
-    // Deletes the selected profiles from the top. False if it reached the default profile, which ends the deletion;
-    // earlier deletions stay. The last remaining profile of a list counts as the default one.
+    // Deletes the selected profiles from the top down. False if it reached the default profile, which ends the
+    // deletion; earlier deletions stay. The last remaining profile of a list counts as the default one.
     bool DeleteSelected();
 
     const std::vector<model::ApplicationEntry>& ProgramsOf(std::size_t profile) const {

@@ -33,7 +33,7 @@ using model::ApplicationEntry;
 
 constexpr std::array<platform::ListColumn, 1> kProfileColumns{{{IDS_COLUMN_PROFILE, 380}}};
 
-// When a button may be pressed, by the number of selected profiles; none may be without any.
+// Which buttons are enabled for how many selected profiles. Without a selection, none is.
 struct ButtonRow {
     int button;
     bool withOne;
@@ -76,7 +76,7 @@ private:
 
     // The only selected profile; reports to the user if there is none or more than one.
     std::optional<std::size_t> AskForOneProfile() const;
-    // The name that the user gives a profile; nothing when the user cancels.
+    // The name that the user gives a profile; nothing if the user cancels.
     std::optional<std::wstring> AskForName(ProfileNameMode mode, std::wstring_view current = {}) const;
     bool RefuseTakenName(const std::wstring& name) const;
 
@@ -88,7 +88,7 @@ private:
     const ProfileEditorContext& context;
     EditedProfiles edited;
     ProgramList programs;
-    bool isDeleting = false;  // profiles are on their way out
+    bool isDeleting = false;  // while profiles are being deleted
     HWND profileList = nullptr;
 };
 
@@ -136,7 +136,7 @@ void ProfileEditor::OnInitDialog() {
 void ProfileEditor::OnNotify(const NMHDR& header) {
     if (header.code != LVN_ITEMCHANGED) return;
     const auto& change = reinterpret_cast<const NMLISTVIEW&>(header);
-    // Neither another text nor the focus changes the selection. A change of all rows at once has no states of its own.
+    // A new text or the focus does not change the selection. A change of all rows at once carries no states.
     if (change.iItem >= 0 && ((change.uOldState ^ change.uNewState) & LVIS_SELECTED) == 0) return;
     if (header.hwndFrom == profileList && !isDeleting) OnProfilesSelected();
     if (header.hwndFrom == programs.Window()) OnProgramsSelected();
@@ -195,7 +195,7 @@ void ProfileEditor::OnDeleteProfiles() {
 }
 
 bool ProfileEditor::DeleteSelectedProfiles() {
-    // What each deletion does to the selection is not looked at.
+    // The selection is read once after all deletions, not after each.
     const platform::RaisedFlag flag(isDeleting);
     return edited.DeleteSelected();
 }
@@ -213,7 +213,7 @@ void ProfileEditor::OnCopyProfile() {
     if (!profile) return;
     const auto name = AskForName(ProfileNameMode::Copy, model::ComparedName(edited.All()[*profile]));
     if (!name || RefuseTakenName(*name)) return;
-    // The number of profiles is limited for new ones only.
+    // Only new profiles are limited in number, not copies.
     edited.Append(model::CopyWithoutPrograms(edited.All()[*profile], *name));
 }
 
@@ -226,7 +226,7 @@ void ProfileEditor::OnAddPrograms() {
 
 void ProfileEditor::AddPrograms(std::size_t profile, const std::vector<ApplicationEntry>& chosen) {
     for (const ApplicationEntry& program : chosen) {
-        // A row's icon may have brought a message that selects another profile.
+        // While a row's icon was fetched, a message may have selected another profile.
         if (edited.OnlySelected() != profile) return;
         if (const auto user = edited.ProfileUsing(program)) {
             Warn(*user == profile ? IDS_PROGRAM_REGISTERED : IDS_PROGRAM_USED_ELSEWHERE);
@@ -255,7 +255,7 @@ void ProfileEditor::OnDeletePrograms() {
 
 void ProfileEditor::OnOk() {
     model::MouseSettings& settings = context.settings;
-    settings.profiles = model::ProfileSet(edited.All());  // a copy that fails leaves the list as it is
+    settings.profiles = model::ProfileSet(edited.All());  // if the copy fails, the list stays unchanged
     if (settings.selectedProfile >= settings.profiles.size()) settings.selectedProfile = 0;
     const bool isSaved =
         !edited.IsChanged() || platform::AtBoundary(false, [&] { return model::SaveProfiles(settings); });

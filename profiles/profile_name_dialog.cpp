@@ -78,7 +78,7 @@ BOOL ProfileNameDialog::OnCommand(int control) {
     return control == IDOK || control == IDCANCEL ? TRUE : FALSE;
 }
 
-// What was typed. The field stops a user in the middle of a surrogate pair, too: half a character is none.
+// The typed name. The field's limit may fall within a surrogate pair; half a character is dropped.
 std::wstring ProfileNameDialog::TypedName() const {
     std::wstring name = platform::WindowText(Control(IDC_PROFILE_NAME), kMaxNameLength);
     if (!name.empty() && IS_HIGH_SURROGATE(name.back())) name.pop_back();

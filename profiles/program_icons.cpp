@@ -30,7 +30,7 @@ ProgramIcons::ProgramIcons() : images(ImageList_Create(kIconSize, kIconSize, ILC
 
 void ProgramIcons::AttachTo(HWND list) const {
     SetWindowLongPtrW(list, GWL_STYLE, GetWindowLongPtrW(list, GWL_STYLE) | LVS_SHAREIMAGELISTS);
-    // The images have no masks: an icon's transparent parts take the list's ground.
+    // The images have no masks: an icon's transparent parts take the list's background colour.
     ImageList_SetBkColor(images.Get(), static_cast<COLORREF>(SendMessageW(list, LVM_GETBKCOLOR, 0, 0)));
     SendMessageW(list, LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(images.Get()));
 }

@@ -18,11 +18,11 @@ class ProgramIcons {
 public:
     ProgramIcons();
 
-    // Makes it the small-image list of the list view, which from then on does not destroy its image list.
+    // Makes it the small-image list of the list view, which from then on no longer destroys its image list.
     void AttachTo(HWND list) const;
 
-    // Appends the icon of the file and returns its index; -1 if there is no such file or it has no icon. The shell's
-    // extensions may dispatch any message of this thread meanwhile.
+    // Appends the icon of the file and returns its index; -1 if there is no such file or it has no icon. Meanwhile the
+    // shell's extensions may dispatch any message of this thread.
     int Append(const std::wstring& path);
 
 private:

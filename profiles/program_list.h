@@ -15,8 +15,8 @@ public:
     // Makes the columns and shows the icons.
     void SetUp(HWND listView, HINSTANCE module);
 
-    // Shows these programs and no others, none of them selected. While the shell supplies an icon, a message may start
-    // another filling: the newer one counts, and ends the older one.
+    // Shows these programs and no others, none of them selected. While the shell supplies an icon, a message may call
+    // this again: then the newer call counts, and the older one stops.
     void Show(const std::vector<model::ApplicationEntry>& programs);
     void Append(const model::ApplicationEntry& program);
 

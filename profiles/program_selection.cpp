@@ -38,8 +38,8 @@ constexpr wchar_t kProgramExtension[] = L"exe";
 // docs/kept-behaviour.md.
 int lastClickedRow = 0;
 
-// The current folder of the host program, put back at the end: the dialog that opens files leaves another one, which
-// would then be in use for as long as the host runs.
+// Restores the host program's current folder at the end. The dialog that opens files changes it, and Windows would keep
+// the new folder in use for as long as the host runs.
 class KeptCurrentFolder {
 public:
     KeptCurrentFolder() : folder(GetCurrentDirectoryW(0, nullptr), L'\0') {
@@ -56,7 +56,7 @@ private:
     std::wstring folder;
 };
 
-// False when the user cancels, and on every failure.
+// False if the user cancels, and on every failure.
 bool ShowOpenDialog(OPENFILENAMEW& request) {
     using platform::SystemFunction;
     const auto getOpenFileName = SystemFunction<decltype(GetOpenFileNameW)>(kCommonDialogs, "GetOpenFileNameW");
@@ -84,12 +84,12 @@ private:
     void FillList();
     // The program file that the user opens; nothing on Cancel and on every failure.
     std::optional<ApplicationEntry> AskForFile() const;
-    // The dialog's answer is this program.
+    // Ends the dialog with this program as its answer.
     void Choose(ApplicationEntry program);
     HWND List() const { return Control(IDC_PROGRAMS_LIST); }
 
     std::vector<ApplicationEntry> chosen;
-    std::optional<ProgramIcons> icons;  // as long as the dialog's window
+    std::optional<ProgramIcons> icons;  // lives as long as the dialog's window
 };
 
 INT_PTR ProgramSelectionDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -157,7 +157,7 @@ void ProgramSelectionDialog::OnListClicked() const {
 void ProgramSelectionDialog::OnOk() {
     if (lastClickedRow == kNoRow) return;
     const HWND list = List();
-    chosen.clear();  // a press before this one may have broken off
+    chosen.clear();  // an earlier press may have failed halfway
     for (const int row : platform::SelectedRows(list)) {
         chosen.push_back({platform::ListText(list, row, kNameColumn, kMaxCellText),
                           platform::ListText(list, row, kPathColumn, kMaxCellText)});

@@ -32,8 +32,8 @@ std::optional<FolderIdentity> IdentityOf(const std::wstring& folder) {
     return FolderIdentity{information.dwVolumeSerialNumber, information.nFileIndexHigh, information.nFileIndexLow};
 }
 
-// One path and one record of a found file serve all levels, so that a level costs next to no stack: so long a path may
-// go down hundreds of folders.
+// All levels share one path and one record of a found file, so a level takes hardly any stack: such a long path may go
+// hundreds of folders deep.
 class ShortcutSearch {
 public:
     ShortcutSearch(std::wstring folder, std::vector<std::wstring>& shortcuts)
@@ -51,7 +51,7 @@ public:
     }
 
 private:
-    // Visits each match in the folder that the path names. Meanwhile the path names the match.
+    // Visits each match in the folder that the path names. During the visit the path names the match.
     template <typename Visit>
     void ForEachMatch(const wchar_t* pattern, Visit visit) {
         const std::size_t folderLength = path.size();
@@ -82,13 +82,13 @@ private:
 
     bool IsLink() const { return Has(FILE_ATTRIBUTE_REPARSE_POINT); }
 
-    // Of a link: true, once, for a folder that the link does not lie in.
+    // For a link to a folder: true, once, if the link is not inside that folder.
     bool EnterOnce() {
         const std::optional<FolderIdentity> target = IdentityOf(path);
         if (!target || std::ranges::find(linked, *target) != linked.end()) return false;
         for (std::size_t end = path.rfind(L'\\'); end != std::wstring::npos && end > 0;
              end = path.rfind(L'\\', end - 1)) {
-            // With its backslash, so that the uppermost is the drive's root and not its current folder.
+            // With the backslash, so that the topmost path is the drive's root and not its current folder.
             if (IdentityOf(path.substr(0, end + 1)) == target) return false;
         }
         linked.push_back(*target);

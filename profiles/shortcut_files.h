@@ -7,10 +7,10 @@
 namespace kvn::profiles {
 
 // Appends the full path of every ".lnk" file: those of the sub-folders first, as the file system lists them, then the
-// folder's own. A folder that cannot be searched, or whose path is longer than a path may be, contributes nothing.
+// folder's own. A folder that cannot be searched, or whose path is too long, contributes nothing.
 //
-// Links to folders are followed, except in circles: a link to a folder that contains the link is skipped, and each
-// folder is entered through links once.
+// Links to folders are followed, but not in circles: a link to a folder that contains the link is skipped, and each
+// folder is entered through a link only once.
 void AppendShortcutFiles(const std::wstring& folder, std::vector<std::wstring>& files);
 
 }  // namespace kvn::profiles

@@ -16,7 +16,7 @@ namespace {
 using platform::ComPointer;
 
 constexpr std::size_t kTargetBuffer = 260;
-constexpr std::size_t kIdentifierBuffer = 39;  // a GUID in braces; a feature's name is no longer
+constexpr std::size_t kIdentifierBuffer = 39;  // a GUID in braces; feature names are not longer
 
 using TargetBuffer = std::array<wchar_t, kTargetBuffer>;
 using IdentifierBuffer = std::array<wchar_t, kIdentifierBuffer>;
@@ -54,7 +54,7 @@ std::wstring AdvertisedProgram(const std::wstring& shortcut) {
     TargetBuffer path{};
     auto size = static_cast<DWORD>(path.size());
     const INSTALLSTATE state = getPath(product.data(), component.data(), path.data(), &size);
-    // Any other state leaves no path of an installed program in the buffer.
+    // In any other state the buffer holds no path of an installed program.
     return state == INSTALLSTATE_LOCAL || state == INSTALLSTATE_SOURCE ? path.data() : std::wstring();
 }
 

@@ -6,7 +6,7 @@
 namespace kvn::profiles {
 
 // The path that the shortcut file stores, up to 259 characters; empty if the file is no shortcut or has no path. The
-// calling thread is in a COM apartment.
+// calling thread must be in a COM apartment.
 std::wstring ShortcutTarget(const std::wstring& shortcut);
 
 // The program behind a shortcut that Windows Installer advertises, up to 259 characters; empty if the shortcut is not

@@ -56,7 +56,7 @@ void AppendProgramOf(const std::wstring& shortcut, std::vector<ApplicationEntry>
 
 void AppendStartMenuPrograms(HWND owner, std::vector<ApplicationEntry>& programs) {
     const platform::ComApartment apartment;
-    if (!apartment) return;  // nothing can be read from a shortcut
+    if (!apartment) return;  // shortcuts cannot be read without COM
     for (const int folder : kProgramFolders) {
         const std::wstring path = platform::SpecialFolder(folder, owner);
         if (path.empty()) continue;

@@ -16,7 +16,7 @@
 namespace kvn::profiles {
 namespace {
 
-constexpr int kMaxTaken = 259;  // of what is shown
+constexpr int kMaxTaken = 259;  // characters of the shown text
 constexpr DWORD kMaxProposed = 1024;
 constexpr wchar_t kExplorer[] = L"\\explorer.exe";
 
@@ -25,7 +25,7 @@ constexpr wchar_t kExplorer[] = L"\\explorer.exe";
 constexpr std::uint32_t kToPassOver = 1;
 std::uint32_t windowsPassedOver = 0;
 
-// A window that a user would call a program: seen, titled and nobody's dialog.
+// A window that a user would call a program: visible, titled and no dialog of another window.
 bool IsProgramWindow(HWND window) {
     return IsWindowVisible(window) && GetWindowTextLengthW(window) >= 1 && GetWindow(window, GW_OWNER) == nullptr;
 }

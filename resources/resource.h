@@ -19,7 +19,7 @@
 #define IDC_PAGE_TAB 1028
 #define IDC_PAGE_EDIT_PROFILE 1029
 #define IDC_PAGE_PROFILE 1030
-#define IDC_PAGE_WARNING_TEXT 1018  // painted red on a transparent ground wherever it stands on the page
+#define IDC_PAGE_WARNING_TEXT 1018  // painted red on a transparent background
 
 // Button settings pane
 #define IDC_PANE_HORIZONTAL_SPEED 1005

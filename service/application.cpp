@@ -49,7 +49,7 @@ SessionEvents::Outlets Application::SessionOutlets() {
             .onEnd = [this] { RequestEnd(), End(); }};
 }
 
-// Reports of other threads are left for this one.
+// Passes reports of other threads on to this one.
 MouseDriver::Outlets Application::DriverOutlets() {
     return {
         .onChange = [this] { posted.Post([this] { tray.Refresh(); }); },
@@ -67,7 +67,7 @@ TransferDialogs::Outlets Application::TransferOutlets() {
                 [this](const std::wstring& text) { posted.Post([this, text] { tray.ShowBalloon(text, NIIF_INFO); }); }};
 }
 
-// Asked by the thread of the window.
+// Called on the thread of that window.
 TryButtons::Outlets Application::TryOutlets() {
     return {.nameOfProfile = [this](std::uint32_t profile) { return driver->NameOf(profile); },
             .programInFront = [this] { return driver->Settings().ProgramInFront(); }};
@@ -83,7 +83,7 @@ bool Application::Start(const CommandLine& commands) {
     if (!driver->Start(window.Handle(), commands.mouse)) return false;
     SessionEvents::Watch(window.Handle());
     tray.Show(window.Handle());
-    if (isEnding) return true;  // the session ended while the taskbar was asked
+    if (isEnding) return true;  // the session ended during the call to the taskbar
     watcher.Start(commands.watcherProcess.value_or(0));
     window.Announce();
     Greet(commands.mouse.has_value());
@@ -95,7 +95,7 @@ void Application::Greet(bool isChosenMouse) {
     if (!isChosenMouse && IsFirstStart()) tray.ShowBalloon(Text(IDS_BALLOON_FIRST_START), NIIF_INFO);
 }
 
-// For the watcher, in case it has to start the service again.
+// Stores them for the watcher, in case it has to start the service again.
 void Application::KeepOptions(const CommandLine& commands) {
     if (commands.mouse) keptMouse = commands.mouse;
     if (commands.logFile) keptLog = *commands.logFile;
@@ -136,7 +136,7 @@ Answer Application::OpenTry() {
     return Fault(IDS_FAULT_TRY);
 }
 
-// What fails is said in a balloon.
+// Shows a failure in a balloon.
 void Application::ShowFailure(const Answer& answer) {
     if (!answer.text.empty()) tray.ShowBalloon(answer.text, NIIF_ERROR);
 }
@@ -172,7 +172,7 @@ void Application::OnTrayCommand(TrayCommand command) {
             transfer.OpenImport();
             break;
         case TrayCommand::Help:
-            // The thread may outlive this object, but not with a pointer to it.
+            // The thread may outlive this object, so it must not have a pointer to it.
             OpenHelpPage([receiver = window.Handle()] { PostMessageW(receiver, kHelpFailedMessage, 0, 0); });
             break;
         case TrayCommand::About:
@@ -251,7 +251,7 @@ void Application::Run() {
     for (;;) {
         while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
             if (message.message == WM_QUIT && shared.hasEnded != 0) return;
-            // No timer of this window has a procedure, which anybody could name in its place.
+            // No timer of this window has a procedure, but another program could post one in lParam.
             if (message.message == WM_TIMER && message.hwnd == window.Handle()) message.lParam = 0;
             TranslateMessage(&message);
             DispatchMessageW(&message);
@@ -265,7 +265,7 @@ void Application::Run() {
     }
 }
 
-// The loop ends, and with it everything; a menu or box that is open ends too.
+// Ends the loop, and with it the service. An open menu or message box ends too.
 void Application::RequestEnd() {
     shared.hasEnded = 1;
     EndMenu();

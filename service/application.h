@@ -32,9 +32,9 @@ public:
     Application(const Application&) = delete;
     Application& operator=(const Application&) = delete;
 
-    // When it returns true, the mouse is driven and the page can find the service.
+    // If it returns true, the mouse is driven and the page can find the service.
     bool Start(const CommandLine& commands);
-    // Carries out options, of this start or of another one.
+    // Carries out the options of this start or of another one.
     Answer CarryOut(const CommandLine& commands);
     // Runs until the service ends.
     void Run();

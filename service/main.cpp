@@ -26,7 +26,7 @@
 namespace kvn::service {
 namespace {
 
-// Takes the service's place until it is to end. What its options answer is printed before that.
+// Runs as the service until it is told to end. First prints the answers to its options.
 Answer Serve(const CommandLine& commands) {
     if (IsForeignServiceThere()) return Fault(IDS_FAULT_OTHER_SERVICE);
     Application application;
@@ -41,11 +41,11 @@ Answer Serve(const CommandLine& commands) {
     return {};
 }
 
-// One try; nothing when there is a service that is starting or ending just now.
+// One try; nothing if another service is just starting or ending.
 std::optional<Answer> TryToServe(const CommandLine& commands) {
     const SessionLock lock;
     if (lock.IsMine()) return Serve(commands);
-    // Started by the watcher, but too late: another start has become the service.
+    // The watcher started this one too late: another start has become the service.
     if (commands.watcherProcess) return Answer{};
     return std::nullopt;
 }
@@ -84,7 +84,7 @@ Answer Import(const CommandLine& commands) {
     return answer;
 }
 
-// Nothing else happens then.
+// Help and version: the start does nothing else.
 bool AsksForText(const CommandLine& commands) {
     return commands.wantsHelp || commands.wantsVersion;
 }
@@ -94,7 +94,7 @@ struct StartRow {
     Answer (*carryOut)(const CommandLine& commands);
 };
 
-// What a start does: the first row that its options want.
+// A start carries out the first row that its options ask for.
 constexpr std::array kStarts{
     StartRow{[](const CommandLine& commands) { return commands.watchedProcess.has_value(); }, Watch},
     StartRow{[](const CommandLine& commands) { return commands.wantsHelp; }, ShowHelp},
@@ -106,7 +106,7 @@ constexpr std::array kStarts{
     StartRow{[](const CommandLine&) { return true; }, HandOver},
 };
 
-// A service that is started again does without a log that it cannot write any more.
+// A service that the watcher starts again goes on without a log that it can no longer write.
 bool IsLogRefused(const CommandLine& commands) {
     return commands.logFile && !commands.watcherProcess && !PressLog::CanWriteTo(*commands.logFile);
 }
@@ -119,7 +119,7 @@ Answer Run() {
     const auto parsed = ParseArguments(Arguments());
     if (const auto* const error = std::get_if<UsageError>(&parsed)) return Refuse(*error);
     CommandLine commands = std::get<CommandLine>(parsed);
-    // The running service is somewhere else.
+    // The running service has another current folder.
     if (commands.logFile) commands.logFile = FullPath(*commands.logFile);
     if (!AsksForText(commands) && IsLogRefused(commands)) return Refuse(BadLogFile(*commands.logFile));
     const auto isWanted = [&](const StartRow& row) { return row.isWanted(commands); };

@@ -1,5 +1,5 @@
-// The least that COM loads: a class factory that makes nothing. Built as the page's DLL is, it shows what a DLL costs
-// before it does anything.
+// The smallest DLL that COM loads: a class factory that makes nothing. Built like the page's DLL, it shows the cost of
+// a DLL that does no work.
 #include <windows.h>
 
 #include <unknwn.h>
@@ -13,7 +13,7 @@ public:
         *object = isKnown ? this : nullptr;
         return isKnown ? S_OK : E_NOINTERFACE;
     }
-    // There is one, as long as the DLL is loaded.
+    // The only object lives as long as the DLL is loaded.
     ULONG STDMETHODCALLTYPE AddRef() override { return 1; }
     ULONG STDMETHODCALLTYPE Release() override { return 1; }
     HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* /*outer*/, REFIID /*interfaceId*/, void** object) override {

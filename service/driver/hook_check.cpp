@@ -8,10 +8,10 @@ namespace kvn::service {
 namespace {
 
 constexpr UINT kPatienceMilliseconds = 1'000;
-// After that Windows waits for the hook no longer, so nobody keeps the release any more.
+// By then Windows has stopped waiting for the hook, so a release that the hook still holds back is lost.
 constexpr int kLooksAtRelease = 3;
-// How much earlier or later than the press the hook may have seen its last one; tick counts wrap around. The window may
-// hear of a press in a flood of them minutes after the hook, which has seen many others since.
+// The hook's last press may be this much earlier or later than the press; tick counts wrap around. In a flood of
+// presses the window may get its report minutes after the hook, which has seen many others since.
 constexpr std::uint32_t kEarlierMilliseconds = 250, kLaterMilliseconds = 24 * 60 * 60'000;
 constexpr UINT_PTR kPressTimer = static_cast<UINT_PTR>(Timer::HookCheck);
 constexpr UINT_PTR kReleaseTimer = static_cast<UINT_PTR>(Timer::ReleaseCheck);
@@ -22,7 +22,7 @@ bool HasMissed(std::uint32_t lastPressOfHook, std::uint32_t press) {
     return lastPressOfHook - press + kEarlierMilliseconds > kEarlierMilliseconds + kLaterMilliseconds;
 }
 
-// Each release gives all of them their time again.
+// Each release restarts the waiting time of all.
 void HookCheck::OnButtons(HWND window, const ButtonChange& change) {
     released = (released & ~change.pressed) | change.released;
     if (change.released != 0) AwaitReleases(window);

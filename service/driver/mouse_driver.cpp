@@ -11,12 +11,12 @@ namespace {
 
 using model::ButtonSlot;
 
-// Settings that take longer come later.
+// The start does not wait longer for the settings.
 constexpr DWORD kSettingsMilliseconds = 2'000;
 constexpr DWORD kHubMilliseconds = 500;
 constexpr DWORD kPollMilliseconds = 5;
 
-// For what the hub has been asked to do. A hub that is busy does it later.
+// Waits a moment for the hub to carry out an order. A busy hub does it later.
 template <typename Condition>
 void AwaitHub(const Condition& isMet) {
     for (DWORD waited = 0; waited < kHubMilliseconds && !isMet(); waited += kPollMilliseconds) Sleep(kPollMilliseconds);
@@ -50,7 +50,7 @@ MouseDriver::~MouseDriver() = default;
 bool MouseDriver::Start(HWND messageWindow, const std::optional<ChosenMouse>& choice) {
     window = messageWindow;
     if (!performer.Start() || !hub.Start()) return false;
-    // What is attached at the start is taken once, below.
+    // The mouse that is attached at the start is taken once, below.
     isChosen = true;
     mice.Watch(window);
     isChosen = choice.has_value();
@@ -96,7 +96,7 @@ void MouseDriver::UseSettings(const std::optional<model::DeviceRecord>& previous
     const std::lock_guard lock(settingsSection);
     hasMouse = mouse.has_value();
     if (!mouse) hook.Use(EngineSettings{});
-    // The hub says nothing when it has this mouse already.
+    // The hub reports nothing if it already has this mouse.
     if (mouse && !previous) hook.Use(hub.InForce().settings);
 }
 
@@ -157,7 +157,7 @@ bool MouseDriver::IsHeld(ButtonSlot physicalButton) {
     return (hook.HeldButtons() >> slot & 1U) != 0;
 }
 
-// The hub keeps the profile of a mouse that is there no more.
+// The hub keeps the profile of a mouse that is no longer attached.
 Status MouseDriver::CurrentStatus() const {
     const ProfileInForce inForce = mouse ? hub.InForce() : ProfileInForce{};
     return {.mouse = mouse,

@@ -41,17 +41,18 @@ public:
     MouseDriver(const MouseDriver&) = delete;
     MouseDriver& operator=(const MouseDriver&) = delete;
 
-    // Watches the mice by this window, publishes one and takes its settings; the choice is that of --mouse. False when
+    // Watches the mice through this window, publishes one and takes its settings. `choice` is that of --mouse. False if
     // the mouse cannot be driven at all.
     bool Start(HWND messageWindow, const std::optional<ChosenMouse>& choice);
 
-    // Waits a moment until its settings are in force.
+    // Waits a moment for its settings to be in force.
     void Choose(const ChosenMouse& choice);
-    // Waits a moment until the settings as they are stored now are in force.
+    // Waits a moment for the settings that are stored now to be in force.
     void Reread();
     void LogTo(const std::wstring& path) { log.WriteTo(path); }
     void Pause(bool pause);
-    // An empty name: by the program in front. Waits a moment until it is in force; false if there is no such profile.
+    // An empty name means: by the program in front. Waits a moment for the profile to be in force; false if there is no
+    // such profile.
     bool Force(const std::wstring& profile);
     // The session was switched away, so another one publishes its mouse; or it is back.
     void LeaveSession(bool isStillActive);
@@ -62,7 +63,7 @@ public:
     bool IsPaused() const { return isPaused; }
     bool IsHeld(model::ButtonSlot physicalButton);
     Status CurrentStatus() const;
-    // Of the number in EngineSettings; empty for a number of none. From any thread.
+    // The name of the profile with this number of EngineSettings; empty if none has it. From any thread.
     std::wstring NameOf(std::uint32_t profile) const { return names.NameOf(profile); }
 
     HookThread& Hook() { return hook; }
@@ -87,7 +88,7 @@ private:
     Performer performer;
     HookThread hook;
     platform::UniqueKernelObject hasSettings;  // an event
-    // Guards the settings of the hook: with a mouse its profile's, without one the natural ones.
+    // Guards the settings of the hook: those of the mouse's profile or, without a mouse, the natural ones.
     platform::CriticalSection settingsSection;
     bool hasMouse = false;
     SettingsHub hub;

@@ -18,8 +18,8 @@ constexpr model::EnumArray<model::ButtonSlot, const wchar_t*, model::kButtonSlot
     {L"left", L"right", L"wheel", L"button4", L"button5", L"tilt-left", L"tilt-right"}};
 
 struct NoteRow {
-    const wchar_t* beforeStroke;  // which only gestures and unknown strokes have
-    const wchar_t* beforeDone;    // null where what was done is not written
+    const wchar_t* beforeStroke;  // only gestures and unknown strokes have one
+    const wchar_t* beforeDone;    // null: the action is not written
 };
 
 // In the order of Cause.

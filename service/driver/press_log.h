@@ -13,7 +13,7 @@ namespace kvn::service {
 
 class PressLog {
 public:
-    // From now on, adds lines to this file; an empty path: to none. Other programs may read, rename and delete it.
+    // Adds lines to this file from now on; an empty path: to none. Other programs may read, rename and delete it.
     void WriteTo(const std::wstring& path);
 
     // From any thread but the hook's. A line that cannot be written is lost.

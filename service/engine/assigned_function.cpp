@@ -22,7 +22,7 @@ bool NamesKey(const model::EtcKey& keys) {
         keys.codes, [](model::KeyCode code) { return code != model::kPromptKey && model::KeyNameOf(code) != nullptr; });
 }
 
-// Natural for every control.
+// Such a setting is natural for every control.
 bool SaysNothing(FunctionCode code, const model::EtcKey& keys) {
     return KindOf(code) == FunctionKind::Natural || (code == model::kFunctionArbitraryKey && !NamesKey(keys));
 }

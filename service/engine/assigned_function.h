@@ -8,7 +8,7 @@ namespace kvn::service {
 
 struct AssignedFunction {
     FunctionKind kind = FunctionKind::Natural;
-    model::FunctionCode code = model::kFunctionNone;  // kFunctionNone if the setting is of no use
+    model::FunctionCode code = model::kFunctionNone;  // kFunctionNone if the setting is useless
     model::EtcKey keys;                               // of function 37
 
     // The horizontal speed decides whether a tilt's function is natural; a different speed does not change the

@@ -10,12 +10,12 @@ using model::ButtonSlot;
 using model::FunctionCode;
 using model::ScreenPoint;
 
-// The orders that stand for a press in the log.
+// Orders that represent a press in the log.
 constexpr bool IsForWorker(OrderKind kind) {
     return kind <= OrderKind::Note;
 }
 
-// Left and right change places where the buttons are swapped.
+// Left and right change places when the buttons are swapped.
 constexpr ButtonSlot OtherOf(ButtonSlot control) {
     if (control == ButtonSlot::Left) return ButtonSlot::Right;
     if (control == ButtonSlot::Right) return ButtonSlot::Left;
@@ -26,7 +26,7 @@ constexpr std::uint32_t BitOf(std::size_t physicalButton) {
     return 1U << physicalButton;
 }
 
-// Whether a gesture can do it.
+// Whether a gesture can have such a function.
 constexpr bool CanAct(FunctionKind kind) {
     return kind == FunctionKind::Held || kind == FunctionKind::Once || kind == FunctionKind::Repeats;
 }
@@ -57,7 +57,7 @@ Verdict Engine::OnPress(const MouseEvent& event, Orders& orders) {
     const std::size_t button = PhysicalOf(event.control);
     if (button >= presses.size()) return Verdict::Pass;
     Press& press = presses[button];
-    End(press, orders);  // one whose release was never seen
+    End(press, orders);  // in case its release was missed
     EndFlight(orders);
     ++pressCount;
     heldButtons |= BitOf(button);
@@ -155,7 +155,7 @@ void Engine::Push(std::int32_t delta, bool isFirst, Orders& orders) {
     orders.Add(OrderOf(push.AsPress(), row.kind == FunctionKind::Nothing ? OrderKind::Note : OrderKind::Act));
 }
 
-// A report too small for a unit is noted when it is the first.
+// If the first report is too small for a unit, it is still noted.
 void Engine::PushScroll(std::int32_t delta, bool isFirst, Orders& orders) {
     const std::int32_t amount = push.AddForScroll(delta, HorizontalSpeedOf(settings));
     if (amount == 0 && !isFirst) return;
@@ -349,7 +349,7 @@ Press Engine::PressOf(ButtonSlot control) const {
     return press;
 }
 
-// By slot, as the programs name them.
+// By slot, as programs see the buttons.
 std::uint32_t Engine::PassedButtonsBeside(const Press& press) const {
     std::uint32_t passed = 0;
     for (std::size_t button = 0; button < presses.size(); ++button) {

@@ -39,29 +39,29 @@ public:
     // The session is locked or switched away, or the service ends: everything that is held ends, and no button counts
     // as held.
     void OnSessionLeft(Orders& orders);
-    // While no thread takes orders (the worker hangs), new presses are natural.
+    // While no thread takes orders, as when the worker hangs, new presses are natural.
     void OnOverload(bool overloaded);
-    // A physical button went up while nobody looked: what it held ends, and nothing of its press is remembered.
+    // The hook missed the release of a physical button: what it held ends, and its press is forgotten.
     void OnReleaseMissed(model::ButtonSlot physicalButton, Orders& orders);
     // The mouse's left and right button are swapped: Left is the physical right one.
     void OnSwapped(bool areSwapped);
 
-    // The page's gesture editor, counted; Forget when no page is open any more.
+    // Count the open gesture editors of the page; Forget is for when no page is open any more.
     void OnGestureEditBegin(Orders& orders);
     void OnGestureEditEnd();
     void OnGestureEditForgotten();
     bool IsGestureEdited() const;
 
-    // The page asks about a physical button. For 500 ms its presses are kept.
+    // The page asks about a physical button. Its presses are kept for 500 ms.
     void OnQuestion(model::ButtonSlot physicalButton, std::uint32_t time);
     // Bit n: the physical button of slot n is down.
     std::uint32_t HeldButtons() const;
 
-    // While a stroke is under way: ten times a second, with the cursor's position.
+    // While a stroke is under way, call OnTick ten times a second with the cursor's position.
     bool WantsTicks() const;
     void OnTick(model::ScreenPoint cursor, Orders& orders);
 
-    // Another window came to the front.
+    // Call it when another window has come to the front.
     void OnWindowInFront(Orders& orders);
 
     // Presses of buttons and pushes of tilts until now, by the user.
@@ -111,7 +111,7 @@ private:
     Press PressOf(model::ButtonSlot control) const;
     std::uint32_t PassedButtonsBeside(const Press& press) const;
     Order OrderOf(const Press& press, OrderKind kind) const;
-    // Of the trail or of the flying wheel.
+    // An order of the trail or of the flying wheel.
     Order PlainOrder(OrderKind kind, model::ScreenPoint place) const;
 
     EngineSettings settings;

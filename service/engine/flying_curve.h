@@ -1,5 +1,5 @@
-// The slowing of the flying wheel: it begins with a rate of notches a second, which halves every 0.7 s, until fewer
-// than 2 a second are left.
+// How the flying wheel slows down: the first rate, in notches a second, halves every 0.7 s until fewer than 2 a second
+// are left.
 #pragma once
 
 #include <cstdint>

@@ -21,19 +21,19 @@ public:
     bool IsFlying() const { return isFlying; }
     // Whether notches of this sign stop the flight.
     bool IsAgainstFlight(std::int32_t notches) const { return isFlying && IsOtherWay(notches); }
-    // Counts notches; true: with these the wheel begins to fly.
+    // Counts notches; true if the wheel begins to fly with these.
     bool Count(std::int32_t notches, std::uint32_t time, const FlyingScroll& flying);
 
-    // The flight ends, and earlier notches are forgotten.
+    // Ends the flight, and forgets earlier notches.
     void Stop();
-    // The same, and the sum of the reports starts at zero again.
+    // The same, and starts the sum of the reports at zero again.
     void Forget() { *this = {}; }
     // Ends a flight that is over, and forgets old notches.
     void Expire(std::uint32_t time);
 
 private:
     bool IsOtherWay(std::int32_t notches) const { return (notches < 0) != isTowardsUser; }
-    // True: with these notches the run becomes a flick.
+    // True if these notches make the run a flick.
     bool AddToRun(std::int32_t notches, std::uint32_t time);
     void BeginRun(std::uint32_t time);
     void BeginFlight(std::uint32_t time, const FlyingScroll& flying);

@@ -9,7 +9,7 @@ using model::ButtonSlot;
 using model::KeyCode;
 using model::kNoKey;
 
-// Virtual-key codes, as Windows numbers them; letters are their own.
+// Virtual-key codes of Windows; a letter's code is the letter itself.
 constexpr KeyCode kBackspace = 0x08, kTab = 0x09, kEnter = 0x0D, kShift = 0x10, kCtrl = 0x11, kAlt = 0x12,
                   kEscape = 0x1B;
 constexpr KeyCode kDelete = 0x2E, kWindows = 0x5B;

@@ -44,7 +44,7 @@ struct FunctionRow {
     Action action = Action::None;
     std::array<model::KeyCode, 3> keys{model::kNoKey, model::kNoKey, model::kNoKey};
     model::ButtonSlot button =
-        model::ButtonSlot::Left;  // as the user sees it: with swapped buttons Left is the primary one
+        model::ButtonSlot::Left;  // as the user sees it: Left is the primary one, also when the buttons are swapped
     Program program = Program::None;
 };
 

@@ -47,7 +47,7 @@ struct Order {
     OrderKind kind = OrderKind::Note;
     Cause cause = Cause::Function;
     model::ButtonSlot control = model::ButtonSlot::Left;
-    bool isOfPress = true;                    // false: one more of a press or push that had its order already
+    bool isOfPress = true;                    // false: a further order of the same press or push
     model::FunctionCode controlFunction = 0;  // the control's own, for the log
     model::FunctionCode function = 0;         // the action
     model::EtcKey keys;                       // of function 37

@@ -11,7 +11,7 @@ namespace kvn::service {
 class PageQuestions {
 public:
     void BeginEdit() { ++editors; }
-    // An end without a beginning came too late, and is ignored.
+    // An end without a beginning is ignored: it came too late.
     void EndEdit() { editors -= editors > 0 ? 1 : 0; }
     void ForgetEdits() { editors = 0; }
     bool IsEditing() const { return editors > 0; }

@@ -14,9 +14,9 @@ inline constexpr std::size_t kButtonCount = 5;
 struct Press {
     bool isKnown = false;  // until its release
     Verdict verdict = Verdict::Pass;
-    model::ButtonSlot control = model::ButtonSlot::Left;  // as it was at the press
+    model::ButtonSlot control = model::ButtonSlot::Left;  // as at the press
     AssignedFunction function;
-    model::FunctionCode controlFunction = model::kFunctionNone;  // as the settings said
+    model::FunctionCode controlFunction = model::kFunctionNone;  // from the settings
     std::uint32_t profile = 0;
     Ticket ticket = 0;  // of a function that has begun and not ended; 0: none
 };

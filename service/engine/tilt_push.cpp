@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::uint32_t kPushGap = 300;
 constexpr std::int64_t kSpeedUnit = 4;
-// No tilt reports more at once; a broken driver shall not flood anybody with keys.
+// No tilt reports more at once; a broken driver must not cause a flood of keys.
 constexpr std::int64_t kMostNotchesAtOnce = 8;
 
 std::int64_t SizeOf(std::int32_t delta) {

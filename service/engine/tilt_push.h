@@ -16,13 +16,13 @@ public:
     bool Takes(model::ButtonSlot control) const { return press.isKnown && press.control == control; }
     void Begin(const Press& decided);
 
-    // The push does nothing more; the rest of its reports are treated as before.
+    // The push does nothing more; the rest of its reports are kept or passed as before.
     void EndFunction() { isOver = true; }
     bool IsOver() const { return isOver; }
 
     // Adds a report; true for the first one.
     bool AddReport(std::uint32_t time);
-    // Adds a report; returns how many more notches the sum reaches.
+    // Adds a report; returns the number of whole notches that it completes.
     std::int32_t AddForNotches(std::int32_t delta);
     // Adds a report; returns the amount to scroll at this speed, rounded down. The remainder is kept.
     std::int32_t AddForScroll(std::int32_t delta, std::int32_t speed);

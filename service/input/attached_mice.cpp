@@ -13,8 +13,8 @@ constexpr USHORT kMouseUsage = 2;
 
 struct FlagRow {
     std::uint32_t flag;
-    std::uint32_t button;  // the bit of the button's slot, or 0 for what is none
-    bool isUse;            // shows which mouse is being used: a touchpad does none of it
+    std::uint32_t button;  // the bit of the button's slot; 0 if it is not a button
+    bool isUse;            // shows which mouse is in use: touchpads never do this
 };
 
 constexpr std::array<FlagRow, 7> kFlags{{
@@ -41,7 +41,7 @@ std::wstring NameOf(HANDLE device) {
     return name;
 }
 
-// Nothing for a device that is no mouse, or is gone already.
+// Nothing if the device is not a mouse or is already gone.
 std::optional<MouseFacts> FactsOf(HANDLE device) {
     RID_DEVICE_INFO info{};
     info.cbSize = sizeof info;
@@ -96,7 +96,7 @@ bool AttachedMice::Watch(HWND window) {
     return isRegistered;
 }
 
-// Input that programs make has no device.
+// Input made by programs has no device.
 void AttachedMice::OnInput(HRAWINPUT input) {
     RAWINPUT data{};
     UINT bytes = sizeof data;

@@ -1,4 +1,4 @@
-// The mice that Windows lists by Raw Input, and the one that was used last.
+// The mice that Raw Input lists, and the one that was used last.
 #pragma once
 
 #include <windows.h>
@@ -18,7 +18,7 @@ struct ButtonChange {
     std::uint32_t time = 0;
 };
 
-// Used on one thread, the one of the window that gets WM_INPUT and WM_INPUT_DEVICE_CHANGE.
+// Used on the thread of the window that gets WM_INPUT and WM_INPUT_DEVICE_CHANGE.
 class AttachedMice {
 public:
     struct Outlets {

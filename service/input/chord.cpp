@@ -30,7 +30,7 @@ bool IsWindowsKey(const ChordKey& key) {
     return key.key == VK_LWIN || key.key == VK_RWIN;
 }
 
-// The modifiers stand in pairs.
+// The modifiers are listed in pairs.
 constexpr std::size_t IndexOfTwin(std::size_t index) {
     return index ^ 1U;
 }

@@ -20,14 +20,14 @@ inline constexpr std::array<WORD, 8> kModifiers{VK_LSHIFT, VK_RSHIFT, VK_LCONTRO
                                                 VK_LMENU,  VK_RMENU,  VK_LWIN,     VK_RWIN};
 
 struct ChordKey {
-    WORD key = 0;               // never a modifier without its side
+    WORD key = 0;               // never a modifier without a side
     bool isEitherSide = false;  // the key was named without its side
 };
 
 class Chord {
 public:
     Chord() = default;
-    // Codes that name no key are left out, and so are repeated keys.
+    // Leaves out codes that name no key, and repeated keys.
     explicit Chord(std::span<const model::KeyCode> codes);
 
     std::span<const ChordKey> Keys() const { return {keys.data(), count}; }
@@ -35,9 +35,9 @@ public:
     // Whether other modifiers that are down must be hidden from the program. Shift, Ctrl and Alt alone combine with the
     // keys that are held, as the real keys do.
     bool ArrivesAsNamed() const;
-    // The last key that is no modifier, or 0.
+    // The last key that is not a modifier, or 0.
     WORD LastPlainKey() const;
-    // Whether the modifier, if it is down, would change this chord into another.
+    // Whether the modifier would change this chord into another if it is down.
     bool IsForeign(WORD modifier) const;
 
 private:

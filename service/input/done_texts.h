@@ -1,4 +1,4 @@
-// What was done, in English words for the log.
+// The actions in English words, for the log.
 #pragma once
 
 #include <string>
@@ -8,7 +8,7 @@
 
 namespace kvn::service {
 
-// Where there was nothing to do.
+// For an action that made no input.
 inline constexpr wchar_t kNothingDone[] = L"nothing";
 
 std::wstring TextOfScroll(bool isToTheLeft);

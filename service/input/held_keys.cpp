@@ -5,7 +5,7 @@
 namespace kvn::service {
 namespace {
 
-// A key without any meaning. Pressed while Alt or Windows is down, it keeps their release from opening a menu.
+// A key without meaning. A press of it while Alt or Windows is down keeps their release from opening a menu.
 constexpr WORD kMaskKey = 0xE8;
 
 bool IsDown(WORD key) {
@@ -21,7 +21,7 @@ void AddMask(InputBatch& batch) {
     batch.KeyUp(kMaskKey);
 }
 
-// The modifiers that are down and foreign to a chord: up for its press, and down again afterwards.
+// The modifiers that are down and foreign to a chord. They go up for its press, and down again afterwards.
 class LiftedModifiers {
 public:
     explicit LiftedModifiers(const Chord& chord) {
@@ -149,7 +149,7 @@ HeldChord HeldKeys::AddPress(const Chord& chord, InputBatch& batch) {
     return held;
 }
 
-// A plain key that another control holds is pressed again, as a repeating key is.
+// If another control already holds a plain key, it is pressed again, like a repeating key.
 void HeldKeys::AddDown(WORD key, InputBatch& batch) {
     const bool isFirst = list.counts[key].fetch_add(1) == 0;
     if (!IsMouseButton(key)) {

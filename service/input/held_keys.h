@@ -1,7 +1,7 @@
 // Presses and releases keys and buttons, and counts their holders. One thread at a time uses it.
 //
-// Rules of the list that the watcher shares: a key is counted before its press is sent, and until after its release was
-// sent; so every key that is down when the service is killed is in the list.
+// The watcher shares the list. A key is counted before its press is sent and until after its release is sent, so every
+// key that is down when the service is killed is in the list.
 #pragma once
 
 #include <windows.h>
@@ -16,7 +16,7 @@
 
 namespace kvn::service {
 
-// The keys that one control holds down, in the order of the presses, without those that the user holds already.
+// The keys that one control holds down, in the order of the presses, except those that the user already holds.
 struct HeldChord {
     Chord chord{};  // as named in the settings
     std::array<WORD, 3> keys{};
@@ -31,15 +31,15 @@ public:
     explicit HeldKeys(HeldList& sharedList) : list(sharedList) {}
 
     HeldChord Press(const Chord& chord);
-    // Presses the last plain key again, as a keyboard does for as long as a key is held.
+    // Presses the last plain key again, as a keyboard does while a key is held.
     static void Repeat(const HeldChord& held);
-    // False while Windows accepts no input; then everything is still held.
+    // False if Windows accepts no input; then everything is still held.
     [[nodiscard]] bool Release(const HeldChord& held);
-    // It stays down: the user holds it too, and releases it.
+    // Leaves it down: the user holds it too, and will release it.
     void LeaveToUser(HeldChord& held);
-    // Down and up again, in one piece.
+    // Presses and releases the chord in one piece.
     void Tap(const Chord& chord);
-    // The whole chord goes down, and its plain keys up again.
+    // Presses the whole chord, and releases its plain keys.
     HeldChord PressAndKeepModifiers(const Chord& chord);
 
     HeldChord PressButton(WORD button);
@@ -55,7 +55,8 @@ private:
     bool IsHeldByUser(WORD key) const;
 
     HeldList& list;
-    // By VK_LBUTTON to VK_XBUTTON2: which physical button went down. The user may swap them before it goes up.
+    // By VK_LBUTTON to VK_XBUTTON2: the physical button that was pressed. The user may swap the buttons before its
+    // release.
     std::array<WORD, VK_XBUTTON2 + 1> pressedButtons{};
 };
 

@@ -15,7 +15,7 @@ void Release(WORD key, InputBatch& batch) {
 
 }  // namespace
 
-// Modifiers have the higher codes but for the Windows keys, so that mostly they go up last.
+// All modifiers except the Windows keys have high codes, so they usually go up last.
 void ReleaseAll(HeldList& held) {
     InputBatch batch;
     for (std::size_t key = 1; key < held.counts.size(); ++key) {

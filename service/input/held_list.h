@@ -1,6 +1,6 @@
-// The keys and buttons that the service holds down, counted. The list is in memory that the watcher process shares, so
-// that the watcher can release them if the service is killed. It is plain data; each change is a single write, so it is
-// never half changed.
+// The keys and buttons that the service holds down, counted. The watcher process shares the list's memory, so that it
+// can release them if the service is killed. The list is plain data, and each change is a single write, so it is never
+// half changed.
 #pragma once
 
 #include <windows.h>

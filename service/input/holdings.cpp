@@ -9,7 +9,7 @@ namespace kvn::service {
 namespace {
 
 constexpr std::uint32_t kScrollPeriod = 100;  // milliseconds
-// Windows takes no input while it shows a desktop of its own, as for a lock.
+// Windows takes no input while it shows another desktop, as when the session is locked.
 constexpr std::uint32_t kReleaseRetryPeriod = 250;
 constexpr std::int32_t kNaturalSpeed = 4;
 
@@ -18,7 +18,7 @@ WORD ButtonKeyOf(const FunctionRow& row) {
     return index < kButtonKeys.size() ? kButtonKeys[index] : WORD{VK_LBUTTON};
 }
 
-// Whether the user's own button holds down what this function presses.
+// Whether the user already holds down the button that this function presses.
 bool IsPassed(WORD buttonKey, std::uint32_t passedButtons) {
     const auto found = std::ranges::find(kButtonKeys, buttonKey);
     return found != kButtonKeys.end() && (passedButtons >> (found - kButtonKeys.begin()) & 1U) != 0;
@@ -45,7 +45,7 @@ void ScrollBy(std::int32_t amount) {
     batch.Send();
 }
 
-// How the user has set the keyboard: the delay is 0 to 3 for 250 to 1000 ms, the rate 0 to 31 for 2.5 to 30 a second.
+// The user's keyboard settings: the delay is 0 to 3 for 250 to 1000 ms, the rate 0 to 31 for 2.5 to 30 a second.
 std::uint32_t KeyboardDelay() {
     int delay = 1;
     SystemParametersInfoW(SPI_GETKEYBOARDDELAY, 0, &delay, 0);
@@ -58,7 +58,7 @@ std::uint32_t KeyboardPeriod() {
     return static_cast<std::uint32_t>(1000.0 / (2.5 + std::min<DWORD>(rate, 31) * 27.5 / 31));
 }
 
-// Beside the user's own press of the same button there is nothing to press, and nothing to release.
+// If the user holds the same button, there is nothing to press or release.
 void BeginButton(HeldKeys& keys, const Order& order, const FunctionRow& row, Holding& holding) {
     if (!IsPassed(ButtonKeyOf(row), order.passedButtons)) holding.held = keys.PressButton(ButtonKeyOf(row));
 }
@@ -196,7 +196,7 @@ void Holdings::EndHolding(Holding& holding) {
     holding.due = GetTickCount() + kReleaseRetryPeriod;
 }
 
-// A repeat that comes late is not made up for.
+// Late repeats are not made up for.
 void Holdings::RepeatHolding(Holding& holding, std::uint32_t now) {
     if (holding.isOver) return EndHolding(holding);
     if (holding.scrollStep != 0) {

@@ -1,5 +1,5 @@
-// The keys, buttons and scrolling that the controls hold at this moment, by ticket. Worker and keeper share it; its
-// lock is held only as long as it takes to send input.
+// The keys, buttons and scrolling that the controls hold now, by ticket. Worker and keeper share it; its lock is held
+// only as long as it takes to send input.
 //
 // An end can overtake its beginning if the worker is late. The function then ends as soon as it begins.
 #pragma once
@@ -21,10 +21,10 @@ namespace kvn::service {
 // The keys, buttons or scrolling of one control.
 struct Holding {
     bool isUsed = false;
-    bool isOver = false;  // it has ended, but Windows accepted no input: the release is tried again
+    bool isOver = false;  // has ended, but Windows refused the release, which is tried again
     Ticket ticket = 0;
     HeldChord held{};
-    std::int32_t scrollStep = 0;  // of a button that scrolls; else 0
+    std::int32_t scrollStep = 0;  // for a button that scrolls; else 0
     std::uint32_t period = 0;     // milliseconds between two repeats; 0: nothing repeats
     std::uint32_t due = 0;        // tick count of the next repeat
 };
@@ -43,9 +43,9 @@ public:
     // Ends everything, and prevents new beginnings.
     void Close();
 
-    // Makes the repeats that are due, and returns the milliseconds until the next one; nothing if nothing repeats.
+    // Sends the repeats that are due, and returns the milliseconds until the next one; nothing if nothing repeats.
     std::optional<std::uint32_t> Repeat(std::uint32_t now);
-    bool DoRepeat();  // whether anything is due at some time
+    bool DoRepeat();  // whether anything repeats, or waits for its release
 
 private:
     void EndHolding(Holding& holding);
@@ -56,7 +56,7 @@ private:
     platform::CriticalSection lock;
     HeldKeys keys;
     std::array<Holding, 32> holdings{};
-    // The last tickets whose end came first. More than these cannot wait for the worker.
+    // The last tickets whose end came first. No more beginnings than this can wait for the worker.
     std::array<std::optional<Ticket>, 128> ended{};
     std::size_t endedCount = 0;
     bool isClosed = false;

@@ -14,7 +14,7 @@ constexpr UINT kTickPeriod = 100;  // milliseconds
 // A hook's callback has no parameter for its owner; only one loop at a time has a hook.
 std::atomic<HookLoop*> hookOwner = nullptr;
 
-// No guard that takes memory here: an exception passes the event.
+// The usual guard may allocate memory. Here an exception just lets the event pass.
 bool OwnerKeeps(WPARAM message, LPARAM details) noexcept {
     HookLoop* const owner = hookOwner.load(std::memory_order_acquire);
     if (owner == nullptr) return false;
@@ -62,7 +62,7 @@ HookLoop::HookLoop(Performer& orderTaker, MouseActivity& mouseActivity)
 
 void HookLoop::Run() {
     MSG message;
-    PeekMessageW(&message, nullptr, WM_USER, WM_USER, PM_NOREMOVE);  // makes the queue, for those who wake the thread
+    PeekMessageW(&message, nullptr, WM_USER, WM_USER, PM_NOREMOVE);  // creates the queue, so that others can wake it
     threadId = GetCurrentThreadId();
     platform::Completes([&] { CarryOutCommands(); });
     Install();
@@ -95,7 +95,7 @@ bool HookLoop::Send(const EngineSettings& settings) {
     return isSent;
 }
 
-// Before the thread has a queue nobody needs to wake it.
+// Until the thread has its queue, it need not be woken.
 void HookLoop::Wake() {
     if (const DWORD thread = threadId; thread != 0) PostThreadMessageW(thread, kWakeMessage, 0, 0);
 }
@@ -125,7 +125,7 @@ void HookLoop::CarryOut(const Command& command) {
     HandOver();
 }
 
-// A move decides nothing, and there are a thousand of them in a second.
+// Moves bypass the engine: nothing is decided about them, and there may be a thousand a second.
 bool HookLoop::Keeps(WPARAM message, const MSLLHOOKSTRUCT& details) {
     NoteActivity();
     if (message == WM_MOUSEMOVE) return false;
@@ -185,14 +185,14 @@ void HookLoop::Publish() {
     isGestureEdited.store(engine.IsGestureEdited(), std::memory_order_release);
 }
 
-// The clock's own time: a program that makes input may write any time into it. In this order, since the sleeper raises
-// its flag first and looks at the time then.
+// Reads the clock, since a program that makes input may give it any time. Stores the time before it looks at the flag:
+// the sleeper sets the flag first and then looks at the time.
 void HookLoop::NoteActivity() {
     activity.lastEvent.store(GetTickCount());
     if (activity.isSomeoneAsleep.load() && activity.isSomeoneAsleep.exchange(false)) SetEvent(activity.wake.Get());
 }
 
-// A press that a program has made shows too that the hook lives.
+// A press that a program makes also shows that the hook is alive.
 void HookLoop::NoteEvent(const MouseEvent& event) {
     if (event.kind == MouseEventKind::Press) lastPress.store(GetTickCount(), std::memory_order_release);
 }

@@ -27,10 +27,10 @@ public:
     // The body of the thread, until the command Quit.
     void Run();
 
-    // For other threads. Send returns false if the loop does not listen.
+    // For other threads. Send returns false if the loop does not take commands.
     bool Send(const Command& command);
     bool Send(const EngineSettings& settings);
-    // Signalled when the hook has been tried for the first time.
+    // Signalled after the first attempt to install the hook.
     HANDLE Ready() const { return ready.Get(); }
 
     // Figures that other threads may read at any time.
@@ -69,7 +69,7 @@ private:
     UniqueHook hook;
     platform::UniqueKernelObject ready{CreateEventW(nullptr, TRUE, FALSE, nullptr)};
     std::atomic<DWORD> threadId = 0;
-    UINT_PTR ticks = 0;  // the timer, while there is one
+    UINT_PTR ticks = 0;  // the timer; 0: none
     bool isEnding = false;
     bool isOverloaded = false;
 };

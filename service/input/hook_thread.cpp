@@ -11,7 +11,7 @@ constexpr DWORD kLongestFarewell = 1'000;
 
 }  // namespace
 
-// The thread shares the loop: should it hang, it is left behind with it.
+// Shared with the thread: if the thread hangs, it is left behind with the loop.
 class HookThread::Loop {
 public:
     Loop(Performer& orderTaker, MouseActivity& mouseActivity)

@@ -16,7 +16,7 @@ struct Keeper {
 
 constexpr std::uint32_t kLongestWait = 100;  // milliseconds
 
-// A worker that is busy for longer delays no release.
+// A worker that is busy for longer does not delay a release.
 void AwaitWork(PerformerState& state, std::uint32_t work) {
     const std::uint32_t begin = GetTickCount();
     while (static_cast<std::int32_t>(work - state.workDone) > 0) {
@@ -69,7 +69,7 @@ void CarryOutAll(Keeper& keeper) {
     }
 }
 
-// Does what is due, and returns how long nothing will be.
+// Does what is due, and returns the time until something else is.
 DWORD Continue(Keeper& keeper) {
     const std::uint32_t now = GetTickCount();
     const auto repeat = keeper.state.holdings.Repeat(now);

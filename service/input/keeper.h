@@ -6,7 +6,7 @@
 
 namespace kvn::service {
 
-// The body of the thread: until the state's end; then everything that is held ends.
+// The body of the thread. It runs until the state ends; then everything that is held ends.
 void RunKeeper(PerformerState& state);
 
 }  // namespace kvn::service

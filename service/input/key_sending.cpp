@@ -5,7 +5,7 @@
 namespace kvn::service {
 namespace {
 
-// Keys whose scan code has the prefix that distinguishes them from their twins. The right Shift key is among them:
+// Keys whose scan code has the prefix that distinguishes them from their twins. The right Shift key is one of them:
 // without the flag some systems take it for the left one.
 constexpr std::array<WORD, 19> kExtendedKeys{
     VK_PRIOR,  VK_NEXT,   VK_END,     VK_HOME,  VK_LEFT, VK_UP,   VK_RIGHT, VK_DOWN,   VK_SNAPSHOT, VK_INSERT,
@@ -16,8 +16,8 @@ struct ScanCodeRow {
     WORD scanCode;
 };
 
-// Keys whose own scan code is not in the table of the layout: it has the one that Print Screen gives together with Alt,
-// and none for Pause.
+// Keys whose scan code the layout's table lacks: for Print Screen it has the code of Alt + Print Screen, and for Pause
+// none.
 constexpr std::array<ScanCodeRow, 2> kOwnScanCodes{{{VK_SNAPSHOT, 0x37}, {VK_PAUSE, 0x45}}};
 
 struct ButtonRow {
@@ -49,7 +49,7 @@ struct KeyRange {
 constexpr std::array<KeyRange, 5> kFixedKeys{
     {{VK_BACK, VK_MENU}, {VK_ESCAPE, VK_ESCAPE}, {VK_SPACE, VK_HELP}, {VK_LWIN, VK_SCROLL}, {VK_LSHIFT, VK_RMENU}}};
 
-// That of the program in front, which Windows has to be asked for.
+// The layout of the program in front, which takes calls to Windows to find.
 HKL LayoutOf(WORD key) {
     const bool isFixed =
         std::ranges::any_of(kFixedKeys, [=](const KeyRange& range) { return key >= range.first && key <= range.last; });

@@ -1,5 +1,5 @@
-// The one place from which input is sent. Keys carry both their virtual key and the scan code of the keyboard layout of
-// the window in front.
+// The only place that sends input. Keys carry both their virtual key and the scan code of the keyboard layout of the
+// window in front.
 #pragma once
 
 #include <windows.h>
@@ -18,14 +18,14 @@ class InputBatch {
 public:
     void KeyDown(WORD key);
     void KeyUp(WORD key);
-    // VK_LBUTTON to VK_XBUTTON2, the physical ones.
+    // VK_LBUTTON to VK_XBUTTON2, as physical buttons.
     void ButtonDown(WORD button);
     void ButtonUp(WORD button);
     // Amounts as the wheel reports them: 120 is a notch.
     void Wheel(std::int32_t amount);
     void HorizontalWheel(std::int32_t amount);
 
-    // Sends the gathered input; false if Windows does not accept all of it, as while a secure desktop is shown.
+    // Sends the collected input; false if Windows does not accept all of it, as while a secure desktop is shown.
     bool Send();
 
 private:
@@ -38,8 +38,8 @@ private:
     bool areAllSent = true;
 };
 
-// The physical button that the user sees as this one: VK_LBUTTON is the primary one, which is the physical right one
-// while the buttons are swapped.
+// The physical button behind the one that the user sees: VK_LBUTTON is the primary button, which is the physical right
+// one while the buttons are swapped.
 WORD PhysicalButton(WORD button);
 
 // Whether the virtual key is a button of the mouse.

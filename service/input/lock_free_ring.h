@@ -22,7 +22,7 @@ public:
         return true;
     }
 
-    // For the thread that adds: the free space that it sees can only grow.
+    // For the thread that adds: the free space can only grow after this call.
     std::size_t Room() const {
         return kCapacity - (written.load(std::memory_order_relaxed) - read.load(std::memory_order_acquire));
     }

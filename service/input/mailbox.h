@@ -1,4 +1,4 @@
-// The input of the hook thread from other threads: small commands in their order, and the newest settings. The sending
+// Brings the hook thread input from other threads: small commands, in order, and the newest settings. The sending
 // threads share a lock; the hook thread reads without a lock.
 #pragma once
 
@@ -56,7 +56,7 @@ public:
     bool Take(Command& command) { return commands.Take(command); }
     bool IsEmpty() const { return commands.IsEmpty(); }
 
-    // The newest settings; null if they were read already. They stay valid until the next call.
+    // The newest settings; null if they have already been read. They stay valid until the next call.
     const EngineSettings* TakeSettings() {
         if ((middle.load() & kFresh) == 0) return nullptr;
         front = middle.exchange(front) & ~kFresh;
@@ -64,7 +64,7 @@ public:
     }
 
 private:
-    static constexpr unsigned kFresh = 4;  // next to the index of a slot
+    static constexpr unsigned kFresh = 4;  // a flag beside the index of a slot
     static constexpr int kTries = 500;
 
     bool PutPatiently(const Command& command) {

@@ -15,7 +15,8 @@ struct MouseActivity {
     std::atomic<std::uint32_t> lastEvent = 0;  // tick count
     // A sleeper sets the flag, and the next event of the mouse clears it and sets the event.
     std::atomic<bool> isSomeoneAsleep = false;
-    // Lives as long as the activity, so that neither thread has to end before the other. Null when there is none.
+    // Lives as long as this object, so that neither thread has to end before the other. Null if it could not be
+    // created.
     const platform::UniqueKernelObject wake{CreateEventW(nullptr, FALSE, FALSE, nullptr)};
 };
 

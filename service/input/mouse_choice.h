@@ -16,16 +16,16 @@ public:
     // Windows' handle of a device.
     using Device = void*;
 
-    // The buttons that were pressed on the mouse when it was attached before count from now on.
+    // The buttons that were pressed on this mouse when it was attached earlier count again.
     void Attach(Device device, const MouseFacts& facts);
     void Detach(Device device);
-    // At the start it is not known which mouse will be used: choose the one with the most buttons.
+    // Chooses the mouse with the most buttons. For the start, when no mouse has been used yet.
     void ChooseMostCapable();
     // pressedButtons: bit n, the button of slot n went down. isUse: something other than moving, left and right. False
     // if the device is not an attached mouse.
     bool Take(Device device, std::uint32_t pressedButtons, bool isUse);
 
-    // The mouse to publish; nothing if none was ever attached. The last one stays.
+    // The mouse to publish; nothing if none was ever attached. A detached mouse stays the chosen one.
     std::optional<model::DeviceRecord> Chosen() const { return chosen; }
 
 private:

@@ -22,7 +22,7 @@ std::wstring InUpperCase(std::wstring_view text) {
     return upper;
 }
 
-// The hexadecimal number at the text's beginning: its last four digits.
+// The last four digits of the hexadecimal number at the beginning of the text.
 std::optional<std::uint32_t> NumberAt(std::wstring_view text) {
     const auto isDigit = [](wchar_t character) { return platform::DigitOf(character, 16).has_value(); };
     const auto length = static_cast<std::size_t>(std::ranges::find_if_not(text, isDigit) - text.begin());
@@ -30,7 +30,7 @@ std::optional<std::uint32_t> NumberAt(std::wstring_view text) {
     return platform::ParseNumber(text.substr(length - kDigitsOfId, kDigitsOfId), 16, 0xFFFF);
 }
 
-// "VID_045E" of a USB mouse, "VID&0002045E" of a Bluetooth one, where the vendor's list comes first.
+// "VID_045E" for a USB mouse, "VID&0002045E" for a Bluetooth one, where the number of the vendor list comes first.
 std::optional<std::uint32_t> IdBehind(std::wstring_view name, std::wstring_view word) {
     const std::size_t place = name.find(word);
     if (place == std::wstring_view::npos) return std::nullopt;

@@ -9,7 +9,7 @@
 
 namespace kvn::service {
 
-// Nothing for other messages than those of a mouse.
+// Nothing for messages that are not from a mouse.
 std::optional<MouseEvent> EventOf(WPARAM message, const MSLLHOOKSTRUCT& details);
 
 }  // namespace kvn::service

@@ -13,7 +13,7 @@ namespace kvn::service {
 namespace {
 
 constexpr std::size_t kOrdersOfOneEvent = 16;
-// Endings find room even when a trail fills the rest.
+// There is room for endings even if a trail fills the rest.
 constexpr std::size_t kRoomForEndings = 64;
 constexpr std::int32_t kLongestOrder = 3'000;  // milliseconds; a worker that takes longer hangs
 constexpr DWORD kLongestFarewell = 900;
@@ -52,7 +52,7 @@ private:
     platform::UniqueKernelObject worker;
 };
 
-// A thread that hangs is left behind: it finds the gates closed when it comes back, and the state is its own then.
+// A thread that hangs is left behind with the state. When it continues, it finds the gates closed.
 Performer::Lanes::~Lanes() {
     state->isEnding = true;
     state->keeperWake.Raise();

@@ -17,7 +17,7 @@ public:
 
     // The list is borrowed and must outlive the performer.
     Performer(HeldList& heldList, Outlets chosenOutlets);
-    ~Performer();  // ends everything that is held; does not wait longer than a second for a worker that hangs
+    ~Performer();  // ends everything that is held; waits at most a second for a worker that hangs
     Performer(const Performer&) = delete;
     Performer& operator=(const Performer&) = delete;
 
@@ -28,7 +28,7 @@ public:
     bool HasRoom() const;
     void Take(const Orders& orders);
 
-    // The number of functions carried out until now.
+    // The number of functions carried out so far.
     std::uint64_t ActionCount() const;
 
 private:

@@ -34,14 +34,14 @@ private:
     std::atomic<State> state = State::Open;
 };
 
-// A beginning waits for the ends that were ordered before it: a key that is released first goes up first.
+// A beginning waits for the ends that were ordered before it, so that an earlier release comes first.
 struct WorkerOrder {
     Order order;
     std::uint32_t endingsBefore = 0;
 };
 
-// An end waits a little for the beginnings that were ordered before it: a key that two controls hold goes up with the
-// last.
+// An end waits briefly for the beginnings that were ordered before it, so that a key held by two controls goes up with
+// the last.
 struct KeeperOrder {
     Order order;
     std::uint32_t workBefore = 0;
@@ -74,7 +74,7 @@ struct PerformerState {
     std::atomic<std::uint32_t> endingsDone = 0;
     WakeSignal endingDone;  // for the worker
     std::atomic<bool> isEnding = false;
-    std::atomic<std::uint32_t> busySince = 0;  // tick count at which the worker began its present order; 0: none
+    std::atomic<std::uint32_t> busySince = 0;  // tick count at which the worker began its current order; 0: none
     std::atomic<std::uint64_t> actions = 0;
 };
 

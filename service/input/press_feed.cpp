@@ -8,7 +8,7 @@
 namespace kvn::service {
 namespace {
 
-// The other causes say how a stroke ended.
+// The other causes describe the end of a stroke.
 constexpr std::array kCausesOfPress{Cause::Function, Cause::GivesUp, Cause::Asked};
 
 bool IsOfPress(const Order& order, model::ButtonSlot control) {

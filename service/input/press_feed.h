@@ -36,8 +36,8 @@ struct DecidedPress {
 
 class PressFeed {
 public:
-    // For the hook thread; these do nothing while no thread watches. If the ring is full, a press is lost. Adds the
-    // presses and strokes of the orders.
+    // For the hook thread: adds the presses and strokes of the orders. Both reports do nothing while no thread watches,
+    // and a press is lost if the ring is full.
     void Report(const Orders& orders);
     // Adds a press that has no order: it passes, or begins a stroke.
     void ReportPress(const DecidedPress& press, const Orders& itsOrders);
@@ -45,7 +45,7 @@ public:
     // For the watching thread, one at a time.
     void Watch();  // from now on
     void StopWatching() { isWatched = false; }
-    HANDLE Came() const { return came.Get(); }  // an event, signalled when there is a press; null if there is no event
+    HANDLE Came() const { return came.Get(); }  // an event, set when there is a press; null if creating it failed
     bool Take(SeenPress& press) { return presses.Take(press); }
 
 private:

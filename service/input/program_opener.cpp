@@ -26,7 +26,7 @@ std::wstring SystemFolder() {
     return {path.data(), GetSystemDirectoryW(path.data(), MAX_PATH)};
 }
 
-// The file with its full path, so that no other one of its name is opened; the bare name when it is not there.
+// The full path of the file, so that no other file of that name is opened; the bare name if the file is missing.
 std::wstring PathOf(const std::wstring& folder, const wchar_t* file) {
     const std::wstring path = folder + L'\\' + file;
     return GetFileAttributesW(path.c_str()) == INVALID_FILE_ATTRIBUTES ? file : path;
@@ -40,7 +40,7 @@ std::wstring ExecutableOf(const wchar_t* association) {
     return SUCCEEDED(result) ? path.data() : L"";
 }
 
-// What the user has chosen for web pages; empty when nothing was.
+// The user's choice for web pages; empty if there is none.
 std::wstring ChosenBrowserClass() {
     constexpr wchar_t kKey[] = L"Software\\Microsoft\\Windows\\Shell\\Associations\\UrlAssociations\\http\\UserChoice";
     std::array<wchar_t, 256> name{};
@@ -83,7 +83,8 @@ constexpr std::array<ProgramRow, 6> kPrograms{{
     {Program::Magnifier, MagnifierPath, nullptr},
 }};
 
-// The folder in which it starts is Windows' own: the service's would be in the way of its removal.
+// The program starts in a folder of Windows. The service's folder could not be removed while a program has it as its
+// own.
 bool Open(const std::wstring& path, const wchar_t* arguments) {
     return platform::ShellOpen(path, arguments, WindowsFolder().c_str());
 }

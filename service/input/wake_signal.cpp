@@ -31,7 +31,7 @@ void WakeSignal::Await(DWORD milliseconds) {
     }
     std::uint32_t notRaised = 0;
     waitOnAddress(&isRaised, &notRaised, sizeof isRaised, milliseconds);
-    isRaised.exchange(0);  // what was done before the raise is seen after it
+    isRaised.exchange(0);  // everything done before the raise is visible after this
 }
 
 }  // namespace kvn::service

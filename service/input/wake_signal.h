@@ -1,4 +1,4 @@
-// Wakes one thread. Once raised it stays raised until that thread has awaited it.
+// Wakes one thread. Once raised, it stays raised until that thread has awaited it.
 #pragma once
 
 #include <windows.h>
@@ -10,7 +10,7 @@
 
 namespace kvn::service {
 
-// From Windows 8 on this is a wait on an address, which wakes sooner than an event; before, an event.
+// Since Windows 8 this waits on an address, which wakes sooner than an event; before that, on an event.
 class WakeSignal {
 public:
     WakeSignal();
@@ -20,7 +20,7 @@ public:
     bool IsThere() const { return waitOnAddress != nullptr || event; }
     // From any thread; it never waits and allocates no memory.
     void Raise();
-    // On the one thread that is woken. It may return early, as after a raise that was noticed already.
+    // On the one thread that is woken. It may return early, as after a raise that was already noticed.
     void Await(DWORD milliseconds);
 
 private:

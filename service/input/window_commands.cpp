@@ -20,7 +20,7 @@ bool IsOfShell(HWND window) {
     return std::ranges::find(kShellClasses, platform::ClassNameOf(window)) != kShellClasses.end();
 }
 
-// Null when there is none, or the shell's own.
+// Null if there is none, or it belongs to the shell.
 HWND WindowInFront() {
     const HWND window = GetForegroundWindow();
     return window == nullptr || IsOfShell(window) ? nullptr : window;
@@ -38,7 +38,7 @@ std::wstring CloseWindowInFront(HWND window) {
     return Post(window, SC_CLOSE, L"closed the window");
 }
 
-// What a dialog belongs to is maximized and minimized in its place; a dialog of the desktop stays as it is.
+// For a dialog, its owner is maximized or minimized instead; a dialog of the desktop is left alone.
 bool CanGoTo(HWND owner, LONG_PTR box) {
     return owner != nullptr && !IsOfShell(owner) && HasBox(owner, box);
 }

@@ -1,4 +1,4 @@
-// The commands of a window's menu, for the window in front. They are posted: a program that hangs does not block the
+// The commands of a window's menu, for the window in front. They are posted, so a program that hangs does not block the
 // service.
 #pragma once
 

@@ -7,8 +7,8 @@ namespace kvn::service {
 namespace {
 
 constexpr std::uint32_t kLongestWait = 500;  // milliseconds
-// The first repeat is due a hundred milliseconds after its beginning at the soonest. The keeper hears of it a little
-// later, so that it does not take the processor from the program that gets the key.
+// The first repeat is due at least a hundred milliseconds after its beginning. The keeper is woken a little late, so
+// that it does not take the processor from the program that gets the key.
 constexpr DWORD kRepeatNotice = 20;
 
 struct Worker {
@@ -24,13 +24,13 @@ void CarryOut(Worker& worker, const Order& order) {
     CallOutlet(state.workerGate, state.outlets.onDone, order, done);
 }
 
-// What has ended in the meantime needs no keeper.
+// If the repeat has ended in the meantime, the keeper is not needed.
 void NoticeRepeat(Worker& worker) {
     if (worker.hasNewRepeat && worker.state.holdings.DoRepeat()) worker.state.keeperWake.Raise();
     worker.hasNewRepeat = false;
 }
 
-// The keeper is late only when input cannot be sent at all; then nothing else waits for it.
+// The keeper is late only if no input can be sent at all, and then the worker does not wait any longer.
 void AwaitEndings(PerformerState& state, std::uint32_t endings) {
     const std::uint32_t begin = GetTickCount();
     while (static_cast<std::int32_t>(endings - state.endingsDone) > 0) {

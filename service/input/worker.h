@@ -6,7 +6,7 @@
 
 namespace kvn::service {
 
-// The body of the thread: until the state's end.
+// The body of the thread. It runs until the state ends.
 void RunWorker(PerformerState& state);
 
 }  // namespace kvn::service

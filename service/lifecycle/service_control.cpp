@@ -12,12 +12,12 @@
 namespace kvn::service {
 namespace {
 
-// A service that is asked to end ends by itself within two seconds; one that hangs does not even answer.
+// A service that is told to quit ends within two seconds. One that hangs does not even answer.
 constexpr DWORD kQuitMilliseconds = 1'000, kEndMilliseconds = 2'500, kForcedEndMilliseconds = 1'000;
-// What is left of two seconds for one that has not answered, so that it and its watcher are gone in time.
+// A service that has not answered gets only this much longer, so that it and its watcher end within two seconds.
 constexpr DWORD kLastChanceMilliseconds = 300;
 
-// A service of another user's rights can only be waited for.
+// If the service has other rights, this start can only wait for it.
 platform::UniqueKernelObject ProcessOf(HWND window) {
     DWORD processId = 0;
     GetWindowThreadProcessId(window, &processId);
@@ -36,7 +36,7 @@ bool EndsWithin(HANDLE process, DWORD milliseconds) {
     return WaitForSingleObject(process, milliseconds) == WAIT_OBJECT_0;
 }
 
-// The last resort for one that hangs. Its watcher releases what it held, too; but there may be none.
+// The last resort for a service that hangs. Its watcher releases what it held too, but there may be no watcher.
 void EndByForce(HANDLE service) {
     SharedMemory memory;
     memory.State().hasEnded = 1;

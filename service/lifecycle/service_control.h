@@ -1,5 +1,4 @@
-// What a start does with the service that runs already: hands it the options, ends it, or has it read the settings
-// again.
+// Deals with a service that is already running: hands it the options, ends it, or makes it read the settings again.
 #pragma once
 
 #include <windows.h>
@@ -11,11 +10,11 @@
 
 namespace kvn::service {
 
-// Longer than a service takes to start or to end; how often to look at it meanwhile.
+// Longer than a service takes to start or to end; and the time between two checks.
 inline constexpr unsigned kTransitionMilliseconds = 10'000;
 inline constexpr unsigned kPollMilliseconds = 50;
 
-// One try; nothing when no service is ready to answer just now.
+// One try; nothing if no service is ready to answer now.
 std::optional<Answer> TryToHandOver(const CommandLine& commands);
 
 // For options that need a running service; waits for one that is starting.
@@ -24,8 +23,8 @@ Answer HandOver(const CommandLine& commands);
 // Waits until the service and its watcher have ended, if need be by force.
 Answer QuitService(const CommandLine& commands);
 
-// The running service takes the changed settings over at once. Any other program that the page would take for one is
-// notified as by the page.
+// Makes the running service read the changed settings at once. If the page would take another program for the service,
+// notifies that one as the page does.
 void ReportSettingsChanged();
 
 }  // namespace kvn::service

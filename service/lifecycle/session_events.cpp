@@ -14,7 +14,7 @@ struct ChangeRow {
     bool isActive;
 };
 
-// While it is locked, a session still has the screen.
+// A locked session still has the screen.
 constexpr std::array kChanges{
     ChangeRow{WTS_CONSOLE_CONNECT, true, true},      ChangeRow{WTS_REMOTE_CONNECT, true, true},
     ChangeRow{WTS_SESSION_UNLOCK, true, true},       ChangeRow{WTS_SESSION_LOCK, false, true},

@@ -8,7 +8,7 @@ constexpr wchar_t kName[] = L"Local\\KvnMouseApl";
 }  // namespace
 
 SessionLock::SessionLock() : mutex(CreateMutexW(nullptr, FALSE, kName)) {
-    // Only the name matters: it lasts as long as its owner.
+    // Only the name matters, which exists as long as its owner.
     if (GetLastError() == ERROR_ALREADY_EXISTS) mutex.Reset();
 }
 

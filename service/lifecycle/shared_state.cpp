@@ -5,7 +5,7 @@
 namespace kvn::service {
 namespace {
 
-// The number stands for the layout: another version's memory is another one.
+// The number identifies the layout: versions with another layout use other memory.
 constexpr wchar_t kSectionName[] = L"Local\\KvnMouseApl.Shared.1";
 
 SharedState ownState{};
@@ -34,7 +34,7 @@ SharedMemory::~SharedMemory() {
     if (view != nullptr) UnmapViewOfFile(view);
 }
 
-// A handle that the other process owns without knowing.
+// Gives the other process a handle that it never uses.
 void SharedMemory::KeepFor(HANDLE process) const {
     HANDLE kept = nullptr;
     DuplicateHandle(GetCurrentProcess(), section.Get(), process, &kept, 0, FALSE, DUPLICATE_SAME_ACCESS);

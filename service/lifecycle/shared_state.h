@@ -1,4 +1,4 @@
-// The memory that the service and its watcher share. It lives as long as one of them does; there is one for each
+// The memory that the service and its watcher share. It exists as long as either of them does; there is one for each
 // session.
 #pragma once
 
@@ -22,8 +22,8 @@ struct SharedState {
     HeldList held;
     std::atomic<std::uint32_t> hasEnded;        // the service ends on purpose
     std::atomic<std::uint32_t> watcherProcess;  // 0: none
-    // The arguments with which the watcher starts the service again, in the slot that `current` names: the other one is
-    // written meanwhile.
+    // The watcher starts the service again with the arguments in the slot `current`. New ones are written to the other
+    // slot.
     std::atomic<std::uint32_t> current;
     std::array<std::array<wchar_t, kMaxArguments>, 2> arguments;
 
@@ -42,7 +42,7 @@ public:
     // If memory cannot be shared, it is private to this process.
     SharedState& State() { return *state; }
     bool IsShared() const { return view != nullptr; }
-    // The other process can open the memory even after this one has ended.
+    // Keeps the memory for the other process, even after this one has ended.
     void KeepFor(HANDLE process) const;
 
 private:

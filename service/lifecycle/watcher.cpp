@@ -14,12 +14,12 @@ namespace {
 using platform::UniqueKernelObject;
 
 constexpr DWORD kEndMilliseconds = 2'000;
-// A watcher that keeps ending at once is not started forever.
+// After several watchers in a row that ended sooner than this, the next one is not started at once.
 constexpr std::uint64_t kShortLifeMilliseconds = 2'000;
 constexpr int kMostShortLives = 5;
-// One that could not be started is tried again, after some tries less often.
+// The time until the next attempt to start a watcher: usually, and after several short lives.
 constexpr DWORD kRetryMilliseconds = 1'000, kLateRetryMilliseconds = 60'000;
-// A service for which there is no memory just now is tried again, once in a second.
+// If a new service cannot be started for lack of memory, the watcher tries again once a second, this many times.
 constexpr int kMostTries = 60;
 
 UniqueKernelObject OpenEndEvent() {
@@ -30,7 +30,7 @@ UniqueKernelObject OpenToWait(std::uint32_t processId) {
     return UniqueKernelObject(processId == 0 ? nullptr : OpenProcess(SYNCHRONIZE, FALSE, processId));
 }
 
-// True when the service has ended; false when the watcher is to end.
+// True if the service has ended; false if the watcher must end.
 bool AwaitEnd(HANDLE service, HANDLE endEvent) {
     const std::array<HANDLE, 2> handles{endEvent, service};
     return WaitForMultipleObjects(static_cast<DWORD>(handles.size()), handles.data(), FALSE, INFINITE) ==
@@ -57,7 +57,7 @@ Restart StartServiceAgain(const SharedState& shared, HANDLE endEvent, UniqueKern
     return Restart::Impossible;
 }
 
-// To Windows' application log.
+// Writes to Windows' application log.
 void ReportGivingUp() {
     const HANDLE source = RegisterEventSourceW(nullptr, L"KvnMouseApl");
     if (source == nullptr) return;
@@ -83,9 +83,10 @@ void WatchService(std::uint32_t serviceProcess) {
     SharedState& shared = memory.State();
     if (!memory.IsShared()) return;
     UniqueKernelObject service = OpenToWait(serviceProcess);
-    // One that has ended cannot be opened any more; of one that cannot be opened for another reason nothing is known.
+    // A service that has ended cannot be opened any more. If it cannot be opened for another reason, its state is
+    // unknown.
     if (!service && GetLastError() != ERROR_INVALID_PARAMETER) return;
-    // Opened last: from now on others see that the service is watched.
+    // Opened last: from here on other processes see that the service is watched.
     const UniqueKernelObject endEvent = OpenEndEvent();
     if (!endEvent) return;
     shared.watcherProcess = GetCurrentProcessId();
@@ -107,7 +108,7 @@ bool EndWatcher() {
     const UniqueKernelObject endEvent = OpenEndEvent();
     SetEvent(endEvent.Get());
     const bool hasEnded = WaitForSingleObject(watcher.Get(), kEndMilliseconds) == WAIT_OBJECT_0;
-    // The event must not wait for the next watcher.
+    // The event must not end the next watcher.
     ResetEvent(endEvent.Get());
     return hasEnded;
 }

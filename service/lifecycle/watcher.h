@@ -1,4 +1,4 @@
-// The second process, which only waits for the service's end; and the service's side of it.
+// The second process, which only waits for the end of the service; and the service's side of it.
 #pragma once
 
 #include <windows.h>
@@ -10,13 +10,13 @@
 
 namespace kvn::service {
 
-// Set for a watcher that is to end though its service has not said so. It is there as long as a watcher watches.
+// Setting this event ends a watcher whose service has not done so. It exists as long as a watcher watches.
 inline constexpr wchar_t kWatcherEndEvent[] = L"Local\\KvnMouseApl.EndWatcher";
 
 // Up to three restarts in any ten minutes.
 class RestartLimit {
 public:
-    // Counts one; false when it is one too many. Times are tick counts of 64 bits.
+    // Counts a restart; false if it is one too many. Times are 64-bit tick counts.
     bool Allows(std::uint64_t now);
 
 private:
@@ -30,7 +30,7 @@ private:
 // when another watcher takes over, or when the service ends too often.
 void WatchService(std::uint32_t serviceProcess);
 
-// Ends a watcher without a service, and waits for that. True if there is none any more.
+// Ends a watcher that has no service, and waits for its end. True if there is no watcher any more.
 bool EndWatcher();
 
 // In the service.

@@ -1,4 +1,4 @@
-// What a command of the command line or of the menu answers.
+// The answer to a command of the command line or the menu.
 #pragma once
 
 #include <string>
@@ -12,7 +12,7 @@ struct Answer {
     std::wstring text;  // complete lines, or nothing
 };
 
-// The text with this number, as the answer of something that failed.
+// The text with this number, as the answer to a command that failed.
 Answer Fault(unsigned textId, const std::wstring& first = {}, const std::wstring& second = {});
 
 }  // namespace kvn::service

@@ -11,7 +11,7 @@ namespace {
 
 constexpr DWORD kLongestPath = 32767;
 
-// Backslashes before a quote, the closing one included, are doubled; elsewhere they stand for themselves.
+// Doubles backslashes before a quote, including the closing one; elsewhere they stay single.
 void AppendQuoted(std::wstring& line, const std::wstring& argument) {
     line += L'"';
     std::size_t backslashes = 0;
@@ -23,7 +23,7 @@ void AppendQuoted(std::wstring& line, const std::wstring& argument) {
     line.append(backslashes, L'\\') += L'"';
 }
 
-// Windows takes longer paths only in this form. A file that is being saved has a longer name for a while.
+// Windows accepts longer paths only in this form. While a file is being saved, its name is longer for a while.
 std::wstring WithoutLimit(const std::wstring& path) {
     constexpr std::size_t kLongestPlainPath = MAX_PATH - 16;
     constexpr std::wstring_view kServer = LR"(\\)";

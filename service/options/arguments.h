@@ -1,4 +1,4 @@
-// The arguments of a start, as Windows hands them over in one text.
+// The arguments of a start, which Windows passes as a single text.
 #pragma once
 
 #include <span>
@@ -11,11 +11,11 @@ namespace kvn::service {
 std::vector<std::wstring> Arguments();
 std::vector<std::wstring> SplitCommandLine(const std::wstring& commandLine);
 
-// One text from which Windows makes these arguments again.
+// A single text from which Windows gets these arguments back.
 std::wstring Quoted(std::span<const std::wstring> arguments);
 
-// The full path of a file that was named from the current folder. A path that is too long for Windows gets the form
-// without a limit.
+// The full path of a file that was named relative to the current folder. A path that is too long for Windows gets the
+// form without a limit.
 std::wstring FullPath(const std::wstring& path);
 
 }  // namespace kvn::service

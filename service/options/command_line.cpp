@@ -19,9 +19,9 @@ constexpr std::wstring_view kPause = L"--pause", kResume = L"--resume", kProfile
 
 struct OptionRow {
     std::wstring_view name;
-    std::wstring_view valueName;  // empty: the option stands alone
+    std::wstring_view valueName;  // empty: the option takes no value
     unsigned textId;              // 0: not for users
-    // False when the value is a bad one.
+    // False if the value is not valid.
     bool (*apply)(CommandLine& commands, Text value);
 };
 
@@ -83,7 +83,7 @@ bool IsOption(std::wstring_view text) {
     return std::ranges::find(kOptions, text, &OptionRow::name) != kOptions.end();
 }
 
-// Reads the option at `place` and moves it behind what belongs to it.
+// Reads the option at `place`, and moves `place` past the option and its value.
 std::optional<UsageError> ReadOption(CommandLine& commands, std::span<const std::wstring> arguments,
                                      std::size_t& place) {
     const std::wstring& name = arguments[place++];
@@ -109,7 +109,7 @@ bool StandsAlone(const CommandLine& commands) {
            !commands.logFile;
 }
 
-// An export or import is done by the start itself, whether a service runs or not.
+// The start itself carries out an export or import, whether or not a service is running.
 std::optional<UsageError> FaultOfTransfer(const CommandLine& commands) {
     if (commands.takesOtherModel && !commands.importFile) return UsageError{UsageFault::YesWithoutImport, {}, {}};
     if (!commands.exportFile && !commands.importFile) return std::nullopt;

@@ -30,12 +30,12 @@ struct CommandLine {
     std::optional<std::wstring> importFile;
     bool takesOtherModel = false;  // along with importFile
 
-    // Between the service and its watcher: the process to watch, and the one that watches.
+    // For the service and its watcher: the process to watch, and the one that watches.
     std::optional<std::uint32_t> watchedProcess;
     std::optional<std::uint32_t> watcherProcess;
     bool rereads = false;  // from a start that has imported settings
 
-    // Whether a service is to be started when none runs. The other options need a running one.
+    // Whether to start a service if none is running. The other options need a running one.
     bool Starts() const;
 };
 
@@ -60,13 +60,13 @@ UsageError BadLogFile(const std::wstring& path);
 // `arguments` does not include the program's name. If an option is given twice, the last one counts.
 std::variant<CommandLine, UsageError> ParseArguments(std::span<const std::wstring> arguments);
 
-// The arguments that ask the running service for the same, without those that a start handles by itself.
+// The arguments to pass to the running service: all except those that a start handles by itself.
 std::vector<std::wstring> ArgumentsForService(const CommandLine& commands);
 
 // For the help text.
 struct OptionHelp {
     std::wstring_view name;
-    std::wstring_view valueName;  // empty: the option stands alone
+    std::wstring_view valueName;  // empty: the option takes no value
     unsigned textId;
 };
 std::vector<OptionHelp> ListedOptions();

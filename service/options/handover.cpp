@@ -10,7 +10,7 @@
 namespace kvn::service {
 namespace {
 
-// Mark our messages among all WM_COPYDATA.
+// Distinguish our messages from other WM_COPYDATA messages.
 constexpr ULONG_PTR kRequestMark = 0x4B76'6E43, kReplyMark = 0x4B76'6E52;
 // The result of a request that was carried out; the exit code is added.
 constexpr LRESULT kCarriedOut = 0x4B76'0000;
@@ -37,7 +37,7 @@ std::optional<LRESULT> SendText(HWND receiver, HWND sender, ULONG_PTR mark, std:
     return static_cast<LRESULT>(result);
 }
 
-// Takes the text of the answer while the request waits for its result.
+// Receives the text of the answer while the request waits for its result.
 class ReplyWindow {
 public:
     explicit ReplyWindow(HWND askedService) : service(askedService) {
@@ -74,7 +74,7 @@ private:
 
 std::optional<Answer> AskService(HWND service, const std::vector<std::wstring>& arguments, unsigned milliseconds) {
     ReplyWindow reply(service);
-    // What the service opens may come to the front.
+    // Windows that the service opens may come to the front.
     DWORD processId = 0;
     GetWindowThreadProcessId(service, &processId);
     AllowSetForegroundWindow(processId);

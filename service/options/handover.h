@@ -15,11 +15,11 @@ namespace kvn::service {
 
 inline constexpr unsigned kAnswerMilliseconds = 8'000;
 
-// In the second start. Nothing if the service does not answer in time, or does not understand.
+// For the second start. Nothing if the service does not answer in time, or does not understand the request.
 std::optional<Answer> AskService(HWND service, const std::vector<std::wstring>& arguments,
                                  unsigned milliseconds = kAnswerMilliseconds);
 
-// In the service.
+// For the service.
 struct HandedOver {
     HWND replyWindow = nullptr;
     std::wstring arguments;  // as one command line, without a program's name

@@ -14,7 +14,7 @@ struct ChosenMouse {
     std::optional<model::DeviceRecord> mouse;
 };
 
-// Ids are hexadecimal and neither is 0, which would mean the base key itself; the rest is decimal. Nothing for any
+// The ids are hexadecimal and must not be 0, which would mean the base key itself; the rest is decimal. Nothing for any
 // other text.
 std::optional<ChosenMouse> ParseChosenMouse(std::wstring_view text);
 

@@ -16,7 +16,7 @@ struct Message {
 
 class IMessageHandler {
 public:
-    // Nothing: the message goes to the next handler, and finally to Windows.
+    // Without an answer the message goes to the next handler, and finally to Windows.
     virtual std::optional<LRESULT> OnMessage(const Message& message) = 0;
 
 protected:

@@ -79,7 +79,7 @@ LRESULT PageProtocol::OnIsButtonHeld(const Message& message) const {
     return row != kButtons.end() && outlets.isButtonHeld(row->slot) ? 1 : 0;
 }
 
-// A killed page sends no end of its editor.
+// A killed page does not report the end of its editor.
 void PageProtocol::LookForThePage(HWND window) const {
     if (outlets.isGestureEdited()) {
         if (outlets.isPageOpen()) return;

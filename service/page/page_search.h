@@ -3,7 +3,7 @@
 
 namespace kvn::service {
 
-// Whether a dialog of any program has the page's controls. Waits for no program.
+// Whether a dialog of any program has the page's controls. Does not wait for any program.
 bool IsPageOpen();
 
 }  // namespace kvn::service

@@ -16,8 +16,8 @@ namespace {
 
 constexpr WPARAM kCommandMask = 0xFFF0;  // Windows uses the lowest four bits itself
 
-// What a hidden window that sometimes has a menu needs Windows for. Raw input is given back; a window that somebody has
-// made visible is painted again and again until it says that it has been.
+// Messages that Windows must handle for a hidden window that sometimes has a menu. It also releases raw input, and
+// validates the window if another program has made it visible, since Windows would send WM_PAINT forever.
 constexpr std::array<UINT, 9> kForWindows{WM_GETTEXT,    WM_GETTEXTLENGTH, WM_ACTIVATE,
                                           WM_NCACTIVATE, WM_CANCELMODE,    WM_QUERYENDSESSION,
                                           WM_PAINT,      WM_INPUT,         WM_NULL};
@@ -26,7 +26,7 @@ constexpr std::array<UINT, 9> kForWindows{WM_GETTEXT,    WM_GETTEXTLENGTH, WM_AC
 
 bool ServiceWindow::Create() {
     if (!platform::RegisterWindowClass(kServiceWindowClass, Procedure)) return false;
-    // A tool window, should anybody ever show it: it is in no list of programs.
+    // A tool window: even if another program shows it, it is in no list of programs.
     window.Reset(CreateWindowExW(WS_EX_TOOLWINDOW, kServiceWindowClass, nullptr, WS_POPUP, 0, 0, 0, 0, nullptr, nullptr,
                                  platform::ThisModule(), nullptr));
     if (!window) return false;
@@ -49,10 +49,10 @@ void ServiceWindow::Withdraw() {
     SetWindowTextW(window.Get(), nullptr);
 }
 
-// Any program may send the window anything. Windows follows a mouse that presses a frame, or a command of a menu, in a
-// loop of its own, and takes some numbers for pointers: the window has none of what they are for.
+// Any program may send this window any message. For some, such as a press on a frame or a menu command, Windows would
+// run its own message loop, and in others it would take numbers for pointers. The window needs none of these.
 bool ServiceWindow::IsForWindows(UINT message, WPARAM wParam) const {
-    if (message == WM_SETTEXT) return isNaming;  // its title is what it is found by
+    if (message == WM_SETTEXT) return isNaming;  // others find the window by its title
     if (message == WM_SYSCOMMAND) return (wParam & kCommandMask) == SC_CLOSE;
     return std::ranges::find(kForWindows, message) != kForWindows.end();
 }

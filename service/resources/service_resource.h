@@ -2,7 +2,7 @@
 // only. The numbers differ from the page's, because the service contains those texts too.
 #pragma once
 
-#define IDI_SERVICE 1  // the first icon is that of the program
+#define IDI_SERVICE 1  // the first icon is the program's
 #define IDI_SERVICE_PAUSED 2
 
 // Texts, by number

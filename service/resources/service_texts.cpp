@@ -11,7 +11,7 @@
 namespace kvn::service {
 namespace {
 
-// What is put in is not looked at again: it may hold marks of its own.
+// The inserted text is not searched again: it may contain %1 or %2 itself.
 std::wstring Filled(const std::wstring& text, std::wstring_view first, std::wstring_view second) {
     std::wstring filled;
     for (std::size_t place = 0; place < text.size();) {
@@ -34,7 +34,7 @@ bool WriteTo(HANDLE output, std::wstring_view text) {
     return WriteFile(output, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) != FALSE;
 }
 
-// A program that stayed at the console would end with it. Under Wine it is there from the start.
+// Leaves the console again, since the program would end with it. Under Wine the program has it from the start.
 void WriteToParentsConsole(std::wstring_view text) {
     const bool isAttached = AttachConsole(ATTACH_PARENT_PROCESS) != FALSE;
     const platform::UniqueFile console(CreateFileW(L"CONOUT$", GENERIC_READ | GENERIC_WRITE,

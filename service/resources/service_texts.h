@@ -15,8 +15,8 @@ std::wstring OnOneLine(std::wstring text);
 
 std::string Utf8(std::wstring_view text);
 
-// To the standard output as UTF-8 when there is one, else to the console that the program was started from. If there is
-// neither, the line is lost.
+// Prints to the standard output, as UTF-8, or else to the console from which the program was started. If there is
+// neither, the text is lost.
 void Print(std::wstring_view text);
 
 }  // namespace kvn::service

@@ -8,10 +8,10 @@ namespace kvn::service {
 namespace {
 
 constexpr DWORD kFileChanges = FILE_NOTIFY_CHANGE_FILE_NAME | FILE_NOTIFY_CHANGE_SIZE | FILE_NOTIFY_CHANGE_LAST_WRITE;
-// "...\KORVEN\Tarsel3": both folders are the page's to make.
+// "...\KORVEN\Tarsel3": the page creates both folders.
 constexpr int kParents = 2;
 
-// Every key on the way to this one, the topmost first, and the key itself.
+// Every key on the path to this one, from the top, and the key itself.
 std::vector<std::wstring> KeysOnTheWayTo(const std::wstring& path) {
     std::vector<std::wstring> keys;
     for (std::size_t end = path.find(L'\\'); end != std::wstring::npos; end = path.find(L'\\', end + 1)) {

@@ -1,6 +1,6 @@
 // Notices when the registry keys of the mouse, or the files of a folder, change. They need not exist yet, and may be
-// deleted and created again: then their parents are watched too. Each watch reports once; make a new one for the next
-// change, before reading what has changed.
+// deleted and created again, since their parents are watched too. Each watch reports once. Make a new one for the next
+// change before you read what has changed.
 #pragma once
 
 #include <windows.h>
@@ -12,7 +12,7 @@
 
 namespace kvn::service {
 
-// The base key and everything below it. Create it in a thread that does not end while it lives.
+// Watches the base key and everything below it. Create it on a thread that outlives it.
 class KeyWatch {
 public:
     KeyWatch();

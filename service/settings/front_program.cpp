@@ -11,8 +11,8 @@
 namespace kvn::service {
 namespace {
 
-// Windows' list of programs, while Alt+Tab is held, from the oldest to the newest Windows. The function that holds it
-// would end if another program's profile counted meanwhile.
+// The classes of the list of programs that Windows shows while Alt+Tab is held, from the oldest Windows to the newest.
+// If the list counted as a program, a change of the profile could end the function that holds Alt.
 constexpr std::array<std::wstring_view, 5> kSwitcherClasses{L"#32771", L"TaskSwitcherWnd", L"MultitaskingViewFrame",
                                                             L"ForegroundStaging", L"XamlExplorerHostIslandWindow"};
 
@@ -31,7 +31,7 @@ bool IsOwn(HWND window) {
 FrontProgram::Change FrontProgram::Look() {
     const HWND found = GetForegroundWindow();
     if (!found || IsOwn(found) || IsSwitcher(found)) return {};
-    // A store app can appear in its frame later, and a window's handle can come back in another process.
+    // A Store app may appear in its frame later, and another process may reuse a window's handle.
     const DWORD foundProcess = ProcessOfWindow(found);
     Change change{.isOtherWindow = found != window};
     if (!change.isOtherWindow && foundProcess == processId) return change;

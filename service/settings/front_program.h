@@ -1,4 +1,4 @@
-// Which program's window is in front of all others, except the service's own.
+// The program whose window is in front; the service's own windows do not count.
 #pragma once
 
 #include <windows.h>
@@ -14,8 +14,8 @@ public:
         bool isOtherProgram = false;
     };
 
-    // Finds the window that the user works with. While there is none, or it is one of the service's own or Windows'
-    // list of programs (Alt+Tab), the last one stays.
+    // Finds the window that the user works with. The last one stays while there is none, or while the service's own
+    // window or Windows' list of programs (Alt+Tab) is in front.
     Change Look();
 
     HWND Window() const { return window; }                   // null until one was seen

@@ -1,4 +1,4 @@
-// The data that the hub's thread and other threads exchange. The lock is held for a copy only, never during work.
+// The data that the hub's thread and other threads exchange. The lock is only held for a copy, never during work.
 #pragma once
 
 #include <windows.h>

@@ -19,7 +19,7 @@ constexpr DWORD kPauseAfterFailure = 100;
 
 using UniqueEventHook = platform::Owned<HWINEVENTHOOK, &UnhookWinEvent>;
 
-// The event says only that it is time to look; the message that brings it has woken the thread.
+// The event needs no work here: the message that brings it has already woken the thread.
 void CALLBACK OnWindowEvent(HWINEVENTHOOK, DWORD, HWND, LONG, LONG, DWORD, DWORD) {}
 
 UniqueEventHook FollowWindowsInFront() {
@@ -48,7 +48,7 @@ void HubWorker::RequestStop() {
     SetEvent(exchange.OrderCame());
 }
 
-// Each step by itself: one that fails for want of memory keeps no other from its work, and is made again.
+// Each step is guarded alone: if one fails for lack of memory, the others still run, and it is repeated later.
 void HubWorker::Run() {
     const UniqueEventHook followed = FollowWindowsInFront();
     while (true) {
@@ -86,19 +86,19 @@ void HubWorker::NoteSignal(HANDLE signal) {
     }
 }
 
-// A folder that was deleted stays until nobody holds it: so it is let go before it is opened again.
+// A deleted folder stays until its last handle is closed, so the old watch ends before the new one begins.
 void HubWorker::WatchFolder() {
     folderWatch = FolderWatch();
     folderWatch = FolderWatch(store.Folder());
 }
 
-// The event's time is read first: an event that comes in between is not from the future.
+// Reads the event's time before the clock, so that an event in between is not in the future.
 bool HubWorker::IsMouseInUse() const {
     const std::uint32_t lastEvent = activity.lastEvent;
     return GetTickCount() - lastEvent <= kLookAfterLastEvent;
 }
 
-// Nothing when the mouse rests: its next event then wakes the thread.
+// Nothing while the mouse rests: its next event wakes the thread.
 std::optional<std::uint64_t> HubWorker::NextLook() {
     const auto isInUse = [this] { return IsMouseInUse() || GetTickCount64() - lastWindowEvent <= kLookAfterLastEvent; };
     if (isInUse()) return lastLook + kLookEvery;
@@ -151,7 +151,7 @@ void HubWorker::ReadIfDue() {
     if (mouse && !platform::Completes([this] { Read(); })) schedule.NoteFailure(GetTickCount64());
 }
 
-// The watches are renewed first: what changes during the reading is read again.
+// Renews the watches first, so that a change during the reading causes another one.
 void HubWorker::Read() {
     keyWatch.emplace();
     WatchFolder();
@@ -210,7 +210,7 @@ void HubWorker::Publish(const ProfileInForce& next) {
         report.forced.swap(reportedForced);
         if (isOtherProfile) ++report.switches;
     });
-    // An outlet that fails is called again.
+    // If the outlet fails, it is called again.
     if (isNews) Call(outlets.onProfile, next);
     inForce = next.settings;
     exchange.Report([this](HubReport& report) {

@@ -29,11 +29,11 @@ public:
     HubWorker& operator=(const HubWorker&) = delete;
     ~HubWorker() = default;
 
-    // False when Windows had no event for it.
+    // False if its events could not be created.
     bool CanStart() const { return exchange.OrderCame() && activity.wake; }
     // The body of the thread, until it is asked to stop.
     void Run();
-    // From another thread. A thread that waits for a drive ends later, and calls nobody any more.
+    // From another thread. A thread that is waiting for a drive ends later, and calls no outlet any more.
     void RequestStop();
 
     HubExchange& Exchange() { return exchange; }
@@ -55,7 +55,7 @@ private:
     void ReportProgram();
     void WorkOutProfile();
     void Publish(const ProfileInForce& next);
-    // If the thread lives on after it was asked to end, it makes no more calls.
+    // Makes no call once the thread has been asked to end.
     template <typename Outlet, typename... Arguments>
     void Call(const Outlet& outlet, const Arguments&... arguments) {
         if (outlet && !isStopping) outlet(arguments...);
@@ -68,13 +68,13 @@ private:
     HubExchange exchange;
     std::atomic<bool> isStopping = false;
 
-    // The thread's own.
-    std::optional<OrderedMouse> orderedMouse;  // not taken up yet
+    // Used only on the hub's thread.
+    std::optional<OrderedMouse> orderedMouse;  // not in use yet
     std::uint64_t mouseNumber = 0;
     std::uint64_t readingNumber = 0;
     std::optional<model::DeviceRecord> mouse;
     ProfileStore store;
-    bool isProfileStale = false;  // something has changed since it was determined
+    bool isProfileStale = false;  // something has changed since it was chosen
     bool isFileUnreadable = false;
     std::wstring forced;
     FrontProgram front;

@@ -23,10 +23,10 @@ enum class SettingsProblem : std::uint8_t { FileUnreadable, FileSetAside };
 
 // Called on the hub's thread.
 struct HubOutlets {
-    std::function<void(const ProfileInForce&)> onProfile;  // it is another one, or has other settings
-    std::function<void(HWND)> onWindowInFront;             // another one, not the service's own
-    // Once for each problem until it is solved. The text is the path of the file, or the new path of a file that was
-    // set aside.
+    std::function<void(const ProfileInForce&)> onProfile;  // another profile is in force, or it has other settings
+    std::function<void(HWND)> onWindowInFront;             // another window, not one of the service
+    // Called once for each problem until it is solved. The text is the path of the file, or the new path of a file that
+    // was set aside.
     std::function<void(SettingsProblem, const std::wstring& path)> onProblem;
 };
 

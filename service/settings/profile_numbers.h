@@ -1,4 +1,4 @@
-// The numbers by which engine, log and "Try the buttons" know the profiles that were in force.
+// The numbers by which engine, log and "Try the buttons" identify the profiles.
 #pragma once
 
 #include <algorithm>
@@ -12,10 +12,10 @@
 
 namespace kvn::service {
 
-// From any thread. Nothing is forgotten: there are as many as people give names to profiles.
+// For any thread. Numbers are never forgotten: there are only as many as profile names.
 class ProfileNumbers {
 public:
-    // From 1 on; always the same one for this profile of this mouse model.
+    // Numbers start at 1; a profile of a mouse model always has the same one.
     std::uint32_t NumberOf(const std::wstring& mouseModel, const std::wstring& profile) {
         const std::lock_guard lock(section);
         const std::pair named{mouseModel, profile};

@@ -18,7 +18,7 @@
 namespace kvn::service {
 namespace {
 
-// Where nobody has chosen anything, nothing flies.
+// Without a choice of the user, flying scroll is off.
 model::ProfileRecord NewProfile() {
     model::ProfileRecord record = model::NewProfileRecord();
     record.settings[model::SettingField::FlyingRevolutionCount] = model::kUnsetValue;
@@ -32,7 +32,7 @@ model::ProfileSet DefaultProfiles() {
     return {std::move(record)};
 }
 
-// A drive that does not answer just now says something else.
+// A drive that does not answer gives another error.
 bool IsMissing(const std::wstring& path) {
     if (GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES) return false;
     const DWORD error = GetLastError();

@@ -17,10 +17,10 @@ class ProfileStore {
 public:
     // No mouse: one default profile.
     ProfileStore();
-    // The mouse with these ids; nothing is read yet.
+    // The mouse with these ids; reads nothing yet.
     ProfileStore(std::uint32_t mouseVid, std::uint32_t mousePid);
 
-    // Reads registry and file. False if there is a file that could not be read, or that has no profile: the profiles
+    // Reads registry and file. False if there is a file that could not be read or has no profile; then the profiles
     // stay as they were. Without a file there is one default profile.
     bool Read();
 

@@ -8,7 +8,7 @@
 namespace kvn::service {
 namespace {
 
-constexpr DWORD kLongestPath = 32768;  // of any that Windows can open
+constexpr DWORD kLongestPath = 32768;  // of any path that Windows can open
 constexpr wchar_t kStoreAppFrame[] = L"ApplicationFrameWindow";
 constexpr wchar_t kStoreApp[] = L"Windows.UI.Core.CoreWindow";
 constexpr std::wstring_view kAnyPathPrefix = L"\\\\?\\";
@@ -25,7 +25,7 @@ std::wstring WithoutPrefix(const std::wstring& path) {
     return path.starts_with(kAnyPathPrefix) ? path.substr(kAnyPathPrefix.size()) : path;
 }
 
-// The path of an open file behind all links; empty when Windows does not say.
+// The path of an open file behind all links; empty if Windows does not report it.
 std::wstring FinalPath(HANDLE file) {
     std::wstring found(kLongestPath, L'\0');
     const DWORD length = GetFinalPathNameByHandleW(file, found.data(), kLongestPath, VOLUME_NAME_DOS);
@@ -49,7 +49,7 @@ std::wstring FileNameOf(const std::wstring& path) {
     return path.substr(path.find_last_of(kFolderMarks) + 1);
 }
 
-// A server that does not answer takes seconds to say so.
+// A server that is down takes seconds to fail.
 bool IsRemote(const std::wstring& path) {
     constexpr std::size_t kRootLength = 3;  // "C:\"
     return path.starts_with(kServerPrefix) || GetDriveTypeW(path.substr(0, kRootLength).c_str()) == DRIVE_REMOTE;

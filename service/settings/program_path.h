@@ -17,12 +17,12 @@ DWORD ProcessOfWindow(HWND window);
 // The path as Windows would write it: short names and links resolved, if the file can be found.
 std::wstring ResolvedPath(const std::wstring& path);
 
-bool IsSameText(const std::wstring& left, const std::wstring& right);  // without regard to case
+bool IsSameText(const std::wstring& left, const std::wstring& right);  // ignores case
 
-// Compares the entries of the user with the program in front. It looks each entry up once.
+// Compares the user's entries with the program in front. Looks each entry up once.
 class ProgramComparison {
 public:
-    // Sets the program in front; empty: none, which equals no entry.
+    // Sets the program in front. Empty: none, which matches no entry.
     void SetProgram(const std::wstring& path);
     // The files behind the entries may have changed.
     void Forget() { resolvedEntries.clear(); }

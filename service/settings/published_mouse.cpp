@@ -16,7 +16,7 @@ using model::WritePublished;
 constexpr std::array kPublishedValues{RegistryValue::HasTilt,   RegistryValue::ButtonCount, RegistryValue::MouseImage,
                                       RegistryValue::MouseFlag, RegistryValue::Vid,         RegistryValue::Pid};
 
-// No longer than the page reads it.
+// Cut to the length that the page reads.
 std::wstring Readable(const std::wstring& image) {
     return image.substr(0, model::kMaxMouseImageLength);
 }

@@ -1,5 +1,5 @@
-// The times at which registry and profile file are read again: shortly after the last of several changes, and not too
-// long after the first.
+// Decides when registry and profile file are read again: shortly after the last of several changes, but not too long
+// after the first.
 #pragma once
 
 #include <algorithm>
@@ -15,8 +15,8 @@ class ReadingSchedule {
 public:
     static constexpr std::uint64_t kAfterLastChange = 100;
     static constexpr std::uint64_t kAfterFirstChange = 3000;
-    // A file that could not be read may be in use: reading is tried again this number of times, after increasing
-    // delays, and then not until something changes.
+    // A file that could not be read may be in use: the reading is repeated after each of these delays, and then not
+    // until something changes.
     static constexpr std::array<std::uint64_t, 5> kRetries{1000, 2000, 4000, 8000, 16000};
 
     void NoteChange(std::uint64_t now) {

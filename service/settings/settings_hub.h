@@ -24,13 +24,13 @@ public:
 
     // Both are borrowed and must outlive the hub.
     SettingsHub(MouseActivity& mouseActivity, ProfileNumbers& profileNames, Outlets chosenOutlets);
-    ~SettingsHub();  // does not wait longer than a second for a thread that waits for a drive
+    ~SettingsHub();  // waits at most a second for a thread that is waiting for a drive
     SettingsHub(const SettingsHub&) = delete;
     SettingsHub& operator=(const SettingsHub&) = delete;
 
     bool Start();
 
-    // From any other thread; none of them waits for the work.
+    // From any other thread; none of these waits for the work.
     void UseMouse(const model::DeviceRecord& mouse);
     bool HasTakenMouse() const;  // the profile in force is that of the mouse named last
     void Reread();               // the page reports that the settings have changed

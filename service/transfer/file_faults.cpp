@@ -39,7 +39,7 @@ bool IsTooLarge(const std::wstring& path) {
     return data.nFileSizeHigh != 0 || data.nFileSizeLow > model::kMaxXmlBytes;
 }
 
-// On one line, and not endless: it may come from anywhere.
+// Puts the text on one line and limits its length, since it may come from anywhere.
 std::wstring Shown(std::wstring text) {
     text.resize(std::min(text.size(), kMaxShownLength));
     return OnOneLine(std::move(text));

@@ -10,7 +10,7 @@ namespace kvn::service {
 
 // The reason why nothing can be written to the path; never empty.
 Answer WhyNotWritable(const std::wstring& path);
-// Checks for obstacles that can be seen beforehand.
+// Checks only for problems that can be seen beforehand.
 bool IsWritable(const std::wstring& path);
 
 Answer WhyNotReadable(const std::wstring& path);

@@ -35,7 +35,7 @@ bool ModelValues::Keep(HKEY key, const wchar_t* name) {
     const LSTATUS asked = RegQueryValueExW(key, name, nullptr, nullptr, nullptr, &size);
     if (asked != ERROR_SUCCESS) return IsGone(asked);
     value.wasThere = true;
-    value.bytes.resize(std::size_t{size} + 1);  // never without a buffer, which would ask for the size
+    value.bytes.resize(std::size_t{size} + 1);  // never empty: without a buffer only the size is queried
     if (RegQueryValueExW(key, name, nullptr, &value.type, value.bytes.data(), &size) != ERROR_SUCCESS) return false;
     value.bytes.resize(size);
     return true;

@@ -1,4 +1,4 @@
-// Keeps the values of a mouse model in the registry while others replace them.
+// Saves the registry values of a mouse model, so that they can be restored after an import that fails.
 #pragma once
 
 #include <windows.h>
@@ -19,7 +19,7 @@ public:
     // Whether all of them were read, so that they can be restored.
     bool IsComplete() const { return isComplete; }
 
-    // Where a value is missing, that of the profile file counts. False when one could not be removed.
+    // Removes them, so that the values of the profile file count. False if one could not be removed.
     [[nodiscard]] bool Remove() const;
     // Restores them; false if one could not be restored.
     [[nodiscard]] bool Restore() const;
@@ -37,7 +37,7 @@ private:
 
     std::wstring path;
     bool isComplete = true;
-    bool wasThere = true;  // the key
+    bool wasThere = true;  // whether the key existed
     std::vector<Value> values;
 };
 

@@ -6,7 +6,7 @@
 namespace kvn::service {
 namespace {
 
-// Waits half a second for a service that publishes just now.
+// Waits up to half a second for a service that is just publishing.
 bool Read(model::RegistryValue value, std::uint32_t& number) {
     return !model::ReadCurrentDeviceValue(value, &number, sizeof number);
 }

@@ -14,7 +14,7 @@ struct MouseModel {
     friend bool operator==(const MouseModel&, const MouseModel&) = default;
 };
 
-// The model that is published in the registry, which the page would show; nothing if none ever was.
+// The model that is published in the registry, which the page would show; nothing if there never was one.
 std::optional<MouseModel> PublishedModel();
 
 std::wstring ProfileFilePath(const MouseModel& model);

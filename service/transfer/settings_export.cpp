@@ -23,7 +23,7 @@ model::ProfileSet ExportableOf(model::ProfileSet profiles, const MouseModel& mod
 }
 
 Answer Export(const model::ProfileSet& profiles, const std::wstring& file) {
-    // What nobody can import is no backup.
+    // A file that cannot be imported is no backup.
     if (const auto problem = model::WhyNotImportable(profiles)) return FaultOf(*problem, file);
     if (!IsWritable(file) || !model::ExportProfileFile(file, profiles)) return WhyNotWritable(file);
     return {kDone, Text(IDS_BALLOON_EXPORTED, file) + L'\n'};

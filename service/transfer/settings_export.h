@@ -7,8 +7,8 @@
 
 namespace kvn::service {
 
-// Writes the settings of the published mouse to this full path: the new file is complete, or the old one stays. Needs
-// no running service.
+// Writes the settings of the published mouse to this full path. Either the new file is complete or the old one stays.
+// Needs no running service.
 Answer ExportSettings(const std::wstring& file);
 
 // The proposed name of the file, without a path.

@@ -27,7 +27,7 @@ namespace {
 
 using Result = SettingsReplacement::Result;
 
-// One import at a time in a session: another one's registry values would not fit to this one's file.
+// One import at a time in a session: the registry values of one would not match the file of the other.
 class ImportTurn {
 public:
     ImportTurn() : mutex(CreateMutexW(nullptr, FALSE, L"Local\\KvnMouseAplImport")) {
@@ -52,7 +52,8 @@ std::wstring NameOf(const MouseModel& model) {
     return model::MouseIdsText(model.vid, model.pid);
 }
 
-// A file from anywhere and a profile file are read alike: the former is in ASCII, which every code page has.
+// An exported file and a profile file are read alike, since an exported one is in ASCII, which every code page
+// includes.
 std::variant<model::ProfileSet, model::ImportProblem> Parse(std::string bytes) {
     const model::LocaleCodec codec = model::LocaleCodec::OfHostProgram();
     const std::wstring arbitraryKey = platform::LoadText(platform::ThisModule(), IDS_FUNCTION_ARBITRARY_KEY);
@@ -73,7 +74,7 @@ Answer Import(model::ProfileSet profiles, const MouseModel& attached, const Othe
     if (modelOfFile != attached && !isOtherModelWanted(NameOf(modelOfFile), NameOf(attached))) {
         return {kOtherModel, Text(IDS_FAULT_OTHER_MODEL, NameOf(modelOfFile), NameOf(attached)) + L'\n'};
     }
-    // A page that is open would write its own settings over the new ones.
+    // An open page would overwrite the new settings with its own.
     if (IsPageOpen()) return Fault(IDS_FAULT_PAGE_OPEN);
     return Replace(attached, std::move(profiles));
 }

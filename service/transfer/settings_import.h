@@ -1,4 +1,4 @@
-// Replaces a mouse model's settings by those of a file.
+// Replaces a mouse model's settings with those of a file.
 #pragma once
 
 #include <functional>
@@ -8,7 +8,7 @@
 
 namespace kvn::service {
 
-// Asks whether to import a file of another model. Called once at most.
+// Asks whether to import a file of another model. Called at most once.
 using OtherModelQuestion = std::function<bool(const std::wstring& modelOfFile, const std::wstring& attachedModel)>;
 
 // Imports the settings of the file at this full path for the published mouse: all of them, or nothing changes. The exit

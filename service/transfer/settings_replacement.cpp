@@ -18,7 +18,7 @@ namespace {
 
 constexpr int kMaxKeptFiles = 100'000;
 
-// A copy that a power failure leaves as it is.
+// Makes a copy that survives a power failure.
 bool CopyFlushed(const std::wstring& from, const std::wstring& to) {
     SetFileAttributesW(to.c_str(), FILE_ATTRIBUTE_NORMAL);
     if (!model::TryWhileShared([&] { return CopyFileW(from.c_str(), to.c_str(), FALSE) != FALSE; })) return false;
@@ -70,7 +70,7 @@ bool SettingsReplacement::KeepFile() {
     return false;
 }
 
-// Under its own name it is complete. What a killed program has left of it is written over the next time.
+// The copy gets its final name when it is complete. The next import overwrites what a killed program has left of it.
 bool SettingsReplacement::KeepFileAs(const std::wstring& kept) {
     const std::wstring unfinished = model::UnfinishedPath(kept);
     if (CopyFlushed(path, unfinished) && Move(unfinished, kept, 0)) {
@@ -81,7 +81,7 @@ bool SettingsReplacement::KeepFileAs(const std::wstring& kept) {
     return false;
 }
 
-// The file first: until the registry's values are back, it counts.
+// Restores the file first, because it counts until the registry's values are back.
 bool SettingsReplacement::Undo(const ModelValues& values, bool isFileReplaced) {
     const bool isFileBack = UndoFile(isFileReplaced);
     const bool areValuesBack = values.Restore();

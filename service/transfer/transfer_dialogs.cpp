@@ -22,7 +22,7 @@ namespace kvn::service {
 struct TransferDialogs::State {
     explicit State(Outlets chosenOutlets) : outlets(std::move(chosenOutlets)) {}
 
-    // Nothing once the owner has closed.
+    // Does nothing once the owner has closed.
     template <typename Report>
     void Notify(const Report& report) {
         const std::lock_guard lock(section);
@@ -42,12 +42,12 @@ constexpr wchar_t kExtension[] = L"xml";
 
 using FileDialog = BOOL WINAPI(OPENFILENAMEW*);
 
-// Pairs of a text and a pattern, each ended by a zero.
+// Pairs of a text and a pattern, each with a final zero.
 std::wstring Filter() {
     return Text(IDS_FILE_TYPE_SETTINGS) + L'\0' + L"*.xml" + L'\0' + Text(IDS_FILE_TYPE_ALL) + L'\0' + L"*.*" + L'\0';
 }
 
-// The full path that the user has chosen; nothing when there is none.
+// The full path that the user has chosen; nothing if the user chose none.
 std::optional<std::wstring> ChooseFile(const char* dialog, const std::wstring& suggestion, DWORD flags) {
     auto* const choose = platform::SystemFunction<FileDialog>(kDialogLibrary, dialog);
     if (choose == nullptr) return std::nullopt;

@@ -1,4 +1,5 @@
-// "Export..." and "Import..." of the menu: a dialog for the file, then the work, on a thread that no other waits for.
+// "Export..." and "Import..." of the menu: a dialog for the file, then the work, on a thread that no other thread waits
+// for.
 #pragma once
 
 #include <functional>
@@ -22,11 +23,11 @@ public:
     TransferDialogs& operator=(const TransferDialogs&) = delete;
     ~TransferDialogs();
 
-    // One dialog at a time: the one that is open comes to the front.
+    // One dialog at a time: if one is open, it comes to the front instead.
     void OpenExport();
     void OpenImport();
 
-    // From now on, makes no more calls; an open dialog ends with the program.
+    // Makes no more calls from now on; an open dialog ends with the program.
     void Close();
 
 private:

@@ -22,15 +22,15 @@ void TrailWindow::Begin(POINT place) {
     SetWindowPos(window.Get(), HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | SWP_SHOWWINDOW);
 }
 
-// Draws all of it again, so that each step mends what may have been lost.
+// Draws the whole path again, so that each step repairs what may have been lost.
 void TrailWindow::MoveTo(POINT place) {
     if (!window || !trail.ExtendTo(InWindow(place))) return;
     const platform::WindowDeviceContext context(window.Get());
     if (context) trail.Draw(context.Get());
 }
 
-// Some systems hand a click to the window first, though it takes none. A click on its way to a destroyed window would
-// be lost, so the window is hidden now and destroyed a moment later.
+// Some systems send a click to this window first, though it takes none. A click to a destroyed window would be lost, so
+// the window is hidden now and destroyed a moment later.
 void TrailWindow::End() {
     const HWND leaving = window.Release();
     if (leaving == nullptr) return;
@@ -67,7 +67,7 @@ LRESULT CALLBACK TrailWindow::Procedure(HWND handle, UINT message, WPARAM wParam
     }
     if (message == WM_NCHITTEST) return HTTRANSPARENT;
     if (message == WM_MOUSEACTIVATE) return MA_NOACTIVATE;
-    if (message == WM_CLOSE || message == WM_SYSCOMMAND) return 0;  // only its owner ends it
+    if (message == WM_CLOSE || message == WM_SYSCOMMAND) return 0;  // only its owner closes it
     return DefWindowProcW(handle, message, wParam, lParam);
 }
 

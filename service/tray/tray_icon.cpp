@@ -23,7 +23,7 @@ HICON LoadSmallIcon(UINT id) {
     return loaded;
 }
 
-// Cut to what fits, with its final zero.
+// Copies as much as fits, with a final zero.
 template <std::size_t kSize>
 void Copy(const std::wstring& text, wchar_t (&field)[kSize]) {
     const std::wstring cut = platform::CutText(text, static_cast<int>(kSize) - 1);
@@ -76,7 +76,7 @@ void TrayIcon::Add() {
 void TrayIcon::Refresh() {
     if (window == nullptr) return;
     NOTIFYICONDATAW data = Data(NIF_ICON | NIF_TIP);
-    // A taskbar that was busy at the start has no icon to change.
+    // If the taskbar was busy at the start, there is no icon to change yet.
     if (!Shell_NotifyIconW(NIM_MODIFY, &data)) Add();
 }
 
@@ -110,8 +110,8 @@ std::optional<LRESULT> TrayIcon::OnMessage(const Message& message) {
     return 0;
 }
 
-// For a click with the right button Windows sends both, one right after the other; an old one the first only. For the
-// keyboard it sends the second alone.
+// For a right click Windows sends WM_RBUTTONUP and then WM_CONTEXTMENU; an old Windows sends only the first. For the
+// keyboard it sends only WM_CONTEXTMENU.
 void TrayIcon::OnIconEvent(UINT event) {
     const bool wasRightClick = std::exchange(isRightClick, event == WM_RBUTTONUP);
     if (event == WM_RBUTTONUP || (event == WM_CONTEXTMENU && !wasRightClick)) OpenMenu();

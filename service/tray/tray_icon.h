@@ -35,7 +35,7 @@ public:
     void Refresh();
     void Remove();
 
-    // In a balloon; `kind` is NIIF_INFO, NIIF_WARNING or NIIF_ERROR.
+    // `kind` is NIIF_INFO, NIIF_WARNING or NIIF_ERROR.
     void ShowBalloon(const std::wstring& text, DWORD kind);
 
     std::optional<LRESULT> OnMessage(const Message& message) override;

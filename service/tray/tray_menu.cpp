@@ -62,7 +62,7 @@ UniqueMenu MakeMenu(const TrayState& state) {
     UniqueMenu menu(CreatePopupMenu());
     AppendRow(menu.Get(), {TrayCommand::Settings, IDS_MENU_SETTINGS});
     UniqueMenu profiles = ProfileMenu(state);
-    // The menu owns it from now on.
+    // The menu owns the submenu now.
     Append(menu.Get(), MF_POPUP, reinterpret_cast<UINT_PTR>(profiles.Release()), Text(IDS_MENU_PROFILE));
     for (const MenuRow& row : kRowsBelowProfiles) AppendRow(menu.Get(), row);
     SetMenuDefaultItem(menu.Get(), IdOf(TrayCommand::Settings), FALSE);
@@ -73,7 +73,7 @@ UniqueMenu MakeMenu(const TrayState& state) {
 UINT Track(HWND window, HMENU menu) {
     POINT cursor{};
     GetCursorPos(&cursor);
-    // Only a menu of the window in front goes away when something else is clicked.
+    // A menu closes when the user clicks elsewhere only if its window is in front.
     SetForegroundWindow(window);
     const int chosen = TrackPopupMenu(menu, TPM_RETURNCMD | TPM_RIGHTBUTTON, cursor.x, cursor.y, 0, window, nullptr);
     PostMessageW(window, WM_NULL, 0, 0);

@@ -11,7 +11,7 @@
 
 namespace kvn::service {
 
-// The state that icon and menu show.
+// The state shown by the icon and its menu.
 struct TrayState {
     std::wstring mouse;    // empty: none
     std::wstring profile;  // the one in force
@@ -25,10 +25,10 @@ enum class TrayCommand : std::uint8_t { Settings = 1, Automatic, Pause, Try, Exp
 // A command, or the profile with this name.
 using TrayChoice = std::variant<TrayCommand, std::wstring>;
 
-// Shows the menu at the cursor. The chosen item; nothing if the user chose none.
+// Shows the menu at the cursor. Returns the chosen item; nothing if the user chose none.
 std::optional<TrayChoice> ShowTrayMenu(HWND window, const TrayState& state);
 
-// A name for a menu, where an ampersand does not mark a letter to press.
+// The name for a menu, with ampersands that do not mark an access key.
 std::wstring MenuText(const std::wstring& name);
 
 }  // namespace kvn::service

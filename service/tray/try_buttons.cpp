@@ -58,10 +58,10 @@ bool TryButtons::IsOpen() const {
     return thread && WaitForSingleObject(thread.Get(), 0) == WAIT_TIMEOUT;
 }
 
-// A window that is closing just now takes no messages any more: its thread ends at once.
+// A window that is just closing takes no more messages, but its thread ends soon.
 bool TryButtons::Open() {
     if (IsOpen() && PostMessageW(state->window, kComeToFrontMessage, 0, 0)) return true;
-    // One thread at a time takes presses from the feed.
+    // Only one thread at a time may take presses from the feed.
     if (thread && WaitForSingleObject(thread.Get(), kLongestFarewell) != WAIT_OBJECT_0) return false;
     state = std::make_shared<State>(presses, outlets);
     thread = platform::StartThread(state, Run, THREAD_PRIORITY_NORMAL);

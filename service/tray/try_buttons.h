@@ -1,5 +1,5 @@
-// "Try the buttons": the window has a separate thread, so that the service does not wait for its menus and frames, nor
-// the window for the service's. Both end when the window is closed.
+// "Try the buttons": the window has its own thread, so that neither waits for the other's menus and frames. The thread
+// ends with the window.
 #pragma once
 
 #include <windows.h>

@@ -7,14 +7,14 @@
 
 namespace kvn::service {
 
-// "Button 4", as the page labels it.
+// For example "Button 4", as on the page.
 std::wstring ControlText(model::ButtonSlot control);
 
-// The effect of the press: the function with the name that the page gives it, arbitrary keys with their names; at the
-// end of a stroke, the gesture too.
+// The effect of the press: the name of the function as on the page, or the names of arbitrary keys; at the end of a
+// stroke, the gesture too.
 std::wstring EffectText(const SeenPress& press);
 
-// "notepad.exe"
+// For example "notepad.exe".
 std::wstring ProgramText(const std::wstring& path);
 
 }  // namespace kvn::service

@@ -24,7 +24,7 @@ constexpr int kMargin = 11, kGap = 7, kLineHeight = 16;
 constexpr SIZE kButtonSize{88, 26};
 
 constexpr DWORD kStyles = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN;
-// Above the programs that people try the buttons in.
+// Stays above the programs in which people try the buttons.
 constexpr DWORD kExtendedStyles = WS_EX_TOPMOST | WS_EX_CONTROLPARENT;
 constexpr DWORD kListStyles = LVS_REPORT | LVS_SINGLESEL | LVS_SHOWSELALWAYS | LVS_NOSORTHEADER | WS_TABSTOP;
 
@@ -88,7 +88,7 @@ bool TryWindow::Create() {
     return true;
 }
 
-// In the order of the Tab key; a label stands directly before its control, so that screen readers pair them.
+// In tab order; a label comes directly before its control, so that screen readers pair them.
 bool TryWindow::MakeControls() {
     const HWND explanation = MakeControl(WC_STATICW, IDS_TRY_EXPLANATION, SS_LEFT | SS_NOPREFIX, kTryExplanation);
     const HWND label = MakeControl(WC_STATICW, IDS_TRY_PRESSES, SS_LEFT, kTryLabel);
@@ -118,7 +118,7 @@ void TryWindow::UseDpi(UINT chosenDpi) {
     LayOut();
 }
 
-// From above: the explanation, the label, the list, and the button on the right below it.
+// From the top: the explanation, the label, the list, and the button at the lower right.
 void TryWindow::LayOut() const {
     RECT area{};
     GetClientRect(window.Get(), &area);
@@ -148,7 +148,7 @@ int TryWindow::HeightOfExplanation(int width) const {
     return DrawTextW(context.Get(), text.c_str(), -1, &area, DT_CALCRECT | DT_WORDBREAK | DT_NOPREFIX);
 }
 
-// A scroll bar finds room beside them.
+// Leaves room for a scroll bar.
 void TryWindow::SizeColumns(int width) const {
     const int room = std::max(width - GetSystemMetrics(SM_CXVSCROLL) - Pixels(kGap), 0);
     WPARAM index = 0;
@@ -211,7 +211,7 @@ void TryWindow::OnDpiChanged(UINT changedDpi, const RECT& place) {
                  SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-// The control that had the keyboard has it again when the window comes back.
+// When the window comes back, the same control gets the keyboard focus again.
 void TryWindow::OnActivation(bool isActive) {
     if (isActive) {
         SetFocus(lastFocus);
@@ -220,8 +220,8 @@ void TryWindow::OnActivation(bool isActive) {
     }
 }
 
-// Esc and the button send IDCANCEL. Enter sends IDOK, and is the button's only where that has the keyboard: a mouse
-// button may type it.
+// Esc and the button send IDCANCEL. Enter sends IDOK, which closes the window only if the button has the focus: a mouse
+// button under test may type Enter.
 void TryWindow::OnCommand(UINT command) {
     const bool isEnterOnButton = command == IDOK && GetFocus() == Control(IDCANCEL);
     if (command == IDCANCEL || isEnterOnButton) DestroyWindow(window.Get());

@@ -1,4 +1,4 @@
-// The window of "Try the buttons": a list of the presses, the newest below.
+// The window of "Try the buttons": a list of the presses, the newest at the bottom.
 #pragma once
 
 #include <windows.h>
@@ -16,7 +16,7 @@ namespace kvn::service {
 inline constexpr wchar_t kTryWindowClass[] = L"KvnMouseAplTry";
 // Post it to bring the window to the front.
 inline constexpr UINT kComeToFrontMessage = WM_APP + 1;
-// Its controls, by number.
+// The ids of its controls.
 inline constexpr int kTryExplanation = 1001, kTryLabel = 1002, kTryList = 1003;
 // The largest number of rows.
 inline constexpr int kMostPressesShown = 100;
@@ -34,13 +34,13 @@ public:
     TryWindow& operator=(const TryWindow&) = delete;
     ~TryWindow() { window.Reset(); }
 
-    // It stays hidden until it comes to the front.
+    // Creates it hidden; it is shown when it comes to the front.
     bool Create();
     HWND Handle() const { return window.Get(); }
     bool IsOpen() const { return static_cast<bool>(window); }
 
     void ComeToFront() const;
-    // Whether the message was a key of the window (Tab, Esc, an underlined letter) and is handled.
+    // Handles the message if it is a key of the window (Tab, Esc, an underlined letter). True if it was.
     bool TakesKey(MSG& message) const { return IsDialogMessageW(window.Get(), &message) != FALSE; }
     void Add(const ShownPress& press) const;
 

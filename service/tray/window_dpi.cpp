@@ -6,7 +6,7 @@
 namespace kvn::service {
 namespace {
 
-// Windows has these since version 10.
+// Windows has had these since version 10.
 using GetWindowDpi = UINT WINAPI(HWND);
 using GetParametersForDpi = BOOL WINAPI(UINT, UINT, void*, UINT, UINT);
 

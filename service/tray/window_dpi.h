@@ -8,8 +8,8 @@
 namespace kvn::service {
 
 inline constexpr UINT kPlainDpi = 96;
-// Sent since Windows 8.1 when a window comes to a monitor of another resolution: wParam holds it in both words, lParam
-// points to the place for the window.
+// Sent since Windows 8.1 when a window moves to a monitor of another resolution. Both words of wParam hold the
+// resolution; lParam points to the proposed position.
 inline constexpr UINT kDpiChangedMessage = 0x02E0;
 
 using UniqueFont = platform::Owned<HFONT, &DeleteObject>;

@@ -14,7 +14,7 @@ MAX_BYTES = 350 * 1024
 
 EXPORTS = {"CPlApplet", "DllCanUnloadNow", "DllGetClassObject", "DllRegisterServer", "DllUnregisterServer"}
 
-# Windows' own libraries. One more here is a decision, not an accident.
+# Libraries of Windows. Add one only on purpose.
 IMPORTS = {"advapi32.dll", "comctl32.dll", "gdi32.dll", "gdiplus.dll", "kernel32.dll", "msvcrt.dll", "ole32.dll",
            "psapi.dll", "shell32.dll", "shlwapi.dll", "user32.dll"}
 

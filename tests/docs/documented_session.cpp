@@ -38,7 +38,7 @@ bool TellsOfRecord(const std::string& line) {
     return line.find(kRecordLine) != std::string::npos;
 }
 
-// The bytes that a line of the log names.
+// The bytes in a line of the log.
 std::string BytesOfRecord(const std::string& line) {
     std::string bytes;
     for (std::size_t place = line.find(':') + 1; place < line.size(); place += 3) {

@@ -1,4 +1,4 @@
-// One session of the page and the stand-in service, and what it leaves behind as the documents show it.
+// One session of the page and the service's double, and its results as the documents show them.
 #pragma once
 
 #include <map>
@@ -14,10 +14,10 @@ using Examples = std::map<std::string, std::string>;
 
 class DocumentedSessionTest : public end_to_end::GestureStory {
 protected:
-    // A mouse that the page has never seen.
+    // Begins with a mouse that the page has never seen.
     void SetUp() override { EndToEndTest::SetUp(); }
 
-    // From the page's opening to its OK; the service has ended afterwards.
+    // Runs from opening the page to its OK; then the service has ended.
     void RunSession();
     Examples ExamplesOfSession() const;
 
@@ -27,7 +27,7 @@ private:
     void AddGestures(const end_to_end::Sheet& sheet);
     static void TieNotepad(const end_to_end::Sheet& sheet);
 
-    // Lines of the service's log without their times. Of equal ones in a row there is one.
+    // Lines of the service's log without their times. Equal lines in a row count once.
     std::vector<std::string> LogLines() const;
 };
 

@@ -20,7 +20,8 @@ std::string WithoutBlanks(const std::string& text) {
     return begin == std::string::npos ? std::string() : text.substr(begin, text.find_last_not_of(' ') + 1 - begin);
 }
 
-// Of a cell that is code from end to end; a text that holds a code mark itself stands between two of them and blanks.
+// Removes the code marks of a cell that is all code. A text that contains a code mark is between double marks and
+// blanks.
 std::string WithoutCodeMarks(const std::string& cell) {
     const std::size_t marks = std::min(cell.find_first_not_of('`'), cell.size());
     const bool isCode = marks > 0 && cell.find(cell.substr(0, marks), marks) + marks == cell.size();

@@ -8,9 +8,9 @@
 
 namespace kvn::docs {
 
-// A file by its path from the tree's root. Throws std::runtime_error when there is none.
+// A file by its path from the tree's root. Throws std::runtime_error if there is none.
 std::string ReadFile(const std::string& path);
-// A document in which a sentence stands in one line.
+// A document with its line breaks replaced by blanks.
 std::string ReadProse(const std::string& path);
 // All sources of a folder, one after another.
 std::string ReadSources(const std::string& folder);
@@ -31,18 +31,18 @@ struct Table {
 std::vector<Table> TablesOf(const std::string& document);
 // The tables that begin with this column.
 std::vector<Table> TablesWith(const std::string& document, const std::string& firstColumn);
-// One of them; throws std::out_of_range when there are fewer.
+// One of them; throws std::out_of_range if there are fewer.
 Table TableWith(const std::string& document, const std::string& firstColumn, std::size_t index = 0);
 
 // A text of resources/strings.rc by its name, such as IDS_CAPTION.
 struct StringRow {
     std::string name;
     std::string english;
-    std::string japanese;  // the English one when it is the same in every language
+    std::string japanese;  // the English one if it is the same in every language
 };
 
 std::vector<StringRow> StringTable();
-// In English. Throws std::runtime_error when there is no such text.
+// In English. Throws std::runtime_error if there is no such text.
 std::string TextOf(const std::string& name);
 
 }  // namespace kvn::docs

@@ -1,4 +1,4 @@
-// The folder of the documents' examples, and whether they are to be made again.
+// The folder of the documents' examples, and whether to make them again.
 #pragma once
 
 #include <string>
@@ -7,7 +7,7 @@ namespace kvn::docs {
 
 inline constexpr char kWriteOption[] = "--write";
 
-// With its final separator, as a program under Wine knows it.
+// With its final separator, as a path for programs under Wine.
 inline std::string ExamplesFolder() {
     return std::string("Z:") + KVN_EXAMPLES_FOLDER;
 }

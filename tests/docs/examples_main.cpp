@@ -1,4 +1,4 @@
-// The tests of the documents' examples; started as "docs_examples_tests --write" the program makes the examples again.
+// The tests of the documents' examples. Started as "docs_examples_tests --write", the program makes the examples again.
 #include <gtest/gtest.h>
 
 #include <algorithm>

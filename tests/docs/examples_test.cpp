@@ -1,4 +1,4 @@
-// What the documents show as examples is what the program makes.
+// The documents' examples are what the program makes.
 #include <gtest/gtest.h>
 
 #include <algorithm>

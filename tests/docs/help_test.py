@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""The help page: well formed, complete in both languages, and without a link or a picture that leads nowhere.
+"""The help page: well-formed, complete in both languages, and without a broken link or picture.
 
 Usage: help_test.py ROOT
 """
@@ -29,7 +29,7 @@ def strings(file: str) -> dict[str, dict[str, str]]:
 
 
 def is_message(name: str, text: str) -> bool:
-    """A sentence, perhaps with a file's name behind it."""
+    """A sentence, perhaps followed by a file's name."""
     return name not in NO_MESSAGES and bool(re.search(r"[.?]( File: %1)?$", text) or text.endswith(": %1"))
 
 
@@ -106,7 +106,7 @@ class Help(unittest.TestCase):
         self.assertGreater(len(links), 50)
         for link in links:
             with self.subTest(link=link):
-                self.assertTrue(link.startswith("#"), "the page needs nothing but itself")
+                self.assertTrue(link.startswith("#"), "the page must not need other pages")
                 self.assertIn(link[1:], places)
 
     def test_links_stay_in_their_language(self):

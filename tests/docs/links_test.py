@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Every relative link and picture of the tree's Markdown files leads to something that exists.
+"""Every relative link and picture in the tree's Markdown files has a target.
 
 Usage: links_test.py ROOT
 """
@@ -24,7 +24,7 @@ def prose(document: str) -> str:
 
 
 def anchors(document: str) -> set[str]:
-    """The names that a heading of the document can be linked by."""
+    """The names by which the document's headings can be linked."""
     headings = re.findall(r"^#+ +(.+)$", FENCED.sub("", document), re.MULTILINE)
     return {re.sub(r"[^\w\- ]", "", heading.lower()).replace(" ", "-") for heading in headings}
 

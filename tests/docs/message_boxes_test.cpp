@@ -1,4 +1,4 @@
-// docs/support.md explains every message box, and quotes it as it is.
+// docs/support.md explains every message box, and quotes it exactly.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -12,13 +12,13 @@ namespace {
 
 constexpr char kDocument[] = "docs/support.md";
 
-// What the box shows in the place of the number.
+// The text with the number that the box shows.
 std::string Shown(std::string text) {
     const std::size_t place = text.find("%d");
     return place == std::string::npos ? text : text.replace(place, 2, "100");
 }
 
-// The texts that the code hands to a message box by their names.
+// The names of the texts that the code passes to a message box.
 std::set<std::string> NamesInCalls() {
     static const std::regex call("\\b(?:Warn|Show)\\(([^;]*)\\)");
     static const std::regex name("IDS_\\w+");
@@ -35,7 +35,7 @@ std::set<std::string> NamesInCalls() {
     return names;
 }
 
-// A text with which other texts are put together before it is shown is a sentence all the same, and no other text is.
+// A text that is combined with others before it is shown is a sentence too, and no other text is.
 bool IsSentence(const std::string& text) {
     return text.ends_with('.') || text.ends_with('?');
 }

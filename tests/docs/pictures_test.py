@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""The pictures of the documents are there, are made by scripts, and show every dialog.
+"""The documents' pictures exist, are made by scripts, and show every dialog.
 
 Usage: pictures_test.py ROOT
 """

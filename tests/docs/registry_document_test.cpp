@@ -1,4 +1,4 @@
-// docs/registry.md, docs/function-codes.md and docs/key-names.md say what the code does.
+// docs/registry.md, docs/function-codes.md and docs/key-names.md agree with the code.
 #include <gtest/gtest.h>
 
 #include <array>
@@ -58,7 +58,7 @@ std::string Prose() {
     return ReadProse("docs/registry.md");
 }
 
-// What the service publishes, what the page writes, and the reserved names.
+// The published values, those that the page writes, and the reserved names.
 enum TableIndex { kPublished, kWritten, kReserved };
 
 Table TableOfValues(TableIndex index) {
@@ -70,7 +70,7 @@ std::string RangeOf(model::SettingField field) {
     return std::to_string(row.minimum) + " to " + std::to_string(row.maximum);
 }
 
-// What an apply writes when everything differs.
+// The values that an apply writes if all of them differ.
 std::vector<RegistryValue> OrderOfApply() {
     const model::ProfileSettings before = model::DefaultProfileRecord().settings;
     model::ProfileSettings after = before;
@@ -91,7 +91,7 @@ TEST(RegistryDocumentTest, NamesTheRangesOfTheNumbers) {
     using enum model::SettingField;
     const auto ranges = TableOfValues(kWritten).Columns("value", "range");
     const std::map<std::string, std::string> rangeOfValue(ranges.begin(), ranges.end());
-    // The flying scroll's sliders are narrower than what is stored: for them the document gives the sliders' ranges.
+    // The sliders of flying scroll allow less than storage does. For them the document gives the sliders' ranges.
     for (const auto field : {Left, Right, Center, Button4, Button5, HorizontalScrollSpeed, TiltLeft, TiltRight}) {
         const std::string name = NameOf(RowOf(field).registryValue);
         EXPECT_EQ(rangeOfValue.at(name), RangeOf(field)) << name;
@@ -154,7 +154,7 @@ TEST(RegistryDocumentTest, NamesTheKeys) {
     EXPECT_NE(Prose().find('`' + Narrow(model::kDefaultCenterValue) + '`'), std::string::npos);
 }
 
-TEST(RegistryDocumentTest, TellsHowAListIsStored) {
+TEST(RegistryDocumentTest, ExplainsHowAListIsStored) {
     EXPECT_EQ(model::GesturesToMultiString({}).size() * 2, 2U);
     EXPECT_NE(Prose().find("empty list is that one null: 2 bytes"), std::string::npos);
 }

@@ -43,7 +43,7 @@ std::string NameOfType(DWORD type) {
     throw StoryError("a value of type " + std::to_string(type));
 }
 
-// Nothing when the key has no such value.
+// Nothing if the key has no such value.
 std::optional<std::string> DumpValue(HKEY key, const wchar_t* name) {
     std::string bytes(kLongestValue, '\0');
     DWORD type = REG_NONE;

@@ -1,4 +1,4 @@
-// docs/service.md says what the service's code does.
+// docs/service.md agrees with the service's code.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -47,7 +47,7 @@ std::vector<std::string> SplitAt(const std::string& text, const std::string& sep
     return parts;
 }
 
-// What the program's help lists, one for each form of a value: "--profile NAME", "--profile auto".
+// The options in the program's help, one for each form of a value: "--profile NAME", "--profile auto".
 std::vector<std::string> OptionsOfCode() {
     std::vector<std::string> options;
     for (const service::OptionHelp& option : service::ListedOptions()) {
@@ -104,7 +104,7 @@ TEST(ServiceDocumentTest, NamesTheControlsAsTheLogDoes) {
     EXPECT_NE(ReadProse("docs/service.md").find('(' + list + ')'), std::string::npos) << list;
 }
 
-// The English texts of service/resources/service_strings.rc whose names begin so.
+// The English texts of service/resources/service_strings.rc whose names begin with the prefix.
 std::vector<std::string> ServiceTexts(const std::string& prefix) {
     return AllOf(ReadFile("service/resources/service_strings.rc"),
                  std::regex(prefix + "\\w+\\s+UI_TEXT\\(\\s*\"([^\"]*)\""));
@@ -147,7 +147,7 @@ TEST(ServiceDocumentTest, QuotesTheMenuAndTheEventLog) {
     }
 }
 
-// By the names that docs/function-codes.md gives them, as the page does.
+// The codes by the names in docs/function-codes.md, which are the page's.
 std::map<std::string, int> CodesOfNames() {
     std::map<std::string, int> codes;
     for (const Row& row : TableWith(ReadFile("docs/function-codes.md"), "code").rows) codes[row[1]] = std::stoi(row[0]);
@@ -169,7 +169,7 @@ TEST(ServiceDocumentTest, SaysOfEveryFunctionWhenItActs) {
     for (const Row& row : TableWith(Document(), "functions").rows) {
         for (const std::string& name : SplitAt(row[0], ", ")) {
             const auto found = undocumented.find(name);
-            ASSERT_NE(found, undocumented.end()) << name << " is no function, or stands twice";
+            ASSERT_NE(found, undocumented.end()) << name << " is no function, or occurs twice";
             EXPECT_EQ(row[1], WordFor(service::KindOf(found->second))) << name;
             undocumented.erase(found);
         }

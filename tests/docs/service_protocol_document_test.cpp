@@ -1,4 +1,4 @@
-// docs/service-protocol.md says what the code does.
+// docs/service-protocol.md agrees with the code.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -77,7 +77,7 @@ class RecordDocumentTest : public testing::Test {
 protected:
     static Table Offsets() { return TableWith(Document(), "offset"); }
 
-    // What the page makes of a record in which the number at this offset, and only that, is out of every range.
+    // The page's values from a record in which only the number at this offset is out of range.
     static model::SettingValues ValuesWithFaultAt(std::size_t offset) {
         std::vector<std::byte> record(kSize);
         for (std::size_t place = 0; place < kSize; place += sizeof(std::int32_t)) {
@@ -91,7 +91,7 @@ protected:
     static constexpr std::size_t kSize = model::kSettingFieldCount * sizeof(std::int32_t);
 };
 
-TEST_F(RecordDocumentTest, TellsTheOffsetOfEveryField) {
+TEST_F(RecordDocumentTest, NamesTheOffsetOfEveryField) {
     std::size_t index = 0;
     for (const auto& [offset, value] : Offsets().Columns("offset", "value in the registry")) {
         ASSERT_LT(index, model::kSettingFieldCount);
@@ -106,7 +106,7 @@ TEST_F(RecordDocumentTest, TellsTheOffsetOfEveryField) {
     EXPECT_EQ(index, model::kSettingFieldCount);
 }
 
-TEST_F(RecordDocumentTest, TellsTheRangeOfEveryField) {
+TEST_F(RecordDocumentTest, NamesTheRangeOfEveryField) {
     std::vector<std::string> expected;
     for (const model::SettingFieldRow& row : model::kSettingFields) {
         expected.push_back(std::to_string(row.minimum) + " to " + std::to_string(row.maximum) +
@@ -115,13 +115,13 @@ TEST_F(RecordDocumentTest, TellsTheRangeOfEveryField) {
     EXPECT_EQ(Offsets().Column("range"), expected);
 }
 
-TEST_F(RecordDocumentTest, TellsTheSizeAndWhatAShorterRecordDoes) {
+TEST_F(RecordDocumentTest, NamesTheSizeAndTheEffectOfAShorterRecord) {
     EXPECT_NE(Prose().find("`cbData` is " + std::to_string(kSize) + '.'), std::string::npos);
     EXPECT_TRUE(model::InitialValuesFromRecord(std::vector<std::byte>(kSize + 1)).has_value());
     EXPECT_FALSE(model::InitialValuesFromRecord(std::vector<std::byte>(kSize - 1)).has_value());
 }
 
-// A number that is a constant of a source file.
+// The value of a constant in a source file.
 std::string Constant(const std::string& path, const std::string& name) {
     const std::string source = ReadFile(path);
     const std::regex definition(name + " = (\\d+);");
@@ -129,7 +129,7 @@ std::string Constant(const std::string& path, const std::string& name) {
     return std::regex_search(source, found, definition) ? found[1].str() : name + " is not in " + path;
 }
 
-TEST(ServiceProtocolDocumentTest, TellsTheTimesOfTheCode) {
+TEST(ServiceProtocolDocumentTest, NamesTheTimesOfTheCode) {
     const std::string attempts = Constant("model/registry_access.cpp", "kReadAttempts");
     const std::string pause = Constant("model/registry_access.cpp", "kReadRetryMilliseconds");
     const std::string interval = Constant("gestures/gesture_edit_dialog.cpp", "kCaptureInterval");

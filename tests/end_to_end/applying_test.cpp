@@ -1,4 +1,4 @@
-// What is chosen by mouse and keys: what reaches the registry, the profile file and the service.
+// Choices by mouse and keys, and what reaches the registry, the profile file and the service.
 #include "resources/resource.h"
 #include "tests/end_to_end/input.h"
 #include "tests/end_to_end/page_world.h"

@@ -1,4 +1,4 @@
-// "Arbitrary key": the dialog in which a key combination is pressed, and what becomes of it.
+// "Arbitrary key": the dialog in which a key combination is pressed, and what is stored of it.
 #include "resources/resource.h"
 #include "tests/end_to_end/input.h"
 #include "tests/end_to_end/key_dialog_driver.h"
@@ -48,7 +48,7 @@ TEST_F(ArbitraryKeysTest, PressedKeysAreShownInBracketsWrittenAndSaved) {
     EXPECT_EQ(HostExitCode(), 0U);
 }
 
-TEST_F(ArbitraryKeysTest, LeftAndRightModifiersAreToldApart) {
+TEST_F(ArbitraryKeysTest, LeftAndRightModifiersAreDistinguished) {
     const Sheet sheet = OpenSheetWithService();
     sheet.ChooseByMouse(IDC_PANE_RIGHT, kKeys);
     const KeyDialog dialog(sheet.ProcessId());

@@ -10,7 +10,7 @@ namespace {
 
 constexpr wchar_t kListClass[] = L"ComboLBox";
 
-// A click waits its turn in the queue of the window's thread; the focus shows that it is over for the window.
+// A click waits in the queue of the window's thread. The focus shows that the window has handled it.
 void ClickAndFocus(HWND control) {
     Click(control);
     WaitFor("the focus on " + Describe(control), [=] { return FocusOf(control) == control; });
@@ -43,7 +43,7 @@ void ChooseEntryByMouse(HWND combo, int index) {
         Send(list, LB_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&entry));
         return entry.top >= 0 && entry.bottom <= visible.bottom;
     };
-    // Scrolled by a message: how far a turn of the wheel scrolls is the user's setting.
+    // Scrolls by a message, since the user can set how far the wheel scrolls.
     if (!measure()) Send(list, LB_SETTOPINDEX, static_cast<WPARAM>(index));
     if (!measure()) throw StoryError("an entry of " + Describe(combo) + " cannot be shown");
     POINT middle = MiddleOf(entry);

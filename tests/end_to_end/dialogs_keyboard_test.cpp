@@ -1,6 +1,6 @@
-// The gestures and every dialog without a mouse: Tab leads to each control that takes the focus, each has a name to be
-// read out, and each is worked by keys. Only the stroke of a gesture needs the mouse: its field begins to record at a
-// click.
+// The gestures and every dialog without a mouse: Tab reaches each control that takes the focus, each has a name for
+// screen readers, and each works with keys. Only the stroke of a gesture needs the mouse, since its field begins to
+// record at a click.
 #include <windows.h>
 
 #include <commctrl.h>
@@ -18,8 +18,8 @@ namespace {
 
 using Names = std::vector<std::string>;
 
-// What a screen reader says of a control: the text of a button or of the list of gestures, else that of the label
-// directly before the control. The field of a combo box is known by the combo box.
+// A screen reader's name for a control: the text of a button or of the list of gestures, else that of the label
+// directly before the control. The field of a combo box has the combo box's name.
 std::string NameOf(HWND control) {
     const std::wstring className = ClassOf(control);
     if (const HWND parent = GetParent(control); ClassOf(parent) == L"ComboBox") return NameOf(parent);
@@ -37,11 +37,11 @@ void PressTab(HWND dialog) {
         const HWND now = FocusOf(dialog);
         return now != nullptr && now != before;
     });
-    // A combo box hands the focus on to its field: an answer comes after that.
+    // A combo box passes the focus on to its field. The answer to this message comes after that.
     Send(dialog, WM_NULL);
 }
 
-// Tab, until the focus is on the control with this name.
+// Presses Tab until the focus is on the control with this name.
 void MoveTo(HWND dialog, const std::string& name) {
     constexpr int kLongestWay = 12;
     for (int step = 0; NameOf(FocusOf(dialog)) != name; ++step) {
@@ -50,7 +50,7 @@ void MoveTo(HWND dialog, const std::string& name) {
     }
 }
 
-// The same by the control's id.
+// The same, by the control's id.
 void MoveTo(HWND dialog, int control) {
     constexpr int kLongestWay = 12;
     for (int step = 0; GetDlgCtrlID(FocusOf(dialog)) != control; ++step) {
@@ -59,7 +59,7 @@ void MoveTo(HWND dialog, int control) {
     }
 }
 
-// The names of all controls that Tab leads to, beginning with the one that has the focus.
+// The names of all controls that Tab reaches, beginning with the one that has the focus.
 Names Ring(HWND dialog) {
     const HWND first = FocusOf(dialog);
     Names names;
@@ -80,7 +80,7 @@ protected:
     static void OpenTab(const Sheet& sheet) {
         PressKey(VK_RIGHT);
         WaitFor("the gestures", [&] { return IsWindowVisible(sheet.GesturePane()) != FALSE; });
-        // The editor's OK is followed by a click wherever the cursor is.
+        // After the editor's OK, a click follows wherever the cursor is.
         MoveCursorTo(MiddleOf(ScreenRectangle(GetWindow(sheet.Control(IDC_PAGE_PROFILE), GW_HWNDPREV))));
     }
     static void SelectFirstRow(const Sheet& sheet) {
@@ -126,7 +126,7 @@ TEST_F(GestureKeysTest, TabVisitsTheListAndTheButtonsThatCanBeUsed) {
     Close(sheet);
 }
 
-TEST_F(GestureKeysTest, EditorIsWorkedByKeys) {
+TEST_F(GestureKeysTest, EditorWorksWithKeys) {
     const Sheet sheet = OpenSheetWithService();
     const GestureEditor editor = EditFirstRow(sheet);
     EXPECT_EQ(Ring(editor.Window()), (Names{"Functions", "Instructions", "OK", "Cancel"}));
@@ -143,7 +143,7 @@ TEST_F(GestureKeysTest, EditorIsWorkedByKeys) {
     Close(sheet);
 }
 
-TEST_F(GestureKeysTest, KeyDialogIsWorkedByKeys) {
+TEST_F(GestureKeysTest, KeyDialogWorksWithKeys) {
     const Sheet sheet = OpenSheetWithService();
     const GestureEditor editor = EditFirstRow(sheet);
     PressKey(VK_END);  // "Arbitrary key", which opens the dialog

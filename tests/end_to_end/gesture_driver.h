@@ -48,10 +48,10 @@ public:
     // Clicks "Input gesture" and waits until the field asks for the stroke.
     void ClickStroke() const;
     void ChooseFunction(int code) const;
-    // Puts the caret into the field for the memo and types these keys: letters, which come as small ones, digits,
+    // Puts the caret into the field for the memo and types these keys: letters, which arrive in lower case, digits and
     // blanks.
     void TypeMemo(const std::string& keys) const;
-    // Clicks OK or Cancel and waits for the end.
+    // Clicks OK or Cancel and waits until the dialog has closed.
     void CloseWith(int button) const;
 
     // The window that shows the trail of a stroke, or null.

@@ -1,6 +1,6 @@
-// The first steps of the stories about gestures, and the drawing of a stroke. The page looks at the cursor and asks the
-// service about the button ten times a second: each step of a stroke waits until the service's log shows that the page
-// has seen the cursor where it is now.
+// The first steps of the stories about gestures, and the drawing of a stroke. The page reads the cursor and asks the
+// service about the button ten times a second. So each step of a stroke waits until the service's log shows that the
+// page has seen the cursor at its new place.
 #pragma once
 
 #include <windows.h>
@@ -31,7 +31,7 @@ protected:
     // Clicks "Add" or "Edit" and waits for the editor.
     static GestureEditor OpenEditor(const Sheet& sheet, const GestureList& list, int button);
 
-    // Presses a button, and lets go of the one that was pressed last. None stays down after the test.
+    // Press a button, and release the one that was pressed last. None stays down after the test.
     void Hold(MouseButton button);
     void LetGo();
 
@@ -39,17 +39,17 @@ protected:
     void BeginStroke(const GestureEditor& editor, MouseButton button = MouseButton::Wheel);
     // Moves the cursor by this many pixels.
     void MoveBy(int x, int y) const;
-    // One letter, by enough steps of the cursor to be recognised.
+    // Draws one letter, with enough steps of the cursor for it to be recognised.
     void DrawLetter(char letter) const;
     void DrawLetters(const std::string& letters) const;
-    // Lets go of the button and waits until the page has seen it.
+    // Releases the button and waits until the page has noticed.
     void EndStroke(const GestureEditor& editor);
-    // All of this.
+    // All of these steps.
     void Record(const GestureEditor& editor, const std::string& letters, MouseButton button = MouseButton::Wheel);
 
     // How often the page asked whether the button is held.
     std::size_t QueryCount() const;
-    // Waits until the page has asked twice more: at the second time it read the cursor after the call.
+    // Waits until the page has asked twice more. The second time it has read the cursor after this call.
     void WaitForTicks() const;
 
 private:

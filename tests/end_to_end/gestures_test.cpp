@@ -1,5 +1,4 @@
-// The gestures of a profile, drawn with the real mouse: while they are drawn, listed, edited, and what is stored of
-// them.
+// The gestures of a profile, drawn with the real mouse: how they are drawn, listed, edited and stored.
 #include "resources/resource.h"
 #include "tests/end_to_end/gesture_story.h"
 #include "tests/end_to_end/stored_state.h"
@@ -22,10 +21,10 @@ protected:
     }
     static void ExpectOkIsIgnored(const GestureEditor& editor) {
         editor.Click(IDOK);
-        // A later click, which is taken later: the dialog is still there to do so.
+        // Waits for a later click, so the earlier one has been handled, too.
         editor.TypeMemo("");
     }
-    // Closes the sheet and opens it again; shows what the list says then.
+    // Closes the sheet and opens it again; returns the rows that the list shows then.
     Rows RowsAfterReopening(const Sheet& sheet) {
         sheet.Close(IDOK);
         EXPECT_EQ(HostExitCode(), 0U);
@@ -77,7 +76,7 @@ TEST_F(RecordingGesturesTest, EveryDirectionIsShownWhenItIsFixedAndTheLastFourSt
     EXPECT_EQ(HostExitCode(), 0U);
 }
 
-TEST_F(RecordingGesturesTest, RightButtonGivesAStrokeUp) {
+TEST_F(RecordingGesturesTest, RightButtonCancelsAStroke) {
     const Sheet sheet = OpenSheetWithService();
     const GestureList list(sheet);
     const GestureEditor editor = OpenEditor(sheet, list, IDC_GESTURES_ADD);

@@ -1,4 +1,4 @@
-// The option with which the test program plays the browser that a help page is opened in.
+// The option with which the test program plays the browser that opens the help page.
 #pragma once
 
 namespace kvn::end_to_end {

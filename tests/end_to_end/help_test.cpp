@@ -22,7 +22,7 @@ std::wstring Widen(const char* ascii) {
 
 class HelpTest : public EndToEndTest {
 protected:
-    // This program as the browser for .htm files, which notes what it is asked to open.
+    // This program, as the browser for .htm files: it records which file it has to open.
     std::wstring BrowserCommand() const {
         return L'"' + ProgramFolder() + L"end_to_end_tests.exe\" " + Widen(kRecordOpening) + L" \"" + Record() +
                L"\" \"%1\"";
@@ -30,7 +30,7 @@ protected:
     std::wstring Record() const { return Scratch() + L"opened"; }
 };
 
-TEST_F(HelpTest, OpensThePageBesideTheServiceAndIsNoChange) {
+TEST_F(HelpTest, OpensThePageBesideTheServiceAndChangesNothing) {
     if (!test::RunsUnderWine()) GTEST_SKIP() << "on Windows no program may choose the user's browser";
     const TemporaryText association(HKEY_CLASSES_ROOT, L".htm", L"", kBrowserClass);
     const TemporaryText command(HKEY_CLASSES_ROOT, std::wstring(kBrowserClass) + L"\\shell\\open\\command", L"",
@@ -40,7 +40,7 @@ TEST_F(HelpTest, OpensThePageBesideTheServiceAndIsNoChange) {
 
     WaitFor("the help page to be opened", [&] { return Exists(Record()) && !ReadFileBytes(Record()).empty(); });
     EXPECT_EQ(ReadFileBytes(Record()), test::Narrow(ProgramFolder() + L"service\\KvnUtilHelp.htm"));
-    // A key is handled after all that came with the click.
+    // A key is handled after everything that the click caused.
     EXPECT_EQ(sheet.MoveFocus(1), IDC_PAGE_TAB);
     EXPECT_FALSE(sheet.CanApply());
     sheet.Close(IDCANCEL);

@@ -9,7 +9,7 @@ namespace kvn::end_to_end {
 namespace {
 
 void Inject(INPUT input) {
-    if (SendInput(1, &input, sizeof input) != 1) throw StoryError("the system takes no input");
+    if (SendInput(1, &input, sizeof input) != 1) throw StoryError("the system accepts no input");
 }
 
 void InjectCharacter(wchar_t character, DWORD flags) {

@@ -26,7 +26,7 @@ void DoubleClickAt(POINT point);
 using test::HoldKey;
 using test::LetGoOfKey;
 using test::PressKey;
-// All keys go down in this order and up again in the reverse one.
+// All keys go down in this order and up in the reverse order.
 void PressTogether(std::initializer_list<WORD> keys);
 // Types any characters, with any keyboard layout.
 void TypeText(const std::wstring& text);

@@ -15,7 +15,7 @@ namespace {
 
 constexpr int kSheetTabs = 0x3020;
 
-// From the page's tab control around the sheet and back to it; in the button pane row by row, as the eye reads. Apply
+// From the page's tab control around the sheet and back to it; in the button pane row by row, in reading order. Apply
 // is disabled and left out.
 constexpr std::array kRing{IDOK,
                            IDCANCEL,
@@ -52,7 +52,7 @@ TEST_F(KeyboardTest, TabVisitsEveryControlOfPageAndPaneAndShiftTabGoesBack) {
     for (std::size_t i = kRing.size(); i-- > 0;) {
         EXPECT_EQ(sheet.MoveFocus(-1), i == 0 ? IDC_PAGE_TAB : kRing[i - 1]);
     }
-    EXPECT_FALSE(sheet.CanApply()) << "moving the focus is no change";
+    EXPECT_FALSE(sheet.CanApply()) << "moving the focus changes nothing";
     sheet.Close(IDCANCEL);
     EXPECT_EQ(HostExitCode(), 0U);
 }

@@ -26,12 +26,12 @@ public:
 
     // Clicks the row and waits until it alone is selected.
     void Select(int row) const;
-    // Clicks the row while Shift is held, and waits until this many rows are selected.
+    // Shift-clicks the row, and waits until this many rows are selected.
     void SelectUpTo(int row, std::size_t selectedCount) const;
     void DoubleClick(int row) const;
 
 private:
-    // On the row's text, which every list takes as the row; scrolls it into view.
+    // A point on the row's text, which belongs to the row in every list; scrolls the row into view.
     POINT PlaceOf(int row) const;
 
     HWND list;

@@ -1,4 +1,4 @@
-// The tests, and the stand-in browser: started as "end_to_end_tests --record-opening RECORD FILE" the program writes
+// The tests, and the browser's double: started as "end_to_end_tests --record-opening RECORD FILE", the program writes
 // FILE's name into the file RECORD.
 #include <gtest/gtest.h>
 #include <windows.h>

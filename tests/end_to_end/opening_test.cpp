@@ -18,7 +18,7 @@ const RegistryValues kNewProfileValues{
 
 class OpeningThePageTest : public EndToEndTest {
 protected:
-    // The host says that it has no page, and gives up.
+    // Expects that the host reports that it has no page, and gives up.
     void ExpectNoPage() {
         const Process& process = StartHost();
         const Dialog complaint(process.Id(), kHostTitle);

@@ -94,7 +94,7 @@ std::vector<std::string> EndToEndTest::MessagesToService() const {
 }
 
 const Process& EndToEndTest::StartHost(const Arguments& source) {
-    // The host gives the focus last: when it is there, the host is done.
+    // The host sets the focus last. Once it is set, the host is done.
     Arguments arguments{L"--focus", std::to_wstring(IDC_PAGE_TAB)};
     arguments.insert(arguments.end(), source.begin(), source.end());
     return host.emplace(processes.Start(HostProgram(), arguments));

@@ -1,5 +1,5 @@
-// The world around the page in one test: registry, profile file, service and host, all of them separate, and removed
-// afterwards.
+// The world around the page in one test: registry, profile file, service and host. Each test has its own, and removes
+// them afterwards.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -31,7 +31,7 @@ protected:
 
     // Starts the service and waits until it is ready.
     void StartService(const Arguments& options = {}, const std::wstring& program = ServiceProgram());
-    // Has a second start of the service's program ask the running one.
+    // Starts the service's program a second time, to pass the options to the running one.
     void AskService(const Arguments& options) const;
     // Ends the service, which first handles all posted messages.
     void EndService();
@@ -46,11 +46,11 @@ protected:
     Sheet OpenSheet(const Arguments& source = WithModule());
     // Starts the service and opens the sheet.
     Sheet OpenSheetWithService(const Arguments& serviceOptions = {});
-    // Waits for the end of the host that was started last.
+    // Waits until the host that was started last has ended.
     DWORD HostExitCode() const { return host->WaitForExitCode(); }
     // Another program.
     Process StartProgram(const std::wstring& program) const { return processes.Start(program, {}); }
-    // Has the host do something that shows no sheet; returns its exit code.
+    // Runs the host for work without a sheet; returns its exit code.
     DWORD RunHost(const Arguments& options) const;
 
     // Where the host takes the page from: the module as a file, or the registered handlers.
@@ -59,7 +59,7 @@ protected:
     static std::wstring ServiceProgram();
     static std::wstring ModulePath();
 
-    // A folder of the test's own, with its final backslash.
+    // A separate folder for the test, with its final backslash.
     const std::wstring& Scratch() const { return scratch; }
     static std::wstring ProfileFile();
 

@@ -43,7 +43,7 @@ Process::Process(HANDLE job, const std::wstring& program, const std::vector<std:
     const platform::UniqueKernelObject thread(started.hThread);
     if (!AssignProcessToJobObject(job, process.Get())) {
         TerminateProcess(process.Get(), kKilled);
-        throw StoryError("cannot take charge of " + name);
+        throw StoryError("cannot put into the job: " + name);
     }
     ResumeThread(thread.Get());
 }

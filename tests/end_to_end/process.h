@@ -12,12 +12,12 @@ namespace kvn::end_to_end {
 
 class Process {
 public:
-    // `arguments` are quoted here; none may hold a quote or end with a backslash. Throws StoryError.
+    // `arguments` are quoted here; none may contain a quote or end with a backslash. Throws StoryError.
     Process(HANDLE job, const std::wstring& program, const std::vector<std::wstring>& arguments);
 
     DWORD Id() const { return id; }
     bool IsRunning() const;
-    // Waits until the process has ended by itself; throws StoryError when it does not.
+    // Waits until the process has ended by itself; throws StoryError if it does not.
     DWORD WaitForExitCode() const;
 
 private:
@@ -26,7 +26,8 @@ private:
     DWORD id = 0;
 };
 
-// Everything that one test starts; what still runs at the end, or when the test program itself dies, is killed.
+// All processes that one test starts. Those that still run at the end, or when the test program itself dies, are
+// killed.
 class ProcessGroup {
 public:
     ProcessGroup();

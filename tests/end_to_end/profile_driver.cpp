@@ -90,7 +90,7 @@ int ProgramSelection::RowOf(const ProgramRow& program) const {
 
 void ProgramSelection::Pick(int row) const {
     programs.Select(row);
-    // The dialog asks for the cursor when the button has come up. The key after it is handled after it.
+    // The dialog reads the cursor when the button is released. It handles the key after that.
     PressKey(VK_TAB);
     WaitForFocus(IDC_PROGRAMS_SELECT_WINDOW);
 }

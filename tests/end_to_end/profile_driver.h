@@ -47,7 +47,7 @@ public:
     NameDialog(DWORD hostProcessId, const std::wstring& title);
 
     std::string Name() const;
-    // Types the name over what is there.
+    // Replaces the name with this one.
     void Type(const std::wstring& name) const;
     // Presses Enter or Esc and waits for the end.
     void CloseWith(WORD key) const;
@@ -59,9 +59,9 @@ public:
     explicit ProgramSelection(DWORD hostProcessId);
 
     std::vector<ProgramRow> Programs() const { return programs.Rows<2>(); }
-    // The row of a program; fails the test when it is not listed exactly once.
+    // The row of a program; fails the test if it is not listed exactly once.
     int RowOf(const ProgramRow& program) const;
-    // Clicks the row. When the call returns, the dialog has seen where the click was.
+    // Clicks the row. When the call returns, the dialog has handled the click.
     void Pick(int row) const;
     std::vector<int> SelectedRows() const { return programs.SelectedRows(); }
 

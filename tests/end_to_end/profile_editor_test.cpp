@@ -1,4 +1,4 @@
-// Profiles: added, copied, renamed, deleted and used, and what page, profile file and registry say of them.
+// Profiles that are added, copied, renamed, deleted and used; and what page, profile file and registry show of them.
 #include "resources/resource.h"
 #include "tests/end_to_end/gesture_driver.h"
 #include "tests/end_to_end/input.h"

@@ -21,7 +21,7 @@ protected:
     const ProfileText racing{"Racing", {}, {}, {InFile(Racing())}};
 };
 
-TEST_F(TyingProgramsTest, ProgramsThatAreMerelyAddedComeIntoTheFileWithTheNextApply) {
+TEST_F(TyingProgramsTest, ProgramsThatAreOnlyAddedAreSavedWithTheNextApply) {
     const Sheet sheet = OpenSheetWithService();
     {
         const ProfileEditor editor = OpenEditor(sheet);

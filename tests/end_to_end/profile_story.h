@@ -21,7 +21,7 @@ protected:
     // In the order in which the list of programs has them.
     static ProgramRow Easel() { return {"Zephyr easel", FileInWindowsFolder("explorer.exe")}; }
     static ProgramRow Racing() { return {"Zephyr racing", FileInWindowsFolder("regedit.exe")}; }
-    // Of the window below the page, and of the file that is opened.
+    // The program of the window below the page, and of the opened file.
     static ProgramRow Notepad() { return {"notepad.exe", FileInWindowsFolder("notepad.exe")}; }
 
     // Starts a program whose window then lies below everything that is opened later.
@@ -38,7 +38,7 @@ protected:
     static void AddFromWindow(const ProfileEditor& editor, const ProgramRow& expected);
     static void AddFromFile(const ProfileEditor& editor, const ProgramRow& program);
 
-    // What page, profile file and registry have in common at a step.
+    // Expects that page, profile file and registry agree.
     static void ExpectPage(const Sheet& sheet, const std::vector<std::string>& names, const std::wstring& selected);
     static void ExpectStored(const std::vector<ProfileText>& profiles, int selected, const RegistryValues& registry);
 

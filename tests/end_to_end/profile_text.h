@@ -1,4 +1,4 @@
-// The text of a profile file, as the page is to write it and as a test puts it into the settings folder.
+// The text of a profile file, as the page must write it or as a test prepares it.
 #pragma once
 
 #include <map>
@@ -21,7 +21,7 @@ struct ProgramText {
 
 struct ProfileText {
     std::string name = "Default";
-    std::map<std::string, std::string> elements{};  // those that differ from a new profile's
+    std::map<std::string, std::string> elements{};  // only those that differ from a new profile
     std::vector<GestureText> gestures{};
     std::vector<ProgramText> programs{};
 };

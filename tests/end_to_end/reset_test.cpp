@@ -12,10 +12,10 @@ constexpr wchar_t kQuestion[] = L"Return current settings to initial values.";
 
 class ResetTest : public EndToEndTest {};
 
-TEST_F(ResetTest, ServiceSaysWhatTheInitialValuesAre) {
+TEST_F(ResetTest, ServiceProvidesTheInitialValues) {
     WriteFileBytes(ProfileFile(), ProfileFileText({{"Default", {{"tbutton", "6"}, {"scrolls", "8"}}}}));
     const Sheet sheet = OpenSheetWithService();
-    // One value is out of range and gives way to its default.
+    // One value is out of range and is replaced by its default.
     AskService({L"--send-settings", L"1,2,8,5,99,7,34,33,9,3,1"});
     EXPECT_EQ(sheet.Chosen(IDC_PANE_CENTER), 6);
     EXPECT_FALSE(sheet.CanApply());

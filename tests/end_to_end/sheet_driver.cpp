@@ -47,7 +47,7 @@ void Dialog::Click(int id) const {
 
 void Dialog::WaitUntilClosed() const {
     WaitFor("the end of a dialog", [this] { return !IsWindow(dialog); });
-    // The dialog below may have gone with it, or may already be below the next one.
+    // The window below may have closed too, or may already be below the next dialog.
     WaitFor("the window below a dialog", [this] {
         return !IsWindow(owner) || IsWindowEnabled(owner) ||
                FindTopLevelWindowOf(processId, [this](HWND window) {

@@ -22,13 +22,13 @@ public:
     HWND Window() const { return dialog; }
     HWND Control(int id) const;
     void Click(int id) const;
-    // Waits until the dialog has gone and the window below it takes input again, has gone as well or
-    // is below another dialog.
+    // Waits until the dialog has closed and the window below it takes input again, has closed as well, or is below
+    // another dialog.
     void WaitUntilClosed() const;
 
     void WaitForFocus(int id) const;
 
-    // Of a message box.
+    // The text of a message box.
     std::wstring Message() const;
 
 private:
@@ -39,7 +39,7 @@ private:
 
 inline constexpr wchar_t kMessageTitle[] = L"KORVEN mouse settings tool";
 
-// Waits for the page's message box, ends it with this button, and returns its text.
+// Waits for the page's message box, closes it with this button, and returns its text.
 std::wstring AnswerMessage(DWORD processId, int button);
 
 class Sheet {
@@ -63,22 +63,22 @@ public:
     void Click(int id) const;
     // Clicks a tab of the page, counted from 0.
     void ClickTab(int index) const;
-    // Clicks OK or Cancel, and waits until the sheet has gone.
+    // Clicks OK or Cancel, and waits until the sheet has closed.
     void Close(int button) const;
-    // Clicks Apply, and waits until that has been done: the button is then disabled.
+    // Clicks Apply, and waits until the sheet disables it, which shows that the apply is done.
     void Apply() const;
 
     // Tab or, with a negative sign, Shift+Tab; returns the newly focused control's id.
     int MoveFocus(int direction) const;
     void MoveFocusTo(int id) const;
 
-    // Item data of the selected entry; nothing when none is selected.
+    // Item data of the selected entry; nothing if none is selected.
     std::optional<int> Chosen(int combo) const;
     std::wstring ChosenText(int combo) const;
     int EntryCount(int combo) const;
     // Opens the list with a click and clicks the entry with this data.
     void ChooseByMouse(int combo, int data) const;
-    // The same by the entry's place.
+    // The same, by the entry's index.
     void ChooseEntryByMouse(int combo, int index) const;
     int Position(int trackbar) const;
 

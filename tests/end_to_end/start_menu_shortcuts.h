@@ -1,4 +1,4 @@
-// Shortcuts in the user's real Start menu, in a folder of the test's own below the programs.
+// Shortcuts in the user's real Start menu, in a separate folder below the programs.
 #pragma once
 
 #include <string>
@@ -7,7 +7,7 @@ namespace kvn::end_to_end {
 
 class StartMenuShortcuts {
 public:
-    // The folder must not be there yet.
+    // The folder must not exist yet.
     explicit StartMenuShortcuts(const std::wstring& folderName);
     ~StartMenuShortcuts();
     StartMenuShortcuts(const StartMenuShortcuts&) = delete;

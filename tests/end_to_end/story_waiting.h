@@ -1,4 +1,4 @@
-// Waiting for what another process brings about: for a condition, never for a time.
+// Waits for conditions that another process causes, never for a time.
 #pragma once
 
 #include <chrono>
@@ -9,16 +9,16 @@
 
 namespace kvn::end_to_end {
 
-// What a test cannot go on without; its report shows the text.
+// Ends a test that cannot go on; its report shows the text.
 class StoryError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
-// How long the other side may take for anything; even a busy machine needs less.
+// How long the other process may take for anything; even a busy machine needs less.
 inline constexpr std::chrono::seconds kPatience{30};
 
-// Asks again and again until the answer counts as true, and returns that answer.
+// Repeats the question until the answer counts as true, and returns it.
 template <typename Condition>
 auto WaitFor(const std::string& what, Condition condition) {
     return test::Await(what, condition, kPatience);

@@ -10,7 +10,7 @@
 
 namespace kvn::end_to_end {
 
-// More than any test takes, even on a busy machine; every single wait gives up earlier.
+// Longer than any test takes, even on a busy machine; every single wait gives up earlier.
 inline constexpr std::chrono::seconds kLongestTest{150};
 
 class Watchdog {

@@ -1,4 +1,4 @@
-// Calls of Windows' functions that fail, one after another, while a user goes through the whole page.
+// Calls of Windows functions that fail, one after another, while a user goes through the whole page.
 #include <windows.h>
 
 #include <commctrl.h>
@@ -29,14 +29,14 @@ struct FaultRow {
 
 class AnyCallTest : public WholePageTest, public testing::WithParamInterface<FaultRow> {};
 
-TEST_P(AnyCallTest, ThatFailsHarmsNothingThatIsSaved) {
+TEST_P(AnyCallTest, ThatFailsHarmsNoSavedSettings) {
     const Saved whole = StateAfterTour();
     FailedCall call;
     const auto import = GetParam().import(module.Handle(), call);
     ASSERT_NE(import, nullptr) << "not imported";
     for (int number = 1; number == 1 || call.WasReached(); ++number) {
         SCOPED_TRACE(number);
-        StartAnew();
+        StartOver();
         call = {number};
         const bool isApplied = GoThroughThePage();
         const FailedCall during = call;
@@ -54,7 +54,7 @@ TEST_P(AnyCallTest, ThatFailsHarmsNothingThatIsSaved) {
     ExpectWholeTour(whole);
 }
 
-// The folder of the user's settings is found: without it the file would go to the root of the current drive.
+// The folder of the user's settings is still found: without it the file would go to the root of the current drive.
 std::shared_ptr<void> FailToFindStartMenu(HMODULE module, FailedCall& call) {
     const auto standIn = [&call](HWND owner, int folder, LPITEMIDLIST* items) -> HRESULT {
         if (folder != CSIDL_APPDATA && call.Fails()) return E_FAIL;

@@ -11,9 +11,9 @@
 namespace kvn::test {
 namespace {
 
-const HPROPSHEETPAGE kTakenPage = reinterpret_cast<HPROPSHEETPAGE>(1);  // nobody looks into it
+const HPROPSHEETPAGE kTakenPage = reinterpret_cast<HPROPSHEETPAGE>(1);  // never dereferenced
 
-// Calls the module's procedure as Windows does, except that an exception is noticed.
+// Calls the module's procedure as Windows does, but counts exceptions.
 INT_PTR CallGuarded(DLGPROC procedure, HWND window, UINT message, WPARAM wParam, LPARAM lParam, int& escapes) {
     try {
         return procedure(window, message, wParam, lParam);
@@ -50,11 +50,11 @@ BarePage::BarePage(const ModuleUnderTest& moduleUnderTest)
                 }),
       messageBox(module.Handle(),
                  [this](HWND, LPCWSTR text, LPCWSTR, UINT style) { return AnswerMessage(text, style); }),
-      // There is no host that could be asked to quit.
+      // There is no host to quit.
       postQuit(module.Handle(), [](int) {}),
-      // No power fails here, and waiting for the disk would be most of a round.
+      // No power failure is tested here, and waiting for the disk would take most of a round.
       commit(module.Handle(), [](int) { return 0; }) {
-    if (!parent) throw std::runtime_error("the page's parent could not be made");
+    if (!parent) throw std::runtime_error("the page's parent could not be created");
     current = this;
     escapes = 0;
 }
@@ -84,7 +84,7 @@ HRESULT BarePage::AddPages() {
     return extension->AddPages(TakePage, reinterpret_cast<LPARAM>(this));
 }
 
-// The choosers end without their own procedures' knowledge, which leaves their lists behind.
+// The choosers keep their end from the combo boxes, which leaves their lists behind.
 BOOL CALLBACK DestroyDropDownList(HWND window, LPARAM /*parameter*/) {
     if (ClassOf(window) == L"ComboLBox") DestroyWindow(window);
     return TRUE;
@@ -106,7 +106,7 @@ void BarePage::Open() {
     ++openings;
     page.Reset(CreateDialogParamW(module.Handle(), description.pszTemplate, parent.Get(), GuardedPage,
                                   reinterpret_cast<LPARAM>(&description)));
-    if (!page) throw std::runtime_error("the page could not be made");
+    if (!page) throw std::runtime_error("the page could not be created");
     Discard();
 }
 
@@ -146,7 +146,7 @@ void BarePage::ChooseProfile(int index) const {
 
 void BarePage::Choose(int control, int data) const {
     const HWND combo = PaneControl(control);
-    if (combo == nullptr) return;  // its pane could not be made
+    if (combo == nullptr) return;  // its pane could not be created
     SelectData(combo, data);
     SendMessageW(ButtonPane(), WM_COMMAND, MAKEWPARAM(control, CBN_SELENDOK), reinterpret_cast<LPARAM>(combo));
 }
@@ -168,7 +168,7 @@ INT_PTR CALLBACK BarePage::GuardedDialog(HWND window, UINT message, WPARAM wPara
     const RunningDialog dialog = current->DialogOf(window);
     const INT_PTR answer = CallGuarded(dialog.procedure, window, message, wParam, lParam, escapes);
     if (message != WM_INITDIALOG) return answer;
-    // Whatever ends the dialog before its loop begins ends it at once.
+    // If the dialog has ended before its loop begins, the loop does not run.
     const auto isEnded = [window] { return current->DialogOf(window).isEnded; };
     const auto user = current->users.find(dialog.templateId);
     if (!isEnded() && user != current->users.end()) user->second(window);
@@ -196,7 +196,7 @@ int BarePage::AnswerMessage(LPCWSTR text, UINT style) {
     return (style & MB_TYPEMASK) == MB_YESNO ? IDYES : IDOK;
 }
 
-// Takes what windows and controls have posted to themselves.
+// Removes messages that windows and controls have posted to themselves.
 void BarePage::Discard() {
     MSG message;
     while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);

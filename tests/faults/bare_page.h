@@ -1,5 +1,5 @@
-// The module's page without a sheet around it: made in the test's own thread, in a window that only counts what it is
-// told, so that it opens and closes in milliseconds. Dialogs and message boxes answer themselves.
+// The module's page without a sheet: made on the test's own thread, in a window that only counts notifications, so that
+// it opens and closes in milliseconds. Dialogs and message boxes are answered automatically.
 #pragma once
 
 #include <windows.h>
@@ -19,7 +19,7 @@
 
 namespace kvn::test {
 
-// Hands the command of a button to its dialog or pane.
+// Sends the command of a button to its dialog or pane.
 void Press(HWND dialog, int button);
 
 class BarePage {
@@ -29,7 +29,7 @@ public:
     BarePage& operator=(const BarePage&) = delete;
     ~BarePage();
 
-    // What the shell does before there is a window. The answers are those of the module.
+    // The shell's steps before there is a window. They return the module's answers.
     HRESULT MakeFactory();
     HRESULT MakeExtension();
     HRESULT AddPages();
@@ -42,7 +42,7 @@ public:
     int Openings() const { return openings; }
     // Add, then Open.
     void AddAndOpen();
-    // Destroys the window and gives everything back.
+    // Destroys the window and releases everything.
     void Close();
 
     HWND Window() const { return page.Get(); }
@@ -52,17 +52,17 @@ public:
     HWND PaneControl(int control) const { return GetDlgItem(ButtonPane(), control); }
     HWND PageControl(int control) const { return GetDlgItem(page.Get(), control); }
 
-    // Presses Apply; whether the page lets the sheet go on.
+    // Presses Apply; true if the page lets the sheet go on.
     bool Apply() const;
     void ChooseProfile(int index) const;
     // Chooses a function of a button and confirms it.
     void Choose(int control, int data) const;
 
-    // What the user does in a dialog of this template once it is set up; it is cancelled if it is still open
-    // afterwards.
+    // The user's actions in a dialog of this template once it is set up. If it is still open afterwards, it is
+    // cancelled.
     using DialogUser = std::function<void(HWND dialog)>;
     void WhenDialogOpens(UINT templateId, DialogUser user) { users[templateId] = std::move(user); }
-    // Dialogs of this template cannot be made; 0: all can.
+    // Makes the creation of dialogs with this template fail; 0: none fails.
     void RefuseDialog(UINT templateId) { refusedDialog = templateId; }
     // Whether an open dialog is about to close.
     bool HasEnded(HWND dialog) { return DialogOf(dialog).isEnded; }
@@ -70,13 +70,13 @@ public:
 
     // The texts of the message boxes so far; every one is answered with OK or Yes at once.
     const std::vector<std::wstring>& Messages() const { return messages; }
-    // What happens while a message box is open.
+    // Calls this while a message box is open.
     void WhenMessageOpens(std::function<void()> event) { onMessage = std::move(event); }
     void ForgetMessages() { messages.clear(); }
 
     // Dialogs that neither the user nor a Cancel could close; there must never be one.
     int StuckDialogs() const { return stuckDialogs; }
-    // Exceptions that came out of the module's procedures; there must never be one.
+    // Exceptions that left the module's procedures; there must never be one.
     static int Escapes() { return escapes; }
 
 private:

@@ -18,7 +18,7 @@ struct FailedCall {
     bool WasReached() const { return number != 0 && count >= number; }
 };
 
-// Puts the stand-in in place for as long as the answer lives.
+// Replaces the function for as long as the result lives.
 using FailingImport = std::function<std::shared_ptr<void>(HMODULE, FailedCall&)>;
 
 template <FunctionName kName, typename Result, typename... Arguments>

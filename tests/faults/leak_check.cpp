@@ -9,11 +9,11 @@
 namespace kvn::test {
 namespace {
 
-// Other threads of the process open a handle now and then.
+// Other threads of the process sometimes open a handle.
 constexpr std::size_t kHandleSlack = 3;
 // A page without a sheet leaves few holes in the tables.
 constexpr std::size_t kProbes = 1000;
-// Windows may free some things of a window a moment after its end.
+// Windows may free parts of a window a moment after its end.
 constexpr std::chrono::seconds kLateFreeing{5};
 
 }  // namespace
@@ -34,7 +34,7 @@ void LeakCheck::ExpectNoBlocks() {
 
 void LeakCheck::ExpectNothing() {
     ExpectNoBlocks();
-    // The dialog manager is told that the end of the page's window was dealt with, which leaves the dialog's font
+    // The page reports to the dialog manager that it has handled the end of its window, which leaves the dialog's font
     // behind.
     const auto fonts = static_cast<std::size_t>(page.Openings() - openings);
     const std::size_t limit = gdiObjects + fonts + ObjectsKeptOfAWindow();
@@ -46,14 +46,14 @@ void LeakCheck::ExpectNothing() {
 void WarmUp(ModuleMemory& memory, BarePage& page) {
     page.AddAndOpen();
     page.Close();
-    // An exception that itself found no memory.
+    // Causes an exception for which there is no memory.
     memory.Refuse(1, 2);
     EXPECT_EQ(page.MakeFactory(), E_OUTOFMEMORY);
     EXPECT_TRUE(memory.StopRefusing());
 }
 
 std::size_t BlocksAtRest(const ModuleMemory& memory, BarePage& page) {
-    // The module takes what it holds in reserve when it is called.
+    // A call makes the module fill its reserve.
     page.Add();
     page.Close();
     return memory.LiveBlocks() - memory.CarelesslyLostBlocks();

@@ -1,4 +1,4 @@
-// Whether a page that met with faults has given everything back.
+// Checks that a page has released everything after faults.
 #pragma once
 
 #include "tests/faults/bare_page.h"
@@ -6,8 +6,8 @@
 
 namespace kvn::test {
 
-// Measures when it is made, with the page closed and everything warm that stays as long as the module, what the checks
-// compare with.
+// Its constructor measures the state for comparison. The page must be closed, and everything that stays as long as the
+// module must already be allocated.
 class LeakCheck {
 public:
     LeakCheck(const ModuleUnderTest& moduleUnderTest, ModuleMemory& moduleMemory, BarePage& barePage);
@@ -27,10 +27,11 @@ private:
     int openings;
 };
 
-// Opens and closes the page, and throws: what a first page and a first exception make for the module's life is no leak.
+// Opens and closes the page, and throws. What the first page and the first exception allocate for the module's lifetime
+// is no leak.
 void WarmUp(ModuleMemory& memory, BarePage& page);
 
-// The module's blocks that live while there is no page, but for those that others have lost; the page must be closed.
+// The module's blocks while no page is open, except those that other code has leaked; the page must be closed.
 std::size_t BlocksAtRest(const ModuleMemory& memory, BarePage& page);
 
 }  // namespace kvn::test

@@ -1,5 +1,5 @@
-// The start of the tests of refused memory: a user with profiles of every kind, a service, the bare page, and the
-// module's memory in the test's hands.
+// The fixture of the tests of refused memory: a user with profiles of every kind, a service, the bare page, and control
+// over the module's memory.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -19,7 +19,7 @@
 
 namespace kvn::test {
 
-// Not plain ASCII, so that a function of Windows decodes it.
+// Not plain ASCII, so that a Windows function decodes it.
 inline constexpr char kFirstProfile[] =
     "D\xE9"
     "faut";
@@ -29,32 +29,32 @@ protected:
     void SetUp() override;
 
     struct Sweep {
-        std::function<void()> prepare;     // with all the memory there is
-        std::function<void()> operation;   // without
+        std::function<void()> prepare;     // with all memory available
+        std::function<void()> operation;   // with refusals
         std::function<void()> check;       // what must hold afterwards, with all memory available again
         std::function<bool()> isEnough{};  // ends the sweep early
     };
-    // Whether one allocation is refused or every later one too, and which share of the rounds is made.
+    // Whether only one allocation is refused or every later one too, and which share of the rounds to run.
     struct Rounds {
         bool once;
         int first = 1;
         int step = 1;
     };
-    // Repeats the operation with its first allocation refused, its second one and so on, until it gets by without a
-    // refusal. Returns the number of rounds.
+    // Repeats the operation with its first allocation refused, then its second, and so on, until none is refused.
+    // Returns the number of rounds.
     int SweepRefusals(const Rounds& rounds, const Sweep& sweep);
     // All rounds of both kinds.
     void SweepRefusals(const Sweep& sweep);
 
-    // The page as it must be after any fault: an apply succeeds and notifies the service.
+    // Expects what must hold after any fault: an apply succeeds and notifies the service.
     void ExpectSuccessfulApply();
-    // Writes every value that a profile can have, by way of another profile if there is one.
+    // Writes every value that a profile can have; if there is another profile, by switching to it.
     void ApplyEverything();
     void CloseAndExpectNoLeak();
 
-    // What is on disk and in the registry.
+    // The state on disk and in the registry.
     struct SavedState {
-        std::string file;  // empty without one
+        std::string file;  // empty if there is none
         std::map<std::wstring, StoredValue> values;
 
         friend bool operator==(const SavedState&, const SavedState&) = default;

@@ -1,4 +1,4 @@
-// Memory that is refused while the page's dialogs open, are worked and closed.
+// Memory that is refused while the page's dialogs open, are used and close.
 #include <windows.h>
 
 #include <commctrl.h>
@@ -32,14 +32,14 @@ protected:
         });
     }
 
-    // Works a dialog of the page with memory refused and then applies the page. What is saved is what the dialog found
-    // or what it makes when nothing is refused, and nothing else.
+    // Uses a dialog of the page with memory refused, and then applies the page. The saved state is the one before the
+    // dialog or the one that it makes without refusals, and no other.
     void WorkInEveryRound(const std::function<void()>& work, const std::function<void(bool isMade)>& check = {}) {
         Reopen();
         const std::string found = StateAfterApply().file;
         work();
         const std::string made = StateAfterApply().file;
-        ASSERT_NE(made, found) << "the work changes nothing";
+        ASSERT_NE(made, found) << "the dialog changes nothing";
         Reopen();
         const int before = page.OpenedDialogs();
         SweepRefusals({[] {}, work,
@@ -53,7 +53,7 @@ protected:
         EXPECT_GT(page.OpenedDialogs(), before);
     }
 
-    // A new page, on the earlier profiles.
+    // Opens a new page on the earlier profiles.
     void Reopen() {
         CloseAndExpectNoLeak();
         WriteProfilesOfEveryKind();
@@ -128,7 +128,7 @@ TEST_F(MemoryOfDialogsTest, AProfileIsCopiedWholeOrNotAtAll) {
     WorkInEveryRound([&] { Press(page.Window(), IDC_PAGE_EDIT_PROFILE); });
 }
 
-// The rounds in shares, so that no test takes long.
+// The rounds are split into shares, so that no test takes long.
 class MemoryOfEditorSavingTest : public MemoryOfDialogsTest, public testing::WithParamInterface<std::tuple<bool, int>> {
 protected:
     static constexpr int kShares = 3;
@@ -171,7 +171,7 @@ TEST_P(MemoryOfEditorSavingTest, ARefusedSaveLeavesTheOldFileAndSaysSoOrTheNewOn
         };
         page.ForgetMessages();
         rename();
-        // What was not saved leaves the editor open or is reported; a report takes memory, too.
+        // If nothing was saved, the editor stays open or there is a report; but a report takes memory, too.
         const bool isSaved = State().file == (before == longName ? shortName : longName);
         EXPECT_TRUE(isSaved || State().file == before);
         EXPECT_EQ(isDone && page.Messages().empty(), isSaved);
@@ -195,7 +195,7 @@ TEST_F(MemoryOfDialogsTest, AProgramIsAddedWholeOrNotAtAll) {
         SetDlgItemTextW(dialog, IDC_PROGRAM_PATH, L"C:\\another path\\to\\another program.exe");
         Press(dialog, IDOK);
     });
-    // A row that nothing is behind would shift all later ones.
+    // A row without a program would shift all later ones.
     const auto work = [&] {
         shown = 0;
         Press(page.Window(), IDC_PAGE_EDIT_PROFILE);
@@ -233,7 +233,7 @@ TEST_F(MemoryOfDialogsTest, AStrokeAfterARefusedOneIsRecorded) {
     CloseAndExpectNoLeak();
 }
 
-TEST_F(MemoryOfDialogsTest, AListThatWasNotFilledToItsEndTakesNewGesturesInTheirPlace) {
+TEST_F(MemoryOfDialogsTest, AnIncompleteListShowsNewGesturesInTheirPlace) {
     page.AddAndOpen();
     const HWND profiles = page.PageControl(IDC_PAGE_PROFILE);
     const auto isHalfFilled = [&] { return SelectedIndex(profiles) == 0 && RowCountOf(Gestures()) == 1; };

@@ -1,4 +1,4 @@
-// Memory that is refused while the page is made and opened.
+// Memory that is refused while the page is created and opened.
 #include <cctype>
 #include <cstdlib>
 #include <thread>
@@ -41,7 +41,7 @@ TEST(FirstExceptionTest, OfAnotherThreadIsThrownAfterTheReserveWasUsedOnce) {
     const ModuleUnderTest module;
     ModuleMemory memory(module.Handle());
     EXPECT_EQ(ResultWithoutMemory(module, memory), E_OUTOFMEMORY);
-    // With memory again, any call sets the next reserve aside.
+    // With memory available again, any call refills the reserve.
     module.Factory();
     HRESULT result = S_OK;
     std::thread([&] { result = ResultWithoutMemory(module, memory); }).join();
@@ -92,8 +92,8 @@ TEST_F(MemoryOfExtensionTest, APanelThatIsRefusedTwiceMeansNoPage) {
     EXPECT_EQ(result, S_OK);
 }
 
-// Tells the memory when the parser of the profile file is at work, which loses its tree when its memory is refused;
-// nobody else loses anything. It begins with a look for white space and is over when the first text is decoded.
+// Notices when the parser of the profile file is running, because only that code leaks: it loses its tree if memory is
+// refused. The parser begins by skipping white space, and is done when the first text is decoded.
 class ParserWatch {
 public:
     ParserWatch(HMODULE module, ModuleMemory& memory)
@@ -119,7 +119,7 @@ private:
     ReplacedImport<"_mbstowcs_l", std::size_t(wchar_t*, const char*, std::size_t, _locale_t)> decode;
 };
 
-// The rounds of one sweep, in shares, so that no test takes long.
+// The rounds of one sweep are split into shares, so that no test takes long.
 class MemoryOfOpeningTest : public MemoryFaultTest, public testing::WithParamInterface<std::tuple<bool, int>> {
 protected:
     static constexpr int kShares = 6;
@@ -141,7 +141,7 @@ protected:
         EXPECT_GT(made, 20);
     }
 
-    // What an apply of this page leaves behind; the page is closed.
+    // The state after an apply of this page; closes the page.
     SavedState StateAfterApply() {
         page.AddAndOpen();
         ApplyEverything();
@@ -149,7 +149,7 @@ protected:
         return State();
     }
 
-    // Nothing but these values, some or all.
+    // Expects only these values, some or all of them.
     void ExpectOnlyValuesOf(const SavedState& state) const {
         for (const auto& [name, value] : State().values) {
             const auto found = state.values.find(name);
@@ -159,7 +159,7 @@ protected:
     }
 
 private:
-    // Also a page that could not be set up can be applied.
+    // A page that could not be set up can be applied, too.
     void Apply() {
         const bool canTell = std::get<0>(GetParam());
         const bool hasPanel = GetWindowLongPtrW(page.Window(), GWLP_USERDATA) != 0;
@@ -168,7 +168,7 @@ private:
             EXPECT_EQ(page.Messages(), std::vector<std::wstring>{L"Settings failed."});
         }
         page.ForgetMessages();
-        // What a pane shows that was not set up to its end must never be saved.
+        // The contents of an incomplete pane must never be saved.
         if (hadPanes && GetWindowLongPtrW(page.ButtonPane(), GWLP_USERDATA) == 0) {
             SendMessageW(page.Window(), WM_COMMAND, IDC_PANE_RESET, 0);
             page.ForgetMessages();
@@ -203,9 +203,9 @@ TEST_P(MemoryOfOpeningTest, AFirstDefaultProfileIsWholeOrMissing) {
                          EXPECT_EQ(State().file, State().file.empty() ? "" : whole.file);
                          ExpectOnlyValuesOf(whole);
                      },
-                     // Once there is a profile this is an opening like any other.
+                     // Once there is a profile, this is an opening like any other.
                      [&] { return hadPanes; });
-    // Whatever the last fault was, the next opening is as good as the first.
+    // After any fault, the next opening works like the first.
     ForgetProfiles();
     EXPECT_EQ(StateAfterApply(), whole);
 }

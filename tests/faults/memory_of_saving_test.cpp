@@ -1,4 +1,4 @@
-// Memory that is refused while the open page saves, changes its profile or is told something.
+// Memory that is refused while the open page saves, changes its profile or gets messages.
 #include "resources/resource.h"
 #include "tests/faults/memory_fault_fixture.h"
 #include "tests/support/combo_contents.h"
@@ -19,7 +19,7 @@ protected:
         CloseAndExpectNoLeak();
     }
 
-    // What an apply of this profile leaves behind.
+    // The state after an apply of this profile.
     SavedState StateOf(int profile) {
         page.ChooseProfile(profile);
         ExpectSuccessfulApply();
@@ -29,7 +29,7 @@ protected:
     int ShownProfile() const { return SelectedIndex(page.PageControl(IDC_PAGE_PROFILE)); }
 };
 
-TEST_F(MemoryOfSavingTest, ARefusedApplyLeavesTheOldFileOrTheNewOneAndTheNextOneMendsIt) {
+TEST_F(MemoryOfSavingTest, ARefusedApplyLeavesTheOldFileOrTheNewOneAndTheNextApplyRepairsIt) {
     const std::vector<SavedState> states{StateOf(0), StateOf(1)};
     ASSERT_NE(states[1].file, states[0].file);
     int from = 1;
@@ -48,7 +48,7 @@ TEST_F(MemoryOfSavingTest, ARefusedApplyLeavesTheOldFileOrTheNewOneAndTheNextOne
 }
 
 TEST_F(MemoryOfSavingTest, ARefusedApplyIsReported) {
-    // Alone, since a report takes memory too.
+    // Only one allocation at a time, since a report takes memory too.
     SweepRefusals({true}, {[&] { page.ForgetMessages(); },
                            [&] {
                                const std::size_t before = NoticesSoFar();
@@ -60,7 +60,7 @@ TEST_F(MemoryOfSavingTest, ARefusedApplyIsReported) {
                            [] {}});
 }
 
-TEST_F(MemoryOfSavingTest, ARefusedChangeOfTheProfileMixesNothing) {
+TEST_F(MemoryOfSavingTest, ARefusedChangeOfTheProfileMixesNoSettings) {
     const SavedState first = StateOf(0);
     const SavedState second = StateOf(1);
     SweepRefusals({[&] { page.ChooseProfile(0); }, [&] { page.ChooseProfile(1); },
@@ -87,7 +87,7 @@ TEST_F(MemoryOfSavingTest, RefusedMessagesAreSurvived) {
                        SendMessageW(page.PaneControl(IDC_PANE_RIGHT), WM_KILLFOCUS, 0, 0);
                    },
                    [&] { EXPECT_EQ(State().file, before); }});
-    // Brings back what the profile has instead of the initial values.
+    // Restores the profile's values in place of the initial ones.
     page.ChooseProfile(1);
 }
 

@@ -22,7 +22,7 @@ constexpr int kNumbers = 11;
 constexpr int kAllValues = 20;  // numbers, keys and lists
 constexpr int kReadAttempts = 10;
 
-// Counts the calls of the registry's functions and lets some of them fail.
+// Counts the calls of the registry functions and makes some of them fail.
 class FaultyRegistry {
 public:
     explicit FaultyRegistry(HMODULE module)
@@ -67,7 +67,7 @@ public:
     Calls creations;
     Calls opens;
     Calls queries;
-    std::vector<std::wstring> written;  // the values that were to be set, also those that failed
+    std::vector<std::wstring> written;  // the values that the page tried to set, including failed ones
 
     void FailNothing() {
         for (Calls* calls : {&sets, &creations, &opens, &queries}) calls->Fail(0, 0);
@@ -102,7 +102,7 @@ protected:
     std::string Saved() const { return ReadFileText(ProfilePath()); }
     Values ModelValues() const { return StoredValues(mouse.Key()); }
 
-    // A first profile like a new one and a second one that differs from it in every value.
+    // The first profile is like a new one; the second differs from it in every value.
     void WriteProfiles() const {
         const std::string other =
             ProfileText("Other", {{"lbutton", "2"},
@@ -169,7 +169,7 @@ protected:
 
             registry.FailNothing();
             ExpectSuccessfulApply();
-            EXPECT_EQ(Notices(), notices + 1) << "the service heard of the failed apply";
+            EXPECT_EQ(Notices(), notices + 1) << "the service was notified of the failed apply";
             EXPECT_EQ(ModelValues(), all);
             EXPECT_NE(Saved(), file);
             page.Close();
@@ -206,7 +206,7 @@ protected:
         }
     }
 
-    // Reads that fail again and again from the k-th on until their attempts are spent, for every value of the mouse.
+    // Reads fail from the k-th on until no attempts are left, for every value of the mouse.
     void FailEachReadOfTheMouse(FaultyRegistry::Calls FaultyRegistry::*calls) {
         constexpr int kMouseValues = 6;
         WriteProfiles();
@@ -216,7 +216,7 @@ protected:
                 registry.FailNothing();
                 page.ForgetMessages();
                 page.Add();
-                // The first call looks for the machine's own default, which is not there to be read in.
+                // The first call looks for the machine-wide default, which does not exist here.
                 const int before = &FaultyRegistry::opens == calls ? 1 : 0;
                 (registry.*calls).Fail(before + value, before + value + failures - 1);
                 page.Open();
@@ -247,11 +247,11 @@ protected:
     FaultyRegistry registry{module.Handle()};
 };
 
-TEST_F(RegistryFaultTest, AnyOneValueThatCannotBeSetFailsTheApplyAndTheNextOneMendsIt) {
+TEST_F(RegistryFaultTest, AnyOneValueThatCannotBeSetFailsTheApplyAndTheNextApplyRepairsIt) {
     FailEachWriteOfAnApply(&FaultyRegistry::sets);
 }
 
-TEST_F(RegistryFaultTest, AnyOneKeyThatCannotBeOpenedForWritingFailsTheApplyAndTheNextOneMendsIt) {
+TEST_F(RegistryFaultTest, AnyOneKeyThatCannotBeOpenedForWritingFailsTheApplyAndTheNextApplyRepairsIt) {
     FailEachWriteOfAnApply(&FaultyRegistry::creations);
 }
 
@@ -263,11 +263,11 @@ TEST_F(RegistryFaultTest, ANumberOfANewProfileWhoseKeyCannotBeOpenedIsWrittenByT
     FailEachWriteOfANewProfile(&FaultyRegistry::creations);
 }
 
-TEST_F(RegistryFaultTest, AValueOfTheMouseIsAskedForTenTimesBeforeItIsMissed) {
+TEST_F(RegistryFaultTest, AValueOfTheMouseIsReadTenTimesBeforeItCountsAsMissing) {
     FailEachReadOfTheMouse(&FaultyRegistry::queries);
 }
 
-TEST_F(RegistryFaultTest, TheKeyOfTheMouseIsOpenedTenTimesBeforeItIsMissed) {
+TEST_F(RegistryFaultTest, TheKeyOfTheMouseIsOpenedTenTimesBeforeItCountsAsMissing) {
     FailEachReadOfTheMouse(&FaultyRegistry::opens);
 }
 

@@ -1,4 +1,4 @@
-// A service that vanishes between two messages, is replaced, answers late, or sends what it should not.
+// A service that vanishes between two messages, is replaced, answers late, or sends wrong data.
 #include <windows.h>
 
 #include <commctrl.h>
@@ -26,10 +26,10 @@ class ServiceFaultTest : public WholePageTest {
 protected:
     void SetUp() override {
         WholePageTest::SetUp();
-        StartAnew();
+        StartOver();
     }
 
-    // Puts the initial values into the pane, which shows what the page takes them to be.
+    // Puts the initial values into the pane, which shows them as the page knows them.
     Record InitialValues() {
         Press(page.ButtonPane(), IDC_PANE_RESET);
         const auto function = [&](int control) { return SelectedData(page.PaneControl(control)).value_or(-1); };
@@ -54,7 +54,7 @@ protected:
                      reinterpret_cast<LPARAM>(data));
     }
 
-    // The gesture editor, worked while the service does what it likes.
+    // Uses the gesture editor while the service misbehaves.
     void WithEditor(const std::function<void(HWND editor)>& work) {
         page.WhenDialogOpens(IDD_EDIT_GESTURE, [=](HWND editor) {
             KillTimer(editor, kCaptureTimer);
@@ -140,7 +140,7 @@ TEST_F(ServiceFaultTest, ReplacedWhileAStrokeIsDrawnTheNewOneIsAsked) {
     ExpectApplies();
 }
 
-TEST_F(ServiceFaultTest, GoneBeforeTheEditorClosesOrThePageAppliesNobodyIsTold) {
+TEST_F(ServiceFaultTest, GoneBeforeTheEditorClosesOrThePageAppliesNothingIsSent) {
     page.AddAndOpen();
     WithEditor([&](HWND) { service.reset(); });
     EXPECT_TRUE(page.Apply());
@@ -149,12 +149,12 @@ TEST_F(ServiceFaultTest, GoneBeforeTheEditorClosesOrThePageAppliesNobodyIsTold) 
     ExpectApplies();
 }
 
-TEST_F(ServiceFaultTest, ThatAnswersLateIsWaitedForAndTicksMeanwhileAreNone) {
+TEST_F(ServiceFaultTest, ThatAnswersLateIsAwaitedAndTicksMeanwhileDoNothing) {
     page.AddAndOpen();
     WithEditor([&](HWND editor) {
         ClickStroke(editor);
         service->ReplyTo(ServiceMessage::IsButtonHeld, 1);
-        // A thread that waits for an answer takes what others send: here two ticks, and a record.
+        // A thread that waits for an answer handles messages from other threads: here two ticks and a record.
         service->WhenCalled(ServiceMessage::IsButtonHeld, [&] {
             Sleep(300);
             Tick(editor);
@@ -240,7 +240,7 @@ TEST_F(ServiceFaultTest, ThatVanishesAtTheStartOfTheEditorLeavesItToTheUser) {
     ExpectApplies();
 }
 
-TEST_F(ServiceFaultTest, RecordsOfAnyOtherSizeAreShortOrTheirRestIsNoMatter) {
+TEST_F(ServiceFaultTest, RecordsThatAreTooShortAreIgnoredAndExtraBytesDoNotMatter) {
     page.AddAndOpen();
     const Record before = InitialValues();
     ASSERT_NE(before, kSent);
@@ -302,14 +302,14 @@ TEST_F(ServiceFaultTest, RecordsThatComeWhileADialogOrAMessageIsOpenCount) {
     Record other = kSent;
     other[5] = 2;
     page.WhenMessageOpens([&] { service->SendData(page.Window(), other.data(), kRecordBytes); });
-    // The question before the reset is such a message.
+    // The question before the reset is such a message box.
     EXPECT_EQ(InitialValues(), other);
     page.WhenMessageOpens({});
     ExpectApplies();
 }
 
 TEST_F(ServiceFaultTest, ARecordThatComesWhileThePageOpensCounts) {
-    // The page reports a mouse that cannot be read at once, before it has its panes.
+    // If the mouse cannot be read, the page reports it at once, before it has its panes.
     RemovePublished(L"MouseFlag");
     page.WhenMessageOpens([&] {
         service->SendData(FindChildWindow(page.Parent(), [](HWND) { return true; }), kSent.data(), kRecordBytes);
@@ -321,7 +321,7 @@ TEST_F(ServiceFaultTest, ARecordThatComesWhileThePageOpensCounts) {
     ExpectApplies();
 }
 
-TEST_F(ServiceFaultTest, ARecordForAPageThatIsGoneIsNobodys) {
+TEST_F(ServiceFaultTest, ARecordForAClosedPageIsIgnored) {
     page.AddAndOpen();
     const HWND gone = page.Window();
     page.Close();

@@ -41,17 +41,17 @@ void WholePageTest::SetUp() {
     WritePng(folder + L"\\MouseImage\\" + mouse.image + L"_2.png", kBlack);
     WriteShortcut(folder + L"\\Programs\\Editor.lnk");
     UseDialogs();
-    // Whole tours load the libraries and fill the caches that stay; those of the process take three.
+    // Whole tours load libraries and fill caches that stay. The first test of a process needs three of them.
     static int tours = 3;
     for (; tours > 0; --tours) {
-        StartAnew();
+        StartOver();
         ASSERT_TRUE(GoThroughThePage());
         page.Close();
     }
     tours = 1;
     WarmUp(memory, page);
     leaks.emplace(module, memory, page);
-    // What the test looks at begins here.
+    // The part that the test examines begins here.
     service.emplace();
     helpFiles.clear();
     page.ForgetMessages();
@@ -105,7 +105,7 @@ void WholePageTest::DrawGesture(HWND editor) {
     Press(editor, IDOK);
 }
 
-void WholePageTest::StartAnew() const {
+void WholePageTest::StartOver() const {
     const std::string first = ProfileText(
         "Default", {{"tbutton", "36"}, {"Application", "<name>n</name><path>C:\\windows\\notepad.exe</path>"}});
     WriteFileText(ProfilePath(), ProfileFileText({first, ProfileText("Second", {{"rbutton", "5"}})}));
@@ -138,7 +138,7 @@ void WholePageTest::ExpectNoDamage() const {
 }
 
 void WholePageTest::ExpectWholeTour(const Saved& whole) {
-    StartAnew();
+    StartOver();
     EXPECT_TRUE(GoThroughThePage());
     EXPECT_EQ(State().file, whole.file);
     EXPECT_TRUE(whole == State());
@@ -150,7 +150,7 @@ WholePageTest::Saved WholePageTest::State() const {
 }
 
 WholePageTest::Saved WholePageTest::StateAfterTour() {
-    StartAnew();
+    StartOver();
     EXPECT_TRUE(GoThroughThePage());
     Saved state = State();
     page.Close();

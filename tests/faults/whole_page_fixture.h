@@ -1,4 +1,4 @@
-// The start of the tests of failing Windows functions and services: a bare page with pictures, programs and profiles,
+// The fixture of the tests of failing Windows functions and services: a bare page with pictures, programs and profiles,
 // and a user who goes through all of it.
 #pragma once
 
@@ -33,11 +33,11 @@ protected:
     void SetUp() override;
     void TearDown() override;
 
-    // The user as before the first tour: two profiles, and a mouse with the gesture function.
-    void StartAnew() const;
-    // Everything that the page offers, and an apply; its answer.
+    // Restores the user's state before the first tour: two profiles, and a mouse with the gesture function.
+    void StartOver() const;
+    // Uses everything that the page offers, and applies; returns the answer.
     bool GoThroughThePage();
-    // The tour without a fault, from the start, leaves just this behind.
+    // A tour without faults, from the start, leaves exactly this behind.
     struct Saved {
         std::string file;
         std::map<std::wstring, StoredValue> values;
@@ -52,7 +52,7 @@ protected:
     void CloseAndExpectNoLeak();
     std::wstring ProfilePath() const { return user.SettingsFolder() + L"\\" + mouse.Name() + L".xml"; }
 
-    // What the dialogs' user does.
+    // Sets the user's actions in the dialogs.
     void UseDialogs();
     void DrawGesture(HWND editor);
     static void Tick(HWND editor) { SendMessageW(editor, WM_TIMER, kCaptureTimer, 0); }
@@ -66,7 +66,7 @@ protected:
     ModuleMemory memory{module.Handle()};
     BarePage page{module};
     std::optional<LeakCheck> leaks;       // from the first tour to the end of the test
-    std::vector<std::wstring> helpFiles;  // that were opened
+    std::vector<std::wstring> helpFiles;  // the help files that were opened
     bool hasFileName = true;              // the service's process reports the path of its program
 
 private:

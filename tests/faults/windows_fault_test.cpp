@@ -1,4 +1,4 @@
-// Windows' functions that fail as a whole, and what becomes of the page then.
+// Windows functions that always fail, and what the page does then.
 #include <windows.h>
 
 #include <objidl.h>
@@ -31,7 +31,7 @@ TEST_P(RefusedDialogTest, IsLeftOutAndOpensTheNextTime) {
     const int before = page.OpenedDialogs();
     const Saved whole = StateAfterTour();
     const int dialogs = page.OpenedDialogs();
-    StartAnew();
+    StartOver();
     page.RefuseDialog(GetParam());
     EXPECT_TRUE(GoThroughThePage());
     EXPECT_LT(page.OpenedDialogs() - dialogs, dialogs - before);
@@ -56,7 +56,7 @@ TEST_F(WindowsFaultTest, AnyMissingTextIsOnlyMissing) {
     for (const UINT id : ids) {
         SCOPED_TRACE(id);
         missing = id;
-        StartAnew();
+        StartOver();
         page.AddAndOpen();
         EXPECT_TRUE(page.Apply());
         Press(page.GesturePane(), IDC_GESTURES_ADD);
@@ -65,14 +65,14 @@ TEST_F(WindowsFaultTest, AnyMissingTextIsOnlyMissing) {
         CloseAndExpectNoLeak();
     }
     missing = 0;
-    // Without its own folder's text the file goes to the one above.
+    // Without the text for its folder, the file goes to the folder above.
     DeleteFileW((user.ApplicationData() + L"\\" + mouse.Name() + L".xml").c_str());
     ExpectWholeTour(whole);
 }
 
 TEST_F(WindowsFaultTest, AServiceWhoseProgramHasNoNameMakesHelpInertAndShowsNoPicture) {
     hasFileName = false;
-    StartAnew();
+    StartOver();
     EXPECT_TRUE(GoThroughThePage());
     EXPECT_TRUE(helpFiles.empty());
     EXPECT_EQ(SendMessageW(page.PaneControl(IDC_PANE_PICTURE), STM_GETIMAGE, IMAGE_BITMAP, 0), 0);
@@ -87,7 +87,7 @@ TEST_F(WindowsFaultTest, WithoutGdiplusThereAreNoPicturesButThereIsHelp) {
         });
     int shutdowns = 0;
     const ReplacedImport<"GdiplusShutdown", void(ULONG_PTR)> shutdown(module.Handle(), [&](ULONG_PTR) { ++shutdowns; });
-    StartAnew();
+    StartOver();
     EXPECT_TRUE(GoThroughThePage());
     EXPECT_EQ(SendMessageW(page.PaneControl(IDC_PANE_PICTURE), STM_GETIMAGE, IMAGE_BITMAP, 0), 0);
     EXPECT_EQ(helpFiles, std::vector<std::wstring>{folder + L"\\KvnUtilHelp.htm"});
@@ -97,7 +97,7 @@ TEST_F(WindowsFaultTest, WithoutGdiplusThereAreNoPicturesButThereIsHelp) {
 }
 
 TEST_F(WindowsFaultTest, AFolderThatCannotBeMadeIsReportedAndTheNextApplyFindsIt) {
-    StartAnew();
+    StartOver();
     std::filesystem::remove_all(user.SettingsFolder());
     {
         const ReplacedImport<"SHCreateDirectory", int(HWND, PCWSTR)> create(
@@ -112,7 +112,7 @@ TEST_F(WindowsFaultTest, AFolderThatCannotBeMadeIsReportedAndTheNextApplyFindsIt
     ExpectNoDamage();
 }
 
-// The dialog for a file comes from a library that is loaded late.
+// The dialog for files comes from a library that is loaded at its first use.
 class OpenDialogFaultTest : public WholePageTest {
 protected:
     void SetUp() override {
@@ -123,7 +123,7 @@ protected:
         });
     }
     void ExpectNothingChosen() {
-        StartAnew();
+        StartOver();
         EXPECT_TRUE(GoThroughThePage());
         EXPECT_TRUE(staysOpen);
         EXPECT_EQ(State().file.find("regedit"), std::string::npos);

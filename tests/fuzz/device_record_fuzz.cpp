@@ -1,4 +1,4 @@
-// What stands in the registry about the attached mouse, of any length and content, becomes a plausible mouse or none.
+// Registry values about the attached mouse, of any length and content, give a plausible mouse or none.
 #include <algorithm>
 
 #include "model/device_record.h"
@@ -8,7 +8,7 @@ using namespace kvn;
 
 namespace {
 
-// As the registry fills a buffer: from its beginning, with as many bytes as the value has.
+// Fills a buffer as the registry does: from its beginning, with as many bytes as the value has.
 template <typename Buffer>
 void Fill(fuzz::FuzzInput& input, Buffer& buffer) {
     const std::size_t length = input.Number<std::uint16_t>();
@@ -37,7 +37,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const model::PublishedDevice published = PublishedIn({data, size});
     const auto device = model::DeviceFromPublished(published);
     const bool isPlausible = published.hasTilt <= 1 && published.buttonCount <= 7;
-    fuzz::Require(device.has_value() == isPlausible, "a mouse is read when its capabilities are in their ranges");
+    fuzz::Require(device.has_value() == isPlausible, "a mouse is read if its capabilities are in their ranges");
     if (!device) return 0;
 
     fuzz::Require(device->vid == published.vid && device->pid == published.pid &&

@@ -1,5 +1,5 @@
-// Any history of a mouse and of what changes around it: the service's engine says what the second one says, and keeps
-// its promises.
+// Any history of a mouse and of changes around it: the service's engine answers as the second one does, and keeps its
+// promises.
 #include "tests/fuzz/fuzz_input.h"
 #include "tests/service_engine/engine_comparison.h"
 #include "tests/service_engine/input_maker.h"

@@ -1,4 +1,4 @@
-// Any text comes back from its escaped form, whatever the code page lacks; and any text can be looked at for escapes.
+// Any text comes back from its escaped form, whatever the code page lacks; and any text can be unescaped.
 #include "model/text_codec.h"
 #include "tests/fuzz/fuzz_input.h"
 #include "tests/model/test_codecs.h"
@@ -7,7 +7,7 @@ using namespace kvn;
 
 namespace {
 
-// A reader of its own, by docs/profile-file.md: "&#x", at most six hexadecimal digits, ";".
+// A separate reader, written after docs/profile-file.md: "&#x", at most six hexadecimal digits, ";".
 std::wstring ReadReferences(const std::wstring& escaped) {
     std::wstring text;
     for (std::size_t at = 0; at < escaped.size();) {
@@ -30,7 +30,7 @@ void RequireBack(const std::wstring& text, const model::TextCodec& codec) {
     fuzz::Require(escaped.find("]]>") == std::string::npos, "an escaped text never ends its section");
     fuzz::Require(escaped.find('\0') == std::string::npos, "an escaped text holds no zero");
     const std::wstring decoded = codec.Decode(escaped);
-    fuzz::Require(ReadReferences(decoded) == text, "an escaped text says what it stands for");
+    fuzz::Require(ReadReferences(decoded) == text, "an escaped text decodes to the original");
     fuzz::Require(model::Unescape(decoded) == text, "an escaped text comes back");
 }
 
@@ -43,7 +43,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     while (!input.IsAtEnd()) {
         const std::wstring text = input.Text();
         const std::wstring unescaped = model::Unescape(text);
-        fuzz::Require(unescaped.size() <= text.size(), "resolving references makes no text longer");
+        fuzz::Require(unescaped.size() <= text.size(), "resolving references never makes a text longer");
         for (const model::TextCodec* codec : std::initializer_list<const model::TextCodec*>{&latin, &doubleByte}) {
             RequireBack(text, *codec);
             RequireBack(unescaped, *codec);

@@ -1,5 +1,5 @@
-// Any text gives keys of the table, which their own text gives again; and any keys have a text that is read back, but
-// for the three keys whose names separate.
+// Any text gives keys of the table, which come back from their own text; and the text of any keys is read back, except
+// for the three keys whose names contain separators.
 #include <algorithm>
 
 #include "model/etc_key.h"
@@ -15,7 +15,7 @@ bool IsInTable(model::KeyCode code) {
     return code == model::kNoKey || model::KeyNameOf(code) != nullptr;
 }
 
-// Whether the name holds a character that means something in a text.
+// Whether the name contains a separator.
 bool Separates(model::KeyCode code) {
     return code == 107 || code == 219 || code == 221;
 }
@@ -24,7 +24,7 @@ bool IsAnyShift(model::KeyCode code) {
     return code == 16 || code == 160 || code == 161;
 }
 
-// The keys as a text has them: without gaps, the prompt and what is no key.
+// The keys as in a text: without gaps, the prompt and codes that name no key.
 model::EtcKey WithoutGaps(const model::EtcKey& keys) {
     model::EtcKey packed;
     std::copy_if(keys.codes.begin(), keys.codes.end(), packed.codes.begin(),
@@ -54,7 +54,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (const model::EtcKey& keys : {chosen, read}) {
         model::EtcKey expected = keys;
         std::replace_if(expected.codes.begin(), expected.codes.end(), IsAnyShift, model::kNoKey);
-        fuzz::Require(model::WithoutShiftKeys(keys) == expected, "the Shift keys go, and nothing else");
+        fuzz::Require(model::WithoutShiftKeys(keys) == expected, "the Shift keys are removed, and nothing else");
     }
     return 0;
 }

@@ -1,4 +1,4 @@
-// Code that the targets share: a fault ends the run, and bytes become values.
+// Code that the targets share: ends the run at a fault, and turns bytes into values.
 #pragma once
 
 #include <cstddef>
@@ -12,14 +12,14 @@
 
 namespace kvn::fuzz {
 
-// Ends the run unless the condition holds, by which the fuzzer keeps the input.
+// Ends the run unless the condition holds, so that the fuzzer keeps the input.
 inline void Require(bool condition, std::string_view what) {
     if (condition) return;
     std::fprintf(stderr, "Broken: %.*s\n", static_cast<int>(what.size()), what.data());
     std::abort();
 }
 
-// Takes values off the front of the fuzzer's bytes. Beyond their end everything is zero or empty.
+// Takes values from the front of the fuzzer's bytes. After their end everything is zero or empty.
 class FuzzInput {
 public:
     FuzzInput(const std::uint8_t* data, std::size_t size) : bytes(data, size) {}
@@ -47,8 +47,8 @@ public:
         return {taken.begin(), taken.end()};
     }
 
-    // The text up to the next zero byte or the end. ASCII stands for itself; a byte from 0x80 on begins a unit of
-    // three bytes, whose other two are any 16-bit character, the zero among them.
+    // The text up to the next zero byte or the end. ASCII is taken as it is; a byte from 0x80 on begins a unit of three
+    // bytes, whose other two are any 16-bit character, including zero.
     std::wstring Text() {
         std::wstring text;
         while (!IsAtEnd()) {

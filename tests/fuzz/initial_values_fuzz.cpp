@@ -25,7 +25,7 @@ bool IsGood(std::size_t index, std::int32_t number) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    // From an odd address: the record comes from another program.
+    // At an odd address, since the record comes from another program.
     std::vector<std::uint8_t> shifted(size + 1);
     if (size > 0) std::memcpy(shifted.data() + 1, data, size);
     const auto values = model::InitialValuesFromRecord(std::as_bytes(std::span(shifted).subspan(1)));

@@ -22,7 +22,7 @@ inline ListEntry FieldsOf(std::wstring_view entry) {
     }
 }
 
-// The entries; nothing when the block does not end where its last zero is.
+// The entries; nothing if the block does not end at its last zero.
 inline std::optional<std::vector<ListEntry>> EntriesOf(std::wstring_view block) {
     std::vector<ListEntry> entries;
     while (true) {

@@ -1,4 +1,4 @@
-// Any lists of programs and gestures: a reader of the registry finds every entry and every field of theirs.
+// Any lists of programs and gestures: a reader of the registry finds every entry and every field.
 #include <algorithm>
 #include <vector>
 
@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::string_view kLetters = "URDL";
 
-// What a field can hold of a text: it ends at a zero, and a TAB is a blank.
+// A text as a field can hold it: it ends at a zero, and a TAB becomes a blank.
 std::wstring Held(std::wstring text) {
     text.resize(std::min(text.find(L'\0'), text.size()));
     std::replace(text.begin(), text.end(), L'\t', L' ');

@@ -1,4 +1,5 @@
-// Any bytes as a profile file: checked profiles or none; and what was read once is written and read again without loss.
+// Any bytes as a profile file: checked profiles or none; profiles that were read are written and read again without
+// loss.
 #include <algorithm>
 
 #include "model/profile_document.h"
@@ -17,7 +18,7 @@ model::ProfileSet Loaded(const std::string& document, const model::TextCodec& co
     return model::ParseProfileDocument(document, model::DefaultProfileRecord(), {codec, kHeading});
 }
 
-// A text has the used keys only.
+// A text has only the used keys.
 model::EtcKey WithoutGaps(const model::EtcKey& keys) {
     model::EtcKey packed;
     std::copy_if(keys.codes.begin(), keys.codes.end(), packed.codes.begin(),
@@ -25,7 +26,7 @@ model::EtcKey WithoutGaps(const model::EtcKey& keys) {
     return packed;
 }
 
-// What a file holds of the profiles: the ids and the selection once, for all of them.
+// The profiles as a file stores them: with one set of ids and one selection for all.
 model::ProfileSet Storable(model::ProfileSet profiles) {
     for (model::ProfileRecord& record : profiles) {
         record.vid = profiles.front().vid;
@@ -37,7 +38,7 @@ model::ProfileSet Storable(model::ProfileSet profiles) {
     return profiles;
 }
 
-// A character beyond the first 65536 is two where the program runs, and the file's limits count it so.
+// Windows counts a character beyond the first 65536 as two, and so do the file's limits.
 bool IsNarrow(const std::wstring& text) {
     return std::all_of(text.begin(), text.end(), [](wchar_t character) { return character <= 0xFFFF; });
 }

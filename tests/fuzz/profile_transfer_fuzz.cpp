@@ -1,5 +1,5 @@
-// Any bytes as a file to import: a problem, or profiles that keep every rule; and what was taken is exported and taken
-// again without loss, under another code page too.
+// Any bytes as a file to import: a problem, or profiles that keep every rule. Imported profiles are exported and
+// imported again without loss, under another code page too.
 #include <algorithm>
 #include <variant>
 

@@ -1,4 +1,4 @@
-// Any bytes as the values of a model's key: settings in their ranges, and what the page would write of them comes back.
+// Any bytes as the values of a model's key: settings in their ranges, which come back after the page has written them.
 #include <optional>
 #include <vector>
 
@@ -26,7 +26,7 @@ std::vector<model::GestureEntry> WrittenAndRead(const std::vector<model::Gesture
     return model::GesturesFromMultiString(model::GesturesToMultiString(gestures), kHeading);
 }
 
-// A key without a text of its own is lost by writing it: the second time nothing more is.
+// Writing loses a key that has no text. The second time nothing more is lost.
 void RequireGesturesBack(const std::vector<model::GestureEntry>& gestures) {
     const auto once = WrittenAndRead(gestures);
     fuzz::Require(once.size() == gestures.size(), "every gesture is found");

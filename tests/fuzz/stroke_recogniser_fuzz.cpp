@@ -1,4 +1,4 @@
-// Any samples: the recogniser says what the second one says, within what a notice may hold.
+// Any samples: the recogniser gives the same notices as the second one, within the limits of a notice.
 #include <algorithm>
 #include <limits>
 
@@ -14,7 +14,7 @@ namespace {
 // The bits of a sample's first byte.
 constexpr unsigned kHeld = 1;
 constexpr unsigned kCancelHeld = 2;
-constexpr unsigned kFarMove = 4;  // bytes for each axis, from the last place
+constexpr unsigned kFarMove = 4;  // two bytes for each axis, from the last place
 constexpr unsigned kAnyPlace = 8;
 
 std::int32_t Moved(std::int32_t from, std::int64_t by) {
@@ -66,11 +66,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         if (notice) RequireWellFormed(*notice);
         const std::string told = notice ? model::Describe(*notice) : "";
         fuzz::Require(told == oracle.Take(sample.cursor.x, sample.cursor.y, sample.isHeld, sample.isCancelHeld),
-                      "both recognisers say the same");
+                      "both recognisers agree");
         const bool begins = told == "Started ";
         const bool ends = told.starts_with("Completed ") || told == "Cancelled ";
-        fuzz::Require(recogniser.IsTracking() == (begins || (wasTracking && !ends)),
-                      "a stroke is begun and ended once");
+        fuzz::Require(recogniser.IsTracking() == (begins || (wasTracking && !ends)), "a stroke begins and ends once");
     }
     return 0;
 }

@@ -1,4 +1,4 @@
-// A profile document as it is written to a file, but in memory: a file for each run would be slow.
+// A profile document as in a file, but in memory, since a file for each run would be slow.
 #pragma once
 
 #include <tinyxml.h>

@@ -1,4 +1,4 @@
-// Any bytes: TinyXML gets through what the guard lets pass, and nests it no deeper than the guard counted.
+// Any bytes: TinyXML can parse what the guard accepts, and nests it no deeper than the guard counted.
 #include <tinyxml.h>
 
 #include <algorithm>
@@ -12,8 +12,8 @@ using namespace kvn;
 
 namespace {
 
-// One byte of the input stands for a run of a piece, so that a few changes of it make a deep document or seem to end
-// one.
+// One byte of the input stands for many copies of a piece, so that a few changed bytes make a deep document, or seem to
+// end one.
 struct Run {
     char byte;
     std::string_view piece;

@@ -115,7 +115,7 @@ TEST(TextToEtcKeyTest, ThePromptIsReadAsItsCode) {
     EXPECT_EQ(FromText(L"Enter key+V"), Keys(0, kV));
 }
 
-TEST(TextToEtcKeyTest, ReadsEveryKeyBackButThoseWhoseNamesSeparate) {
+TEST(TextToEtcKeyTest, ReadsBackEveryKeyExceptThoseWithSeparatorsInTheirNames) {
     for (const KeyNameRow& row : kKeyNameTable) {
         if (row.code == kPromptKey) continue;
         const bool separates = row.code == 107 || row.code == 219 || row.code == 221;
@@ -136,7 +136,7 @@ TEST(ArbitraryKeyLabelTest, CanBeReadBack) {
     EXPECT_EQ(FromText(ArbitraryKeyLabel(test::kArbitraryKeyText, keys)), keys);
 }
 
-TEST(WithoutShiftKeysTest, TakesEveryShiftKeyAway) {
+TEST(WithoutShiftKeysTest, RemovesEveryShiftKey) {
     EXPECT_EQ(WithoutShiftKeys(Keys(16, 160, 161)), Keys());
     EXPECT_EQ(WithoutShiftKeys(Keys(kCtrl, 160, kV)), Keys(kCtrl, kNoKey, kV));
     EXPECT_EQ(WithoutShiftKeys(Keys(kCtrl, kAlt, kV)), Keys(kCtrl, kAlt, kV));

@@ -22,7 +22,7 @@ std::vector<TextAndCode> AsPairs(const auto& rows) {
     return pairs;
 }
 
-// Rows 2 to 35: what every version of Windows but 6.2 and 5.x offers, up to the gesture function.
+// Rows 2 to 35: the functions that every version of Windows except 6.2 and 5.x offers, up to the gesture function.
 std::vector<TextAndCode> PlainFunctions() {
     return {{400, 1},  {401, 2},  {402, 3},  {403, 4},  {404, 5},  {405, 6},  {406, 7},  {407, 8},  {408, 9},
             {409, 10}, {410, 11}, {411, 12}, {412, 13}, {413, 14}, {414, 15}, {415, 16}, {416, 17}, {417, 18},
@@ -137,7 +137,7 @@ TEST(FunctionCatalogueTest, CodesWithoutARowAndTheBlankRowAreNeverOffered) {
     }
 }
 
-TEST(FunctionCatalogueTest, AGestureRunsWhatASlotCanButNeitherGestureNorOff) {
+TEST(FunctionCatalogueTest, AGestureOffersTheFunctionsOfASlotExceptGestureAndOff) {
     EXPECT_EQ(AsPairs(FunctionsForGesture(kWindows7)), Joined(PlainFunctions(), {{436, 37}}));
     EXPECT_EQ(AsPairs(FunctionsForGesture(kWindows8)),
               Joined(Joined(Without(PlainFunctions(), 31), {{436, 37}}), CharmFunctions()));

@@ -1,4 +1,4 @@
-// Documents that nobody wrote in good faith: whatever they are, reading ends soon, in one piece, with checked values.
+// Documents written with bad intent: reading always ends soon, without a crash, and with checked values.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -91,7 +91,7 @@ TEST(HostileDocumentTest, MutatedDocumentsGiveCheckedProfilesOrNone) {
             }
         }
     }
-    // Some survive their mutation: more than the way into the refusal is tested.
+    // Some documents survive their mutation, so not only refusals are tested.
     EXPECT_GT(readable, 250U);
 }
 
@@ -120,8 +120,8 @@ TEST(HostileDocumentTest, DeepNestingIsRefused) {
     EXPECT_TRUE(IsRefused(test::Repeated("<a>", 100'000) + test::Repeated("</a>", 100'000)));
 }
 
-// TinyXML reads some quoted values past a ">", some ">" in spite of quotes, and takes the next ";" for a reference's
-// end.
+// TinyXML reads some quoted values past a ">", accepts some ">" within quotes, and takes the next ";" as the end of a
+// reference.
 TEST(HostileDocumentTest, DeepNestingBehindQuotesIsRefused) {
     const std::string deep = test::Repeated("<a>", 100'000);
     EXPECT_TRUE(IsRefused("<?xml version=\"><!--\" ?>" + deep + "-->"));

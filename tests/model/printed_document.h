@@ -15,7 +15,7 @@
 
 namespace kvn::model::test {
 
-// A file that nobody else has and that is gone afterwards.
+// A private file that is removed afterwards.
 class ScratchFile {
 public:
     ScratchFile() : path(std::filesystem::temp_directory_path() / UniqueName()) {

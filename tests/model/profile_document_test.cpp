@@ -1,4 +1,4 @@
-// Writing and reading held against each other.
+// Writing and reading, compared with each other.
 #include "model/profile_document.h"
 
 #include <gtest/gtest.h>

@@ -12,13 +12,13 @@
 
 namespace kvn::model::test {
 
-// Everything that comes from one seed is the same on every machine.
+// The same seed gives the same profiles on every machine.
 class ProfileGenerator {
 public:
-    // The alphabet is mixed into the texts: characters of the code page under test.
+    // The alphabet has characters of the code page under test, which are mixed into the texts.
     ProfileGenerator(std::uint32_t seed, std::wstring textAlphabet) : random(seed), alphabet(std::move(textAlphabet)) {}
 
-    // A list that a file can hold without loss: vid, pid and selection are alike in all records.
+    // A list that a file can hold without loss: vid, pid and selection are the same in all records.
     ProfileSet Profiles() {
         ProfileSet profiles(1 + Below(4));
         const ProfileRecord head = Head();
@@ -47,7 +47,7 @@ public:
         }
     }
 
-    // A number from 0 up to the limit, which is left out.
+    // A number from 0 to below the limit.
     std::size_t Below(std::size_t limit) { return random() % limit; }
 
 private:
@@ -75,7 +75,7 @@ private:
         return row.minimum + static_cast<std::int32_t>(Below(static_cast<std::size_t>(row.maximum - row.minimum + 1)));
     }
 
-    // Keys as the dialog makes them: the used ones come first. Three names cannot be read back from a text.
+    // Keys as the dialog makes them: the used ones come first. Leaves out the three whose names cannot be read back.
     EtcKey Keys() {
         EtcKey keys;
         const std::size_t count = Below(4);
@@ -146,7 +146,7 @@ private:
     std::wstring Character() {
         switch (Below(12)) {
             case 0:
-                return std::wstring(1, static_cast<wchar_t>(Below(32)));  // a zero is among them
+                return std::wstring(1, static_cast<wchar_t>(Below(32)));  // may be a zero
             case 1:
                 return L"\x0416\x043A";
             case 2:
@@ -165,7 +165,7 @@ private:
         }
     }
 
-    // Where wide characters have 16 bits, a pair of surrogates.
+    // A pair of surrogates where wide characters have 16 bits.
     std::wstring Emoji() {
         const auto codePoint = static_cast<std::uint32_t>(0x1F300 + Below(0x300));
         if constexpr (sizeof(wchar_t) > 2) return std::wstring(1, static_cast<wchar_t>(codePoint));

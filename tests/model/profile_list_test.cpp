@@ -12,7 +12,7 @@ ProfileRecord Named(const std::wstring& name, std::vector<ApplicationEntry> prog
     return record;
 }
 
-// Stands in for the comparison without regard to case.
+// Takes the place of the comparison that ignores case.
 bool IsSameFirstLetter(const std::wstring& a, const std::wstring& b) {
     return a.substr(0, 1) == b.substr(0, 1);
 }
@@ -98,7 +98,7 @@ TEST(ProfileWithProgramTest, IsTheFirstThatHasThePath) {
     EXPECT_EQ(ProfileWithProgram({}, L"2", IsSameText), std::nullopt);
 }
 
-TEST(ProfileWithProgramTest, ComparesPathsAsItIsTold) {
+TEST(ProfileWithProgramTest, ComparesPathsByTheGivenRule) {
     const ProfileSet profiles{Named(L"Default"), Named(L"a", {{L"x", L"alpha"}})};
     EXPECT_EQ(ProfileWithProgram(profiles, L"a", IsSameFirstLetter), 1U);
     EXPECT_EQ(ProfileWithProgram(profiles, L"a", IsSameText), std::nullopt);

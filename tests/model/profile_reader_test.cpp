@@ -1,4 +1,4 @@
-// Reading of the profile document: what each element gives, and what stands for an element that is missing or bad.
+// Reading the profile document: the value of each element, and the value in place of one that is missing or bad.
 #include <gtest/gtest.h>
 
 #include <array>
@@ -258,7 +258,7 @@ TEST(ProfileReaderTest, WhatFollowsTheRootIsIgnored) {
     EXPECT_EQ(Read("<data><profile/></data><data><profile/><profile/></data>").size(), 1U);
 }
 
-TEST(ProfileReaderTest, ATextIsKeptAsItStands) {
+TEST(ProfileReaderTest, ATextIsKeptUnchanged) {
     EXPECT_EQ(ReadName("  two  blanks  "), L"  two  blanks  ");
     EXPECT_EQ(ReadName("   "), L"   ");
     EXPECT_EQ(ReadName("one\r\ntwo"), L"one\ntwo");

@@ -98,7 +98,7 @@ TEST(CheckedCopyTest, ChecksTheNumbersAndKeepsTheRest) {
     EXPECT_EQ(CheckedCopy(settings), expected);
 }
 
-TEST(InitialValuesOfTest, AGoodRecordAreItsNumbers) {
+TEST(InitialValuesOfTest, OfAGoodRecordAreItsNumbers) {
     const Numbers numbers{36, 0, 54, 7, 8, 1, 9, 10, 0, 54, -2};
     EXPECT_EQ(InitialValuesOf(RecordOf(numbers)).items, numbers);
 }
@@ -132,7 +132,7 @@ TEST(InitialValuesFromRecordTest, RefusesAShorterRecord) {
     const auto bytes = RecordBytes(kDefaults);
     ASSERT_EQ(bytes.size(), 44U);
     for (std::size_t length = 0; length < bytes.size(); ++length) {
-        // A block of its own, at whose end a sanitizer watches.
+        // A separate block, so that the sanitizer notices reads past its end.
         const std::vector<std::byte> cut(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(length));
         EXPECT_FALSE(InitialValuesFromRecord(cut)) << length;
     }
@@ -163,7 +163,7 @@ TEST(RepairAbnormalValuesTest, NothingAbnormalNothingChanged) {
     EXPECT_EQ(profiles, before);
 }
 
-TEST(RepairAbnormalValuesTest, ReplacesByTheInitialValuesAndTellsWhereProfileByProfile) {
+TEST(RepairAbnormalValuesTest, ReplacesThemWithTheInitialValuesAndReportsThemProfileByProfile) {
     ProfileSet profiles{RecordOf({1, 2, -1, 3, 4, 4, 33, 34, 5, 5, 2}), RecordOf(kDefaults),
                         RecordOf({99, 2, 9, 3, 4, 0, 33, 34, 5, 5, -3})};
     const SettingValues initial{{20, 21, 22, 23, 24, 5, 26, 27, 28, 29, -2}};

@@ -1,4 +1,4 @@
-// What an export holds and an import takes.
+// The contents of an export, and what an import accepts.
 #include "model/profile_transfer.h"
 
 #include <gtest/gtest.h>
@@ -49,7 +49,7 @@ SettingValues Defaults() {
     return InitialValuesOf(DefaultProfileRecord());
 }
 
-// Profiles with the texts that are hardest to keep, as the page could have them.
+// Profiles that the page could have, with the texts that are hardest to keep.
 ProfileSet SomeProfiles(std::uint32_t seed, const std::wstring& alphabet) {
     test::ProfileGenerator generator(seed, alphabet);
     ProfileSet profiles = Exportable(generator.Profiles(), Defaults());
@@ -93,7 +93,7 @@ TEST(ProfileTransferTest, AProfileFileIsTakenInItsOwnCodePage) {
     }
 }
 
-TEST(ProfileTransferTest, EveryNumberIsHeldAgainstItsRangeAndNamed) {
+TEST(ProfileTransferTest, EveryNumberOutOfItsRangeIsRefusedAndNamed) {
     for (const SettingFieldRow& row : kSettingFields) {
         const std::string name = row.fileElement;
         const auto document = [&](const std::string& number) {
@@ -115,7 +115,7 @@ TEST(ProfileTransferTest, EveryNumberIsHeldAgainstItsRangeAndNamed) {
     }
 }
 
-TEST(ProfileTransferTest, AGesturesFunctionIsHeldAgainstItsRangeToo) {
+TEST(ProfileTransferTest, AGesturesFunctionOutOfItsRangeIsRefusedToo) {
     const auto document = [](const std::string& number) {
         return Document(Profile(
             "A", "<Gesture><Key>U</Key></Gesture><Gesture><Key>D</Key><Function>" + number + "</Function></Gesture>"));
@@ -129,7 +129,7 @@ TEST(ProfileTransferTest, AGesturesFunctionIsHeldAgainstItsRangeToo) {
     EXPECT_TRUE(IsTaken(document("54")));
 }
 
-TEST(ProfileTransferTest, IdsAndSelectionAreHeldAgainstTheirRanges) {
+TEST(ProfileTransferTest, IdsAndSelectionOutOfTheirRangesAreRefused) {
     const auto document = [](const std::string& vid, const std::string& pid, const std::string& selected) {
         return "<data><vid>" + vid + "</vid><pid>" + pid + "</pid><select_profile>" + selected + "</select_profile>" +
                Profile("A") + Profile("B") + "</data>";
@@ -143,7 +143,7 @@ TEST(ProfileTransferTest, IdsAndSelectionAreHeldAgainstTheirRanges) {
     EXPECT_EQ(ProblemIn(document("0", "0", "2")).profile, 0U);
 }
 
-TEST(ProfileTransferTest, IdsAndSelectionCountWhereverTheyStand) {
+TEST(ProfileTransferTest, IdsAndSelectionCountWhereverTheyAre) {
     const Import import = Imported("<data>" + Profile("A") + Profile("B") +
                                    "<select_profile>1</select_profile><pid>9</pid><vid>8</vid></data>");
     ASSERT_TRUE(std::holds_alternative<ProfileSet>(import));
@@ -153,7 +153,7 @@ TEST(ProfileTransferTest, IdsAndSelectionCountWhereverTheyStand) {
     EXPECT_EQ(first.selectedIndex, 1);
 }
 
-TEST(ProfileTransferTest, WhatMustBeThereIsMissed) {
+TEST(ProfileTransferTest, MissingRequiredElementsAreReported) {
     EXPECT_EQ(ProblemIn("<data><pid>1</pid>" + Profile("A") + "</data>").element, L"vid");
     EXPECT_EQ(ProblemIn("<data><vid>1</vid>" + Profile("A") + "</data>").element, L"pid");
     for (const std::string& nameless : {std::string("<profile></profile>"), Profile("")}) {
@@ -164,13 +164,13 @@ TEST(ProfileTransferTest, WhatMustBeThereIsMissed) {
     }
 }
 
-TEST(ProfileTransferTest, WhatIsMissingOtherwiseIsThatOfANewProfile) {
+TEST(ProfileTransferTest, OtherMissingElementsAreThoseOfANewProfile) {
     const Import import = Imported(Document(Profile("A"), {}));
     ASSERT_TRUE(std::holds_alternative<ProfileSet>(import));
     EXPECT_EQ(std::get<ProfileSet>(import).front().settings, DefaultProfileRecord().settings);
 }
 
-TEST(ProfileTransferTest, AnElementThatMayBeThereOnceIsRefusedTwice) {
+TEST(ProfileTransferTest, AnElementThatMayOccurOnceIsRefusedTheSecondTime) {
     for (const std::string& element : {std::string("lbutton"), std::string("hcount"), std::string("lbutton_etcKey")}) {
         const std::string one = '<' + element + ">1</" + element + '>';
         const ImportProblem problem = ProblemIn(Document(Profile("A", one + one)));
@@ -211,7 +211,7 @@ TEST(ProfileTransferTest, ListsHaveThePagesLimit) {
     EXPECT_EQ(problem.element, L"profile");
 }
 
-TEST(ProfileTransferTest, AProfilesNameIsItsOwn) {
+TEST(ProfileTransferTest, ProfileNamesMustDiffer) {
     const ImportProblem problem = ProblemIn(Document(Profile("A") + Profile("B") + Profile("A")));
     EXPECT_EQ(problem.fault, ImportFault::NameIsTaken);
     EXPECT_EQ(problem.profileName, L"A");

@@ -1,4 +1,4 @@
-// Writing of the profile document, down to its bytes.
+// Writing the profile document, down to its bytes.
 #include <gtest/gtest.h>
 #include <tinyxml.h>
 
@@ -170,7 +170,7 @@ TEST(ProfileWriterTest, ATextThatOnlyLooksEscapedIsNotMarkedAsEscaped) {
     EXPECT_EQ(printed.find("CDATA"), std::string::npos);
 }
 
-// What begins with "<" in a document, end tags aside; a CDATA section may hold more of them.
+// The number of "<" that begin something other than an end tag. Those within a CDATA section do not count.
 std::size_t ConstructsOf(const std::string& document) {
     std::size_t count = 0;
     for (std::size_t at = document.find('<'); at != std::string::npos; at = document.find('<', at + 1)) {
@@ -181,7 +181,7 @@ std::size_t ConstructsOf(const std::string& document) {
     return count;
 }
 
-TEST(ProfileWriterTest, CountsWhateverItsDocumentHasBesideEndTags) {
+TEST(ProfileWriterTest, CountsEverythingInItsDocumentExceptEndTags) {
     ProfileSet profiles = TwoProfiles();
     profiles[0].settings.applications.assign(3, {L"\x41C\x438r", L"<]]><b>&#x3C;"});
     for (const TextCodec* codec : std::initializer_list<const TextCodec*>{&test::kLatin, &test::kDoubleByte}) {
@@ -191,8 +191,8 @@ TEST(ProfileWriterTest, CountsWhateverItsDocumentHasBesideEndTags) {
     }
 }
 
-// So what reading refuses is known before anything is written.
-TEST(ProfileWriterTest, ADocumentOfSoManyConstructsAsAreAllowedPassesTheGuardAndOneOfMoreDoesNot) {
+// So it is known before writing whether reading would refuse the document.
+TEST(ProfileWriterTest, ADocumentOfTheMostConstructsPassesTheGuardAndOneOfMoreDoesNot) {
     ProfileRecord record = DefaultProfileRecord();
     TiXmlDocument shortest;
     const std::size_t missing = kMaxXmlElements - BuildProfileDocument({record}, test::kLatin, shortest);

@@ -1,5 +1,6 @@
-// The faults that were published of TinyXML 2.6.2. Its sources are patched, so the bare parser stands them; what we
-// load does not even get there. A parser without its patch loops until the test's time is up, or fails an assertion.
+// The published faults of TinyXML 2.6.2. Its sources are patched, so the bare parser survives them, and the guard keeps
+// them from the parser anyway. Without the patches the parser would loop until the test's time is up, or fail an
+// assertion.
 #include <gtest/gtest.h>
 #include <tinyxml.h>
 
@@ -16,7 +17,7 @@ using namespace std::string_literals;
 
 using Documents = std::vector<std::string>;
 
-// CVE-2021-42260: where the place of an error is counted in UTF-8, a lead byte 0xEF among the last two bytes.
+// CVE-2021-42260: a lead byte 0xEF among the last two bytes, when the parser computes the place of an error in UTF-8.
 const Documents kCutLeadBytes{
     "<a \xEF>",          "<a \xEF/",  "<a \xEF<",    "<a b='c' \xEF>",       "<a>\n<b \xEF>",       "<a x\xEF>",
     "<?xml?>  <a \xEF>", "<a><\xEF ", "<data \xEF>", "\t<data>\n\t<p \xEF/", "<data><profile \xEF>"};
@@ -32,7 +33,7 @@ const Documents kCutDeclarations{"<?xml   ",
                                  "<a><?xml  ",
                                  "<?xml version='1.0' \0 ?><data/>"s};
 
-// What a careful reader sets, and TinyXML's own defaults, by which an error is given its row and column.
+// The settings of a careful reader, and TinyXML's defaults, with which errors have rows and columns.
 struct ParserSetup {
     TiXmlEncoding encoding;
     int tabSize;
@@ -74,7 +75,7 @@ TEST(PublishedFaultLoadingTest, NoTriggerIsLoaded) {
     }
 }
 
-// A whole declaration is blanked out before the parser sees it, with whatever is in it.
+// A complete declaration is replaced by blanks before the parser sees it, with everything in it.
 TEST(PublishedFaultLoadingTest, ADeclarationNeverReachesTheParser) {
     const test::LatinCodec latin;
     for (const std::string declaration :

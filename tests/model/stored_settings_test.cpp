@@ -111,7 +111,7 @@ TEST(StoredSettingsTest, AHorizontalSpeedOutOfItsRangeIsMissing) {
     for (const std::int32_t number : {-1, 0, 9}) EXPECT_EQ(speed(number), std::nullopt) << number;
 }
 
-TEST(StoredSettingsTest, FlyingScrollIsTakenAsItStands) {
+TEST(StoredSettingsTest, FlyingScrollIsTakenUnchecked) {
     for (const std::int32_t number : {-2, 0, 11, 99}) {
         EXPECT_EQ(Number(RegistryValue::FlyingScrollSpeed, SettingField::FlyingScrollSpeed, BytesOf(number)), number);
         EXPECT_EQ(Number(RegistryValue::FlyingRevolutionCount, SettingField::FlyingRevolutionCount, BytesOf(number)),

@@ -1,5 +1,5 @@
-// A second recogniser, written from the rules alone: it decides in integers, keeps every segment, and cuts the stroke
-// to its length when it is asked for. What the two disagree on is a fault of one of them.
+// A second recogniser, written only from the rules: it decides in integers, keeps every segment, and cuts the stroke to
+// its length at the end. If the two disagree, one of them is wrong.
 #pragma once
 
 #include <algorithm>
@@ -57,7 +57,7 @@ private:
         return "";
     }
 
-    // At least 50 pixels away, without a root.
+    // At least 50 pixels away, without a square root.
     static bool IsFar(Place a, Place b) {
         const std::int64_t dx = std::abs(a.x - b.x);
         const std::int64_t dy = std::abs(a.y - b.y);

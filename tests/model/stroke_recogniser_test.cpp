@@ -12,7 +12,7 @@
 namespace kvn::model {
 namespace {
 
-// Feeds a recogniser and writes down its notices.
+// Feeds a recogniser and records its notices.
 class Hand {
 public:
     Hand& Hold(ScreenPoint point) { return Take(point, true, false); }
@@ -21,8 +21,8 @@ public:
     Hand& MoveBy(std::int32_t dx, std::int32_t dy) { return Hold({cursor.x + dx, cursor.y + dy}); }
     Hand& Release() { return Release(cursor); }
 
-    // Draws the letters in steps of 60 pixels, three to a segment: the turn is noticed, the direction is fixed, and the
-    // anchor is brought along.
+    // Draws the letters in steps of 60 pixels, three for each segment: the first shows the turn, the second fixes the
+    // direction, the third moves the anchor.
     Hand& Draw(const std::string& letters) {
         for (const char letter : letters) {
             const std::int32_t dx = letter == 'R' ? 60 : letter == 'L' ? -60 : 0;
@@ -123,7 +123,7 @@ TEST(StrokeRecogniserTest, ANewSegmentStartsAtTheSampleThatNoticedTheTurn) {
 
 TEST(StrokeRecogniserTest, TheAnchorStaysWhereTheSegmentBeganUntilTheNextEvaluatedSample) {
     Hand hand;
-    // Seen from (50, 0), (50, 50) lies straight down; seen from the start it is a diagonal, which is horizontal.
+    // From (50, 0), (50, 50) is straight down; from the start it is a diagonal, which counts as horizontal.
     hand.Hold({0, 0}).Hold({50, 0}).Hold({50, 50}).Hold({50, 100}).Release();
     EXPECT_EQ(hand.Stroke(), "R");
 }
@@ -148,7 +148,7 @@ TEST(StrokeRecogniserTest, AButtonHeldAtTheFirstSampleStartsAtOnce) {
     EXPECT_EQ(hand.Notices(), (Notices{"Started "}));
 }
 
-TEST(StrokeRecogniserTest, TheCancelButtonGivesTheStrokeUp) {
+TEST(StrokeRecogniserTest, TheCancelButtonCancelsTheStroke) {
     Hand hand;
     hand.Hold({0, 0}).Draw("RU").Cancel({0, 0});
     EXPECT_EQ(hand.Notices(), (Notices{"Started ", "Progress R", "Progress RU", "Cancelled "}));
@@ -161,7 +161,7 @@ TEST(StrokeRecogniserTest, AfterACancelTheHeldButtonStartsNothing) {
     EXPECT_EQ(hand.Notices().back(), "Cancelled ");
 }
 
-TEST(StrokeRecogniserTest, TheCancelButtonIsNotLookedAtBeforeAStroke) {
+TEST(StrokeRecogniserTest, TheCancelButtonDoesNotMatterBeforeAStroke) {
     Hand hand;
     hand.Cancel({0, 0});
     EXPECT_EQ(hand.Notices(), (Notices{"Started "}));

@@ -16,7 +16,7 @@ namespace {
 
 constexpr int kSampleCount = 100'000;
 
-// How far the cursor moves at most from one sample to the next, along either axis.
+// The largest move of the cursor from one sample to the next, along either axis.
 struct Walk {
     const char* name;
     std::int32_t reach;

@@ -1,4 +1,4 @@
-// Two small code pages: tests of the profile document need no locale with them, and no Windows.
+// Two small code pages, so that tests of the profile document need no locale and no Windows.
 #pragma once
 
 #include <algorithm>
@@ -41,8 +41,7 @@ private:
     }
 };
 
-// ASCII, and two bytes for each of 128 characters from U+4E00 on. The second byte of some of them is one that means
-// something in XML when it stands for itself.
+// ASCII, and two bytes for each of 128 characters from U+4E00 on. The second byte of some of them has a meaning in XML.
 class DoubleByteCodec final : public TextCodec {
 public:
     static constexpr std::uint32_t kFirstCharacter = 0x4E00;

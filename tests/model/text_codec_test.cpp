@@ -68,7 +68,7 @@ TEST(UnescapeTest, ResolvesReferences) {
     EXPECT_EQ(Unescape(L"&&#x41;;"), L"&A;");
 }
 
-TEST(UnescapeTest, KeepsWhatIsNoWellFormedReference) {
+TEST(UnescapeTest, KeepsIllFormedReferences) {
     for (const wchar_t* text : {L"", L"&", L"&#", L"&#x", L"&#x;", L"&#x41", L"&#x4g;", L"&#65;", L"&amp;", L"&#X41;",
                                 L"&#x4A;", L"&#x110000;", L"&#xffffff;", L"&#x0000041;", L"&#x 41;", L"& #x41;"}) {
         EXPECT_EQ(Unescape(text), text);

@@ -26,7 +26,7 @@ std::size_t DepthOf(const TiXmlNode& node) {
     return deepest;
 }
 
-// Pieces of markup in any order: most of them mislead a parser about where tags end.
+// Pieces of markup in any order, most of which mislead a parser about the ends of tags.
 std::string MarkupSoup(std::mt19937& random) {
     static const std::string kDeep = test::Repeated("<a>", 40);
     static const std::string kEnds = test::Repeated("</a>", 40);
@@ -159,7 +159,7 @@ TEST(PrepareXmlTest, CountsWhatOnlySeemsToBeInsideOfAComment) {
     EXPECT_FALSE(PrepareXml("<!-- <![CDATA[ -->" + deep + "<!-- ]]> -->"));
 }
 
-// For TinyXML a tag without a name ends at the first ">", whatever quotes are in it.
+// For TinyXML a tag without a name ends at the first ">", even within quotes.
 TEST(PrepareXmlTest, CountsWhatOnlySeemsToBeQuotedInATagWithoutAName) {
     for (const std::string start : {"<1 \">", "< \">", "<- '>", "<=\">", "<1 a=\">"}) {
         const std::string quote = start.find('"') != std::string::npos ? "\"" : "'";

@@ -12,7 +12,7 @@
 
 namespace kvn::model::test {
 
-// A code page and the C library's name of a locale that has it.
+// A code page, and the C library's name of a locale with it.
 struct CodePageLocale {
     UINT codePage;
     const char* locale;
@@ -22,8 +22,8 @@ inline constexpr std::array<CodePageLocale, 4> kCodePageLocales{{{1252, "English
                                                                  {936, "Chinese_China.936"},
                                                                  {1251, "Russian_Russia.1251"}}};
 
-// The user's code page. A run that is meant for a certain one is told so by its environment: a locale that is missing
-// must not pass for it.
+// The user's code page. The environment names the one that a run expects, so that a missing locale does not go
+// unnoticed.
 inline UINT UserCodePage() {
     const char* const expected = std::getenv("KVN_EXPECTED_CODE_PAGE");
     if (expected != nullptr && std::to_string(GetACP()) != expected) {
@@ -45,8 +45,7 @@ inline std::optional<wchar_t> CharacterOf(UINT codePage, const std::string& byte
     return length == 1 ? std::optional(characters[0]) : std::nullopt;
 }
 
-// The C library has no locale of UTF-8, so that its "C" locale takes the place: there a byte is the character of its
-// number.
+// The C library has no locale for UTF-8, so its "C" locale is used, in which each byte is the character of its number.
 inline std::vector<CodedCharacter> CharactersOfTheCLocale() {
     std::vector<CodedCharacter> characters;
     for (int code = 0x80; code <= 0xFF; ++code) {
@@ -55,8 +54,8 @@ inline std::vector<CodedCharacter> CharactersOfTheCLocale() {
     return characters;
 }
 
-// Every character beyond ASCII of a code page of one or two bytes, or those that the C library has instead of UTF-8. Of
-// two spellings of a character both are there.
+// Every character beyond ASCII of a code page of one or two bytes, or those that the C library has instead of UTF-8. A
+// character with two encodings is listed twice.
 inline std::vector<CodedCharacter> CharactersOf(UINT codePage) {
     if (codePage == CP_UTF8) return CharactersOfTheCLocale();
     std::vector<CodedCharacter> characters;
@@ -80,7 +79,7 @@ inline std::wstring AlphabetOf(UINT codePage) {
     return alphabet;
 }
 
-// Some characters of the user's code page, with one that is in none between them.
+// Some characters of the user's code page, with one between them that is in no code page.
 inline std::wstring TextOfUsersCodePage() {
     const std::wstring alphabet = AlphabetOf(UserCodePage());
     return alphabet.substr(0, 3) + L'\x939' + alphabet.substr(alphabet.size() - 3);

@@ -68,7 +68,7 @@ TEST_F(DefaultCenterBindingTest, OfAnyOtherSizeIsIgnored) {
     }
 }
 
-TEST_F(DefaultCenterBindingTest, NeedsNoMoreThanTheRightToRead) {
+TEST_F(DefaultCenterBindingTest, NeedsOnlyTheRightToRead) {
     Set(36);
     const test::LockedKey locked(HKEY_LOCAL_MACHINE, kDefaultBindKey, test::kReadingAllowed);
     EXPECT_EQ(CenterOfNewRecord(), 36);

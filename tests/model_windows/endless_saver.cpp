@@ -1,4 +1,4 @@
-// Saves two versions of a list in turn to one path, until it is killed or the test that started it is gone.
+// Saves two versions of a list in turn to one path, until it is killed or the test that started it has ended.
 // Arguments: the path, the name of the shared counts, and the process id of the test.
 #include <windows.h>
 

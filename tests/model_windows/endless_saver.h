@@ -1,4 +1,4 @@
-// What the program that saves for ever and the tests that kill it agree on.
+// Shared by the program that saves endlessly and the tests that kill it.
 #pragma once
 
 #include <windows.h>
@@ -13,14 +13,14 @@
 
 namespace kvn::model::test {
 
-// How many saves were begun, and what became of those that came to an end.
+// The numbers of saves that began, succeeded and failed.
 struct SaveCounts {
     volatile LONG begun;
     volatile LONG saved;
     volatile LONG refused;
 };
 
-// The counts in memory that processes share by a name; zero at first, and there as long as anybody has them.
+// The counts in named shared memory. They are zero at first, and exist as long as a process has them open.
 class SharedSaveCounts {
 public:
     explicit SharedSaveCounts(const std::wstring& name)
@@ -38,7 +38,7 @@ private:
     platform::Owned<void*, &UnmapViewOfFile> counts;
 };
 
-// The lists that are saved in turn: of different lengths, and large enough that a save takes a while.
+// The lists that are saved in turn, of different lengths and large enough that a save takes a while.
 inline std::array<ProfileSet, 2> AlternatingVersions() {
     std::array<ProfileSet, 2> versions;
     for (std::size_t version = 0; version < versions.size(); ++version) {

@@ -1,4 +1,4 @@
-// A library's own function, past anything that a test has put in its place.
+// A library's original function, even if a test has replaced it.
 #pragma once
 
 #include <windows.h>

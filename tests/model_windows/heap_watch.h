@@ -1,4 +1,4 @@
-// The memory that this program takes from the C library's heap, and with it all that `new` takes.
+// The memory that this program allocates from the C library's heap, including all of `new`.
 #pragma once
 
 #include <windows.h>

@@ -1,4 +1,4 @@
-// Stands between a save and the renaming that puts its file in place.
+// Intercepts the renaming that puts a save's file in place.
 #pragma once
 
 #include <windows.h>

@@ -12,7 +12,7 @@
 #include "tests/model_windows/genuine_function.h"
 #include "tests/support/replaced_import.h"
 
-// Where the compiler's run-time library keeps the address of this function, which it looks up itself.
+// The compiler's run-time library looks this function up itself, and keeps its address here.
 // NOLINTNEXTLINE(bugprone-reserved-identifier): the name is not ours
 extern "C" _locale_t (*__imp__create_locale)(int category, const char* name);
 
@@ -36,7 +36,7 @@ void ExpectEveryCharacterOf(UINT codePage, const LocaleCodec& codec) {
     }
 }
 
-// A character is either refused or comes back as itself: never as one that only looks like it.
+// A character is either refused or comes back as itself, never as one that only looks like it.
 void ExpectNoCharacterToBeMistaken(const LocaleCodec& codec) {
     for (unsigned code = 1; code <= 0xFFFF; ++code) {
         const std::wstring text(1, static_cast<wchar_t>(code));
@@ -60,7 +60,7 @@ TEST(LocaleCodecTest, IsTestedUnderTheCodePageThatTheRunIsMeantFor) {
     EXPECT_EQ(test::UserCodePage(), GetACP());
 }
 
-// Were it otherwise, texts could be stored as UTF-8.
+// If this changes, texts could be stored as UTF-8.
 TEST(LocaleCodecTest, OfUtf8IsUnknownToTheCLibrary) {
     for (const char* name : {".65001", "Hindi_India.65001", ".UTF-8"}) {
         const LocaleCodec codec(name);
@@ -98,7 +98,7 @@ TEST(LocaleCodecTest, EncodesInTheBytesOfItsCodePage) {
     EXPECT_EQ(LocaleCodec(kRussian).Encode(L"\x416\x40B"), "\xC6\x8E");
 }
 
-TEST(LocaleCodecTest, AsciiStandsForItselfEverywhere) {
+TEST(LocaleCodecTest, AsciiIsTheSameEverywhere) {
     std::wstring text;
     for (wchar_t character = 1; character < 0x80; ++character) text += character;
     const std::string bytes(text.begin(), text.end());
@@ -149,7 +149,7 @@ TEST(LocaleCodecTest, TheEmptyTextIsNoBytes) {
 }
 
 TEST(LocaleCodecTest, ABrokenSequenceGivesOneReplacementCharacterAndKeepsTheRest) {
-    // The second one is what some C libraries show in this code page.
+    // Some C libraries show the second one in this code page.
     const std::wstring replacements = L"\xFFFD\x30FB";
     const LocaleCodec codec(kJapanese);
     for (const std::wstring& text : {codec.Decode("a\x83"), codec.Decode("\x83\x81\x83")}) {

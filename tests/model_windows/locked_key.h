@@ -1,4 +1,4 @@
-// A registry key whose rights are taken away for a while, so that reading or writing it fails.
+// Takes away the rights to a registry key for a while, so that reading or writing it fails.
 #pragma once
 
 #include <windows.h>
@@ -17,7 +17,7 @@ inline constexpr wchar_t kReadingAllowed[] = L"D:P(A;;KR;;;WD)";
 
 class LockedKey {
 public:
-    // The key, which is made when it is missing, and the rights that remain.
+    // The key, which is created if it is missing, and the rights that remain.
     LockedKey(HKEY root, const std::wstring& path, const wchar_t* rights) {
         if (RegCreateKeyExW(root, path.c_str(), 0, nullptr, 0, KEY_READ | WRITE_DAC, nullptr, key.Receive(), nullptr) !=
             ERROR_SUCCESS) {

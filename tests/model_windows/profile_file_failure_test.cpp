@@ -1,4 +1,4 @@
-// What becomes of the profile file when the disk does not play along.
+// The profile file when the disk fails.
 #include <gtest/gtest.h>
 #include <shlwapi.h>
 
@@ -135,7 +135,7 @@ TEST_F(ProfileFileFailureTest, AReadOnlyFileIsNotReplaced) {
     EXPECT_TRUE(SaveProfileFile(Path(), OneProfile(L"new")));
 }
 
-// Explorer marks folders so that look their own way; the files in them may be written all the same.
+// Explorer marks customised folders as read-only. Files in them can still be written.
 TEST_F(ProfileFileFailureTest, AFolderMarkedReadOnlyIsSavedInto) {
     ASSERT_TRUE(SetFileAttributesW(Folder().c_str(), FILE_ATTRIBUTE_READONLY));
     EXPECT_TRUE(SaveProfileFile(Path(), OneProfile(L"new")));
@@ -146,7 +146,7 @@ TEST_F(ProfileFileFailureTest, AFolderMarkedReadOnlyIsSavedInto) {
     EXPECT_EQ(test::NamesIn(Folder()), std::vector<std::wstring>{L"VID0abcPID00a1.xml"});
 }
 
-TEST_F(ProfileFileFailureTest, AFileOnADriveThatDoesNotAnswerIsNotTakenForMissing) {
+TEST_F(ProfileFileFailureTest, AFileOnADriveThatDoesNotAnswerDoesNotCountAsMissing) {
     for (const DWORD error : {DWORD{ERROR_BAD_NETPATH}, DWORD{ERROR_ACCESS_DENIED}, DWORD{ERROR_NOT_READY}}) {
         const auto absent = [error](LPCWSTR) {
             SetLastError(error);

@@ -16,7 +16,8 @@ using kvn::test::ReplacedImport;
 
 constexpr DWORD kRetryMilliseconds = 20;
 
-// Another program that holds the profile file; each wait is counted, and lets the file go when its turn has come.
+// Another program that holds the profile file. Each wait is counted; after a chosen number of waits it releases the
+// file.
 class HeldProfileFileTest : public ProfileFileFailureTest {
 protected:
     void Hold(DWORD sharing, int waitToLetGo = 0, const std::wstring& suffix = L"") {
@@ -30,7 +31,7 @@ protected:
 
 private:
     void Wait(DWORD milliseconds) {
-        // The run-time library waits as well, in its own ways.
+        // The run-time library sleeps too, for other times.
         if (milliseconds != kRetryMilliseconds) return genuineSleep(milliseconds);
         if (++waits == letGo) held.reset();
     }
@@ -42,7 +43,7 @@ private:
     ReplacedImport<"Sleep", void(DWORD)> sleep{ThisProgram(), [this](DWORD milliseconds) { Wait(milliseconds); }};
 };
 
-// Whatever the other program shares with others, short of deleting.
+// For every way in which the other program may share the file, except for deleting.
 class SharedProfileFileTest : public HeldProfileFileTest, public testing::WithParamInterface<DWORD> {};
 
 INSTANTIATE_TEST_SUITE_P(Sharing, SharedProfileFileTest,

@@ -1,5 +1,4 @@
-// Files and paths that nobody's profile file should be: none ends the program, takes its memory or its stack, or is
-// lost.
+// Files and paths that are no proper profile file: none ends the program, exhausts its memory or stack, or gets lost.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -32,7 +31,7 @@ std::string RandomBytes(std::size_t count) {
 
 class HostileFileTest : public SettingsStore {
 protected:
-    // Opens the file as the page does, with little stack, and expects it to be set aside as it is.
+    // Opens the file as the page does, with little stack, and expects it to be set aside unchanged.
     void ExpectSetAside(const std::string& bytes, std::size_t mostHeapBytes) {
         SCOPED_TRACE(std::to_string(bytes.size()) + " bytes: " + bytes.substr(0, 40));
         WriteFile(bytes);
@@ -104,7 +103,7 @@ TEST_F(HostileFileTest, CutShortIsSetAside) {
         ExpectSetAside(bytes.substr(0, rootEnd * part / 24), test::kMegabyte);
 }
 
-// A list of a length that no page makes, but which a file may have, needs no more stack than a short one.
+// A list longer than any page makes, as a file may have it, needs no more stack than a short one.
 TEST_F(HostileFileTest, ThatIsLongButGoodIsLoadedWithLittleStack) {
     WriteFile("<data>" + test::Repeated("<profile><profname>a</profname></profile>", 50'000) + "</data>");
     std::size_t loaded = 0;
@@ -168,7 +167,7 @@ TEST_F(HostileFileTest, ThatIsReplacedWhileItIsReadIsTheOldOne) {
     const std::wstring previous = User().SettingsFolder() + L"\\previous.xml";
     test::WriteBytes(next, "<data><profile><profname>another</profname></profile></data>");
     ProfileSet list;
-    // Others may rename a file that is being read, so this succeeds everywhere.
+    // Other programs may rename a file that is being read, so this succeeds everywhere.
     const auto replace = [&] {
         EXPECT_TRUE(MoveFileW(Path().c_str(), previous.c_str()));
         EXPECT_TRUE(MoveFileW(next.c_str(), Path().c_str()));
@@ -213,7 +212,7 @@ TEST_F(HostileFileTest, APipeIsNoFileAndIsNotWaitedFor) {
     EXPECT_EQ(LoadProfileFile(path, list), 0U);
 }
 
-// Windows has no longer paths for most programs, or it has: in either case nothing is lost.
+// Whether or not Windows allows this program longer paths, nothing is lost.
 TEST_F(HostileFileTest, APathAtTheLimitOfItsLengthLosesNothing) {
     for (const std::size_t length : {std::size_t{250}, std::size_t{259}, std::size_t{260}, std::size_t{280}}) {
         SCOPED_TRACE(length);

@@ -1,4 +1,4 @@
-// The profile file when programs that save it are killed at random moments, or save and open it at the same time.
+// The profile file when programs are killed at random moments while they save it, or save and open it at the same time.
 #include <gtest/gtest.h>
 #include <shlwapi.h>
 
@@ -29,13 +29,13 @@ std::wstring FolderOfThisProgram() {
     return path;
 }
 
-// A process that saves for ever; killed at the end at the latest.
+// A process that saves endlessly; it is killed at the end at the latest.
 class Saver {
 public:
     Saver(const std::wstring& path, const std::wstring& countsName) {
         const std::wstring command = L"\"" + FolderOfThisProgram() + L"\\endless_saver.exe\" \"" + path + L"\" " +
                                      countsName + L' ' + std::to_wstring(GetCurrentProcessId());
-        // A machine that has just killed one may be short of something for a moment.
+        // Just after a kill, a start may fail for a moment.
         process = kvn::test::Await("the program that saves", [&] { return kvn::test::StartProcess(command).process; });
     }
     Saver(const Saver&) = delete;
@@ -72,7 +72,7 @@ protected:
             throw kvn::test::NeverHappened("save " + std::to_string(begun));
     }
 
-    // Saves that were begun and came to no end.
+    // Saves that began but did not finish.
     LONG CutOff() const { return counts->begun - counts->saved - counts->refused; }
 
     const std::array<ProfileSet, 2> versions = test::AlternatingVersions();
@@ -84,7 +84,7 @@ protected:
     const test::SharedSaveCounts counts{CountsName()};
 };
 
-// Some part of the time that a save takes.
+// Works for part of the time that a save takes.
 void WorkFor(std::chrono::microseconds duration) {
     const auto end = std::chrono::steady_clock::now() + duration;
     while (std::chrono::steady_clock::now() < end) YieldProcessor();
@@ -102,13 +102,13 @@ TEST_F(SavingProgramsTest, KilledAtRandomMomentsLeaveOneVersionOrTheOtherWhole) 
         }
         ASSERT_TRUE(FileIsOneOfTheVersions()) << "after kill " << kills;
         if (HasLeftover()) ++leftovers;
-        // Half of the leftovers are for the next saver to write over.
+        // Half of the leftovers stay, for the next saver to overwrite.
         if (kills % 2 == 0) FinishOrRemoveInterruptedSave(Path());
         ASSERT_TRUE(kills % 2 != 0 || !HasLeftover()) << "after kill " << kills;
     }
     EXPECT_GE(counts->begun, kSaves);
     EXPECT_EQ(counts->refused, 0);
-    // Otherwise no kill has come at the moments that matter.
+    // Otherwise no kill came at a moment that matters.
     EXPECT_GT(CutOff(), 0);
     EXPECT_GT(leftovers, 0);
     RecordProperty("kills", kills);

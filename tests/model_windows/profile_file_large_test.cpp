@@ -1,5 +1,5 @@
-// Files as large as are read, and larger: what loading them takes. Each test prints its row of a table: time and the
-// most heap at one moment.
+// The cost of loading files at the limit, and larger ones. Each test prints a row of a table: the time, and the largest
+// heap use.
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -16,7 +16,7 @@ namespace {
 
 class LargeFileTest : public ProfileFileFailureTest {
 protected:
-    // Loads a file of these bytes with little stack, once to watch the heap and once to take the time.
+    // Loads a file of these bytes with little stack, once to watch the heap and once to measure the time.
     void ExpectLoaded(const std::string& bytes, std::size_t profiles, std::size_t mostHeapBytes) const {
         test::WriteBytes(Path(), bytes);
         std::ptrdiff_t peak = 0;
@@ -47,7 +47,7 @@ private:
     }
 };
 
-// As many programs and as long paths as fit into the limits of bytes and of elements.
+// As many programs with as long paths as the limits of bytes and elements allow.
 std::string LargestGoodFile() {
     constexpr std::size_t kProfiles = 1650;
     constexpr std::size_t kPrograms = 100;

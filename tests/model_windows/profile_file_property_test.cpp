@@ -1,4 +1,4 @@
-// Whatever the user writes comes back from the file, on every code page.
+// Any text of the user comes back from the file, on every code page.
 #include <gtest/gtest.h>
 
 #include <clocale>
@@ -63,7 +63,7 @@ TEST(ProfileFilePropertyTest, EveryCharacterComesBackThroughEveryCodePage) {
     }
 }
 
-// The program runs with the user's code page as it is: its tests are run for several.
+// The program has the user's code page, so its tests are run under several.
 TEST(ProfileFilePropertyTest, GeneratedProfilesComeBackFromDisk) {
     const kvn::test::SandboxedUser user;
     const std::wstring path = user.ApplicationData() + L"\\VID0abcPID00a1.xml";
@@ -79,7 +79,7 @@ TEST(ProfileFilePropertyTest, GeneratedProfilesComeBackFromDisk) {
     EXPECT_EQ(test::NamesIn(user.ApplicationData()), std::vector<std::wstring>{L"VID0abcPID00a1.xml"});
 }
 
-// A text that exactly one of the code pages holds, its bytes there, and how it stands in the file of any other.
+// A text that only one of the code pages has, its bytes there, and its form in a file of any other.
 struct TextOfOneCodePage {
     UINT codePage;
     std::wstring text;
@@ -118,7 +118,7 @@ TEST(ProfileFilePropertyTest, ATextOutsideTheUsersCodePageIsEscapedAndOneInsideI
     EXPECT_EQ(inside, 1);
 }
 
-// In such a locale the C library counts the no-break space as white space, which TinyXML drops.
+// In such a locale the C library treats the no-break space as white space, which TinyXML drops.
 TEST(ProfileFilePropertyTest, ALocaleOfTheHostProgramTakesNothingAway) {
     const kvn::test::SandboxedUser user;
     const std::wstring path = user.ApplicationData() + L"\\VID0abcPID00a1.xml";

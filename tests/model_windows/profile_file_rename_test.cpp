@@ -1,4 +1,4 @@
-// The renaming that puts a save's file in its place, where a folder or a file system will not have it.
+// The renaming that puts a save's file in place, when a folder or a file system refuses it.
 #include <gtest/gtest.h>
 
 #include <array>
@@ -17,7 +17,7 @@ using kvn::test::ReplacedImport;
 using MoveFunction = BOOL(LPCWSTR, LPCWSTR, DWORD);
 using CreateFunction = HANDLE(LPCWSTR, DWORD, DWORD, SECURITY_ATTRIBUTES*, DWORD, DWORD, HANDLE);
 
-// What file systems say that cannot rename an open file.
+// The errors of file systems that cannot rename an open file.
 constexpr std::array<DWORD, 4> kRenameUnknown{ERROR_NOT_SUPPORTED, ERROR_INVALID_PARAMETER, ERROR_INVALID_FUNCTION,
                                               ERROR_CALL_NOT_IMPLEMENTED};
 
@@ -96,11 +96,11 @@ TEST_F(ProfileFileRenameTest, AClosedFileIsRenamedOnceTheOldOneIsLetGo) {
     ExpectNewFileAndNoOther();
 }
 
-TEST_F(ProfileFileRenameTest, AnyOtherFailureIsNotGotRound) {
+TEST_F(ProfileFileRenameTest, AnyOtherFailureIsNotRetriedAfterClosing) {
     for (const DWORD error : {DWORD{ERROR_ACCESS_DENIED}, DWORD{ERROR_DISK_FULL}, DWORD{ERROR_BAD_NETPATH}}) {
         const test::InterceptedRename rename = RenameThatFailsWith(error);
         const ReplacedImport<"MoveFileExW", MoveFunction> move(ThisProgram(), [](LPCWSTR, LPCWSTR, DWORD) {
-            ADD_FAILURE() << "the file was let go";
+            ADD_FAILURE() << "the file was renamed by its path";
             return FALSE;
         });
         EXPECT_FALSE(SaveProfileFile(Path(), OneProfile(L"new"))) << error;
@@ -161,8 +161,8 @@ TEST_F(ProfileFileRenameTest, AReadOnlyLeftoverIsRemoved) {
     ExpectOldFileAndNoOther();
 }
 
-// Windows empties no file that is marked hidden, system or read-only for one that is not; not every system keeps these
-// marks, so they are kept here.
+// Windows does not overwrite a file marked hidden or system with one that is not, nor a read-only file. Not every file
+// system stores these marks, so the test does.
 TEST_F(ProfileFileRenameTest, ALeftoverWithAnyMarkIsWrittenOver) {
     const auto genuine = test::Genuine<CreateFunction>(L"kernel32", "CreateFileW");
     for (const DWORD mark : {DWORD{FILE_ATTRIBUTE_HIDDEN}, DWORD{FILE_ATTRIBUTE_SYSTEM}, DWORD{FILE_ATTRIBUTE_READONLY},

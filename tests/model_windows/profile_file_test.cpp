@@ -36,7 +36,7 @@ ProfileSet ManyProfiles() {
     return ProfileSet(5, record);
 }
 
-// Every test has an application-data folder of its own.
+// Every test has its own application-data folder.
 class ProfileFile : public testing::Test {
 protected:
     const std::wstring& Folder() const { return user.ApplicationData(); }

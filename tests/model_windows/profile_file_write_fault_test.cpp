@@ -1,4 +1,4 @@
-// A disk that refuses to open, to write or to finish a file, at every point of a save.
+// A disk that fails to open, write or finish a file, at every point of a save.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -22,7 +22,7 @@ namespace {
 using kvn::test::ReplacedImport;
 using WriteFunction = BOOL(HANDLE, const void*, DWORD, DWORD*, OVERLAPPED*);
 
-// Whatever the C library writes to disk goes through its own import of WriteFile.
+// Everything that the C library writes to disk goes through its import of WriteFile.
 class InterceptedWrites {
 public:
     explicit InterceptedWrites(std::function<WriteFunction> standIn)
@@ -39,7 +39,7 @@ BOOL ReallyWrite(HANDLE file, const void* bytes, DWORD count, DWORD* written, OV
     return kGenuine(file, bytes, count, written, overlapped);
 }
 
-// How a disk behaves that has no room for all that is written.
+// The behaviour of a disk without enough room.
 enum class FullDisk { WritesNothing, WritesWhatFits, WritesWhatFitsAndSucceeds };
 constexpr std::array kKindsOfFullDisk{FullDisk::WritesNothing, FullDisk::WritesWhatFits,
                                       FullDisk::WritesWhatFitsAndSucceeds};
@@ -122,7 +122,7 @@ TEST_F(ProfileFileWriteFaultTest, ADiskThatIsFullWithinALongFileLeavesTheOldFile
     EXPECT_TRUE(SaveOnto(FullDisk::WritesWhatFits, size, Path(), list));
 }
 
-// As a network drive does that drops out for a moment: everything before and after is written.
+// Like a network drive that drops out for a moment: everything before and after is written.
 TEST_F(ProfileFileWriteFaultTest, AnyOneWriteThatFailsLeavesTheOldFile) {
     const ProfileSet list = LongList();
     int writes = 0;
@@ -143,7 +143,7 @@ TEST_F(ProfileFileWriteFaultTest, AnyOneWriteThatFailsLeavesTheOldFile) {
     const int writesOfASave = writes;
     ASSERT_TRUE(DeleteFileW((Folder() + L"\\other.xml").c_str()));
     ASSERT_GT(writesOfASave, 1);
-    // A C library may make one write of each line, another one of each full buffer.
+    // Some C libraries write each line, others each full buffer.
     const int step = std::max(1, writesOfASave / 50);
     for (int write = 1; write <= writesOfASave; write += step) {
         ASSERT_FALSE(save(write)) << "write " << write;
@@ -159,7 +159,7 @@ TEST_F(ProfileFileWriteFaultTest, AFileThatCannotBeOpenedLeavesTheOldOne) {
     for (const DWORD error : {DWORD{ERROR_ACCESS_DENIED}, DWORD{ERROR_SHARING_VIOLATION}, DWORD{ERROR_DISK_FULL},
                               DWORD{ERROR_TOO_MANY_OPEN_FILES}, DWORD{ERROR_BAD_NETPATH}}) {
         SCOPED_TRACE(error);
-        // The test itself opens files to look at them.
+        // The test itself opens files to check them.
         const auto genuine = test::Genuine<decltype(CreateFileW)>(L"kernel32", "CreateFileW");
         ExpectNoSaveWhen<"CreateFileW", HANDLE(LPCWSTR, DWORD, DWORD, SECURITY_ATTRIBUTES*, DWORD, DWORD, HANDLE)>(
             [=](LPCWSTR path, DWORD access, DWORD sharing, SECURITY_ATTRIBUTES* security, DWORD creation, DWORD flags,
@@ -203,7 +203,7 @@ TEST_F(ProfileFileWriteFaultTest, AFileThatCannotBeRenamedLeavesTheOldOne) {
     }
 }
 
-TEST_F(ProfileFileWriteFaultTest, AStreamWithoutABufferOfItsOwnSavesAllTheSame) {
+TEST_F(ProfileFileWriteFaultTest, AStreamWithoutItsOwnBufferSavesAllTheSame) {
     const ReplacedImport<"setvbuf", int(FILE*, char*, int, std::size_t)> unbuffered(
         ThisProgram(), [](FILE*, char*, int, std::size_t) { return -1; });
     ASSERT_TRUE(unbuffered.IsInPlace());
@@ -227,7 +227,7 @@ TEST_F(ProfileFileWriteFaultTest, AListOfMoreElementsThanAreReadBackIsNotSaved) 
     ASSERT_FALSE(SaveProfileFile(Path(), list));
     ExpectOldFileAndNoOther();
 
-    // Each text outside the code page is one more.
+    // Each text outside the code page adds one more.
     list[0].settings.applications.assign(kMaxXmlElements / (kElementsOfAProgram + 2), {L"\x939", L"\x939"});
     ASSERT_FALSE(SaveProfileFile(Path(), list));
     ExpectOldFileAndNoOther();

@@ -46,12 +46,12 @@ std::vector<BYTE> BytesOf(const std::wstring& text) {
 
 constexpr DWORD kRetryOfReadMilliseconds = 50;
 
-// Every test has an empty user's hive, and waits that take no time.
+// Every test has an empty user's hive, and its waits take no time.
 class RegistryRecords : public testing::Test {
 protected:
     int Waits() const { return waits; }
 
-    // What happens at each wait, whose number is the argument.
+    // Called at each wait, with its number.
     std::function<void(int)> onWait;
 
 private:
@@ -122,7 +122,7 @@ TEST_F(ReadCurrentDeviceValueTest, FindsAValueThatIsPublishedBetweenTwoAttempts)
         kvn::test::PublishMouse({});
         kvn::test::RemovePublished(L"ButtonCount");
         const int waitsBefore = Waits();
-        // Another thread publishes, and is done before the next attempt.
+        // Another thread publishes, and finishes before the next attempt.
         onWait = [&](int wait) {
             if (wait - waitsBefore == attempt)
                 std::thread([] { kvn::test::SetPublishedNumber(L"ButtonCount", 3); }).join();
@@ -157,8 +157,8 @@ TEST_F(ReadCurrentDeviceValueTest, ALargerValueFailsAndLeavesTheBufferAlone) {
     }
 }
 
-TEST_F(ReadCurrentDeviceValueTest, TheTypeIsNotLookedAt) {
-    // What follows the value in memory is no zero: one would count as the end of a text.
+TEST_F(ReadCurrentDeviceValueTest, TheTypeDoesNotMatter) {
+    // The bytes after the value in memory are not zero, since a zero would count as the end of a text.
     const std::array<BYTE, 6> data{0x78, 0x56, 0x34, 0x12, 0xEE, 0xEE};
     for (const int type : {REG_NONE, REG_BINARY, REG_DWORD, REG_SZ, REG_MULTI_SZ, REG_EXPAND_SZ, 99}) {
         SetBaseValue(L"VID", static_cast<DWORD>(type), data.data(), sizeof(DWORD));

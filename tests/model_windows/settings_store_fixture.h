@@ -1,4 +1,4 @@
-// Shared by the tests of the settings store: a user and a machine of the test's own, and one mouse model.
+// Shared by the tests of the settings store: a separate user and machine for the test, and one mouse model.
 #pragma once
 
 #include <windows.h>

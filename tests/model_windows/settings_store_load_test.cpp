@@ -1,4 +1,4 @@
-// Loading a model, and the default profile of one that has no file.
+// Loading a model, and the default profile if it has no file.
 #include <shlobj.h>
 
 #include <algorithm>
@@ -78,7 +78,7 @@ TEST_F(LoadModelTest, ANewProfileTakesTheMachineWideFunctionForTheWheelButton) {
     EXPECT_EQ(StoredValues().at(L"BindKeyCenter"), StoredNumber(36));
 }
 
-TEST_F(LoadModelTest, AMachineWideFunctionOutOfRangeGivesWayToTheInitialValue) {
+TEST_F(LoadModelTest, AMachineWideFunctionOutOfRangeIsReplacedByTheInitialValue) {
     SetMachineWideCenter(99);
     EXPECT_TRUE(LoadMouseSettings(settings));
     EXPECT_EQ(StoredValues().at(L"BindKeyCenter"), StoredNumber(13));
@@ -113,7 +113,7 @@ TEST_F(LoadModelTest, AnExistingFileIsLoadedAndLeftAloneLikeTheRegistry) {
     EXPECT_EQ(FilesInFolder(), std::vector<std::wstring>{kFileName});
 }
 
-TEST_F(LoadModelTest, WhatTheRegistryIsTakenToHoldIsChecked) {
+TEST_F(LoadModelTest, TheAssumedContentsOfTheRegistryAreChecked) {
     SetMachineWideCenter(99);
     WriteFile("<data><profile/></data>");
     EXPECT_TRUE(LoadMouseSettings(settings));
@@ -162,14 +162,14 @@ TEST_F(LoadModelTest, AFileInUseIsLeftAloneAndSoIsTheRegistry) {
         EXPECT_FALSE(SaveProfiles(settings));
     }
     EXPECT_TRUE(StoredValues().empty());
-    // Later it turns out to hold the user's profiles: the default must not replace them.
+    // Later the file can be read and has the user's profiles, which the default must not replace.
     EXPECT_FALSE(SaveProfiles(settings));
     EXPECT_EQ(test::ReadBytes(Path()), bytes);
     EXPECT_EQ(FilesInFolder(), std::vector<std::wstring>{kFileName});
 }
 
-// Loads with each call of a function of Windows in turn running out of memory, and then saves what a user has made on
-// the page that opened all the same.
+// Loads while each call of a Windows function in turn runs out of memory. The page still opens, and the test then saves
+// what a user has done on it.
 class LoadWithoutMemoryTest : public SettingsStore {
 protected:
     void ExpectKept(const std::string& bytes, const std::wstring& name) {
@@ -197,7 +197,7 @@ private:
                 }};
     }
 
-    // False when the memory ran out.
+    // False if the memory ran out.
     static bool LoadsWithFailureAt(int number, MouseSettings& opened) {
         int left = number;
         const auto read = Failing<"ReadFile">(left, &ReadFile);
@@ -235,7 +235,7 @@ TEST_F(LoadWithoutMemoryTest, ASaveThatWasCutOffIsFinishedLater) {
     ExpectKept("<data><profile><profname>mine</profname></profile></data>", std::wstring(kFileName) + L".saving");
 }
 
-TEST_F(LoadModelTest, WhatASaveThatWasCutOffLeftIsRemoved) {
+TEST_F(LoadModelTest, LeftoversOfAnInterruptedSaveAreRemoved) {
     const std::string bytes = "<data><profile><profname>mine</profname></profile></data>";
     WriteFile(bytes);
     test::WriteBytes(Path() + L".saving", "<data><profile>");
@@ -245,7 +245,7 @@ TEST_F(LoadModelTest, WhatASaveThatWasCutOffLeftIsRemoved) {
     EXPECT_EQ(FilesInFolder(), std::vector<std::wstring>{kFileName});
 }
 
-TEST_F(LoadModelTest, WhatASaveLeftThatLacksOnlyItsRenamingComesBackWhenTheFileIsGone) {
+TEST_F(LoadModelTest, ASaveThatLacksOnlyItsRenamingIsLoadedWhenTheFileIsGone) {
     const std::string bytes = "<data><profile><profname>mine</profname></profile></data>";
     WriteFile(bytes);
     ASSERT_TRUE(MoveFileW(Path().c_str(), (Path() + L".saving").c_str()));
@@ -256,7 +256,7 @@ TEST_F(LoadModelTest, WhatASaveLeftThatLacksOnlyItsRenamingComesBackWhenTheFileI
     EXPECT_EQ(FilesInFolder(), std::vector<std::wstring>{kFileName});
 }
 
-TEST_F(LoadModelTest, HalfASaveWithoutTheFileGivesWayToADefaultProfile) {
+TEST_F(LoadModelTest, HalfASaveWithoutTheFileIsReplacedByADefaultProfile) {
     WriteFile("<data><profile><profname>mine</profname></profile>");
     ASSERT_TRUE(MoveFileW(Path().c_str(), (Path() + L".saving").c_str()));
     EXPECT_TRUE(LoadMouseSettings(settings));

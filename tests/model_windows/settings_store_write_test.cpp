@@ -27,7 +27,7 @@ StoredValue Text(DWORD type, const std::wstring& text) {
     return value;
 }
 
-// A model that is loaded and whose registry values are in place.
+// A loaded model with all its registry values.
 class WriteModelTest : public SettingsStore {
 protected:
     void SetUp() override { ASSERT_TRUE(LoadMouseSettings(settings)); }
@@ -166,7 +166,7 @@ TEST_F(SaveProfilesTest, AFailureLeavesTheOldFile) {
     EXPECT_NE(test::ReadBytes(Path()), bytes);
 }
 
-TEST_F(SaveProfilesTest, AFolderThatIsGoneIsNotMadeAnew) {
+TEST_F(SaveProfilesTest, AFolderThatIsGoneIsNotCreatedAgain) {
     ASSERT_TRUE(DeleteFileW(Path().c_str()));
     ASSERT_TRUE(RemoveDirectoryW(User().SettingsFolder().c_str()));
     const auto before = StoredValues();
@@ -190,7 +190,7 @@ TEST_F(SaveProfilesTest, AReadOnlyFileStaysAsItIs) {
     SetFileAttributesW(Path().c_str(), FILE_ATTRIBUTE_NORMAL);
 }
 
-TEST_F(SaveProfilesTest, AFileThatWasTakenAwayIsWrittenAnew) {
+TEST_F(SaveProfilesTest, AFileThatWasRemovedIsWrittenAgain) {
     ASSERT_TRUE(DeleteFileW(Path().c_str()));
     EXPECT_TRUE(SaveProfiles(settings));
     EXPECT_EQ(FilesInFolder(), std::vector<std::wstring>{kFileName});

@@ -1,4 +1,4 @@
-// Runs code with little stack left, as it may be deep inside another program.
+// Runs code with little stack left, as may happen deep inside another program.
 #pragma once
 
 #include <windows.h>
@@ -20,7 +20,7 @@ inline std::size_t StackLeft() {
     return static_cast<std::size_t>(&here - static_cast<const char*>(stack.AllocationBase));
 }
 
-// Overflowing what is left ends the program. Some systems give no thread less than a megabyte, so the rest is used up.
+// A stack overflow ends the program. Some systems give every thread at least a megabyte, so the rest is used up first.
 inline void RunWithStackOf(std::size_t bytes, const std::function<void()>& work) {
     std::thread([&] {
         const std::size_t surplus = StackLeft() - bytes;

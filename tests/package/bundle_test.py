@@ -49,7 +49,7 @@ def await_that(condition, seconds: float = 120) -> None:
     deadline = time.monotonic() + seconds
     while not condition():
         if time.monotonic() > deadline:
-            raise AssertionError("it has not come true")
+            raise AssertionError("the condition was never met")
         time.sleep(0.05)
 
 
@@ -84,7 +84,7 @@ class Bundle(unittest.TestCase):
         self.assertRegex(text, r"<td>Windows</td><td>[^<]*Windows")
         self.assertEqual(re.findall(r'<img alt="([^"]*)" src="data:image/png;base64,iVBOR', text), PICTURES)
         self.assertIn("<td>service_engine_tests</td>", text)
-        self.assertIn("<td>The page opens from where it is installed</td><td>passed</td>", text)
+        self.assertIn("<td>The installed page opens</td><td>passed</td>", text)
         self.assertNotIn("http", text)
         self.assertEqual(files_below(FOLDER), before)
         self.expect_the_users_own()
@@ -92,8 +92,8 @@ class Bundle(unittest.TestCase):
     def test_run_that_was_cut_off_is_made_good_by_the_next_one(self):
         cut_off = start("--only", "model_tests")
         await_that(lambda: not (PROFILES / "own.xml").exists())
-        time.sleep(1)  # somewhere in the middle of it
-        # As in a power cut, nothing is left running.
+        time.sleep(1)  # somewhere in the middle
+        # As in a power cut, every program ends.
         for program in ("bundle_runner.exe", *STARTED_BY_RUNNER):
             for process in processes(program):
                 subprocess.run(["kill", "-9", str(process)], check=False)

@@ -36,7 +36,7 @@ INSTALLED_DLL, INSTALLED_SERVICE = FOLDER / "KvnMouseUtil.dll", FOLDER / "KvnMou
 WINDOWS_FOLDER = r"C:\Program Files\KORVEN\Tarsel3"
 INSTALLED_PATH = WINDOWS_FOLDER + r"\KvnMouseUtil.dll"
 
-# A folder that an administrator has chosen, and one in which users have kept a service of their own.
+# A folder that an administrator has chosen, and one in which users keep another copy of the service.
 CHOSEN_FOLDER, CHOSEN_WINDOWS_FOLDER = DRIVE_C / "Mäuse und 鼠/Dienst", "C:\\Mäuse und 鼠\\Dienst"
 OWN_FOLDER, OWN_WINDOWS_FOLDER = DRIVE_C / "My tools", r"C:\My tools"
 
@@ -54,11 +54,12 @@ UNINSTALL_KEY = rf"{SOFTWARE}\Microsoft\Windows\CurrentVersion\Uninstall"
 REG_FILE = "Windows Registry Editor Version 5.00\n\n"
 # A .reg file that removes two keys with everything below them.
 REMOVAL = f"{REG_FILE}[-{CLASS_KEY}]\n\n[-{HANDLERS_KEY}]\n"
-# What the next start of Windows would do with files that were in use.
+# The registry key in which files in use wait for the next start of Windows.
 NOTHING_PENDING = (REG_FILE + r"[HKEY_LOCAL_MACHINE\System\CurrentControlSet\Control\Session Manager]"
                    '\n"PendingFileRenameOperations"=-\n')
 
-# What msiexec returns, in the eight bits of a Unix exit status: a fatal error; a file in use waits for the next start.
+# The results of msiexec, in the eight bits of a Unix exit status: a fatal error, and a file in use that waits for the
+# next start.
 REFUSED, RESTART_NEEDED = 1603 & 0xFF, 3010 & 0xFF
 REPAIR = ["REINSTALL=ALL", "REINSTALLMODE=amus"]  # Wine's msiexec does not know /f
 HIGHER_VERSION = make_msi.next_version(VERSION)
@@ -117,7 +118,7 @@ def show_sample_mouse() -> None:
 
 
 def registration() -> Registry:
-    """Everything by which the Mouse control panel finds the page."""
+    """All entries by which the Mouse control panel finds the page."""
     return {**read_registry(CLASS_KEY), **read_registry(HANDLERS_KEY)}
 
 
@@ -136,7 +137,7 @@ def rows(name: str) -> list[list[str]]:
 
 
 def changes(before: Registry, after: Registry) -> dict[str, tuple]:
-    """The keys that differ, with their values before and after; None stands for a key that is not there."""
+    """The keys that differ, with their values before and after; None means that the key is missing."""
     pairs = {key: (before.get(key), after.get(key)) for key in before.keys() | after.keys()}
     return {key: values for key, values in pairs.items() if values[0] != values[1]}
 
@@ -294,7 +295,7 @@ class InstallationFixture(unittest.TestCase):
 
     @staticmethod
     def clean():
-        """Ends and uninstalls what a test has left, so that a failed test does not make the next one fail."""
+        """Ends and uninstalls everything that a test has left, so that a failed test does not make the next one fail."""
         quit_service()
         for product_code in products():
             run("msiexec", "/x", product_code, "/qn")
@@ -405,7 +406,7 @@ class Installation(InstallationFixture):
         folders = [DRIVE_C / "Program Files", DRIVE_C / "windows/Installer", DRIVE_C / "ProgramData"]
         files_before = [files_below(folder) for folder in folders]
         self.assertEqual(install(), 0)
-        picture_of_the_page()  # for which the page makes the sample mouse's profile
+        picture_of_the_page()  # the page makes the sample mouse's profile for it
         settings = users_settings()
         self.assertIn(pathlib.Path("Tarsel3/VID1234PID5678.xml"), settings[0])
         self.assertNotEqual(settings[1], {})
@@ -414,7 +415,7 @@ class Installation(InstallationFixture):
         self.assertEqual(users_settings(), settings)
         self.assertEqual([files_below(folder) for folder in folders], files_before)
         left = {key: values for key, values in changes(registry_before, settled_registry(SOFTWARE)).items()
-                if "\\installer" not in key or values[1] != {}}  # Windows Installer keeps empty keys of its own
+                if "\\installer" not in key or values[1] != {}}  # Windows Installer keeps its own empty keys
         self.assertEqual(left, {})
 
     def test_uninstalling_leaves_what_others_have_put_beside_the_programs(self):
@@ -457,9 +458,9 @@ class Service(InstallationFixture):
 
     @staticmethod
     def kill(hung: dict[int, str]) -> None:
-        """Kills processes while they hang: a watcher that continues would start a service that nothing ends."""
+        """Kills processes while they hang: a watcher that continues would start a service that is never ended."""
         send(signal.SIGKILL, hung)
-        wait_until(lambda: not hung.keys() & processes("KvnMouseApl.exe").keys(), "the end of what hangs")
+        wait_until(lambda: not hung.keys() & processes("KvnMouseApl.exe").keys(), "the end of the hanging processes")
 
     def test_installing_starts_the_service(self):
         self.assertEqual(install(), 0)

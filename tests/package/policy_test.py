@@ -16,7 +16,7 @@ SCHEMA = pathlib.Path(__file__).with_name("policy_definitions.xsd")
 NAMESPACE = "{http://schemas.microsoft.com/GroupPolicy/2006/07/PolicyDefinitions}"
 LANGUAGES = ["en-US", "ja-JP"]
 
-ARBITRARY_KEY = 37  # needs keys, which the value has no place for
+ARBITRARY_KEY = 37  # needs keys, for which the value has no room
 
 
 def tags(root: ElementTree.Element, *names: str) -> list[ElementTree.Element]:

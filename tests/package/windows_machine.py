@@ -1,4 +1,4 @@
-"""The Windows on which the installer is tried: its programs, registry and files, as Wine shows them."""
+"""The Windows on which the installer is tested: its programs, registry and files, as Wine shows them."""
 import os
 import pathlib
 import re
@@ -48,7 +48,7 @@ def wait_until(condition: Callable[[], bool], what: str, seconds: int = 60) -> N
 
 
 def read_registry(key: str) -> Registry:
-    """A key and all keys below it; nothing when it is not there. Key names are in lower case, as their case is free."""
+    """A key and all keys below it; nothing if it is missing. Key names are in lower case, since their case does not matter."""
     with tempfile.TemporaryDirectory() as folder:
         export = pathlib.Path(folder) / "export.reg"
         status, output = run("regedit", "/E", windows_path(export), key)
@@ -90,5 +90,5 @@ def import_registry(text: str) -> int:
 
 
 def files_below(folder: pathlib.Path) -> dict[pathlib.Path, bytes | None]:
-    """All files with what they hold, and folders with nothing."""
+    """All files with their contents, and folders with nothing."""
     return {path.relative_to(folder): None if path.is_dir() else path.read_bytes() for path in folder.rglob("*")}

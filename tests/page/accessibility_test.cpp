@@ -1,4 +1,4 @@
-// What a screen reader and the keyboard need of every dialog: labels, unambiguous ids, and a place for each control.
+// What screen readers and keyboard users need in every dialog: labels, unambiguous ids, and a place for each control.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -11,10 +11,10 @@
 namespace kvn::test {
 namespace {
 
-// Classes of controls that have no text of their own to be read.
+// Classes of controls without a text that could be read out.
 const std::set<std::wstring> kLabelledClasses{L"COMBOBOX", L"EDIT", L"SYSLISTVIEW32", L"MSCTLS_TRACKBAR32"};
 
-// A control that has no label beside it bears its name itself, where nobody sees it.
+// A control without a label beside it has its name as an invisible text.
 bool BearsItsName(const TemplateControl& control) {
     return control.className == L"SYSLISTVIEW32" && !control.text.empty();
 }
@@ -24,7 +24,7 @@ bool IsLabel(const TemplateControl& control) {
 }
 
 RECT PlaceOf(const TemplateControl& control) {
-    // A combo box's height is its list's; the closed field is as high as an edit box.
+    // A combo box's height includes its list; the closed field is as high as an edit box.
     constexpr LONG kComboFieldHeight = 14;
     const LONG height = control.className == L"COMBOBOX" ? kComboFieldHeight : control.height;
     return {control.x, control.y, control.x + control.width, control.y + height};

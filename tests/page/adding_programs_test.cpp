@@ -1,4 +1,4 @@
-// Adding programs to a profile: the editor itself, opened without a page, with a stand-in for the choice of programs.
+// Adding programs to a profile: the editor itself, opened without a page, with the choice of programs replaced.
 #include <gtest/gtest.h>
 
 #include <windows.h>
@@ -43,7 +43,7 @@ protected:
         profile.settings.applications = programs;
         settings.profiles.push_back(profile);
     }
-    // Opens the editor and selects a profile; what the user is going to choose comes first.
+    // Opens the editor and selects a profile. The first argument is the user's later choice.
     void Open(const Entries& chosen, int profile, bool isAccepted = true) {
         context.choosePrograms = [=, this](HINSTANCE, HWND owner) {
             choices += 1;
@@ -67,7 +67,7 @@ protected:
     void AwaitRows(std::size_t count) const {
         EXPECT_TRUE(ComesTrue([&] { return editor->Programs().size() == count; })) << editor->Programs().size();
     }
-    // Commands that are given while one is still carried out count for nothing: this comes after all of them.
+    // The dialog ignores commands while another one runs, so this waits until all have ended.
     void Close(int button) {
         SendMessageW(editor->Window(), WM_NULL, 0, 0);
         EXPECT_EQ(OpenMessageBox(), nullptr);
@@ -101,7 +101,7 @@ protected:
     std::atomic<HWND> chooserOwner = nullptr;
     int shownProfiles = 0;
     int shownSelections = 0;
-    std::future<void> ended;  // waits for the thread before anything above goes
+    std::future<void> ended;  // waits for the thread before the members above are destroyed
 };
 
 TEST_F(AddingProgramsTest, AppendsThemInTheirOrderWithNameIconAndPath) {
@@ -150,7 +150,7 @@ TEST_F(AddingProgramsTest, AloneIsKeptInMemoryAndNotWritten) {
     EXPECT_EQ(File(), fileBefore);
     EXPECT_EQ(shownProfiles, 1);
     EXPECT_EQ(shownSelections, 0);
-    EXPECT_TRUE(model::SaveProfiles(settings)) << "the next write takes them along";
+    EXPECT_TRUE(model::SaveProfiles(settings)) << "the next write includes them";
     EXPECT_NE(File().find("C:\\x.exe"), std::string::npos);
 }
 

@@ -40,7 +40,7 @@ protected:
         dialog = AwaitKeyDialog();
     }
 
-    // Presses a button and waits for the dialog's end; its result.
+    // Presses a button, waits for the dialog's end, and returns its result.
     bool Close(int button) {
         PostMessageW(GetDlgItem(dialog, button), BM_CLICK, 0, 0);
         return AwaitEnd();
@@ -66,7 +66,7 @@ protected:
     std::wstring Shown(int number) const { return TextOf(Input(number)); }
     void Enter(int number, const std::wstring& text) const { EnterKey(dialog, kInputs[number - 1], text); }
 
-    // What a real press of the key makes of a field that showed "?" before; a key that is ignored leaves that.
+    // The text after a real press of the key in a field that showed "?". An ignored key leaves the "?".
     std::wstring PressInField(int number, WORD key) const {
         BringToFront(dialog);
         const HWND field = Field(number);
@@ -86,7 +86,7 @@ protected:
     }
 
     ModuleUnderTest module;
-    model::EtcKey keys;  // what the dialog was opened with, or has answered
+    model::EtcKey keys;  // the dialog's input, and then its answer
     std::future<bool> accepted;
     HWND dialog = nullptr;
 };
@@ -189,7 +189,7 @@ TEST_F(ArbitraryKeyDialogTest, ExcludedShiftKeysAreIgnored) {
     EXPECT_EQ(PressInField(1, VK_LCONTROL), L"Left Ctrl");
 }
 
-// Some programs send a side's own code, which no keyboard reports.
+// Some programs send the code of one side, which no keyboard reports.
 TEST_F(ArbitraryKeyDialogTest, TheSidesOfAnExcludedShiftAreIgnoredAsSuch) {
     Open({-2, -2, -2}, ShiftKeys::Excluded);
     Enter(1, L"?");
@@ -232,7 +232,7 @@ TEST_F(ArbitraryKeyDialogTest, UnknownKeyTakesTheNameOfAnotherThatIsDown) {
     state[6] = 0x80;
     SetKeyboardState(state);
     SendKey(1, 7);
-    EXPECT_EQ(Shown(1), L"") << "the key that is down has no name either";
+    EXPECT_EQ(Shown(1), L"") << "the other key that is down has no name either";
     const BYTE released[256]{};
     SetKeyboardState(const_cast<BYTE*>(released));
     AttachThreadInput(own, other, FALSE);
@@ -342,7 +342,7 @@ TEST_F(ArbitraryKeyDialogTest, SwitchesTheInputMethodOffAndOnForTheThread) {
     EXPECT_EQ(calls, (std::vector<Call>{{nullptr, FALSE}, {nullptr, TRUE}}));
 }
 
-// In the place of the function that parts windows from the input method editor: writes down what it is given.
+// Replaces the function that separates windows from the input method editor, and records its arguments.
 std::vector<HWND> partedFrom;
 BOOL WINAPI PartFromContext(HWND window, HIMC context, DWORD flags) {
     EXPECT_EQ(context, nullptr);

@@ -160,7 +160,7 @@ TEST_F(ButtonPaneTest, SecondGestureFunctionIsRefused) {
     EXPECT_EQ(Chosen(IDC_PANE_CENTER), 36);
 }
 
-TEST_F(ButtonPaneTest, RefusedGestureGivesBackTheLastConfirmedChoice) {
+TEST_F(ButtonPaneTest, RefusedGestureRestoresTheLastConfirmedChoice) {
     Open();
     Choose(IDC_PANE_CENTER, 36);
     Choose(IDC_PANE_BUTTON4, 20);
@@ -174,7 +174,7 @@ TEST_F(ButtonPaneTest, RefusedGestureGivesBackTheLastConfirmedChoice) {
     EXPECT_EQ(Chosen(IDC_PANE_BUTTON4), 20) << "at the second refusal";
 }
 
-TEST_F(ButtonPaneTest, RestoredLeftClickIsNoSecondGesture) {
+TEST_F(ButtonPaneTest, RestoredLeftClickIsNotASecondGesture) {
     Open();
     Choose(IDC_PANE_CENTER, 36);
     Choose(IDC_PANE_LEFT, 36);
@@ -184,7 +184,7 @@ TEST_F(ButtonPaneTest, RestoredLeftClickIsNoSecondGesture) {
     EXPECT_EQ(Chosen(IDC_PANE_CENTER), 36);
 }
 
-TEST_F(ButtonPaneTest, RestoredLeftClickCountsForOneGestureLessWhateverItReplaced) {
+TEST_F(ButtonPaneTest, RestoredLeftClickCountsAsOneGestureFewerWhateverItReplaced) {
     WriteProfiles({ProfileText("Default", {{"rbutton", "36"}, {"tbutton", "36"}})});
     Open();
     Choose(IDC_PANE_LEFT, 5);

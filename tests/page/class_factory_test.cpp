@@ -41,7 +41,7 @@ TEST_F(ClassFactoryTest, InstancesAreHandedOutWithOneReference) {
     }
 }
 
-TEST_F(ClassFactoryTest, AggregationIsRefusedBeforeTheInterfaceIsLookedAt) {
+TEST_F(ClassFactoryTest, AggregationIsRefusedBeforeTheInterfaceIsChecked) {
     void* object = &module;
     EXPECT_EQ(factory->CreateInstance(factory.get(), IID_IUnknown, &object), CLASS_E_NOAGGREGATION);
     EXPECT_EQ(object, nullptr);

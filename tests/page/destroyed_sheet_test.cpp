@@ -1,4 +1,4 @@
-// A host that destroys the sheet while one of our dialogs stands open above it.
+// A host that destroys the sheet while one of the page's dialogs is open above it.
 #include <malloc.h>
 
 #include <algorithm>
@@ -13,9 +13,9 @@
 namespace kvn::test {
 namespace {
 
-// What the module gives back is spoiled at once, so that nothing that still uses it goes on for long.
+// Overwrites memory that the module frees, so that any later use of it fails quickly.
 void SpoilAndFree(void* block) {
-    // Volatile, since nobody reads it.
+    // Volatile, so that the compiler does not drop the writes.
     if (block != nullptr) std::fill_n(static_cast<volatile unsigned char*>(block), _msize(block), 0xDD);
     std::free(block);
 }
@@ -27,7 +27,7 @@ protected:
         OpenWith({{"U", 3, "one page back", ""}});
     }
 
-    // Whoever waits above the sheet has to return into code that still stands.
+    // The dialog that waits above the sheet must return into code that is still loaded.
     void DestroySheet() {
         const HWND window = sheet->Sheet();
         sheet->Start([=] { DestroyWindow(window); });

@@ -1,5 +1,5 @@
-// What the templates of the dialogs fix beyond captions and controls: sizes, styles, default buttons, and which label
-// belongs to which control.
+// The details of the dialog templates besides captions and controls: sizes, styles, default buttons, and the label of
+// each control.
 #include <gtest/gtest.h>
 
 #include <windows.h>
@@ -86,7 +86,7 @@ constexpr LabelRow kLabels[] = {
     {IDD_PROFILE_NAME, IDC_PROFILE_NAME, L"Profile", L"プロファイル"},
 };
 
-// The ends of a trackbar's scale are no labels.
+// The texts at the ends of a trackbar's scale are not labels.
 const std::set<std::wstring> kScaleEnds{L"Slow", L"Fast", L"遅く", L"速く"};
 
 class DialogTemplatesTest : public testing::TestWithParam<WORD> {
@@ -104,7 +104,7 @@ protected:
         }
         return ids;
     }
-    // As a user sees it: the text directly above the control, or to its left in the same line.
+    // As users see it: the text directly above the control, or to its left in the same line.
     static std::wstring LabelBeside(const DialogTemplate& dialog, const TemplateControl& labelled) {
         for (const TemplateControl& label : dialog.controls) {
             if (!label.IsStatic() || label.text.empty()) continue;
@@ -164,7 +164,7 @@ TEST_P(DialogTemplatesTest, EachControlIsReadAndSeenWithItsOwnLabel) {
         ASSERT_TRUE(control != dialog.controls.end() && control != dialog.controls.begin());
         const std::wstring label = isEnglish ? row.english : row.japanese;
         EXPECT_EQ(std::prev(control)->text, label) << row.control;
-        if (row.control == IDC_PANE_HORIZONTAL_SPEED) continue;  // stands in a group box of its own
+        if (row.control == IDC_PANE_HORIZONTAL_SPEED) continue;  // is alone in a group box
         EXPECT_EQ(LabelBeside(dialog, *control), label) << row.control;
     }
 }

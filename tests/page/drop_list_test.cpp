@@ -1,4 +1,4 @@
-// Drop-down lists are wide enough for their longest text, however long it became and however large the font is.
+// Drop-down lists are wide enough for their longest text, for any text and any font size.
 #include <windows.h>
 
 #include <algorithm>
@@ -13,7 +13,7 @@ namespace {
 
 constexpr char kLongKeys[] = "Left Windows+Right Windows+Application key";
 
-// While it lives, the combo box has its font in the size of another scale of the screen.
+// While it lives, the combo box has its font in the size of another screen scale.
 class ScaledFont {
 public:
     ScaledFont(HWND comboBox, int dotsPerInch)
@@ -36,7 +36,7 @@ private:
 
 class DropListTest : public GestureTest {
 protected:
-    // Opens the list at every scale and expects that its rows have room for every text; closes it again.
+    // Opens the list at every scale, expects room for every text in its rows, and closes it again.
     void ExpectRoomForAllTexts(HWND combo) const {
         for (const int scale : kScales) {
             SCOPED_TRACE(scale);
@@ -56,7 +56,7 @@ protected:
                 longest = LongestText(combo);
                 SendMessageW(combo, CB_SHOWDROPDOWN, FALSE, 0);
             });
-            EXPECT_GT(longest, field) << "the combo box alone would have been wide enough";
+            EXPECT_GT(longest, field) << "the combo box itself would have been wide enough";
             EXPECT_LE(longest, room);
         }
     }

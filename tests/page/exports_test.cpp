@@ -1,4 +1,4 @@
-// The module's exports and the server's count of references.
+// The module's exports, and the server's reference count.
 #include <gtest/gtest.h>
 
 #include <shobjidl.h>

@@ -1,4 +1,4 @@
-// The keyboard never loses its place: what is hidden or disabled gives the focus on.
+// The keyboard focus is never lost: a control that is hidden or disabled passes it on.
 #include <windows.h>
 
 #include <commctrl.h>
@@ -21,7 +21,7 @@ protected:
         SendMessageW(tab, WM_LBUTTONUP, 0, point);
         sheet->Settle();
     }
-    // As another program does.
+    // Selects the tab as another program does.
     void SelectTab(int index) const {
         sheet->Run([=, this] {
             const HWND tab = sheet->PageControl(IDC_PAGE_TAB);

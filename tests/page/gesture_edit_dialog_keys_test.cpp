@@ -22,7 +22,7 @@ protected:
     }
 };
 
-TEST_F(GestureEditDialogKeysTest, ArbitraryKeysStandInBracketsUntilTheProfileIsShownAgain) {
+TEST_F(GestureEditDialogKeysTest, ArbitraryKeysAreInBracketsUntilTheProfileIsShownAgain) {
     WriteProfiles({GestureProfile({}), GestureProfile({}, "Games")});
     Open();
     const HWND editor = OpenEditor();

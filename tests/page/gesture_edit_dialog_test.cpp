@@ -36,7 +36,7 @@ TEST_F(GestureEditDialogTest, TheServiceKnowsWhenItOpensAndCloses) {
                                         {NumberOf(ServiceMessage::GestureEditEnd), 0, 0, false}}));
 }
 
-TEST_F(GestureEditDialogTest, TheServiceIsToldBeforeTheControlsAreFilled) {
+TEST_F(GestureEditDialogTest, TheServiceIsNotifiedBeforeTheControlsAreFilled) {
     OpenWith({});
     LRESULT countWhenTold = -1;
     service->WhenCalled(ServiceMessage::GestureEditBegin, [&] {

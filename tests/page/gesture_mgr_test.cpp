@@ -14,7 +14,7 @@ class GestureMgrTest : public GestureTest {
 protected:
     std::size_t Queries() const { return service->CountOf(ServiceMessage::IsButtonHeld); }
 
-    // As the sheet's thread sees it.
+    // As the sheet's thread sees the button.
     void HoldRightButton(bool hold) const {
         sheet->Run([=] {
             BYTE state[256]{};
@@ -47,7 +47,7 @@ TEST_F(GestureMgrTest, AClickAsksAtEveryTickOfTheTimer) {
     CloseEditor(editor, IDCANCEL);
 }
 
-TEST_F(GestureMgrTest, OtherTimersAreNoTicks) {
+TEST_F(GestureMgrTest, OtherTimersDoNotTick) {
     OpenWith({});
     const HWND editor = OpenEditor();
     ClickStroke(editor);
@@ -161,7 +161,7 @@ TEST_F(GestureMgrTest, ClicksDuringARecordingDoNothing) {
     CloseEditor(editor, IDCANCEL);
 }
 
-TEST_F(GestureMgrTest, TheRightButtonGivesTheStrokeUp) {
+TEST_F(GestureMgrTest, TheRightButtonCancelsTheStroke) {
     OpenWith({});
     const HWND editor = OpenEditor();
     ChooseFunction(editor, 1);
@@ -204,7 +204,7 @@ TEST_F(GestureMgrTest, FiveSegmentsShowTheLastFour) {
     CloseEditor(editor, IDCANCEL);
 }
 
-TEST_F(GestureMgrTest, ATickThatComesWhileTheServiceIsAskedIsNone) {
+TEST_F(GestureMgrTest, ATickWhileTheServiceIsAskedDoesNothing) {
     OpenWith({});
     const HWND editor = OpenEditor();
     ClickStroke(editor);

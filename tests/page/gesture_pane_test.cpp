@@ -15,7 +15,7 @@ const std::vector<GestureText> kThreeGestures{
 
 class GesturePaneTest : public GestureTest {
 protected:
-    // Presses the mouse button twice in the list, at the middle of a row's second column or below the last row.
+    // Double-clicks in the list, in the middle of a row's second column or below the last row.
     void DoubleClick(int row) const {
         const RECT area = LabelOfRow(List(), row);
         const POINT place{120, row < RowCount() ? (area.top + area.bottom) / 2 : 200};

@@ -8,7 +8,7 @@ namespace {
 
 class GestureTrailOverlayTest : public GestureTest {
 protected:
-    // Opens the editor and holds the button; the overlay of the stroke.
+    // Opens the editor, holds the button, and returns the overlay of the stroke.
     HWND BeginStroke() {
         OpenWith({});
         editor = OpenEditor();
@@ -25,11 +25,11 @@ protected:
         sheet->Run([&] { colour = GetPixel(platform::WindowDeviceContext(overlay).Get(), x, y); });
         return colour;
     }
-    // Has the whole window erased and painted, as whatever uncovers or invalidates it does.
+    // Makes Windows erase and paint the whole window, as when it is uncovered or invalidated.
     void Repaint(HWND overlay) const {
         sheet->Run([=] { RedrawWindow(overlay, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW); });
     }
-    // What the overlay's dialog procedure itself answers.
+    // The answer of the overlay's dialog procedure itself.
     INT_PTR AskProcedure(HWND overlay, UINT message, LPARAM lParam = 0) const {
         INT_PTR answer = -1;
         sheet->Run([&] {

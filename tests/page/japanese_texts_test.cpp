@@ -1,5 +1,4 @@
-// The module's Japanese texts, each at its number and its control: one that is swapped for another would still be
-// Japanese.
+// The module's Japanese texts, each at its number and its control: two that are swapped would still be Japanese.
 #include <gtest/gtest.h>
 
 #include <map>
@@ -99,7 +98,7 @@ const std::map<UINT, std::wstring> kJapaneseTexts = {
     {1013, L"開始"},
 };
 
-// Of the dialogs: what each English text is in Japanese. A text that is not here is the same in both languages.
+// The Japanese for each English text of the dialogs. A text that is not listed is the same in both languages.
 const std::map<std::wstring, std::wstring> kTranslations = {
     {L"Profile", L"プロファイル"},
     {L"Edit Profile", L"プロファイルの編集"},
@@ -157,7 +156,7 @@ protected:
     ModuleUnderTest module;
 };
 
-TEST_F(JapaneseTextsTest, StandAtTheirNumbers) {
+TEST_F(JapaneseTextsTest, HaveTheirNumbers) {
     const auto english = TextsIn(module.Handle(), kEnglish);
     for (const auto& [id, text] : TextsIn(module.Handle(), kJapanese)) {
         const auto expected = kJapaneseTexts.find(id);
@@ -165,7 +164,7 @@ TEST_F(JapaneseTextsTest, StandAtTheirNumbers) {
     }
 }
 
-TEST_F(JapaneseTextsTest, StandOnTheirControls) {
+TEST_F(JapaneseTextsTest, AreOnTheirControls) {
     for (const LPCWSTR dialog : kDialogNames) {
         SCOPED_TRACE(DialogName(dialog));
         const DialogTemplate english = TemplateIn(module.Handle(), dialog, kEnglish);

@@ -15,12 +15,12 @@ using Values = std::map<std::wstring, StoredValue>;
 
 class KorvenPanelApplyTest : public PageTest {
 protected:
-    // Opens on a stored profile, with the model's registry values written off.
+    // Opens on a stored profile. The registry has no values of the model.
     void OpenOn(const std::vector<ProfileElement>& elements = {}) {
         WriteProfiles({ProfileText("Default", elements)});
         Open();
     }
-    // Presses Apply or OK and answers the failure's message; the sheet must stay and the service hear nothing.
+    // Presses Apply or OK and answers the failure's message. The sheet must stay, and the service must not be notified.
     void FailToApply(void (OpenedSheet::*press)() const = &OpenedSheet::PressApply) {
         (*sheet.*press)();
         ExpectWarning(AnswerMessageBox("Settings failed.", IDOK), L"Settings failed.");
@@ -29,7 +29,7 @@ protected:
     }
 };
 
-TEST_F(KorvenPanelApplyTest, WithoutAChangeSavesTheFileAndTellsTheService) {
+TEST_F(KorvenPanelApplyTest, WithoutAChangeSavesTheFileAndNotifiesTheService) {
     OpenOn();
     std::filesystem::remove(ProfilePath());
     const RecordedWrites writes(module.Handle());
@@ -102,7 +102,7 @@ TEST_F(KorvenPanelApplyTest, EmptyListsAndTextsAreWrittenWhenTheyWereNotEmpty) {
                                      {L"ProfileApp", StoredList(std::wstring(1, L'\0'))}}));
 }
 
-TEST_F(KorvenPanelApplyTest, ServiceHearsOfItAfterRegistryAndFileAreWritten) {
+TEST_F(KorvenPanelApplyTest, ServiceIsNotifiedAfterRegistryAndFileAreWritten) {
     OpenOn();
     std::string element;
     Values values;
@@ -116,7 +116,7 @@ TEST_F(KorvenPanelApplyTest, ServiceHearsOfItAfterRegistryAndFileAreWritten) {
     EXPECT_EQ(values, (Values{{L"BindKeyRight", StoredNumber(20)}}));
 }
 
-TEST_F(KorvenPanelApplyTest, AppliedTwiceIsWrittenOnceAndToldTwice) {
+TEST_F(KorvenPanelApplyTest, AppliedTwiceWritesOnceAndNotifiesTwice) {
     OpenOn();
     const RecordedWrites writes(module.Handle());
     Choose(IDC_PANE_RIGHT, 20);
@@ -148,7 +148,7 @@ TEST_F(KorvenPanelApplyTest, FailedWriteIsReportedOnceAndNothingIsSaved) {
     FailToApply();
     EXPECT_EQ(ReadFileText(ProfilePath()), saved);
     EXPECT_TRUE(sheet->IsApplyEnabled());
-    // The writes went on after the one that failed.
+    // The writes continued after the failed one.
     EXPECT_EQ(writes.Names(),
               (std::vector<std::wstring>{L"BindKeyRight", L"BindKeyCenter", L"BindKeyPlus", L"BindKeyTiltRight"}));
     EXPECT_EQ(ModelValues(), (Values{{L"BindKeyCenter", StoredNumber(21)}, {L"BindKeyTiltRight", StoredNumber(23)}}));
@@ -232,7 +232,7 @@ TEST_F(KorvenPanelApplyTest, NoRevolutionsAreStoredAsUnset) {
     EXPECT_EQ(SavedElement("hcount"), "-2");
 }
 
-TEST_F(KorvenPanelApplyTest, ProfileThatIsLeftKeepsWhatWasChosenInIt) {
+TEST_F(KorvenPanelApplyTest, ProfileThatIsLeftKeepsTheChoicesMadeInIt) {
     WriteProfiles({ProfileText("Default"), ProfileText("Games", {{"rbutton", "20"}})});
     Open();
     Choose(IDC_PANE_RIGHT, 21);

@@ -119,7 +119,7 @@ TEST_F(KorvenPanelResetTest, ReachesThePageAsACommandToo) {
 
 TEST_F(KorvenPanelResetTest, TakesTheInitialValuesThatTheServiceSent) {
     service->SendData(sheet->Page(), kSent.data(), sizeof kSent);
-    EXPECT_EQ(Chosen(IDC_PANE_RIGHT), 20) << "the values show before they are asked for";
+    EXPECT_EQ(Chosen(IDC_PANE_RIGHT), 20) << "the values are shown before the reset";
     EXPECT_FALSE(sheet->IsApplyEnabled());
     Reset(IDOK);
     EXPECT_EQ(Shown(), kSent);
@@ -167,7 +167,7 @@ TEST_F(KorvenPanelResetTest, RecordIsIgnoredWhenNoServiceRuns) {
     EXPECT_EQ(Shown(), kDefaults);
 }
 
-TEST_F(KorvenPanelResetTest, SentValuesOutOfRangeGiveWayToTheDefaults) {
+TEST_F(KorvenPanelResetTest, SentValuesOutOfRangeAreReplacedByTheDefaults) {
     InitialRecord sent = kSent;
     sent[1] = 55;
     sent[2] = -5;
@@ -199,7 +199,7 @@ TEST_F(KorvenPanelResetTest, LeavesGesturesAndProgramsAlone) {
         EXPECT_NE(saved.find(text), std::string::npos) << text;
     }
     const auto values = ModelValues();
-    EXPECT_EQ(values.count(L"Gesture"), 0U) << "it is what it was";
+    EXPECT_EQ(values.count(L"Gesture"), 0U) << "it has not changed";
     EXPECT_EQ(values.count(L"ProfileApp"), 0U);
 }
 

@@ -32,7 +32,7 @@ protected:
         EXPECT_TRUE(sheet->IsQuiet());
         return seen;
     }
-    // The page in whose start a message box has just come up.
+    // The page whose start has just opened a message box.
     HWND PageBehindMessageBox() const {
         const HWND box = Await("a message box", [] { return OpenMessageBox(); });
         return FindChildWindow(GetWindow(box, GW_OWNER),
@@ -42,7 +42,7 @@ protected:
         for (const int control : kSlotControls) EXPECT_FALSE(IsEnabled(control)) << control;
         EXPECT_FALSE(IsEnabled(IDC_PANE_HORIZONTAL_SPEED));
     }
-    // Failed reads wait between their attempts; here nobody has to.
+    // Failed reads wait between attempts. Here the waits are skipped.
     struct CountedSleeps {
         explicit CountedSleeps(HMODULE module)
             : replaced(module, [this](DWORD milliseconds) { pauses.push_back(milliseconds); }) {}
@@ -119,7 +119,7 @@ TEST_F(KorvenPanelStartTest, BrokenFileIsSetAsideForADefaultProfile) {
     EXPECT_FALSE(ModelValues().empty());
 }
 
-TEST_F(KorvenPanelStartTest, TellsWhenTheDefaultProfileCannotBeSaved) {
+TEST_F(KorvenPanelStartTest, ReportsThatTheDefaultProfileCannotBeSaved) {
     WriteFileText(user.ApplicationData() + L"\\KORVEN", "in the folder's place");
     ExpectWarning(OpenPast("Settings failed."), L"Settings failed.");
     EXPECT_EQ(ProfileNames(), std::vector<std::wstring>{L"Default"});

@@ -1,4 +1,5 @@
-// The module's two languages hold the same, and differ in nothing that files, the registry or other programs know.
+// The module's two languages have the same contents, and do not differ in anything that files, the registry or other
+// programs use.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -17,7 +18,7 @@ struct SharedText {
     const wchar_t* reason;
 };
 
-// Texts that are data, or the name of a thing that has no other in Japanese.
+// Texts that are data, or names that are the same in Japanese.
 constexpr SharedText kSharedTexts[] = {
     {IDS_DEFAULT_PROFILE_NAME, L"stored in the profile file; the default profile is recognised by it"},
     {IDS_FUNCTION_ARBITRARY_KEY, L"heading that is taken off when the keys of a profile file are read"},
@@ -44,7 +45,7 @@ constexpr SharedText kSharedTexts[] = {
     {IDS_FUNCTION_BACKSPACE, L"key"},
 };
 
-// Texts of the dialogs that are the same in both languages: a product's name, a button, and a place for a path.
+// Texts of the dialogs that are the same in both languages: a product's name, a button, and the placeholder for a path.
 const std::set<std::wstring> kSharedDialogTexts{L"", L"KORVEN Tarsel 3", L"OK", L"xxxx"};
 
 std::vector<std::wstring> InsertsOf(const std::wstring& text) {

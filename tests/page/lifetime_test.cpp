@@ -1,4 +1,4 @@
-// What keeps the module alive and what does not: COM's counts, the page, and the order in which they go.
+// What keeps the module loaded: COM's counts, the page, and the order in which they end.
 #include <windows.h>
 
 #include <algorithm>
@@ -9,7 +9,7 @@
 namespace kvn::test {
 namespace {
 
-// One call, what it returns, and whether anything is referenced afterwards.
+// A call, its result, and whether anything is referenced afterwards.
 struct CountedCall {
     const char* what;
     std::function<long()> call;
@@ -104,7 +104,7 @@ protected:
     const AccessViolations violations;
 };
 
-TEST_F(LifetimeTest, TheSheetMayGoBeforeItsExtension) {
+TEST_F(LifetimeTest, TheSheetMayEndBeforeItsExtension) {
     Open();
     EXPECT_EQ(module.CanUnloadNow(), S_FALSE);
     ChangeAndApply(5);
@@ -112,7 +112,7 @@ TEST_F(LifetimeTest, TheSheetMayGoBeforeItsExtension) {
     ExpectUnloadable();
 }
 
-TEST_F(LifetimeTest, TheExtensionMayGoBeforeItsSheet) {
+TEST_F(LifetimeTest, TheExtensionMayEndBeforeItsSheet) {
     Open();
     sheet->ReleaseObjects();
     EXPECT_EQ(module.CanUnloadNow(), S_OK);
@@ -141,7 +141,7 @@ TEST_F(LifetimeTest, AModuleThatMayUnloadStaysLoadedUnderALivingPage) {
     ASSERT_TRUE(ModuleUnderTest::IsLoaded());
     ChangeAndApply(5);
     Close();
-    // Nobody asks the module any more, so that it stays; but it has no part of the page left.
+    // Nothing asks the module any more, so it stays loaded; but nothing of the page is left.
     EXPECT_TRUE(ModuleUnderTest::IsLoaded());
     ModuleUnderTest again;
     again.Unload();
@@ -181,7 +181,7 @@ TEST_F(LifetimeTest, APageThatIsFirstOpenedAfterItsExtensionIsGoneWorks) {
     EXPECT_EQ(violations.Seen(), 0);
 }
 
-// Everything that the thread could still deliver into the unloaded module: posted messages, timers, and messages to
+// Everything through which the thread could still call the unloaded module: posted messages, timers, and messages to
 // windows that have outlived the page.
 void DeliverWhatIsLeft() {
     constexpr UINT kLongerThanATick = 150;

@@ -19,7 +19,7 @@ protected:
     ModuleUnderTest module;
     platform::MessageBoxes boxes{module.Handle(), IDS_CAPTION};
 
-    // Runs what shows a box in another thread and answers the box.
+    // Shows a box on another thread, and answers it.
     template <typename Work>
     auto Answer(int button, Work work) {
         auto result = std::async(std::launch::async, work);
@@ -91,7 +91,7 @@ TEST_F(MessageBoxTest, HundredAndFirstItemIsRefused) {
     }
 }
 
-TEST_F(MessageBoxTest, LimitHoldsWhenItCannotBeExplained) {
+TEST_F(MessageBoxTest, LimitHoldsEvenIfItsMessageCannotBeShown) {
     const platform::MessageBoxes untitled(module.Handle(), kNoSuchText);
     EXPECT_FALSE(untitled.AllowsAnotherItem(nullptr, 100));
 }

@@ -13,7 +13,7 @@ constexpr DWORD kControlHasNoId = 0xFFFFFFFF;
 const std::map<WORD, std::wstring> kSystemClasses{{0x80, L"BUTTON"},  {0x81, L"EDIT"},      {0x82, L"STATIC"},
                                                   {0x83, L"LISTBOX"}, {0x84, L"SCROLLBAR"}, {0x85, L"COMBOBOX"}};
 
-// Reads the values of a resource one after the other.
+// Reads the values of a resource in order.
 class Reader {
 public:
     Reader(HMODULE module, HRSRC resource)
@@ -41,7 +41,7 @@ public:
         while (const auto character = Take<wchar_t>()) text += character;
         return text;
     }
-    // A text, or a number that stands for one.
+    // A text, or the number that replaces it.
     std::wstring TakeName() {
         const auto first = Take<WORD>();
         if (first == 0) return {};

@@ -51,7 +51,7 @@ struct DialogTemplate {
     std::vector<TemplateControl> controls;  // in tab order
 };
 
-// The template in exactly this language; fails the test when there is none.
+// The template in exactly this language; fails the test if there is none.
 DialogTemplate TemplateIn(HMODULE module, LPCWSTR dialog, WORD language);
 
 }  // namespace kvn::test

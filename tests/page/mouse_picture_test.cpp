@@ -24,7 +24,7 @@ namespace {
 
 namespace gdi = Gdiplus::DllExports;
 
-// A colour for each picture.
+// A different colour for each picture.
 constexpr COLORREF ColourOf(int picture) {
     return RGB(picture * 30, 255 - picture * 30, 17);
 }
@@ -44,7 +44,7 @@ protected:
         return pictures / (mouse.image + (picture == 0 ? L"" : L"_" + std::to_wstring(picture)) + L".png");
     }
 
-    // The colour in the middle of the shown bitmap; CLR_INVALID when there is none.
+    // The colour in the middle of the shown bitmap; CLR_INVALID if there is none.
     COLORREF ShownColour() const {
         COLORREF colour = CLR_INVALID;
         sheet->Run([&, control = sheet->PaneControl(IDC_PANE_PICTURE)] {
@@ -59,7 +59,7 @@ protected:
         return colour;
     }
 
-    // Every file that is asked for when each control of the mouse is marked in turn, in order.
+    // Every file that the page opens when each control of the mouse is marked in turn, in order.
     std::vector<std::wstring> LoadedFiles() {
         std::vector<std::wstring> files;
         const ReplacedImport<"GdipLoadImageFromFile", Gdiplus::GpStatus(const WCHAR*, Gdiplus::GpImage**)> load(
@@ -68,7 +68,7 @@ protected:
                 return gdi::GdipLoadImageFromFile(file, image);
             });
         Open();
-        // A chooser that is disabled cannot have the focus, but its picture belongs to the model all the same.
+        // A disabled chooser cannot have the focus, but its picture still belongs to the model.
         for (const int control : kSlotControls) SendMessageW(sheet->PaneControl(control), WM_SETFOCUS, 0, 0);
         Close();
         return files;
@@ -233,7 +233,7 @@ TEST_F(MousePictureTest, BitmapsAreDeletedWhenTheyAreReplacedAndAtTheEnd) {
     EXPECT_EQ(deleted, made);
 }
 
-// As the picture control of version 6 of the common controls does with a bitmap that has an alpha channel.
+// Behaves like version 6 of the picture control with a bitmap that has an alpha channel.
 TEST_F(MousePictureTest, BitmapsAreDeletedWhenTheControlShowsACopy) {
     std::set<HGDIOBJ> alive;
     int copies = 0;
@@ -259,7 +259,7 @@ TEST_F(MousePictureTest, BitmapsAreDeletedWhenTheControlShowsACopy) {
     Open();
     for (const int control : kSlotControls) SetFocusTo(sheet->PaneControl(control));
     EXPECT_GE(copies, 8);
-    EXPECT_EQ(alive.size(), 1U) << "nothing but what is shown";
+    EXPECT_EQ(alive.size(), 1U) << "only the shown bitmap is left";
     Close();
     EXPECT_TRUE(alive.empty());
 }

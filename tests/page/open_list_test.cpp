@@ -1,4 +1,4 @@
-// Drop-down lists that are left without confirming: what was chosen before comes back, and nothing else is stored.
+// Drop-down lists that are left without confirming: the earlier choice comes back, and nothing else is stored.
 #include <windows.h>
 
 #include <commctrl.h>
@@ -15,7 +15,7 @@ namespace {
 
 class OpenListTest : public GestureTest {
 protected:
-    // Opens the list with the keyboard and goes to the entry with this number, which nobody confirms.
+    // Opens the list with the keyboard and goes to the entry with this number, without confirming it.
     void GoTo(HWND combo, int data) const {
         SetFocusTo(combo);
         PressKey(VK_F4);
@@ -43,7 +43,7 @@ protected:
                      }
                  }}};
     }
-    // As F4 and Alt+Up leave a list where they do not confirm.
+    // Leaves the list as F4 and Alt+Up do where they do not confirm.
     void Press(WORD key, bool withAlt) const {
         if (withAlt) HoldKey(VK_LMENU);
         PressKey(key);
@@ -60,14 +60,14 @@ protected:
         return combo;
     }
 
-    // Chooses as programs do that send no notification.
+    // Chooses as a program does, without a notification.
     void SetSilently(int control, int data) const {
         const HWND combo = sheet->PaneControl(control);
         SelectData(combo, data);
     }
 };
 
-TEST_F(OpenListTest, AChooserGetsBackWhatItHadBefore) {
+TEST_F(OpenListTest, AChooserGetsItsEarlierChoiceBack) {
     Open();
     BringToFront(sheet->Sheet());
     const HWND combo = sheet->PaneControl(IDC_PANE_LEFT);
@@ -97,7 +97,7 @@ TEST_F(OpenListTest, TheKeysThatCloseAListGiveBackOrConfirm) {
     }
 }
 
-TEST_F(OpenListTest, ApplyStoresWhatWasChosenBefore) {
+TEST_F(OpenListTest, ApplyStoresTheEarlierChoice) {
     WriteProfiles({ProfileText("Default", {{"button4", "36"}})});
     Open();
     BringToFront(sheet->Sheet());
@@ -150,7 +150,7 @@ TEST_F(OpenListTest, AConfirmedArbitraryKeyIsNotTakenBackByItsDialog) {
     EXPECT_EQ(SelectedText(combo), L"Arbitrary key[A]");
 }
 
-TEST_F(OpenListTest, WhatNobodyConfirmedIsStoredOnlyIfTheRulesAllowIt) {
+TEST_F(OpenListTest, AnUnconfirmedChoiceIsStoredOnlyIfTheRulesAllowIt) {
     WriteProfiles({ProfileText("Default", {{"button4", "36"}})});
     Open();
     SetSilently(IDC_PANE_LEFT, 2);
@@ -186,7 +186,7 @@ TEST_F(OpenListTest, AProfileThatNeverHadALeftClickIsStoredAsItIs) {
     EXPECT_EQ(SavedElement("button4"), "36");
 }
 
-TEST_F(OpenListTest, AProfileThatBreaksTheRulesTakesNothingOnThatNobodyConfirmed) {
+TEST_F(OpenListTest, AProfileThatBreaksTheRulesTakesNoUnconfirmedChoice) {
     WriteProfiles({ProfileText("Default", {{"lbutton", "5"}, {"button4", "36"}})});
     Open();
     SetSilently(IDC_PANE_BUTTON5, 36);

@@ -1,6 +1,6 @@
-// What the seven choosers and the gesture editor offer on the Windows version that this program is run on. The version
-// is the host program's matter, so each version has a copy of this program; KVN_EXPECTED_OS names the version that the
-// copy must find.
+// The functions that the seven choosers and the gesture editor offer on the Windows version that this program sees.
+// Windows reports a version to each host program, so each version has a copy of this program; KVN_EXPECTED_OS names the
+// version that the copy must find.
 #include <windows.h>
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// OK and Cancel of the profile editor: what becomes of the page's profiles, of its combo box and of the file.
+// OK and Cancel of the profile editor, and their effect on the page's profiles, its combo box and the file.
 #include <windows.h>
 
 #include "platform/unique_resource.h"
@@ -76,7 +76,7 @@ TEST_F(ClosingTheProfileEditorTest, ChangeOfAnEarlierOpeningIsForgotten) {
     EXPECT_EQ(Saved(), before);
 }
 
-TEST_F(ClosingTheProfileEditorTest, OkFillsThePagesListAnew) {
+TEST_F(ClosingTheProfileEditorTest, OkFillsThePagesListAgain) {
     OpenEditor({ProfileText("Default"), ProfileText("a"), ProfileText("b")}, 2);
     Name(IDC_PROFILES_ADD, L"added");
     editor->SelectProfiles({1});
@@ -101,7 +101,7 @@ TEST_F(ClosingTheProfileEditorTest, NewProfileCanBeChosenAndAppliedAtOnce) {
     EXPECT_EQ(SavedElement("tbutton", 1), "7");
 }
 
-TEST_F(ClosingTheProfileEditorTest, PanesGoOnShowingWhatTheyShowed) {
+TEST_F(ClosingTheProfileEditorTest, PanesKeepTheirContents) {
     OpenEditor({ProfileText("Default"), ProfileText("a", {{"tbutton", "6"}})}, 1);
     editor->SelectProfiles({1});
     CommandAndAnswer(IDC_PROFILES_DELETE, IDYES);
@@ -151,7 +151,7 @@ TEST_F(ClosingTheProfileEditorTest, FileThatCannotBeWrittenIsReportedAndTheEdito
     const std::string before = Saved();
     Name(IDC_PROFILES_ADD, L"added");
     {
-        // Nobody else may write or replace the file while this is open.
+        // No other program may write or replace the file while this is open.
         const platform::UniqueFile held(
             CreateFileW(ProfilePath().c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr));
         ASSERT_TRUE(held);
@@ -163,7 +163,7 @@ TEST_F(ClosingTheProfileEditorTest, FileThatCannotBeWrittenIsReportedAndTheEdito
     }
     EXPECT_TRUE(sheet->IsQuiet());
     EXPECT_EQ(Saved(), before);
-    EXPECT_EQ(ComboProfiles(), (Names{L"Default", L"a", L"added"})) << "what is in memory goes on";
+    EXPECT_EQ(ComboProfiles(), (Names{L"Default", L"a", L"added"})) << "the profiles in memory stay";
     ApplySuccessfully();
     EXPECT_EQ(SavedNames(), (std::vector<std::string>{"Default", "a", "added"}));
 }

@@ -42,7 +42,7 @@ TEST_F(DeletingProfilesTest, RemovesSeveralAtOnce) {
     EXPECT_EQ(SavedNames(), (std::vector<std::string>{"Default", "p50"}));
 }
 
-TEST_F(DeletingProfilesTest, LooksForNoProgramOfWhatIsGoing) {
+TEST_F(DeletingProfilesTest, LooksUpNoProgramsOfProfilesBeingDeleted) {
     std::vector<std::string> profiles = NumberedProfiles(20);
     for (std::size_t i = 1; i < profiles.size(); ++i) {
         profiles[i] = ProfileWithPrograms("p" + std::to_string(i), {{"x", "C:\\x" + std::to_string(i) + ".exe"}});
@@ -113,7 +113,7 @@ TEST_F(DeletingProfilesTest, DefaultProfileBelowOthersLeavesTheirDeletion) {
     EXPECT_EQ(editor->SelectedRows(IDC_PROFILES_LIST), (std::vector<int>{1}));
     EXPECT_EQ(ProgramPaths(), (Names{L"C:\\x.exe"}));
     EXPECT_TRUE(editor->IsEnabled(IDC_PROFILES_RENAME));
-    EXPECT_EQ(ComboSelection(), 1) << "the page's selection is moved by a whole deletion only";
+    EXPECT_EQ(ComboSelection(), 1) << "only a complete deletion moves the page's selection";
     CloseEditor(IDOK);
     EXPECT_EQ(SavedNames(), (std::vector<std::string>{"b", "Default", "c"}));
     EXPECT_EQ(ElementIn(Saved(), -1, "select_profile"), "1");
@@ -132,7 +132,7 @@ TEST_F(DeletingProfilesTest, SelectionBeyondTheShorterListBecomesTheFirst) {
     EXPECT_EQ(SavedNames(), (std::vector<std::string>{"Default"}));
 }
 
-TEST_F(DeletingProfilesTest, DefaultProfileIsKnownByItsExactName) {
+TEST_F(DeletingProfilesTest, DefaultProfileIsRecognisedByItsExactName) {
     OpenEditor({ProfileText("Default"), ProfileText("default"), ProfileText("Default2")});
     editor->SelectProfiles({1, 2});
     CommandAndAnswer(IDC_PROFILES_DELETE, IDYES);
@@ -173,7 +173,7 @@ TEST_F(DeletingProfilesTest, NameTooLongToCompareIsDeletedAllTheSame) {
     EXPECT_EQ(SavedNames(), (std::vector<std::string>{"Default", std::string(300, 'n')}));
 }
 
-TEST_F(DeletingProfilesTest, MovesThePagesSelectionAtOnceAndCancelLeavesItSo) {
+TEST_F(DeletingProfilesTest, MovesThePagesSelectionAtOnceAndCancelDoesNotUndoThat) {
     const std::vector<std::string> profiles{ProfileText("Default"), ProfileText("a"),
                                             ProfileText("b", {{"tbutton", "6"}})};
     OpenEditor(profiles, 2);
@@ -187,7 +187,7 @@ TEST_F(DeletingProfilesTest, MovesThePagesSelectionAtOnceAndCancelLeavesItSo) {
     EXPECT_EQ(ComboSelection(), 0);
     EXPECT_EQ(ComboProfiles(), (Names{L"Default", L"a", L"b"}));
     EXPECT_EQ(Saved(), before);
-    EXPECT_EQ(Chosen(IDC_PANE_CENTER), 6) << "the pane shows what it showed";
+    EXPECT_EQ(Chosen(IDC_PANE_CENTER), 6) << "the pane has not changed";
     ApplySuccessfully();
     EXPECT_EQ(ElementIn(Saved(), -1, "select_profile"), "0");
     EXPECT_EQ(SavedNames(), (std::vector<std::string>{"Default", "a", "b"}));

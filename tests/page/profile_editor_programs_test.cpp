@@ -77,7 +77,7 @@ TEST_F(ProgramsOfAProfileTest, HaveTheIconsOfTheirFiles) {
     EXPECT_EQ(images(), (Rows{0, -1, -1, 1}));
     editor->SelectProfiles({0});
     editor->SelectProfiles({1});
-    EXPECT_EQ(images(), (Rows{2, -1, -1, 3})) << "icons are only ever appended";
+    EXPECT_EQ(images(), (Rows{2, -1, -1, 3})) << "icons are only appended";
     EXPECT_EQ(ImageList_GetImageCount(Images()), 4);
     int width = 0;
     int height = 0;
@@ -86,13 +86,13 @@ TEST_F(ProgramsOfAProfileTest, HaveTheIconsOfTheirFiles) {
     EXPECT_EQ(height, 16);
 }
 
-TEST_F(ProgramsOfAProfileTest, TransparentPartsOfIconsShowTheListsGround) {
+TEST_F(ProgramsOfAProfileTest, TransparentPartsOfIconsShowTheListsBackground) {
     OpenWithPrograms(1);
     const HWND list = editor->Control(IDC_PROFILES_PROGRAMS);
     EXPECT_EQ(ImageList_GetBkColor(Images()), static_cast<COLORREF>(SendMessageW(list, LVM_GETBKCOLOR, 0, 0)));
 }
 
-TEST_F(ProgramsOfAProfileTest, IconsAndTheirListAreGivenBackOnce) {
+TEST_F(ProgramsOfAProfileTest, IconsAndTheirListAreDestroyedOnce) {
     std::multiset<HICON> icons;
     std::multiset<HIMAGELIST> lists;
     bool everyIconWasOurs = true;
@@ -123,7 +123,7 @@ TEST_F(ProgramsOfAProfileTest, IconsAndTheirListAreGivenBackOnce) {
         module.Handle(), [&](HIMAGELIST list) -> BOOL {
             ++listsGivenBack;
             EXPECT_EQ(lists.erase(list), 1U);
-            // Nobody else has destroyed it: it can still be asked for its images.
+            // Nothing else has destroyed it: it still reports its images.
             EXPECT_EQ(ImageList_GetImageCount(list), 2);
             return ImageList_Destroy(list);
         });
@@ -167,7 +167,7 @@ TEST_F(ProgramsOfAProfileTest, DeleteIsDisabledAlsoWhereTheListDoesNotReportADel
     OpenWithPrograms(2);
     editor->SelectPrograms({0});
     ASSERT_TRUE(editor->IsEnabled(IDC_PROFILES_DELETE_PROGRAM));
-    // As on Windows, where a row that is deleted does not lose its selection before.
+    // As on Windows, where a deleted row does not lose its selection first.
     const SUBCLASSPROC silent = [](HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR) {
         const auto* header = reinterpret_cast<const NMHDR*>(lParam);
         if (message == WM_NOTIFY && header->code == LVN_ITEMCHANGED) return LRESULT{0};
@@ -212,7 +212,7 @@ TEST_F(ProgramsOfAProfileTest, DeletingWithoutASelectedOneIsRefused) {
     ExpectRefusal(IDC_PROFILES_DELETE_PROGRAM, kNoProgram);
 }
 
-TEST_F(ProgramsOfAProfileTest, DeletedOnesOfOneProfileStayDeletedWhileAnotherIsLookedAt) {
+TEST_F(ProgramsOfAProfileTest, DeletedOnesOfOneProfileStayDeletedWhileAnotherIsSelected) {
     OpenWithPrograms(2);
     editor->SelectPrograms({0});
     CommandAndAnswer(IDC_PROFILES_DELETE_PROGRAM, IDYES);

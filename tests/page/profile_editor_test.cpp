@@ -12,7 +12,7 @@ namespace {
 
 using Names = std::vector<std::wstring>;
 
-// Which of the six buttons that a selection may switch are enabled, in this order.
+// Which of the six buttons that depend on the selection are enabled, in this order.
 constexpr int kSwitchedButtons[] = {IDC_PROFILES_ADD,  IDC_PROFILES_DELETE,      IDC_PROFILES_RENAME,
                                     IDC_PROFILES_COPY, IDC_PROFILES_ADD_PROGRAM, IDC_PROFILES_DELETE_PROGRAM};
 using States = std::vector<bool>;
@@ -139,7 +139,7 @@ TEST_F(ProfileEditorOpeningTest, EachOpeningStartsFromThePage) {
     EXPECT_EQ(ButtonStates(), (States{true, false, false, false, true, false}));
 }
 
-TEST_F(ProfileEditorOpeningTest, CommandsDuringAMessageAreNotTheUsers) {
+TEST_F(ProfileEditorOpeningTest, CommandsDuringAMessageAreIgnored) {
     OpenEditor({ProfileText("Default"), ProfileText("a")});
     editor->SelectProfiles({1});
     Command(IDC_PROFILES_DELETE);
@@ -184,7 +184,7 @@ TEST_F(AddingAProfileTest, GivesItTheDefaultsOfANewProfile) {
     EXPECT_TRUE(SavedPaths(1).empty());
 }
 
-TEST_F(AddingAProfileTest, EmptyNameDoesNothingWithoutAWord) {
+TEST_F(AddingAProfileTest, EmptyNameDoesNothingSilently) {
     OpenEditor({ProfileText("Default")});
     Name(IDC_PROFILES_ADD, L"");
     EXPECT_TRUE(IsQuiet());
@@ -212,7 +212,7 @@ TEST_F(AddingAProfileTest, TakenNameIsRefused) {
     EXPECT_EQ(Profiles(), (Names{L"Default", L"Drawing"}));
 }
 
-TEST_F(AddingAProfileTest, NamesThatDifferOnlyInCaseStandBesideEachOther) {
+TEST_F(AddingAProfileTest, NamesThatDifferOnlyInCaseCanCoexist) {
     OpenEditor({ProfileText("Default"), ProfileText("Drawing")});
     Name(IDC_PROFILES_ADD, L"DRAWING");
     Name(IDC_PROFILES_ADD, L"default");

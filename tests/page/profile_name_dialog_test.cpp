@@ -39,7 +39,7 @@ protected:
         PostMessageW(GetDlgItem(dialog, button), BM_CLICK, 0, 0);
         return AwaitEnd();
     }
-    // What comes of this text in a dialog of this mode.
+    // The result of this text in a dialog of this mode.
     std::optional<std::wstring> Accepted(ProfileNameMode mode, const std::wstring& text,
                                          const std::wstring& before = L"") {
         Open(mode, before);
@@ -66,7 +66,7 @@ protected:
     HWND dialog = nullptr;
 };
 
-TEST_F(ProfileNameDialogTest, TitleTellsTheMode) {
+TEST_F(ProfileNameDialogTest, TitleNamesTheMode) {
     const std::vector<std::pair<ProfileNameMode, std::wstring>> rows = {
         {ProfileNameMode::Add, L"Add profile"},
         {ProfileNameMode::Rename, L"Change profile name"},
@@ -105,7 +105,7 @@ TEST_F(ProfileNameDialogTest, TypingReplacesTheOldName) {
     EXPECT_EQ(Close(IDOK), L"Games");
 }
 
-TEST_F(ProfileNameDialogTest, OkStoresTheTextAsItStands) {
+TEST_F(ProfileNameDialogTest, OkStoresTheTextUnchanged) {
     EXPECT_EQ(Accepted(ProfileNameMode::Add, L" Two words "), L" Two words ");
     EXPECT_EQ(Accepted(ProfileNameMode::Rename, L"Other", L"Drawing"), L"Other");
     EXPECT_EQ(Accepted(ProfileNameMode::Copy, L"Other", L"Drawing"), L"Other");
@@ -150,7 +150,7 @@ TEST_F(ProfileNameDialogTest, TypingStopsAt254Characters) {
     EXPECT_EQ(Close(IDOK), std::wstring(254, L'a'));
 }
 
-TEST_F(ProfileNameDialogTest, PairThatTheLimitOfTypingCutInTwoIsLeftOut) {
+TEST_F(ProfileNameDialogTest, PairThatTheTypingLimitCutsInTwoIsDropped) {
     Open(ProfileNameMode::Add);
     Type(std::wstring(253, L'a') + kSurrogatePair);
     EXPECT_EQ(Close(IDOK), std::wstring(253, L'a'));

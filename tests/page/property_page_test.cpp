@@ -15,7 +15,7 @@ using platform::ServiceMessage;
 
 class PropertyPageTest : public PageTest {
 protected:
-    // What the page's dialog procedure itself answers.
+    // The answer of the page's dialog procedure itself.
     INT_PTR AskProcedure(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
         INT_PTR answer = -1;
         sheet->Run([&, page = sheet->Page()] {
@@ -175,7 +175,7 @@ TEST_F(PropertyPageTest, ApplyIsDisabledUntilSomethingChanges) {
 TEST_F(PropertyPageTest, ComboNotificationsMarkAChangeExceptFocusAndAbandonedLists) {
     Open();
     for (const int control : {IDC_PANE_RIGHT, IDC_PANE_TILT_LEFT, IDC_PANE_REVOLUTION_COUNT}) {
-        // None of them, CBN_SETFOCUS, CBN_KILLFOCUS, CBN_SELENDCANCEL and numbers beyond.
+        // Zero, CBN_SETFOCUS, CBN_KILLFOCUS, CBN_SELENDCANCEL and larger numbers.
         for (const WORD quiet : {WORD{0}, WORD{3}, WORD{4}, WORD{10}, WORD{11}, WORD{0x7FFF}}) {
             ReportFromPane(control, quiet);
             EXPECT_FALSE(sheet->IsApplyEnabled()) << control << " " << quiet;
@@ -226,7 +226,7 @@ TEST_F(PropertyPageTest, CommandsOfOtherControlsMarkAChange) {
     EXPECT_TRUE(sheet->IsApplyEnabled());
 }
 
-TEST_F(PropertyPageTest, NumbersThatAreQuietForAComboMarkAChangeForAnythingElse) {
+TEST_F(PropertyPageTest, NumbersThatDoNotMarkAChangeForAComboDoSoForOtherControls) {
     Open();
     const auto expectChange = [&](HWND window, int control, WORD notification) {
         SendMessageW(window, WM_COMMAND, MAKEWPARAM(control, notification), 0);
@@ -235,7 +235,7 @@ TEST_F(PropertyPageTest, NumbersThatAreQuietForAComboMarkAChangeForAnythingElse)
     };
     for (const WORD notification : {WORD{0}, WORD{3}, WORD{4}, WORD{10}}) {
         expectChange(sheet->ButtonPane(), IDC_PANE_PICTURE, notification);
-        // The page looks among its own controls, where no chooser is.
+        // The page searches its own controls, which include no chooser.
         expectChange(sheet->Page(), IDC_PANE_LEFT, notification);
     }
 }
@@ -248,7 +248,7 @@ TEST_F(PropertyPageTest, ScrollsOfThePageItselfMarkAChange) {
     EXPECT_TRUE(sheet->IsApplyEnabled());
 }
 
-TEST_F(PropertyPageTest, TwoExtensionsGiveTwoPagesThatLiveTheirOwnLives) {
+TEST_F(PropertyPageTest, TwoExtensionsGiveTwoIndependentPages) {
     Start(2).AwaitOpen();
     EXPECT_EQ(sheet->PageCount(), 2U);
     SendMessageW(sheet->Sheet(), PSM_SETCURSEL, 1, 0);

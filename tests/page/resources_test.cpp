@@ -1,5 +1,5 @@
-// What the module's resources hold: every text, every dialog and its controls. Other programs and translations rely on
-// the numbers, so each stands here once more.
+// The contents of the module's resources: every text, every dialog and its controls. Other programs and translations
+// rely on the numbers, so each is repeated here.
 #include <gtest/gtest.h>
 
 #include <windows.h>
@@ -132,7 +132,7 @@ const std::map<UINT, std::wstring> kTexts = {
 };
 
 struct ControlRow {
-    int id;  // -1: nobody asks for it
+    int id;  // -1: not used
     std::wstring className;
     std::wstring text;
 

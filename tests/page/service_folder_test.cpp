@@ -1,4 +1,4 @@
-// Where help page and pictures are looked for: beside the program of the service.
+// The page looks for help page and pictures beside the service's program.
 #include <windows.h>
 
 #include <commctrl.h>
@@ -21,7 +21,7 @@ struct OpenedDocument {
 
 class ServiceFolderTest : public PageTest {
 protected:
-    // The path that the process of the service is said to have been started from.
+    // The reported path of the service's program.
     std::wstring program = L"C:\\Program Files\\Korven\\KvnMouseApl.exe";
     INT_PTR answer = 33;
     std::vector<OpenedDocument> opened;
@@ -116,7 +116,7 @@ TEST_F(ServiceFolderTest, IsUnknownWhenTheProcessHidesItsModules) {
     EXPECT_TRUE(HelpFilesOf(program).empty());
 }
 
-// Without a stand-in for the path: this program's own has no such word in it.
+// With the real path of this program, which does not contain that word.
 TEST_F(PageTest, HelpIsInertWhenTheServicesPathIsNotItsOwn) {
     bool opened = false;
     const ReplacedImport<"ShellExecuteW", decltype(ShellExecuteW)> execute(

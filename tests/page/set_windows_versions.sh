@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Sets the Windows version that each copy of os_version_tests.exe finds. Arguments: pairs of a program and a version, as
-# Wine's configuration names it.
+# named in Wine's configuration.
 set -euo pipefail
 
 while [ $# -gt 0 ]; do

@@ -1,4 +1,5 @@
-// What the choosers offer on the Windows version that the tests run on; os_version_test.cpp looks at the others.
+// The functions that the choosers offer on the Windows version that the tests run on; os_version_test.cpp tests the
+// others.
 #include <windows.h>
 
 #include <algorithm>
@@ -77,7 +78,7 @@ TEST_F(SlotChooserTest, ChoosingFromTheOpenListConfirms) {
     EXPECT_TRUE(sheet->IsApplyEnabled());
 }
 
-TEST_F(SlotChooserTest, TellsTheHostToQuitWhenThePageGoesDown) {
+TEST_F(SlotChooserTest, MakesTheHostQuitWhenThePageIsDestroyed) {
     int quits = 0;
     const ReplacedImport<"PostQuitMessage", decltype(PostQuitMessage)> quit(module.Handle(), [&](int code) {
         EXPECT_EQ(code, 0);

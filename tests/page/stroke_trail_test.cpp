@@ -42,7 +42,7 @@ protected:
     const HDC context = memory.Get();
 };
 
-TEST_F(StrokeTrailTest, TheGroundIsFilledToItsEdges) {
+TEST_F(StrokeTrailTest, TheBackgroundIsFilledToItsEdges) {
     for (const POINT corner : {POINT{0, 0}, POINT{kSize - 1, 0}, POINT{0, kSize - 1}, POINT{kSize - 1, kSize - 1}}) {
         EXPECT_EQ(At(corner.x, corner.y), kGround);
     }
@@ -61,7 +61,7 @@ TEST_F(StrokeTrailTest, TheWholePathIsDrawnThreePixelsWide) {
     }
 }
 
-TEST_F(StrokeTrailTest, AStandingCursorLeavesNothing) {
+TEST_F(StrokeTrailTest, ACursorThatDoesNotMoveDrawsNothing) {
     trail.Draw(context);
     trail.StartAt({20, 20});
     EXPECT_FALSE(trail.ExtendTo({20, 20}));
@@ -91,7 +91,7 @@ TEST_F(StrokeTrailTest, ANewStartForgetsTheOldPath) {
 
 TEST_F(StrokeTrailTest, ALongPathKeepsItsShapeAndBothEnds) {
     trail.StartAt({20, 20});
-    // Round and round along a square of 100 pixels, more often than points are kept.
+    // Around a square of 100 pixels again and again, with more points than are kept.
     POINT point{20, 20};
     for (std::size_t step = 0; step < 5 * StrokeTrail::kCapacity + 37; ++step) {
         const auto side = (step / 100) % 4;

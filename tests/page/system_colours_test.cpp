@@ -1,4 +1,4 @@
-// The page and its dialogs take the user's colours, as people need who have chosen a high contrast.
+// The page and its dialogs take the user's colours, as users of high contrast need.
 #include <windows.h>
 
 #include <commctrl.h>
@@ -18,7 +18,7 @@ constexpr COLORREF kDialogGround = RGB(40, 0, 60);
 constexpr COLORREF kWindowGround = RGB(0, 20, 0);
 constexpr COLORREF kWindowText = RGB(255, 255, 0);
 
-// Other system colours for as long as this lives.
+// Sets other system colours for as long as it lives.
 class ChangedColours {
 public:
     ChangedColours() {
@@ -32,7 +32,7 @@ public:
 private:
     static void Set(const std::array<COLORREF, 3>& values) {
         SetSysColors(static_cast<int>(values.size()), kElements.data(), values.data());
-        // The common controls keep the colours that they have seen last.
+        // The common controls cache the colours.
         const UniqueWindow list(
             CreateWindowExW(0, WC_LISTVIEWW, nullptr, WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr));
         SendMessageW(list.Get(), WM_SYSCOLORCHANGE, 0, 0);
@@ -45,7 +45,7 @@ private:
 
 class SystemColoursTest : public GestureTest {
 protected:
-    // What the window paints at a point of its client area, by its own messages.
+    // The colour that the window paints at a point of its client area, by its own messages.
     COLORREF PaintedAt(HWND window, POINT point) const {
         COLORREF colour = CLR_INVALID;
         sheet->Run([&] {
@@ -67,7 +67,7 @@ protected:
         GetClientRect(window, &area);
         return {area.right - 3, area.bottom - 3};
     }
-    // The colours that a control's text gets from its dialog: ground, text, and the brush beneath.
+    // The colours that a dialog gives a control: background, text, and the brush behind it.
     struct Colours {
         COLORREF ground, text;
         LRESULT brush;
@@ -88,9 +88,9 @@ protected:
     const ChangedColours changedColours;
 };
 
-TEST_F(SystemColoursTest, PageAndPanesHaveTheGroundOfDialogs) {
+TEST_F(SystemColoursTest, PageAndPanesHaveTheBackgroundOfDialogs) {
     Open();
-    // The sheet paints its theme's texture over the page, which a high contrast has not.
+    // The sheet paints its theme's texture over the page. High contrast has no texture.
     EnableThemeDialogTexture(sheet->Page(), ETDT_DISABLE);
     for (const HWND window : {sheet->Page(), sheet->ButtonPane(), sheet->GesturePane()}) {
         EXPECT_EQ(PaintedAt(window, LowerRight(window)), kDialogGround);

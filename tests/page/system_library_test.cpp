@@ -1,4 +1,4 @@
-// Libraries of Windows are taken from its own folder: what lies beside the host under the same name is not loaded.
+// Libraries of Windows are loaded from its own folder: a file of the same name beside the host is not loaded.
 #include "platform/system_library.h"
 
 #include <gtest/gtest.h>
@@ -29,7 +29,7 @@ TEST(SystemLibraryTest, IsNeverTheOneBesideTheHost) {
     EXPECT_EQ(GetModuleHandleW(kDecoy), nullptr);
 
     UniqueModule byName(LoadLibraryW(kDecoy));
-    EXPECT_TRUE(byName) << "the bare name does find it";
+    EXPECT_TRUE(byName) << "the bare name finds it";
     byName.Reset();
     std::filesystem::remove(decoy);
 }

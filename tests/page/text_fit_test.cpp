@@ -1,6 +1,5 @@
-// No text of a dialog is cut off: each is measured in the fonts that Windows may put in the dialogs' place, at the
-// screen's usual scales, against the control's size, which grows with the font, or against a column's width, which
-// does not.
+// No text of a dialog is cut off. Each is measured in the fonts that Windows may use for the dialogs, at the usual
+// screen scales. It must fit its control, which grows with the font, or its column, which does not.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -21,14 +20,14 @@ struct Face {
     WORD language;
     const wchar_t* name;
 };
-// English also shows in a Japanese font, on a Japanese Windows whose user reads English.
+// English may also appear in a Japanese font, on a Japanese Windows whose user reads English.
 constexpr Face kFaces[] = {{kEnglish, L"Tahoma"},
                            {kEnglish, L"DejaVu Sans"},
                            {kEnglish, L"IPAPGothic"},
                            {kJapanese, L"IPAPGothic"},
                            {kJapanese, L"IPAGothic"}};
 
-// Pixels at 96 dots per inch that a control keeps for itself beside its text.
+// Pixels at 96 dots per inch that a control needs besides its text.
 constexpr int kButtonEdges = 8;
 constexpr int kGroupBoxEdges = 18;
 constexpr int kTabEdges = 16;
@@ -49,15 +48,15 @@ constexpr Column kColumns[] = {
 
 // Heading, width of its column, font, dots per inch.
 using CutHeading = std::tuple<std::wstring, int, std::wstring, int>;
-// The English heading is too long for its column on large scales: other programs know both the text and the width. It
-// ends in dots there; the user can widen the column.
+// The English heading is too long for its column at large scales, but other programs rely on both the text and the
+// width. It ends in dots there; the user can widen the column.
 const std::set<CutHeading> kCutHeadings{{L"Gesture", 70, L"DejaVu Sans", 144},
                                         {L"Gesture", 70, L"DejaVu Sans", 192},
                                         {L"Gesture", 70, L"IPAPGothic", 144},
                                         {L"Gesture", 70, L"IPAPGothic", 192},
                                         {L"Gesture", 70, L"Tahoma", 192}};
 
-// The screen's drawing context with a font, and how long a dialog unit is in that font.
+// The screen's drawing context with a font, and the size of a dialog unit in that font.
 class MeasuringFont {
 public:
     MeasuringFont(const wchar_t* faceName, int points, int dotsPerInch)
@@ -108,7 +107,7 @@ int EdgesOf(const TemplateControl& control) {
 
 class TextFitTest : public testing::Test {
 protected:
-    // The font that a dialog has where Windows puts this face in the place of the dialog's own.
+    // The font of a dialog when Windows uses this face instead of the dialog's own.
     MeasuringFont FontOf(LPCWSTR dialog, const Face& face, int scale) const {
         return {face.name, TemplateIn(module.Handle(), dialog, face.language).fontPoints, scale};
     }
@@ -141,8 +140,8 @@ TEST_F(TextFitTest, EveryTextOfADialogFitsItsControlInEveryFontAndScale) {
     }
 }
 
-TEST_F(TextFitTest, NoOtherHeadingIsCutThanThoseWhoseColumnsCannotGrow) {
-    // A header keeps this much on either side of its text, at every scale.
+TEST_F(TextFitTest, OnlyHeadingsWhoseColumnsCannotGrowAreCut) {
+    // A header needs this much on either side of its text, at every scale.
     const int margin = 3 * GetSystemMetrics(SM_CXEDGE);
     std::set<CutHeading> cut;
     for (const Face& face : kFaces) {

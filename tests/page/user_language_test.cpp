@@ -1,6 +1,6 @@
-// The page as users of several languages see it, and what of it stays the same for all of them. Wine takes the user's
-// language from the environment, so each has a copy of this program; KVN_EXPECTED_LANGUAGE names the language in
-// which the copy must find everything.
+// The page for users of several languages, and what is the same for all of them. Wine takes the user's language from
+// the environment, so each has a copy of this program; KVN_EXPECTED_LANGUAGE names the language in which the copy must
+// find everything.
 #include <windows.h>
 
 #include <commctrl.h>
@@ -68,7 +68,7 @@ TEST_F(UserLanguageTest, WindowsFindsTheTextsAndDialogsOfOneLanguage) {
 
 TEST_F(UserLanguageTest, PageSpeaksIt) {
     Open();
-    // The sheet takes the caption off the page.
+    // The sheet removes the page's caption.
     ExpectTexts(MAKEINTRESOURCEW(IDD_BUTTON_PANE), sheet->ButtonPane());
     ExpectTexts(MAKEINTRESOURCEW(IDD_GESTURE_PANE), sheet->GesturePane());
     EXPECT_EQ(TabTitle(0), Text(IDS_TAB_BUTTONS));
@@ -94,7 +94,7 @@ TEST_F(UserLanguageTest, ProfileEditorSpeaksItAndKnowsTheDefaultProfile) {
     editor.Close(IDCANCEL);
 }
 
-TEST_F(UserLanguageTest, LimitIsToldWithItsNumber) {
+TEST_F(UserLanguageTest, LimitIsReportedWithItsNumber) {
     std::vector<std::string> profiles{ProfileText("Default")};
     while (profiles.size() < 100) profiles.push_back(ProfileText("p" + std::to_string(profiles.size())));
     WriteProfiles(profiles);

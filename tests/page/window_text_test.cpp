@@ -1,4 +1,4 @@
-// Texts of windows and where they are cut.
+// Texts of windows, and where they are cut.
 #include "platform/window_text.h"
 
 #include <gtest/gtest.h>

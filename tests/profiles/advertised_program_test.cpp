@@ -1,4 +1,4 @@
-// Shortcuts whose program Windows Installer knows.
+// Shortcuts whose program only Windows Installer knows.
 #include "profiles/shortcut_target.h"
 
 #include <gtest/gtest.h>

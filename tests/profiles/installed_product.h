@@ -1,4 +1,4 @@
-// A product of one program that Windows Installer really installs, and takes away again.
+// A product of one program that Windows Installer really installs, and removes again.
 #pragma once
 
 #include <string>
@@ -17,7 +17,7 @@ public:
 
     const std::wstring& Program() const { return program; }
 
-    // What an advertised shortcut to the program stores in place of a path.
+    // The text that an advertised shortcut to the program stores in place of a path.
     std::wstring AdvertisedTarget() const;
 
 private:

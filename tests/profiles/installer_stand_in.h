@@ -1,4 +1,4 @@
-// Stands in for Windows Installer's two functions, where the program asks for them.
+// Replaces Windows Installer's two functions when the program looks them up.
 #pragma once
 
 #include <windows.h>
@@ -12,12 +12,12 @@
 
 namespace kvn::test {
 
-// What the installer answers, and what it was asked.
+// The installer's answers, and the questions to it.
 struct InstallerState {
     UINT targetAnswer = ERROR_SUCCESS;
     INSTALLSTATE pathAnswer = INSTALLSTATE_LOCAL;
     std::wstring path = L"C:\\real\\program.exe";
-    std::wstring asked;  // one line for each shortcut: its path, what was asked about its program
+    std::wstring asked;  // one line for each shortcut: its path, and the question about its program
 };
 
 class InstallerStandIn {
@@ -29,7 +29,7 @@ public:
 private:
     static UINT WINAPI GetTarget(LPCWSTR shortcut, LPWSTR product, LPWSTR feature, LPWSTR component) {
         state.asked += shortcut;
-        // As long as they may be.
+        // The longest texts that are allowed.
         lstrcpyW(product, std::wstring(38, L'p').c_str());
         lstrcpyW(feature, std::wstring(38, L'f').c_str());
         lstrcpyW(component, std::wstring(38, L'c').c_str());
@@ -48,7 +48,7 @@ private:
     }
 
     static inline InstallerState state;
-    // The true function, by its address: a call by name would come back here.
+    // The original function, by its address: a call by name would come back here.
     const ReplacedImport<"GetProcAddress", decltype(GetProcAddress)> find{
         GetModuleHandleW(nullptr), [original = &GetProcAddress](HMODULE module, LPCSTR name) {
             if (std::strcmp(name, "MsiGetShortcutTargetW") == 0) return AsFunction(&GetTarget);

@@ -1,4 +1,4 @@
-// Opening and closing again and again leaves nothing behind in memory.
+// Repeated opening and closing leaves nothing behind in memory.
 #include <windows.h>
 
 #include "tests/profiles/selection_fixture.h"
@@ -35,8 +35,8 @@ TEST_F(ProgramSelectionLeaksTest, FiftyOpeningsLeaveNoMoreThanFive) {
     const HeapUse processAfter = UseOf(GetProcessHeap());
     EXPECT_LE(runtimeAfter.blocks, runtimeBefore.blocks + 5);
     EXPECT_LE(runtimeAfter.bytes, runtimeBefore.bytes + 1000);
-    // Windows' own heap holds the icons, images, item lists and shell links; one of them for each opening would be 50
-    // blocks at the least. Wine 10 keeps some for each thread that has shown a field for text.
+    // Windows' own heap holds the icons, images, item lists and shell links; a leak of one for each opening would be at
+    // least 50 blocks. Wine 10 keeps some for each thread that has shown a text field.
     EXPECT_LE(processAfter.blocks, processBefore.blocks + CostOf(ShowTextField).Of(50).processBlocks + 40);
 }
 

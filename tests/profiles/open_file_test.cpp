@@ -1,4 +1,4 @@
-// "Reference": a program named by the dialog that opens files.
+// "Reference": a program chosen in the dialog that opens files.
 #include <windows.h>
 
 #include <cderr.h>
@@ -45,7 +45,7 @@ TEST_F(OpenFileTest, NamesTheProgramByItsFileNameWithExtension) {
     EXPECT_EQ(GetWindow(files, GW_OWNER), dialog);
     Enter(files, L"C:\\windows\\notepad.exe");
     EXPECT_TRUE(AwaitEnd());
-    EXPECT_EQ(chosen, (Programs{{L"notepad.exe", L"C:\\windows\\notepad.exe"}})) << "the selection plays no part";
+    EXPECT_EQ(chosen, (Programs{{L"notepad.exe", L"C:\\windows\\notepad.exe"}})) << "the selection does not matter";
 }
 
 TEST_F(OpenFileTest, TakesAFileOfAnyKind) {
@@ -89,7 +89,7 @@ TEST_F(OpenFileTest, RefusesAFileThatIsNotThere) {
     EXPECT_TRUE(chosen.empty());
 }
 
-// In the place of the dialog that opens files.
+// Replaces the dialog that opens files.
 class OpenFileRequestTest : public SelectionTest {
 protected:
     static inline std::function<BOOL(OPENFILENAMEW&)> answer;

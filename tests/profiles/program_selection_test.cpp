@@ -1,4 +1,4 @@
-// The dialog "Select allocation program": its list, what OK takes and when.
+// The dialog "Select allocation program": its list, and which programs OK takes.
 #include "profiles/program_selection.h"
 
 #include "tests/profiles/selection_fixture.h"
@@ -217,7 +217,7 @@ TEST_F(ProgramSelectionTest, TextsAreReadToTheirLimitAndNoPairIsSplit) {
     EXPECT_EQ(chosen[1].path, std::wstring(259, L'p'));
 }
 
-TEST_F(ProgramSelectionTest, OtherNotificationsAreNoClicks) {
+TEST_F(ProgramSelectionTest, OtherNotificationsDoNotCountAsClicks) {
     AddThree();
     Open();
     ClickEmptySpace();
@@ -230,7 +230,7 @@ TEST_F(ProgramSelectionTest, OtherNotificationsAreNoClicks) {
     EXPECT_TRUE(StaysOpen());
 }
 
-TEST_F(ProgramSelectionTest, ImageListIsGivenBackOnce) {
+TEST_F(ProgramSelectionTest, ImageListIsDestroyedOnce) {
     AddThree();
     std::vector<HIMAGELIST> made;
     std::vector<HIMAGELIST> destroyed;

@@ -8,10 +8,10 @@
 namespace kvn::test {
 namespace {
 
-constexpr UINT kTellTaken = WM_APP;  // lParam is an event to set
+constexpr UINT kReportTaken = WM_APP;  // lParam is an event to set
 
 LRESULT CALLBACK OwnerProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == kTellTaken) return SetEvent(reinterpret_cast<HANDLE>(lParam));
+    if (message == kReportTaken) return SetEvent(reinterpret_cast<HANDLE>(lParam));
     return DefWindowProcW(window, message, wParam, lParam);
 }
 
@@ -79,10 +79,10 @@ bool SelectionTest::AwaitEnd() {
 }
 
 bool SelectionTest::StaysOpen() const {
-    // A posted message is taken after all that were posted before.
+    // A posted message is handled after all that were posted before it.
     const platform::UniqueKernelObject taken(CreateEventW(nullptr, TRUE, FALSE, nullptr));
-    PostMessageW(owner, kTellTaken, 0, reinterpret_cast<LPARAM>(taken.Get()));
-    Await("the dialog's thread to come so far",
+    PostMessageW(owner, kReportTaken, 0, reinterpret_cast<LPARAM>(taken.Get()));
+    Await("the dialog's thread to handle its messages",
           [&] { return WaitForSingleObject(taken.Get(), 0) == WAIT_OBJECT_0 || !IsWindow(owner); });
     return IsWindow(dialog) != FALSE && IsWindowVisible(dialog) != FALSE;
 }
@@ -101,7 +101,7 @@ void SelectionTest::ClickAt(POINT point) const {
     SetCursorPos(point.x, point.y);
     NMITEMACTIVATE notification{};
     notification.hdr = {List(), IDC_PROGRAMS_LIST, static_cast<UINT>(NM_CLICK)};
-    // Not where the click was: only the cursor counts.
+    // Not the clicked row: only the cursor counts.
     notification.iItem = 99;
     SendMessageW(dialog, WM_NOTIFY, IDC_PROGRAMS_LIST, reinterpret_cast<LPARAM>(&notification));
 }

@@ -1,5 +1,5 @@
-// The start of the tests of the two dialogs: a Start menu of their own, a fresh module, the dialog in a thread with an
-// owner that nobody sees.
+// The fixture of the tests of the two dialogs: a separate Start menu, a fresh module, and the dialog on a thread with a
+// hidden owner.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -44,10 +44,10 @@ protected:
 
     // Opens the dialog and waits until it is ready.
     void Open();
-    // Presses a button of a dialog without waiting for what it does.
+    // Presses a button of a dialog without waiting for the result.
     void Press(int button) const;
     static void Press(HWND pressedDialog, int button);
-    // Waits for the end of the dialog; its result.
+    // Waits for the end of the dialog, and returns its result.
     bool AwaitEnd();
     bool Close(int button) {
         Press(button);
@@ -55,7 +55,7 @@ protected:
     }
     bool StaysOpen() const;
 
-    // Presses "Select window"; the proposal's dialog.
+    // Presses "Select window", and returns the dialog with the proposal.
     HWND OpenWindowDialog() const;
     static std::wstring ProposalOf(HWND windowDialog);
 
@@ -64,7 +64,7 @@ protected:
     std::wstring Cell(int row, int column) const { return CellText(List(), row, column); }
     int ImageOf(int row) const { return ImageOfRow(List(), row); }
     void Select(int row, bool selected = true) const { SelectRow(List(), row, selected); }
-    // A click at this point of the list, by the message that the list sends about it.
+    // Simulates a click at this point of the list, by the notification that the list would send.
     void ClickAt(POINT point) const;
     void ClickRow(int row) const;
     void ClickEmptySpace() const;

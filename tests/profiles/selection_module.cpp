@@ -1,5 +1,4 @@
-// The selection of programs in a library of its own: what it remembers for its module's life begins afresh with each
-// loading.
+// The selection of programs in a separate library: each loading starts without the remembered state.
 #include "profiles/program_selection.h"
 
 #include <utility>

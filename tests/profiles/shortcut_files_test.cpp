@@ -1,4 +1,4 @@
-// Which shortcut files are found below a folder, and how trees that would never end are survived.
+// The shortcut files that are found below a folder, and trees that would never end.
 #include "profiles/shortcut_files.h"
 
 #include <gtest/gtest.h>
@@ -21,7 +21,7 @@ bool MakeFile(const std::wstring& path) {
 
 class ShortcutFilesTest : public testing::Test {
 protected:
-    // What is found, relative to the folder.
+    // The found files, relative to the folder.
     Files Found(const std::wstring& below = {}) const {
         Files found;
         profiles::AppendShortcutFiles(below.empty() ? folder.Path() : folder.PathOf(below), found);
@@ -106,7 +106,7 @@ TEST_F(ShortcutFilesTest, AreFoundOnceEachWayWhereTwoLinksLeadToEachOther) {
     EXPECT_EQ(FoundInNoOrder(), (Files{L"a\\a.lnk", L"a\\other\\b.lnk", L"b\\b.lnk", L"b\\other\\a.lnk"}));
 }
 
-// Followed each way, these would be more paths than can be counted.
+// Following every link would give more paths than can be counted.
 TEST_F(ShortcutFilesTest, AreFoundSoonWhereEveryFolderLinksToEveryOther) {
     constexpr int kFolders = 9;
     for (int i = 0; i < kFolders; ++i) folder.AddFile(std::to_wstring(i) + L"\\a.lnk");
@@ -127,11 +127,11 @@ TEST_F(ShortcutFilesTest, BehindALinkToNowhereAreNone) {
     EXPECT_EQ(Found(), (Files{L"a.lnk"}));
 }
 
-// A tree as deep as paths reach, in a thread whose stack would not hold a path for each level.
+// A tree as deep as paths allow, on a thread whose stack has no room for a path for each level.
 TEST_F(ShortcutFilesTest, OfATreeDeeperThanAnyPathAreThoseWhosePathsFit) {
     constexpr std::size_t kMaxPath = 1039;
     constexpr std::size_t kStack = 512 * 1024;
-    // At this many levels a shortcut's path is just as long as a path may be, or one shorter.
+    // At this many levels a shortcut's path has exactly the longest length, or one less.
     const std::size_t levels = (kMaxPath - folder.PathOf(L"x.lnk").size()) / 2;
     const std::wstring deepest = folder.AddDeepFolder(L"d", levels + 50);
     const std::wstring prefix = L"\\\\?\\";

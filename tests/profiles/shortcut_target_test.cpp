@@ -1,4 +1,4 @@
-// What single shortcut files lead to, good ones and hostile ones.
+// The targets of single shortcut files, good and hostile ones.
 #include "profiles/shortcut_target.h"
 
 #include <gtest/gtest.h>
@@ -15,7 +15,7 @@ using profiles::ShortcutTarget;
 
 class ShortcutTargetTest : public testing::Test {
 protected:
-    // A shortcut whose bytes are no longer what the shell wrote.
+    // A shortcut whose bytes differ from those that the shell wrote.
     std::wstring AddSpoiled(const std::wstring& name, const std::string& bytes) const {
         return folder.AddFile(name + L".lnk", bytes);
     }

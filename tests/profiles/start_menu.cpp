@@ -27,11 +27,12 @@ void SetShellFolder(HKEY root, const wchar_t* name, const std::wstring& folder) 
     RegSetKeyValueW(root, kShellFolders, name, REG_SZ, folder.c_str(), bytes);
 }
 
-// Wine makes no links, and mistakes a tree with links for an endless one: its host's own programs do both. They are
-// not waited for by their handles, which are not theirs. On Windows the command shell does it.
+// Wine cannot make links, and takes a tree with links for an endless one when it removes it, so programs of the host do
+// both. Their handles are not the programs' own, so the tests do not wait for them. On Windows the command shell does
+// the work.
 constexpr wchar_t kWinesHost[] = L"Z:\\bin\\";
 
-// The target is as seen from the link's folder, with slashes.
+// The target is relative to the link's folder, with slashes.
 std::wstring MakingLink(const std::wstring& link, std::wstring target) {
     if (RunsUnderWine()) return kWinesHost + (L"ln -s -- " + target + L" " + link);
     std::replace(target.begin(), target.end(), L'/', L'\\');
@@ -75,7 +76,7 @@ ScratchFolder::ScratchFolder() : parent(TemporaryFolder()), path(parent + L"\\" 
 
 ScratchFolder::~ScratchFolder() {
     RunOnHost(parent, RemovingFolder(path.substr(parent.size() + 1)));
-    EXPECT_TRUE(ComesTrue([this] { return !Exists(path); })) << "a folder of the test's is left behind";
+    EXPECT_TRUE(ComesTrue([this] { return !Exists(path); })) << "a folder of the test is left behind";
 }
 
 std::wstring ScratchFolder::AddFolder(const std::wstring& name) const {

@@ -1,5 +1,5 @@
-// A Start menu of the test's own: program folders of all users and of this user that nobody else sees, and what a test
-// puts there.
+// A separate Start menu for a test: program folders of all users and of this user that only the test sees, and their
+// contents.
 #pragma once
 
 #include <windows.h>
@@ -25,11 +25,10 @@ public:
     std::wstring PathOf(const std::wstring& name) const { return path + L"\\" + name; }
 
     std::wstring AddFolder(const std::wstring& name) const;
-    // Creates this number of folders of that name, one in the other, at any path length; returns the path of the
-    // innermost.
+    // Creates this number of nested folders of that name, at any path length; returns the path of the innermost.
     std::wstring AddDeepFolder(const std::wstring& name, std::size_t levels) const;
     std::wstring AddFile(const std::wstring& name, std::string_view content = {}) const;
-    // A link to a folder of this one; the target is relative to the folder that the link lies in.
+    // A link to a folder below this one; the target is relative to the link's folder.
     std::wstring AddFolderLink(const std::wstring& name, const std::wstring& target) const;
     // A shortcut as the shell saves it; folders are made as needed.
     std::wstring AddShortcut(const std::wstring& name, const std::wstring& target) const;
@@ -48,7 +47,7 @@ struct StartMenu {
     const ScratchFolder own;
 };
 
-// Sets the two folders as those of the Start menu; they need not exist.
+// Makes these the two folders of the Start menu; they need not exist.
 void SetProgramFolders(const std::wstring& common, const std::wstring& own);
 
 std::string ReadBytes(const std::wstring& file);

@@ -1,4 +1,4 @@
-// The programs that the Start menu's shortcuts lead to, their names and their order.
+// The programs of the Start menu's shortcuts, their names and their order.
 #include "profiles/start_menu_programs.h"
 
 #include <gtest/gtest.h>
@@ -45,7 +45,7 @@ TEST_F(StartMenuProgramsTest, AreFoundInSubSubFolders) {
     EXPECT_EQ(Found(), (Programs{{L"Deep", kNotepad}}));
 }
 
-TEST_F(StartMenuProgramsTest, BearTheNameOfTheShortcutWithoutItsExtension) {
+TEST_F(StartMenuProgramsTest, HaveTheNameOfTheShortcutWithoutItsExtension) {
     menu.own.AddShortcut(L"A.b.exe.LNK", kNotepad);
     menu.own.AddShortcut(L"\u304B\u306A \U0001F600.lnk", kNotepad);
     EXPECT_EQ(FoundNames(), (Names{L"A.b.exe", L"\u304B\u306A \U0001F600"}));
@@ -130,7 +130,7 @@ TEST_F(StartMenuProgramsTest, BehindAnAdvertisementAreThoseThatTheInstallerNames
     EXPECT_EQ(installer->asked.find(file + L"|"), 0U);
 }
 
-TEST_F(StartMenuProgramsTest, WithoutAnAdvertisementAreNoMatterForTheInstaller) {
+TEST_F(StartMenuProgramsTest, WithoutAnAdvertisementAreNotLookedUpInTheInstaller) {
     const InstallerStandIn installer;
     menu.own.AddShortcut(L"Plain.lnk", kNotepad);
     menu.own.AddShortcut(L"Mark in the name.lnk", L"C:\\windows\\{0D6F}.exe");

@@ -1,4 +1,4 @@
-// "Select window": the program of a window on the screen, and which window that is.
+// "Select window": the program of a window on the screen, and which window is taken.
 #include <windows.h>
 
 #include <psapi.h>
@@ -53,7 +53,7 @@ private:
     HWND window = nullptr;
 };
 
-// A window of this process, in a thread that answers for it, in front of those that were there before.
+// A window of this process, with a thread that serves it, in front of earlier windows.
 class OwnWindow {
 public:
     explicit OwnWindow(std::wstring title, DWORD style = WS_OVERLAPPEDWINDOW | WS_VISIBLE, HWND ownedBy = nullptr) {
@@ -86,7 +86,7 @@ class WindowProgramDialogTest : public SelectionTest {
 protected:
     static inline const std::wstring kExplorer = L"C:\\windows\\explorer.exe";
 
-    // What the dialog proposes; cancels it.
+    // The dialog's proposal; cancels the dialog.
     std::wstring Proposed() {
         const HWND proposal = OpenWindowDialog();
         std::wstring path = ProposalOf(proposal);
@@ -116,12 +116,12 @@ TEST_F(WindowProgramDialogTest, SkipsTheFirstWindowAtTheFirstUseOnly) {
     EXPECT_EQ(Proposed(), TitledProgram::Path());
     EXPECT_FALSE(Close(IDCANCEL));
     Open();
-    EXPECT_EQ(Proposed(), TitledProgram::Path()) << "an opening is no new beginning";
+    EXPECT_EQ(Proposed(), TitledProgram::Path()) << "another opening does not start over";
     EXPECT_FALSE(Close(IDCANCEL));
     module.reset();
     module.emplace();
     Open();
-    EXPECT_EQ(Proposed(), ThisProgram()) << "a module is";
+    EXPECT_EQ(Proposed(), ThisProgram()) << "another loading does";
 }
 
 TEST_F(WindowProgramDialogTest, AFirstUseThatFindsNoWindowSkipsNone) {
@@ -129,7 +129,7 @@ TEST_F(WindowProgramDialogTest, AFirstUseThatFindsNoWindowSkipsNone) {
     EXPECT_EQ(Proposed(), kExplorer);
     const OwnWindow behind(L"Behind");
     const TitledProgram front(L"In front");
-    EXPECT_EQ(Proposed(), ThisProgram()) << "the first window that was ever seen is skipped";
+    EXPECT_EQ(Proposed(), ThisProgram()) << "skips the first window that was ever seen";
     EXPECT_EQ(Proposed(), TitledProgram::Path());
 }
 
@@ -229,7 +229,7 @@ TEST_F(WindowProgramDialogTest, ALongPathIsShownWholeAndTakenToTheLimit) {
     const ReplacedImport<"GetModuleFileNameExW", decltype(GetModuleFileNameExW)> name(
         module->Handle(), [&](HANDLE, HMODULE, LPWSTR buffer, DWORD size) {
             EXPECT_EQ(size, 1024U);
-            // As old versions of Windows do it: without a final zero.
+            // Like old versions of Windows, without a final zero.
             path.copy(buffer, size);
             return size;
         });

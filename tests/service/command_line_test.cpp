@@ -1,4 +1,4 @@
-// What arguments ask for.
+// The meaning of the arguments.
 #include "service/options/command_line.h"
 
 #include <gtest/gtest.h>
@@ -100,7 +100,7 @@ TEST(CommandLineTest, AnEmptyFileOrProfileIsABadValue) {
     }
 }
 
-TEST(CommandLineTest, AnOptionIsNobodysValue) {
+TEST(CommandLineTest, AnOptionIsNeverAValue) {
     for (const wchar_t* const option : {L"--log", L"--profile", L"--export", L"--import", L"--mouse"}) {
         const auto parsed = ParseArguments(std::vector<std::wstring>{option, L"--status"});
         ASSERT_TRUE(std::holds_alternative<UsageError>(parsed));

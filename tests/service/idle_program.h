@@ -1,4 +1,4 @@
-// What the tests and the idle program agree on.
+// Shared by the tests and the idle program.
 #pragma once
 
 namespace kvn::service_test {

@@ -33,7 +33,7 @@ TEST_F(ServiceOptionsTest, HelpAndVersionNeedNoService) {
     EXPECT_EQ(Window(), nullptr);
 }
 
-// The console of this program, or one of its own.
+// The console of this program, or a new one.
 class Console {
 public:
     Console() {
@@ -47,7 +47,7 @@ public:
         if (isOwn) FreeConsole();
     }
 
-    // What has been written to its line since then.
+    // The text that has been written to the line since then.
     std::wstring Line() const {
         std::wstring line(60, L' ');
         DWORD read = 0;
@@ -56,7 +56,7 @@ public:
     }
 
 private:
-    // Wine's stand-in for a Unix terminal cannot be read.
+    // Wine's console for a Unix terminal cannot be read.
     static bool Alloc() {
         if (test::RunsUnderWine()) FreeConsole();
         return AllocConsole() != FALSE;
@@ -104,7 +104,7 @@ TEST_F(ServiceOptionsTest, WhatNeedsAServiceEndsWithOneWhenNoneRuns) {
     EXPECT_EQ(Window(), nullptr);
 }
 
-TEST_F(ServiceOptionsTest, QuitIsContentWhenNoServiceRuns) {
+TEST_F(ServiceOptionsTest, QuitSucceedsWhenNoServiceRuns) {
     EXPECT_EQ(Run({L"--quit"}).exitCode, 0U);
 }
 

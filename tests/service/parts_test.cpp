@@ -1,4 +1,4 @@
-// Small parts of the service, each by itself.
+// Small parts of the service, one by one.
 #include <gtest/gtest.h>
 
 #include "platform/service_protocol.h"
@@ -80,7 +80,7 @@ TEST(PressLogTest, AGestureIsNamedByItsStroke) {
     EXPECT_NE(LogLine({}, order, L"", L"Ctrl+C").find(L"\tgesture DR: Ctrl+C\r\n"), std::wstring::npos);
 }
 
-// The protocol with a window that is nobody's.
+// The protocol with a window of the test.
 class PageProtocolTest : public testing::Test {
 protected:
     std::optional<LRESULT> Say(platform::ServiceMessage message, LPARAM lParam = 0) {

@@ -67,7 +67,7 @@ UniqueKernelObject MakeJob() {
 void ServiceProgramTest::SetUp() {
     ASSERT_EQ(FindWindowW(nullptr, platform::kServiceName), nullptr) << "another service runs";
     RegDeleteTreeW(HKEY_CURRENT_USER, test::kMouseKey);
-    // Wine's first program that asks for it starts the desktop's process, which must not join the job.
+    // The first program that needs Wine's desktop starts its process, which must not join the job.
     GetDesktopWindow();
     job = MakeJob();
 }

@@ -1,4 +1,4 @@
-// The real program, started as users and scripts start it.
+// The real program, started as by users and scripts.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -19,21 +19,22 @@ using Arguments = std::vector<std::wstring>;
 inline const Arguments kSample{L"--mouse", L"1234:5678:7:1:KvnSample"};
 
 struct Outcome {
-    DWORD exitCode = STILL_ACTIVE;  // when it does not end
+    DWORD exitCode = STILL_ACTIVE;  // if it does not end
     std::string output;
 };
 
-// A service of the test's own, in a registry without anything published. Whatever still runs at the end is killed.
+// A separate service for the test, in a registry without published values. Processes that still run at the end are
+// killed.
 class ServiceProgramTest : public testing::Test {
 protected:
     void SetUp() override;
     void TearDown() override;
 
-    // A start that ends by itself.
+    // Runs a start that ends by itself.
     Outcome Run(const Arguments& arguments) const;
-    // The same without a standard output; its exit code.
+    // The same, without a standard output; returns its exit code.
     DWORD RunWithoutOutput(const Arguments& arguments) const;
-    // A start that becomes the service; returns when the page would find it.
+    // Makes a start that becomes the service; returns when the page would find it.
     void StartService(const Arguments& arguments = kSample);
 
     // The service's window, and its process; none without a service.
@@ -46,14 +47,14 @@ protected:
 
     // Whether the start that became the service has ended, and how.
     std::optional<DWORD> ExitCodeOfService() const;
-    // How many processes run that these starts have made.
+    // The number of running processes of these starts.
     int RunningProcesses() const;
     static void Kill(DWORD process);
 
     // The output of --status, by key.
     std::map<std::string, std::string> Status() const;
 
-    // The answer of the service's window, within seconds.
+    // The answer of the service's window. Waits for some seconds.
     static LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
 
 private:

@@ -42,7 +42,7 @@ TEST(TrailWindowTest, TheTrailTakesNeitherFocusNorClicksAndGoesAtTheEnd) {
     EXPECT_EQ(FindTrail(), nullptr);
 }
 
-TEST(TrailWindowTest, AfterItsEndItStaysOutOfSightForAMomentForClicksOnTheirWayToIt) {
+TEST(TrailWindowTest, AfterItsEndItStaysHiddenForAMomentForClicksOnTheirWayToIt) {
     TrailWindow trail;
     trail.Begin({10, 10});
     const HWND window = FindTrail();
@@ -57,7 +57,7 @@ TEST(TrailWindowTest, AfterItsEndItStaysOutOfSightForAMomentForClicksOnTheirWayT
     EXPECT_NE(FindTrail(), nullptr);
 }
 
-TEST(TrailWindowTest, OnlyItsOwnerEndsIt) {
+TEST(TrailWindowTest, OnlyItsOwnerClosesIt) {
     TrailWindow trail;
     trail.Begin({10, 10});
     const HWND window = FindTrail();

@@ -1,4 +1,4 @@
-// Settings that leave and come, by options and by the icon's menu.
+// Export and import, by options and by the icon's menu.
 #include <windows.h>
 
 #include <shlobj.h>
@@ -85,7 +85,7 @@ TEST_F(TransferTest, TheRunningServiceHasTakenOverWhenTheImportEnds) {
     }
 }
 
-TEST_F(TransferTest, AnotherServiceHearsOfAnImportAsFromThePage) {
+TEST_F(TransferTest, AnotherServiceIsNotifiedOfAnImportAsByThePage) {
     Publish();
     const test::UniqueWindow other(CreateWindowExW(0, L"STATIC", platform::kServiceName, WS_POPUP, 0, 0, 0, 0, nullptr,
                                                    nullptr, nullptr, nullptr));
@@ -100,7 +100,7 @@ TEST_F(TransferTest, AnotherServiceHearsOfAnImportAsFromThePage) {
     EXPECT_TRUE(wasTold());
 }
 
-TEST_F(TransferTest, NamesAreMeantFromTheCallersFolder) {
+TEST_F(TransferTest, NamesAreRelativeToTheCallersFolder) {
     Publish();
     WriteFile(Text("Moved"));
     const std::filesystem::path before = std::filesystem::current_path();
@@ -162,7 +162,7 @@ TEST_F(TransferTest, TheyStandAlone) {
     EXPECT_FALSE(test::FileExists(File(L"out.xml")));
 }
 
-// Every dialog of the service's process is one of ours: the service has no other.
+// Every dialog of the service's process counts: the service has no others.
 class TransferMenuTest : public TransferTest {
 protected:
     static HWND AwaitDialog() {
@@ -181,7 +181,8 @@ protected:
         test::PressKey(key);
     }
 
-    // A combo box has its edit field, and a new one a combo box, under the same number.
+    // The name field is the edit field of a combo box, or in newer dialogs of a combo box within another, always with
+    // the same id.
     static HWND NameField(HWND dialog) {
         constexpr int kCombo = 0x47C;
         constexpr int kEdit = 0x480;

@@ -24,7 +24,7 @@ protected:
 
     static void Report(UINT event) { PostMessageW(Window(), service::kTrayMessage, 1, static_cast<LPARAM>(event)); }
 
-    // As the taskbar says that the user wants the menu by the keyboard.
+    // Opens the menu as the taskbar does for the keyboard.
     static void OpenMenu() {
         Report(WM_CONTEXTMENU);
         AwaitMenu();

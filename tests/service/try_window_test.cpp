@@ -1,4 +1,4 @@
-// The window of "Try the buttons", by itself and on its thread.
+// The window of "Try the buttons", alone and on its thread.
 #include "service/tray/try_window.h"
 
 #include <commctrl.h>
@@ -43,7 +43,7 @@ protected:
         return font.lfHeight;
     }
     LONG ColumnWidth() const { return static_cast<LONG>(test::Send(List(), LVM_GETCOLUMNWIDTH, 1)); }
-    // As the thread's loop does.
+    // Handles a key as the thread's loop does.
     void Press(WPARAM key) const {
         MSG message{GetFocus(), WM_KEYDOWN, key, 1, 0, {}};
         EXPECT_TRUE(window.TakesKey(message));
@@ -70,7 +70,7 @@ TEST_F(TryWindowTest, EnterClosesOnTheButtonOnly) {
     EXPECT_FALSE(window.IsOpen());
 }
 
-TEST_F(TryWindowTest, TheControlThatHadTheKeyboardHasItAgain) {
+TEST_F(TryWindowTest, TheControlThatHadTheFocusGetsItAgain) {
     SetFocus(Button());
     test::Send(window.Handle(), WM_ACTIVATE, WA_INACTIVE);
     SetFocus(nullptr);

@@ -47,7 +47,7 @@ protected:
         return Await("a watcher", find, std::chrono::seconds{30});
     }
 
-    // Threads of the service that do not go on, as if they hung; `isMain`: the one of the window, or all others.
+    // Suspends threads of the service, as if they hung; `isMain`: the one of the window, or else all others.
     static void Suspend(bool isMain) {
         const DWORD process = ServiceProcess();
         const DWORD main = GetWindowThreadProcessId(Window(), nullptr);
@@ -62,7 +62,7 @@ protected:
     bool IsEverythingReleased() {
         return std::ranges::all_of(memory.State().held.counts, [](const auto& count) { return count == 0; });
     }
-    // What a start and an end of a program take on this machine just now.
+    // The current time for starting and ending a program on this machine.
     Clock::duration CostOfAStart() const {
         const auto begin = Clock::now();
         EXPECT_EQ(Run({L"--version"}).exitCode, 0U);
@@ -70,7 +70,7 @@ protected:
     }
 
     // A service that holds a key, with threads that hang, ends in time once it is asked to, and releases the key. A
-    // busy machine adds to the time, but not to that of each of some tries.
+    // busy machine lengthens the time, but not in each of several tries.
     template <typename Ask>
     void ExpectEndInTime(bool hangsMainThread, const Ask& ask) {
         std::vector<double> seconds;
@@ -92,7 +92,7 @@ protected:
         ADD_FAILURE() << "seconds until the end: " << testing::PrintToString(seconds);
     }
 
-    // The private memory of a process: the same before and after another program's life.
+    // The private memory of a process, once it is the same before and after another program has run.
     double SettledKilobytes(HANDLE process, const char* program, const char* option) const {
         double now = 0;
         return Await("a process to settle", [&] {
@@ -120,7 +120,7 @@ TEST_F(WatcherTest, AServiceThatIsKilledIsStartedAgainWithItsMouse) {
     EXPECT_TRUE(test::ComesTrue([this] { return RunningProcesses() == 0; }));
 }
 
-TEST_F(WatcherTest, WhatAKilledServiceHeldIsReleased) {
+TEST_F(WatcherTest, KeysThatAKilledServiceHeldAreReleased) {
     StartService();
     AwaitWatcherOtherThan(0);
     const DWORD first = ServiceProcess();
@@ -170,7 +170,7 @@ TEST_F(WatcherTest, AServiceWhoseThreadsHangEndsInTimeWithTheSession) {
     });
 }
 
-TEST_F(WatcherTest, TheLogIsGoneOnWithAndAForcedProfileIsNot) {
+TEST_F(WatcherTest, TheLogIsContinuedAndAForcedProfileIsNot) {
     const std::wstring log = service::ProgramFolder() + L"watcher_test.log";
     StartService();
     AwaitWatcherOtherThan(0);
@@ -195,7 +195,7 @@ TEST_F(WatcherTest, TheWatcherHasNoWindow) {
     EXPECT_NE(WindowOf(ServiceProcess()), nullptr);
 }
 
-// The names of the libraries that a process has loaded, between quotation marks.
+// The names of the libraries that a process has loaded, in quotation marks.
 std::wstring LibrariesOf(DWORD process) {
     const platform::UniqueFile snapshot(CreateToolhelp32Snapshot(TH32CS_SNAPMODULE, process));
     MODULEENTRY32W entry{};
@@ -206,7 +206,7 @@ std::wstring LibrariesOf(DWORD process) {
     return names;
 }
 
-// A program that does nothing, with these libraries.
+// A program that only loads these libraries.
 class IdleProgram {
 public:
     explicit IdleProgram(const std::wstring& libraries)
@@ -224,8 +224,8 @@ private:
     const UniqueKernelObject process;
 };
 
-// Under Wine the libraries' own data count, which Windows shares among all programs: there it is what the watcher has
-// beyond a program that does nothing.
+// Under Wine the libraries' own data count too, which Windows shares among all programs. So under Wine the watcher is
+// compared with a program that does nothing.
 TEST_F(WatcherTest, TheWatcherTakesLessThanTwoMegabytes) {
     constexpr double kLimit = 2'048;
     StartService();

@@ -1,4 +1,4 @@
-// What the service's window says to the page, and to Windows; and what lies in the registry by then.
+// The answers of the service's window to the page and to Windows, and the contents of the registry at that time.
 #include <array>
 #include <cstring>
 
@@ -60,7 +60,7 @@ TEST_F(ServiceWindowTest, AMouseThatComesLaterIsPublishedAndAnswered) {
     EXPECT_EQ(test::StoredValues(test::kMouseKey).at(L"VID"), StoredNumber(0x1234));
 }
 
-TEST_F(ServiceWindowTest, ButtonsThatNobodyHoldsAndOddMasksAreNotHeld) {
+TEST_F(ServiceWindowTest, ReleasedButtonsAndOddMasksAreNotHeld) {
     StartService();
     for (const LPARAM mask : {1, 2, 4, 8, 16, 0, 3, 32, 64, -1}) {
         EXPECT_EQ(Send(Number(ServiceMessage::IsButtonHeld), 0, mask), 0) << mask;

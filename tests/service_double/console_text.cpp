@@ -22,9 +22,9 @@ void TellUser(const std::wstring& text) {
         return output != nullptr && output != INVALID_HANDLE_VALUE &&
                WriteFile(output, utf8.data(), static_cast<DWORD>(utf8.size()), &written, nullptr) != FALSE;
     };
-    // A program without a console of its own has no output until it attaches to its parent's.
+    // A program without a console has no output until it attaches to its parent's.
     if (tryOutput() || (AttachConsole(ATTACH_PARENT_PROCESS) && tryOutput())) return;
-    // Not captioned with the service's name alone: the page would take the box for the service.
+    // The caption is not just the service's name, or the page would take the box for the service.
     MessageBoxW(nullptr, text.c_str(), L"KvnMouseApl (stand-in)", MB_ICONINFORMATION);
 }
 

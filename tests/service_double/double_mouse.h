@@ -7,10 +7,10 @@
 
 namespace kvn::service_double {
 
-// False when a value could not be written.
+// False if a value could not be written.
 bool PublishMouse(const model::DeviceRecord& mouse);
 
-// Values that are not there count as removed.
+// Missing values count as removed.
 void RemovePublishedMouse();
 
 // One line for the log.

@@ -17,8 +17,8 @@ using platform::ServiceButton;
 using platform::ServiceMessage;
 
 constexpr wchar_t kClassName[] = L"KvnStandInService";
-// The applications' range around the protocol: an unknown number in it is answered with 0 and logged, since it is
-// a mistake of the page.
+// The application range of messages. An unknown number in it is a mistake of the page: it is answered with 0 and
+// logged.
 constexpr UINT kFirstPrivateMessage = WM_APP;
 constexpr UINT kLastPrivateMessage = WM_APP + 0xFF;
 
@@ -46,7 +46,7 @@ struct ButtonRow {
     int virtualKey;
 };
 
-// Both sides of this table mean the physical button: GetAsyncKeyState ignores that the user has swapped left and right.
+// Both columns of this table mean the physical button: GetAsyncKeyState ignores swapped buttons.
 constexpr std::array<ButtonRow, 5> kButtons{{
     {ServiceButton::Left, VK_LBUTTON},
     {ServiceButton::Right, VK_RBUTTON},
@@ -108,7 +108,7 @@ bool ServiceWindow::Create(HINSTANCE instance) {
     if (RegisterClassExW(&windowClass) == 0) return false;
     const HWND created = CreateWindowExW(0, kClassName, platform::kServiceName, WS_OVERLAPPEDWINDOW, CW_USEDEFAULT,
                                          CW_USEDEFAULT, 760, 320, nullptr, nullptr, instance, this);
-    // The first ShowWindow of a process may be overridden by the program that started it; hidden needs no call at all.
+    // The program that started this one may override the first ShowWindow call. A hidden window needs no call.
     if (created != nullptr && options.showWindow) ShowWindow(created, SW_SHOWNORMAL);
     return created != nullptr;
 }

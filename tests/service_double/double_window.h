@@ -21,7 +21,7 @@ public:
     ServiceWindow(const ServiceWindow&) = delete;
     ServiceWindow& operator=(const ServiceWindow&) = delete;
 
-    // Makes the window, hidden or shown as the options say. Its end posts WM_QUIT.
+    // Creates the window, hidden or visible by the options. When it is destroyed, it posts WM_QUIT.
     bool Create(HINSTANCE instance);
 
 private:

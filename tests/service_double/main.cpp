@@ -1,5 +1,5 @@
-// KvnMouseApl: stands in for the resident mouse service in tests and demonstrations. It publishes a mouse, owns the
-// window that the page looks for, answers and logs the page's messages, and drives no mouse at all.
+// The double of the resident mouse service, for tests and demonstrations. It publishes a mouse, owns the window that
+// the page looks for, answers and logs the page's messages, and drives no mouse.
 #include <windows.h>
 
 #include <shellapi.h>
@@ -39,7 +39,7 @@ ExitCode Complain(const std::wstring& text, ExitCode code) {
     return code;
 }
 
-// The published values, for as long as they are to stay.
+// The published values, for as long as they must stay.
 class Publication {
 public:
     explicit Publication(const Options& options) : remove(options.publish && options.removeAtEnd) {}
@@ -53,7 +53,7 @@ private:
     bool remove;
 };
 
-// A file whose being there says that the service is ready.
+// A file that exists while the service is ready.
 class ReadyFile {
 public:
     explicit ReadyFile(std::wstring file) : path(std::move(file)) { Remove(); }
@@ -84,7 +84,7 @@ void RunMessageLoop() {
 }
 
 ExitCode Serve(const Options& options, HINSTANCE instance) {
-    // The page finds the service by its window's title: two of them would be one too many.
+    // The page finds the service by its window's title, so there must not be two.
     if (platform::FindService() != nullptr) return Complain(L"the service runs already", kWrongService);
     const ReadyFile readyFile{options.readyFile};
     ServiceLog log{options.logFile};
@@ -127,7 +127,7 @@ ExitCode QuitService() {
     GetWindowThreadProcessId(service, &processId);
     const platform::UniqueKernelObject process{OpenProcess(SYNCHRONIZE, FALSE, processId)};
     PostMessageW(service, WM_CLOSE, 0, 0);
-    // Its log and its published values are settled only when it has gone.
+    // Its log and its published values are final only after it has ended.
     if (process && WaitForSingleObject(process.Get(), kQuitTimeoutMilliseconds) == WAIT_OBJECT_0) return kDone;
     return Complain(L"the service does not end", kFailed);
 }

@@ -54,7 +54,7 @@ std::vector<std::int32_t> ParseSettings(const std::wstring& text) {
 
 struct OptionRow {
     std::wstring_view name;
-    std::wstring_view valueName;  // empty: the option stands alone
+    std::wstring_view valueName;  // empty: the option takes no value
     std::wstring_view help;
     void (*apply)(Options& options, const std::wstring& value);
 };

@@ -1,4 +1,4 @@
-// The command line of the stand-in service.
+// The command line of the service's double.
 #pragma once
 
 #include <cstdint>
@@ -23,12 +23,12 @@ struct Options {
     bool removeAtEnd = false;
     model::DeviceRecord mouse = SampleMouse();
     std::intptr_t probeReply = 1;
-    // Successive replies to "is this button held"; the last one repeats. Empty: the real buttons are looked at.
+    // Successive replies to "is this button held"; the last one repeats. Empty: the real buttons count.
     std::vector<std::intptr_t> heldReplies;
     std::wstring logFile;
     std::wstring readyFile;
 
-    // Of Command::SendSettings. Any number of values may be sent; the page expects eleven.
+    // For Command::SendSettings. Any number of values may be sent; the page expects eleven.
     std::vector<std::int32_t> settings;
     std::uint64_t page = 0;  // window handle; 0: the service looks for the page itself
 };
@@ -43,7 +43,7 @@ private:
     std::wstring text;
 };
 
-// `arguments` leaves out the program's own name.
+// `arguments` does not include the program's name.
 Options ParseOptions(const std::vector<std::wstring>& arguments);
 
 std::wstring Usage();

@@ -5,7 +5,7 @@
 namespace kvn::service_double {
 namespace {
 
-// The view forgets its older half when it holds this many characters.
+// When the view holds this many characters, it drops the older half.
 constexpr int kLongestView = 200'000;
 
 HANDLE OpenForAppending(const std::wstring& path) {
@@ -41,7 +41,7 @@ void ServiceLog::Write(std::wstring_view text) {
             .append(text)
             .append(L"\r\n");
     if (file) {
-        // One unbuffered write to a handle that only appends: readers never see half a line.
+        // One unbuffered write to a handle that only appends, so that readers never see half a line.
         const std::string utf8 = ToUtf8(line);
         DWORD written = 0;
         WriteFile(file.Get(), utf8.data(), static_cast<DWORD>(utf8.size()), &written, nullptr);

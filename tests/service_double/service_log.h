@@ -13,16 +13,17 @@ namespace kvn::service_double {
 
 class ServiceLog {
 public:
-    // Appends to the file `path`; an empty name means no file. Others may read, rename and append to it meanwhile.
+    // Appends to the file `path`; an empty name means no file. Other programs may read, rename and append to it
+    // meanwhile.
     explicit ServiceLog(const std::wstring& path);
 
-    // False when there was to be a file and it could not be opened.
+    // False if the file could not be opened.
     bool IsReady() const { return !wantsFile || file; }
 
-    // From now on lines are shown in this multi-line edit control too; null stops that. The control is borrowed.
+    // Shows lines in this multi-line edit control too from now on; null stops that. The control is borrowed.
     void ShowIn(HWND control) { view = control; }
 
-    // Adds a line that begins with the milliseconds since the log was made and with the local time.
+    // Adds a line that begins with the milliseconds since the log was created, and the local time.
     void Write(std::wstring_view text);
 
 private:

@@ -8,14 +8,14 @@
 namespace kvn::service_double {
 namespace {
 
-// Tells requests from any other WM_COPYDATA message.
+// Distinguishes requests from other WM_COPYDATA messages.
 constexpr ULONG_PTR kRequestMark = 0x4B76'6E53;
-// The page may show a message box of its own, but its thread goes on answering.
+// The page may show a message box, but its thread still answers.
 constexpr UINT kPageTimeoutMilliseconds = 5'000;
 // The service waits for the page meanwhile.
 constexpr UINT kServiceTimeoutMilliseconds = 8'000;
 
-// The page is the dialog that owns these controls, whatever sheet and process it stands in.
+// The page is the dialog with these controls, in any sheet and process.
 bool IsPage(HWND window) {
     return GetDlgItem(window, IDC_PAGE_TAB) != nullptr && GetDlgItem(window, IDC_PAGE_EDIT_PROFILE) != nullptr &&
            GetDlgItem(window, IDC_PAGE_PROFILE) != nullptr;

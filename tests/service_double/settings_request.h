@@ -10,7 +10,7 @@
 
 namespace kvn::service_double {
 
-// The answers to a request; 0 is the answer of a window that does not handle requests.
+// The answers to a request. A window that does not handle requests answers 0.
 enum class SettingsReply : LRESULT {
     NotUnderstood = 0,
     Delivered = 1,
@@ -25,16 +25,16 @@ struct SettingsRequest {
     std::vector<std::int32_t> settings;
 };
 
-// In the second process. Waits until the service has sent the settings, or gives up after some seconds.
+// For the second process. Waits until the service has sent the settings, or gives up after some seconds.
 SettingsReply AskToSendSettings(HWND service, const SettingsRequest& request);
 
-// In the service: a request out of a WM_COPYDATA message; nothing when the message is something else.
+// For the service: the request in a WM_COPYDATA message; nothing if the message is something else.
 std::optional<SettingsRequest> ReadRequest(const COPYDATASTRUCT* message);
 
-// The settings as the page takes them: each number in four bytes, the lowest first.
+// The settings in the page's format: each number in four bytes, the lowest first.
 std::vector<std::byte> RecordOf(const SettingsRequest& request);
 
-// In the service: sends this record to the page as a WM_COPYDATA message whose sender is `service`.
+// For the service: sends this record to the page as a WM_COPYDATA message from `service`.
 SettingsReply SendSettings(HWND service, const SettingsRequest& request);
 
 }  // namespace kvn::service_double

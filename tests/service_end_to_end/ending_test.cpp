@@ -1,4 +1,4 @@
-// The service ends in time, whatever it is doing: keys are held, a stroke is drawn, the program in front does not
+// The service ends in time in any state: while keys are held, a stroke is drawn, or the program in front does not
 // answer.
 #include <chrono>
 
@@ -33,7 +33,7 @@ protected:
         MeasureAStart();
     }
 
-    // What a start and an end of a program take on this machine just now.
+    // The current time for starting and ending a program on this machine.
     void MeasureAStart() {
         const auto begin = Clock::now();
         EXPECT_EQ(Ask({L"--version"}), 0U);
@@ -77,11 +77,11 @@ TEST_F(EndingTest, EndOfTheSessionReleasesAndEndsInTime) {
     const auto begin = Clock::now();
     EXPECT_EQ(SendMessageW(ServiceWindow(), WM_QUERYENDSESSION, 0, 0), TRUE);
     SendMessageW(ServiceWindow(), WM_ENDSESSION, TRUE, 0);
-    EXPECT_FALSE(IsDown(VK_CONTROL)) << "when Windows has its answer, it may end the program";
+    EXPECT_FALSE(IsDown(VK_CONTROL)) << "after the answer Windows may end the program";
     ExpectEnd(begin);
 }
 
-// As an installer does it that replaces the program.
+// Ends it as an installer does that replaces the program.
 TEST_F(EndingTest, AnUpgradeReleasesAndEndsInTime) {
     const auto begin = Clock::now();
     EXPECT_EQ(SendMessageW(ServiceWindow(), WM_QUERYENDSESSION, 0, ENDSESSION_CLOSEAPP), TRUE);

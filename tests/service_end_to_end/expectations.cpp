@@ -113,13 +113,13 @@ Expectation Natural(FunctionCode code, ButtonSlot control) {
     return {code, {"real " + name + " down"}, {"real " + name + " up"}};
 }
 
-// A press of the gesture button that draws nothing is a click in the end.
+// A press of the gesture button without a stroke becomes a click.
 Expectation GestureThatDrawsNothing(ButtonSlot control) {
     const std::string name = kButtonNames[static_cast<std::size_t>(control)];
     return {test::kGesture, {}, {"sent " + name + " down", "sent " + name + " up"}};
 }
 
-// There is no release of a tilt, so everything happens at once.
+// A tilt has no release, so everything happens at once.
 Expectation AtOnce(Expectation expectation) {
     expectation.atPress.insert(expectation.atPress.end(), expectation.atRelease.begin(), expectation.atRelease.end());
     expectation.atRelease.clear();

@@ -1,5 +1,5 @@
-// What must reach the program in front when a control has a function: the table that the tests walk, written from the
-// user's documents and not from the service's table.
+// The input that must reach the program in front for each function of a control. The table is written from the user's
+// documents, not from the service's table.
 #pragma once
 
 #include <string>
@@ -21,10 +21,10 @@ struct Expectation {
     bool maySendMore = false;  // the same line again, while the control is held
 };
 
-// What function 37 types in these tests, as the page stores it.
+// The keys of function 37 in these tests, as the page stores them.
 inline constexpr wchar_t kChosenKeys[] = L"Left Ctrl+Left Shift+K";
 
-// One for each function that can be stored, and two codes that mean nothing.
+// One for each function that can be stored, and for two codes without a meaning.
 const std::vector<model::FunctionCode>& AllFunctions();
 
 Expectation ExpectationOf(model::FunctionCode code, model::ButtonSlot control);

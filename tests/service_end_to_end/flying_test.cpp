@@ -1,4 +1,4 @@
-// Flying scroll: flicks of a real wheel let it go on, slower and slower, until something stops it.
+// Flying scroll: after flicks of a real wheel it goes on, slower and slower, until something stops it.
 #include <algorithm>
 #include <chrono>
 #include <cstdlib>
@@ -24,7 +24,7 @@ constexpr std::size_t kNotchesOfSlowest = 6, kNotchesOfFastest = 78;
 constexpr Flying kSlowest{.flicks = 1, .scrollSpeed = 1}, kFastest{.flicks = 1, .scrollSpeed = 10};
 // At the highest speed the first notch is due after 13 ms.
 constexpr auto kLongerThanTheFirstNotch = 400ms;
-// Longer than the last two notches of a flight are apart.
+// Longer than the gap between the last two notches of a flight.
 constexpr auto kLongerThanAnyNotch = 900ms;
 
 const std::string kDown = "sent turn -120";
@@ -43,8 +43,8 @@ protected:
         WaitUntilSeenInFront();
     }
 
-    // The service looks at the program in front only now and then where Windows does not announce it; a flight ends
-    // when it finds another one. So the recorder is given a profile, until that is in force.
+    // Where Windows does not announce the program in front, the service only polls it, and a flight ends when it finds
+    // another one. So this gives the recorder a profile and waits until it is in force.
     void WaitUntilSeenInFront() {
         end_to_end::ProfileText tied{.name = "Tied"};
         tied.programs.push_back({"recorder", test::Narrow(Scratch()) + "recorder.exe"});
@@ -61,7 +61,7 @@ protected:
     }
 
     void UseFlying(const Flying& flying) { Use({.flying = flying}, *recorder); }
-    // Everything natural, the wheel button too.
+    // Everything is natural, the wheel button too.
     void UseFlyingAlone(const Flying& flying) {
         UseFlying(flying);
         Store({.flying = flying});
@@ -73,12 +73,12 @@ protected:
         hands.FlickDown(1);
         EXPECT_EQ(recorder->Arrived(kNotchesOfFlick), Turned(kNotchesOfFlick));
     }
-    // Notches that came before the first one are lost to the caller.
+    // Earlier notches are discarded.
     void StartFlight() {
         hands.FlickDown(1);
         EXPECT_FALSE(recorder->ArrivedUpTo(kDown).empty());
     }
-    // All notches of the flight, until none has come for long.
+    // All notches of the flight, until none has come for a long time.
     std::size_t NotchesUntilRest() {
         std::size_t notches = 0;
         for (Lines more; !(more = recorder->Arrived(1, kLongerThanAnyNotch)).empty();) {
@@ -96,7 +96,7 @@ protected:
     std::wstring times;
 };
 
-TEST_F(FlyingTest, OneFlickFliesAndRunsDown) {
+TEST_F(FlyingTest, OneFlickFliesAndSlowsDown) {
     UseFlying(kSlowest);
     hands.FlickDown(1);
     Lines expected = Turned(kNotchesOfFlick);
@@ -131,7 +131,7 @@ TEST_F(FlyingTest, NotchesBecomeFewerAndFewer) {
     EXPECT_GT(all, 2500ms);
 }
 
-TEST_F(FlyingTest, AsManyFlicksAreNeededAsWereChosen) {
+TEST_F(FlyingTest, TheChosenNumberOfFlicksIsNeeded) {
     for (const int flicks : {2, 5}) {
         SCOPED_TRACE(flicks);
         UseFlying({.flicks = flicks, .scrollSpeed = 10});
@@ -182,7 +182,7 @@ TEST_F(FlyingTest, AnotherWindowInFrontStopsIt) {
     UseFlying(kFastest);
     StartFlight();
     hands.BringToFront(other.Window());
-    // The display gives notches to the window below the pointer, whatever is in front.
+    // The display sends notches to the window below the pointer, not to the one in front.
     ExpectStopped();
     EXPECT_EQ(other.Arrived(0), Lines());
 }
@@ -222,7 +222,7 @@ TEST_F(FlyingTest, MouseThatForbidsItDoesNotFly) {
     StartFlight();
 }
 
-// For scripts/flying-curve: copies what arrives in the flights of three speeds, with its times, to the file that the
+// For scripts/flying-curve: copies the notches of flights at three speeds, with their times, to the file that the
 // environment names.
 TEST_F(FlyingTest, DISABLED_FlightsAreMeasured) {
     std::string flights;

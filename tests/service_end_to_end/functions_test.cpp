@@ -1,4 +1,4 @@
-// Every function on every control: what reaches the program in front, and which programs are opened.
+// Every function on every control: the input that reaches the program in front, and the programs that are opened.
 #include <algorithm>
 #include <chrono>
 #include <thread>
@@ -14,14 +14,14 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// Reports of a tilt that are less apart are one push.
+// Tilt reports with shorter gaps are one push.
 constexpr std::chrono::milliseconds kPushEnds{330};
 
 std::string Described(model::FunctionCode code, ButtonSlot control) {
     return "function " + std::to_string(code) + " on control " + std::to_string(static_cast<int>(control));
 }
 
-// Keys that repeat meanwhile say nothing here.
+// Repeats of keys do not matter here.
 Lines WithoutRepeats(Lines lines) {
     std::erase_if(lines, [](const std::string& line) { return line.find(" again") != std::string::npos; });
     return lines;
@@ -40,8 +40,8 @@ protected:
         recorder = &StartRecorder();
     }
 
-    // All functions go round over these controls. `clicker` has the left click meanwhile, so that the left button may
-    // have another function.
+    // Tests all functions on these controls in turn. `clicker` has the left click meanwhile, so that the left button
+    // may have another function.
     void TryAllOn(const std::vector<ButtonSlot>& controls, ButtonSlot clicker, ButtonSlot witness) {
         for (std::size_t round = 0; round < AllFunctions().size() && !HasFatalFailure(); ++round) {
             TryRound(round, controls, clicker, witness);

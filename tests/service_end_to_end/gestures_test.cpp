@@ -54,7 +54,7 @@ TEST_F(DrawingGesturesTest, StrokeOfTwoLettersTypesItsOwnKeys) {
     ExpectAll({"sent down Ctrl", "sent down Q [Ctrl]", "sent up Q [Ctrl]", "sent up Ctrl"});
 }
 
-TEST_F(DrawingGesturesTest, WhatIsHeldElsewhereBeginsAndEndsAtOnce) {
+TEST_F(DrawingGesturesTest, FunctionsThatButtonsHoldBeginAndEndAtOnce) {
     Draw("RD");
     hands.Release(kWheel);
     ExpectAll({"sent down Ctrl", "sent up Ctrl"});
@@ -74,7 +74,7 @@ TEST_F(DrawingGesturesTest, PressThatDrawsNothingIsAClick) {
     ExpectAll({"sent wheel down", "sent wheel up"});
 }
 
-TEST_F(DrawingGesturesTest, RightButtonGivesTheStrokeUp) {
+TEST_F(DrawingGesturesTest, RightButtonCancelsTheStroke) {
     Draw("R");
     hands.Click(kRight);
     pen.WaitUntilTrailHasGone();
@@ -85,7 +85,7 @@ TEST_F(DrawingGesturesTest, RightButtonGivesTheStrokeUp) {
     ExpectAll({"real right down", "real right up"});
 }
 
-TEST_F(DrawingGesturesTest, StrokeThatWasGivenUpMakesNoClick) {
+TEST_F(DrawingGesturesTest, CancelledStrokeMakesNoClick) {
     BeginStroke();
     hands.Click(kRight);
     hands.Release(kWheel);
@@ -116,7 +116,7 @@ TEST_F(DrawingGesturesTest, TrailTakesNoFocus) {
     EXPECT_EQ(windowLines(), before);
 }
 
-TEST_F(DrawingGesturesTest, PauseGivesTheStrokeUp) {
+TEST_F(DrawingGesturesTest, PauseCancelsTheStroke) {
     Draw("R");
     EXPECT_EQ(Ask({L"--pause"}), 0U);
     pen.WaitUntilTrailHasGone();
@@ -124,7 +124,7 @@ TEST_F(DrawingGesturesTest, PauseGivesTheStrokeUp) {
     ExpectAll({});
 }
 
-TEST_F(DrawingGesturesTest, LockGivesTheStrokeUp) {
+TEST_F(DrawingGesturesTest, LockCancelsTheStroke) {
     Draw("R");
     SendMessageW(ServiceWindow(), WM_WTSSESSION_CHANGE, WTS_SESSION_LOCK, 0);
     pen.WaitUntilTrailHasGone();
@@ -132,7 +132,7 @@ TEST_F(DrawingGesturesTest, LockGivesTheStrokeUp) {
     ExpectAll({});
 }
 
-TEST_F(DrawingGesturesTest, ProgramWithAnotherProfileGivesTheStrokeUp) {
+TEST_F(DrawingGesturesTest, ProgramWithAnotherProfileCancelsTheStroke) {
     end_to_end::WriteFileBytes(
         ProfileFile(),
         end_to_end::ProfileFileText(

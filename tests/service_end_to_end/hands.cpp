@@ -21,7 +21,7 @@ bool IsTilt(model::ButtonSlot control) {
     return control == model::ButtonSlot::TiltLeft || control == model::ButtonSlot::TiltRight;
 }
 
-// Wine keeps the number of the X window there.
+// Wine stores the number of the X window here.
 std::string DisplayNumberOf(HWND window) {
     return std::to_string(reinterpret_cast<std::uintptr_t>(GetPropW(window, L"__wine_x11_whole_window")));
 }
@@ -51,8 +51,8 @@ void Hands::PressKey(const std::string& name) const {
 }
 
 void Hands::BringToFront(HWND window) const {
-    // Wine alone would not move the keyboard: it asks the display with the time of an old message. What another window
-    // was sent before may take the front back once more.
+    // Wine alone would not move the keyboard focus, since it asks the display with the time of an old message. An
+    // earlier message to another window may bring that one back to the front.
     constexpr int kSettledLooks = 3;
     int looks = 0;
     end_to_end::WaitFor("the window in front", [&] {

@@ -1,4 +1,4 @@
-// The user's hands: real mouse and keyboard events, made by a program outside of Windows.
+// The user's hands: real mouse and keyboard events, made by a program outside Windows.
 #pragma once
 
 #include <string>
@@ -25,13 +25,13 @@ public:
     void HoldKey(const std::string& name) const { Order("keydown " + name); }
     void LetGoOfKey(const std::string& name) const { Order("keyup " + name); }
     void PressKey(const std::string& name) const;
-    // Brings a window to the front, with the keyboard; throws StoryError when it does not come.
+    // Brings a window to the front, with the keyboard focus; throws StoryError if it does not come.
     void BringToFront(HWND window) const;
-    // Whether the display gives a click to this window, and not to one that only Windows has closed already.
+    // Whether the display would send a click to this window, and not to one that so far only Windows has closed.
     bool IsPointerOver(HWND window) const;
     void LetGoOfAll() const { Order("letgo"); }
 
-    // The colours on the screen, as RRGGBB one behind the other, row by row.
+    // The colours on the screen, as RRGGBB one after the other, row by row.
     std::string Pixels(const RECT& place) const { return display.Ask(PixelOrder(place)); }
 
 private:

@@ -1,4 +1,4 @@
-// The means of these tests, without any service: what the hands do arrives as real, what a program sends as sent.
+// The tools of these tests, without a service: input of the hands arrives as real, input of a program as sent.
 #include "tests/end_to_end/input.h"
 #include "tests/service_end_to_end/service_world.h"
 
@@ -19,7 +19,7 @@ TEST_F(HarnessTest, EveryControlArrivesAsARealOne) {
                          "real hwheel -120", "real hwheel 120", "real turn 120", "real turn -120"});
 }
 
-TEST_F(HarnessTest, KeysAreToldApartByWhoPressedThem) {
+TEST_F(HarnessTest, KeysOfHandsAndProgramsAreDistinguished) {
     Recorder& recorder = StartRecorder();
     hands.HoldKey("Shift_L");
     hands.PressKey("c");

@@ -1,4 +1,4 @@
-// Controls that are held: what is pressed is released, whatever changes meanwhile; repeats; several at once; the
+// Controls that are held: everything pressed is released, whatever changes meanwhile; repeats; several at once; the
 // keyboard.
 #include <chrono>
 #include <thread>
@@ -17,7 +17,7 @@ bool IsDown(int key) {
     return (GetAsyncKeyState(key) & 0x8000) != 0;
 }
 
-// The keyboard's shortest delay and highest rate, for the time of a test.
+// Sets the keyboard's shortest delay and highest rate during a test.
 class QuickKeyboard {
 public:
     QuickKeyboard() {
@@ -39,7 +39,7 @@ private:
     DWORD speed = 31;
 };
 
-// Stops a process in the middle of whatever it does, and lets it go on.
+// Suspends a process at any point, and resumes it.
 class StoppedProcess {
 public:
     explicit StoppedProcess(DWORD id) : process(OpenProcess(PROCESS_SUSPEND_RESUME, FALSE, id)) {
@@ -135,7 +135,7 @@ TEST_F(HoldingTest, TiltsOwnReportsAreMultipliedBySpeed) {
     }
 }
 
-TEST_F(HoldingTest, OneThatActsOnceActsOnceInAPushOfTheTilt) {
+TEST_F(HoldingTest, FunctionThatActsOnceActsOnceInAPushOfTheTilt) {
     UseFunctions({{kTiltLeft, kCopy}, {kTiltRight, Function::kTab}});
     for (int report = 0; report < 4; ++report) hands.Press(kTiltLeft);
     ExpectAll({"sent down Ctrl", "sent down C [Ctrl]", "sent up C [Ctrl]", "sent up Ctrl"});
@@ -164,7 +164,7 @@ TEST_F(HoldingTest, ModifierOnAButtonWorksWithWheelClickAndKeyboard) {
     ExpectAll({"real right down [Shift]", "real right up [Shift]", "sent up Shift"});
 }
 
-TEST_F(HoldingTest, TwoControlsThatHoldOneKeyCount) {
+TEST_F(HoldingTest, KeyOfTwoControlsIsCounted) {
     UseFunctions({{kBack, kCtrl}, {kForward, kCtrl}, {kRight, kCtrl}});
     hands.Press(kBack);
     Expect({"sent down Ctrl"});
@@ -177,7 +177,7 @@ TEST_F(HoldingTest, TwoControlsThatHoldOneKeyCount) {
     ExpectAll({"sent up Ctrl"});
 }
 
-TEST_F(HoldingTest, TwoControlsThatHoldOneButtonCount) {
+TEST_F(HoldingTest, ButtonOfTwoControlsIsCounted) {
     UseFunctions({{kBack, kRightClick}, {kForward, kRightClick}});
     hands.Press(kBack);
     hands.Press(kForward);
@@ -233,7 +233,7 @@ TEST_F(HoldingTest, ChordArrivesAsNamedWhileShiftIsHeldOnTheKeyboard) {
     Expect({"real down Shift"});
     hands.Click(kBack);
     const Lines arrived = recorder->ArrivedUpTo("sent up C [Ctrl]").empty() ? recorder->ArrivedUntilNow() : Lines{};
-    EXPECT_EQ(arrived, Lines()) << "the chord did not arrive as it is named";
+    EXPECT_EQ(arrived, Lines()) << "the chord did not arrive as named";
     WaitFor("Shift to be down again", [] { return IsDown(VK_SHIFT); });
     recorder->Forget();
     hands.PressKey("a");
@@ -366,7 +366,7 @@ TEST_F(HoldingTest, ReleaseThatTheServiceMissedEndsItsFunctionAndIsNotKeptLater)
     {
         const StoppedProcess stopped(ServiceProcess());
         hands.Release(kBack);
-        Expect({"real back up [Ctrl]"});  // Windows waits for the hook no longer
+        Expect({"real back up [Ctrl]"});  // Windows no longer waits for the hook
     }
     Expect({"sent up Ctrl"});
     {

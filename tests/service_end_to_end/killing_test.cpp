@@ -1,5 +1,5 @@
-// The service is killed while its user presses buttons: clicks pass at once, what was held is released by the watcher,
-// which starts it again.
+// The service is killed while its user presses buttons: clicks pass at once, and the watcher releases what was held and
+// starts the service again.
 #include <windows.h>
 
 #include <tlhelp32.h>
@@ -23,12 +23,12 @@ using end_to_end::WaitFor;
 using Clock = std::chrono::steady_clock;
 using Duration = Clock::duration;
 
-// What the service promises. A busy machine may take longer now and then.
+// The service's promises. A busy machine may sometimes take longer.
 constexpr std::chrono::milliseconds kReleasedWithin{1000}, kPassesWithin{1000};
-// More are killed when the environment variable KVN_KILLS says so.
+// The environment variable KVN_KILLS can ask for more.
 constexpr int kUsualKills = 12;
 constexpr std::chrono::seconds kLongestKill{10};
-// Then the watcher takes the service for one that cannot live.
+// Then the watcher gives the service up.
 constexpr int kKillsOfOneStart = 3;
 
 std::vector<DWORD> ProcessesOfTheService() {
@@ -42,7 +42,7 @@ std::vector<DWORD> ProcessesOfTheService() {
     return ids;
 }
 
-// 0 while there is none.
+// 0 if there is none.
 DWORD Watcher(DWORD service) {
     for (const DWORD id : ProcessesOfTheService()) {
         if (id != service) return id;
@@ -54,7 +54,7 @@ bool IsWatched() {
     return static_cast<bool>(platform::UniqueKernelObject(OpenEventW(SYNCHRONIZE, FALSE, service::kWatcherEndEvent)));
 }
 
-// While somebody has the handle, no other process gets the number.
+// While a handle is open, no other process gets the id.
 platform::UniqueKernelObject Kill(DWORD id) {
     platform::UniqueKernelObject process(OpenProcess(PROCESS_TERMINATE | SYNCHRONIZE, FALSE, id));
     TerminateProcess(process.Get(), 0xDEAD);
@@ -164,7 +164,7 @@ TEST_F(KillingTest, WatcherReleasesWhatWasHeldAndStartsTheServiceAgain) {
     recorder->Forget();
     hands.Click(kBack);
     ExpectAll(*recorder, {"sent down Ctrl", "sent up Ctrl"});
-    EXPECT_EQ(Status()["vid"], "1234") << "the options hold for the new one";
+    EXPECT_EQ(Status()["vid"], "1234") << "the new service has the same options";
 }
 
 TEST_F(KillingTest, WatcherThatIsKilledIsStartedAgain) {
@@ -198,7 +198,7 @@ TEST_F(KillingTest, MouseIsNaturalWhenBothAreKilled) {
     WaitForNewService();
 }
 
-TEST_F(KillingTest, ServiceThatIsKilledAgainAndAgainIsLeftDead) {
+TEST_F(KillingTest, ServiceThatIsKilledRepeatedlyIsNotStartedAgain) {
     for (int kill = 0; kill < kKillsOfOneStart; ++kill) {
         KillService();
         WaitForNewService();
@@ -219,7 +219,7 @@ TEST_F(KillingTest, QuitEndsBoth) {
 }
 
 TEST_F(KillingTest, KilledInTheMiddleOfPresses) {
-    // One of its threads goes on, so nobody can hear of its end; the test would wait for it until its time is over.
+    // One of its threads goes on, so its end is never signalled, and the test would wait until its time is up.
     if (test::KilledProcessesMayStay())
         GTEST_SKIP() << "Wine 10 does not always end a process that is killed at a press";
     std::mt19937 random(20240229);  // NOLINT: the same each time

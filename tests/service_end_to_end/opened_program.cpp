@@ -1,5 +1,5 @@
-// Stands in the place of programs that a function opens: adds a line with its file name and its arguments to the file
-// that the environment names, and ends.
+// Replaces programs that a function opens: adds a line with its file name and its arguments to the file that the
+// environment names, and ends.
 #include <windows.h>
 
 #include <array>

@@ -1,4 +1,4 @@
-// Page and service together: what is chosen on the page happens when the mouse is pressed.
+// Page and service together: a button does what was chosen on the page.
 #include <windows.h>
 
 #include <commctrl.h>
@@ -49,7 +49,7 @@ protected:
 
     void Click(HWND control) { Click(control, end_to_end::MiddleOf(end_to_end::ScreenRectangle(control))); }
 
-    // What the combo box does when its user has chosen an entry.
+    // Sends what the combo box sends when the user chooses an entry.
     static void Choose(HWND combo, int function) {
         test::SelectData(combo, function);
         SendMessageW(GetParent(combo), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(combo), CBN_SELCHANGE),
@@ -80,7 +80,7 @@ protected:
 
 const Lines kCopyLines{"sent down Ctrl", "sent down C [Ctrl]", "sent up C [Ctrl]", "sent up Ctrl"};
 
-TEST_F(PageAndServiceTest, FunctionThatIsChosenOnThePageHappens) {
+TEST_F(PageAndServiceTest, FunctionThatIsChosenOnThePageActs) {
     StartService();
     Recorder& recorder = StartRecorder();
     const Sheet sheet = OpenSheet();
@@ -119,7 +119,7 @@ TEST_F(PageAndServiceTest, StrokeThatIsRecordedOnThePageActsOverAProgram) {
     }
     recorder.ComeToFront();
     recorder.Forget();
-    Sleep(600);  // half a second after the page's last question its button is free again
+    Sleep(600);  // the button is free half a second after the page's last question
     WaitFor("the gesture", [&] {
         pen.MoveTo({60, 90});
         hands.Press(kWheel);
@@ -168,7 +168,7 @@ TEST_F(PageAndServiceTest, QuestionIsAnsweredByTheRealButtonWhosePressIsKept) {
     ExpectAll(recorder, {});
     hands.Click(kRight);
     ExpectAll(recorder, {"real right down", "real right up"});
-    Sleep(600);  // half a second after the last question it is over
+    Sleep(600);  // it is free half a second after the last question
     hands.Click(kBack);
     ExpectAll(recorder, kCopyLines);
 }

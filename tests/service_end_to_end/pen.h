@@ -15,8 +15,8 @@ public:
     explicit Pen(const Hands& userHands) : hands(userHands) {}
 
     void MoveTo(POINT place);
-    // While the button is held: each letter (U, R, D, L) by enough steps to be recognised, and each step until the
-    // trail has come there. No letter may take the way of one before.
+    // Call it while the button is held. Draws each letter (U, R, D, L) with enough steps to be recognised, and waits at
+    // each step until the trail has reached it. A letter must not go back over an earlier one.
     void Draw(const std::string& letters);
     void WaitUntilTrailHasGone() const;
 

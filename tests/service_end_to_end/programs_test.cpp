@@ -1,4 +1,4 @@
-// Profiles by program: which one counts while which program is in front, and what happens when files and keys change.
+// Profiles by program: the profile for each program in front, and changes of files and keys.
 #include <algorithm>
 
 #include "tests/end_to_end/profile_text.h"
@@ -15,7 +15,7 @@ using end_to_end::WaitFor;
 
 class ProgramsTest : public ServiceTest {
 protected:
-    // Back types Q by the selected profile, A in alpha and B in beta.
+    // The back button types Q by the selected profile, A in alpha and B in beta.
     void SetUp() override {
         ServiceTest::SetUp();
         Store({.functions = {{kBack, Function::kKeys}}, .keys = {{kBack, L"Q"}}});
@@ -36,7 +36,7 @@ protected:
         end_to_end::WriteFileBytes(ProfileFile(), end_to_end::ProfileFileText(profiles));
     }
 
-    // Presses back until it types this key.
+    // Presses the back button until it types this key.
     void WaitForKey(Recorder& recorder, const std::string& key) { PressUntil(recorder, kBack, "sent up " + key); }
 
     void WaitForKeyInFront(Recorder& recorder, const std::string& key) {

@@ -1,6 +1,6 @@
-// Somebody else's program, as far as the service knows: a window that writes down what reaches it, one line each.
+// A program that the service does not know, with a window that records the input that reaches it, one line each.
 //
-//   sent down C [Ctrl]      a key, with the modifiers that are down beside it; "again" follows when it was down before
+//   sent down C [Ctrl]      a key, with the modifiers that are down beside it; "again" follows if it was already down
 //   real left up            a button
 //   sent hwheel -120        a wheel
 //   posted SC_CLOSE         a command of the window's menu

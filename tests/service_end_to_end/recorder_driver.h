@@ -1,4 +1,4 @@
-// A recorder that runs: what reached its windows.
+// A running recorder, and the input that reached its windows.
 #pragma once
 
 #include <windows.h>
@@ -28,14 +28,14 @@ public:
     // Brings it to the front, and the pointer over it.
     void ComeToFront() const;
 
-    // Waits until this many lines have come, as long as the patience lasts; returns the lines that have come since
-    // the last time. Lines about the window itself are left out.
+    // Waits until this many lines have come or the patience runs out; returns the lines since the last call. Leaves out
+    // lines about the window itself.
     Lines Arrived(std::size_t count, std::chrono::milliseconds patience = end_to_end::kPatience);
-    // The same, when all is there that the service has sent until now: a real key comes last.
+    // The same, once everything that the service has sent so far has arrived: a real key comes last.
     Lines ArrivedUntilNow();
-    // Waits for this line and returns all until there; empty when it does not come.
+    // Waits for this line and returns all lines up to it; empty if it does not come.
     Lines ArrivedUpTo(const std::string& line, std::chrono::milliseconds patience = end_to_end::kPatience);
-    // All lines of the log, those about the window too.
+    // All lines of the log, including those about the window.
     Lines All() const;
     void Forget() { static_cast<void>(ArrivedUntilNow()); }
 

@@ -23,8 +23,8 @@ claim_windows service-end-to-end
 export WINEDLLOVERRIDES="$WINEDLLOVERRIDES;control.exe=n"  # the planted one
 open_windows
 plant_programs
-# Wine 10 confines the pointer to a window that covers the screen, as the page's trail does. While another program's window has
-# a button of the mouse, that fails: Wine tries again without end, and the page does not answer meanwhile.
+# Wine 10 confines the pointer to a window that covers the screen, as the page's trail does. That fails
+# while another program's window holds a mouse button: then Wine tries endlessly, and the page does not answer.
 wine reg add 'HKCU\Software\Wine\X11 Driver' /v GrabPointer /d N /f >/dev/null
 start_hands
 cd "$programs"

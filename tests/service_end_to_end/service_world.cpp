@@ -21,10 +21,10 @@ namespace {
 using end_to_end::StoryError;
 using end_to_end::WaitFor;
 
-constexpr std::chrono::seconds kLongestTest{150};  // the longest one presses some hundred times
+constexpr std::chrono::seconds kLongestTest{150};  // the longest test makes some hundred presses
 constexpr std::size_t kRecordersBeside = 2;
 constexpr int kRecorderStep = 505;
-constexpr int kNoFlicks = -2;  // as the page stores that flying scroll is off
+constexpr int kNoFlicks = -2;  // the page's value for no flying scroll
 
 std::wstring MakeScratchFolder() {
     std::array<wchar_t, MAX_PATH> temporary{};
@@ -113,7 +113,7 @@ Lines LinesOfFile(const std::wstring& path) {
     return end_to_end::Exists(path) ? LinesOf(end_to_end::ReadFileBytes(path)) : Lines();
 }
 
-// Keys and buttons that a test or a killed service has left down.
+// Releases keys and buttons that a test or a killed service has left down.
 void ReleaseInWindows() {
     for (int key = 1; key < 255; ++key) {
         const bool isButton = key <= VK_XBUTTON2 && key != VK_CANCEL;
@@ -126,7 +126,7 @@ void ReleaseInWindows() {
     }
 }
 
-// The stdout of a program, until it ends.
+// The standard output of a program, until it ends.
 class OutputFile {
 public:
     explicit OutputFile(const std::wstring& path) : file(path) {
@@ -299,7 +299,7 @@ void ServiceTest::PressUntil(Recorder& recorder, ButtonSlot control, const std::
         takeMore();
         return std::find(all.begin(), all.end(), line) != all.end();
     });
-    // Each press either passes or is in the log, and what it has pressed is released.
+    // Each press either passes or is in the log, and its keys are released.
     WaitFor("every press to be carried out",
             [&] { return LogLines().size() - loggedBefore + CountOf(all, "real ", " up") >= clicks; });
     WaitFor("every release", [&] {

@@ -1,4 +1,4 @@
-// The surroundings of the service in one test: mouse, keyboard, registry, profile file and other programs. All of it is
+// The environment of the service in one test: mouse, keyboard, registry, profile file and other programs. All of it is
 // removed afterwards.
 #pragma once
 
@@ -34,7 +34,7 @@ struct Flying {
     int scrollSpeed = 5;
 };
 
-// What the registry's key of the mouse holds. Controls that are not named are natural.
+// The contents of the mouse's registry key. Controls that are not named are natural.
 struct Choice {
     std::map<ButtonSlot, model::FunctionCode> functions{};
     std::map<ButtonSlot, std::wstring> keys{};
@@ -48,7 +48,7 @@ protected:
     void SetUp() override;
     void TearDown() override;
 
-    // After this time everything that the test has started is killed.
+    // After this time all programs that the test has started are killed.
     virtual std::chrono::seconds LongestTime() const;
 
     // Starts the service with the sample mouse and waits until it answers.
@@ -62,10 +62,10 @@ protected:
     static DWORD ServiceProcess();
     static void WaitForService();
     static void WaitForTrail();
-    // While a trail goes, the display may hand press and release of a click to different programs, whose lines come in
-    // any order.
+    // While a trail closes, the display may send press and release of a click to different programs, whose lines come
+    // in any order.
     void WaitUntilTrailHasGone(const Recorder& recorder) const;
-    // Of the service's log, each with its fields joined by blanks, without the time.
+    // The lines of the service's log, without the time, their fields joined by blanks.
     Lines LogLines() const;
 
     // Starts a recorder and brings it to the front.
@@ -74,16 +74,16 @@ protected:
     static void Store(const Choice& choice);
     static void Announce();
     // Stores the choice, announces it, and waits until it is in force: a press of `witness`, whose function must not
-    // matter to the test, then types another key than before. The recorder has forgotten everything afterwards.
+    // matter to the test, then types a different key. Afterwards the recorder is empty.
     void Use(Choice choice, Recorder& recorder, ButtonSlot witness = kWheel);
 
-    // Presses a button until this line arrives, and waits until every press is carried out. The recorder has forgotten
-    // everything afterwards. For buttons other than the left one.
+    // Presses a button until this line arrives, and waits until every press is carried out. Afterwards the recorder is
+    // empty. For buttons other than the left one.
     void PressUntil(Recorder& recorder, ButtonSlot control, const std::string& line) const;
 
     // Waits for the expected number of lines and compares.
     static void Expect(Recorder& recorder, const Lines& expected);
-    // Compares with everything that comes at all.
+    // Compares with all lines that arrive.
     static void ExpectAll(Recorder& recorder, const Lines& expected);
 
     // A copy of the recorder's program under this name, in the folder of the test.
@@ -93,7 +93,7 @@ protected:
     static std::wstring ProfileFile();
     static std::wstring ServiceProgram();
 
-    // What was opened so far: file name and arguments.
+    // The programs opened so far: file name and arguments.
     Lines Opened() const;
 
     Hands hands;

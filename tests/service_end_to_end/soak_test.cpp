@@ -1,5 +1,5 @@
-// An hour of the service's life, or as long as the environment variable KVN_SOAK_MINUTES says; nothing without it. What
-// the service has grown by is printed and compared.
+// A long run of the service, for as long as the environment variable KVN_SOAK_MINUTES says; skipped without it. Prints
+// and compares the growth of the service.
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
@@ -37,11 +37,11 @@ protected:
         return {.functions = {{kBack, kCtrl}, {kForward, kEnter}, {kRight, kOff}, {kTiltLeft, kScrollRight}}};
     }
 
-    // In a program that has not written down all that came before.
+    // In a new recorder, without earlier lines.
     State Measure(const std::wstring& name) {
         constexpr int kPresses = 51;
         recorder = &StartRecorder(name);
-        Sleep(2'000);  // until it rests
+        Sleep(2'000);  // until it is idle
         State state;
         const platform::UniqueKernelObject process(
             OpenProcess(PROCESS_QUERY_INFORMATION | PROCESS_VM_READ | PROCESS_DUP_HANDLE, FALSE, ServiceProcess()));
@@ -63,7 +63,7 @@ protected:
         return time.count();
     }
 
-    // Some twenty events of each kind, and what the page says at an apply.
+    // Some twenty events of each kind, and the page's message after an apply.
     void LiveAMoment() {
         for (int event = 0; event < 20; ++event) {
             for (const ButtonSlot control : {kBack, kForward, kRight, kTiltLeft, kTiltRight}) hands.Click(control);
@@ -88,7 +88,7 @@ protected:
 };
 
 TEST_F(ServiceSoakTest, ALongLifeLeavesItAsItWas) {
-    if (WantedTime().count() == 0) GTEST_SKIP() << "without KVN_SOAK_MINUTES";
+    if (WantedTime().count() == 0) GTEST_SKIP() << "KVN_SOAK_MINUTES is not set";
     Start();
     for (int moment = 0; moment < 10; ++moment) LiveAMoment();
     const State first = Measure(L"first");

@@ -1,4 +1,4 @@
-// "Try the buttons" beside other programs: every press is listed with what it does, in the language of the user.
+// "Try the buttons" beside other programs: every press is listed with its effect, in the language of the user.
 #include <windows.h>
 
 #include <commctrl.h>
@@ -54,7 +54,7 @@ protected:
         list = FindWindowExW(window, nullptr, WC_LISTVIEWW, nullptr);
     }
 
-    // The last row is complete when it is selected.
+    // The last row is selected once it is complete.
     Rows ListedRows(std::size_t count) const {
         const end_to_end::ListDriver driver(list);
         const std::vector<int> last{static_cast<int>(count) - 1};
@@ -111,7 +111,7 @@ TEST_F(TryingButtonsTest, PressesThatAreKeptAreListedAndActAsAlways) {
     const Lines arrived = recorder->ArrivedUpTo("sent down K [Shift+Ctrl]");
     ASSERT_FALSE(arrived.empty());
     EXPECT_EQ(arrived.front(), "sent down Ctrl");
-    // A program takes what is posted before the keys that came earlier.
+    // A program takes posted messages before earlier keys.
     EXPECT_EQ(RowsAfterClicks({kTiltLeft}).front()[1], InUsersLanguage("Maximize the window", L"ウィンドウの最大化"));
     EXPECT_FALSE(recorder->ArrivedUpTo("posted SC_MAXIMIZE").empty());
 }
@@ -164,7 +164,7 @@ TEST_F(TryingButtonsTest, GesturesAreNamedWhenTheyAreDrawn) {
     EXPECT_EQ(rows[3][1], InUsersLanguage("Gesture D: not registered", L"ジェスチャ D: 登録されていません"));
 }
 
-TEST_F(TryingButtonsTest, PausedPressesSaySo) {
+TEST_F(TryingButtonsTest, PausedPressesAreMarked) {
     Use({.functions = {{kBack, kCopy}}}, *recorder);
     Open();
     EXPECT_EQ(Ask({L"--pause"}), 0U);
@@ -187,7 +187,7 @@ TEST_F(TryingButtonsTest, EscClosesAndASecondStartComesToTheSameWindow) {
     recorder->Forget();
     hands.Click(kRight);
     Lines arrived = recorder->ArrivedUpTo("real right up");
-    std::erase(arrived, "real up Esc");  // the window has taken its press
+    std::erase(arrived, "real up Esc");  // its press went to the window
     EXPECT_EQ(arrived, (Lines{"real right down", "real right up"}));
     Open();
     recorder->ComeToFront();
@@ -207,7 +207,7 @@ private:
     static constexpr wchar_t kValue[] = L"LogPixels";
 };
 
-TEST_F(TryingButtonsTest, WindowIsAsLargeAsTheResolutionWants) {
+TEST_F(TryingButtonsTest, WindowGrowsWithTheResolution) {
     if (test::SessionKeepsItsResolution()) GTEST_SKIP() << "Wine 10 asks for the resolution once in a session";
     EXPECT_EQ(Ask({L"--quit"}), 0U);
     const Resolution high(144);

@@ -1,4 +1,4 @@
-// Functions that command the window in front, and a program in front that does not answer.
+// Functions that act on the window in front, and a program in front that does not answer.
 #include "tests/end_to_end/story_waiting.h"
 #include "tests/service_end_to_end/recorder_protocol.h"
 #include "tests/service_end_to_end/service_world.h"
@@ -15,7 +15,7 @@ protected:
         StartService();
     }
 
-    // Back closes, forward maximizes, the right button minimizes.
+    // The back button closes, forward maximizes, the right button minimizes.
     void UseCommands(Recorder& recorder) {
         Use({.functions = {{kBack, kCloseWindow}, {kForward, kMaximize}, {kRight, kMinimize}}}, recorder);
     }

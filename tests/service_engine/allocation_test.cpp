@@ -19,7 +19,7 @@ std::vector<EngineInput> RandomInputs(std::size_t count) {
     return inputs;
 }
 
-TEST(AllocationTest, NothingThatTheEngineHearsTakesHeapMemory) {
+TEST(AllocationTest, NoInputOfTheEngineTakesHeapMemory) {
     const std::vector<EngineInput> inputs = RandomInputs(20'000);
     Engine engine;
     Orders orders;

@@ -1,4 +1,4 @@
-// What the engine's oracle says of strokes.
+// The part of the engine's oracle for strokes.
 #include <algorithm>
 #include <string>
 #include <string_view>
@@ -26,7 +26,7 @@ std::string LettersOf(const EngineGesture& gesture) {
 
 }  // namespace
 
-// The press that began the stroke that was under way before now.
+// The press that began the stroke under way.
 EngineOracle::Place EngineOracle::StrokeUnderWay() const {
     for (Place k = Now() - 1; k >= 0; --k) {
         if (HasOrder(k, OrderKind::StrokeBegin)) return k;
@@ -71,7 +71,7 @@ void EngineOracle::AnswerStroke() {
     AnswerStrokeDrawn(stroke);
 }
 
-// The letters that were drawn from the press on.
+// The letters drawn since the press.
 std::string EngineOracle::StrokeDrawn(Place stroke) const {
     model::StrokeOracle recogniser;
     const model::ScreenPoint begin = At(stroke).input.mouse.place;

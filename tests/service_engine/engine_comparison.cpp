@@ -10,12 +10,12 @@ namespace {
 
 using enum model::ButtonSlot;
 
-// What of an order counts for those who carry it out.
+// The parts of an order that matter to the threads that carry it out.
 std::string ComparedTextOf(const Order& order) {
     return order.kind <= OrderKind::End ? WholeTextOf(order) : TextOf(order);
 }
 
-// Of one event's orders only those of one kind have an order among themselves: endings come before beginnings.
+// Within one event the sequence matters only among orders for the same thread: endings come before beginnings.
 template <typename Range>
 std::string TextOfAll(const Range& orders) {
     std::vector<std::string> texts;
@@ -132,7 +132,7 @@ std::string PromiseCheck::CheckFlight(const Orders& orders) {
     return "";
 }
 
-// Tried on a copy, a second later, when no question of the page counts any more.
+// Checked on a copy, a second later, when no question of the page is valid any more.
 std::string PromiseCheck::CheckLeftClick(const Engine& engine, const EngineInput& input) const {
     if (HoldsLeftClick(settings)) return "";
     Engine copy = engine;

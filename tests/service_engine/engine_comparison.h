@@ -14,7 +14,7 @@ namespace kvn::service {
 // Checks the engine's answers against its promises, which do not depend on the rules.
 class PromiseCheck {
 public:
-    // Empty, or what is broken.
+    // The broken promise; empty if there is none.
     std::string Check(const Engine& before, const Engine& after, const EngineInput& input, Verdict verdict,
                       const Orders& orders);
 
@@ -42,7 +42,7 @@ private:
 
 class EngineComparison {
 public:
-    // Empty, or where the two differ or a promise is broken.
+    // The difference, or the broken promise; empty if there is none.
     std::string Hear(const EngineInput& input);
 
     const Engine& Tested() const { return engine; }

@@ -44,7 +44,7 @@ protected:
         return event;
     }
 
-    // True: the programs do not see it.
+    // True if the programs do not see it.
     bool Press(model::ButtonSlot control) { return Keeps(ButtonEvent(MouseEventKind::Press, control)); }
     bool Release(model::ButtonSlot control) { return Keeps(ButtonEvent(MouseEventKind::Release, control)); }
     bool Tilt(std::int32_t delta) { return Keeps(WheelEvent(MouseEventKind::Tilt, delta)); }

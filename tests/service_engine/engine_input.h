@@ -1,4 +1,4 @@
-// Every input of an engine, as one value: histories are made of them.
+// One input of an engine, of any kind. A history is a list of them.
 #pragma once
 
 #include <cstdint>
@@ -34,7 +34,7 @@ struct EngineInput {
     model::ScreenPoint cursor;                          // of Tick
 };
 
-// Pass for all but events of the mouse.
+// Pass for everything except mouse events.
 Verdict Tell(Engine& engine, const EngineInput& input, Orders& orders);
 
 }  // namespace kvn::service

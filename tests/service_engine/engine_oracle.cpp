@@ -151,7 +151,7 @@ const OracleAnswer& EngineOracle::Hear(const EngineInput& input) {
     return history.back().answer;
 }
 
-// The press of a physical button whose release has not come before now.
+// The press of a physical button whose release has not come yet.
 EngineOracle::Place EngineOracle::OpenPress(int physical) const {
     for (Place k = Now() - 1; k >= 0; --k) {
         if (IsButton(k, MouseEventKind::Press, physical)) return k;
@@ -160,7 +160,7 @@ EngineOracle::Place EngineOracle::OpenPress(int physical) const {
     return -1;
 }
 
-// What a press began and nothing has ended before now.
+// The function that a press began and nothing has ended.
 Ticket EngineOracle::LiveTicket(Place press) const {
     Ticket ticket = 0;
     for (Place k = press; k < Now(); ++k) {
@@ -280,7 +280,7 @@ bool EngineOracle::IsAbout(Place at, int physical) const {
            IsMissedRelease(at, physical);
 }
 
-// What the programs take for held, but for one.
+// The buttons that programs see as held, except one.
 std::uint32_t EngineOracle::PassedButtons(int butPhysical) const {
     std::uint32_t passed = 0;
     for (int physical = 0; physical < kButtons; ++physical) {

@@ -1,5 +1,5 @@
-// A second engine, written from the rules alone and in another shape: it keeps the whole history and what it answered,
-// and finds every answer by looking back. If the two disagree, one of them has a fault.
+// A second engine, written only from the rules and in another way: it keeps the whole history with its answers, and
+// finds every answer by looking back. If the two disagree, one of them is wrong.
 #pragma once
 
 #include <cstdint>
@@ -33,11 +33,11 @@ private:
         EngineInput input;
         OracleAnswer answer;
         std::int64_t notches = 0;
-        bool isInFlight = false;  // the wheel flew on
+        bool isInFlight = false;  // the wheel keeps flying
         bool isNewPress = false;  // a press, or the first report of a push
     };
 
-    // One word for what a control does: n(atural), h(eld), o(nce), r(epeats), g(esture), - (nothing).
+    // A letter for the function of a control: n(atural), h(eld), o(nce), r(epeats), g(esture), - (nothing).
     static char KindOfCode(model::FunctionCode code);
     char KindAt(model::ButtonSlot control, Place at) const;
     bool IsUnusable(model::ButtonSlot control, Place at) const;

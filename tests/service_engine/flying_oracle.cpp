@@ -1,4 +1,4 @@
-// What the engine's oracle says of the wheel and of flying scroll.
+// The part of the engine's oracle for the wheel and flying scroll.
 #include <cmath>
 #include <cstdlib>
 #include <vector>
@@ -8,7 +8,7 @@
 
 namespace kvn::service {
 
-// Where the flight that goes on began; one that has run down by the last event of the mouse is none.
+// The start of the current flight. One that has ended by the last mouse event does not count.
 EngineOracle::Place EngineOracle::FlightUnderWay() const {
     Place flight = Now() - 1;
     while (flight >= 0 && !HasOrder(flight, OrderKind::FlyBegin)) {
@@ -34,7 +34,7 @@ bool EngineOracle::StopsFlight(Place flight) const {
     return At(now).notches != 0 && SideOf(At(now).notches) != SideOf(At(flight).notches);
 }
 
-// The notches that are full with the wheel's report now.
+// The notches that the wheel's current report completes.
 std::int64_t EngineOracle::NotchesNow() const {
     const Place now = Now();
     const std::int64_t delta = At(now).input.mouse.delta;
@@ -51,7 +51,7 @@ std::int64_t EngineOracle::NotchesNow() const {
     return (before + delta) / 120 - before / 120;
 }
 
-// How many flicks in a row the one makes that is full with the notches now; 0: none is.
+// The number of flicks in a row, including the one that these notches complete; 0 if they complete none.
 int EngineOracle::FlicksNow() const {
     struct Run {
         std::int64_t begin;

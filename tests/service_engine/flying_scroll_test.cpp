@@ -1,4 +1,4 @@
-// Flying scroll: which flicks let the wheel fly, and what stops it.
+// Flying scroll: which flicks make the wheel fly, and what stops it.
 #include <optional>
 
 #include "service/engine/flying_curve.h"
@@ -15,7 +15,7 @@ protected:
         settings.flying.flicks = flicks;
         Apply();
     }
-    // Notches, this many milliseconds apart and from the event before.
+    // Turns the wheel by notches, this many milliseconds apart and after the previous event.
     void Turn(int notches, std::uint32_t gap = 10, std::int32_t delta = 120) {
         for (int notch = 0; notch < notches; ++notch) {
             now += gap - 10;
@@ -28,7 +28,7 @@ protected:
     }
 };
 
-TEST_F(FlyingScrollTest, SixNotchesLetItFly) {
+TEST_F(FlyingScrollTest, SixNotchesMakeItFly) {
     Turn(5);
     EXPECT_EQ(Done(), "");
     Turn(1);
@@ -76,7 +76,7 @@ TEST_F(FlyingScrollTest, OneToFiveRevolutionsTurnItOn) {
     }
 }
 
-TEST_F(FlyingScrollTest, AsManyFlicksAsAreAskedFor) {
+TEST_F(FlyingScrollTest, TheChosenNumberOfFlicksIsNeeded) {
     TurnOn(3);
     Turn(6);
     Turn(1, 400);
@@ -249,7 +249,7 @@ TEST_F(FlyingScrollTest, InjectedInputNeitherStopsNorStartsIt) {
     EXPECT_EQ(Done(), "");
 }
 
-TEST_F(FlyingScrollTest, ItBeginsAgainWhenItHasRunDown) {
+TEST_F(FlyingScrollTest, ItBeginsAgainAfterItsEnd) {
     Fly();
     now += FlightTime(40) - 10 - 1;
     Turn(1);
@@ -259,14 +259,14 @@ TEST_F(FlyingScrollTest, ItBeginsAgainWhenItHasRunDown) {
     EXPECT_EQ(Done(), "FlyBegin 40");
 }
 
-TEST_F(FlyingScrollTest, WhatHasRunDownNeedsNoEnd) {
+TEST_F(FlyingScrollTest, AFlightThatIsOverNeedsNoEnd) {
     Fly();
     now += FlightTime(40);
     Press(Left);
     EXPECT_EQ(Done(), "");
 }
 
-TEST_F(FlyingScrollTest, ItFliesWhereTheClockComesRound) {
+TEST_F(FlyingScrollTest, ItFliesWhenTheClockWrapsAround) {
     now = 0xFFFF'FFE0;
     Turn(6);
     EXPECT_EQ(Done(), "FlyBegin 40");
@@ -297,13 +297,13 @@ TEST(FlyingCurveTest, ItEndsWhenFewerThanTwoASecondAreLeft) {
             ++n;
         }
         EXPECT_LE(before, FlightTime(rate));
-        EXPECT_GT(before + 500, FlightTime(rate));  // the next one would have come half a second later at most
+        EXPECT_GT(before + 500, FlightTime(rate));  // the next one would be due at most half a second later
     }
     EXPECT_EQ(FlightTime(8), 1400U);
     EXPECT_EQ(FlightTime(64), 3500U);
 }
 
-TEST(FlyingCurveTest, WhatNeverFliesHasNoNotches) {
+TEST(FlyingCurveTest, AFlightWithoutSpeedHasNoNotches) {
     EXPECT_EQ(TimeOfNotch(1, 2), std::nullopt);
     EXPECT_EQ(TimeOfNotch(1, 0), std::nullopt);
     EXPECT_EQ(TimeOfNotch(0, 40), std::nullopt);

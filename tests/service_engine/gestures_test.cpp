@@ -59,7 +59,7 @@ TEST_F(GesturesTest, TheFirstOfEqualStrokesCounts) {
     EXPECT_EQ(Done(), "StrokeEnd; Act Center 10 Gesture");
 }
 
-TEST_F(GesturesTest, GesturesBeyondTheCountAreNotLookedAt) {
+TEST_F(GesturesTest, GesturesBeyondTheCountAreIgnored) {
     settings.gestureCount = 0;
     Apply();
     Press(Center);
@@ -134,7 +134,7 @@ TEST_F(GesturesTest, AGesturesKeysTravelWithIt) {
     EXPECT_EQ(last.keys.codes[0], 'K');
 }
 
-TEST_F(GesturesTest, TheRightButtonGivesTheStrokeUp) {
+TEST_F(GesturesTest, TheRightButtonCancelsTheStroke) {
     Press(Center);
     DrawUp();
     Done();
@@ -147,7 +147,7 @@ TEST_F(GesturesTest, TheRightButtonGivesTheStrokeUp) {
     EXPECT_FALSE(Press(Right));
 }
 
-TEST_F(GesturesTest, ARightButtonThatDrawsDoesNotGiveItsStrokeUp) {
+TEST_F(GesturesTest, ARightButtonThatDrawsDoesNotCancelItsStroke) {
     Assign(Center, 9);
     Assign(Right, kGesture);
     EXPECT_TRUE(Press(Right));
@@ -180,7 +180,7 @@ TEST_F(GesturesTest, OtherButtonsDoWhatTheyAlwaysDo) {
     EXPECT_TRUE(engine.WantsTicks());
 }
 
-TEST_F(GesturesTest, APauseGivesTheStrokeUp) {
+TEST_F(GesturesTest, APauseCancelsTheStroke) {
     Press(Center);
     Done();
     Pause(true);
@@ -189,7 +189,7 @@ TEST_F(GesturesTest, APauseGivesTheStrokeUp) {
     EXPECT_EQ(Done(), "");
 }
 
-TEST_F(GesturesTest, LeavingTheSessionGivesTheStrokeUp) {
+TEST_F(GesturesTest, LeavingTheSessionCancelsTheStroke) {
     Press(Center);
     Done();
     LeaveSession();
@@ -197,7 +197,7 @@ TEST_F(GesturesTest, LeavingTheSessionGivesTheStrokeUp) {
     EXPECT_TRUE(Release(Center));
 }
 
-TEST_F(GesturesTest, AReleaseThatWasMissedGivesTheStrokeUp) {
+TEST_F(GesturesTest, AMissedReleaseCancelsTheStroke) {
     Press(Center);
     DrawUp();
     Done();
@@ -206,7 +206,7 @@ TEST_F(GesturesTest, AReleaseThatWasMissedGivesTheStrokeUp) {
     EXPECT_FALSE(Release(Center));
 }
 
-TEST_F(GesturesTest, AnotherProfileGivesTheStrokeUp) {
+TEST_F(GesturesTest, AnotherProfileCancelsTheStroke) {
     Press(Center);
     Done();
     UseProfile(2);
@@ -214,7 +214,7 @@ TEST_F(GesturesTest, AnotherProfileGivesTheStrokeUp) {
     EXPECT_EQ(last.profile, 1U);
 }
 
-TEST_F(GesturesTest, OtherSettingsOfTheSameProfileLetItGoOn) {
+TEST_F(GesturesTest, OtherSettingsOfTheSameProfileDoNotCancelIt) {
     Press(Center);
     Done();
     settings.gestures[0].function = 11;
@@ -224,7 +224,7 @@ TEST_F(GesturesTest, OtherSettingsOfTheSameProfileLetItGoOn) {
     EXPECT_EQ(Done(), "StrokeMove 500,440; StrokeEnd; Act Center 11 Gesture");
 }
 
-TEST_F(GesturesTest, AControlThatDrawsNoMoreGivesItsStrokeUp) {
+TEST_F(GesturesTest, AControlThatLosesTheGestureFunctionCancelsItsStroke) {
     Press(Center);
     Done();
     Assign(Center, kShift);
@@ -233,7 +233,7 @@ TEST_F(GesturesTest, AControlThatDrawsNoMoreGivesItsStrokeUp) {
     EXPECT_EQ(Done(), "");
 }
 
-TEST_F(GesturesTest, ASecondPressGivesTheFirstStrokeUp) {
+TEST_F(GesturesTest, ASecondPressCancelsTheFirstStroke) {
     Press(Center);
     DrawUp();
     Done();
@@ -243,7 +243,7 @@ TEST_F(GesturesTest, ASecondPressGivesTheFirstStrokeUp) {
     EXPECT_EQ(Done(), "StrokeEnd; Act Center 9 NoStroke");
 }
 
-TEST_F(GesturesTest, TicksWithoutAStrokeAreNothing) {
+TEST_F(GesturesTest, TicksWithoutAStrokeDoNothing) {
     DrawUp();
     EXPECT_EQ(Done(), "");
 }
@@ -264,7 +264,7 @@ TEST_F(GesturesTest, WhileTheEditorIsOpenOtherButtonsActAsAlways) {
     EXPECT_EQ(Done(), "Act Button4 10");
 }
 
-TEST_F(GesturesTest, TheEditorGivesTheStrokeUp) {
+TEST_F(GesturesTest, TheEditorCancelsTheStroke) {
     Press(Center);
     Done();
     BeginEdit();
@@ -364,13 +364,13 @@ TEST_F(QuestionTest, AnEventThatWaitedInTheQueueDoesNotUndoTheQuestion) {
     EXPECT_TRUE(PressAt(5010, Button4));
 }
 
-TEST_F(QuestionTest, QuestionsHoldWhereTheClockComesRound) {
+TEST_F(QuestionTest, QuestionsCountWhenTheClockWrapsAround) {
     engine.OnQuestion(Button4, 0xFFFF'FFF0);
     EXPECT_TRUE(PressAt(480, Button4));
     EXPECT_FALSE(PressAt(490, Button4));
 }
 
-TEST_F(QuestionTest, AQuestionIsNotHeardAgainWhenTheClockHasComeRound) {
+TEST_F(QuestionTest, AQuestionDoesNotCountAgainAfterTheClockWrapsAround) {
     engine.OnQuestion(Button4, 5000);
     PressAt(0x8000'0000, Center);
     EXPECT_FALSE(PressAt(5001, Button4));

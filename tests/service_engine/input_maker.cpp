@@ -12,7 +12,7 @@ T Pick(const InputMaker::Chooser& choose, const std::array<T, Count>& items) {
     return items[choose(Count)];
 }
 
-// Close to where times come round, and to where they are compared.
+// Times close to where the clock wraps around, and to where comparisons change.
 constexpr std::array<std::int64_t, 4> kBeginnings{0, 5000, 0xFFFF'FC00, 0x7FFF'FC00};
 constexpr std::array<std::int64_t, 16> kGaps{0, 1, 5, 10, 20, 30, 59, 60, 61, 100, 100, 299, 300, 400, 401, 501};
 constexpr std::array<std::int64_t, 4> kLongGaps{499, 500, 3025, 0x3000'0000};
@@ -91,7 +91,7 @@ model::ButtonSlot InputMaker::AnyButton() {
     return static_cast<model::ButtonSlot>(choose(kButtonCountOfMouse));
 }
 
-// Often the one that was used last, so that settings change while it is held.
+// Often the control that was used last, so that settings change while it is held.
 model::ButtonSlot InputMaker::AnyControl() {
     return OneIn(2) ? lastUsed : static_cast<model::ButtonSlot>(choose(model::kButtonSlotCount));
 }
@@ -125,7 +125,7 @@ EngineInput InputMaker::ReleaseOf(model::ButtonSlot button) {
     return input;
 }
 
-// Mostly of what is down.
+// Mostly releases of controls that are down.
 EngineInput InputMaker::Release() {
     std::uint32_t button = choose(kButtonCountOfMouse);
     for (int tries = 0; tries < 4 && (down & (1U << button)) == 0; ++tries) button = (button + 1) % kButtonCountOfMouse;
@@ -179,7 +179,7 @@ EngineInput InputMaker::Switch(InputKind kind) {
     return input;
 }
 
-// It may be heard before events that are a little older, but questions come in their order.
+// It may arrive before slightly older events, but questions stay in order.
 EngineInput InputMaker::Question() {
     EngineInput input = Bare(InputKind::Question);
     lastQuestion = std::max(lastQuestion, now + choose(30));
@@ -211,7 +211,7 @@ model::EtcKey InputMaker::AnyKeys() {
     return keys;
 }
 
-// Mostly one thing or two, so that much stays as it was.
+// Mostly changes one or two things, so that much stays the same.
 void InputMaker::ChangeSettings() {
     const std::uint32_t what = choose(8);
     if (what == 0) settings.profile = choose(3);

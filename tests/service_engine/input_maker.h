@@ -1,4 +1,4 @@
-// Makes histories of inputs out of numbers, random ones or a fuzzer's: users who press, tilt, flick and draw, while
+// Makes histories of inputs from numbers, either random or a fuzzer's: users press, tilt, flick and draw, while
 // everything around them changes.
 #pragma once
 
@@ -12,7 +12,7 @@ namespace kvn::service {
 
 class InputMaker {
 public:
-    // Gives a number below the one that it is asked for.
+    // Returns a number below its argument.
     using Chooser = std::function<std::uint32_t(std::uint32_t below)>;
 
     explicit InputMaker(Chooser numbers);
@@ -55,7 +55,7 @@ private:
     model::ButtonSlot lastUsed = model::ButtonSlot::Left;
     EngineInput lastTurn;  // of the wheel or of a tilt, or the tick of a stroke
     model::ButtonSlot drawing = model::ButtonSlot::Left;
-    model::ScreenPoint stride;  // of the stroke
+    model::ScreenPoint stride;  // the current direction of the stroke
     int turnsLeft = 0;
     std::int64_t turnGap = 0;
     model::ScreenPoint cursor;

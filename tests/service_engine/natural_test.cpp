@@ -1,4 +1,4 @@
-// What stays what Windows does with it.
+// Events that are left to Windows.
 #include <array>
 
 #include "tests/service_engine/engine_fixture.h"
@@ -24,7 +24,7 @@ TEST_F(NaturalTest, EveryControlIsNaturalWithItsOwnFunction) {
     EXPECT_EQ(Done(), "");
 }
 
-TEST_F(NaturalTest, CodesThatNothingIsKnownOfAreNatural) {
+TEST_F(NaturalTest, UnknownCodesAreNatural) {
     for (const model::FunctionCode code : {0, -1, -2, 35, 46, 49, 50, 52, 55, 1'000'000}) {
         Assign(Button4, code);
         ExpectNatural(Button4);
@@ -141,7 +141,7 @@ TEST_F(NaturalTest, MovesAndTheWheelPass) {
     EXPECT_EQ(Done(), "");
 }
 
-TEST_F(NaturalTest, AReportOfNothingPasses) {
+TEST_F(NaturalTest, AReportOfZeroPasses) {
     Assign(TiltRight, kCopy);
     EXPECT_FALSE(Tilt(0));
     EXPECT_FALSE(Wheel(0));

@@ -1,4 +1,4 @@
-// Small judgements that the parts of the engine's oracle share.
+// Small decisions that the parts of the engine's oracle share.
 #pragma once
 
 #include <cstdint>

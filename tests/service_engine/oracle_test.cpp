@@ -1,7 +1,6 @@
 // Random histories: the engine against the oracle.
 //
-// KVN_ENGINE_EVENTS says how many inputs there are in all, when the usual number shall not do; KVN_ENGINE_SEED begins
-// with other ones.
+// KVN_ENGINE_EVENTS sets another total number of inputs; KVN_ENGINE_SEED starts with others.
 #include <gtest/gtest.h>
 
 #include <array>
@@ -32,7 +31,7 @@ std::string TextOf(const EngineInput& input) {
            std::to_string(input.time);
 }
 
-TEST(OracleTest, TheEngineSaysWhatTheOracleSaysAtEveryInput) {
+TEST(OracleTest, TheEngineAgreesWithTheOracleAtEveryInput) {
     const std::uint64_t inputs = NumberFrom("KVN_ENGINE_EVENTS", kUsualInputs);
     const std::uint64_t seed = NumberFrom("KVN_ENGINE_SEED", 20'260);
     for (std::uint64_t history = 0; history < inputs / kHistoryLength; ++history) {
@@ -47,7 +46,7 @@ TEST(OracleTest, TheEngineSaysWhatTheOracleSaysAtEveryInput) {
     }
 }
 
-// Histories in which nothing happens would agree as well.
+// If nothing happened in the histories, the two would agree as well.
 TEST(OracleTest, TheHistoriesReachEveryOrderAndEveryCause) {
     std::array<int, 10> kinds{};
     std::array<int, 7> causes{};

@@ -29,7 +29,7 @@ inline std::string TextOf(model::ScreenPoint place) {
     return std::to_string(place.x) + "," + std::to_string(place.y);
 }
 
-// What matters of an order of a press: "Begin Center 19 #1", "Act TiltLeft 16 again", "Note Button4 0 Asked".
+// The important fields of a press's order: "Begin Center 19 #1", "Act TiltLeft 16 again", "Note Button4 0 Asked".
 inline std::string PressText(const Order& order) {
     std::string text = " " + NameOf(order.control) + " " + std::to_string(order.function);
     if (order.ticket != 0) text += " #" + std::to_string(order.ticket);
@@ -52,7 +52,7 @@ inline std::string TextOf(const Orders& orders) {
     return text;
 }
 
-// Every field, so that two orders with the same text are the same.
+// Every field, so that orders with the same text are equal.
 inline std::string WholeTextOf(const Order& order) {
     std::string text = TextOf(order) + " | " + PressText(order) + " of " + std::to_string(order.controlFunction);
     for (const model::KeyCode code : order.keys.codes) text += " key " + std::to_string(code);

@@ -6,7 +6,7 @@ namespace {
 
 class PressesTest : public EngineTest {};
 
-TEST_F(PressesTest, WhatIsHeldBeginsAtThePressAndEndsAtTheRelease) {
+TEST_F(PressesTest, AHeldFunctionBeginsAtThePressAndEndsAtTheRelease) {
     Assign(Button4, kShift);
     EXPECT_TRUE(Press(Button4));
     EXPECT_EQ(Done(), "Begin Button4 19 #1");
@@ -21,7 +21,7 @@ TEST_F(PressesTest, AKeyThatRepeatsBeginsAndEndsToo) {
     EXPECT_EQ(Done(), "Begin Button4 16 #1; End Button4 16 #1");
 }
 
-TEST_F(PressesTest, WhatIsDoneOnceIsDoneAtThePress) {
+TEST_F(PressesTest, AFunctionThatActsOnceActsAtThePress) {
     Assign(Button4, kCopy);
     EXPECT_TRUE(Press(Button4));
     EXPECT_EQ(Done(), "Act Button4 10");
@@ -36,7 +36,7 @@ TEST_F(PressesTest, OffKeepsPressAndReleaseAndNotesThem) {
     EXPECT_EQ(Done(), "Note Button4 38");
 }
 
-TEST_F(PressesTest, EveryBeginningHasATicketOfItsOwn) {
+TEST_F(PressesTest, EveryBeginningHasItsOwnTicket) {
     Assign(Button4, kShift);
     Assign(Button5, kShift);
     Press(Button4);
@@ -46,7 +46,7 @@ TEST_F(PressesTest, EveryBeginningHasATicketOfItsOwn) {
     EXPECT_EQ(Done(), "Begin Button4 19 #1; Begin Button5 19 #2; End Button4 19 #1; Begin Button4 19 #3");
 }
 
-TEST_F(PressesTest, AnOrderSaysWhatTheLogAndTheHandsNeed) {
+TEST_F(PressesTest, AnOrderHasEverythingThatTheLogAndTheHandsNeed) {
     settings.horizontalSpeed = 7;
     Assign(Button4, kKeys, {{162, 'V', model::kNoKey}});
     UseProfile(9);
@@ -135,7 +135,7 @@ TEST_F(PressesTest, OtherKeysAreAnotherFunction) {
     EXPECT_EQ(Done(), "End Button4 37 #1");
 }
 
-TEST_F(PressesTest, KeysThatTheFunctionDoesNotUseAreNoOtherFunction) {
+TEST_F(PressesTest, KeysThatTheFunctionDoesNotUseDoNotMakeItAnother) {
     Assign(Button4, kShift, {{'A', model::kNoKey, model::kNoKey}});
     Press(Button4);
     Done();
@@ -238,7 +238,7 @@ TEST_F(PressesTest, OnlyTheButtonWhoseReleaseWasMissedIsForgotten) {
     EXPECT_TRUE(Release(Button4));
 }
 
-TEST_F(PressesTest, AnOrderSaysWhichButtonsTheProgramsTakeForHeld) {
+TEST_F(PressesTest, AnOrderNamesTheButtonsThatProgramsSeeAsHeld) {
     Assign(Button4, 1);
     Assign(Button5, kOff);
     Press(Left);
@@ -254,7 +254,7 @@ TEST_F(PressesTest, AnOrderSaysWhichButtonsTheProgramsTakeForHeld) {
     EXPECT_EQ(last.passedButtons, 0U);
 }
 
-TEST_F(PressesTest, NoButtonIsTakenForHeldThatAnotherSessionMayHaveReleased) {
+TEST_F(PressesTest, AButtonThatAnotherSessionMayHaveReleasedDoesNotCountAsHeld) {
     Assign(Button4, 1);
     Press(Left);
     LeaveSession();

@@ -1,4 +1,4 @@
-// What the engine's oracle says of tilts.
+// The part of the engine's oracle for tilts.
 #include <algorithm>
 #include <cstdlib>
 #include <limits>
@@ -19,7 +19,7 @@ bool EngineOracle::BelongsToPush(Place report, Place later) const {
     return SideOf(one.mouse.delta) == SideOf(other.mouse.delta) && other.time - one.time < 300;
 }
 
-// The first report of the push that the tilt report now belongs to.
+// The first report of the push to which the current tilt report belongs.
 EngineOracle::Place EngineOracle::FirstOfPush() const {
     Place first = Now();
     for (Place k = first - 1; k >= 0; --k) {
@@ -30,7 +30,7 @@ EngineOracle::Place EngineOracle::FirstOfPush() const {
     return first;
 }
 
-// What the reports of a push come to: as they are, or in quarters of what they scroll.
+// The sum of a push's reports, either unchanged or in quarters of the scrolled amount.
 std::int64_t EngineOracle::PushSum(Place first, Place last, bool isScroll) const {
     std::int64_t sum = 0;
     for (Place k = first; k <= last; ++k) {

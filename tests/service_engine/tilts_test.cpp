@@ -12,7 +12,7 @@ protected:
     }
 };
 
-TEST_F(TiltsTest, WhatIsDoneOnceIsDoneOnceInAPush) {
+TEST_F(TiltsTest, AFunctionThatActsOnceActsOnceInAPush) {
     Assign(TiltRight, kCopy);
     EXPECT_TRUE(Tilt(120));
     EXPECT_TRUE(Tilt(120));
@@ -20,7 +20,7 @@ TEST_F(TiltsTest, WhatIsDoneOnceIsDoneOnceInAPush) {
     EXPECT_EQ(Done(), "Act TiltRight 10");
 }
 
-TEST_F(TiltsTest, WhatIsHeldIsDoneOnceInAPush) {
+TEST_F(TiltsTest, AHeldFunctionActsOnceInAPush) {
     Assign(TiltLeft, kShift);
     EXPECT_TRUE(Tilt(-120));
     EXPECT_TRUE(Tilt(-120));
@@ -89,7 +89,7 @@ TEST_F(TiltsTest, AScrollIsItsReportTimesAQuarterOfTheSpeed) {
     EXPECT_EQ(Done(), "Scroll TiltRight 34 by 180; Scroll TiltRight 34 by 60 again; Scroll TiltLeft 33 by -180");
 }
 
-TEST_F(TiltsTest, WhatIsLeftOfAScrollIsCarriedOnWithinThePush) {
+TEST_F(TiltsTest, TheRemainderOfAScrollIsKeptWithinThePush) {
     settings.horizontalSpeed = 1;
     Apply();
     Tilt(3);
@@ -101,7 +101,7 @@ TEST_F(TiltsTest, WhatIsLeftOfAScrollIsCarriedOnWithinThePush) {
     EXPECT_EQ(Done(), "Note TiltRight 34");
 }
 
-TEST_F(TiltsTest, TheFunctionSaysWhereAScrollGoes) {
+TEST_F(TiltsTest, TheFunctionDecidesTheDirectionOfAScroll) {
     Assign(TiltLeft, kScrollRight);
     Assign(TiltRight, kScrollLeft);
     Tilt(-120);
@@ -144,7 +144,7 @@ TEST_F(TiltsTest, APushThatPassedGoesOnPassing) {
     EXPECT_TRUE(TiltAfter(300, 120));
 }
 
-TEST_F(TiltsTest, AnotherSpeedHoldsWithinThePush) {
+TEST_F(TiltsTest, AnotherSpeedCountsWithinThePush) {
     settings.horizontalSpeed = 8;
     Apply();
     Tilt(120);
@@ -154,7 +154,7 @@ TEST_F(TiltsTest, AnotherSpeedHoldsWithinThePush) {
     EXPECT_EQ(Done(), "Scroll TiltRight 34 by 240; Scroll TiltRight 34 by 120 again");
 }
 
-TEST_F(TiltsTest, APauseEndsWhatAPushDoes) {
+TEST_F(TiltsTest, APauseEndsTheFunctionOfAPush) {
     Assign(TiltRight, kEnter);
     Tilt(120);
     Pause(true);
@@ -166,7 +166,7 @@ TEST_F(TiltsTest, APauseEndsWhatAPushDoes) {
     EXPECT_EQ(Done(), "Act TiltRight 16");
 }
 
-TEST_F(TiltsTest, APushGoesOnWhereTheClockComesRound) {
+TEST_F(TiltsTest, APushGoesOnWhenTheClockWrapsAround) {
     Assign(TiltRight, kCopy);
     now = 0xFFFF'FFF0;
     Tilt(120);
@@ -176,7 +176,7 @@ TEST_F(TiltsTest, APushGoesOnWhereTheClockComesRound) {
     EXPECT_EQ(Done(), "Act TiltRight 10");
 }
 
-TEST_F(TiltsTest, APushIsNotFoundAgainWhenTheClockHasComeRound) {
+TEST_F(TiltsTest, APushIsNotResumedAfterTheClockWrapsAround) {
     Assign(TiltRight, kCopy);
     Tilt(120);
     now += 0x8000'0000;

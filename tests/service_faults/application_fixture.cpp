@@ -12,7 +12,7 @@
 namespace kvn::test {
 namespace {
 
-// The program that the service starts beside itself is no test.
+// As the service's watcher, the program must not run tests.
 const struct OtherProgram {
     OtherProgram() {
         const auto parsed = service::ParseArguments(service::Arguments());

@@ -1,5 +1,5 @@
-// The service as one, in this process and thread, with a user and a mouse of the test's own. Its watcher is this
-// program once more.
+// The whole service in this process and thread, with a separate user and mouse. Its watcher is a second start of this
+// program.
 #pragma once
 
 #include <windows.h>
@@ -18,19 +18,19 @@ class ApplicationTest : public testing::Test {
 protected:
     ~ApplicationTest() override;
 
-    // With the options of a start, usually with a mouse; false when there is no service then.
+    // Starts it with these options, usually with a mouse; false if there is no service afterwards.
     bool Start(const std::wstring& options = L"--mouse 0abc:00a1:5:1");
     void End() { application.reset(); }
     service::Application& Get() { return *application; }
 
     static HWND Window();
     LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
-    // What the page asks first; 1 from a service that is well.
+    // The answer to the page's probe; 1 from a healthy service.
     LRESULT Probe() const;
     static service::CommandLine Options(const std::wstring& text);
-    // What --status prints.
+    // The output of --status.
     std::wstring StatusText();
-    // Whether all that the service has pressed is up.
+    // Whether all keys and buttons that the service has pressed are up.
     static bool IsNothingHeld();
 
 private:

@@ -1,4 +1,4 @@
-// A hook that is gone without a word.
+// A hook that was silently removed.
 #include <windows.h>
 
 #include <gtest/gtest.h>
@@ -20,7 +20,7 @@ using service::HookCheck;
 
 constexpr std::uint32_t kButton4 = 1U << 3U, kOtherButtons = 1U << 2U;
 
-// Hands out the time of the last press that a hook saw, and counts what the check finds.
+// Supplies the time of the hook's last press, and counts the findings of the check.
 struct Watched {
     HookCheck check{{.lastPressOfHook = [this] { return lastPress; },
                      .heldButtons = [this] { return held; },
@@ -60,7 +60,7 @@ TEST(HookFaultTest, APressThatTheHookHasMissedIsFoundOut) {
     EXPECT_EQ(watched.blind, 1);
 }
 
-TEST(HookFaultTest, APressRightAfterOneThatTheHookSawIsLookedAtToo) {
+TEST(HookFaultTest, APressRightAfterOneThatTheHookSawIsCheckedToo) {
     Watched watched;
     watched.lastPress = 200'000;
     watched.Press(200'000);
@@ -99,7 +99,7 @@ TEST(HookFaultTest, AReleaseThatTheHookSeesLateIsNotMissed) {
     EXPECT_TRUE(watched.missed.empty());
 }
 
-TEST(HookFaultTest, AButtonThatIsPressedAgainIsHeldRightly) {
+TEST(HookFaultTest, AButtonThatIsPressedAgainCountsAsHeld) {
     Watched watched;
     watched.held = kButton4;
     watched.lastPress = 1000;
@@ -121,7 +121,7 @@ protected:
     }
     bool SeesAClick() {
         const std::uint32_t before = thread.LastPress();
-        Sleep(20);  // the clock ticks on
+        Sleep(20);  // until the clock advances
         Click();
         return thread.LastPress() != before;
     }

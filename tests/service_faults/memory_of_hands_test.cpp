@@ -40,7 +40,7 @@ protected:
     bool IsNothingHeld() const {
         return std::ranges::all_of(held.counts, [](const auto& count) { return count == 0; });
     }
-    // Something of every kind; the last key shows that all of it was tried.
+    // One order of every kind. The last key shows that all were tried.
     void DoEverything() {
         Take(OrderKind::Note, kOff);
         Take(OrderKind::Act, kCopy);
@@ -82,7 +82,7 @@ TEST_F(MemoryOfHandsTest, WorkerAndKeeperReleaseEverythingAndGoOn) {
         });
 }
 
-TEST_F(MemoryOfHandsTest, TheHookDecidesAsEver) {
+TEST_F(MemoryOfHandsTest, TheHookDecidesAsUsual) {
     service::MouseActivity activity;
     service::HookLoop loop(performer, activity);
     service::EngineSettings settings;
@@ -100,7 +100,7 @@ TEST_F(MemoryOfHandsTest, TheHookDecidesAsEver) {
     EXPECT_TRUE(ComesTrue([&] { return IsNothingHeld(); }));
 }
 
-// The thread may come up without a hook, or not at all; then the mouse is as without the service.
+// The thread may start without a hook, or not at all. Then the mouse works as without the service.
 TEST_F(MemoryOfHandsTest, AHookThreadThatCannotStartLeavesNothingBehind) {
     service::MouseActivity activity;
     for (const Whose whose : {Whose::This, Whose::Others}) {

@@ -9,7 +9,7 @@ using MemoryOfSettingsTest = HubFixture;
 using kvn::test::ProfileText;
 using kvn::test::Whose;
 
-TEST_F(MemoryOfSettingsTest, WhatCouldNotBeReadIsReadWhenThereIsMemoryAgain) {
+TEST_F(MemoryOfSettingsTest, SettingsThatCouldNotBeReadAreReadWhenThereIsMemoryAgain) {
     constexpr int kStep = 23;  // of some hundred allocations
     constexpr int kFunctions[] = {3, 4};
     WriteFile({ProfileText("First", {{"lbutton", "3"}})});
@@ -20,7 +20,7 @@ TEST_F(MemoryOfSettingsTest, WhatCouldNotBeReadIsReadWhenThereIsMemoryAgain) {
         [&] {
             WriteFile({ProfileText("First", {{"lbutton", std::to_string(kFunctions[++round % 2])}})});
             Hub().Reread();
-            // Until the thread has nothing to do, which it says to nobody.
+            // Until the thread is idle, which it does not report.
             kvn::test::ComesTrue([&] { return LeftFunction() == kFunctions[round % 2]; },
                                  std::chrono::milliseconds(40));
         },

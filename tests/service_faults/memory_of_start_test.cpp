@@ -1,4 +1,4 @@
-// The start of the service without memory: in this process with every allocation of its, and the whole program.
+// The start of the service without memory: every allocation in this process, and some of the whole program.
 #include <windows.h>
 
 #include <shellapi.h>
@@ -28,7 +28,7 @@ namespace {
 
 using platform::UniqueKernelObject;
 
-// What a start has made of Windows' and not given back.
+// The Windows objects that a start has created and not released.
 class MemoryOfStartTest : public ApplicationTest {
 protected:
     void StartAndEnd() {
@@ -75,7 +75,7 @@ TEST_F(MemoryOfStartTest, AStartSucceedsOrLeavesNothingBehind) {
             SCOPED_TRACE(number);
             ExpectNothingLeft();
         });
-    EXPECT_TRUE(isStarted) << "the last one has all memory";
+    EXPECT_TRUE(isStarted) << "the last start has all memory";
 }
 
 TEST_F(MemoryOfStartTest, AStartWhoseThreadsFindNoMemorySucceeds) {
@@ -89,13 +89,13 @@ TEST_F(MemoryOfStartTest, AStartWhoseThreadsFindNoMemorySucceeds) {
         });
 }
 
-// What an exception gives back is set aside before anybody else can have it.
+// The memory that an exception frees goes to the reserve before anything else can take it.
 TEST(MemoryReserveTest, IsThereForTheNextExceptionOfTheSameCall) {
     const auto throwing = [] { std::vector<char>(100'000).front() = 1; };
     constexpr std::size_t kPartOfReserve = 8 * 1024;
     void* others = nullptr;
     RefusedMemory::RefuseOne(Whose::This, 1);
-    static_cast<void>(platform::Completes(throwing));  // a thread's first exception keeps a bit
+    static_cast<void>(platform::Completes(throwing));  // a thread's first exception keeps some memory
     RefusedMemory::RefuseFrom(Whose::This, 1);
     const bool isComplete = platform::Completes([&] {
         static_cast<void>(platform::Completes(throwing));
@@ -107,7 +107,7 @@ TEST(MemoryReserveTest, IsThereForTheNextExceptionOfTheSameCall) {
     std::free(others);
 }
 
-// The finished program, as it is but for its memory.
+// The finished program, with only its memory refused.
 class MemoryOfProgramTest : public testing::Test {
 protected:
     ~MemoryOfProgramTest() override {
@@ -139,7 +139,7 @@ protected:
         QueryInformationJobObject(job.Get(), JobObjectBasicAccountingInformation, &account, sizeof account, nullptr);
         return static_cast<int>(account.ActiveProcesses);
     }
-    // Whether it came to work at all; then it can be ended like any other.
+    // Whether it started to work; then it can be ended like any other.
     bool StartsWorking() {
         EXPECT_TRUE(ComesTrue([this] { return HasEnded() || Answers(); })) << "the start hangs";
         if (HasEnded()) return false;
@@ -166,7 +166,7 @@ TEST_F(MemoryOfProgramTest, StartsWorkingOrEndsAndLeavesNothingBehind) {
         ExpectNothingLeft();
         if (HasFailure()) return;
     }
-    EXPECT_EQ(inARow, 3) << "with all memory it works";
+    EXPECT_EQ(inARow, 3) << "it works with all memory";
 }
 
 }  // namespace

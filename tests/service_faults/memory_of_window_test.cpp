@@ -1,4 +1,4 @@
-// The thread of the service's window without memory, and what Windows says to it.
+// The thread of the service's window without memory, and messages from Windows.
 #include <windows.h>
 
 #include <shellapi.h>
@@ -33,7 +33,7 @@ protected:
             [&] {
                 try {
                     static_cast<void>(service::AskService(Window(), options));
-                } catch (const std::exception&) {  // of the asking side
+                } catch (const std::exception&) {  // on the asking side
                 }
             },
             [&](int) { EXPECT_EQ(Probe(), 1); });

@@ -1,5 +1,5 @@
-// The finished service among other processes: starts at the same moment, the end of the session, messages that nobody
-// should send.
+// The finished service among other processes: starts at the same moment, the end of the session, messages that no
+// program should send.
 #include <windows.h>
 
 #include <gtest/gtest.h>
@@ -85,7 +85,8 @@ TEST_F(ServiceProcessTest, TheEndOfTheSessionEndsServiceAndWatcher) {
     EXPECT_TRUE(service::EndWatcher());
 }
 
-// Only its end may end it; the icon's events open what the user would have to close again.
+// The tests leave out these messages: some end the service, and the icon's events open windows that would have to be
+// closed.
 bool IsMeantToActOn(UINT message) {
     constexpr std::array kMeant{UINT{WM_CLOSE}, UINT{WM_ENDSESSION}, UINT{WM_SYSCOMMAND}, service::kTrayMessage};
     return std::ranges::find(kMeant, message) != kMeant.end();
@@ -107,7 +108,7 @@ TEST_F(ServiceProcessTest, AnyMessageThatAnotherProgramPostsLeavesItAnswering) {
     EXPECT_FALSE(HasEnded(processes.front()));
 }
 
-// Of some messages Windows copies what the parameters point to, and as much as they say: that has to be there.
+// For some messages Windows copies data from the pointers in the parameters, so that data must exist.
 TEST_F(ServiceProcessTest, AnyMessageThatAnotherProgramSendsLeavesItAnswering) {
     Start(kOptions);
     const HWND window = AwaitWindow();
@@ -129,8 +130,9 @@ TEST_F(ServiceProcessTest, AnyMessageThatAnotherProgramSendsLeavesItAnswering) {
     EXPECT_FALSE(HasEnded(processes.front()));
 }
 
-// Windows' own answer would show a frame, a menu or a caret, change the keyboard's layout or the window's title.
-TEST_F(ServiceProcessTest, WhatItDoesNotNeedIsAnsweredWithNothing) {
+// The default answer of Windows would show a frame, a menu or a caret, or change the keyboard layout or the window's
+// title.
+TEST_F(ServiceProcessTest, MessagesThatItDoesNotNeedAreAnsweredWithZero) {
     Start(kOptions);
     const HWND window = AwaitWindow();
     EXPECT_EQ(SendMessageW(window, WM_NCHITTEST, 0, 0), 0);
@@ -144,7 +146,7 @@ TEST_F(ServiceProcessTest, WhatItDoesNotNeedIsAnsweredWithNothing) {
     EXPECT_TRUE(Answers());
 }
 
-// Windows has it painted until it says that it is.
+// Windows sends WM_PAINT until the window is validated.
 TEST_F(ServiceProcessTest, AWindowThatAnotherProgramHasShownTakesNoProcessorTime) {
     Start(kOptions);
     const HWND window = AwaitWindow();
@@ -154,7 +156,7 @@ TEST_F(ServiceProcessTest, AWindowThatAnotherProgramHasShownTakesNoProcessorTime
     EXPECT_TRUE(ComesTrue([&] { return !GetUpdateRect(window, nullptr, FALSE); }));
 }
 
-TEST_F(ServiceProcessTest, PressesOnAFrameThatItHasNotLeaveItAnswering) {
+TEST_F(ServiceProcessTest, PressesOnAFrameThatItLacksLeaveItAnswering) {
     Start(kOptions);
     const HWND window = AwaitWindow();
     for (const WPARAM part : {HTCLOSE, HTMINBUTTON, HTMAXBUTTON, HTCAPTION, HTSYSMENU, HTVSCROLL}) {

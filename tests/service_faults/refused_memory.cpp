@@ -21,7 +21,7 @@ std::atomic<bool> isOfTestThread = false;
 std::atomic<int> count = 0;
 std::atomic<int> firstRefused = kNever;
 std::atomic<bool> isExhausted = false;
-std::atomic<long long> givenBack = 0;  // bytes that an exhausted heap has again
+std::atomic<long long> givenBack = 0;  // bytes that were freed in an exhausted heap
 std::atomic<int> refusals = 0;
 
 bool Counts() {
@@ -74,7 +74,7 @@ bool RefusedMemory::StopRefusing() {
 
 }  // namespace kvn::test
 
-// The linker's --wrap gives the calls of NAME to __wrap_NAME and keeps the C library's own as __real_NAME.
+// The linker's --wrap turns calls of NAME into calls of __wrap_NAME; __real_NAME is the C library's own function.
 extern "C" {
 
 void* __real_malloc(std::size_t bytes);

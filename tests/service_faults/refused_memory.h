@@ -1,26 +1,26 @@
-// The heap of this program, refused where a test wants it. Every malloc, calloc, realloc and free of the program is
-// linked to this one, and so is every operator new, which calls malloc.
+// The heap of this program, whose allocations a test can refuse. Every malloc, calloc, realloc and free of the program
+// is linked to this one, and so is every operator new, which calls malloc.
 #pragma once
 
 #include <initializer_list>
 
 namespace kvn::test {
 
-// Whose allocations count: this thread's, or those of all others.
+// The threads whose allocations count: this one, or all others.
 enum class Whose { This, Others };
 
 class RefusedMemory {
 public:
-    // The allocation with this number is refused, counted from 1 for the next one.
+    // Refuses the allocation with this number, counted from 1 for the next one.
     static void RefuseOne(Whose whose, int number);
-    // From this allocation on there is no memory left but what is given back.
+    // From this allocation on, only freed memory is available.
     static void RefuseFrom(Whose whose, int number);
-    // Nothing is refused any longer. True when anything was.
+    // Stops refusing. True if anything was refused.
     static bool StopRefusing();
 };
 
-// Refuses the first allocation of the work, the second and so on, each alone and then with all later ones, until the
-// work gets by without a refusal; the check then finds all memory there again. Leaves out what lies between the steps.
+// Refuses the first allocation of the work, then the second and so on, each alone and with all later ones, until none
+// is refused. The check runs with all memory. A step above 1 leaves out allocations in between.
 template <typename Work, typename Check>
 void SweepRefusals(Whose whose, int step, const Work& work, const Check& check) {
     for (const auto refuse : {&RefusedMemory::RefuseOne, &RefusedMemory::RefuseFrom}) {

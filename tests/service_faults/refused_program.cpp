@@ -8,7 +8,7 @@
 namespace kvn::test {
 namespace {
 
-// Before the program's first step.
+// Runs before the program's main function.
 const struct Refusal {
     Refusal() {
         std::array<wchar_t, 32> value{};

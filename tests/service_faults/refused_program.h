@@ -1,4 +1,4 @@
-// The service's whole program, in which the test that starts it can refuse memory.
+// The service's whole program, in which a test can refuse memory.
 #pragma once
 
 #include <string>
@@ -7,11 +7,11 @@
 
 namespace kvn::test {
 
-// The environment variable for this. The program removes it, so that the programs it starts have all memory.
+// The environment variable for this. The program removes it, so that the programs that it starts have all memory.
 inline constexpr wchar_t kRefusedVariable[] = L"KVN_REFUSED_MEMORY";
 
-// Its value: the threads that are meant (the first one counts as the test's own), the number of the allocation, and
-// whether all later ones are refused too.
+// Its value: the affected threads (the first one counts as the test's own), the number of the allocation, and whether
+// all later ones are refused too.
 inline std::wstring RefusalText(Whose whose, int number, bool isFromThereOn) {
     return (whose == Whose::This ? L"first " : L"others ") + std::to_wstring(number) + (isFromThereOn ? L" all" : L"");
 }

@@ -1,4 +1,4 @@
-// The service while the registry refuses.
+// The service while registry calls fail.
 #include <windows.h>
 
 #include "tests/faults/failed_call.h"
@@ -10,7 +10,7 @@ namespace {
 
 class ServiceRegistryFaultTest : public ApplicationTest {
 protected:
-    // Starts the service with the first call of the function refused, the second one and so on.
+    // Starts the service with the first call of the function failing, then the second, and so on.
     template <typename Refusing>
     void StartWithRefusals(const Refusing& refuse) {
         constexpr int kStep = 3;

@@ -1,4 +1,4 @@
-// The watcher while Windows refuses it what it needs.
+// The watcher while Windows functions fail.
 #include <windows.h>
 
 #include <gtest/gtest.h>
@@ -16,12 +16,12 @@
 namespace kvn::test {
 namespace {
 
-constexpr DWORD kNoProcess = 0xFFFF'FFF0;  // Windows gives numbers that can be divided by 4, and small ones first
+constexpr DWORD kNoProcess = 0xFFFF'FFF0;  // Windows gives small multiples of 4 first
 
 using CreateCall = BOOL(LPCWSTR, LPWSTR, LPSECURITY_ATTRIBUTES, LPSECURITY_ATTRIBUTES, BOOL, DWORD, LPVOID, LPCWSTR,
                         LPSTARTUPINFOW, LPPROCESS_INFORMATION);
 
-// Stands in for the service in everything that the watcher does.
+// Replaces the service in everything that the watcher does.
 class WatcherFaultTest : public testing::Test {
 protected:
     WatcherFaultTest() { memory.State().hasEnded = 0; }
@@ -31,7 +31,7 @@ protected:
         memory.State().held.counts[VK_F13] = 0;
     }
 
-    // A service that is there and ends at once, as its handles show.
+    // A service that exists and ends at once, according to its handles.
     static BOOL EndAtOnce(PROCESS_INFORMATION& started) {
         started.hProcess = CreateEventW(nullptr, TRUE, TRUE, nullptr);
         started.hThread = CreateEventW(nullptr, TRUE, TRUE, nullptr);
@@ -56,7 +56,7 @@ protected:
         }};
 };
 
-TEST_F(WatcherFaultTest, AServiceThatEndsAgainAndAgainIsReportedAndLeft) {
+TEST_F(WatcherFaultTest, AServiceThatEndsRepeatedlyIsReportedAndGivenUp) {
     memory.State().held.counts[VK_F13] = 1;
     service::WatchService(kNoProcess);
     EXPECT_EQ(starts, 3);
@@ -64,7 +64,7 @@ TEST_F(WatcherFaultTest, AServiceThatEndsAgainAndAgainIsReportedAndLeft) {
     EXPECT_EQ(memory.State().held.counts[VK_F13], 0);
 }
 
-TEST_F(WatcherFaultTest, AServiceThatCannotBeStartedJustNowIsTriedAgainAndDoesNotCount) {
+TEST_F(WatcherFaultTest, AServiceThatCannotBeStartedNowIsTriedAgainAndDoesNotCount) {
     onStart = [this](PROCESS_INFORMATION& started) {
         if (starts <= 2) return FALSE;
         memory.State().hasEnded = 1;
@@ -75,7 +75,7 @@ TEST_F(WatcherFaultTest, AServiceThatCannotBeStartedJustNowIsTriedAgainAndDoesNo
     EXPECT_EQ(reports, 0);
 }
 
-TEST_F(WatcherFaultTest, NothingIsReleasedOfAServiceOfWhichNothingIsKnown) {
+TEST_F(WatcherFaultTest, NothingIsReleasedOfAServiceInAnUnknownState) {
     memory.State().held.counts[VK_F13] = 1;
     const ReplacedImport<"OpenProcess", HANDLE(DWORD, BOOL, DWORD)> open{GetModuleHandleW(nullptr),
                                                                          [](DWORD, BOOL, DWORD) -> HANDLE {

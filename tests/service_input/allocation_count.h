@@ -1,11 +1,11 @@
-// How often this thread has taken memory from the heap.
+// Counts this thread's heap allocations.
 #pragma once
 
 #include <cstddef>
 
 namespace kvn::test {
 
-// Counts from now on, on this thread alone; the second stops and returns the count.
+// The first starts to count on this thread; the second stops and returns the count.
 void CountAllocations();
 std::size_t StopCountingAllocations();
 

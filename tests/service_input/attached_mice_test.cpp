@@ -12,7 +12,7 @@
 namespace kvn::test {
 namespace {
 
-// A window on the test's own thread, which hands on what Raw Input reports.
+// A window on the test's own thread, which passes on the reports of Raw Input.
 class AttachedMiceTest : public testing::Test {
 protected:
     AttachedMiceTest() {

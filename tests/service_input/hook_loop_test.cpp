@@ -25,7 +25,7 @@ protected:
         loop.Send(settings);
     }
 
-    // Control, function and what is to be said of it, for each press since the last time.
+    // Control, function and mark of each press since the last call.
     std::string Seen() {
         std::string all;
         for (service::SeenPress press; loop.presses.Take(press);) {
@@ -51,7 +51,7 @@ TEST_F(HookLoopTest, PressAndReleaseOfAFunctionAreKeptAndTheFunctionIsCarriedOut
     EXPECT_EQ(recorder.Await("+Shift -Shift"), "+Shift -Shift");
 }
 
-TEST_F(HookLoopTest, EveryButtonIsToldFromTheOthers) {
+TEST_F(HookLoopTest, EveryButtonIsDistinguished) {
     struct Row {
         ButtonSlot control;
         WPARAM down, up;
@@ -97,7 +97,7 @@ TEST_F(HookLoopTest, PressesAndPushesByTheUserCount) {
     EXPECT_EQ(loop.pressCount, 4U);
 }
 
-TEST_F(HookLoopTest, AMoveWakesWhoSleepsAndDecidesNothing) {
+TEST_F(HookLoopTest, AMoveWakesTheSleeperAndDecidesNothing) {
     activity.isSomeoneAsleep = true;
     EXPECT_FALSE(Keeps(WM_MOUSEMOVE));
     EXPECT_LT(GetTickCount() - activity.lastEvent, 5000U);
@@ -137,7 +137,7 @@ TEST_F(HookLoopTest, PressesAreNaturalWhileTheWorkerHangs) {
     AwaitDone(static_cast<std::size_t>(kept));
 }
 
-TEST_F(HookLoopTest, WhoWatchesSeesPressesThatPassAndPressesThatAreKept) {
+TEST_F(HookLoopTest, WatcherSeesPressesThatPassAndPressesThatAreKept) {
     Choose(ButtonSlot::Button4, kCopy);
     loop.presses.Watch();
     Keeps(WM_LBUTTONDOWN);
@@ -151,7 +151,7 @@ TEST_F(HookLoopTest, WhoWatchesSeesPressesThatPassAndPressesThatAreKept) {
     AwaitDone(1);
 }
 
-TEST_F(HookLoopTest, WhoWatchesSeesHowAStrokeEnds) {
+TEST_F(HookLoopTest, WatcherSeesTheEndOfAStroke) {
     Choose(ButtonSlot::Center, model::kFunctionGesture);
     loop.presses.Watch();
     Keeps(WM_MBUTTONDOWN);
@@ -164,7 +164,7 @@ TEST_F(HookLoopTest, WhoWatchesSeesHowAStrokeEnds) {
     AwaitDone(3);
 }
 
-TEST_F(HookLoopTest, WhoWatchesSeesPausedPressesAndNoneOfPrograms) {
+TEST_F(HookLoopTest, WatcherSeesPausedPressesAndNoneOfPrograms) {
     Choose(ButtonSlot::Button4, kCopy);
     loop.presses.Watch();
     Keeps(WM_XBUTTONDOWN, XBUTTON1, LLMHF_INJECTED);
@@ -173,7 +173,7 @@ TEST_F(HookLoopTest, WhoWatchesSeesPausedPressesAndNoneOfPrograms) {
     EXPECT_EQ(Seen(), "3:3 paused ");
 }
 
-TEST_F(HookLoopTest, NobodyWhoWatchesNoMoreIsToldOfAnything) {
+TEST_F(HookLoopTest, NothingIsReportedAfterTheWatchEnds) {
     loop.presses.Watch();
     loop.presses.StopWatching();
     Keeps(WM_MBUTTONDOWN);

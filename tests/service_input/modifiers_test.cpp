@@ -28,7 +28,7 @@ TEST_F(ModifiersTest, AModifierThatTheUserHoldsIsNeitherPressedNorReleased) {
     EXPECT_EQ(recorder.Await("+C -C"), "+C -C");
 }
 
-TEST_F(ModifiersTest, EitherSideOfAModifierWillDoWhereNoneIsNamed) {
+TEST_F(ModifiersTest, EitherSideOfAModifierCountsWhereNoneIsNamed) {
     UserHolds(VK_RCONTROL);
     Act(kCopy);
     EXPECT_EQ(recorder.Await("+C -C"), "+C -C");

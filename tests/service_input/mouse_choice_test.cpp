@@ -47,7 +47,7 @@ TEST_F(MouseChoiceTest, ATouchpadsTapChangesNothing) {
     EXPECT_EQ(ChosenVid(), 2U);
 }
 
-TEST_F(MouseChoiceTest, AnArrivalIsChosenOnlyWhenThereIsNoOther) {
+TEST_F(MouseChoiceTest, ANewMouseIsChosenOnlyIfThereIsNoOther) {
     EXPECT_FALSE(choice.Chosen());
     choice.Attach(mouse, kMouse);
     EXPECT_EQ(ChosenVid(), 2U);
@@ -70,7 +70,7 @@ TEST_F(MouseChoiceTest, TheLastMouseStaysWhenItIsRemovedUntilAnotherOneComes) {
     EXPECT_EQ(ChosenVid(), 1U);
 }
 
-TEST_F(MouseChoiceTest, AButtonBeyondTheCountIsCountedAtTheNextArrival) {
+TEST_F(MouseChoiceTest, AButtonBeyondTheCountCountsWhenTheMouseIsAttachedAgain) {
     choice.Attach(mouse, kMouse);
     choice.Take(mouse, kButton5, true);
     EXPECT_EQ(choice.Chosen()->buttonCount, 3);
@@ -79,7 +79,7 @@ TEST_F(MouseChoiceTest, AButtonBeyondTheCountIsCountedAtTheNextArrival) {
     EXPECT_EQ(choice.Chosen()->buttonCount, 5);
 }
 
-TEST_F(MouseChoiceTest, InputWithoutADeviceIsNobodys) {
+TEST_F(MouseChoiceTest, InputWithoutADeviceIsIgnored) {
     choice.Attach(mouse, kMouse);
     EXPECT_FALSE(choice.Take(nullptr, kLeft, true));
 }

@@ -1,4 +1,4 @@
-// A performer, what it holds, and a window in front that records what arrives.
+// A performer, its list of held keys, and a window in front that records the input.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -22,7 +22,7 @@ protected:
 
     void Take(const service::Order& order);
     void Take(service::OrderKind kind, std::int32_t amount = 0);
-    // A function begins and gets this ticket; it ends; it is carried out once.
+    // Orders: begin a function with this ticket, end it, or carry it out once.
     void Begin(service::Ticket ticket, model::FunctionCode function, const model::EtcKey& keys = {});
     void End(service::Ticket ticket);
     void Act(model::FunctionCode function, const model::EtcKey& keys = {});
@@ -34,7 +34,7 @@ protected:
 
     service::HeldList held;
     RecorderWindow recorder;
-    // While it is signalled, the worker goes on; the tests take it away to let the worker hang.
+    // While it is signalled, the worker goes on; the tests reset it to make the worker hang.
     const platform::UniqueKernelObject mayGoOn{CreateEventW(nullptr, TRUE, TRUE, nullptr)};
     std::unique_ptr<service::Performer> performer;
 

@@ -46,7 +46,7 @@ TEST_F(PerformerTest, AButtonOfTwoControlsGoesUpWithTheLast) {
     Begin(2, kLeftClick);
     AwaitDone(2);
     End(1);
-    Act(kCopy);  // comes after the first end had its chance
+    Act(kCopy);  // comes after the first end could act
     AwaitDone(3);
     Await("the first end", [&] { return held.counts[VK_LBUTTON] == 1; });
     EXPECT_EQ(recorder.Await("+Left +Ctrl +C -C -Ctrl"), "+Left +Ctrl +C -C -Ctrl");
@@ -76,7 +76,7 @@ TEST_F(PerformerTest, AButtonThatTheUserHoldsTooIsLeftToTheUser) {
     EXPECT_TRUE(ComesTrue([&] { return IsListEmpty(); }));
 }
 
-TEST_F(PerformerTest, AnEndOvertakesNoBeginningThatWasOrderedBefore) {
+TEST_F(PerformerTest, AnEndDoesNotOvertakeAnEarlierBeginning) {
     std::string expected;
     for (service::Ticket ticket = 1; ticket < 40; ticket += 2) {
         Begin(ticket, kLeftClick);
@@ -95,7 +95,7 @@ TEST_F(PerformerTest, AnEndThatOvertakesItsBeginningMakesAPressAndARelease) {
     EXPECT_TRUE(ComesTrue([&] { return IsListEmpty(); }));
 }
 
-TEST_F(PerformerTest, WhatIsReleasedFirstGoesUpBeforeTheNextGoesDown) {
+TEST_F(PerformerTest, AKeyThatIsReleasedFirstGoesUpBeforeTheNextGoesDown) {
     constexpr std::uint32_t kRounds = 20;
     std::string expected;
     for (std::uint32_t ticket = 1; ticket <= 2 * kRounds; ticket += 2) {
@@ -160,7 +160,7 @@ TEST_F(PerformerTest, AHeldFunctionThatActsIsPressedAndReleased) {
     EXPECT_TRUE(ComesTrue([&] { return IsListEmpty(); }));
 }
 
-TEST_F(PerformerTest, AScrollIsSentAsLargeAsItIs) {
+TEST_F(PerformerTest, AScrollIsSentInItsFullAmount) {
     Take(OrderKind::Scroll, -60);
     EXPECT_EQ(recorder.Await("HWheel-60"), "HWheel-60");
 }
@@ -211,7 +211,7 @@ TEST_F(PerformerTest, AReleaseThatWindowsDoesNotTakeIsTriedAgain) {
     EXPECT_TRUE(ComesTrue([&] { return IsListEmpty(); }));
 }
 
-// Wine sends the named button whatever is swapped, so what is asked of Windows is looked at.
+// Wine sends the named button even when buttons are swapped, so the test checks the calls of SendInput.
 TEST_F(PerformerTest, WithSwappedButtonsTheLeftOneIsThePhysicalRightOneUntilItsRelease) {
     std::mutex flagsLock;
     std::vector<DWORD> flags;
@@ -253,8 +253,8 @@ TEST_F(PerformerTest, ItsEndDoesNotWaitForAWorkerThatHangs) {
     EXPECT_TRUE(IsListEmpty());
 }
 
-// The thread lets go of the outlets when it has ended.
-TEST_F(PerformerTest, AKeeperThatHungCallsNobodyAfterTheEnd) {
+// The thread releases the outlets when it has ended.
+TEST_F(PerformerTest, AKeeperThatHungMakesNoCallsAfterTheEnd) {
     ResetEvent(mayGoOn.Get());
     std::atomic<int> calls = 0;
     auto outletLives = std::make_shared<int>();

@@ -32,7 +32,7 @@ void RegisterBrowser(const std::wstring& name, const std::wstring& program) {
     WriteText(HKEY_CLASSES_ROOT, name + L"\\shell\\open\\command", nullptr, L"\"" + program + L"\" \"%1\"");
 }
 
-// Looks at what Windows is asked to open, and opens nothing.
+// Records what Windows is asked to open, and opens nothing.
 class ProgramOpenerTest : public testing::Test {
 protected:
     ProgramOpenerTest() {
@@ -85,7 +85,7 @@ TEST_F(ProgramOpenerTest, AProgramOfWindowsIsOpenedByItsFullPath) {
     EXPECT_EQ(file, systemFolder + L"\\control.exe");
 }
 
-TEST_F(ProgramOpenerTest, AProgramThatIsNotWhereWindowsHasItIsOpenedByItsName) {
+TEST_F(ProgramOpenerTest, AProgramThatIsNotInItsUsualPlaceIsOpenedByItsName) {
     OpenProgram(Program::Magnifier);
     const std::wstring path = systemFolder + L"\\magnify.exe";
     const bool isThere = GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;

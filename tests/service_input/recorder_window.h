@@ -21,11 +21,11 @@ public:
 
     HWND Get() const { return window; }
 
-    // What has arrived until now, as "+Ctrl +C -C -Ctrl": "+" is down, "-" is up. Keys are named with the side in their
-    // message ("RCtrl"; the left ones have no prefix), Pause with its scan code ("Pause69"), buttons "Left" to "X2",
-    // notches "Wheel120" and "HWheel-120", commands of the window's menu "close", "maximize", "restore" and "minimize".
+    // The input so far, as "+Ctrl +C -C -Ctrl": "+" is down, "-" is up. Keys are named with the side in their message
+    // ("RCtrl"; the left ones have no prefix), Pause with its scan code ("Pause69"), buttons "Left" to "X2", notches
+    // "Wheel120" and "HWheel-120", commands of the window's menu "close", "maximize", "restore" and "minimize".
     std::string Text();
-    // Waits until this has arrived; the text that has arrived when it does not.
+    // Waits until this has arrived. Otherwise returns the text that has arrived.
     std::string Await(const std::string& expected);
     // How often this has arrived.
     std::size_t Count(const std::string& entry);

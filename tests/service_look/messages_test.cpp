@@ -1,4 +1,4 @@
-// When the service says something by itself, and what.
+// The messages that the service shows by itself.
 #include <gtest/gtest.h>
 
 #include "model/settings_store.h"
@@ -56,7 +56,7 @@ TEST_F(MessagesTest, AChosenMouseIsNeverGreetedAndKeepsNoGreetingFromComing) {
     EXPECT_EQ(taskbar.Balloons(), Texts{kGreeting});
 }
 
-TEST(TextTest, WhatIsPutInIsNotLookedAtAgain) {
+TEST(TextTest, InsertedTextIsNotSearchedAgain) {
     const Japanese japanese;
     EXPECT_EQ(service::Text(IDS_PLACE_IN_PROFILE, L"lbutton", L"%1"), L"プロファイル '%1' の lbutton");
 }

@@ -1,4 +1,4 @@
-// In the place of the taskbar: keeps what this program asks it to show.
+// Takes the place of the taskbar, and records what this program asks it to show.
 #pragma once
 
 #include <windows.h>

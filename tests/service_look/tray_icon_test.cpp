@@ -1,4 +1,4 @@
-// The icon as the taskbar gets it, in the words of both languages.
+// The icon as the taskbar gets it, in both languages.
 #include "service/tray/tray_icon.h"
 
 #include <gtest/gtest.h>
@@ -82,7 +82,7 @@ TEST_F(TrayIconTest, PauseHasAnotherIcon) {
     EXPECT_EQ(taskbar.Last().hIcon, atWork);
 }
 
-TEST_F(TrayIconTest, ComesBackAsItIsByNowWhenExplorerDoes) {
+TEST_F(TrayIconTest, ComesBackInItsCurrentStateWhenExplorerDoes) {
     state.isPaused = true;
     icon.OnMessage({window.Get(), RegisterWindowMessageW(L"TaskbarCreated"), 0, 0});
     EXPECT_EQ(taskbar.Kinds(), (std::vector<DWORD>{NIM_ADD, NIM_SETVERSION, NIM_ADD, NIM_SETVERSION}));
@@ -109,7 +109,7 @@ TEST_F(TrayIconTest, DoubleClickAndEnterOpenTheSettingsAndNothingElseDoes) {
     EXPECT_EQ(choices, (std::vector<service::TrayChoice>{TrayCommand::Settings, TrayCommand::Settings}));
 }
 
-TEST_F(TrayIconTest, GoesOnce) {
+TEST_F(TrayIconTest, IsRemovedOnce) {
     icon.Remove();
     icon.Remove();
     EXPECT_EQ(taskbar.Kinds().back(), DWORD{NIM_DELETE});

@@ -1,4 +1,4 @@
-// What the icon's menu holds, as it is open.
+// The contents of the icon's open menu.
 #include "service/tray/tray_menu.h"
 
 #include <gtest/gtest.h>
@@ -30,7 +30,7 @@ MENUITEMINFOW InfoOf(HMENU menu, UINT place, std::array<wchar_t, 128>& text) {
     return info;
 }
 
-// An item's text with what can be seen besides: a mark, a list, that it cannot be chosen, that it is in bold.
+// An item's text with its visible marks: checked, with a submenu, disabled, in bold.
 std::wstring ItemAt(HMENU menu, UINT place) {
     std::array<wchar_t, 128> text{};
     const MENUITEMINFOW info = InfoOf(menu, place, text);
@@ -58,7 +58,7 @@ struct Seen {
 
 Seen* seenMenu = nullptr;
 
-// In the loop of the menu.
+// Runs in the loop of the menu.
 void CALLBACK Look(HWND window, UINT, UINT_PTR timer, DWORD) {
     const HWND shown = test::FindTopLevelWindow([](HWND each) { return test::ClassOf(each) == L"#32768"; });
     const auto menu = reinterpret_cast<HMENU>(shown == nullptr ? 0 : SendMessageW(shown, kMenuOfWindow, 0, 0));

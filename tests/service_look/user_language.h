@@ -5,7 +5,7 @@
 
 namespace kvn::service_test {
 
-// While it lives. Windows goes by the first, Wine by the second of the two settings.
+// Set while it lives. Windows uses the first, Wine the second of the two settings.
 class UserLanguage {
 public:
     UserLanguage(const wchar_t (&name)[6], LANGID language) : before(GetThreadLocale()) {

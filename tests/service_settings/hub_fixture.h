@@ -1,4 +1,4 @@
-// A hub with a user, a machine and a mouse of the test's own, and its reports.
+// A hub with a separate user, machine and mouse, and its reports.
 #pragma once
 
 #include <windows.h>
@@ -40,7 +40,7 @@ protected:
                                  }});
         ASSERT_TRUE(hub->Start());
     }
-    // With the mouse, and read.
+    // Starts it with the mouse, and waits until the settings are read.
     void StartReadHub() {
         StartHub();
         hub->UseMouse(Mouse());
@@ -68,7 +68,7 @@ protected:
     void WriteFile(const std::vector<std::string>& profiles, int selected = 0) const {
         WriteBytes(kvn::test::ProfileFileText(profiles, selected));
     }
-    // As the page saves: another file takes its place.
+    // Saves as the page does: another file takes its place.
     void WriteBytes(const std::string& bytes) const {
         MakeFolder();
         const std::wstring unfinished = FilePath() + L".saving";

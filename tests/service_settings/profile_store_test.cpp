@@ -100,7 +100,7 @@ TEST_F(ProfileStoreTest, AHugeValueIsMissing) {
     EXPECT_TRUE(store.SettingsOf(0).gestures.empty());
 }
 
-TEST_F(ProfileStoreTest, ANumberOfTheFileThatIsOutOfItsRangeIsANewProfiles) {
+TEST_F(ProfileStoreTest, ANumberOfTheFileOutOfItsRangeIsThatOfANewProfile) {
     SetMachineWideCenter(24);
     WriteFile(ProfileFileText({ProfileText("Default", {{"lbutton", "99"}, {"tbutton", "-1"}, {"hcount", "77"}}),
                                ProfileText("Other", {{"scrolls", "9"}})}));
@@ -112,7 +112,7 @@ TEST_F(ProfileStoreTest, ANumberOfTheFileThatIsOutOfItsRangeIsANewProfiles) {
     EXPECT_EQ(Number(store, SettingField::HorizontalScrollSpeed, 1), 4);
 }
 
-TEST_F(ProfileStoreTest, AMachineWideFunctionThatIsNoneCountsForNothing) {
+TEST_F(ProfileStoreTest, AnInvalidMachineWideFunctionIsIgnored) {
     SetMachineWideCenter(99);
     ProfileStore store(kVid, kPid);
     ASSERT_TRUE(store.Read());

@@ -25,7 +25,7 @@ Function* Original(const char* name) {
     return reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"advapi32"), name)));
 }
 
-// What this program deletes and writes, call by call.
+// The values that this program deletes and writes, call by call.
 class RegistryCalls {
 public:
     void FailToWrite(const std::wstring& value) { failing = value; }
@@ -77,7 +77,7 @@ TEST_F(PublishedMouseTest, HasSixValuesOfTheirTypes) {
     EXPECT_EQ(Values(), expected);
 }
 
-TEST_F(PublishedMouseTest, IsReadByThePageAsItIs) {
+TEST_F(PublishedMouseTest, IsReadUnchangedByThePage) {
     ASSERT_TRUE(PublishMouse(mouse));
     const auto read = model::ReadCurrentDevice();
     ASSERT_TRUE(read);

@@ -35,7 +35,7 @@ TEST(ReadingScheduleTest, BeginsAgainAfterAReading) {
     EXPECT_EQ(schedule.Due(), 9100U);
 }
 
-TEST(ReadingScheduleTest, TriesAFewTimesWhatCouldNotBeRead) {
+TEST(ReadingScheduleTest, RepeatsAFailedReadingAFewTimes) {
     ReadingSchedule schedule;
     schedule.NoteChange(0);
     for (const std::uint64_t wait : ReadingSchedule::kRetries) {

@@ -79,7 +79,7 @@ TEST(SettingsBlockTest, FliesWithNumbersInTheirRanges) {
     EXPECT_EQ(Flying(5, 10, 1), (FlyingScroll{5, 10, 1}));
 }
 
-TEST(SettingsBlockTest, ANumberOfRevolutionsThatIsNoneTurnsFlyingOff) {
+TEST(SettingsBlockTest, AnInvalidNumberOfRevolutionsTurnsFlyingOff) {
     for (const std::int32_t flicks : {-2, -1, 0, 6, 54}) EXPECT_EQ(Flying(flicks, 3, 3).flicks, 0) << flicks;
 }
 

@@ -1,4 +1,4 @@
-// The hub follows the program in front: real programs, each with a profile of its own.
+// The hub follows the program in front: real programs, each with its own profile.
 #include <gtest/gtest.h>
 
 #include <optional>
@@ -29,7 +29,7 @@ protected:
         StartReadHub();
         ASSERT_TRUE(BecomesInForce(L"Default"));
     }
-    // By the windows' event or, where none comes, by the next look.
+    // By the window event or, where none comes, by the next look.
     void BringToFront(const ShownProgram& program) {
         program.BringToFront();
         MoveMouse();

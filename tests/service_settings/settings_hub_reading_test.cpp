@@ -1,4 +1,4 @@
-// The hub reads again when registry or profile file change, and says what is wrong with the file.
+// The hub reads again when the registry or the profile file changes, and reports problems with the file.
 #include <gtest/gtest.h>
 
 #include <shlwapi.h>
@@ -52,7 +52,7 @@ TEST_F(SettingsHubReadingTest, FollowsTheFile) {
     EXPECT_TRUE(Problems().empty());
 }
 
-TEST_F(SettingsHubReadingTest, WhatWasToBeReadAgainIsInForceWhenItSaysSo) {
+TEST_F(SettingsHubReadingTest, TheSettingsAreInForceWhenItReportsThatItHasReread) {
     StartReadHub();
     for (int code = 3; code < 20; ++code) {
         WriteFile({ProfileText("Default", {{"lbutton", std::to_string(code)}})});
@@ -67,7 +67,7 @@ TEST_F(SettingsHubReadingTest, FollowsAFileWhoseFolderGoesAndComesBack) {
     StartReadHub();
     for (const int code : {6, 7}) {
         std::filesystem::remove_all(User().SettingsFolder());
-        // It goes once the hub has noticed, and lets go of it.
+        // The folder disappears once the hub has noticed and closed it.
         ASSERT_TRUE(ComesTrue([this] { return !kvn::test::FileExists(User().SettingsFolder()); }));
         ASSERT_TRUE(LeftFunctionBecomes(1));
         WriteFile({ProfileText("Default", {{"lbutton", std::to_string(code)}})});
@@ -108,7 +108,7 @@ TEST_F(SettingsHubReadingTest, ReadsDuringChangesThatDoNotEnd) {
     }));
 }
 
-TEST_F(SettingsHubReadingTest, SaysOnceThatTheFileCannotBeRead) {
+TEST_F(SettingsHubReadingTest, ReportsOnceThatTheFileCannotBeRead) {
     WriteFile({ProfileText("Default", {{"lbutton", "5"}})});
     StartReadHub();
     WriteBytes("broken");
@@ -120,7 +120,7 @@ TEST_F(SettingsHubReadingTest, SaysOnceThatTheFileCannotBeRead) {
     EXPECT_EQ(Problems(), (std::vector{Problem{SettingsProblem::FileUnreadable, FilePath()}}));
 }
 
-TEST_F(SettingsHubReadingTest, SaysItAgainWhenItWasGoneMeanwhile) {
+TEST_F(SettingsHubReadingTest, ReportsItAgainIfTheFileWasReadableMeanwhile) {
     WriteBytes("broken");
     StartReadHub();
     ASSERT_TRUE(ComesTrue([this] { return Problems().size() == 1; }));
@@ -130,7 +130,7 @@ TEST_F(SettingsHubReadingTest, SaysItAgainWhenItWasGoneMeanwhile) {
     EXPECT_TRUE(ComesTrue([this] { return Problems().size() == 2; }));
 }
 
-TEST_F(SettingsHubReadingTest, SaysWhatThePageHasSetAside) {
+TEST_F(SettingsHubReadingTest, ReportsFilesThatThePageHasSetAside) {
     WriteBytes("broken");
     StartReadHub();
     const std::wstring aside = FilePath().substr(0, FilePath().size() - 4) + L".broken-1.xml";
@@ -150,7 +150,7 @@ TEST_F(SettingsHubReadingTest, ReadsAFileThatWasHeldOnceItIsFree) {
     EXPECT_TRUE(LeftFunctionBecomes(5));
 }
 
-TEST_F(SettingsHubReadingTest, NeverStandsInTheWayOfASave) {
+TEST_F(SettingsHubReadingTest, NeverBlocksASave) {
     std::string large = ProfileText("Default");
     for (int profile = 0; profile < 100; ++profile)
         large += ProfileText("P" + std::to_string(profile), {{"x", std::string(10'000, 'x')}});

@@ -15,7 +15,7 @@ using kvn::test::ProfileText;
 
 class SettingsHubTest : public HubFixture {};
 
-TEST_F(SettingsHubTest, WithoutAMouseSaysNothing) {
+TEST_F(SettingsHubTest, WithoutAMouseReportsNothing) {
     StartHub();
     Hub().Reread();
     Hub().ForceAutomatic();
@@ -77,7 +77,7 @@ TEST_F(SettingsHubTest, ForcesAProfileUntilAutomaticIsChosen) {
     EXPECT_EQ(Hub().SwitchCount(), 2U);
 }
 
-TEST_F(SettingsHubTest, RefusesToForceWhatIsNoProfile) {
+TEST_F(SettingsHubTest, RefusesToForceAnUnknownProfile) {
     WriteFile({ProfileText("Default"), ProfileText("")});
     StartReadHub();
     EXPECT_FALSE(Hub().Force(L"Other"));

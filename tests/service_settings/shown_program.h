@@ -9,7 +9,7 @@
 
 namespace kvn::test {
 
-// A folder for copies of the program, gone with them afterwards.
+// A folder for copies of the program, removed with them afterwards.
 class ProgramFolder {
 public:
     ProgramFolder();
@@ -17,7 +17,7 @@ public:
     ProgramFolder& operator=(const ProgramFolder&) = delete;
     ~ProgramFolder();
 
-    // The full path of a copy of the program under this name, which may have folders of its own.
+    // The full path of a copy of the program under this name, which may include folders.
     std::wstring Copy(const std::wstring& name) const;
     const std::wstring& Path() const { return path; }
 
@@ -27,7 +27,7 @@ private:
 
 class ShownProgram {
 public:
-    // Starts the program and waits for its window, or for the one inside of the window with the title `parent`.
+    // Starts the program and waits for its window, or for the one inside the window with the title `parent`.
     explicit ShownProgram(const std::wstring& programPath, const std::wstring& windowClass = L"KvnFrontWindow",
                           const std::wstring& parent = {});
     ShownProgram(const ShownProgram&) = delete;

@@ -1,4 +1,4 @@
-// Files that are exchanged between users of different code pages. The run is repeated under each kind of them.
+// Files that are exchanged between users of different code pages. The tests run under each kind of code page.
 #include <algorithm>
 #include <string>
 
@@ -30,7 +30,7 @@ protected:
         return {first, second};
     }
 
-    // What an export of the profiles is under every code page.
+    // The expected export under every code page.
     static std::string ExportedText(const std::string& name) { return "<![CDATA[" + name + "]]>"; }
 };
 

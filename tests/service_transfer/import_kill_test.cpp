@@ -22,7 +22,7 @@ constexpr DWORD kKilled = 99;
 constexpr DWORD kPatience = 30'000;
 constexpr int kMostCalls = 500;
 
-// The user's own registry and folder, where other processes find them too, with a mouse that nobody has.
+// The user's own registry and folder, which other processes find too, with a mouse that does not exist.
 class ImportKillTest : public testing::Test {
 protected:
     static constexpr std::uint32_t kVid = 0xFEDC;
@@ -97,7 +97,7 @@ protected:
         return code;
     }
 
-    // What the service makes of file and registry.
+    // The settings that the service reads from file and registry.
     static model::ProfileSettings InForce() {
         model::ProfileSet profiles;
         model::LoadProfileFile(File(), profiles);
@@ -118,7 +118,7 @@ protected:
         EXPECT_TRUE(!isNew || !KeptFiles().empty()) << when;
     }
 
-    // As they are read back.
+    // The profiles as they are read back.
     static model::ProfileSet AllAlike(model::ProfileSet profiles) {
         for (model::ProfileRecord& record : profiles) {
             record.vid = profiles.front().vid;
@@ -151,7 +151,7 @@ TEST_F(ImportKillTest, BeforeEachCallTheSettingsAreWhole) {
         ASSERT_EQ(code, kKilled);
         StartAgain();
     }
-    // One for each value that goes and comes, and some for the files.
+    // One for each value that is removed and written, and some for the files.
     EXPECT_GT(call, 45);
     EXPECT_LT(call, kMostCalls);
     EXPECT_TRUE(hasSeenNew);

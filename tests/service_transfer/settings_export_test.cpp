@@ -1,4 +1,4 @@
-// What becomes of the file that settings are exported to.
+// The file to which settings are exported.
 #include <algorithm>
 #include <string>
 
@@ -42,7 +42,7 @@ TEST_F(SettingsExportTest, LeavesTheSettingsAlone) {
     EXPECT_EQ(WhatIsStored(), before);
 }
 
-TEST_F(SettingsExportTest, HasNothingToSayWithoutProfilesOrMouse) {
+TEST_F(SettingsExportTest, ExportsNothingWithoutProfilesOrMouse) {
     auto answer = ExportSettings(File(L"out.xml"));
     EXPECT_EQ(answer.exitCode, kFailed);
     EXPECT_TRUE(Has(answer, L"nothing to export")) << testing::PrintToString(answer.text);
@@ -54,7 +54,7 @@ TEST_F(SettingsExportTest, HasNothingToSayWithoutProfilesOrMouse) {
     EXPECT_FALSE(test::FileExists(File(L"out.xml")));
 }
 
-TEST_F(SettingsExportTest, SaysThatABrokenProfileFileCannotBeRead) {
+TEST_F(SettingsExportTest, ReportsThatABrokenProfileFileCannotBeRead) {
     WriteProfileFile("<data><profile>");
     const auto answer = ExportSettings(File(L"out.xml"));
     EXPECT_EQ(answer.exitCode, kFailed);
@@ -69,7 +69,7 @@ TEST_F(SettingsExportTest, FinishesASaveThatWasCutOffBeforeItsLastStep) {
     EXPECT_EQ(Loaded(File(L"out.xml")).size(), 2U);
 }
 
-TEST_F(SettingsExportTest, SaysWhatIsWrongWithThePath) {
+TEST_F(SettingsExportTest, NamesTheProblemWithThePath) {
     HaveProfiles();
     CreateDirectoryW(File(L"folder").c_str(), nullptr);
     WriteFile("mine", L"locked.xml");
@@ -106,7 +106,7 @@ TEST_F(SettingsExportTest, ReplacesAFileAtOnceOrNotAtAll) {
     EXPECT_EQ(Loaded(File(L"out.xml")), Loaded(ProfileFile()));
 }
 
-TEST_F(SettingsExportTest, RepairsWhatNobodyCouldImport) {
+TEST_F(SettingsExportTest, RepairsSettingsThatCouldNotBeImported) {
     WriteProfileFile(
         SettingsText(test::ProfileText("A", {{"lbutton", "99"}, {"Gesture", "<Key>U</Key><Function>99</Function>"}}),
                      "<vid>1</vid><pid>1</pid><select_profile>7</select_profile>"));

@@ -1,4 +1,4 @@
-// What an import changes, and what it leaves alone.
+// The changes of an import, and what it leaves alone.
 #include <array>
 #include <string>
 #include <utility>
@@ -131,7 +131,7 @@ TEST_F(SettingsImportTest, NothingChangesWhenTheFileIsBad) {
     }
 }
 
-TEST_F(SettingsImportTest, SaysWhatIsWrongWithThePath) {
+TEST_F(SettingsImportTest, NamesTheProblemWithThePath) {
     HaveEarlierSettings();
     CreateDirectoryW(File(L"folder").c_str(), nullptr);
     const Stored before = WhatIsStored();
@@ -190,7 +190,7 @@ TEST_F(SettingsImportTest, AFileOfAnotherModelIsAskedAbout) {
     EXPECT_EQ(Loaded(ProfileFile()).front().pid, 0x00A1);
 }
 
-// A window with the controls by which the page is known.
+// A window with the controls by which the page is recognised.
 class ShownPage {
 public:
     ShownPage()
@@ -248,7 +248,7 @@ TEST_F(SettingsImportTest, NothingChangesWhenTheProfileFileCannotBeReplaced) {
     EXPECT_EQ(WhatIsStored(), before);
 }
 
-// The writes that put everything back are not counted as failing.
+// The writes that restore everything do not fail.
 class FailingRegistry {
 public:
     explicit FailingRegistry(int failingWrite)
@@ -304,7 +304,7 @@ TEST_F(SettingsImportTest, NothingChangesWhenAnOldValueCannotBeRemoved) {
     EXPECT_EQ(WhatIsStored(), before);
 }
 
-TEST_F(SettingsImportTest, TakesTheKeptFileBackAgain) {
+TEST_F(SettingsImportTest, ImportsTheKeptFileAgain) {
     HaveEarlierSettings();
     const model::ProfileSet earlier = Loaded(ProfileFile());
     ASSERT_EQ(Import(WriteFile(NewSettings())).exitCode, kDone);

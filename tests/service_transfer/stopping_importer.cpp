@@ -1,5 +1,5 @@
-// Imports a file, and is killed before one of the calls that change something on disk or in the registry.
-// Arguments: the file, and the number of the call, counted from 1. Exit code 99 when it was killed.
+// Imports a file, and is killed before one of the calls that change something on disk or in the registry. Arguments:
+// the file, and the number of the call, counted from 1. The exit code is 99 if it was killed.
 #include <windows.h>
 
 #include <shellapi.h>

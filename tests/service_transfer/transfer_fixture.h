@@ -1,4 +1,4 @@
-// A user of the test's own with a mouse, and files to export to and to import from.
+// A separate user with a mouse, and files for export and import.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -48,7 +48,7 @@ protected:
     }
     void WriteProfileFile(const std::string& text) const { test::WriteFileText(ProfileFile(), text); }
 
-    // As an apply of the page, and one more import, leave it.
+    // The state after an apply of the page, and after another import.
     void HaveEarlierSettings() const {
         WriteProfileFile(SettingsText(test::ProfileText("Earlier", {{"lbutton", "5"}}) + test::ProfileText("Other")));
         const DWORD number = 5;

@@ -1,4 +1,4 @@
-// A long life in one process: the page is opened, everything in it edited, applied and closed, again and again.
+// A long life in one process: repeatedly opens the page, edits everything in it, applies and closes it.
 #include <windows.h>
 
 #include <psapi.h>
@@ -28,14 +28,14 @@ namespace {
 constexpr int kWarmUpRounds = 10;
 constexpr int kRoundsByDefault = 25;
 constexpr int kReports = 10;
-// For what comes and goes at other times; less than one a round.
+// For objects that come and go at other times; less than one a round.
 constexpr std::size_t kSlack = 3;
 constexpr std::size_t kSlackOfRuntimeBlocks = 10;
 constexpr std::size_t kSlackBytes = 2000;
-// What the choosers cost in an opening, with what the heap needs for each block, and how unevenly a heap grows.
+// The cost of the choosers in an opening, with the heap's overhead for each block, and allowance for uneven growth.
 constexpr std::size_t kLargestCost = std::size_t{24} * 1024;
 constexpr std::size_t kAllocatorSlack = std::size_t{512} * 1024;
-// How often a round makes one by the name of a language or a code page.
+// The number of locales that a round makes by the name of a language or a code page.
 constexpr std::size_t kLocalesOfARound = 7;
 
 // The rounds after the warm-up; the environment may ask for more.
@@ -83,7 +83,7 @@ protected:
     }
 
     void RunRound(int round) {
-        // What the test itself remembers of a round.
+        // The test's own records of a round.
         service.emplace();
         clicks.clear();
         Open();
@@ -114,9 +114,9 @@ protected:
     }
 
     void ExpectFlat(const ResourceUse& before, const ResourceUse& after, std::size_t rounds) const {
-        // What each opening costs because it has always been so: the choosers never hear of their own end, which leaves
-        // their texts and some blocks of each behind; and the dialog manager is told that the end of the page's window
-        // was dealt with, which leaves one block and the dialog's font behind.
+        // Known costs of each opening: the choosers' combo boxes do not get their last messages, which leaves their
+        // texts and some blocks of each behind. And the page reports to the dialog manager that it has handled the end
+        // of its window, which leaves one block and the dialog's font behind.
         const LastingCost ofWindows =
             CostOf([this] { ShowUnheardChoosers(std::size(kSlotControls), comboEntries); }).Of(rounds);
         EXPECT_LE(after.processHeap.blocks, before.processHeap.blocks + ofWindows.processBlocks + rounds + kSlack);
@@ -124,7 +124,7 @@ protected:
         EXPECT_LE(after.privateBytes,
                   before.privateBytes + rounds * kLargestCost + kAllocatorSlack + StepOfPrivateMemory());
 
-        // Wine 10's C library loses names whenever it makes a locale. The module's own memory has no such excuse.
+        // Wine 10's C library leaks names whenever it makes a locale. The module's own memory must not leak.
         const LastingCost ofLocales = CostOf(MakeLocale).Of(rounds * kLocalesOfARound);
         EXPECT_EQ(memory.LiveBlocks(), 0U);
         EXPECT_LE(after.runtimeHeap.blocks,
@@ -138,7 +138,8 @@ protected:
 private:
     ModuleMemory memory{module.Handle()};
     std::size_t comboEntries = 0;  // of all seven choosers
-    // The service that answers is in this process: the page is told that it is the stand-in, which has pictures.
+    // The service that answers is in this process. The page gets the path of the service's double instead, which has
+    // pictures.
     std::filesystem::path serviceProgram = ServiceProgram();
     std::filesystem::path pictureFolder = serviceProgram.parent_path() / L"MouseImage";
     ReplacedImport<"GetModuleFileNameExW", decltype(GetModuleFileNameExW)> fileName{
@@ -188,7 +189,7 @@ private:
         sheet->Settle();
     }
 
-    // A profile is added, renamed and copied, programs are offered to it; then all that goes again.
+    // Adds, renames and copies a profile, and offers it programs; then deletes all of it.
     void EditProfiles() const {
         PostMessageW(sheet->PageControl(IDC_PAGE_EDIT_PROFILE), BM_CLICK, 0, 0);
         const ProfileEditorDialog editor = ProfileEditorDialog::Await();

@@ -1,4 +1,4 @@
-// Counts this process's accesses to memory that is not there; in a window procedure they would go unnoticed.
+// Counts this process's accesses to invalid memory; in a window procedure they would go unnoticed.
 #pragma once
 
 #include <windows.h>

@@ -25,11 +25,11 @@ std::optional<int> SelectedData(HWND combo);
 int SelectedIndex(HWND combo);
 // Empty when nothing is selected.
 std::wstring SelectedText(HWND combo);
-// -1 when there is none.
+// -1 if there is none.
 int IndexOfData(HWND combo, int data);
 bool IsListOpen(HWND combo);
 
-// Selects the entry with this data as a program does, which sends no notification.
+// Selects the entry with this data as a program does, without a notification.
 void SelectData(HWND combo, int data);
 
 }  // namespace kvn::test

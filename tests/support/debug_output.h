@@ -9,7 +9,7 @@
 
 namespace kvn::test {
 
-// Records from its making on; one at a time.
+// Records from its construction on; one at a time.
 class DebugOutput {
 public:
     DebugOutput() : handler(AddVectoredExceptionHandler(1, Record)) { Take(); }
@@ -21,15 +21,15 @@ public:
         const std::lock_guard guard(mutex);
         return written;
     }
-    // The text so far, which is forgotten.
+    // Returns the text so far, and forgets it.
     std::string Take() {
         const std::lock_guard guard(mutex);
         return std::exchange(written, {});
     }
 
 private:
-    // Debug output is an exception that a debugger would take: its arguments are the text's length with its zero, and
-    // the text.
+    // Debug output is an exception that a debugger would handle. Its arguments are the length of the text with its
+    // zero, and the text.
     static LONG CALLBACK Record(EXCEPTION_POINTERS* exception) {
         const EXCEPTION_RECORD& record = *exception->ExceptionRecord;
         constexpr DWORD kDebugPrint = 0x40010006;

@@ -10,7 +10,7 @@ namespace {
 
 constexpr wchar_t kClassName[] = L"KvnFakeService";
 
-// Posted behind what others have posted: where it is, they are.
+// Posted after other messages: when it arrives, they have arrived too.
 constexpr UINT kMarkMessage = WM_USER;
 
 }  // namespace
@@ -19,7 +19,7 @@ FakeService::FakeService() : ready(CreateEventW(nullptr, TRUE, FALSE, nullptr)),
     WaitForSingleObject(ready.Get(), INFINITE);
     if (window != nullptr) return;
     thread.join();
-    throw std::runtime_error("the service's window could not be made");
+    throw std::runtime_error("the service's window could not be created");
 }
 
 FakeService::~FakeService() {

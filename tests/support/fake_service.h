@@ -1,4 +1,4 @@
-// A stand-in for the resident service: a window of its title, in a thread of its own, that records its messages.
+// A replacement for the resident service: a window with its title, on a separate thread, that records its messages.
 #pragma once
 
 #include <windows.h>
@@ -23,7 +23,7 @@ struct ServiceCall {
     UINT message;
     WPARAM wParam;
     LPARAM lParam;
-    bool wasSent;  // by SendMessage, so that the caller waited; false: posted
+    bool wasSent;  // by SendMessage, so the caller waited; false: posted
 
     friend bool operator==(const ServiceCall&, const ServiceCall&) = default;
 };
@@ -37,18 +37,18 @@ public:
 
     HWND Window() const { return window; }
 
-    // What a message is answered with; 0 when nothing was set.
+    // Sets the answer to a message; the default is 0.
     void ReplyTo(platform::ServiceMessage message, LRESULT reply);
 
-    // Runs in the service's thread when a message arrives, before it is recorded.
+    // Sets work for the service's thread to do when a message arrives, before it is recorded.
     void WhenCalled(platform::ServiceMessage message, std::function<void()> reaction);
 
-    // Every private message so far, in the order of arrival. Waits until what was posted before the call has arrived,
-    // so that a count is no matter of luck; not for the service's own reactions.
+    // Every private message so far, in the order of arrival. Waits until earlier posted messages have arrived, so that
+    // counts are reliable, but not for the service's own reactions.
     std::vector<ServiceCall> Calls() const;
     std::size_t CountOf(platform::ServiceMessage message) const;
 
-    // Hands the bytes to the window as the service does; returns when the window has taken them.
+    // Sends the bytes to the window as the service does; returns when the window has handled them.
     void SendData(HWND receiver, const void* bytes, DWORD size) const;
 
 private:

@@ -1,4 +1,4 @@
-// The start of the tests of the gestures: an open gesture pane, its editor, and a hand that draws.
+// The fixture of the tests of gestures: an open gesture pane, its editor, and a hand that draws.
 #pragma once
 
 #include <string>
@@ -42,18 +42,18 @@ protected:
     RowTexts Row(int row) const { return TextsOfRow(List(), row, 3); }
     void SelectRow(int row, bool select = true) const { test::SelectRow(List(), row, select); }
 
-    // As a press of the button does, even if it is disabled.
+    // Sends the button's command, even if the button is disabled.
     void Command(int control) const;
     // Brings the gesture pane to the front.
     void ShowGestureTab() const;
     // The list of gestures that was applied.
     StoredValue StoredGestures() const { return ModelValues().at(L"Gesture"); }
 
-    // Has the editor opened by a button of the pane; its timer is stopped, so that a test makes every tick itself.
+    // Opens the editor by a button of the pane, and stops its timer, so that the test makes every tick itself.
     HWND OpenEditor(int control = IDC_GESTURES_ADD) const;
     HWND OpenEditorWithTimer(int control = IDC_GESTURES_ADD) const;
     HWND EditRow(int row) const;
-    // Presses a button of the editor and waits until the editor is gone.
+    // Presses a button of the editor and waits until the editor has closed.
     void CloseEditor(HWND editor, int button) const;
     // Presses OK and expects that the editor stays.
     void ExpectOkIgnored(HWND editor) const;
@@ -69,13 +69,13 @@ protected:
     void ReleaseGestureButton(HWND editor);
     // Three steps of 60 pixels, with a tick each, for every letter.
     static void Draw(HWND editor, const std::string& letters);
-    // The whole of it: click, hold, draw, release.
+    // All steps: click, hold, draw, release.
     void Record(HWND editor, const std::string& letters);
 
-    // The overlay of an editor; null when there is none.
+    // The overlay of an editor; null if there is none.
     static HWND OverlayOf(HWND editor);
 
-    // The clicks that the module makes are written down and not made.
+    // Records the module's clicks instead of making them.
     std::vector<DWORD> clicks;
 
 private:

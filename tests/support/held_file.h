@@ -1,4 +1,4 @@
-// A file that a test keeps open in the way of others.
+// A file that a test keeps open, to block other programs.
 #pragma once
 
 #include <windows.h>
@@ -10,11 +10,11 @@
 
 namespace kvn::test {
 
-// Opened for reading; nobody else can replace it while it is open, nor do anything that is not shared.
+// Opened for reading. While it is open, it cannot be replaced, and no access is allowed that is not shared.
 inline platform::UniqueFile HoldFile(const std::wstring& path, DWORD sharing = 0) {
     platform::UniqueFile file(
         CreateFileW(path.c_str(), GENERIC_READ, sharing, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
-    if (!file) throw std::runtime_error("the file to hold cannot be opened");
+    if (!file) throw std::runtime_error("the file cannot be held open");
     return file;
 }
 

@@ -10,7 +10,7 @@
 
 namespace kvn::test {
 
-// The message fills the item's pszText; the rest of the item says which text. Longer texts are cut at 2,047 characters.
+// The message fills the item's pszText; the other fields choose the text. Longer texts are cut at 2,047 characters.
 template <typename Item>
 std::wstring ItemText(HWND control, UINT message, int index, Item item) {
     std::array<wchar_t, 2048> text{};

@@ -22,7 +22,7 @@ inline void EnterKey(HWND dialog, int input, const std::wstring& name) {
     SendDlgItemMessageW(dialog, input, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(name.c_str()));
 }
 
-// Presses one of the dialog's buttons and waits until the dialog is gone.
+// Presses one of the dialog's buttons and waits until the dialog has closed.
 inline void CloseKeyDialog(HWND dialog, int button) {
     PostMessageW(GetDlgItem(dialog, button), BM_CLICK, 0, 0);
     Await("the end of the arbitrary-key dialog", [=] { return !IsWindow(dialog); });

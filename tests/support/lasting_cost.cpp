@@ -63,7 +63,7 @@ LastingCost LastingCost::Of(std::size_t times) const {
 }
 
 LastingCost CostOf(const std::function<void()>& deed) {
-    // What a first time makes for the life of the process is no cost of each.
+    // Allocations of the first time that stay for the life of the process do not count.
     for (std::size_t i = 0; i < kTimes; ++i) deed();
     const Held before;
     for (std::size_t i = 0; i < kTimes; ++i) deed();

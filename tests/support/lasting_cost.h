@@ -1,5 +1,5 @@
-// What Windows itself keeps of something that a program has done and ended: measured in the test's own process, by
-// doing it without the module under test. Wine and Windows differ in it, and one Wine from another.
+// The memory that Windows itself keeps after an action of a program. It is measured in the test's own process, by the
+// same action without the module under test. Wine and Windows differ, and so do versions of Wine.
 #pragma once
 
 #include <cstddef>
@@ -7,7 +7,7 @@
 
 namespace kvn::test {
 
-// What stays after a number of times.
+// The blocks and objects that stay after a number of repetitions.
 struct LastingCost {
     std::size_t processBlocks = 0;
     std::size_t runtimeBlocks = 0;
@@ -19,11 +19,11 @@ struct LastingCost {
 
 LastingCost CostOf(const std::function<void()>& deed);
 
-// A thread that shows a field for text and ends.
+// Runs a thread that shows a text field and ends.
 void ShowTextField();
 
-// A thread in which drop-down lists with `entries` entries in all end without a word to their own procedures, and then
-// a field for text as above: so the page has always ended.
+// Runs a thread in which drop-down lists with `entries` entries in total are destroyed without a message to their own
+// procedures, and then a text field as above. The page has always closed in this way.
 void ShowUnheardChoosers(std::size_t choosers, std::size_t entries);
 
 }  // namespace kvn::test

@@ -61,7 +61,7 @@ int ImageOfRow(HWND list, int row) {
     return Exchange(list, LVM_GETITEMW, 0, item).iImage;
 }
 
-// The left side of the rectangle says which of a row's rectangles is wanted.
+// The input: `left` chooses one of the row's rectangles.
 RECT LabelOfRow(HWND list, int row) {
     return Exchange(list, LVM_GETITEMRECT, static_cast<WPARAM>(row), RECT{LVIR_LABEL, 0, 0, 0});
 }

@@ -1,4 +1,4 @@
-// What a list view of any process shows, and which of its rows are selected.
+// The contents of a list view of any process, and its selected rows.
 #pragma once
 
 #include <windows.h>
@@ -11,7 +11,7 @@ namespace kvn::test {
 struct ListColumn {
     std::wstring title;  // up to 63 characters
     int width;           // pixels
-    int alignment;       // LVCFMT_LEFT and its like
+    int alignment;       // LVCFMT_LEFT or another
 
     friend bool operator==(const ListColumn&, const ListColumn&) = default;
 };
@@ -25,11 +25,11 @@ std::vector<std::wstring> TextsOfRow(HWND list, int row, int columns);
 std::vector<std::wstring> ColumnTexts(HWND list, int column);
 // The index of the row's image, or -1.
 int ImageOfRow(HWND list, int row);
-// Where the row's first text is, in the list's own coordinates.
+// The place of the row's first text, in the list's own coordinates.
 RECT LabelOfRow(HWND list, int row);
 
 std::vector<int> SelectedRowsOf(HWND list);
-// Selects the row or takes the selection away, by a message; the others stay as they are.
+// Selects or deselects the row by a message; the other rows do not change.
 void SelectRow(HWND list, int row, bool select = true);
 // Selects these rows and no others.
 void SelectRows(HWND list, const std::vector<int>& rows);

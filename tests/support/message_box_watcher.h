@@ -12,12 +12,12 @@ namespace kvn::test {
 struct MessageBoxSeen {
     std::wstring caption;
     std::wstring text;
-    UINT icon = 0;             // MB_ICONEXCLAMATION, MB_ICONINFORMATION or another; 0 when there is none
+    UINT icon = 0;             // MB_ICONEXCLAMATION, MB_ICONINFORMATION or another; 0 if there is none
     std::vector<int> buttons;  // the buttons' ids from left to right
     HWND owner = nullptr;
 };
 
-// The open message box; null when there is none.
+// The open message box; null if there is none.
 HWND OpenMessageBox();
 
 // The text of a message box of any process.

@@ -1,4 +1,4 @@
-// The memory that a module takes from the C library: counted block by block, and refused where a test wants it.
+// The memory that a module allocates from the C library, counted block by block. Tests can refuse it.
 #pragma once
 
 #include <windows.h>
@@ -10,25 +10,25 @@
 
 namespace kvn::test {
 
-// Used on one thread, as the module is. A module that gives itself up for want of memory ends the test program.
+// Used on one thread, like the module. A module that aborts for lack of memory ends the test program.
 class ModuleMemory {
 public:
     explicit ModuleMemory(HMODULE module);
 
     // Refuses the allocations with these numbers, counted from 1 for the next one.
     void Refuse(int first, int last);
-    // From this allocation on there is no memory left but what the module gives back.
+    // From this allocation on, only memory that the module frees is available.
     void ExhaustFrom(int allocation);
-    // Nothing is refused any longer. True when anything was.
+    // Stops refusing. True if anything was refused.
     bool StopRefusing();
 
-    // What was allocated since the making of this object and not given back.
+    // The blocks that were allocated since this object was created, and not freed.
     std::size_t LiveBlocks() const { return live.size(); }
 
-    // Between these two somebody is at work who loses what he has when his memory is refused; a refusal ends it, too.
+    // Between these two calls runs code that leaks its blocks if memory is refused. A refusal ends it, too.
     void BeginCarelessWork();
     void EndCarelessWork();
-    // Of the live blocks those that were allocated in such work that a refusal ended.
+    // The live blocks of such code that a refusal ended.
     std::size_t CarelesslyLostBlocks() const { return lost.size(); }
 
     bool IsInPlace() const;
@@ -44,11 +44,11 @@ private:
     int firstRefused = 0;
     int lastRefused = 0;
     bool isExhausted = false;
-    std::size_t givenBack = 0;  // bytes that an exhausted memory has again
+    std::size_t givenBack = 0;  // bytes that were freed while memory was exhausted
     int refused = 0;
     std::unordered_set<void*> live;
     bool isCareless = false;
-    std::unordered_set<void*> careless;  // of the work that goes on
+    std::unordered_set<void*> careless;  // blocks of the leaking code that is running
     std::unordered_set<void*> lost;
 
     ReplacedImport<"malloc", void*(std::size_t)> allocate;

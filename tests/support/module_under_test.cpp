@@ -74,7 +74,7 @@ LONG ModuleUnderTest::ControlPanelApplet(HWND window, UINT message, LPARAM first
 ComPointer<IClassFactory> ModuleUnderTest::Factory() const {
     void* factory = nullptr;
     if (GetClassObject(kServerClassId, IID_IClassFactory, &factory) != S_OK) {
-        throw std::runtime_error("the module gives no class factory");
+        throw std::runtime_error("the module has no class factory");
     }
     return ComPointer<IClassFactory>(static_cast<IClassFactory*>(factory));
 }

@@ -1,4 +1,4 @@
-// KvnMouseUtil.dll as a host program uses it: loaded from beside the program, called through its exports.
+// KvnMouseUtil.dll as a host program uses it: loaded from the program's folder, called through its exports.
 #pragma once
 
 #include <windows.h>
@@ -34,14 +34,14 @@ public:
 
     HMODULE Handle() const { return module.Get(); }
 
-    // Asks the module and gives this loading back, as COM does; what it gave itself may keep the module loaded.
+    // Asks the module and then frees this loading, as COM does. The module's own references may keep it loaded.
     void Unload();
-    // Gives every loading back: a page that was handed over and never opened would keep the module for good. Only when
-    // no page lives.
+    // Frees every loading, since a page that was handed over but never opened would keep the module forever. Call it
+    // only when no page is open.
     void UnloadWholly();
-    // Gives back every loading of it that the process has, without asking it.
+    // Frees every loading in the process, without asking the module.
     static void DropLoadings();
-    // Whether the module is in this process's memory, by whatever reference.
+    // Whether the module is loaded in this process, by any reference.
     static bool IsLoaded();
 
     HRESULT GetClassObject(REFCLSID classId, REFIID interfaceId, void** object) const;
@@ -50,7 +50,7 @@ public:
     HRESULT UnregisterServer() const;
     LONG ControlPanelApplet(HWND window, UINT message, LPARAM first, LPARAM second) const;
 
-    // The factory of the module's class; the test that asks needs one.
+    // The factory of the module's class. Fails the test if there is none.
     ComPointer<IClassFactory> Factory() const;
 
     // A text of the module's string table.

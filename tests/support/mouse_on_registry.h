@@ -31,7 +31,7 @@ struct PublishedMouse {
 inline constexpr wchar_t kModelKey[] = L"Software\\KORVEN\\MouseUtility\\VID0abcPID00a1";
 
 void PublishMouse(const PublishedMouse& mouse);
-// Takes one of the published values away.
+// Removes one of the published values.
 void RemovePublished(const wchar_t* value);
 void SetPublishedNumber(const wchar_t* value, DWORD number);
 
@@ -43,11 +43,11 @@ struct StoredValue {
     friend bool operator==(const StoredValue&, const StoredValue&) = default;
 };
 StoredValue StoredNumber(std::int32_t number);
-// Characters only: a text goes into the registry without its final zero.
+// Only characters, since texts are stored without their final zero.
 StoredValue StoredText(const std::wstring& text);
 StoredValue StoredList(const std::wstring& block);
 
-// Every value of a key of the current user by its name; empty when there is no such key.
+// Every value of a key of the current user, by its name; empty if there is no such key.
 std::map<std::wstring, StoredValue> StoredValues(const std::wstring& key);
 
 }  // namespace kvn::test

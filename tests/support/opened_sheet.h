@@ -1,5 +1,5 @@
-// A property sheet with the module's page, open in a thread of its own as a control panel has it, and the means to work
-// on it from the test's thread.
+// A property sheet with the module's page, open on a separate thread as in a control panel, and tools to use it from
+// the test's thread.
 #pragma once
 
 #include <windows.h>
@@ -24,24 +24,24 @@ public:
     explicit OpenedSheet(const ModuleUnderTest& moduleUnderTest, int extensions = 1, int pagesOfEach = 1);
     OpenedSheet(const OpenedSheet&) = delete;
     OpenedSheet& operator=(const OpenedSheet&) = delete;
-    // Cancels whatever is still open. A thread that does not come to its end ends the test program.
+    // Cancels everything that is still open. If the thread does not end, the test program ends.
     ~OpenedSheet();
 
-    // Waits until the sheet is shown with its first page and nothing stands before it.
+    // Waits until the sheet is shown with its first page and nothing is in front of it.
     void AwaitOpen();
 
     // Releases the extension objects and their factory, as a host may do while its sheet is open.
     void ReleaseObjects();
 
-    // What the sheet's thread does after the sheet is closed and the objects are released. To be set before.
+    // Work for the sheet's thread after the sheet has closed and the objects are released. Set it before that.
     void WhenClosed(std::function<void()> work) { afterwards = std::move(work); }
 
-    // Waits until the sheet is closed, by OK or Cancel or because there was no page; PropertySheetW's answer.
+    // Waits until the sheet has closed, by OK or Cancel or because there was no page. Returns PropertySheetW's answer.
     INT_PTR AwaitClosed();
 
-    // Valid once the sheet is closed or open.
+    // Valid once the sheet is open or closed.
     std::size_t PageCount() const { return pages.size(); }
-    // A sheet makes a page's window when it shows the page for the first time.
+    // A sheet creates a page's window when it shows the page for the first time.
     std::size_t ShownPageCount() const;
     const std::vector<HRESULT>& AddPagesResults() const { return results; }
 
@@ -53,9 +53,9 @@ public:
     HWND PaneControl(int control) const { return GetDlgItem(ButtonPane(), control); }
     HWND PageControl(int control) const { return GetDlgItem(Page(), control); }
 
-    // Runs the work in the sheet's thread and waits for its end. The work must not open a modal dialog.
+    // Runs the work on the sheet's thread and waits for its end. The work must not open a modal dialog.
     void Run(const std::function<void()>& work) const;
-    // Lets the sheet's thread do the work when it comes to it.
+    // Leaves the work for the sheet's thread, without waiting.
     void Start(std::function<void()> work) const;
     // Waits until the sheet's thread has dispatched everything that was posted so far.
     void Settle() const {
@@ -65,7 +65,7 @@ public:
     bool IsQuiet() const;
 
     bool IsApplyEnabled() const;
-    // Each press is only posted.
+    // Each press is posted, without waiting.
     void PressApply() const;
     void PressOk() const;
     void PressCancel() const;
@@ -89,7 +89,7 @@ private:
     std::vector<HPROPSHEETPAGE> pages;
     std::vector<HRESULT> results;
     std::atomic<HWND> sheet = nullptr;
-    std::atomic<HWND> runner = nullptr;  // a hidden window of the thread, which does the work that is sent to it
+    std::atomic<HWND> runner = nullptr;  // a hidden window of the thread, which runs the work
     std::atomic<DWORD> threadId = 0;
     std::atomic<INT_PTR> answer = 0;
     const platform::UniqueKernelObject ended;

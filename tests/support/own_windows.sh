@@ -1,6 +1,6 @@
 # shellcheck shell=bash
 # A separate Windows for a test: a Wine prefix, a virtual display, and a folder $state for files. All of it ends with the
-# script, the processes in $helper_pids first. Meant to be sourced, with `set -euo pipefail` already in force.
+# script, the processes in $helper_pids first. Source it after `set -euo pipefail`.
 # shellcheck source=scripts/common.sh
 . "$(dirname "${BASH_SOURCE[0]}")/../../scripts/common.sh"
 

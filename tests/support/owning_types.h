@@ -1,4 +1,4 @@
-// Owning types for what tests make or open, beyond those that platform/ has.
+// Owning types of the tests, beyond those in platform/.
 #pragma once
 
 #include <windows.h>
@@ -11,10 +11,10 @@ using UniqueWindow = platform::Owned<HWND, &DestroyWindow>;
 using UniqueMemoryContext = platform::Owned<HDC, &DeleteDC>;
 using UniqueFont = platform::Owned<HFONT, &DeleteObject>;
 using UniqueModule = platform::Owned<HMODULE, &FreeLibrary>;
-// A process's arguments, as CommandLineToArgvW hands them out.
+// A process's arguments, as CommandLineToArgvW returns them.
 using UniqueArguments = platform::Owned<wchar_t**, &LocalFree>;
 
-// A window class of the test's own, gone before the next test.
+// A window class for one test, removed before the next test.
 class RegisteredClass {
 public:
     RegisteredClass(const wchar_t* className, WNDPROC procedure) : name(className) {

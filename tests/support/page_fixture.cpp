@@ -83,7 +83,7 @@ void ExpectWarning(const MessageBoxSeen& seen, const std::wstring& text) {
     EXPECT_EQ(seen.caption, kCaption);
     EXPECT_EQ(seen.text, text);
     EXPECT_EQ(seen.icon, static_cast<UINT>(MB_ICONEXCLAMATION));
-    // The only button of an OK box has the id of Cancel or of OK, by Windows version; there is one in any case.
+    // The only button of an OK box has the id of Cancel or OK, depending on the Windows version.
     EXPECT_EQ(seen.buttons.size(), 1U);
 }
 

@@ -1,4 +1,4 @@
-// The start of every test of the page: a user with an attached mouse, a running service, the module loaded.
+// The fixture of all tests of the page: a user with an attached mouse, a running service, and the loaded module.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -46,7 +46,7 @@ protected:
     std::string SavedElement(const std::string& element, int profile = 0) const {
         return ElementIn(ReadFileText(ProfilePath()), profile, element);
     }
-    // The model's values in the registry; writing them off lets a test see what is written next.
+    // The model's values in the registry. A test forgets them to see what is written next.
     std::map<std::wstring, StoredValue> ModelValues() const { return StoredValues(mouse.Key()); }
     void ForgetModelValues() const { RegDeleteTreeW(HKEY_CURRENT_USER, mouse.Key().c_str()); }
 

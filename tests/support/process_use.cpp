@@ -15,7 +15,7 @@ namespace {
 
 constexpr char kProcesses[] = "Z:\\proc\\";
 
-// Files of this folder have no size before they are read.
+// Files of this folder report no size until they are read.
 std::string ContentOf(const std::string& path) {
     constexpr DWORD kMost = 64 * 1024;
     const platform::UniqueFile file(CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
@@ -27,7 +27,7 @@ std::string ContentOf(const std::string& path) {
     return content;
 }
 
-// Calls it for each name in a folder that begins with a digit, until it says true; returns that name.
+// Calls it for each name in a folder that begins with a digit, until it returns true; returns that name.
 template <typename Condition>
 std::string FindNumber(const std::string& folder, const Condition& isMet) {
     WIN32_FIND_DATAA found{};
@@ -45,7 +45,7 @@ bool Contains(std::string_view text, std::string_view part) {
     return text.find(part) != std::string_view::npos;
 }
 
-// Others may run the same program in a Windows of their own.
+// The same program may also run in another Wine prefix.
 bool IsInOurWindows(const std::string& number) {
     const char* const prefix = std::getenv("WINEPREFIX");
     return prefix == nullptr || Contains(ContentOf(kProcesses + number + "\\environ"), prefix);
@@ -68,7 +68,7 @@ double PrivateKilobytesOf(const std::string& number) {
     return place == std::string::npos ? 0 : std::strtod(status.c_str() + place + kLine.size(), nullptr);
 }
 
-// Where Wine does not count handles, the lowest number that is free shows whether they pile up.
+// Where Wine does not count handles, the lowest free number shows whether they accumulate.
 double HandlesOf(HANDLE process) {
     DWORD count = 0;
     if (GetProcessHandleCount(process, &count) && count != 0) return count;

@@ -13,8 +13,8 @@ struct ProcessUse {
     double handles = 0;
 };
 
-// The process runs this program with this option. Nothing when the system does not say. Wine's own answer about another
-// process is that of the asking one; there the system below it is asked.
+// The process runs this program with this option. Nothing if the system does not report it. Wine reports the caller's
+// own figures for any other process, so under Wine this asks the system below.
 std::optional<ProcessUse> UseOf(HANDLE process, const char* program, const char* option);
 
 }  // namespace kvn::test

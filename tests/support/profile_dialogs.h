@@ -1,4 +1,4 @@
-// The open dialogs "Edit Profile" and the one for a profile's name, worked and read from the test's thread.
+// The open dialog "Edit Profile" and the one for a profile's name, used and read from the test's thread.
 #pragma once
 
 #include <windows.h>
@@ -42,9 +42,9 @@ public:
 
     // Clicks the button; a disabled one does not react. Does not wait.
     void Press(int button) const { PostMessageW(Control(button), BM_CLICK, 0, 0); }
-    // Hands the button's command to the dialog, whatever the button's state. Does not wait.
+    // Sends the button's command to the dialog, in any state of the button. Does not wait.
     void Command(int button) const { PostMessageW(dialog, WM_COMMAND, static_cast<WPARAM>(button), 0); }
-    // Clicks the button and waits until the dialog is gone.
+    // Clicks the button and waits until the dialog has closed.
     void Close(int button) const;
 
 private:
@@ -55,11 +55,11 @@ private:
 
 // Waits for the dialog that asks for a name.
 HWND AwaitNameDialog();
-// Null when it is not open.
+// Null if it is not open.
 HWND OpenNameDialog();
 // Puts the name into the dialog's field.
 void EnterName(HWND nameDialog, const std::wstring& name);
-// Clicks the button and waits until the dialog is gone.
+// Clicks the button and waits until the dialog has closed.
 void CloseNameDialog(HWND nameDialog, int button);
 
 }  // namespace kvn::test

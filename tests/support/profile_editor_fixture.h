@@ -1,4 +1,4 @@
-// The start of the tests of the profile editor: the page with profiles, and the editor opened by its button.
+// The fixture of the tests of the profile editor: the page with profiles, and the editor opened by its button.
 #pragma once
 
 #include <map>
@@ -20,7 +20,7 @@ inline constexpr wchar_t kDeleteDefault[] = L"Cannot delete the default profile.
 inline constexpr wchar_t kRenameDefault[] = L"Cannot change the default profile name.";
 inline constexpr wchar_t kLimitReached[] = L"It is not possible to register more than 100 items.";
 
-// A program of Wine and of Windows, and a path without a file.
+// A program that Wine and Windows have, and a path without a file.
 inline constexpr char kRealProgram[] = "C:\\windows\\notepad.exe";
 inline constexpr char kMissingProgram[] = "C:\\nowhere\\missing.exe";
 
@@ -45,7 +45,7 @@ protected:
     void Command(int button) const;
     // Gives the command and expects this refusal.
     void ExpectRefusal(int button, const std::wstring& text) const;
-    // Gives the command and expects that it ends without a word.
+    // Gives the command and expects that it ends without a message.
     void ExpectSilence(int button) const;
     // Gives a deletion's command and answers the question.
     void CommandAndAnswer(int button, int answer) const;

@@ -24,7 +24,7 @@ void Send(WORD key, DWORD flags) {
     input.ki.wVk = key;
     input.ki.wScan = static_cast<WORD>(MapVirtualKeyW(key, MAPVK_VK_TO_VSC));
     input.ki.dwFlags = flags;
-    if (SendInput(1, &input, sizeof input) != 1) throw std::runtime_error("the system takes no input");
+    if (SendInput(1, &input, sizeof input) != 1) throw std::runtime_error("the system accepts no input");
 }
 
 }  // namespace
@@ -43,7 +43,7 @@ void PressKey(WORD key) {
 }
 
 void AwaitInputTaken(HWND window) {
-    // Windows has a window painted only when its thread's input has been taken.
+    // Windows sends WM_PAINT only when the thread's input has been handled.
     RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE);
     Await("the input to be taken", [=] { return !GetUpdateRect(window, nullptr, FALSE); });
 }

@@ -1,4 +1,4 @@
-// Key presses and clicks as the keyboard and the mouse make them, for the foreground window.
+// Key presses and clicks as from the keyboard and the mouse, for the foreground window.
 #pragma once
 
 #include <windows.h>
@@ -10,7 +10,7 @@ void HoldKey(WORD key);
 void LetGoOfKey(WORD key);
 void PressKey(WORD key);
 
-// Waits until the window's thread has taken all input that was made so far.
+// Waits until the window's thread has handled all input so far.
 void AwaitInputTaken(HWND window);
 
 // Brings a window of another thread to the front, so that input goes there.

@@ -23,7 +23,7 @@ public:
     void FailNothing();
     void Forget();
 
-    // Every write that was tried, in order; bytes as they were handed over.
+    // Every attempted write, in order; bytes as they were passed.
     std::vector<std::pair<std::wstring, StoredValue>> All() const;
     std::vector<std::wstring> Names() const;
 

@@ -1,4 +1,4 @@
-// Stands in for one function that a module imports: to record the calls, or to let them fail.
+// Replaces one function that a module imports, to record the calls or to make them fail.
 #pragma once
 
 #include <windows.h>
@@ -10,10 +10,10 @@
 
 namespace kvn::test {
 
-// The module's own entry for an imported function; null when it imports no such function.
+// The module's own entry for an imported function; null if it imports no such function.
 void** FindImport(HMODULE module, const char* functionName);
 
-// Puts another address into the entry and returns the previous one; null when the module is no longer loaded.
+// Puts another address into the entry and returns the previous one; null if the module is no longer loaded.
 void* ExchangeImport(void** entry, void* function);
 
 // A function's name as a template argument.
@@ -43,7 +43,7 @@ public:
         if (entry != nullptr) ExchangeImport(entry, original);
     }
 
-    // False when the module does not import the function, so that nothing was replaced.
+    // False if the module does not import the function, so nothing was replaced.
     bool IsInPlace() const { return entry != nullptr; }
 
 private:

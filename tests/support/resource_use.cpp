@@ -11,8 +11,8 @@
 namespace kvn::test {
 namespace {
 
-// Takes the lowest free places of a table until the holes are filled: the highest place, less what was taken, is the
-// number of objects that were there.
+// Takes the lowest free places of a table until the holes are filled. The highest place, less the number of taken ones,
+// is the number of objects before.
 template <typename Handle, typename Make, typename PlaceOf, typename GiveBack>
 std::size_t CountObjects(std::size_t probes, Make make, PlaceOf placeOf, GiveBack giveBack) {
     std::vector<Handle> made;
@@ -23,7 +23,7 @@ std::size_t CountObjects(std::size_t probes, Make make, PlaceOf placeOf, GiveBac
         made.push_back(handle);
         highest = std::max(highest, placeOf(handle));
     }
-    // The newest first, so that the next count meets the table as this one did.
+    // The newest first, so that the next count finds the table unchanged.
     std::for_each(made.rbegin(), made.rend(), giveBack);
     return highest - std::min(highest, made.size());
 }
@@ -63,7 +63,7 @@ std::size_t CountUserObjects() {
         kManyProbes, [] { return CreateMenu(); }, IndexOf<HMENU>, [](HMENU menu) { DestroyMenu(menu); });
 }
 
-// How Wine's heap looks where it keeps small blocks in groups.
+// The layout of Wine's heap where it keeps small blocks in groups.
 struct BlockHeader {
     WORD size;    // with this header, in units
     WORD unused;  // bytes at the end

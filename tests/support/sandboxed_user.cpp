@@ -19,7 +19,7 @@ std::wstring UniqueName() {
     return std::to_wstring(GetCurrentProcessId()) + L"-" + std::to_wstring(++number);
 }
 
-// The user's own root, whatever stands in its place.
+// The user's real root, even if another is in its place.
 platform::UniqueRegistryKey CurrentUser() {
     platform::UniqueRegistryKey user;
     RegOpenCurrentUser(KEY_ALL_ACCESS, user.Receive());
@@ -50,7 +50,7 @@ SandboxedHive::SandboxedHive(HKEY root) : overriddenRoot(root), path(kSandboxes 
     const LSTATUS made = RegCreateKeyExW(CurrentUser().Get(), path.c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE,
                                          KEY_ALL_ACCESS, nullptr, sandbox.Receive(), nullptr);
     if (made != ERROR_SUCCESS || RegOverridePredefKey(root, sandbox.Get()) != ERROR_SUCCESS) {
-        throw std::runtime_error("the registry sandbox could not be made");
+        throw std::runtime_error("the registry sandbox could not be created");
     }
 }
 

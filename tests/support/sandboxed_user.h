@@ -1,5 +1,5 @@
-// A Windows user of the test's own: registry hives and an application-data folder that no other program uses, gone
-// afterwards.
+// A separate Windows user for the test: registry hives and an application-data folder that no other program uses,
+// removed afterwards.
 #pragma once
 
 #include <windows.h>
@@ -10,7 +10,7 @@
 
 namespace kvn::test {
 
-// While it lives, this process finds an empty key in the place of one of the registry's roots.
+// While it lives, this process finds an empty key in place of one of the registry's roots.
 class SandboxedHive {
 public:
     explicit SandboxedHive(HKEY root);
@@ -24,8 +24,8 @@ private:
     std::wstring path;
 };
 
-// Where the shell does not let itself be led to another folder for application data, the user's own is used, provided
-// that the environment variable KVN_USER_IS_SAVED says that what matters in it has been put away.
+// If the shell cannot be given another folder for application data, the user's own is used, but only if the environment
+// variable KVN_USER_IS_SAVED says that its contents have been saved.
 class SandboxedUser {
 public:
     SandboxedUser();

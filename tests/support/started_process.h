@@ -11,13 +11,13 @@ namespace kvn::test {
 
 struct StartedProcess {
     bool hasStarted = false;
-    // Empty if it has not started, and for a program of Wine's host.
+    // Empty if it has not started, or for a program of Wine's host.
     platform::UniqueKernelObject process;
     platform::UniqueKernelObject thread;  // its first one
 };
 
-// Calls `create`, which calls CreateProcess, and repeats it after an error that Wine gives by chance: rarely, a new
-// process does not get as far as its first instruction.
+// Calls `create`, which calls CreateProcess, and repeats it after a random error of Wine: rarely, a new process ends
+// before its first instruction.
 template <typename Create>
 bool CreatesProcess(Create create) {
     constexpr int kAttempts = 3;
@@ -27,8 +27,8 @@ bool CreatesProcess(Create create) {
     return true;
 }
 
-// The command line begins with the program, in quotation marks where its path may hold blanks. The flags are those of
-// CreateProcess; without a folder the program starts in this one's.
+// The command line begins with the program, in quotation marks if its path may contain blanks. The flags are those of
+// CreateProcess; without a folder the program starts in the current one.
 inline StartedProcess StartProcess(std::wstring commandLine, DWORD flags = 0, const wchar_t* folder = nullptr) {
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;

@@ -1,5 +1,5 @@
-// How tests draw a stroke: for each letter three steps of the cursor, each longer than what fixes a direction. The
-// third one goes past the turn.
+// How tests draw a stroke: for each letter three steps of the cursor, each longer than the distance that fixes a
+// direction. The third one goes past the turn.
 #pragma once
 
 #include <windows.h>
@@ -13,7 +13,7 @@ namespace kvn::test {
 inline constexpr int kStrokeStep = 60;  // pixels
 inline constexpr int kStepsOfLetter = 3;
 
-// By how much a step of this letter moves the cursor.
+// The cursor's move in one step of this letter.
 inline POINT StepOf(char letter) {
     struct LetterRow {
         char letter;

@@ -1,4 +1,4 @@
-// What a tab control of any process shows.
+// The contents of a tab control of any process.
 #pragma once
 
 #include <windows.h>

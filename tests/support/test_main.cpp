@@ -1,5 +1,5 @@
-// The main function of tests that open windows: a test that hangs ends the program in the end and is named, with
-// the dialogs that stand open.
+// The main function of tests that open windows. If a test hangs, the program ends after a while and names the test and
+// its open dialogs.
 #include <gtest/gtest.h>
 
 #include <windows.h>

@@ -1,6 +1,5 @@
-// A program with one window, until it is asked to close: titled_window TITLE [CLASS [PARENT]]
-// With a title alone it stays in front of all others. PARENT is the title of another program's window, in which this
-// one then stands.
+// A program with one window, until it is asked to close: titled_window TITLE [CLASS [PARENT]] With only a title it
+// stays in front of all others. PARENT is the title of another program's window, inside which this one is then created.
 #include <windows.h>
 
 namespace {

@@ -1,4 +1,4 @@
-// Waiting for other threads, windows and files: by condition, never by time.
+// Waits for other threads, windows and files: for conditions, never for a time.
 #pragma once
 
 #include <windows.h>
@@ -9,7 +9,7 @@
 
 namespace kvn::test {
 
-// Only a test that fails waits so long, and a busy machine is no failure.
+// Only a failing test waits this long; a busy machine must not cause a failure.
 inline constexpr std::chrono::seconds kPatience{20};
 inline constexpr unsigned kPatienceMilliseconds = 1000U * kPatience.count();
 
@@ -19,7 +19,7 @@ public:
     explicit NeverHappened(const std::string& what) : std::runtime_error("timed out waiting for " + what) {}
 };
 
-// Whether the condition comes true while there is patience left.
+// Whether the condition becomes true before the patience runs out.
 template <typename Condition>
 bool ComesTrue(Condition&& condition, std::chrono::milliseconds patience = kPatience) {
     const auto deadline = std::chrono::steady_clock::now() + patience;

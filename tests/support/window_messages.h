@@ -1,4 +1,4 @@
-// Asking windows of any process by messages. One that does not answer while there is patience ends the test.
+// Asks windows of any process by messages. A window that does not answer within the patience ends the test.
 #pragma once
 
 #include <windows.h>
@@ -11,7 +11,7 @@
 
 namespace kvn::test {
 
-// What a window cannot be asked; its text names the window.
+// Thrown if a window cannot be asked; its text names the window.
 class NoAnswer : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
@@ -22,7 +22,7 @@ std::string Describe(HWND window);
 
 LRESULT Send(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
 
-// Memory in the process of a window: pointers in the messages of common controls are not carried across processes.
+// Memory in the process of a window: pointers in the messages of common controls do not work across processes.
 class WindowMemory {
 public:
     WindowMemory(HWND window, std::size_t bytes);
@@ -40,7 +40,7 @@ private:
     std::size_t size;
 };
 
-// Sends a message whose lParam points to this structure; the structure as the window leaves it.
+// Sends a message whose lParam points to this structure; returns the structure as the window leaves it.
 template <typename Structure>
 Structure Exchange(HWND window, UINT message, WPARAM wParam, Structure content) {
     const WindowMemory memory(window, sizeof content);

@@ -1,4 +1,4 @@
-// Finds windows and reads their content.
+// Finds windows and reads their contents.
 #pragma once
 
 #include <windows.h>
@@ -12,7 +12,7 @@ namespace kvn::test {
 inline constexpr wchar_t kDialogClass[] = L"#32770";
 
 std::wstring ClassOf(HWND window);
-// As the window itself says.
+// The text that the window itself reports.
 std::wstring TextOf(HWND window);
 // A top-level window's title, without waiting for its thread.
 std::wstring TitleOf(HWND window);

@@ -1,4 +1,4 @@
-// Pictures that tests put in the place of the mouse's.
+// Pictures that tests use in place of the mouse's.
 #pragma once
 
 #include <windows.h>

@@ -8,7 +8,7 @@ namespace kvn::test {
 
 XDisplay::UniqueSocket XDisplay::Connect() {
     const char* const port = std::getenv("KVN_X_INPUT_PORT");
-    if (port == nullptr) throw std::runtime_error("no mouse: start this program by its script");
+    if (port == nullptr) throw std::runtime_error("no mouse: start this program with its script");
     WSADATA data{};
     WSAStartup(MAKEWORD(2, 2), &data);
     sockaddr_in address{};

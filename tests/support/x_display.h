@@ -1,4 +1,4 @@
-// The X display below Wine: x_input.py presses its buttons and keys, which nothing marks as made by a program.
+// The X display below Wine: x_input.py presses its buttons and keys, and nothing marks them as made by a program.
 #pragma once
 
 #include <winsock2.h>
@@ -12,10 +12,10 @@ namespace kvn::test {
 class XDisplay {
 public:
     // Connects to the x_input.py that start_hands of own_windows.sh has started, which releases everything when the
-    // connection ends. Throws std::runtime_error when it is not there.
+    // connection ends. Throws std::runtime_error if it is not there.
     XDisplay();
 
-    // The answer to a line that x_input.py describes. Throws std::runtime_error when the connection has ended.
+    // The answer to a line that x_input.py describes. Throws std::runtime_error if the connection has ended.
     std::string Ask(const std::string& line) const;
 
 private:

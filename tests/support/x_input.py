@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""The user's hands on an X display: presses real buttons and keys for programs under Wine, which cannot.
+"""The user's hands on an X display: presses real buttons and keys, which programs under Wine cannot do.
 
 Listens on a port of this machine, and writes its number into a file. A client sends lines, and gets one line back for each
 when the display has handled it:
@@ -12,10 +12,10 @@ when the display has handled it:
     focus ID                      the keyboard goes to the window with this number
     under                         answers with the number of the window under the pointer
     pixels X Y WIDTH HEIGHT       answers with the colours there, as RRGGBB, one after the other
-    letgo                         releases whatever this program still holds
-    when LINE                     obeys a line; answers with the moment before, as a reading of Wine's performance counter
+    letgo                         releases everything that this program still holds
+    when LINE                     obeys a line; answers with the time just before, as a reading of Wine's performance counter
 
-What a client holds when it disconnects is released.
+When a client disconnects, everything that it holds is released.
 
 Usage: x_input.py PORT-FILE
 """
@@ -71,7 +71,7 @@ class Display:
             sys.exit("x_input: there is no display")
         self.display = ctypes.c_void_p(display)
         self.x11.XAutoRepeatOff(self.display)
-        # An error must not end this program: a window may be gone.
+        # An error must not end this program, since a window may have closed.
         self.on_error = ctypes.CFUNCTYPE(ctypes.c_int, ctypes.c_void_p, ctypes.c_void_p)(lambda display, event: 0)
         self.x11.XSetErrorHandler(self.on_error)
         self.held: set[tuple[str, str]] = set()
@@ -187,7 +187,7 @@ def main() -> None:
             try:
                 serve(display, client)
             except OSError:
-                pass  # a client that was killed
+                pass  # the client was killed
             display.obey(["letgo"])
 
 

@@ -60,7 +60,7 @@ std::string List(const std::string& title, const std::vector<std::string>& lines
 
 std::string Ending(const ProgramRun& run) {
     if (!run.hasStarted) return "did not start";
-    if (run.hasTimedOut) return "was ended, since it took too long";
+    if (run.hasTimedOut) return "was ended because it took too long";
     return "ended with " + std::to_string(run.exitCode);
 }
 

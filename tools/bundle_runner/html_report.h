@@ -21,7 +21,7 @@ struct ProgramReport {
 struct Report {
     std::string version;  // of the product
     std::vector<Fact> facts;
-    std::vector<std::string> leftOut;  // tests that the bundle does not have, and why
+    std::vector<std::string> leftOut;  // tests that the bundle lacks, and why
     std::vector<std::string> faults;   // of the run itself
     std::vector<Step> installer;
     std::vector<ProgramReport> programs;
@@ -34,9 +34,9 @@ struct Counts {
     int skipped = 0;
 };
 
-// A program that did not end well although no test of it failed counts as one failure.
+// A program that failed although none of its tests did counts as one failure.
 Counts CountTests(const ProgramReport& program);
-// All programs, and the installer's steps.
+// Counts all programs, and the installer's steps.
 Counts CountAll(const Report& report);
 // "12 passed, 1 failed, 2 skipped"
 std::string Sentence(const Counts& counts);

@@ -23,7 +23,7 @@ constexpr DWORD kRebootWanted = ERROR_SUCCESS_REBOOT_REQUIRED;
 
 using UniqueInstallerHandle = platform::Owned<MSIHANDLE, &MsiCloseHandle>;
 
-// A property of an installer; empty when it has none.
+// A property of an installer; empty if it has none.
 std::wstring InstallerProperty(const std::wstring& installer, const std::wstring& name) {
     UniqueInstallerHandle database;
     UniqueInstallerHandle view;
@@ -57,7 +57,7 @@ public:
         Check("The product is listed", IsInstalled(UpgradeCode()));
         OpenPage();
         Execute("Removing", L"/x");
-        Check("The product is not listed any more", !IsInstalled(UpgradeCode()));
+        Check("The product is no longer listed", !IsInstalled(UpgradeCode()));
         Check("No service is left running", !HasService());
         return steps;
     }
@@ -83,8 +83,8 @@ private:
         Check(what, isDone, isDone ? "" : "msiexec ended with " + std::to_string(run.exitCode));
     }
 
-    // Through the registered handlers, as the Mouse control panel does; the service of the bundle takes the sample
-    // mouse.
+    // Opens the page through the registered handlers, as the Mouse control panel does. The bundle's service drives the
+    // sample mouse.
     void OpenPage() {
         const RunningProgram service(ServiceCommand(L"--mouse 1234:5678:7:1"), programs);
         AwaitService(true);
@@ -92,7 +92,7 @@ private:
             RunProgram(L"\"" + programs + L"\\control_panel.exe\" --screenshot \"" + folder + L"\\installed.png\"",
                        folder, folder + L"\\control_panel.txt", kPagePatience);
         const bool isDone = run.hasStarted && !run.hasTimedOut && run.exitCode == 0;
-        Check("The page opens from where it is installed", isDone, isDone ? "" : run.output);
+        Check("The installed page opens", isDone, isDone ? "" : run.output);
         const RunningProgram quitting(ServiceCommand(L"--quit"), programs);
         AwaitService(false);
     }

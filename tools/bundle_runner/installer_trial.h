@@ -14,8 +14,8 @@ struct Step {
     std::string reason;  // why it failed or was left out
 };
 
-// Left out when the user may not install, or has the product already. `folder` takes the pictures and what programs
-// print.
+// Left out if the user may not install, or has the product already. The pictures and the programs' output go to
+// `folder`.
 std::vector<Step> TryInstaller(const std::wstring& installer, const std::wstring& programs, const std::wstring& folder);
 
 }  // namespace kvn::bundle

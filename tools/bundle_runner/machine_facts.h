@@ -1,4 +1,4 @@
-// The machine that the tests run on, as far as it matters to them. Nothing here names the user or the computer.
+// The machine that the tests run on, as far as it affects them. Nothing here names the user or the computer.
 #pragma once
 
 #include <string>
@@ -13,7 +13,7 @@ std::vector<Fact> MachineFacts();
 
 // The true version, regardless of the manifest: 601 for 6.1, 1000 for 10.0.
 unsigned WindowsVersion();
-// As "10.0".
+// For example "10.0".
 std::wstring WindowsVersionText();
 bool IsAdministrator();
 bool SpeaksJapanese();

@@ -38,7 +38,7 @@ struct Options {
     fs::path report;
 };
 
-// One line of tests.txt: a program, and how many seconds it may take.
+// One line of tests.txt: a program, and its time limit in seconds.
 struct Ring {
     std::wstring program;
     std::chrono::seconds deadline;
@@ -92,7 +92,7 @@ Ring ToRing(const std::string& line) {
             std::chrono::seconds(std::stoi(line.substr(blank)))};
 }
 
-// One that is not there yet: runs that were cut off may have left theirs.
+// A new one each time: interrupted runs may have left theirs behind.
 fs::path MakeNewFolder() {
     for (int number = 1;; ++number) {
         fs::path folder = fs::temp_directory_path() / (L"kvn-bundle-" + std::to_wstring(number));
@@ -100,7 +100,7 @@ fs::path MakeNewFolder() {
     }
 }
 
-// A copy of the programs in a folder that can be written to, whatever the bundle's own is like.
+// A copy of the programs in a writable folder. The bundle's own folder may be read-only.
 class WorkFolder {
 public:
     explicit WorkFolder(const fs::path& programs) : path(MakeNewFolder()) {
@@ -128,7 +128,7 @@ private:
     fs::path path;
 };
 
-// The tests bring windows to the front, which Windows allows only some programs; and the screen stays on.
+// Lets the tests bring windows to the front, which Windows allows only some programs to do, and keeps the screen on.
 class ReadyDesktop {
 public:
     ReadyDesktop() {
@@ -151,8 +151,8 @@ private:
     POINT cursor{};
 };
 
-// What the tests cannot know by themselves.
-void TellTests() {
+// Facts that the tests cannot find out by themselves.
+void SetTestEnvironment() {
     SetEnvironmentVariableW(L"KVN_EXPECTED_OS", WindowsVersionText().c_str());
     SetEnvironmentVariableW(L"KVN_EXPECTED_LANGUAGE", SpeaksJapanese() ? L"1041" : L"1033");
     SetEnvironmentVariableW(L"KVN_USER_IS_SAVED", L"1");
@@ -200,7 +200,7 @@ int RunBundle(const Options& options) {
         const UserService service((work.Programs() / L"service" / L"KvnMouseApl.exe").wstring());
         SavedUser user;
         const ReadyDesktop desktop;
-        TellTests();
+        SetTestEnvironment();
         RunEverything(options, programs.parent_path(), work, report);
         report.faults = user.PutBack();
     }

@@ -33,7 +33,7 @@ constexpr wchar_t kSampleMouse[] = L"1234:5678:7:1";
 constexpr int kGestureTab = 1;
 constexpr LPARAM kKeyUp = 0xC0000001;
 
-// What the pictures show of the sample mouse: the wheel button draws gestures.
+// The sample mouse in the pictures: its wheel button draws gestures.
 constexpr wchar_t kProfileFolder[] = L"\\KORVEN\\Tarsel3";
 constexpr wchar_t kProfileFile[] = L"\\VID1234PID5678.xml";
 constexpr char kProfiles[] =
@@ -51,7 +51,7 @@ void WriteProfiles() {
     std::ofstream(std::filesystem::path(folder + kProfileFile), std::ios::binary) << kProfiles;
 }
 
-// The answer that is not empty, within the patience.
+// Asks until the answer is not empty; throws when the patience runs out.
 template <typename Question>
 auto Await(const char* what, Question question) {
     const auto deadline = std::chrono::steady_clock::now() + kPatience;
@@ -67,7 +67,7 @@ struct WindowSearch {
     HWND found;
 };
 
-// Windows come in their order, the front one first.
+// Windows are enumerated from front to back.
 BOOL CALLBACK StopAtWindow(HWND window, LPARAM parameter) {
     auto& search = *reinterpret_cast<WindowSearch*>(parameter);
     DWORD process = 0;
@@ -83,7 +83,7 @@ HWND FrontWindow(DWORD process) {
     return search.found;
 }
 
-// Two equal copies in a row: nothing is being painted any more.
+// Two equal copies in a row: the window has finished painting.
 Picture CopyWindow(HWND window) {
     RECT place{};
     GetWindowRect(window, &place);
@@ -116,7 +116,7 @@ public:
 
     Tour(const Tour&) = delete;
     Tour& operator=(const Tour&) = delete;
-    // In order: an icon of a service that was killed stays.
+    // Ends the service properly: the icon of a killed one would stay.
     ~Tour() {
         const RunningProgram quitting(serviceProgram + L" --quit", folder);
         if (quitting) static_cast<void>(quitting.EndsWithin(kPatience));
@@ -133,7 +133,7 @@ public:
         }
     }
 
-    // Takes the picture of the dialog that `opening` opens, and what `inside` wants of it.
+    // Takes the picture of the dialog that `opening` opens, and runs `inside` while it is open.
     template <typename Opening, typename Inside>
     void OpenBy(Opening opening, const char* name, Inside inside) {
         const HWND before = front;

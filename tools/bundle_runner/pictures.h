@@ -8,12 +8,11 @@ namespace kvn::bundle {
 
 struct Shot {
     std::string name;
-    std::wstring file;  // a PNG file; empty when there is none
+    std::wstring file;  // a PNG file; empty if there is none
     std::string fault;  // why there is none
 };
 
-// `programs` is the folder of the programs, `folder` that of the pictures. The service is started for it, with a sample
-// mouse.
+// `programs` is the folder of the programs, `folder` that of the pictures. Starts the service with a sample mouse.
 std::vector<Shot> TakePictures(const std::wstring& programs, const std::wstring& folder);
 
 }  // namespace kvn::bundle

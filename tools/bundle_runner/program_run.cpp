@@ -8,7 +8,7 @@ namespace {
 constexpr UINT kEndedByRunner = 258;  // WAIT_TIMEOUT
 
 platform::UniqueKernelObject MakeJob() {
-    // Before Windows 8 a program of a job cannot make jobs of its own, as tests do.
+    // Before Windows 8 a program in a job cannot make further jobs, as tests do.
     if (WindowsVersion() < 602) return {};
     platform::UniqueKernelObject job(CreateJobObjectW(nullptr, nullptr));
     JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits{};

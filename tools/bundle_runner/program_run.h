@@ -18,11 +18,11 @@ struct ProgramRun {
     std::string output;  // standard output and errors
 };
 
-// `outputFile` is overwritten. All programs that it has started end with it.
+// `outputFile` is overwritten. All programs that the program has started end with it.
 ProgramRun RunProgram(std::wstring commandLine, const std::wstring& folder, const std::wstring& outputFile,
                       std::chrono::seconds deadline);
 
-// A program that runs beside others; it ends with this object.
+// A program that runs in the background and ends with this object.
 class RunningProgram {
 public:
     RunningProgram(std::wstring commandLine, const std::wstring& folder, HANDLE output = nullptr);
@@ -32,7 +32,7 @@ public:
 
     explicit operator bool() const { return static_cast<bool>(process); }
     DWORD Id() const { return id; }
-    // False when it still runs then.
+    // False if it is still running after that.
     bool EndsWithin(std::chrono::milliseconds patience) const;
     DWORD ExitCode() const;
 

@@ -22,7 +22,7 @@ constexpr wchar_t kIsComplete[] = L"Complete";
 constexpr wchar_t kHadFolder[] = L"HadFolder";
 constexpr wchar_t kWasThere[] = L"WasThere";
 constexpr wchar_t kSavedFolderSuffix[] = L".saved-by-tests";
-// What killed tests have left.
+// Remains of killed tests.
 constexpr wchar_t kSandboxes[] = L"Software\\KvnMouseUtilTests";
 
 struct Tree {
@@ -88,7 +88,7 @@ void SaveTree(const Tree& tree, const std::wstring& store) {
     }
 }
 
-// Without the right to write the machine's keys, the tests have not written them either.
+// If we may not write the machine's keys, the tests could not write them either.
 bool MayWrite(const Tree& tree) {
     if (tree.root == HKEY_CURRENT_USER) return true;
     return static_cast<bool>(OpenKey(tree.root, L"Software\\Classes", KEY_ALL_ACCESS));
@@ -107,7 +107,7 @@ bool PutBackTree(const Tree& tree, const std::wstring& store) {
 fs::path ProfileFolder() {
     std::array<wchar_t, MAX_PATH> path{};
     if (FAILED(SHGetFolderPathW(nullptr, CSIDL_APPDATA, nullptr, SHGFP_TYPE_CURRENT, path.data()))) {
-        throw std::runtime_error("Windows knows no folder for application data.");
+        throw std::runtime_error("Windows has no folder for application data.");
     }
     return fs::path(path.data()) / L"KORVEN";
 }
@@ -119,7 +119,7 @@ fs::path SavedFolder() {
 bool PutBackFolder() {
     std::error_code error;
     const bool isAway = fs::exists(SavedFolder(), error);
-    // The user's own, when it was never moved or is back already.
+    // It is the user's own if it was never moved or is back already.
     if (ReadFlag(kStore, kHadFolder) && !isAway) return true;
     fs::remove_all(ProfileFolder(), error);
     if (!error && isAway) fs::rename(SavedFolder(), ProfileFolder(), error);

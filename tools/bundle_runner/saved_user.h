@@ -1,5 +1,5 @@
-// Saves the user's and the machine's settings that the tests may change, and restores them afterwards. A run that was
-// cut off leaves it put away; the next run puts it back first.
+// Saves the user's and the machine's settings that the tests may change, and restores them afterwards. If a run was
+// interrupted, the next run restores them first.
 #pragma once
 
 #include <string>
@@ -9,7 +9,7 @@ namespace kvn::bundle {
 
 class SavedUser {
 public:
-    // Throws std::runtime_error when something cannot be put away; nothing has been changed then.
+    // Throws std::runtime_error if something cannot be saved; nothing has been changed then.
     SavedUser();
     SavedUser(const SavedUser&) = delete;
     SavedUser& operator=(const SavedUser&) = delete;

@@ -23,7 +23,7 @@ std::string_view TakeLine(std::string_view& text) {
     return line;
 }
 
-// A mark may follow what a test printed without a line's end.
+// A mark may follow a test's output on the same line.
 std::optional<Outcome> EndOf(std::string_view name, std::string_view line) {
     for (const EndMark& end : kEnds) {
         const std::size_t place = line.find(end.mark);

@@ -11,7 +11,7 @@ enum class Outcome { Passed, Failed, Skipped };
 
 struct TestResult {
     std::string name;
-    Outcome outcome = Outcome::Failed;  // also that of a test that has not come to its end
+    Outcome outcome = Outcome::Failed;  // also for a test that did not finish
     std::string printed;                // the output of the test, with its reasons
 };
 

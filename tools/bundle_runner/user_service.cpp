@@ -37,7 +37,7 @@ UserService::UserService(const std::wstring& program) : running(PathOfRunningSer
     if (FindWindowW(nullptr, platform::kServiceName) == nullptr) return;
     const RunningProgram quitting(L"\"" + program + L"\" --quit", FolderOf(program));
     if (!quitting || !quitting.EndsWithin(kPatience) || FindWindowW(nullptr, platform::kServiceName) != nullptr) {
-        throw std::runtime_error("The service that runs does not end.");
+        throw std::runtime_error("The running service does not end.");
     }
 }
 

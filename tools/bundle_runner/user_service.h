@@ -1,4 +1,4 @@
-// The service that the user has running: it ends before the tests and is started again after them.
+// The user's running service: it is ended before the tests and started again after them.
 #pragma once
 
 #include <string>
@@ -7,8 +7,7 @@ namespace kvn::bundle {
 
 class UserService {
 public:
-    // `program` is a service's program, whose --quit any running service obeys. Throws std::runtime_error when it does
-    // not.
+    // `program` is any service program: its --quit ends every running service. Throws std::runtime_error if that fails.
     explicit UserService(const std::wstring& program);
     UserService(const UserService&) = delete;
     UserService& operator=(const UserService&) = delete;

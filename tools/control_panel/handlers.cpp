@@ -11,7 +11,7 @@ namespace {
 
 std::optional<CLSID> ToClassId(const std::wstring& text) {
     CLSID classId;
-    // IIDFromString takes a GUID only; CLSIDFromString would accept program names as well.
+    // IIDFromString takes only a GUID; CLSIDFromString would accept program names as well.
     if (FAILED(IIDFromString(text.c_str(), &classId)) || classId == CLSID_NULL) return std::nullopt;
     return classId;
 }

@@ -13,7 +13,7 @@ inline constexpr wchar_t kHandlersKey[] =
     L"Software\\Microsoft\\Windows\\CurrentVersion\\Controls Folder\\Mouse\\shellex\\PropertySheetHandlers";
 
 struct Handler {
-    std::wstring name;  // of its key
+    std::wstring name;  // the name of its key
     CLSID classId;
 };
 

@@ -10,7 +10,7 @@ namespace kvn::control_panel {
 
 std::wstring DescribeError(unsigned long error) {
     LocalText<wchar_t*> message;
-    // With FORMAT_MESSAGE_ALLOCATE_BUFFER the parameter that is declared as the buffer takes its address.
+    // With FORMAT_MESSAGE_ALLOCATE_BUFFER the buffer parameter takes the address of a pointer instead.
     FormatMessageW(FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS |
                        FORMAT_MESSAGE_MAX_WIDTH_MASK,
                    nullptr, error, 0, reinterpret_cast<wchar_t*>(message.Receive()), 0, nullptr);

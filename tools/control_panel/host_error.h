@@ -1,4 +1,4 @@
-// The host's one way to give up: a text for the user and the exit code of the program.
+// How the host gives up: a text for the user, and the program's exit code.
 #pragma once
 
 #include <string>

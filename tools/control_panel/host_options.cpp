@@ -26,7 +26,7 @@ std::wstring FullPath(const std::wstring& path) {
         full.resize(length);
         length = GetFullPathNameW(path.c_str(), length, full.data(), nullptr);
     }
-    if (length == 0 || length > full.size()) RefuseUsage(L"\"" + path + L"\" is no file name.");
+    if (length == 0 || length > full.size()) RefuseUsage(L"\"" + path + L"\" is not a file name.");
     full.resize(length);
     return full;
 }
@@ -35,7 +35,7 @@ int Number(const std::wstring& text) {
     wchar_t* end = nullptr;
     const long number = std::wcstol(text.c_str(), &end, 10);
     if (text.empty() || *end != L'\0' || number < 0 || number > 0xFFFF) {
-        RefuseUsage(L"\"" + text + L"\" is no number from 0 to 65535.");
+        RefuseUsage(L"\"" + text + L"\" is not a number from 0 to 65535.");
     }
     return static_cast<int>(number);
 }

@@ -24,7 +24,7 @@ struct Sources {
     std::wstring complaints;  // one line for each handler that could not be used
 };
 
-// As in the shell, a handler that fails does not keep the others from the sheet.
+// As in the shell, a handler that fails does not stop the others.
 template <typename Load>
 void Collect(Sources& sources, std::vector<Page>& pages, Load load) {
     try {

@@ -1,4 +1,4 @@
-// Owning types for what the host gets from Windows, beyond those that platform/ has.
+// Owning types of the host, beyond those in platform/.
 #pragma once
 
 #include <windows.h>
@@ -24,14 +24,14 @@ using Page = Owned<HPROPSHEETPAGE, &DestroyPropertySheetPage>;
 template <typename Text>
 using LocalText = Owned<Text, &LocalFree>;
 
-// The thread's single-threaded COM apartment, as the shell's property sheets have it. Made before, and gone after,
-// every interface pointer of the thread.
+// The thread's single-threaded COM apartment, as the shell's property sheets have it. It is made before every interface
+// pointer of the thread, and destroyed after them.
 class SheetApartment {
 public:
     SheetApartment() : result(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE)) {}
     ~SheetApartment() {
         if (FAILED(result)) return;
-        CoFreeUnusedLibrariesEx(0, 0);  // without the delay that COM keeps an unused DLL for
+        CoFreeUnusedLibrariesEx(0, 0);  // at once: COM would keep an unused DLL for a while
         CoUninitialize();
     }
     SheetApartment(const SheetApartment&) = delete;

@@ -12,8 +12,8 @@
 namespace kvn::control_panel {
 namespace {
 
-// The threading models whose objects live in the apartment that creates them. Others would come as proxies, which a
-// property sheet cannot use; no model at all means the process's first apartment, which is the host's only one.
+// The threading models whose objects live in the apartment that creates them. Other objects would be proxies, which a
+// property sheet cannot use. No model at all means the process's first apartment, which is the host's only one.
 constexpr const wchar_t* kUsableThreadingModels[] = {L"", L"Apartment", L"Both"};
 
 [[noreturn]] void Refuse(const std::wstring& what, const std::wstring& why) {
@@ -46,7 +46,7 @@ void** OutParameter(ComPointer<Interface>& pointer) {
     return reinterpret_cast<void**>(pointer.Receive());
 }
 
-// The shell's side of AddPages: true takes the page over.
+// The shell's side of AddPages. TRUE means that it owns the page now.
 BOOL CALLBACK TakePage(HPROPSHEETPAGE page, LPARAM collection) {
     auto& pages = *reinterpret_cast<std::vector<Page>*>(collection);
     if (pages.size() == pages.capacity()) return FALSE;
@@ -84,7 +84,7 @@ PageProvider PageProvider::FromLibrary(const std::wstring& dll) {
 }
 
 void PageProvider::AddPagesTo(std::vector<Page>& pages) const {
-    // Pages of a handler that fails half-way go with it: they need its DLL.
+    // If a handler fails halfway, its pages are dropped with it: they need its DLL.
     std::vector<Page> offered;
     offered.reserve(MAXPROPPAGES - pages.size());
     CheckResult(extension.Get()->AddPages(&TakePage, reinterpret_cast<LPARAM>(&offered)), L"A handler's AddPages");

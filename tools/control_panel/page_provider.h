@@ -13,23 +13,23 @@
 
 namespace kvn::control_panel {
 
-// As COM does it: a DLL that still has objects stays loaded.
+// Like COM, keeps a DLL loaded that still has objects.
 void FreeUnusedLibrary(HMODULE module);
 using Library = Owned<HMODULE, &FreeUnusedLibrary>;
 
 class PageProvider {
 public:
-    // Both throw HostError when the class cannot be made in this thread's apartment or serves no property pages.
+    // Both throw HostError if the class cannot be created in this thread's apartment or provides no property pages.
     static PageProvider FromHandler(const Handler& handler);
     static PageProvider FromLibrary(const std::wstring& dll);
 
-    // Appends the pages that the handler offers, which may be none. Throws HostError when the handler fails.
+    // Appends the pages that the handler offers, if any. Throws HostError if the handler fails.
     void AddPagesTo(std::vector<Page>& pages) const;
 
 private:
     PageProvider() = default;
 
-    Library library;  // empty when COM keeps the DLL; goes after the object that lives in it
+    Library library;  // empty if COM keeps the DLL; must outlive the object in it
     ComPointer<IShellPropSheetExt> extension;
 };
 

@@ -20,7 +20,7 @@ std::wstring ClassKey() {
 
 void RegisterPage(const std::wstring& dll) {
     if (GetFileAttributesW(dll.c_str()) == INVALID_FILE_ATTRIBUTES) {
-        throw HostError{dll + L" is not there: " + DescribeError(GetLastError()) + L"."};
+        throw HostError{dll + L" is missing: " + DescribeError(GetLastError()) + L"."};
     }
     const std::wstring server = ServerKey(resources::kServerClassId);
     WriteRegistryText(HKEY_CLASSES_ROOT, ClassKey(), nullptr, L"KORVEN mouse settings page");

@@ -7,7 +7,7 @@
 
 namespace kvn::control_panel {
 
-// Writing needs the rights of an administrator. Both throw HostError.
+// Writing needs administrator rights. Both throw HostError.
 void RegisterPage(const std::wstring& dll);
 void UnregisterPage();
 

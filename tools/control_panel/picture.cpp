@@ -59,7 +59,7 @@ Picture CopyScreen(const RECT& rectangle) {
     BITMAPINFO format{};
     format.bmiHeader.biSize = sizeof(format.bmiHeader);
     format.bmiHeader.biWidth = picture.width;
-    format.bmiHeader.biHeight = -picture.height;  // rows from the top
+    format.bmiHeader.biHeight = -picture.height;  // negative: rows from the top
     format.bmiHeader.biPlanes = 1;
     format.bmiHeader.biBitCount = 8 * kBytesPerPixel;
     format.bmiHeader.biCompression = BI_RGB;
@@ -72,7 +72,7 @@ Picture CopyScreen(const RECT& rectangle) {
 
 void SavePng(const Picture& picture, const std::wstring& file) {
     const GdiPlus gdiPlus;
-    std::vector<std::uint32_t> pixels = picture.pixels;  // GDI+ wants memory that it may write to
+    std::vector<std::uint32_t> pixels = picture.pixels;  // GDI+ needs writable memory
     Gdiplus::Bitmap bitmap(picture.width, picture.height, picture.width * kBytesPerPixel, PixelFormat32bppRGB,
                            reinterpret_cast<BYTE*>(pixels.data()));
     const CLSID encoder = FindPngEncoder();

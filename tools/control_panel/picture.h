@@ -1,4 +1,4 @@
-// A copy of the screen's content, and its storage in a PNG file.
+// Copies part of the screen, and saves the copy as a PNG file.
 #pragma once
 
 #include <windows.h>

@@ -6,7 +6,7 @@
 namespace kvn::control_panel {
 namespace {
 
-// The longest name that the registry gives a key, and its final zero.
+// The longest name of a registry key, and its final zero.
 constexpr DWORD kKeyNameSize = 256;
 
 [[noreturn]] void RefuseWrite(const std::wstring& path, LSTATUS status) {

@@ -31,7 +31,7 @@ void ShowSheet(std::vector<Page> pages) {
     header.nPages = static_cast<UINT>(handles.size());
     header.phpage = handles.data();
 
-    for (Page& page : pages) page.Release();  // the sheet destroys its pages, whatever becomes of it
+    for (Page& page : pages) page.Release();  // the sheet destroys its pages in any case
     const INT_PTR result = PropertySheetW(&header);
     const DWORD error = GetLastError();
     DiscardQuitMessages();

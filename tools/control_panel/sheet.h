@@ -7,10 +7,10 @@
 
 namespace kvn::control_panel {
 
-// As Windows calls its own sheet in the user's language.
+// The title that Windows gives its own sheet in the user's language.
 const wchar_t* SheetTitle();
 
-// Shows the pages until the user ends the sheet with OK or Cancel. Throws HostError when it cannot be opened.
+// Shows the pages until the user ends the sheet with OK or Cancel. Throws HostError if it cannot be opened.
 void ShowSheet(std::vector<Page> pages);
 
 }  // namespace kvn::control_panel

@@ -29,7 +29,7 @@ void SelectTab(HWND page, int index) {
     if (!tabs || index >= TabCtrl_GetItemCount(tabs)) {
         throw HostError{L"The page has no tab " + std::to_wstring(index) + L"."};
     }
-    // Unlike TCM_SETCURSEL this notifies the page, as a click does.
+    // Unlike TCM_SETCURSEL, this notifies the page, as a click does.
     TabCtrl_SetCurFocus(tabs, index);
 }
 
@@ -81,7 +81,7 @@ void SheetDriver::OnTick() {
     if (!options.screenshot.empty()) {
         if (++ticks > kTickLimit) throw HostError{L"The sheet did not come to rest."};
         if (const HWND dialog = FindDialogAbove(SheetTitle())) {
-            throw HostError{L"A dialog stands above the sheet: " + DescribeDialog(dialog) + L"."};
+            throw HostError{L"A dialog is open above the sheet: " + DescribeDialog(dialog) + L"."};
         }
     }
     const HWND sheet = FindSheet(SheetTitle());
@@ -94,14 +94,14 @@ void SheetDriver::OnTick() {
 void SheetDriver::Prepare(HWND sheet, HWND page) {
     isPrepared = true;
     SetForegroundWindow(sheet);
-    // Wine leaves the title of a dialog that is active from its first moment painted as that of an inactive one.
+    // If a dialog is active from the start, Wine still paints its title as inactive.
     if (GetForegroundWindow() == sheet) SendMessageW(sheet, WM_NCACTIVATE, TRUE, 0);
     if (options.tab) SelectTab(page, *options.tab);
     if (options.focus) FocusControl(sheet, page, *options.focus);
     if (!options.readyFile.empty()) MakeReadyFile(options.readyFile);
 }
 
-// Two equal copies in a row: nothing is being painted any more.
+// Two equal copies in a row: the sheet has finished painting.
 void SheetDriver::TakePicture(HWND sheet) {
     RECT rectangle{};
     GetWindowRect(sheet, &rectangle);
@@ -113,7 +113,7 @@ void SheetDriver::TakePicture(HWND sheet) {
     lastPicture = std::move(picture);
 }
 
-// Repeated at each tick until the sheet's modal loop has ended: a dialog above the sheet has to go first.
+// Repeated at each tick until the sheet's modal loop has ended: dialogs above the sheet must close first.
 void SheetDriver::Close() {
     if (const HWND dialog = FindDialogAbove(SheetTitle())) {
         for (const WPARAM button : kRefusals) PostMessageW(dialog, WM_COMMAND, button, 0);

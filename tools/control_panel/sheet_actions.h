@@ -11,8 +11,8 @@
 
 namespace kvn::control_panel {
 
-// Works from a timer of the sheet's thread. Windows delivers timer messages only when nothing else waits, so at each
-// tick the sheet has handled its messages and painted; one driver at a time.
+// Runs on a timer of the sheet's thread; one driver at a time. Windows delivers timer messages only when no other
+// message waits, so at each tick the sheet has handled its messages and painted.
 class SheetDriver {
 public:
     explicit SheetDriver(const Options& wanted);
@@ -20,7 +20,7 @@ public:
     SheetDriver(const SheetDriver&) = delete;
     SheetDriver& operator=(const SheetDriver&) = delete;
 
-    // After the sheet has closed: throws HostError when something that was asked for could not be done.
+    // Call it after the sheet has closed. Throws HostError if a requested action could not be done.
     void CheckOutcome() const;
 
 private:

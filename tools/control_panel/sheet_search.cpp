@@ -14,7 +14,7 @@ std::wstring TextOf(HWND window) {
     return text;
 }
 
-// Both work in a buffer of their own: they are called from an enumeration, which no exception may cross.
+// Both use a buffer on the stack: they are called from an enumeration, which no exception may cross.
 bool IsVisibleDialog(HWND window) {
     wchar_t name[16] = L"";
     GetClassNameW(window, name, static_cast<int>(std::size(name)));

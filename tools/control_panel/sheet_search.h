@@ -7,7 +7,7 @@
 
 namespace kvn::control_panel {
 
-// All three give null when there is none, or none that is visible.
+// All three return null if there is none, or none is visible.
 HWND FindSheet(const wchar_t* title);
 HWND FindDialogAbove(const wchar_t* sheetTitle);
 // Searches the page and its panes. Hidden controls do not count, as panes use the same ids.

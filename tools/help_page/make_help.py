@@ -52,7 +52,7 @@ def read(path: str) -> str:
 
 
 def plain(name: str, language: str) -> str:
-    """By an id, or by the English words if their translation is the same everywhere."""
+    """A text by its id, or by its English words if their translation is the same everywhere."""
     if name in TEXTS:
         return TEXTS[name][language]
     found = {texts[language] for texts in all_texts() if texts["en"] == name}
@@ -66,7 +66,7 @@ def all_texts() -> list[dict[str, str]]:
 
 
 def labels() -> list[dict[str, str]]:
-    """The texts of the dialogs that have no id of their own."""
+    """The texts of the dialogs that have no id."""
     pairs = re.findall(r'UI_TEXT\("([^"]*)", "([^"]*)"\)', read("resources/dialogs.rc"))
     return [{"en": english, "ja": japanese} for english, japanese in pairs]
 
@@ -75,12 +75,12 @@ LABELS = labels()
 
 
 def shown(text: str) -> str:
-    """A message with what the programs fill in left open."""
+    """A message with its placeholders left open."""
     return html.escape(re.sub(r"%[12]", "…", text).replace("%d", "100"))
 
 
 class Function:
-    """A row of the catalogue, and what the service does for it."""
+    """A row of the catalogue, and the service's action for it."""
 
     def __init__(self, text_id: str, code: int, first_charm: int, last_charm: int) -> None:
         self.text_id, self.code = text_id, code

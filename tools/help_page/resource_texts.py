@@ -21,7 +21,7 @@ CONTROL = re.compile(rf"^\s*(?:CONTROL|GROUPBOX|PUSHBUTTON|LTEXT|RTEXT) {TEXT},\
 
 
 def plain(text: str) -> str:
-    """As it is shown: without the mark of an access key, and with lines broken where the program breaks them."""
+    """The text as shown: without the mark of an access key, and with lines broken where the program breaks them."""
     return re.sub(r"\(&\w\)|&(?=\w)", "", text).replace("\\n", "\n").replace("\\\\", "\\")
 
 
@@ -30,7 +30,7 @@ def pair(english: str, japanese: str, both: str) -> dict[str, str]:
 
 
 def load() -> dict[str, dict[str, str]]:
-    """By id: a text's, a dialog's (its title), or a control's that has a text of its own."""
+    """The texts by their ids: of the string table, of a dialog (its title), or of a control that has its own text."""
     texts: dict[str, dict[str, str]] = {}
     for file in FILES:
         source = (ROOT / file).read_text(encoding="utf-8")

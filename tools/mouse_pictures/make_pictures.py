@@ -13,8 +13,8 @@ import sys
 
 WIDTH, HEIGHT = 354, 416
 
-# The mouse is seen from above and a little from its left, its front at the top. Outlines share their edges: the two
-# buttons and the palm rest make up the shell, the flank with the thumb buttons stands out to the left of it.
+# The mouse is seen from above and slightly from its left, with its front at the top. Outlines share their edges: the
+# two buttons and the palm rest make up the shell, the flank with the thumb buttons stands out to the left of it.
 SHELL = ("M208 26 C252 26 285 42 290 96 C294 142 286 182 292 232 C300 306 282 394 204 394 "
          "C124 394 104 310 117 232 C125 184 122 146 126 96 C130 42 166 26 208 26 Z")
 FLANK = ("M127 84 C110 96 92 132 87 176 C83 214 62 250 64 296 C67 346 112 388 176 391 "
@@ -149,7 +149,7 @@ def marked_tilt(to_left):
     return f"{slot()}<g{mirror}>{marked_wheel(lean=-9)}{glowing(arrow)}</g>"
 
 
-# What is drawn over the plain mouse, by the number in the picture's name.
+# The mark that is drawn over the plain mouse, by the number in the picture's name.
 MARKS = {
     1: lambda: glowing(f'<path d="{LEFT_BUTTON}"/>'),
     2: lambda: glowing(f'<path d="{RIGHT_BUTTON}"/>'),
