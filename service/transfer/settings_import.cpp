@@ -48,8 +48,8 @@ private:
     bool isMine = false;
 };
 
-std::wstring NameOf(const MouseModel& model) {
-    return model::MouseIdsText(model.vid, model.pid);
+std::wstring NameOf(const MouseModel& mouse) {
+    return model::MouseIdsText(mouse.vid, mouse.pid);
 }
 
 // A file from anywhere and a profile file are read alike: the former is in ASCII, which every code page has.
@@ -59,8 +59,8 @@ std::variant<model::ProfileSet, model::ImportProblem> Parse(std::string bytes) {
     return model::ParseImport(std::move(bytes), model::NewProfileRecord(), {codec, arbitraryKey});
 }
 
-Answer Replace(const MouseModel& model, model::ProfileSet profiles) {
-    SettingsReplacement replacement(model);
+Answer Replace(const MouseModel& mouse, model::ProfileSet profiles) {
+    SettingsReplacement replacement(mouse);
     const Result result = replacement.Run(std::move(profiles));
     const std::wstring& kept = replacement.KeptFile();
     if (result == Result::NothingChanged) return Fault(IDS_FAULT_IMPORT_NOT_SAVED);

@@ -26,8 +26,8 @@ StoredValue Text(DWORD type, const std::wstring& text) {
     return value;
 }
 
-// A model that is loaded and whose registry values are in place.
-class WriteModelTest : public SettingsStore {
+// The settings of a mouse are loaded, and its registry values are in place.
+class LoadedSettings : public SettingsStore {
 protected:
     void SetUp() override { ASSERT_TRUE(LoadMouseSettings(settings)); }
 
@@ -77,8 +77,8 @@ protected:
     }
 };
 
-using WriteRegistryValuesTest = WriteModelTest;
-using SaveProfilesTest = WriteModelTest;
+using WriteRegistryValuesTest = LoadedSettings;
+using SaveProfilesTest = LoadedSettings;
 
 TEST_F(WriteRegistryValuesTest, WritesNothingWhenNothingChanged) {
     EXPECT_TRUE(WriteAndFail(L"", true).empty());
