@@ -38,7 +38,7 @@ TEST_F(SlotChooserTest, AllSevenOfferTheSameOnAMouseWithSevenButtons) {
     const std::vector<ComboEntry> first = EntriesOf(sheet->PaneControl(IDC_PANE_LEFT));
     EXPECT_EQ(first.front(), (ComboEntry{L"Left click", 1}));
     EXPECT_EQ(first.back(), (ComboEntry{L"Off", 38}));
-    for (const int control : kSlotControls) EXPECT_TRUE(first == EntriesOf(sheet->PaneControl(control))) << control;
+    for (const int control : kSlotControls) EXPECT_EQ(EntriesOf(sheet->PaneControl(control)), first) << control;
 }
 
 TEST_F(SlotChooserTest, ArrowKeysChooseAndConfirm) {
@@ -99,7 +99,7 @@ TEST_F(SlotChooserTest, AnswersItsDestructionItself) {
         // The combo box would give up its list at the one and everything else at the other.
         EXPECT_EQ(SendMessageW(combo, WM_DESTROY, 0, 0), 0);
         EXPECT_EQ(SendMessageW(combo, WM_NCDESTROY, 0, 0), 0);
-        EXPECT_TRUE(entries == EntriesOf(combo)) << control;
+        EXPECT_EQ(EntriesOf(combo), entries) << control;
     }
     EXPECT_EQ(quits, 14);
 }
