@@ -7,13 +7,12 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/window_names.h"
+
 namespace kvn::test {
 
-std::wstring ClassOf(HWND window);
 // As the window itself says.
 std::wstring TextOf(HWND window);
-// A top-level window's title, without waiting for its thread.
-std::wstring TitleOf(HWND window);
 
 // The first top-level window of this process that meets the condition, or null.
 HWND FindTopLevelWindow(const std::function<bool(HWND)>& condition);
