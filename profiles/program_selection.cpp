@@ -40,7 +40,7 @@ int lastClickedRow = 0;
 
 // The current folder of the host program, put back at the end: the dialog that opens files leaves another one, which
 // would then be in use for as long as the host runs.
-class KeptCurrentFolder {
+class [[nodiscard]] KeptCurrentFolder {
 public:
     KeptCurrentFolder() : folder(GetCurrentDirectoryW(0, nullptr), L'\0') {
         const DWORD length = GetCurrentDirectoryW(static_cast<DWORD>(folder.size()), folder.data());

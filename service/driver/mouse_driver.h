@@ -43,7 +43,7 @@ public:
 
     // Watches the mice by this window, publishes one and takes its settings; the choice is that of --mouse. False when
     // the mouse cannot be driven at all.
-    bool Start(HWND messageWindow, const std::optional<ChosenMouse>& choice);
+    [[nodiscard]] bool Start(HWND messageWindow, const std::optional<ChosenMouse>& choice);
 
     // Waits a moment until its settings are in force.
     void Choose(const ChosenMouse& choice);
@@ -52,7 +52,7 @@ public:
     void LogTo(const std::wstring& path) { log.WriteTo(path); }
     void Pause(bool pause);
     // An empty name: by the program in front. Waits a moment until it is in force; false if there is no such profile.
-    bool Force(const std::wstring& profile);
+    [[nodiscard]] bool Force(const std::wstring& profile);
     // The session was switched away, so another one publishes its mouse; or it is back.
     void LeaveSession(bool isStillActive);
     void ReturnToSession();

@@ -28,7 +28,7 @@ namespace {
 using Result = SettingsReplacement::Result;
 
 // One import at a time in a session: another one's registry values would not fit to this one's file.
-class ImportTurn {
+class [[nodiscard]] ImportTurn {
 public:
     ImportTurn() : mutex(CreateMutexW(nullptr, FALSE, L"Local\\KvnMouseAplImport")) {
         const DWORD waited = mutex ? WaitForSingleObject(mutex.Get(), kPatienceMilliseconds) : WAIT_FAILED;
