@@ -47,7 +47,7 @@ start_service() {
     service_pid=$!
     wait_until 60 "$service_pid" test -e "$ready_file" && return
     if kill -0 "$service_pid" 2>/dev/null; then
-        echo "The service is not ready in time; its log: $service_log" >&2
+        echo "The service was not ready in time; its log: $service_log" >&2
         exit 1
     fi
     # It has printed why it ended: wrong options, or --help.

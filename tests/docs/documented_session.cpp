@@ -7,15 +7,14 @@
 #include "tests/end_to_end/profile_driver.h"
 #include "tests/end_to_end/stored_state.h"
 #include "tests/end_to_end/story_waiting.h"
+#include "tests/support/function_codes.h"
 
 namespace kvn::docs {
 namespace {
 
 using namespace end_to_end;
 
-constexpr int kCloseWindow = 6;
-constexpr int kGesture = 36;
-constexpr int kArbitraryKey = 37;
+using enum test::Function;
 constexpr wchar_t kNotepad[] = L"C:\\windows\\notepad.exe";
 
 constexpr char kRecordLine[] = " bytes of WM_COPYDATA:";
@@ -72,7 +71,7 @@ void DocumentedSessionTest::ReturnToInitialValues(const Sheet& sheet) const {
 void DocumentedSessionTest::AssignKeys(const Sheet& sheet) {
     sheet.ChooseByMouse(IDC_PANE_CENTER, kGesture);
     WaitFor("the gesture button", [&] { return sheet.Chosen(IDC_PANE_CENTER) == kGesture; });
-    sheet.ChooseByMouse(IDC_PANE_BUTTON5, kArbitraryKey);
+    sheet.ChooseByMouse(IDC_PANE_BUTTON5, kKeys);
     PressKeys(sheet, 'V', L"V");
     WaitFor("the keys", [&] { return sheet.ChosenText(IDC_PANE_BUTTON5) == L"Arbitrary key[Left Ctrl+V]"; });
 }
@@ -100,7 +99,7 @@ void DocumentedSessionTest::AddGestures(const Sheet& sheet) {
 
     const GestureEditor second = OpenEditor(sheet, list, IDC_GESTURES_ADD);
     Record(second, "U");
-    second.ChooseFunction(kArbitraryKey);
+    second.ChooseFunction(kKeys);
     PressKeys(sheet, 'N', L"N");
     second.CloseWith(IDOK);
     WaitFor("the second gesture", [&] { return list.Rows().size() == 2; });

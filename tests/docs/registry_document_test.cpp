@@ -7,6 +7,7 @@
 #include <regex>
 #include <set>
 
+#include "model/etc_key.h"
 #include "model/function_catalogue.h"
 #include "model/key_names.h"
 #include "model/profile.h"
@@ -155,7 +156,7 @@ TEST(RegistryDocumentTest, NamesTheKeys) {
 
 TEST(RegistryDocumentTest, TellsHowAListIsStored) {
     EXPECT_EQ(model::GesturesToMultiString({}).size() * 2, 2U);
-    EXPECT_NE(Prose().find("empty list is that one zero: 2 bytes"), std::string::npos);
+    EXPECT_NE(Prose().find("empty list is that one null: 2 bytes"), std::string::npos);
 }
 
 TEST(FunctionCodesDocumentTest, AreThoseOfTheCatalogue) {
@@ -202,6 +203,15 @@ TEST(KeyNamesDocumentTest, AreThoseOfTheTableInItsOrder) {
         expected.push_back({std::to_string(row.code), hex.data(), Narrow(row.name), row.listed ? "yes" : "no"});
     }
     EXPECT_EQ(TableWith(ReadFile("docs/key-names.md"), "code").rows, expected);
+}
+
+TEST(KeyNamesDocumentTest, SaysWhatIsLeftOfKeysWhoseNamesSeparate) {
+    const Table table = TableWith(ReadFile("docs/key-names.md"), "stored");
+    EXPECT_FALSE(table.rows.empty());
+    for (const auto& [stored, read] : table.Columns("stored", "what the page reads when it is opened again")) {
+        const std::wstring text(stored.begin(), stored.end());
+        EXPECT_EQ(Narrow(model::EtcKeyToText(model::TextToEtcKey(text, L"Arbitrary key"))), read) << stored;
+    }
 }
 
 }  // namespace

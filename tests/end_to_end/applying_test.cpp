@@ -5,12 +5,12 @@
 #include "tests/end_to_end/profile_text.h"
 #include "tests/end_to_end/stored_state.h"
 #include "tests/end_to_end/story_waiting.h"
+#include "tests/support/function_codes.h"
 
 namespace kvn::end_to_end {
 namespace {
 
-constexpr int kSwitchApplications = 5;
-constexpr int kCloseWindow = 6;
+using enum test::Function;
 
 // With a profile file in place the page has nothing to write into the registry when it opens.
 class ApplyingTest : public EndToEndTest {
@@ -42,7 +42,7 @@ TEST_F(ApplyingTest, ReopenedPageShowsWhatWasApplied) {
     StartService();
     {
         const Sheet sheet = OpenSheet();
-        sheet.ChooseByMouse(IDC_PANE_BUTTON4, kSwitchApplications);
+        sheet.ChooseByMouse(IDC_PANE_BUTTON4, kSwitchPrograms);
         sheet.MoveFocusTo(IDC_PANE_FLYING_SPEED);
         PressKey(VK_RIGHT);
         WaitFor("the slider to move", [&] { return sheet.Position(IDC_PANE_FLYING_SPEED) == 6; });
@@ -53,7 +53,7 @@ TEST_F(ApplyingTest, ReopenedPageShowsWhatWasApplied) {
     EXPECT_EQ(ReadFileBytes(ProfileFile()), ProfileFileText({{"Default", {{"button4", "5"}, {"hspeed", "6"}}}}));
 
     const Sheet sheet = OpenSheet();
-    EXPECT_EQ(sheet.Chosen(IDC_PANE_BUTTON4), kSwitchApplications);
+    EXPECT_EQ(sheet.Chosen(IDC_PANE_BUTTON4), kSwitchPrograms);
     EXPECT_EQ(sheet.Position(IDC_PANE_FLYING_SPEED), 6);
     EXPECT_FALSE(sheet.CanApply());
     sheet.Close(IDCANCEL);

@@ -7,11 +7,12 @@
 #include "tests/end_to_end/stored_state.h"
 #include "tests/end_to_end/story_waiting.h"
 #include "tests/end_to_end/windows_of_process.h"
+#include "tests/support/function_codes.h"
 
 namespace kvn::end_to_end {
 namespace {
 
-constexpr int kArbitraryKey = 37;
+using enum test::Function;
 
 class ArbitraryKeysTest : public EndToEndTest {
 protected:
@@ -23,7 +24,7 @@ protected:
 
 TEST_F(ArbitraryKeysTest, PressedKeysAreShownInBracketsWrittenAndSaved) {
     const Sheet sheet = OpenSheetWithService();
-    sheet.ChooseByMouse(IDC_PANE_CENTER, kArbitraryKey);
+    sheet.ChooseByMouse(IDC_PANE_CENTER, kKeys);
     const KeyDialog dialog(sheet.ProcessId());
     dialog.Press(IDC_KEYS_INPUT1, VK_LCONTROL, L"Left Ctrl");
     dialog.MoveTo(IDC_KEYS_INPUT2);
@@ -49,7 +50,7 @@ TEST_F(ArbitraryKeysTest, PressedKeysAreShownInBracketsWrittenAndSaved) {
 
 TEST_F(ArbitraryKeysTest, LeftAndRightModifiersAreToldApart) {
     const Sheet sheet = OpenSheetWithService();
-    sheet.ChooseByMouse(IDC_PANE_RIGHT, kArbitraryKey);
+    sheet.ChooseByMouse(IDC_PANE_RIGHT, kKeys);
     const KeyDialog dialog(sheet.ProcessId());
     dialog.Press(IDC_KEYS_INPUT1, VK_LSHIFT, L"Left Shift");
     dialog.Press(IDC_KEYS_INPUT1, VK_RCONTROL, L"Right Ctrl");

@@ -21,8 +21,8 @@ HWND OpenList(HWND combo) {
     GetWindowThreadProcessId(combo, &processId);
     ClickAndFocus(combo);
     return WaitFor("the list of " + Describe(combo), [=] {
-        return FindTopLevel(processId,
-                            [](HWND window) { return IsWindowVisible(window) && ClassOf(window) == kListClass; });
+        return FindTopLevelWindowOf(
+            processId, [](HWND window) { return IsWindowVisible(window) && ClassOf(window) == kListClass; });
     });
 }
 

@@ -12,7 +12,6 @@ namespace kvn::end_to_end {
 namespace {
 
 constexpr int kGestureTab = 1;
-constexpr wchar_t kDialogClass[] = L"#32770";
 
 }  // namespace
 
@@ -74,8 +73,8 @@ HWND GestureEditor::Trail() const {
 
 // It is the only dialog without a title.
 HWND FindTrail(DWORD processId) {
-    return FindTopLevel(processId,
-                        [](HWND window) { return ClassOf(window) == kDialogClass && TitleOf(window).empty(); });
+    return FindTopLevelWindowOf(processId,
+                                [](HWND window) { return ClassOf(window) == kDialogClass && TitleOf(window).empty(); });
 }
 
 }  // namespace kvn::end_to_end

@@ -5,12 +5,12 @@
 #include "tests/end_to_end/stored_state.h"
 #include "tests/end_to_end/story_waiting.h"
 #include "tests/end_to_end/windows_of_process.h"
+#include "tests/support/function_codes.h"
 
 namespace kvn::end_to_end {
 namespace {
 
-constexpr int kCloseWindow = 6;
-constexpr int kPaste = 12;
+using enum test::Function;
 
 using Rows = std::vector<GestureRow>;
 

@@ -4,12 +4,12 @@
 #include "tests/end_to_end/input.h"
 #include "tests/end_to_end/profile_story.h"
 #include "tests/end_to_end/story_waiting.h"
+#include "tests/support/function_codes.h"
 
 namespace kvn::end_to_end {
 namespace {
 
-constexpr int kMaximizeWindow = 7;
-constexpr int kGestureFunction = 36;
+using enum test::Function;
 
 using Names = std::vector<std::string>;
 
@@ -64,7 +64,7 @@ TEST_F(EditingProfilesTest, WholeSessionLeavesPageFileAndRegistryInAgreement) {
 
         sheet.ChooseEntryByMouse(IDC_PAGE_PROFILE, 2);
         WaitFor("the chosen profile", [&] { return sheet.Chosen(IDC_PANE_CENTER) == 9; });
-        sheet.ChooseByMouse(IDC_PANE_BUTTON5, kMaximizeWindow);
+        sheet.ChooseByMouse(IDC_PANE_BUTTON5, kMaximize);
         Apply(sheet);
         games.elements["button5"] = "7";
         registry = {{"BindKeyCenter", "9"},
@@ -79,7 +79,7 @@ TEST_F(EditingProfilesTest, WholeSessionLeavesPageFileAndRegistryInAgreement) {
 
     const Sheet sheet = OpenSheet();
     ExpectPage(sheet, names, L"Spiele f\u00FCr zwei");
-    EXPECT_EQ(sheet.Chosen(IDC_PANE_BUTTON5), kMaximizeWindow);
+    EXPECT_EQ(sheet.Chosen(IDC_PANE_BUTTON5), kMaximize);
     const ProfileEditor editor = OpenEditor(sheet);
     editor.ExpectProfiles(names);
     const std::vector<std::vector<ProgramRow>> programs{{}, {Easel()}, {Notepad()}, {}};
@@ -91,7 +91,7 @@ TEST_F(EditingProfilesTest, WholeSessionLeavesPageFileAndRegistryInAgreement) {
     ExpectStored({withGesture, drawing, games, presenting}, 2, registry);
 
     sheet.ChooseEntryByMouse(IDC_PAGE_PROFILE, 3);
-    WaitFor("the copy", [&] { return sheet.Chosen(IDC_PANE_CENTER) == kGestureFunction; });
+    WaitFor("the copy", [&] { return sheet.Chosen(IDC_PANE_CENTER) == kGesture; });
     EXPECT_EQ(GestureList(sheet).Rows(), (std::vector<GestureRow>{{"UR", "Close the window", "close"}}));
     Apply(sheet);
     registry = {{"BindKeyCenter", "36"},

@@ -45,7 +45,7 @@ std::string ProfileStory::FileInWindowsFolder(const std::string& name) {
 void ProfileStory::StartNotepad() const {
     const Process notepad = StartProgram(Wide(Notepad()[1]));
     WaitFor("a window of notepad", [&] {
-        return FindTopLevel(notepad.Id(), [](HWND window) {
+        return FindTopLevelWindowOf(notepad.Id(), [](HWND window) {
             return IsWindowVisible(window) && !TitleOf(window).empty() && GetForegroundWindow() == window;
         });
     });

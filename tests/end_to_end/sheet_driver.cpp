@@ -9,6 +9,7 @@
 #include "tests/end_to_end/story_waiting.h"
 #include "tests/end_to_end/windows_of_process.h"
 #include "tests/support/combo_contents.h"
+#include "tests/support/message_box_watcher.h"
 #include "tests/support/narrow_text.h"
 #include "tests/support/tab_contents.h"
 
@@ -16,11 +17,9 @@ namespace kvn::end_to_end {
 namespace {
 
 constexpr wchar_t kSheetTitle[] = L"Mouse Properties";
-constexpr wchar_t kDialogClass[] = L"#32770";
-constexpr int kMessageText = 0xFFFF;  // the id that a message box gives its text
 
 HWND FindDialog(DWORD processId, const std::wstring& title) {
-    return FindTopLevel(processId, [&](HWND window) {
+    return FindTopLevelWindowOf(processId, [&](HWND window) {
         return IsWindowVisible(window) && ClassOf(window) == kDialogClass && TitleOf(window) == title;
     });
 }
@@ -51,7 +50,7 @@ void Dialog::WaitUntilClosed() const {
     // The dialog below may have gone with it, or may already be below the next one.
     WaitFor("the window below a dialog", [this] {
         return !IsWindow(owner) || IsWindowEnabled(owner) ||
-               FindTopLevel(processId, [this](HWND window) {
+               FindTopLevelWindowOf(processId, [this](HWND window) {
                    return IsWindowVisible(window) && GetWindow(window, GW_OWNER) == owner;
                }) != nullptr;
     });
@@ -62,7 +61,7 @@ void Dialog::WaitForFocus(int id) const {
 }
 
 std::wstring Dialog::Message() const {
-    return TextOf(Control(kMessageText));
+    return test::TextOfMessageBox(dialog);
 }
 
 std::wstring AnswerMessage(DWORD processId, int button) {

@@ -4,36 +4,6 @@
 #include "tests/end_to_end/story_waiting.h"
 
 namespace kvn::end_to_end {
-namespace {
-
-struct TopLevelSearch {
-    DWORD processId;
-    const std::function<bool(HWND)>& isWanted;
-    HWND found;
-};
-
-BOOL CALLBACK StopAtWanted(HWND window, LPARAM parameter) {
-    auto& search = *reinterpret_cast<TopLevelSearch*>(parameter);
-    DWORD owner = 0;
-    GetWindowThreadProcessId(window, &owner);
-    if (owner != search.processId || !search.isWanted(window)) return TRUE;
-    search.found = window;
-    return FALSE;
-}
-
-}  // namespace
-
-HWND FindTopLevel(DWORD processId, const std::function<bool(HWND)>& isWanted) {
-    TopLevelSearch search{processId, isWanted, nullptr};
-    EnumWindows(&StopAtWanted, reinterpret_cast<LPARAM>(&search));
-    return search.found;
-}
-
-HWND FocusOf(HWND window) {
-    GUITHREADINFO info{};
-    info.cbSize = sizeof info;
-    return GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &info) ? info.hwndFocus : nullptr;
-}
 
 RECT ScreenRectangle(HWND window) {
     RECT rectangle{};

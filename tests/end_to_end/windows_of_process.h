@@ -3,9 +3,6 @@
 
 #include <windows.h>
 
-#include <functional>
-#include <string>
-
 #include "tests/support/window_messages.h"
 #include "tests/support/window_search.h"
 
@@ -13,15 +10,12 @@ namespace kvn::end_to_end {
 
 using test::ClassOf;
 using test::Describe;
+using test::FindTopLevelWindowOf;
+using test::FocusOf;
+using test::kDialogClass;
 using test::Send;
 using test::TextOf;
 using test::TitleOf;
-
-// Null when the process has no such top-level window. `isWanted` must not throw.
-HWND FindTopLevel(DWORD processId, const std::function<bool(HWND)>& isWanted);
-
-// The window that has the keyboard focus of this window's thread, or null.
-HWND FocusOf(HWND window);
 
 RECT ScreenRectangle(HWND window);
 void Click(HWND window);

@@ -236,9 +236,7 @@ TEST_F(MemoryOfDialogsTest, AStrokeAfterARefusedOneIsRecorded) {
 TEST_F(MemoryOfDialogsTest, AListThatWasNotFilledToItsEndTakesNewGesturesInTheirPlace) {
     page.AddAndOpen();
     const HWND profiles = page.PageControl(IDC_PAGE_PROFILE);
-    const auto isHalfFilled = [&] {
-        return SendMessageW(profiles, CB_GETCURSEL, 0, 0) == 0 && RowCountOf(Gestures()) == 1;
-    };
+    const auto isHalfFilled = [&] { return SelectedIndex(profiles) == 0 && RowCountOf(Gestures()) == 1; };
     for (int allocation = 1; !isHalfFilled(); ++allocation) {
         page.ChooseProfile(1);
         memory.Refuse(allocation, 1 << 20);

@@ -1,6 +1,7 @@
 // Memory that is refused while the open page saves, changes its profile or is told something.
 #include "resources/resource.h"
 #include "tests/faults/memory_fault_fixture.h"
+#include "tests/support/combo_contents.h"
 #include "tests/support/waiting.h"
 
 namespace kvn::test {
@@ -25,9 +26,7 @@ protected:
         return State();
     }
     std::size_t NoticesSoFar() const { return service.CountOf(platform::ServiceMessage::SettingsChanged); }
-    int ShownProfile() const {
-        return static_cast<int>(SendMessageW(page.PageControl(IDC_PAGE_PROFILE), CB_GETCURSEL, 0, 0));
-    }
+    int ShownProfile() const { return SelectedIndex(page.PageControl(IDC_PAGE_PROFILE)); }
 };
 
 TEST_F(MemoryOfSavingTest, ARefusedApplyLeavesTheOldFileOrTheNewOneAndTheNextOneMendsIt) {

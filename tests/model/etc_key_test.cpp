@@ -1,11 +1,11 @@
 #include "model/etc_key.h"
+#include "tests/model/printed_document.h"
 
 #include <gtest/gtest.h>
 
 namespace kvn::model {
 namespace {
 
-constexpr wchar_t kHeading[] = L"Arbitrary key";
 constexpr KeyCode kCtrl = 17;
 constexpr KeyCode kAlt = 18;
 constexpr KeyCode kLeftCtrl = 162;
@@ -16,7 +16,7 @@ EtcKey Keys(KeyCode first = kNoKey, KeyCode second = kNoKey, KeyCode third = kNo
 }
 
 EtcKey FromText(std::wstring_view text) {
-    return TextToEtcKey(text, kHeading);
+    return TextToEtcKey(text, test::kArbitraryKeyText);
 }
 
 TEST(EtcKeyTest, AFreshOneHasNoKeys) {
@@ -126,14 +126,14 @@ TEST(TextToEtcKeyTest, ReadsEveryKeyBackButThoseWhoseNamesSeparate) {
 }
 
 TEST(ArbitraryKeyLabelTest, ShowsTheKeysInBrackets) {
-    EXPECT_EQ(ArbitraryKeyLabel(kHeading, Keys(kLeftCtrl, kV)), L"Arbitrary key[Left Ctrl+V]");
-    EXPECT_EQ(ArbitraryKeyLabel(kHeading, Keys()), L"Arbitrary key");
-    EXPECT_EQ(ArbitraryKeyLabel(kHeading, Keys(0, 1, -1)), L"Arbitrary key");
+    EXPECT_EQ(ArbitraryKeyLabel(test::kArbitraryKeyText, Keys(kLeftCtrl, kV)), L"Arbitrary key[Left Ctrl+V]");
+    EXPECT_EQ(ArbitraryKeyLabel(test::kArbitraryKeyText, Keys()), L"Arbitrary key");
+    EXPECT_EQ(ArbitraryKeyLabel(test::kArbitraryKeyText, Keys(0, 1, -1)), L"Arbitrary key");
 }
 
 TEST(ArbitraryKeyLabelTest, CanBeReadBack) {
     const EtcKey keys = Keys(kCtrl, kAlt, 46);
-    EXPECT_EQ(FromText(ArbitraryKeyLabel(kHeading, keys)), keys);
+    EXPECT_EQ(FromText(ArbitraryKeyLabel(test::kArbitraryKeyText, keys)), keys);
 }
 
 TEST(WithoutShiftKeysTest, TakesEveryShiftKeyAway) {

@@ -11,23 +11,14 @@
 #include "tests/model/checked_profiles.h"
 #include "tests/model/printed_document.h"
 #include "tests/model/profile_generator.h"
+#include "tests/model/repeated_text.h"
 #include "tests/model/test_codecs.h"
 
 namespace kvn::model {
 namespace {
 
-const test::LatinCodec kLatin;
-const test::DoubleByteCodec kDoubleByte;
-
-std::string Repeated(std::string_view text, std::size_t times) {
-    std::string repeated;
-    repeated.reserve(text.size() * times);
-    for (std::size_t time = 0; time < times; ++time) repeated += text;
-    return repeated;
-}
-
 bool IsRefused(const std::string& document) {
-    return test::Parsed(document, kLatin).empty();
+    return test::Parsed(document, test::kLatin).empty();
 }
 
 // Turns a good document into a bad one.
@@ -68,7 +59,7 @@ private:
                 document.insert(at, kPieces[Below(kPieces.size())]);
                 break;
             case 5:
-                document.insert(at, Repeated(kPieces[Below(kPieces.size())], Below(300)));
+                document.insert(at, test::Repeated(kPieces[Below(kPieces.size())], Below(300)));
                 break;
             case 6:
                 document.insert(at, 1, static_cast<char>(random()));
@@ -88,12 +79,12 @@ TEST(HostileDocumentTest, MutatedDocumentsGiveCheckedProfilesOrNone) {
     for (std::uint32_t seed = 1; seed <= 15; ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));
         test::ProfileGenerator generator(seed, L"\xE9\x4E02\x4E03");
-        const std::string document = test::Written(generator.Profiles(), kDoubleByte);
-        const std::string other = test::Written(generator.Profiles(), kLatin);
+        const std::string document = test::Written(generator.Profiles(), test::kDoubleByte);
+        const std::string other = test::Written(generator.Profiles(), test::kLatin);
         Mutator mutator(seed);
         for (int round = 0; round < 100; ++round) {
             const std::string mutated = mutator.Mutated(document, other);
-            for (const TextCodec* codec : std::initializer_list<const TextCodec*>{&kLatin, &kDoubleByte}) {
+            for (const TextCodec* codec : std::initializer_list<const TextCodec*>{&test::kLatin, &test::kDoubleByte}) {
                 const ProfileSet profiles = test::Parsed(mutated, *codec);
                 ASSERT_EQ(test::FaultOf(profiles), "") << mutated;
                 readable += profiles.empty() ? 0 : 1;
@@ -106,10 +97,10 @@ TEST(HostileDocumentTest, MutatedDocumentsGiveCheckedProfilesOrNone) {
 
 TEST(HostileDocumentTest, EveryTruncationIsRefused) {
     const ProfileSet profiles = test::ProfileGenerator(3, L"\xE9").Profiles();
-    const std::string document = test::Written(profiles, kLatin);
+    const std::string document = test::Written(profiles, test::kLatin);
     const std::size_t end = document.rfind('>');
     for (std::size_t length = 0; length < end; ++length) ASSERT_TRUE(IsRefused(document.substr(0, length))) << length;
-    EXPECT_EQ(test::Parsed(document.substr(0, end + 1), kLatin), profiles);
+    EXPECT_EQ(test::Parsed(document.substr(0, end + 1), test::kLatin), profiles);
 }
 
 TEST(HostileDocumentTest, AZeroAnywhereIsRefused) {
@@ -123,26 +114,26 @@ TEST(HostileDocumentTest, AZeroAnywhereIsRefused) {
 
 TEST(HostileDocumentTest, DeepNestingIsRefused) {
     for (const std::string tag : {"<a>", "<profile>", "<a b='c'>", "<a>x", "<a>\n", "<a><b/>", "<a><!-- -->"}) {
-        EXPECT_TRUE(IsRefused(Repeated(tag, 100'000))) << tag;
-        EXPECT_TRUE(IsRefused("<data><profile/>" + Repeated(tag, 100'000))) << tag;
+        EXPECT_TRUE(IsRefused(test::Repeated(tag, 100'000))) << tag;
+        EXPECT_TRUE(IsRefused("<data><profile/>" + test::Repeated(tag, 100'000))) << tag;
     }
-    EXPECT_TRUE(IsRefused(Repeated("<a>", 100'000) + Repeated("</a>", 100'000)));
+    EXPECT_TRUE(IsRefused(test::Repeated("<a>", 100'000) + test::Repeated("</a>", 100'000)));
 }
 
 // TinyXML reads some quoted values past a ">", some ">" in spite of quotes, and takes the next ";" for a reference's
 // end.
 TEST(HostileDocumentTest, DeepNestingBehindQuotesIsRefused) {
-    const std::string deep = Repeated("<a>", 100'000);
+    const std::string deep = test::Repeated("<a>", 100'000);
     EXPECT_TRUE(IsRefused("<?xml version=\"><!--\" ?>" + deep + "-->"));
     EXPECT_TRUE(IsRefused("<?xml version='><![CDATA[' ?>" + deep + "]]>"));
     EXPECT_TRUE(IsRefused("<?xml a=\" version=\"><!--\" ?>" + deep + "-->"));
     EXPECT_TRUE(IsRefused("<?XML encoding=\"?><a b='\"?>" + deep + "'></a>"));
-    EXPECT_TRUE(IsRefused("<data>" + Repeated("<1 \">" + Repeated("<a>", 1000) + "\">", 100) + "</data>"));
-    EXPECT_TRUE(IsRefused("<data>" + Repeated("< '>" + Repeated("<a>", 1000) + "'>", 100) + "</data>"));
+    EXPECT_TRUE(IsRefused("<data>" + test::Repeated("<1 \">" + test::Repeated("<a>", 1000) + "\">", 100) + "</data>"));
+    EXPECT_TRUE(IsRefused("<data>" + test::Repeated("< '>" + test::Repeated("<a>", 1000) + "'>", 100) + "</data>"));
 }
 
 TEST(HostileDocumentTest, DeepNestingBehindAReferenceIsRefused) {
-    const std::string deep = Repeated("<a>", 100'000);
+    const std::string deep = test::Repeated("<a>", 100'000);
     EXPECT_TRUE(IsRefused("<data>&#x<!--x41;" + deep + "--></data>"));
     EXPECT_TRUE(IsRefused("<data>&#<![CDATA[#65;" + deep + "]]></data>"));
     EXPECT_TRUE(IsRefused("<data a=\"&#x\"><!--x41;\">" + deep + "--></data>"));
@@ -153,7 +144,7 @@ TEST(HostileDocumentTest, FloodsOfAttributesAreRefused) {
     std::string attributes;
     for (int number = 0; number < 100'000; ++number) attributes += " a" + std::to_string(number) + "='x'";
     EXPECT_TRUE(IsRefused("<data" + attributes + "><profile/></data>"));
-    EXPECT_TRUE(IsRefused("<data" + Repeated(" a", 100'000) + "><profile/></data>"));
+    EXPECT_TRUE(IsRefused("<data" + test::Repeated(" a", 100'000) + "><profile/></data>"));
 }
 
 TEST(HostileDocumentTest, AnUnterminatedQuoteIsRefused) {
@@ -166,13 +157,14 @@ TEST(HostileDocumentTest, AnUnterminatedQuoteIsRefused) {
 
 TEST(HostileDocumentTest, OverlongReferencesEndSoon) {
     const std::string digits(1'000'000, '1');
-    for (const std::string& text : {"&#x" + digits + ";", "&#" + digits + ";", "&#x" + digits, Repeated("&#x", 300'000),
-                                    Repeated("&#x41", 200'000) + ";", Repeated("&", 1'000'000)}) {
-        EXPECT_EQ(
-            test::FaultOf(test::Parsed("<data><profile><profname>" + text + "</profname></profile></data>", kLatin)),
-            "");
+    for (const std::string& text :
+         {"&#x" + digits + ";", "&#" + digits + ";", "&#x" + digits, test::Repeated("&#x", 300'000),
+          test::Repeated("&#x41", 200'000) + ";", test::Repeated("&", 1'000'000)}) {
+        EXPECT_EQ(test::FaultOf(
+                      test::Parsed("<data><profile><profname>" + text + "</profname></profile></data>", test::kLatin)),
+                  "");
         EXPECT_EQ(test::FaultOf(test::Parsed(
-                      "<data><profile><profname><![CDATA[" + text + "]]></profname></profile></data>", kLatin)),
+                      "<data><profile><profname><![CDATA[" + text + "]]></profname></profile></data>", test::kLatin)),
                   "");
     }
 }
@@ -186,7 +178,8 @@ TEST(HostileDocumentTest, OneOf50MegabytesIsRefused) {
 TEST(HostileDocumentTest, AHugeTextIsCut) {
     const std::string text(8'000'000, 'x');
     const ProfileSet profiles = test::Parsed(
-        "<data><profile><profname>" + text + "</profname><lbutton>1" + text + "</lbutton></profile></data>", kLatin);
+        "<data><profile><profname>" + text + "</profname><lbutton>1" + text + "</lbutton></profile></data>",
+        test::kLatin);
     ASSERT_EQ(profiles.size(), 1U);
     EXPECT_EQ(profiles[0].name, std::wstring(kMaxTextLength, L'x'));
     EXPECT_EQ(profiles[0].settings[SettingField::Left], 1);
@@ -197,8 +190,8 @@ TEST(HostileDocumentTest, BytesWithoutStructureAreRefused) {
     for (int round = 0; round < 2000; ++round) {
         std::string bytes(random() % 300, '\0');
         for (char& byte : bytes) byte = static_cast<char>(random());
-        EXPECT_EQ(test::FaultOf(test::Parsed(bytes, kLatin)), "");
-        EXPECT_EQ(test::FaultOf(test::Parsed(bytes, kDoubleByte)), "");
+        EXPECT_EQ(test::FaultOf(test::Parsed(bytes, test::kLatin)), "");
+        EXPECT_EQ(test::FaultOf(test::Parsed(bytes, test::kDoubleByte)), "");
     }
 }
 

@@ -15,9 +15,6 @@ namespace {
 
 constexpr std::uint32_t kSeedCount = 200;
 
-const test::LatinCodec kLatin;
-const test::DoubleByteCodec kDoubleByte;
-
 // As a file on disk has it.
 std::string WithWindowsLineEnds(const std::string& document) {
     std::string converted;
@@ -60,11 +57,11 @@ void ExpectGeneratedProfilesComeBack(const std::wstring& alphabet, const TextCod
 }
 
 TEST(ProfileDocumentTest, GeneratedProfilesComeBackThroughASingleByteCodePage) {
-    ExpectGeneratedProfilesComeBack(L"\xA0\xA9\xC4\xE9\xF7\xFF", kLatin);
+    ExpectGeneratedProfilesComeBack(L"\xA0\xA9\xC4\xE9\xF7\xFF", test::kLatin);
 }
 
 TEST(ProfileDocumentTest, GeneratedProfilesComeBackThroughADoubleByteCodePage) {
-    ExpectGeneratedProfilesComeBack(AllCharactersOf(kDoubleByte), kDoubleByte);
+    ExpectGeneratedProfilesComeBack(AllCharactersOf(test::kDoubleByte), test::kDoubleByte);
 }
 
 TEST(ProfileDocumentTest, TextsThatAReaderMightChangeComeBack) {
@@ -97,8 +94,8 @@ TEST(ProfileDocumentTest, TextsThatAReaderMightChangeComeBack) {
                                      std::wstring(L"\xFFFD\xFFFE\xFFFF"),
                                      std::wstring(kMaxTextLength, L'\xD83D'),
                                      std::wstring(kMaxTextLength, L' ')}) {
-        ExpectTextComesBack(text, kLatin);
-        ExpectTextComesBack(text, kDoubleByte);
+        ExpectTextComesBack(text, test::kLatin);
+        ExpectTextComesBack(text, test::kDoubleByte);
     }
 }
 
@@ -107,8 +104,8 @@ TEST(ProfileDocumentTest, EveryCharacterComesBack) {
     for (std::uint32_t code = 0; code <= 0xFFFF; ++code) {
         text += static_cast<wchar_t>(code);
         if (text.size() < kMaxTextLength) continue;
-        ExpectTextComesBack(text, kLatin);
-        ExpectTextComesBack(text, kDoubleByte);
+        ExpectTextComesBack(text, test::kLatin);
+        ExpectTextComesBack(text, test::kDoubleByte);
         text.clear();
     }
 }
@@ -121,15 +118,15 @@ TEST(ProfileDocumentTest, EveryCharacterComesBackOnItsOwn) {
     }
     ProfileRecord record = DefaultProfileRecord();
     record.settings.applications = entries;
-    ExpectComesBack({record}, kLatin);
-    ExpectComesBack({record}, kDoubleByte);
+    ExpectComesBack({record}, test::kLatin);
+    ExpectComesBack({record}, test::kDoubleByte);
 }
 
 TEST(ProfileDocumentTest, EveryDoubleByteCharacterComesBackInEveryCompany) {
-    for (const wchar_t character : AllCharactersOf(kDoubleByte)) {
-        ExpectTextComesBack(std::wstring(1, character), kDoubleByte);
-        ExpectTextComesBack(std::wstring(1, character) + L"]>", kDoubleByte);
-        ExpectTextComesBack(std::wstring(1, character) + L"]>\x416", kDoubleByte);
+    for (const wchar_t character : AllCharactersOf(test::kDoubleByte)) {
+        ExpectTextComesBack(std::wstring(1, character), test::kDoubleByte);
+        ExpectTextComesBack(std::wstring(1, character) + L"]>", test::kDoubleByte);
+        ExpectTextComesBack(std::wstring(1, character) + L"]>\x416", test::kDoubleByte);
     }
 }
 
@@ -137,7 +134,7 @@ TEST(ProfileDocumentTest, ALongerTextIsCut) {
     ProfileRecord record = DefaultProfileRecord();
     for (const wchar_t character : {L'x', L'\xE9', L'\x416', L'\n'}) {
         record.name.assign(5000, character);
-        const ProfileSet profiles = test::Parsed(test::Written({record}, kLatin), kLatin);
+        const ProfileSet profiles = test::Parsed(test::Written({record}, test::kLatin), test::kLatin);
         ASSERT_EQ(profiles.size(), 1U);
         EXPECT_EQ(profiles[0].name, std::wstring(1024, character));
     }
@@ -146,7 +143,7 @@ TEST(ProfileDocumentTest, ALongerTextIsCut) {
 TEST(ProfileDocumentTest, NumbersOutOfRangeComeBackAsAbnormal) {
     ProfileRecord record = DefaultProfileRecord();
     record.settings.values.items.fill(1000);
-    const ProfileSet profiles = test::Parsed(test::Written({record}, kLatin), kLatin);
+    const ProfileSet profiles = test::Parsed(test::Written({record}, test::kLatin), test::kLatin);
     ASSERT_EQ(profiles.size(), 1U);
     for (const std::int32_t number : profiles[0].settings.values.items) EXPECT_EQ(number, kAbnormalValue);
 }
@@ -156,7 +153,7 @@ TEST(ProfileDocumentTest, EveryRecordCarriesTheFirstOnesHead) {
     profiles[0].vid = 7;
     profiles[0].selectedIndex = 1;
     profiles[1].pid = 9;
-    const ProfileSet read = test::Parsed(test::Written(profiles, kLatin), kLatin);
+    const ProfileSet read = test::Parsed(test::Written(profiles, test::kLatin), test::kLatin);
     profiles[1] = profiles[0];
     EXPECT_EQ(read, profiles);
 }
@@ -164,7 +161,7 @@ TEST(ProfileDocumentTest, EveryRecordCarriesTheFirstOnesHead) {
 TEST(ProfileDocumentTest, AGapBetweenKeysIsClosed) {
     ProfileRecord record = DefaultProfileRecord();
     record.settings.etcKeys[ButtonSlot::Left].codes = {17, kNoKey, 18};
-    const ProfileSet profiles = test::Parsed(test::Written({record}, kLatin), kLatin);
+    const ProfileSet profiles = test::Parsed(test::Written({record}, test::kLatin), test::kLatin);
     ASSERT_EQ(profiles.size(), 1U);
     EXPECT_EQ(profiles[0].settings.etcKeys[ButtonSlot::Left].codes, (std::array{17, 18, kNoKey}));
 }
@@ -175,7 +172,7 @@ TEST(ProfileDocumentTest, ThousandsOfProfilesProgramsAndGesturesComeBack) {
     record.settings.applications.assign(5000, {L"Editor", L"C:\\e.exe"});
     record.settings.gestures.assign(5000, {L"URDL", 37, L"memo", {{162, 86, kNoKey}}});
     profiles.push_back(record);
-    EXPECT_TRUE(test::Parsed(test::Written(profiles, kLatin), kLatin) == profiles);
+    EXPECT_TRUE(test::Parsed(test::Written(profiles, test::kLatin), test::kLatin) == profiles);
 }
 
 }  // namespace

@@ -11,11 +11,8 @@
 namespace kvn::model {
 namespace {
 
-const test::LatinCodec kLatin;
-const test::DoubleByteCodec kDoubleByte;
-
 ProfileSet Read(const std::string& document) {
-    return test::Parsed(document, kLatin);
+    return test::Parsed(document, test::kLatin);
 }
 
 ProfileRecord ReadOne(const std::string& profileContent) {
@@ -72,7 +69,7 @@ TEST(ProfileReaderTest, ReadsEveryElementOfAProfile) {
 TEST(ProfileReaderTest, AMissingElementLeavesTheFreshRecordsValue) {
     ProfileRecord fresh = DefaultProfileRecord(36);
     const ProfileSet profiles = ParseProfileDocument("<data><profile><lbutton>5</lbutton></profile><profile/></data>",
-                                                     fresh, {kLatin, L"Arbitrary key"});
+                                                     fresh, {test::kLatin, L"Arbitrary key"});
     ASSERT_EQ(profiles.size(), 2U);
     EXPECT_EQ(profiles[1], fresh);
     fresh.settings[SettingField::Left] = 5;
@@ -280,7 +277,8 @@ TEST(ProfileReaderTest, ASectionHoldsAnEscapedText) {
 
 TEST(ProfileReaderTest, AByteThatIsNoCharacterShowsAsSuch) {
     EXPECT_EQ(ReadName("a\x85z"), L"a\xFFFDz");
-    const ProfileSet profiles = test::Parsed("<data><profile><profname>a\x81</profname></profile></data>", kDoubleByte);
+    const ProfileSet profiles =
+        test::Parsed("<data><profile><profname>a\x81</profname></profile></data>", test::kDoubleByte);
     ASSERT_EQ(profiles.size(), 1U);
     EXPECT_EQ(profiles[0].name, L"a\xFFFD");
 }

@@ -13,7 +13,7 @@ using Numbers = std::array<std::int32_t, 11>;
 
 constexpr Numbers kDefaults{1, 2, 9, 3, 4, 4, 33, 34, 5, 5, 2};
 
-std::vector<std::byte> BytesOf(const Numbers& numbers) {
+std::vector<std::byte> RecordBytes(const Numbers& numbers) {
     std::vector<std::byte> bytes(sizeof numbers);
     std::memcpy(bytes.data(), numbers.data(), sizeof numbers);
     return bytes;
@@ -117,19 +117,19 @@ TEST(InitialValuesOfTest, ABadNumberIsTheDefaultOfItsField) {
 
 TEST(InitialValuesFromRecordTest, TakesElevenNumbersInOrder) {
     const Numbers numbers{10, 11, 12, 13, 14, 5, 16, 17, 18, 19, 20};
-    const auto values = InitialValuesFromRecord(BytesOf(numbers));
+    const auto values = InitialValuesFromRecord(RecordBytes(numbers));
     ASSERT_TRUE(values);
     EXPECT_EQ(values->items, numbers);
 }
 
 TEST(InitialValuesFromRecordTest, ABadNumberIsTheDefaultOfItsField) {
-    const auto values = InitialValuesFromRecord(BytesOf({-1, 55, 12, -2, 0, 0, 54, 1000, -2, 5, -2}));
+    const auto values = InitialValuesFromRecord(RecordBytes({-1, 55, 12, -2, 0, 0, 54, 1000, -2, 5, -2}));
     ASSERT_TRUE(values);
     EXPECT_EQ(values->items, (Numbers{1, 2, 12, 3, 0, 4, 54, 34, 5, 5, -2}));
 }
 
 TEST(InitialValuesFromRecordTest, RefusesAShorterRecord) {
-    const auto bytes = BytesOf(kDefaults);
+    const auto bytes = RecordBytes(kDefaults);
     ASSERT_EQ(bytes.size(), 44U);
     for (std::size_t length = 0; length < bytes.size(); ++length) {
         // A block of its own, at whose end a sanitizer watches.
@@ -139,7 +139,7 @@ TEST(InitialValuesFromRecordTest, RefusesAShorterRecord) {
 }
 
 TEST(InitialValuesFromRecordTest, CutsALongerOne) {
-    auto bytes = BytesOf(kDefaults);
+    auto bytes = RecordBytes(kDefaults);
     for (const std::size_t extra : {1U, 3U, 100'000U}) {
         bytes.resize(44 + extra, std::byte{0xEE});
         const auto values = InitialValuesFromRecord(bytes);
@@ -149,7 +149,7 @@ TEST(InitialValuesFromRecordTest, CutsALongerOne) {
 }
 
 TEST(InitialValuesFromRecordTest, ReadsAnUnalignedRecord) {
-    auto bytes = BytesOf(kDefaults);
+    auto bytes = RecordBytes(kDefaults);
     bytes.insert(bytes.begin(), std::byte{0xEE});
     const auto values = InitialValuesFromRecord(std::span(bytes).subspan(1));
     ASSERT_TRUE(values);

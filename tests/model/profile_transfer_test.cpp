@@ -12,18 +12,17 @@
 #include "model/ascii_codec.h"
 #include "tests/model/printed_document.h"
 #include "tests/model/profile_generator.h"
+#include "tests/model/repeated_text.h"
 #include "tests/model/test_codecs.h"
 
 namespace kvn::model {
 namespace {
 
-const test::LatinCodec kLatin;
-const test::DoubleByteCodec kDoubleByte;
 const AsciiCodec kAscii;
 
 using Import = std::variant<ProfileSet, ImportProblem>;
 
-Import Imported(const std::string& document, const TextCodec& codec = kLatin) {
+Import Imported(const std::string& document, const TextCodec& codec = test::kLatin) {
     return ParseImport(document, DefaultProfileRecord(), {codec, test::kArbitraryKeyText});
 }
 
@@ -44,12 +43,6 @@ std::string Profile(const std::string& name, const std::string& rest = {}) {
 
 std::string Document(const std::string& profiles, const std::string& head = "<select_profile>0</select_profile>") {
     return "<data><vid>1</vid><pid>2</pid>" + head + profiles + "</data>";
-}
-
-std::string Repeated(const std::string& text, int times) {
-    std::string repeated;
-    for (int time = 0; time < times; ++time) repeated += text;
-    return repeated;
 }
 
 SettingValues Defaults() {
@@ -81,7 +74,7 @@ TEST(ProfileTransferTest, AnExportIsInAsciiAndReadAlikeUnderEveryCodePage) {
         const std::string document = test::Written(profiles, kAscii);
         ASSERT_TRUE(std::ranges::all_of(document, [](char byte) { return byte > 0; })) << seed;
         for (const TextCodec* const codec :
-             {static_cast<const TextCodec*>(&kLatin), static_cast<const TextCodec*>(&kDoubleByte),
+             {static_cast<const TextCodec*>(&test::kLatin), static_cast<const TextCodec*>(&test::kDoubleByte),
               static_cast<const TextCodec*>(&kAscii)}) {
             const Import import = Imported(document, *codec);
             ASSERT_TRUE(std::holds_alternative<ProfileSet>(import)) << seed;
@@ -92,7 +85,7 @@ TEST(ProfileTransferTest, AnExportIsInAsciiAndReadAlikeUnderEveryCodePage) {
 
 TEST(ProfileTransferTest, AProfileFileIsTakenInItsOwnCodePage) {
     for (const TextCodec* const codec :
-         {static_cast<const TextCodec*>(&kLatin), static_cast<const TextCodec*>(&kDoubleByte)}) {
+         {static_cast<const TextCodec*>(&test::kLatin), static_cast<const TextCodec*>(&test::kDoubleByte)}) {
         const ProfileSet profiles = SomeProfiles(7, L"\xE9\xFC\x4E00\x4E01");
         const Import import = Imported(test::Written(profiles, *codec), *codec);
         ASSERT_TRUE(std::holds_alternative<ProfileSet>(import));
@@ -193,10 +186,10 @@ TEST(ProfileTransferTest, AnElementThatMayBeThereOnceIsRefusedTwice) {
 TEST(ProfileTransferTest, TextsThatWouldBeCutAreRefused) {
     const std::string longest(kMaxTextLength, 'x');
     EXPECT_TRUE(IsTaken(Document(Profile(longest))));
-    EXPECT_TRUE(IsTaken(Document(Profile("<![CDATA[" + Repeated("&#xd83d;", kMaxTextLength) + "]]>"))));
+    EXPECT_TRUE(IsTaken(Document(Profile("<![CDATA[" + test::Repeated("&#xd83d;", kMaxTextLength) + "]]>"))));
     EXPECT_EQ(ProblemIn(Document(Profile(longest + 'x'))).fault, ImportFault::TextTooLong);
     EXPECT_EQ(ProblemIn(Document(Profile(std::string(100'000, 'x')))).element, L"profname");
-    EXPECT_EQ(ProblemIn(Document(Profile("<![CDATA[" + Repeated("&#x416;", kMaxTextLength + 1) + "]]>"))).fault,
+    EXPECT_EQ(ProblemIn(Document(Profile("<![CDATA[" + test::Repeated("&#x416;", kMaxTextLength + 1) + "]]>"))).fault,
               ImportFault::TextTooLong);
     const std::string program = "<Application><name>n</name><path>" + longest + "x</path></Application>";
     EXPECT_EQ(ProblemIn(Document(Profile("A", program))).element, L"Application[1]/path");
@@ -207,9 +200,9 @@ TEST(ProfileTransferTest, TextsThatWouldBeCutAreRefused) {
 TEST(ProfileTransferTest, ListsHaveThePagesLimit) {
     const std::string program = "<Application><name>n</name><path>p</path></Application>";
     const std::string gesture = "<Gesture><Key>U</Key></Gesture>";
-    EXPECT_TRUE(IsTaken(Document(Profile("A", Repeated(program, 100) + Repeated(gesture, 100)))));
-    EXPECT_EQ(ProblemIn(Document(Profile("A", Repeated(program, 101)))).element, L"Application");
-    EXPECT_EQ(ProblemIn(Document(Profile("A", Repeated(gesture, 101)))).element, L"Gesture");
+    EXPECT_TRUE(IsTaken(Document(Profile("A", test::Repeated(program, 100) + test::Repeated(gesture, 100)))));
+    EXPECT_EQ(ProblemIn(Document(Profile("A", test::Repeated(program, 101)))).element, L"Application");
+    EXPECT_EQ(ProblemIn(Document(Profile("A", test::Repeated(gesture, 101)))).element, L"Gesture");
     std::string profiles;
     for (int number = 1; number <= 100; ++number) profiles += Profile(std::to_string(number));
     EXPECT_TRUE(IsTaken(Document(profiles)));
@@ -241,8 +234,8 @@ TEST(ProfileTransferTest, BrokenAndHostileDocumentsAreRefused) {
     const std::string entities = "<!DOCTYPE data [<!ENTITY a \"b\"><!ENTITY c \"&a;&a;\">]>" + Document(Profile("&c;"));
     for (const std::string& document :
          {std::string(), std::string("settings"), std::string("\0<data/>", 8), entities,
-          Document(Profile("A", Repeated("<a>", 100'000))), Document(Profile("A", "<lbutton>&#1</lbutton>")),
-          std::string("\xFF\xFE<\0d\0", 6), Document(Repeated("<a/>", 600'000) + Profile("A"))}) {
+          Document(Profile("A", test::Repeated("<a>", 100'000))), Document(Profile("A", "<lbutton>&#1</lbutton>")),
+          std::string("\xFF\xFE<\0d\0", 6), Document(test::Repeated("<a/>", 600'000) + Profile("A"))}) {
         EXPECT_EQ(ProblemIn(document).fault, ImportFault::Broken) << document.substr(0, 100);
     }
 }

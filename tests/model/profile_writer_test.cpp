@@ -14,9 +14,6 @@
 namespace kvn::model {
 namespace {
 
-const test::LatinCodec kLatin;
-const test::DoubleByteCodec kDoubleByte;
-
 ProfileSet TwoProfiles() {
     ProfileRecord first = DefaultProfileRecord();
     first.name = L"Default";
@@ -114,12 +111,12 @@ constexpr char kTwoProfilesPrinted[] =
 )";
 
 TEST(ProfileWriterTest, PrintsExactlyTheseBytes) {
-    EXPECT_EQ(test::Written(TwoProfiles(), kLatin), kTwoProfilesPrinted);
+    EXPECT_EQ(test::Written(TwoProfiles(), test::kLatin), kTwoProfilesPrinted);
 }
 
 TEST(ProfileWriterTest, WritesTheElementsOfAProfileInTheirOrder) {
     TiXmlDocument document;
-    BuildProfileDocument(TwoProfiles(), kLatin, document);
+    BuildProfileDocument(TwoProfiles(), test::kLatin, document);
     const TiXmlElement* profile = document.RootElement()->LastChild()->ToElement();
     std::vector<std::string> names;
     for (const TiXmlElement* child = profile->FirstChildElement(); child; child = child->NextSiblingElement()) {
@@ -136,7 +133,7 @@ TEST(ProfileWriterTest, WritesTheElementsOfAProfileInTheirOrder) {
 
 TEST(ProfileWriterTest, EveryValueIsOneTextNode) {
     TiXmlDocument document;
-    BuildProfileDocument({DefaultProfileRecord()}, kLatin, document);
+    BuildProfileDocument({DefaultProfileRecord()}, test::kLatin, document);
     const TiXmlElement* profile = document.RootElement()->FirstChildElement("profile");
     for (const TiXmlElement* child = profile->FirstChildElement(); child; child = child->NextSiblingElement()) {
         ASSERT_NE(child->FirstChild(), nullptr) << child->Value();
@@ -150,7 +147,7 @@ TEST(ProfileWriterTest, TheHeadIsTheFirstRecords) {
     profiles[0].vid = 65535;
     profiles[0].pid = 0;
     profiles[0].selectedIndex = -5;
-    const std::string printed = test::Written(profiles, kLatin);
+    const std::string printed = test::Written(profiles, test::kLatin);
     EXPECT_NE(
         printed.find("<vid>65535</vid>\n    <pid>0</pid>\n    <select_profile>-5</select_profile>\n    <profile>"),
         std::string::npos);
@@ -160,15 +157,15 @@ TEST(ProfileWriterTest, TheHeadIsTheFirstRecords) {
 TEST(ProfileWriterTest, APlainTextIsWrittenInTheBytesOfTheCodePage) {
     ProfileRecord record = DefaultProfileRecord();
     record.name = L"\x4E02\x4E03\x4E00";
-    EXPECT_NE(test::Written({record}, kDoubleByte).find("<profname>\x81\x5C\x81\x5D\x81\x40</profname>"),
+    EXPECT_NE(test::Written({record}, test::kDoubleByte).find("<profname>\x81\x5C\x81\x5D\x81\x40</profname>"),
               std::string::npos);
-    EXPECT_NE(test::Written({record}, kLatin).find("<![CDATA[&#x4e02;&#x4e03;&#x4e00;]]>"), std::string::npos);
+    EXPECT_NE(test::Written({record}, test::kLatin).find("<![CDATA[&#x4e02;&#x4e03;&#x4e00;]]>"), std::string::npos);
 }
 
 TEST(ProfileWriterTest, ATextThatOnlyLooksEscapedIsNotMarkedAsEscaped) {
     ProfileRecord record = DefaultProfileRecord();
     record.name = L"&#x41;";
-    const std::string printed = test::Written({record}, kLatin);
+    const std::string printed = test::Written({record}, test::kLatin);
     EXPECT_NE(printed.find("<profname>&amp;#x41;</profname>"), std::string::npos);
     EXPECT_EQ(printed.find("CDATA"), std::string::npos);
 }
@@ -187,7 +184,7 @@ std::size_t ConstructsOf(const std::string& document) {
 TEST(ProfileWriterTest, CountsWhateverItsDocumentHasBesideEndTags) {
     ProfileSet profiles = TwoProfiles();
     profiles[0].settings.applications.assign(3, {L"\x41C\x438r", L"<]]><b>&#x3C;"});
-    for (const TextCodec* codec : std::initializer_list<const TextCodec*>{&kLatin, &kDoubleByte}) {
+    for (const TextCodec* codec : std::initializer_list<const TextCodec*>{&test::kLatin, &test::kDoubleByte}) {
         TiXmlDocument document;
         const std::size_t count = BuildProfileDocument(profiles, *codec, document);
         EXPECT_EQ(count, ConstructsOf(test::Printed(document)));
@@ -198,14 +195,14 @@ TEST(ProfileWriterTest, CountsWhateverItsDocumentHasBesideEndTags) {
 TEST(ProfileWriterTest, ADocumentOfSoManyConstructsAsAreAllowedPassesTheGuardAndOneOfMoreDoesNot) {
     ProfileRecord record = DefaultProfileRecord();
     TiXmlDocument shortest;
-    const std::size_t missing = kMaxXmlElements - BuildProfileDocument({record}, kLatin, shortest);
+    const std::size_t missing = kMaxXmlElements - BuildProfileDocument({record}, test::kLatin, shortest);
     const std::wstring escaped = L"\x41C";
     record.settings.applications.assign(missing / 3, {});
     for (std::size_t more = 0; more < missing % 3; ++more) record.settings.applications[more].name = escaped;
     for (const bool isTooLong : {false, true}) {
         if (isTooLong) record.settings.applications.back().path = escaped;
         TiXmlDocument document;
-        EXPECT_EQ(BuildProfileDocument({record}, kLatin, document), kMaxXmlElements + (isTooLong ? 1 : 0));
+        EXPECT_EQ(BuildProfileDocument({record}, test::kLatin, document), kMaxXmlElements + (isTooLong ? 1 : 0));
         EXPECT_EQ(PrepareXml(test::Printed(document)).has_value(), !isTooLong);
     }
 }
@@ -214,7 +211,7 @@ TEST(ProfileWriterTest, AnAbnormalNumberIsWrittenAsItIs) {
     ProfileRecord record = DefaultProfileRecord();
     record.settings[SettingField::Left] = kAbnormalValue;
     record.settings[SettingField::Right] = 12345;
-    const std::string printed = test::Written({record}, kLatin);
+    const std::string printed = test::Written({record}, test::kLatin);
     EXPECT_NE(printed.find("<lbutton>-1</lbutton>"), std::string::npos);
     EXPECT_NE(printed.find("<rbutton>12345</rbutton>"), std::string::npos);
 }

@@ -16,13 +16,13 @@ using namespace std::string_literals;
 
 constexpr EtcKey kCtrlAlt{{17, 18, kNoKey}};
 
-ProfileSettings Defaults() {
+ProfileSettings DefaultSettings() {
     return DefaultProfileRecord().settings;
 }
 
-// Settings in which every value is another than in Defaults().
+// Settings in which every value is another than in DefaultSettings().
 ProfileSettings AllDifferent() {
-    ProfileSettings settings = Defaults();
+    ProfileSettings settings = DefaultSettings();
     for (std::int32_t& number : settings.values.items) ++number;
     for (std::size_t slot = 0; slot < kButtonSlotCount; ++slot) {
         settings.etcKeys.items[slot].codes[0] = static_cast<KeyCode>(L'A' + slot);
@@ -33,14 +33,14 @@ ProfileSettings AllDifferent() {
 }
 
 TEST(ChangedValuesTest, NothingChangedNothingWritten) {
-    EXPECT_TRUE(ChangedValues(Defaults(), Defaults()).empty());
+    EXPECT_TRUE(ChangedValues(DefaultSettings(), DefaultSettings()).empty());
     EXPECT_TRUE(ChangedValues(AllDifferent(), AllDifferent()).empty());
 }
 
 TEST(AllValuesTest, AreWrittenInTheOrderOfChangedOnes) {
     const std::vector<RegistryWrite> all = AllValues(AllDifferent());
     EXPECT_EQ(all.size(), 20U);
-    EXPECT_EQ(ChangedValues(Defaults(), AllDifferent()), all);
+    EXPECT_EQ(ChangedValues(DefaultSettings(), AllDifferent()), all);
 }
 
 TEST(ChangedValuesTest, AreWrittenInTheirOrder) {
@@ -67,36 +67,36 @@ TEST(ChangedValuesTest, AreWrittenInTheirOrder) {
         {Gesture, 0, L"UD\t37\tnote\tCtrl+Alt\0\0"s},
         {ProfileApp, 0, L"Editor\tC:\\editor.exe\0\0"s},
     };
-    EXPECT_EQ(ChangedValues(Defaults(), AllDifferent()), expected);
+    EXPECT_EQ(ChangedValues(DefaultSettings(), AllDifferent()), expected);
 }
 
 TEST(ChangedValuesTest, AChangedNumberIsTheOnlyWrite) {
     for (const SettingFieldRow& row : kSettingFields) {
-        ProfileSettings after = Defaults();
+        ProfileSettings after = DefaultSettings();
         after[row.field] = 7;
         const std::vector<RegistryWrite> expected{{row.registryValue, 7, L""}};
-        EXPECT_EQ(ChangedValues(Defaults(), after), expected) << row.fileElement;
+        EXPECT_EQ(ChangedValues(DefaultSettings(), after), expected) << row.fileElement;
     }
 }
 
 TEST(ChangedValuesTest, AChangedKeyIsTheOnlyWrite) {
     for (const ButtonSlotRow& row : kButtonSlots) {
-        ProfileSettings after = Defaults();
+        ProfileSettings after = DefaultSettings();
         after.etcKeys[row.slot] = kCtrlAlt;
         const std::vector<RegistryWrite> expected{{row.etcKeyValue, 0, L"Ctrl+Alt"}};
-        EXPECT_EQ(ChangedValues(Defaults(), after), expected) << row.etcKeyElement;
+        EXPECT_EQ(ChangedValues(DefaultSettings(), after), expected) << row.etcKeyElement;
     }
 }
 
 TEST(ChangedValuesTest, KeysThatAreTakenAwayGiveTheEmptyText) {
-    ProfileSettings before = Defaults();
+    ProfileSettings before = DefaultSettings();
     before.etcKeys[ButtonSlot::Center] = kCtrlAlt;
     const std::vector<RegistryWrite> expected{{RegistryValue::CenterEtcKey, 0, L""}};
-    EXPECT_EQ(ChangedValues(before, Defaults()), expected);
+    EXPECT_EQ(ChangedValues(before, DefaultSettings()), expected);
 }
 
 TEST(ChangedValuesTest, KeysWithTheSameTextAreNoChange) {
-    ProfileSettings before = Defaults();
+    ProfileSettings before = DefaultSettings();
     before.etcKeys[ButtonSlot::Left] = kCtrlAlt;
     ProfileSettings after = before;
     after.etcKeys[ButtonSlot::Left].codes = {17, kNoKey, 18};
@@ -145,7 +145,7 @@ TEST(AllNumbersTest, AreWrittenInTheOrderOfANewProfileChangedOrNot) {
         {FlyingRevolutionSpeed, 5, L""},
         {FlyingRevolutionCount, 2, L""},
     };
-    EXPECT_EQ(AllNumbers(Defaults().values), expected);
+    EXPECT_EQ(AllNumbers(DefaultSettings().values), expected);
 }
 
 TEST(ApplicationsToMultiStringTest, EndsEachEntryAndTheBlockWithAZero) {

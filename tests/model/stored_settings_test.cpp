@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "model/registry_changes.h"
+#include "tests/model/printed_document.h"
 
 namespace kvn::model {
 namespace {
@@ -13,8 +14,6 @@ namespace {
 using namespace std::string_literals;
 
 using Bytes = std::vector<std::uint8_t>;
-
-constexpr wchar_t kHeading[] = L"Arbitrary key";
 
 Bytes BytesOf(const std::wstring& text) {
     Bytes bytes;
@@ -38,7 +37,7 @@ Bytes BytesOf(const RegistryWrite& write) {
 std::optional<std::int32_t> Number(RegistryValue value, SettingField field, const Bytes& bytes) {
     StoredBytes stored;
     stored[value] = bytes;
-    return StoredSettingsFrom(stored, kHeading).values[field];
+    return StoredSettingsFrom(stored, test::kArbitraryKeyText).values[field];
 }
 
 std::optional<std::int32_t> Left(const Bytes& bytes) {
@@ -48,7 +47,7 @@ std::optional<std::int32_t> Left(const Bytes& bytes) {
 std::optional<EtcKey> LeftKeys(const Bytes& bytes) {
     StoredBytes stored;
     stored[RegistryValue::LeftEtcKey] = bytes;
-    return StoredSettingsFrom(stored, kHeading).etcKeys[ButtonSlot::Left];
+    return StoredSettingsFrom(stored, test::kArbitraryKeyText).etcKeys[ButtonSlot::Left];
 }
 
 ProfileSettings EverythingSet() {
@@ -68,11 +67,11 @@ TEST(StoredSettingsTest, WhatThePageWritesComesBack) {
     for (std::int32_t& number : nothing.values.items) number = kAbnormalValue;
     StoredBytes bytes;
     for (const RegistryWrite& write : ChangedValues(nothing, EverythingSet())) bytes[write.value] = BytesOf(write);
-    EXPECT_EQ(CompletedFrom(StoredSettingsFrom(bytes, kHeading), nothing), EverythingSet());
+    EXPECT_EQ(CompletedFrom(StoredSettingsFrom(bytes, test::kArbitraryKeyText), nothing), EverythingSet());
 }
 
 TEST(StoredSettingsTest, WhatIsMissingComesFromTheFallback) {
-    EXPECT_EQ(CompletedFrom(StoredSettingsFrom({}, kHeading), EverythingSet()), EverythingSet());
+    EXPECT_EQ(CompletedFrom(StoredSettingsFrom({}, test::kArbitraryKeyText), EverythingSet()), EverythingSet());
 }
 
 TEST(StoredSettingsTest, AnEmptyListOrTextIsNotMissing) {
@@ -80,7 +79,7 @@ TEST(StoredSettingsTest, AnEmptyListOrTextIsNotMissing) {
     bytes[RegistryValue::Gesture] = BytesOf(L"\0"s);
     bytes[RegistryValue::ProfileApp] = Bytes{};
     bytes[RegistryValue::LeftEtcKey] = Bytes{};
-    const ProfileSettings settings = CompletedFrom(StoredSettingsFrom(bytes, kHeading), EverythingSet());
+    const ProfileSettings settings = CompletedFrom(StoredSettingsFrom(bytes, test::kArbitraryKeyText), EverythingSet());
     EXPECT_TRUE(settings.gestures.empty());
     EXPECT_TRUE(settings.applications.empty());
     EXPECT_EQ(settings.etcKeys[ButtonSlot::Left], EtcKey{});
@@ -149,7 +148,7 @@ TEST(MultiStringTest, AProgramOfOneFieldHasNoPath) {
 
 TEST(MultiStringTest, AGestureMayLackItsLastFields) {
     const auto gestures =
-        GesturesFromMultiString(L"U\0D\t6\0L\t6\tnote\0R\t37\tnote\tLeft Ctrl+V\tmore\0\0"s, kHeading);
+        GesturesFromMultiString(L"U\0D\t6\0L\t6\tnote\0R\t37\tnote\tLeft Ctrl+V\tmore\0\0"s, test::kArbitraryKeyText);
     const std::vector<GestureEntry> expected{{L"U", kAbnormalValue, L"", {}},
                                              {L"D", 6, L"", {}},
                                              {L"L", 6, L"note", {}},
@@ -159,7 +158,7 @@ TEST(MultiStringTest, AGestureMayLackItsLastFields) {
 
 TEST(MultiStringTest, AFunctionThatIsNoNumberIsAbnormal) {
     for (const std::wstring text : {L"", L"x", L"6x", L" 6", L"+6", L"99999999999", L"\x0666", L"0x6"}) {
-        const auto gestures = GesturesFromMultiString(L"U\t" + text + L"\t\t\0"s, kHeading);
+        const auto gestures = GesturesFromMultiString(L"U\t" + text + L"\t\t\0"s, test::kArbitraryKeyText);
         EXPECT_EQ(gestures.at(0).function, kAbnormalValue) << testing::PrintToString(text);
     }
 }

@@ -91,4 +91,7 @@ private:
     }
 };
 
+inline const LatinCodec kLatin;
+inline const DoubleByteCodec kDoubleByte;
+
 }  // namespace kvn::model::test

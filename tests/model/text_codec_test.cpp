@@ -12,9 +12,6 @@ namespace {
 
 using namespace std::string_literals;
 
-const test::LatinCodec kLatin;
-const test::DoubleByteCodec kDoubleByte;
-
 std::wstring EscapedAndBack(const std::wstring& text, const TextCodec& codec) {
     return Unescape(codec.Decode(EncodeEscaped(text, codec)));
 }
@@ -26,40 +23,40 @@ std::wstring Smile() {
 }
 
 TEST(EncodeEscapedTest, WritesACharacterThatTheCodePageLacksAsAReference) {
-    EXPECT_EQ(EncodeEscaped(L"\x416", kLatin), "&#x416;");
-    EXPECT_EQ(EncodeEscaped(L"a\x416z", kLatin), "a&#x416;z");
-    EXPECT_EQ(EncodeEscaped(L"\x416", kDoubleByte), "&#x416;");
+    EXPECT_EQ(EncodeEscaped(L"\x416", test::kLatin), "&#x416;");
+    EXPECT_EQ(EncodeEscaped(L"a\x416z", test::kLatin), "a&#x416;z");
+    EXPECT_EQ(EncodeEscaped(L"\x416", test::kDoubleByte), "&#x416;");
 }
 
 TEST(EncodeEscapedTest, WritesWhatTheCodePageHoldsAsItsBytes) {
-    EXPECT_EQ(EncodeEscaped(L"\xE9\x416", kLatin), "\xE9&#x416;");
-    EXPECT_EQ(EncodeEscaped(L"\x4E02\x4E03\x416", kDoubleByte), "\x81\x5C\x81\x5D&#x416;");
+    EXPECT_EQ(EncodeEscaped(L"\xE9\x416", test::kLatin), "\xE9&#x416;");
+    EXPECT_EQ(EncodeEscaped(L"\x4E02\x4E03\x416", test::kDoubleByte), "\x81\x5C\x81\x5D&#x416;");
 }
 
 TEST(EncodeEscapedTest, WritesAPairOfSurrogatesAsOneReference) {
-    EXPECT_EQ(EncodeEscaped(Smile(), kLatin), "&#x1f600;");
+    EXPECT_EQ(EncodeEscaped(Smile(), test::kLatin), "&#x1f600;");
 }
 
 TEST(EncodeEscapedTest, WritesLoneSurrogatesAsTheyAre) {
     const std::wstring high(1, static_cast<wchar_t>(0xD83D));
     const std::wstring low(1, static_cast<wchar_t>(0xDE00));
-    EXPECT_EQ(EncodeEscaped(high, kLatin), "&#xd83d;");
-    EXPECT_EQ(EncodeEscaped(low, kLatin), "&#xde00;");
-    EXPECT_EQ(EncodeEscaped(low + high, kLatin), "&#xde00;&#xd83d;");
-    EXPECT_EQ(EncodeEscaped(high + L"a", kLatin), "&#xd83d;a");
+    EXPECT_EQ(EncodeEscaped(high, test::kLatin), "&#xd83d;");
+    EXPECT_EQ(EncodeEscaped(low, test::kLatin), "&#xde00;");
+    EXPECT_EQ(EncodeEscaped(low + high, test::kLatin), "&#xde00;&#xd83d;");
+    EXPECT_EQ(EncodeEscaped(high + L"a", test::kLatin), "&#xd83d;a");
 }
 
 TEST(EncodeEscapedTest, EscapesWhatWouldNotSurviveInACdataSection) {
-    EXPECT_EQ(EncodeEscaped(L"]]>", kLatin), "]]&#x3e;");
-    EXPECT_EQ(EncodeEscaped(L"\r\n\t", kLatin), "&#xd;&#xa;&#x9;");
-    EXPECT_EQ(EncodeEscaped(L"\x7F"s + L'\0', kLatin), "&#x7f;&#x0;");
-    EXPECT_EQ(EncodeEscaped(L" <b> ", kLatin), " <b&#x3e; ");
+    EXPECT_EQ(EncodeEscaped(L"]]>", test::kLatin), "]]&#x3e;");
+    EXPECT_EQ(EncodeEscaped(L"\r\n\t", test::kLatin), "&#xd;&#xa;&#x9;");
+    EXPECT_EQ(EncodeEscaped(L"\x7F"s + L'\0', test::kLatin), "&#x7f;&#x0;");
+    EXPECT_EQ(EncodeEscaped(L" <b> ", test::kLatin), " <b&#x3e; ");
 }
 
 TEST(EncodeEscapedTest, EscapesAnAmpersandOnlyBeforeANumberSign) {
-    EXPECT_EQ(EncodeEscaped(L"&#x41;", kLatin), "&#x26;#x41;");
-    EXPECT_EQ(EncodeEscaped(L"a & b &amp;", kLatin), "a & b &amp;");
-    EXPECT_EQ(EncodeEscaped(L"&\x416", kLatin), "&&#x416;");
+    EXPECT_EQ(EncodeEscaped(L"&#x41;", test::kLatin), "&#x26;#x41;");
+    EXPECT_EQ(EncodeEscaped(L"a & b &amp;", test::kLatin), "a & b &amp;");
+    EXPECT_EQ(EncodeEscaped(L"&\x416", test::kLatin), "&&#x416;");
 }
 
 TEST(UnescapeTest, ResolvesReferences) {
@@ -80,8 +77,8 @@ TEST(UnescapeTest, KeepsWhatIsNoWellFormedReference) {
 
 TEST(EscapedTextTest, ThatOnlyLooksEscapedComesBack) {
     for (const wchar_t* text : {L"&#x41;", L"&#x26;#x41;", L"&&#x41;", L"&#x26;&#x41;", L"&#", L"&\x416#x41;"}) {
-        EXPECT_EQ(EscapedAndBack(text, kLatin), text);
-        EXPECT_EQ(EscapedAndBack(text, kDoubleByte), text);
+        EXPECT_EQ(EscapedAndBack(text, test::kLatin), text);
+        EXPECT_EQ(EscapedAndBack(text, test::kDoubleByte), text);
     }
 }
 
@@ -89,7 +86,7 @@ TEST(EscapedTextTest, OfAnyCharacterComesBackAndNeverEndsItsSection) {
     for (std::uint32_t code = 0; code <= 0xFFFF; ++code) {
         const std::wstring text{L']', L']', static_cast<wchar_t>(code), L'&', L'#'};
         for (const TextCodec* codec :
-             {static_cast<const TextCodec*>(&kLatin), static_cast<const TextCodec*>(&kDoubleByte)}) {
+             {static_cast<const TextCodec*>(&test::kLatin), static_cast<const TextCodec*>(&test::kDoubleByte)}) {
             const std::string escaped = EncodeEscaped(text, *codec);
             ASSERT_EQ(escaped.find("]]>"), std::string::npos) << code;
             ASSERT_EQ(Unescape(codec->Decode(escaped)), text) << code;
@@ -103,8 +100,8 @@ TEST(EscapedTextTest, GeneratedTextsComeBack) {
         test::ProfileGenerator generator(seed, L"\xE9\xDF\x4E02\x4E03\x4E5B");
         for (int count = 0; count < 100; ++count) {
             const std::wstring text = generator.Text();
-            ASSERT_EQ(EscapedAndBack(text, kLatin), text);
-            ASSERT_EQ(EscapedAndBack(text, kDoubleByte), text);
+            ASSERT_EQ(EscapedAndBack(text, test::kLatin), text);
+            ASSERT_EQ(EscapedAndBack(text, test::kDoubleByte), text);
         }
     }
 }

@@ -9,18 +9,13 @@
 #include <string>
 #include <string_view>
 
+#include "tests/model/repeated_text.h"
+
 namespace kvn::model {
 namespace {
 
-std::string Repeated(std::string_view text, std::size_t times) {
-    std::string repeated;
-    repeated.reserve(text.size() * times);
-    for (std::size_t time = 0; time < times; ++time) repeated += text;
-    return repeated;
-}
-
 std::string Nested(std::size_t depth) {
-    return Repeated("<a>", depth) + "x" + Repeated("</a>", depth);
+    return test::Repeated("<a>", depth) + "x" + test::Repeated("</a>", depth);
 }
 
 std::size_t DepthOf(const TiXmlNode& node) {
@@ -33,8 +28,8 @@ std::size_t DepthOf(const TiXmlNode& node) {
 
 // Pieces of markup in any order: most of them mislead a parser about where tags end.
 std::string MarkupSoup(std::mt19937& random) {
-    static const std::string kDeep = Repeated("<a>", 40);
-    static const std::string kEnds = Repeated("</a>", 40);
+    static const std::string kDeep = test::Repeated("<a>", 40);
+    static const std::string kEnds = test::Repeated("</a>", 40);
     static const std::array<std::string_view, 33> kPieces{
         "<!-->", kEnds,  "<?",  "?>",        "<?xml ", kDeep, kDeep, kDeep,  kDeep, "</a>", "<a>",
         "<a b=", "<!--", "-->", "<![CDATA[", "]]>",    "<!",  "<1 ", "<",    ">",   ">",    ">",
@@ -114,15 +109,15 @@ TEST(PrepareXmlTest, RefusesWhatIsNestedTooDeeply) {
     EXPECT_TRUE(PrepareXml(Nested(kMaxXmlDepth)));
     EXPECT_FALSE(PrepareXml(Nested(kMaxXmlDepth + 1)));
     EXPECT_FALSE(PrepareXml(Nested(100'000)));
-    EXPECT_FALSE(PrepareXml(Repeated("<a>", 100'000)));
-    EXPECT_FALSE(PrepareXml(Repeated("<a b='c'>", 100'000)));
-    EXPECT_FALSE(PrepareXml(Repeated("<_\n>", 100'000)));
-    EXPECT_FALSE(PrepareXml(Repeated("<\xE9>", 100'000)));
+    EXPECT_FALSE(PrepareXml(test::Repeated("<a>", 100'000)));
+    EXPECT_FALSE(PrepareXml(test::Repeated("<a b='c'>", 100'000)));
+    EXPECT_FALSE(PrepareXml(test::Repeated("<_\n>", 100'000)));
+    EXPECT_FALSE(PrepareXml(test::Repeated("<\xE9>", 100'000)));
 }
 
 TEST(PrepareXmlTest, AnElementWithoutContentIsNestedToo) {
     const auto nestedAround = [](const std::string& content, std::size_t depth) {
-        return Repeated("<a>", depth) + content + Repeated("</a>", depth);
+        return test::Repeated("<a>", depth) + content + test::Repeated("</a>", depth);
     };
     for (const std::string element : {"<a/>", "<a />", "<a b='/'/>", "<a/><a/>"}) {
         EXPECT_TRUE(PrepareXml(nestedAround(element, kMaxXmlDepth - 1))) << element;
@@ -132,28 +127,28 @@ TEST(PrepareXmlTest, AnElementWithoutContentIsNestedToo) {
 
 TEST(PrepareXmlTest, AnEndWithinQuotesDoesNotEndATag) {
     for (const std::string tag : {"<a b='/>'>", "<a b=\"/>\">", "<a b='\"/>'>", "<a b=\"'/>\">"}) {
-        EXPECT_TRUE(PrepareXml(Repeated(tag, kMaxXmlDepth))) << tag;
-        EXPECT_FALSE(PrepareXml(Repeated(tag, kMaxXmlDepth + 1))) << tag;
+        EXPECT_TRUE(PrepareXml(test::Repeated(tag, kMaxXmlDepth))) << tag;
+        EXPECT_FALSE(PrepareXml(test::Repeated(tag, kMaxXmlDepth + 1))) << tag;
     }
 }
 
 TEST(PrepareXmlTest, AllowsAsManySiblingsAsThereAre) {
-    EXPECT_TRUE(PrepareXml("<a>" + Repeated("<b>x</b>", 100'000) + "</a>"));
-    EXPECT_TRUE(PrepareXml("<a>" + Repeated("<b/>", 100'000) + "</a>"));
-    EXPECT_TRUE(PrepareXml("<a>" + Repeated("<b c='/>' />", 100'000) + "</a>"));
+    EXPECT_TRUE(PrepareXml("<a>" + test::Repeated("<b>x</b>", 100'000) + "</a>"));
+    EXPECT_TRUE(PrepareXml("<a>" + test::Repeated("<b/>", 100'000) + "</a>"));
+    EXPECT_TRUE(PrepareXml("<a>" + test::Repeated("<b c='/>' />", 100'000) + "</a>"));
 }
 
 TEST(PrepareXmlTest, EndTagsWithoutAStartDoNotMakeRoomForDeeperNesting) {
     for (const std::size_t endTags : {1U, 2U, 1000U}) {
-        EXPECT_FALSE(PrepareXml(Repeated("</a>", endTags) + Nested(kMaxXmlDepth + 1))) << endTags;
-        EXPECT_TRUE(PrepareXml(Repeated("</a>", endTags) + Nested(kMaxXmlDepth))) << endTags;
+        EXPECT_FALSE(PrepareXml(test::Repeated("</a>", endTags) + Nested(kMaxXmlDepth + 1))) << endTags;
+        EXPECT_TRUE(PrepareXml(test::Repeated("</a>", endTags) + Nested(kMaxXmlDepth))) << endTags;
     }
 }
 
 TEST(PrepareXmlTest, DoesNotCountWhatCommentsAndSectionsHold) {
-    EXPECT_TRUE(PrepareXml("<a><!--" + Repeated("<b>", 1000) + "--></a>"));
-    EXPECT_TRUE(PrepareXml("<a><![CDATA[" + Repeated("<b>", 1000) + "]]></a>"));
-    EXPECT_TRUE(PrepareXml("<a b='" + Repeated("<b>", 1000) + "'></a>"));
+    EXPECT_TRUE(PrepareXml("<a><!--" + test::Repeated("<b>", 1000) + "--></a>"));
+    EXPECT_TRUE(PrepareXml("<a><![CDATA[" + test::Repeated("<b>", 1000) + "]]></a>"));
+    EXPECT_TRUE(PrepareXml("<a b='" + test::Repeated("<b>", 1000) + "'></a>"));
 }
 
 TEST(PrepareXmlTest, CountsWhatOnlySeemsToBeInsideOfAComment) {
@@ -168,7 +163,7 @@ TEST(PrepareXmlTest, CountsWhatOnlySeemsToBeInsideOfAComment) {
 TEST(PrepareXmlTest, CountsWhatOnlySeemsToBeQuotedInATagWithoutAName) {
     for (const std::string start : {"<1 \">", "< \">", "<- '>", "<=\">", "<1 a=\">"}) {
         const std::string quote = start.find('"') != std::string::npos ? "\"" : "'";
-        EXPECT_FALSE(PrepareXml("<a>" + start + Repeated("<a>", 100) + quote + '>')) << start;
+        EXPECT_FALSE(PrepareXml("<a>" + start + test::Repeated("<a>", 100) + quote + '>')) << start;
     }
 }
 
@@ -199,7 +194,7 @@ TEST(PrepareXmlTest, RefusesATagWithoutEnd) {
 
 TEST(PrepareXmlTest, RefusesATagWithTooManyAttributes) {
     for (const std::string attribute : {" b='c'", " b=c", " b = \"c\""}) {
-        const auto tag = [&](std::size_t count) { return "<a" + Repeated(attribute, count) + "></a>"; };
+        const auto tag = [&](std::size_t count) { return "<a" + test::Repeated(attribute, count) + "></a>"; };
         EXPECT_TRUE(PrepareXml(tag(kMaxXmlAttributes))) << attribute;
         EXPECT_FALSE(PrepareXml(tag(kMaxXmlAttributes + 1))) << attribute;
         EXPECT_FALSE(PrepareXml(tag(100'000))) << attribute;
@@ -207,9 +202,9 @@ TEST(PrepareXmlTest, RefusesATagWithTooManyAttributes) {
 }
 
 TEST(PrepareXmlTest, CountsAttributesAsElements) {
-    const std::string tag = "<b" + Repeated(" c='d'", 199) + "/>";
-    EXPECT_TRUE(PrepareXml("<a>" + Repeated(tag, kMaxXmlElements / 200 - 1) + "</a>"));
-    EXPECT_FALSE(PrepareXml("<a>" + Repeated(tag, kMaxXmlElements / 200) + "</a>"));
+    const std::string tag = "<b" + test::Repeated(" c='d'", 199) + "/>";
+    EXPECT_TRUE(PrepareXml("<a>" + test::Repeated(tag, kMaxXmlElements / 200 - 1) + "</a>"));
+    EXPECT_FALSE(PrepareXml("<a>" + test::Repeated(tag, kMaxXmlElements / 200) + "</a>"));
 }
 
 TEST(PrepareXmlTest, AllowsALongTag) {
@@ -219,14 +214,14 @@ TEST(PrepareXmlTest, AllowsALongTag) {
                                         "<a" + blanks + ">x</a>", "<a><" + value + "/></a>"}) {
         EXPECT_EQ(PrepareXml(document), document);
     }
-    EXPECT_TRUE(PrepareXml("<a b='" + Repeated("=", 1000) + "'>x</a>"));
+    EXPECT_TRUE(PrepareXml("<a b='" + test::Repeated("=", 1000) + "'>x</a>"));
     EXPECT_FALSE(PrepareXml("<a b='" + value));
 }
 
 TEST(PrepareXmlTest, RefusesTooManyConstructsOfEveryKind) {
     for (const std::string construct : {"<b/>", "<b></b>", "<1>", "<!>", "<!---->", "<![CDATA[]]>"}) {
-        EXPECT_TRUE(PrepareXml("<a>" + Repeated(construct, kMaxXmlElements / 2) + "</a>")) << construct;
-        EXPECT_FALSE(PrepareXml("<a>" + Repeated(construct, kMaxXmlElements + 1) + "</a>")) << construct;
+        EXPECT_TRUE(PrepareXml("<a>" + test::Repeated(construct, kMaxXmlElements / 2) + "</a>")) << construct;
+        EXPECT_FALSE(PrepareXml("<a>" + test::Repeated(construct, kMaxXmlElements + 1) + "</a>")) << construct;
     }
 }
 
@@ -244,11 +239,11 @@ TEST(PrepareXmlTest, AnInstructionEndsAtItsQuestionMark) {
 }
 
 TEST(PrepareXmlTest, ACommentDoesNotEndWhereItsStartOverlapsItsEnd) {
-    const std::string deep = Repeated("<a>", 60);
-    const std::string ends = Repeated("</a>", 60);
+    const std::string deep = test::Repeated("<a>", 60);
+    const std::string ends = test::Repeated("</a>", 60);
     for (const std::string start : {"<!-->", "<!--->", "<![CDATA[>", "<![CDATA[]>"}) {
         const std::string end = start.starts_with("<!--") ? "-->" : "]]>";
-        EXPECT_FALSE(PrepareXml(Repeated(deep + start + ends + end, 6))) << start;
+        EXPECT_FALSE(PrepareXml(test::Repeated(deep + start + ends + end, 6))) << start;
         EXPECT_TRUE(PrepareXml("<a>" + start + deep + deep + end + "</a>")) << start;
         EXPECT_FALSE(PrepareXml("<a>" + start + "</a>")) << start;
     }

@@ -13,6 +13,8 @@
 
 namespace kvn::model::test {
 
+inline constexpr std::size_t kMegabyte = std::size_t{1024} * 1024;
+
 // While it lives, it knows the most bytes that were taken at one time beyond those of the beginning.
 class HeapWatch {
 public:

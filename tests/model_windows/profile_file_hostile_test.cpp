@@ -9,6 +9,7 @@
 
 #include "model/profile_file.h"
 #include "model/xml_guard.h"
+#include "tests/model/repeated_text.h"
 #include "tests/model_windows/code_pages.h"
 #include "tests/model_windows/genuine_function.h"
 #include "tests/model_windows/heap_watch.h"
@@ -21,16 +22,6 @@ namespace {
 
 using kvn::test::ReplacedImport;
 using ReadFunction = BOOL(HANDLE, void*, DWORD, DWORD*, OVERLAPPED*);
-
-constexpr std::size_t kMegabyte = std::size_t{1024} * 1024;
-constexpr std::size_t kSmallStack = std::size_t{256} * 1024;
-
-std::string Repeated(const std::string& piece, std::size_t count) {
-    std::string bytes;
-    bytes.reserve(piece.size() * count);
-    for (std::size_t number = 0; number < count; ++number) bytes += piece;
-    return bytes;
-}
 
 std::string RandomBytes(std::size_t count) {
     std::mt19937 random(7);
@@ -48,7 +39,7 @@ protected:
         bool opened = false;
         const test::HeapWatch heap;
         ASSERT_TRUE(heap.IsInPlace());
-        test::RunWithStackOf(kSmallStack, [&] { opened = LoadMouseSettings(settings); });
+        test::RunWithStackOf(test::kSmallStack, [&] { opened = LoadMouseSettings(settings); });
         EXPECT_LE(heap.PeakBytes(), static_cast<std::ptrdiff_t>(mostHeapBytes));
         EXPECT_TRUE(opened);
         EXPECT_EQ(settings.profiles.size(), 1U);
@@ -69,22 +60,22 @@ protected:
 };
 
 TEST_F(HostileFileTest, IsSetAsideUnchangedWithinLittleMemoryAndStack) {
-    ExpectSetAside("", kMegabyte);
-    ExpectSetAside("profiles", kMegabyte);
-    ExpectSetAside(std::string(kMegabyte, '\0'), 4 * kMegabyte);
-    ExpectSetAside(std::string(20, '\0') + "<data><profile/></data>", kMegabyte);
-    ExpectSetAside("<data><profile/></data>" + std::string(1, '\0'), kMegabyte);
-    ExpectSetAside(RandomBytes(kMegabyte), 4 * kMegabyte);
-    ExpectSetAside(Repeated("<a>", 100'000), 2 * kMegabyte);
-    ExpectSetAside("<data>" + Repeated("<profile>", 100'000), 4 * kMegabyte);
-    ExpectSetAside("<data " + Repeated("a='b' ", 100'000) + "/>", 4 * kMegabyte);
-    ExpectSetAside("<!--" + Repeated("<a>", 100'000), 2 * kMegabyte);
-    ExpectSetAside(Repeated("<![CDATA[", 100'000), 4 * kMegabyte);
+    ExpectSetAside("", test::kMegabyte);
+    ExpectSetAside("profiles", test::kMegabyte);
+    ExpectSetAside(std::string(test::kMegabyte, '\0'), 4 * test::kMegabyte);
+    ExpectSetAside(std::string(20, '\0') + "<data><profile/></data>", test::kMegabyte);
+    ExpectSetAside("<data><profile/></data>" + std::string(1, '\0'), test::kMegabyte);
+    ExpectSetAside(RandomBytes(test::kMegabyte), 4 * test::kMegabyte);
+    ExpectSetAside(test::Repeated("<a>", 100'000), 2 * test::kMegabyte);
+    ExpectSetAside("<data>" + test::Repeated("<profile>", 100'000), 4 * test::kMegabyte);
+    ExpectSetAside("<data " + test::Repeated("a='b' ", 100'000) + "/>", 4 * test::kMegabyte);
+    ExpectSetAside("<!--" + test::Repeated("<a>", 100'000), 2 * test::kMegabyte);
+    ExpectSetAside(test::Repeated("<![CDATA[", 100'000), 4 * test::kMegabyte);
 }
 
 TEST_F(HostileFileTest, OfFiftyMegabytesIsNotEvenRead) {
-    const std::string bytes = "<data><profile/>" + std::string(50 * kMegabyte, ' ') + "</data>";
-    ExpectSetAside(bytes, kMegabyte);
+    const std::string bytes = "<data><profile/>" + std::string(50 * test::kMegabyte, ' ') + "</data>";
+    ExpectSetAside(bytes, test::kMegabyte);
 
     WriteFile(bytes);
     int reads = 0;
@@ -109,24 +100,25 @@ TEST_F(HostileFileTest, CutShortIsSetAside) {
     const std::string bytes = SavedBytes(list);
     const std::size_t rootEnd = bytes.rfind("</data>");
     ASSERT_NE(rootEnd, std::string::npos);
-    for (std::size_t part = 0; part <= 24; ++part) ExpectSetAside(bytes.substr(0, rootEnd * part / 24), kMegabyte);
+    for (std::size_t part = 0; part <= 24; ++part)
+        ExpectSetAside(bytes.substr(0, rootEnd * part / 24), test::kMegabyte);
 }
 
 // A list of a length that no page makes, but which a file may have, needs no more stack than a short one.
 TEST_F(HostileFileTest, ThatIsLongButGoodIsLoadedWithLittleStack) {
-    WriteFile("<data>" + Repeated("<profile><profname>a</profname></profile>", 50'000) + "</data>");
+    WriteFile("<data>" + test::Repeated("<profile><profname>a</profname></profile>", 50'000) + "</data>");
     std::size_t loaded = 0;
     ProfileSet list;
-    test::RunWithStackOf(kSmallStack, [&] { loaded = LoadProfileFile(Path(), list); });
+    test::RunWithStackOf(test::kSmallStack, [&] { loaded = LoadProfileFile(Path(), list); });
     EXPECT_EQ(loaded, 50'000U);
 }
 
 TEST_F(HostileFileTest, AsDeepAsIsAllowedIsLoadedWithLittleStack) {
     const std::size_t inner = kMaxXmlDepth - 1;
-    WriteFile("<data><profile/>" + Repeated("<a>", inner) + Repeated("</a>", inner) + "</data>");
+    WriteFile("<data><profile/>" + test::Repeated("<a>", inner) + test::Repeated("</a>", inner) + "</data>");
     std::size_t loaded = 0;
     ProfileSet list;
-    test::RunWithStackOf(kSmallStack, [&] { loaded = LoadProfileFile(Path(), list); });
+    test::RunWithStackOf(test::kSmallStack, [&] { loaded = LoadProfileFile(Path(), list); });
     EXPECT_EQ(loaded, 1U);
 }
 
@@ -164,7 +156,7 @@ TEST_F(HostileFileTest, ThatChangesWhileItIsReadIsReadAsFarAsItIsWhole) {
     WriteFile(good);
     EXPECT_EQ(LoadWhile(Path(), list, [&] { Overwrite(Path(), "<data><profile/></data>"); }), 1U);
     WriteFile(good);
-    EXPECT_EQ(LoadWhile(Path(), list, [&] { Overwrite(Path(), good + std::string(50 * kMegabyte, ' ')); }), 1U);
+    EXPECT_EQ(LoadWhile(Path(), list, [&] { Overwrite(Path(), good + std::string(50 * test::kMegabyte, ' ')); }), 1U);
     WriteFile(good);
     EXPECT_EQ(LoadWhile(Path(), list, [&] { Overwrite(Path(), std::string(good.size(), '\0')); }), 0U);
     EXPECT_TRUE(list.empty());

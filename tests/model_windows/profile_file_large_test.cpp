@@ -14,9 +14,6 @@
 namespace kvn::model {
 namespace {
 
-constexpr std::size_t kMegabyte = std::size_t{1024} * 1024;
-constexpr std::size_t kSmallStack = std::size_t{256} * 1024;
-
 class LargeFileTest : public ProfileFileFailureTest {
 protected:
     // Loads a file of these bytes with little stack, once to watch the heap and once to take the time.
@@ -35,7 +32,7 @@ protected:
         EXPECT_EQ(LoadWithLittleStack(), profiles);
         const auto taken = std::chrono::steady_clock::now() - begin;
         std::printf("    %.1f MiB: %lld ms, %.1f MB of heap\n",
-                    static_cast<double>(bytes.size()) / static_cast<double>(kMegabyte),
+                    static_cast<double>(bytes.size()) / static_cast<double>(test::kMegabyte),
                     static_cast<long long>(std::chrono::duration_cast<std::chrono::milliseconds>(taken).count()),
                     static_cast<double>(peak) / 1e6);
         EXPECT_EQ(test::ReadBytes(Path()).size(), bytes.size());
@@ -45,7 +42,7 @@ private:
     std::size_t LoadWithLittleStack() const {
         std::size_t loaded = 0;
         ProfileSet list;
-        test::RunWithStackOf(kSmallStack, [&] { loaded = LoadProfileFile(Path(), list); });
+        test::RunWithStackOf(test::kSmallStack, [&] { loaded = LoadProfileFile(Path(), list); });
         return loaded;
     }
 };
@@ -65,45 +62,45 @@ std::string LargestGoodFile() {
         bytes += "</profile>";
     }
     bytes += "</data>";
-    EXPECT_GT(bytes.size(), kMaxXmlBytes - kMegabyte);
+    EXPECT_GT(bytes.size(), kMaxXmlBytes - test::kMegabyte);
     bytes.resize(kMaxXmlBytes, ' ');
     return bytes;
 }
 
 TEST_F(LargeFileTest, OfFiftyMegabytesTakesNothing) {
-    ExpectLoaded("<data><profile/>" + std::string(50 * kMegabyte, ' ') + "</data>", 0, kMegabyte / 16);
+    ExpectLoaded("<data><profile/>" + std::string(50 * test::kMegabyte, ' ') + "</data>", 0, test::kMegabyte / 16);
 }
 
 TEST_F(LargeFileTest, OfZerosTakesItsOwnBytes) {
-    ExpectLoaded(std::string(kMaxXmlBytes, '\0'), 0, kMaxXmlBytes + kMegabyte);
+    ExpectLoaded(std::string(kMaxXmlBytes, '\0'), 0, kMaxXmlBytes + test::kMegabyte);
 }
 
 TEST_F(LargeFileTest, OfTagsWithoutEndsTakesItsOwnBytes) {
-    ExpectLoaded(std::string(31 * kMegabyte, '<'), 0, kMaxXmlBytes + kMegabyte);
+    ExpectLoaded(std::string(31 * test::kMegabyte, '<'), 0, kMaxXmlBytes + test::kMegabyte);
 }
 
 TEST_F(LargeFileTest, OfManyTagsInsideOfEachOtherTakesItsOwnBytes) {
     std::string bytes;
     while (bytes.size() < 300'000) bytes += "<a>";
-    ExpectLoaded(bytes, 0, kMegabyte);
+    ExpectLoaded(bytes, 0, test::kMegabyte);
 }
 
 TEST_F(LargeFileTest, ThatIsGoodIsLoadedWhole) {
     const std::string bytes = LargestGoodFile();
     ASSERT_NE(bytes.find("</data>"), std::string::npos);
-    ExpectLoaded(bytes, 1650, 300 * kMegabyte);
+    ExpectLoaded(bytes, 1650, 300 * test::kMegabyte);
 }
 
 TEST_F(LargeFileTest, ThatIsCutOffIsRefusedWhole) {
     const std::string bytes = LargestGoodFile();
-    ExpectLoaded(bytes.substr(0, bytes.rfind("</profile>")), 0, 250 * kMegabyte);
+    ExpectLoaded(bytes.substr(0, bytes.rfind("</profile>")), 0, 250 * test::kMegabyte);
 }
 
 TEST_F(LargeFileTest, OfAsManyElementsAsAreAllowedIsLoaded) {
     std::string bytes = "<data><profile/>";
-    bytes.reserve(kMegabyte * 4);
+    bytes.reserve(test::kMegabyte * 4);
     for (std::size_t element = 2; element < kMaxXmlElements; ++element) bytes += "<a/>";
-    ExpectLoaded(bytes + "</data>", 1, 128 * kMegabyte);
+    ExpectLoaded(bytes + "</data>", 1, 128 * test::kMegabyte);
 }
 
 }  // namespace

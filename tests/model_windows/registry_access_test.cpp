@@ -20,12 +20,12 @@ namespace {
 
 using namespace std::string_literals;
 
+using kvn::test::kModelKey;
 using kvn::test::ReplacedImport;
 using kvn::test::StoredValue;
 
 constexpr std::uint32_t kVid = 0x0ABC;
 constexpr std::uint32_t kPid = 0x00A1;
-constexpr wchar_t kModelKey[] = L"Software\\KORVEN\\MouseUtility\\VID0abcPID00a1";
 
 void SetBaseValue(const wchar_t* name, DWORD type, const void* data, std::size_t bytes) {
     ASSERT_EQ(RegSetKeyValueW(HKEY_CURRENT_USER, kvn::test::kMouseKey, name, type, data, static_cast<DWORD>(bytes)),
@@ -44,7 +44,7 @@ std::vector<BYTE> BytesOf(const std::wstring& text) {
     return bytes;
 }
 
-constexpr DWORD kRetryMilliseconds = 50;
+constexpr DWORD kRetryOfReadMilliseconds = 50;
 
 // Every test has an empty user's hive, and waits that take no time.
 class RegistryAccess : public testing::Test {
@@ -57,7 +57,7 @@ protected:
 private:
     void Wait(DWORD milliseconds) {
         // The run-time library waits as well, in its own ways.
-        if (milliseconds != kRetryMilliseconds) return genuineSleep(milliseconds);
+        if (milliseconds != kRetryOfReadMilliseconds) return genuineSleep(milliseconds);
         ++waits;
         if (onWait) onWait(waits);
     }
@@ -244,6 +244,24 @@ TEST_F(WriteModelValueTest, MakesTheModelsKeyAndStoresANumber) {
     const std::int32_t number = -2;
     EXPECT_FALSE(WriteModelValue(kVid, kPid, RegistryValue::FlyingRevolutionCount, &number, 0));
     EXPECT_EQ(Stored(L"BindKeyHCount"), (StoredValue{REG_DWORD, {0xFE, 0xFF, 0xFF, 0xFF}}));
+}
+
+TEST_F(WriteModelValueTest, OpensTheModelsKeyWithEveryRight) {
+    int opened = 0;
+    const auto create = test::Genuine<decltype(RegCreateKeyExW)>(L"advapi32", "RegCreateKeyExW");
+    const ReplacedImport<"RegCreateKeyExW", decltype(RegCreateKeyExW)> watched(
+        GetModuleHandleW(nullptr), [&](HKEY root, LPCWSTR path, DWORD reserved, LPWSTR type, DWORD options,
+                                       REGSAM rights, LPSECURITY_ATTRIBUTES security, PHKEY key, LPDWORD disposition) {
+            EXPECT_EQ(root, HKEY_CURRENT_USER);
+            EXPECT_EQ(path, std::wstring(kModelKey));
+            EXPECT_EQ(options, static_cast<DWORD>(REG_OPTION_NON_VOLATILE));
+            EXPECT_EQ(rights, static_cast<REGSAM>(KEY_ALL_ACCESS));
+            ++opened;
+            return create(root, path, reserved, type, options, rights, security, key, disposition);
+        });
+    ASSERT_TRUE(watched.IsInPlace());
+    EXPECT_FALSE(WriteModelValue(kVid, kPid, RegistryValue::LeftEtcKey, L"V", 0));
+    EXPECT_EQ(opened, 1);
 }
 
 TEST_F(WriteModelValueTest, StoresATextWithoutItsFinalZero) {

@@ -8,7 +8,6 @@
 #include <string>
 #include <vector>
 
-#include "model/registry_changes.h"
 #include "model/settings_store.h"
 #include "tests/model_windows/files.h"
 #include "tests/support/mouse_on_registry.h"
@@ -16,9 +15,10 @@
 
 namespace kvn::model {
 
+using kvn::test::kModelKey;
+
 class SettingsStore : public testing::Test {
 protected:
-    static constexpr wchar_t kModelKey[] = L"Software\\KORVEN\\MouseUtility\\VID0abcPID00a1";
     static constexpr wchar_t kFileName[] = L"VID0abcPID00a1.xml";
     static constexpr SettingValues kInitialValues{{11, 12, 13, 14, 15, 6, 17, 18, 9, 10, 5}};
 
@@ -40,12 +40,6 @@ protected:
 
     std::vector<std::wstring> FilesInFolder() const { return test::NamesIn(user.SettingsFolder()); }
     static auto StoredValues() { return kvn::test::StoredValues(kModelKey); }
-
-    static std::vector<std::wstring> NamesOf(const std::vector<RegistryWrite>& writes) {
-        std::vector<std::wstring> names;
-        for (const RegistryWrite& write : writes) names.emplace_back(RowOf(write.value).name);
-        return names;
-    }
 
     static void SetMachineWideCenter(DWORD code) {
         RegSetKeyValueW(HKEY_LOCAL_MACHINE, kDefaultBindKey, kDefaultCenterValue, REG_DWORD, &code, sizeof code);

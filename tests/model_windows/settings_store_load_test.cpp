@@ -8,6 +8,7 @@
 #include "tests/model_windows/genuine_function.h"
 #include "tests/model_windows/locked_key.h"
 #include "tests/model_windows/settings_store_fixture.h"
+#include "tests/model_windows/value_names.h"
 #include "tests/support/held_file.h"
 #include "tests/support/replaced_import.h"
 
@@ -67,7 +68,7 @@ TEST_F(LoadMouseSettingsTest, ANewProfilesNumbersAreWrittenInTheirOrder) {
             return genuine(key, name, zero, type, data, bytes);
         });
     EXPECT_TRUE(LoadMouseSettings(settings));
-    EXPECT_EQ(names, NamesOf(AllNumbers(settings.Selected().values)));
+    EXPECT_EQ(names, test::NamesOf(AllNumbers(settings.Selected().values)));
 }
 
 TEST_F(LoadMouseSettingsTest, ANewProfileTakesTheMachineWideFunctionForTheWheelButton) {

@@ -6,6 +6,7 @@
 #include "tests/model_windows/genuine_function.h"
 #include "tests/model_windows/locked_key.h"
 #include "tests/model_windows/settings_store_fixture.h"
+#include "tests/model_windows/value_names.h"
 #include "tests/support/held_file.h"
 #include "tests/support/replaced_import.h"
 
@@ -93,7 +94,8 @@ TEST_F(WriteRegistryValuesTest, WritesWhatChangedAndRemembersIt) {
 
 TEST_F(WriteRegistryValuesTest, WritesEveryValueInItsOrderAndExactBytes) {
     ChangeEverything();
-    const std::vector<std::wstring> order = NamesOf(ChangedValues(settings.registrySettings, settings.Selected()));
+    const std::vector<std::wstring> order =
+        test::NamesOf(ChangedValues(settings.registrySettings, settings.Selected()));
     ASSERT_EQ(order.size(), 20U);
     EXPECT_EQ(WriteAndFail(L"", true), order);
     EXPECT_EQ(StoredValues(), Everything());

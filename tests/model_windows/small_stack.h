@@ -10,6 +10,8 @@
 
 namespace kvn::model::test {
 
+inline constexpr std::size_t kSmallStack = std::size_t{256} * 1024;
+
 // Bytes between the caller's stack pointer and the end of its stack.
 inline std::size_t StackLeft() {
     MEMORY_BASIC_INFORMATION stack{};

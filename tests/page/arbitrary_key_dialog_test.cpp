@@ -71,20 +71,13 @@ protected:
         BringToFront(dialog);
         const HWND field = Field(number);
         PostMessageW(dialog, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(Input(number)), TRUE);
-        Await("the focus in the field", [&] { return FocusOfDialog() == field; });
+        Await("the focus in the field", [&] { return FocusOf(dialog) == field; });
         Enter(number, L"?");
         HoldKey(key);
         AwaitInputTaken(dialog);
         LetGoOfKey(key);
         AwaitInputTaken(dialog);
         return Shown(number);
-    }
-
-    HWND FocusOfDialog() const {
-        GUITHREADINFO info{};
-        info.cbSize = sizeof info;
-        GetGUIThreadInfo(GetWindowThreadProcessId(dialog, nullptr), &info);
-        return info.hwndFocus;
     }
 
     // Hands a key-down to the field as its own message, without a keyboard.
@@ -101,7 +94,7 @@ protected:
 TEST_F(ArbitraryKeyDialogTest, IsTitledAndStartsInTheFirstField) {
     Open();
     EXPECT_EQ(TextOf(dialog), L"Register arbitrary key");
-    EXPECT_TRUE(ComesTrue([&] { return FocusOfDialog() == Field(1) || FocusOfDialog() == Input(1); }));
+    EXPECT_TRUE(ComesTrue([&] { return FocusOf(dialog) == Field(1) || FocusOf(dialog) == Input(1); }));
     EXPECT_FALSE(Close(IDC_KEYS_CANCEL));
 }
 

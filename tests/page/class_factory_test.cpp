@@ -7,8 +7,6 @@
 namespace kvn::test {
 namespace {
 
-constexpr IID kUnknownInterface = {0x12345678, 0x1234, 0x1234, {1, 2, 3, 4, 5, 6, 7, 8}};
-
 class ClassFactoryTest : public testing::Test {
 protected:
     ModuleUnderTest module;

@@ -130,7 +130,7 @@ TEST_P(DialogTemplatesTest, HaveTheirSizesAndTheShellsFont) {
     }
 }
 
-TEST_P(DialogTemplatesTest, OkIsTheDefaultButtonExceptOfTheKeyDialogWhichTakesEnterAsAKey) {
+TEST_P(DialogTemplatesTest, OkIsTheDefaultButtonExceptInTheKeyDialogAndThePanes) {
     for (const int dialog :
          {IDD_EDIT_PROFILE, IDD_PROFILE_NAME, IDD_SELECT_PROGRAM, IDD_REGISTER_PROGRAM, IDD_EDIT_GESTURE}) {
         EXPECT_EQ(DefaultButtons(Template(dialog)), std::set<int>{IDOK}) << dialog;

@@ -4,13 +4,12 @@
 #include <algorithm>
 
 #include "platform/device_context.h"
+#include "tests/page/screen_scales.h"
 #include "tests/support/gesture_fixture.h"
 #include "tests/support/owning_types.h"
 
 namespace kvn::test {
 namespace {
-
-constexpr int kScales[] = {96, 120, 144, 192};  // dots per inch
 
 constexpr char kLongKeys[] = "Left Windows+Right Windows+Application key";
 

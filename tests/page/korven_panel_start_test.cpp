@@ -24,9 +24,7 @@ protected:
         for (const ComboEntry& entry : EntriesOf(sheet->PageControl(IDC_PAGE_PROFILE))) names.push_back(entry.text);
         return names;
     }
-    int SelectedProfile() const {
-        return static_cast<int>(SendMessageW(sheet->PageControl(IDC_PAGE_PROFILE), CB_GETCURSEL, 0, 0));
-    }
+    int SelectedProfile() const { return SelectedIndex(sheet->PageControl(IDC_PAGE_PROFILE)); }
     MessageBoxSeen OpenPast(const std::string& box) {
         Start();
         MessageBoxSeen seen = AnswerMessageBox(box, IDOK);

@@ -20,7 +20,7 @@ protected:
         SetFocusTo(combo);
         PressKey(VK_F4);
         Await("the open list", [=] { return IsListOpen(combo); });
-        const int way = IndexOfData(combo, data) - static_cast<int>(SendMessageW(combo, CB_GETCURSEL, 0, 0));
+        const int way = IndexOfData(combo, data) - SelectedIndex(combo);
         for (int step = 0; step < std::abs(way); ++step) PressKey(way > 0 ? VK_DOWN : VK_UP);
         Await("the entry", [=] { return SelectedData(combo) == data; });
     }
@@ -166,6 +166,17 @@ TEST_F(OpenListTest, WhatNobodyConfirmedIsStoredOnlyIfTheRulesAllowIt) {
     EXPECT_EQ(SavedElement("tbutton"), "10");
 }
 
+TEST_F(OpenListTest, WhatWasConfirmedIsKeptWhenTheRestIsTakenBack) {
+    Open();
+    Choose(IDC_PANE_CENTER, 10);
+    SetSilently(IDC_PANE_LEFT, 2);
+    SetSilently(IDC_PANE_CENTER, 11);
+    ApplySuccessfully();
+    EXPECT_EQ(SavedElement("lbutton"), "1");
+    EXPECT_EQ(SavedElement("tbutton"), "10");
+    EXPECT_EQ(Chosen(IDC_PANE_CENTER), 10);
+}
+
 TEST_F(OpenListTest, AProfileThatNeverHadALeftClickIsStoredAsItIs) {
     WriteProfiles({ProfileText("Default", {{"lbutton", "5"}, {"rbutton", "36"}, {"button4", "36"}})});
     Open();
@@ -234,11 +245,11 @@ TEST_F(OpenListTest, ApplyStoresTheProfileFromBeforeItsListWasOpened) {
     Open();
     BringToFront(sheet->Sheet());
     const HWND combo = GoToNextProfile();
-    Await("the other profile", [=] { return SendMessageW(combo, CB_GETCURSEL, 0, 0) == 1; });
+    Await("the other profile", [=] { return SelectedIndex(combo) == 1; });
     // As a program presses it, which leaves the focus where it is.
     SendMessageW(sheet->Sheet(), PSM_APPLY, 0, 0);
     EXPECT_FALSE(IsListOpen(combo));
-    EXPECT_EQ(SendMessageW(combo, CB_GETCURSEL, 0, 0), 0);
+    EXPECT_EQ(SelectedIndex(combo), 0);
     EXPECT_EQ(SavedElement("select_profile", -1), "0");
 }
 
@@ -262,7 +273,7 @@ TEST_F(OpenListTest, TheProfileComesBackWithItsSettings) {
     EXPECT_TRUE(ComesTrue([&] { return Chosen(IDC_PANE_CENTER) == 11; }));
     PressKey(VK_ESCAPE);
     AwaitClosedList(combo);
-    EXPECT_EQ(SendMessageW(combo, CB_GETCURSEL, 0, 0), 0);
+    EXPECT_EQ(SelectedIndex(combo), 0);
     EXPECT_EQ(Chosen(IDC_PANE_CENTER), 10);
     ApplySuccessfully();
     EXPECT_EQ(SavedElement("tbutton", 0), "10");

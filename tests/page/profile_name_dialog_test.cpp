@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "resources/resource.h"
+#include "tests/page/surrogates.h"
 #include "tests/support/message_box_watcher.h"
 #include "tests/support/module_under_test.h"
 #include "tests/support/profile_dialogs.h"
@@ -19,8 +20,6 @@ namespace {
 
 using profiles::ProfileNameMode;
 
-constexpr wchar_t kHighSurrogate = 0xD83D;
-constexpr wchar_t kLowSurrogate = 0xDE00;
 const std::wstring kSurrogatePair{kHighSurrogate, kLowSurrogate};
 
 class ProfileNameDialogTest : public testing::Test {
@@ -58,12 +57,6 @@ protected:
         SendMessageW(Field(), EM_GETSEL, reinterpret_cast<WPARAM>(&begin), reinterpret_cast<LPARAM>(&end));
         return {begin, end};
     }
-    HWND Focus() const {
-        GUITHREADINFO info{};
-        info.cbSize = sizeof info;
-        GetGUIThreadInfo(GetWindowThreadProcessId(dialog, nullptr), &info);
-        return info.hwndFocus;
-    }
     void Type(const std::wstring& text) const {
         for (const wchar_t character : text) SendMessageW(Field(), WM_CHAR, character, 1);
     }
@@ -100,7 +93,7 @@ TEST_F(ProfileNameDialogTest, OnlyRenamingAndCopyingStartWithTheName) {
 TEST_F(ProfileNameDialogTest, FieldHasTheFocus) {
     for (const auto mode : {ProfileNameMode::Add, ProfileNameMode::Rename}) {
         Open(mode, L"Drawing");
-        EXPECT_TRUE(ComesTrue([&] { return Focus() == Field(); }));
+        EXPECT_TRUE(ComesTrue([&] { return FocusOf(dialog) == Field(); }));
         EXPECT_FALSE(Close(IDCANCEL));
     }
 }

@@ -10,8 +10,6 @@ namespace {
 
 using platform::ServiceMessage;
 
-constexpr IID kUnknownInterface = {0x12345678, 0x1234, 0x1234, {1, 2, 3, 4, 5, 6, 7, 8}};
-
 class ShellPropSheetExtTest : public PageTest {
 protected:
     static BOOL CALLBACK CollectPage(HPROPSHEETPAGE page, LPARAM test) {

@@ -2,6 +2,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <vector>
 
 #include "tests/support/page_fixture.h"
 
@@ -92,14 +93,23 @@ TEST_F(SlotChooserTest, TellsTheHostToQuitWhenThePageGoesDown) {
 TEST_F(SlotChooserTest, AnswersItsDestructionItself) {
     int quits = 0;
     const ReplacedImport<"PostQuitMessage", decltype(PostQuitMessage)> quit(module.Handle(), [&](int) { ++quits; });
+    std::vector<UINT> passedOn;
+    const ReplacedImport<"CallWindowProcW", decltype(CallWindowProcW)> pass(
+        module.Handle(), [&](WNDPROC procedure, HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+            passedOn.push_back(message);
+            return CallWindowProcW(procedure, window, message, wParam, lParam);
+        });
+    ASSERT_TRUE(quit.IsInPlace() && pass.IsInPlace());
     Open();
     for (const int control : kSlotControls) {
-        const HWND combo = sheet->PaneControl(control);
-        const std::vector<ComboEntry> entries = EntriesOf(combo);
-        // The combo box would give up its list at the one and everything else at the other.
-        EXPECT_EQ(SendMessageW(combo, WM_DESTROY, 0, 0), 0);
-        EXPECT_EQ(SendMessageW(combo, WM_NCDESTROY, 0, 0), 0);
-        EXPECT_EQ(EntriesOf(combo), entries) << control;
+        sheet->Run([&, combo = sheet->PaneControl(control)] {
+            passedOn.clear();
+            EXPECT_EQ(SendMessageW(combo, WM_DESTROY, 0, 0), 0);
+            EXPECT_EQ(SendMessageW(combo, WM_NCDESTROY, 0, 0), 0);
+            EXPECT_EQ(passedOn, std::vector<UINT>()) << control;
+            SendMessageW(combo, CB_GETCOUNT, 0, 0);
+            EXPECT_EQ(passedOn, std::vector<UINT>{CB_GETCOUNT}) << control;
+        });
     }
     EXPECT_EQ(quits, 14);
 }

@@ -10,13 +10,12 @@
 
 #include "resources/resource.h"
 #include "tests/page/module_texts.h"
+#include "tests/page/screen_scales.h"
 #include "tests/support/module_under_test.h"
 #include "tests/support/owning_types.h"
 
 namespace kvn::test {
 namespace {
-
-constexpr int kScales[] = {96, 120, 144, 192};  // dots per inch
 
 struct Face {
     WORD language;

@@ -4,13 +4,11 @@
 #include <gtest/gtest.h>
 
 #include "platform/unique_resource.h"
+#include "tests/page/surrogates.h"
 #include "tests/support/owning_types.h"
 
 namespace kvn::test {
 namespace {
-
-constexpr wchar_t kHighSurrogate = 0xD83D;
-constexpr wchar_t kLowSurrogate = 0xDE00;
 
 class WindowTextTest : public testing::Test {
 protected:

@@ -9,7 +9,6 @@
 namespace kvn::test {
 namespace {
 
-constexpr wchar_t kNotepad[] = L"C:\\windows\\notepad.exe";
 constexpr wchar_t kRegedit[] = L"C:\\windows\\regedit.exe";
 
 class ProgramSelectionTest : public SelectionTest {

@@ -20,8 +20,6 @@
 namespace kvn::test {
 namespace {
 
-using platform::ComPointer;
-
 constexpr wchar_t kShellFolders[] = L"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\User Shell Folders";
 
 void SetShellFolder(HKEY root, const wchar_t* name, const std::wstring& folder) {
@@ -120,8 +118,8 @@ std::wstring ScratchFolder::AddShortcut(const std::wstring& name, const std::wst
     const std::wstring file = PathOf(name);
     std::filesystem::create_directories(ParentOf(file));
     const platform::ComApartment apartment;
-    ComPointer<IShellLinkW> link;
-    ComPointer<IPersistFile> persistent;
+    platform::ComPointer<IShellLinkW> link;
+    platform::ComPointer<IPersistFile> persistent;
     if (FAILED(CoCreateInstance(CLSID_ShellLink, nullptr, CLSCTX_INPROC_SERVER, IID_IShellLinkW,
                                 reinterpret_cast<void**>(link.Receive()))) ||
         FAILED(link.Get()->SetPath(target.c_str())) ||

@@ -11,6 +11,8 @@
 
 namespace kvn::test {
 
+inline constexpr wchar_t kNotepad[] = L"C:\\windows\\notepad.exe";
+
 // A temporary folder with what a test puts into it, gone afterwards however deep it is. Names are relative to it.
 class ScratchFolder {
 public:

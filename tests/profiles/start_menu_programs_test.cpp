@@ -17,8 +17,6 @@ namespace {
 using model::ApplicationEntry;
 using Programs = std::vector<ApplicationEntry>;
 
-constexpr wchar_t kNotepad[] = L"C:\\windows\\notepad.exe";
-
 class StartMenuProgramsTest : public testing::Test {
 protected:
     static Programs Found() {

@@ -8,6 +8,7 @@
 #include "tests/support/mouse_on_registry.h"
 #include "tests/support/started_process.h"
 #include "tests/support/waiting.h"
+#include "tests/support/window_search.h"
 
 namespace kvn::service_test {
 namespace {
@@ -131,6 +132,12 @@ DWORD ServiceProgramTest::ServiceProcess() {
     DWORD process = 0;
     GetWindowThreadProcessId(Window(), &process);
     return process;
+}
+
+HWND ServiceProgramTest::Dialog(HWND other) {
+    return test::FindTopLevelWindowOf(ServiceProcess(), [=](HWND window) {
+        return window != other && IsWindowVisible(window) && test::ClassOf(window) == L"#32770";
+    });
 }
 
 DWORD ServiceProgramTest::AwaitServiceOtherThan(DWORD process) {

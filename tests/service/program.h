@@ -39,6 +39,8 @@ protected:
     // The service's window, and its process; none without a service.
     static HWND Window();
     static DWORD ServiceProcess();
+    // A dialog that the service shows, other than this one; null without.
+    static HWND Dialog(HWND other = nullptr);
     // Waits until another process than this one is the service.
     static DWORD AwaitServiceOtherThan(DWORD process);
 

@@ -165,16 +165,6 @@ TEST_F(TransferTest, TheyStandAlone) {
 // Every dialog of the service's process is one of ours: the service has no other.
 class TransferMenuTest : public TransferTest {
 protected:
-    static HWND Dialog() {
-        const DWORD service = ServiceProcess();
-        HWND dialog = nullptr;
-        while ((dialog = FindWindowExW(nullptr, dialog, L"#32770", nullptr)) != nullptr) {
-            DWORD process = 0;
-            GetWindowThreadProcessId(dialog, &process);
-            if (process == service && IsWindowVisible(dialog)) return dialog;
-        }
-        return nullptr;
-    }
     static HWND AwaitDialog() {
         return test::Await("a dialog", [] { return Dialog(); });
     }

@@ -1,5 +1,4 @@
 // The menu of the service's icon, worked by its keys.
-#include <array>
 #include <string>
 
 #include "service/lifecycle/shared_state.h"
@@ -7,14 +6,15 @@
 #include "service/resources/service_version.h"
 #include "service/tray/try_window.h"
 #include "tests/service/program.h"
+#include "tests/support/message_box_watcher.h"
 #include "tests/support/real_input.h"
 #include "tests/support/waiting.h"
+#include "tests/support/window_search.h"
 
 namespace kvn::service_test {
 namespace {
 
-constexpr wchar_t kMenuClass[] = L"#32768", kDialogClass[] = L"#32770";
-constexpr int kTextOfBox = 0xFFFF;
+constexpr wchar_t kMenuClass[] = L"#32768";
 
 class TrayMenuOfServiceTest : public ServiceProgramTest {
 protected:
@@ -33,22 +33,6 @@ protected:
     static void AwaitMenu() {
         test::Await("the menu", Menu);
         test::Await("the menu's keys", [] { return GetForegroundWindow() == Window(); });
-    }
-
-    // The service's box, and one behind it; null without.
-    static HWND Box(HWND behind = nullptr) {
-        HWND box = behind;
-        for (DWORD process = 0; (box = FindWindowExW(nullptr, box, kDialogClass, nullptr)) != nullptr;) {
-            GetWindowThreadProcessId(box, &process);
-            if (process == ServiceProcess() && IsWindowVisible(box)) return box;
-        }
-        return nullptr;
-    }
-
-    static std::wstring TextOfBox() {
-        std::array<wchar_t, 512> text{};
-        GetDlgItemTextW(Box(), kTextOfBox, text.data(), static_cast<int>(text.size()));
-        return text.data();
     }
 
     static void Choose(WORD key) {
@@ -114,14 +98,14 @@ TEST_F(TrayMenuOfServiceTest, TheButtonsCanBeTried) {
 TEST_F(TrayMenuOfServiceTest, AboutShowsTheVersionOnceWhileTheServiceGoesOn) {
     StartService();
     Choose('B');
-    const HWND box = test::Await("the box", [] { return Box(); });
-    EXPECT_NE(TextOfBox().find(service::kVersion), std::wstring::npos);
+    const HWND box = test::Await("the box", [] { return Dialog(); });
+    EXPECT_NE(test::TextOfMessageBox(box).find(service::kVersion), std::wstring::npos);
     Choose('B');
     test::Await("the box in front", [=] { return GetForegroundWindow() == box; });
-    EXPECT_EQ(Box(box), nullptr);
+    EXPECT_EQ(Dialog(box), nullptr);
     EXPECT_EQ(Status()["paused"], "no");
     PostMessageW(box, WM_COMMAND, IDOK, 0);
-    EXPECT_TRUE(test::ComesTrue([] { return Box() == nullptr; }));
+    EXPECT_TRUE(test::ComesTrue([] { return Dialog() == nullptr; }));
 }
 
 TEST_F(TrayMenuOfServiceTest, AWatcherIsReplacedAndTheServiceEndsWhileAboutIsOpen) {
@@ -130,12 +114,12 @@ TEST_F(TrayMenuOfServiceTest, AWatcherIsReplacedAndTheServiceEndsWhileAboutIsOpe
     const auto findWatcher = [&] { return memory.State().watcherProcess.load(); };
     const DWORD watcher = test::Await("the watcher", findWatcher);
     Choose('B');
-    test::Await("the box", [] { return Box(); });
+    test::Await("the box", [] { return Dialog(); });
     Kill(watcher);
     EXPECT_TRUE(test::ComesTrue([&] { return findWatcher() != watcher; }));
     EXPECT_EQ(Run({L"--quit"}).exitCode, 0U);
     EXPECT_EQ(ExitCodeOfService(), 0U);
-    EXPECT_EQ(Box(), nullptr);
+    EXPECT_EQ(Dialog(), nullptr);
 }
 
 TEST_F(TrayMenuOfServiceTest, ExitEndsTheServiceAndItsWatcher) {

@@ -18,6 +18,7 @@
 #include "tests/support/process_use.h"
 #include "tests/support/started_process.h"
 #include "tests/support/waiting.h"
+#include "tests/support/window_search.h"
 
 namespace kvn::service_test {
 namespace {
@@ -30,24 +31,9 @@ using Clock = std::chrono::steady_clock;
 constexpr std::chrono::seconds kEndTime{2};
 constexpr std::size_t kTries = 3;
 
-struct WindowSearch {
-    DWORD process;
-    HWND found;
-};
-
-BOOL CALLBACK Judge(HWND window, LPARAM parameter) {
-    auto& search = *reinterpret_cast<WindowSearch*>(parameter);
-    DWORD owner = 0;
-    GetWindowThreadProcessId(window, &owner);
-    if (owner == search.process) search.found = window;
-    return search.found == nullptr;
-}
-
 // A top-level window of the process, or null.
 HWND WindowOf(DWORD process) {
-    WindowSearch search{process, nullptr};
-    EnumWindows(Judge, reinterpret_cast<LPARAM>(&search));
-    return search.found;
+    return test::FindTopLevelWindowOf(process, [](HWND) { return true; });
 }
 
 class WatcherTest : public ServiceProgramTest {

@@ -1,4 +1,5 @@
 #include "tests/service_end_to_end/expectations.h"
+#include "tests/support/function_codes.h"
 
 #include <algorithm>
 #include <array>
@@ -8,8 +9,6 @@ namespace {
 
 using model::ButtonSlot;
 using model::FunctionCode;
-
-constexpr FunctionCode kGestureFunction = 36;
 
 // In the order of ButtonSlot.
 constexpr std::array<const char*, 5> kButtonNames{"left", "right", "wheel", "back", "forward"};
@@ -117,7 +116,7 @@ Expectation Natural(FunctionCode code, ButtonSlot control) {
 // A press of the gesture button that draws nothing is a click in the end.
 Expectation GestureThatDrawsNothing(ButtonSlot control) {
     const std::string name = kButtonNames[static_cast<std::size_t>(control)];
-    return {kGestureFunction, {}, {"sent " + name + " down", "sent " + name + " up"}};
+    return {test::kGesture, {}, {"sent " + name + " down", "sent " + name + " up"}};
 }
 
 // There is no release of a tilt, so everything happens at once.
@@ -131,7 +130,7 @@ Expectation AtOnce(Expectation expectation) {
 
 const std::vector<FunctionCode>& AllFunctions() {
     static const std::vector<FunctionCode> kCodes = [] {
-        std::vector<FunctionCode> codes{0, 35, kGestureFunction, 52};
+        std::vector<FunctionCode> codes{0, 35, test::kGesture, 52};
         for (const Expectation& row : Table()) codes.push_back(row.code);
         std::sort(codes.begin(), codes.end());
         return codes;
@@ -141,7 +140,7 @@ const std::vector<FunctionCode>& AllFunctions() {
 
 Expectation ExpectationOf(FunctionCode code, ButtonSlot control) {
     if (code == kNaturalFunctions[static_cast<std::size_t>(control)]) return Natural(code, control);
-    if (code == kGestureFunction && !IsTilt(control)) return GestureThatDrawsNothing(control);
+    if (code == test::kGesture && !IsTilt(control)) return GestureThatDrawsNothing(control);
     const auto row =
         std::find_if(Table().begin(), Table().end(), [&](const Expectation& entry) { return entry.code == code; });
     if (row == Table().end()) return Natural(code, control);

@@ -88,7 +88,8 @@ protected:
     }
     void ExpectStopped() {
         const std::size_t notches = NotchesUntilRest();
-        EXPECT_LT(notches, kNotchesOfFastest - 10);
+        // The last three come after almost three seconds, in which a busy machine stops the flight too.
+        EXPECT_LT(notches, kNotchesOfFastest - 3);
     }
 
     Recorder* recorder = nullptr;

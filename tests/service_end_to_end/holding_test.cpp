@@ -188,8 +188,7 @@ TEST_F(HoldingTest, TwoControlsThatHoldOneButtonCount) {
 }
 
 TEST_F(HoldingTest, ButtonThatTheUserHoldsTooGoesUpWithTheLast) {
-    constexpr model::FunctionCode kTwoClicks = 30;
-    UseFunctions({{kBack, kLeftClick}, {kForward, kTwoClicks}});
+    UseFunctions({{kBack, kLeftClick}, {kForward, kDoubleClick}});
     hands.Press(kLeft);
     Expect({"real left down"});
     hands.Click(kBack);

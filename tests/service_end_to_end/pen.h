@@ -19,11 +19,11 @@ public:
     // trail has come there. No letter may take the way of one before.
     void Draw(const std::string& letters);
     void WaitUntilTrailHasGone() const;
-    // Whether a trail, the page's or the service's, is to be seen there on the screen.
-    bool IsTrailAt(POINT point) const;
 
 private:
     void Step(int x, int y);
+    // Whether a trail, the page's or the service's, is to be seen there on the screen.
+    bool IsTrailAt(POINT point) const;
 
     const Hands& hands;
     POINT place{};

@@ -47,14 +47,33 @@ struct ModifierRow {
 constexpr std::array<ModifierRow, 5> kModifiers{
     {{VK_SHIFT, "Shift"}, {VK_CONTROL, "Ctrl"}, {VK_MENU, "Alt"}, {VK_LWIN, "Win"}, {VK_RWIN, "Win"}}};
 
-// Those that are down, but for `key` itself.
-std::string ModifiersBeside(int key) {
-    std::string names;
-    for (const ModifierRow& row : kModifiers) {
-        if (row.key != key && GetKeyState(row.key) < 0) names += (names.empty() ? "" : "+") + std::string(row.name);
+// Which modifiers are down, by the messages that came: Wine's GetKeyState may already know of later ones.
+class Modifiers {
+public:
+    void Note(int key, bool isDownNow) {
+        for (std::size_t row = 0; row < kModifiers.size(); ++row) {
+            if (kModifiers[row].key == key) isDown[row] = isDownNow;
+        }
     }
-    return names.empty() ? "" : " [" + names + ']';
-}
+    // What happened while another window was in front sent no message.
+    void Update() {
+        for (const ModifierRow& row : kModifiers) Note(row.key, GetAsyncKeyState(row.key) < 0);
+    }
+    // Those that are down, but for `key` itself.
+    std::string Beside(int key) const {
+        std::string names;
+        for (std::size_t row = 0; row < kModifiers.size(); ++row) {
+            if (kModifiers[row].key == key || !isDown[row]) continue;
+            names += (names.empty() ? "" : "+") + std::string(kModifiers[row].name);
+        }
+        return names.empty() ? "" : " [" + names + ']';
+    }
+
+private:
+    std::array<bool, kModifiers.size()> isDown{};
+};
+
+Modifiers modifiers;
 
 void WriteTo(const std::optional<platform::UniqueFile>& file, const std::string& line) {
     if (!file) return;
@@ -97,7 +116,8 @@ void RecordKey(WPARAM key, LPARAM details) {
     const bool isUp = (details & (1LL << 31)) != 0;
     const bool wasDown = (details & (1LL << 30)) != 0;
     std::string line = Origin() + std::string(isUp ? "up " : "down ") + NameOfKey(key);
-    line += ModifiersBeside(static_cast<int>(key));
+    modifiers.Note(static_cast<int>(key), !isUp);
+    line += modifiers.Beside(static_cast<int>(key));
     if (!isUp && wasDown) line += " again";
     if ((details & (1LL << 24)) != 0) line += " extended";
     if (!HasItsOwnScanCode(key, details)) line += " with a strange scan code";
@@ -126,14 +146,14 @@ bool RecordButton(UINT message, WPARAM wParam) {
         text += message == WM_XBUTTONDOWN ? " down" : " up";
     }
     if (text.empty()) return false;
-    WriteLine(Origin() + text + ModifiersBeside(0));
+    WriteLine(Origin() + text + modifiers.Beside(0));
     return true;
 }
 
 bool RecordWheel(UINT message, WPARAM wParam) {
     if (message != WM_MOUSEWHEEL && message != WM_MOUSEHWHEEL) return false;
     WriteLine(Origin() + std::string(message == WM_MOUSEWHEEL ? "turn " : "hwheel ") +
-              std::to_string(GET_WHEEL_DELTA_WPARAM(wParam)) + ModifiersBeside(0));
+              std::to_string(GET_WHEEL_DELTA_WPARAM(wParam)) + modifiers.Beside(0));
     return true;
 }
 
@@ -163,6 +183,11 @@ bool RecordInput(UINT message, WPARAM wParam, LPARAM lParam) {
     return RecordButton(message, wParam) || RecordWheel(message, wParam);
 }
 
+void RecordActivation(bool isInFront) {
+    if (isInFront) modifiers.Update();
+    WriteLine(isInFront ? "window front" : "window back");
+}
+
 LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (RecordInput(message, wParam, lParam)) return 0;
     if (message == WM_SYSCOMMAND) {
@@ -170,7 +195,7 @@ LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wParam, LPARA
         if (!obeysCommands) return 0;
     }
     if (message == kHangFor) Sleep(static_cast<DWORD>(wParam));
-    if (message == WM_ACTIVATE) WriteLine(LOWORD(wParam) != WA_INACTIVE ? "window front" : "window back");
+    if (message == WM_ACTIVATE) RecordActivation(LOWORD(wParam) != WA_INACTIVE);
     if (message == WM_DESTROY && GetWindow(window, GW_OWNER) == nullptr) PostQuitMessage(0);
     return DefWindowProcW(window, message, wParam, lParam);
 }

@@ -1,6 +1,9 @@
 #include "tests/service_end_to_end/recorder_driver.h"
 
 #include <algorithm>
+#include <chrono>
+#include <cstddef>
+#include <optional>
 #include <utility>
 
 #include "tests/end_to_end/stored_state.h"
@@ -16,9 +19,33 @@ using end_to_end::WaitFor;
 // The key that comes last: no function sends it.
 constexpr char kFenceKey[] = "F11";
 constexpr char kFenceLine[] = "real up F11";
+constexpr std::chrono::seconds kLongestWayOfAKey{3};
+constexpr int kMostPresses = 10;
 
 bool IsOfFence(const std::string& line) {
     return line.starts_with("real ") && line.find("F11") != std::string::npos;
+}
+
+bool IsFence(const std::string& line) {
+    return line.starts_with(kFenceLine);
+}
+
+// The lines up to the first fence behind this many earlier ones; nothing when there is none.
+std::optional<Lines> UpToFenceBehind(std::ptrdiff_t earlier, Lines lines) {
+    auto end = lines.begin();
+    for (auto fences = earlier + 1; fences > 0; --fences) {
+        end = std::find_if(end, lines.end(), IsFence);
+        if (end == lines.end()) return std::nullopt;
+        ++end;
+    }
+    lines.erase(end, lines.end());
+    return lines;
+}
+
+// Without the lines about the window itself, and those of the last key.
+Lines Visible(Lines lines) {
+    std::erase_if(lines, [](const std::string& line) { return line.starts_with("window ") || IsOfFence(line); });
+    return lines;
 }
 
 Lines SplitLines(const std::string& text) {
@@ -66,9 +93,7 @@ Lines Recorder::All() const {
 }
 
 Lines Recorder::Peek() const {
-    Lines lines = All();
-    std::erase_if(lines, [](const std::string& line) { return line.starts_with("window "); });
-    return lines;
+    return Visible(All());
 }
 
 Lines Recorder::Arrived(std::size_t count, std::chrono::milliseconds patience) {
@@ -100,20 +125,20 @@ Lines Recorder::ArrivedUpTo(const std::string& line, std::chrono::milliseconds p
     return fresh;
 }
 
+// What another window was sent before may take the keyboard back once more: then the key comes to nothing.
 Lines Recorder::ArrivedUntilNow() {
+    const auto earlier = std::ranges::count_if(All(), IsFence);
+    std::optional<Lines> now;
+    const auto hasCome = [&] { return (now = UpToFenceBehind(earlier, All())).has_value(); };
     hands.PressKey(kFenceKey);
-    Lines fresh;
-    const auto isFence = [](const std::string& line) { return line.starts_with(kFenceLine); };
-    WaitFor("the last key to arrive", [&] {
-        const Lines now = Peek();
-        const auto begin = now.begin() + static_cast<std::ptrdiff_t>(taken);
-        const auto found = std::find_if(begin, now.end(), isFence);
-        if (found == now.end()) return false;
-        fresh.assign(begin, found + 1);
-        return true;
-    });
+    for (int press = 1; !test::ComesTrue(hasCome, kLongestWayOfAKey); ++press) {
+        if (press == kMostPresses) throw end_to_end::StoryError("the last key does not arrive");
+        hands.BringToFront(window);
+        hands.PressKey(kFenceKey);
+    }
+    Lines fresh = Visible(*now);
+    fresh.erase(fresh.begin(), fresh.begin() + static_cast<std::ptrdiff_t>(taken));
     taken += fresh.size();
-    std::erase_if(fresh, IsOfFence);
     return fresh;
 }
 

@@ -13,6 +13,7 @@
 #include "tests/service_end_to_end/opened_program.h"
 #include "tests/support/narrow_text.h"
 #include "tests/support/started_process.h"
+#include "tests/support/waiting.h"
 
 namespace kvn::service_end_to_end {
 namespace {
@@ -91,7 +92,7 @@ bool IsTrailShown() {
     const auto isShown = [](HWND window) {
         return IsWindowVisible(window) && end_to_end::ClassOf(window) == L"KvnMouseAplTrail";
     };
-    return end_to_end::FindTopLevel(process, isShown) != nullptr;
+    return test::FindTopLevelWindowOf(process, isShown) != nullptr;
 }
 
 std::string WithoutFirstField(const std::string& line) {
@@ -159,7 +160,8 @@ std::string OutputOf(const std::wstring& program, const std::wstring& arguments,
     if (!test::CreatesProcess(create)) throw StoryError("cannot start the service's program");
     const platform::UniqueKernelObject thread(started.hThread);
     const platform::UniqueKernelObject process(started.hProcess);
-    if (WaitForSingleObject(process.Get(), 10000) != WAIT_OBJECT_0) throw StoryError("the program does not end");
+    if (WaitForSingleObject(process.Get(), test::kPatienceMilliseconds) != WAIT_OBJECT_0)
+        throw StoryError("the program does not end");
     return output.Text();
 }
 

@@ -16,6 +16,7 @@
 #include "tests/end_to_end/watchdog.h"
 #include "tests/service_end_to_end/hands.h"
 #include "tests/service_end_to_end/recorder_driver.h"
+#include "tests/support/function_codes.h"
 
 namespace kvn::service_end_to_end {
 
@@ -25,29 +26,7 @@ inline constexpr ButtonSlot kLeft = ButtonSlot::Left, kRight = ButtonSlot::Right
                             kBack = ButtonSlot::Button4, kForward = ButtonSlot::Button5,
                             kTiltLeft = ButtonSlot::TiltLeft, kTiltRight = ButtonSlot::TiltRight;
 
-// Functions with a special part in the tests.
-enum Function : model::FunctionCode {
-    kLeftClick = 1,
-    kRightClick = 2,
-    kBackButton = 3,
-    kForwardButton = 4,
-    kSwitchPrograms = 5,
-    kCloseWindow = 6,
-    kMaximize = 7,
-    kMinimize = 8,
-    kMiddleClick = 9,
-    kCopy = 10,
-    kEnter = 16,
-    kTab = 18,
-    kShift = 19,
-    kAlt = 20,
-    kCtrl = 21,
-    kScrollLeft = 33,
-    kScrollRight = 34,
-    kGesture = 36,
-    kKeys = 37,
-    kOff = 38,
-};
+using enum test::Function;
 
 struct Flying {
     int flicks = 1;

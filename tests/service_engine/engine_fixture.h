@@ -11,14 +11,13 @@
 
 #include "service/engine/engine.h"
 #include "tests/service_engine/order_text.h"
+#include "tests/support/function_codes.h"
 
 namespace kvn::service {
 
 using enum model::ButtonSlot;
+using enum test::Function;
 using model::StrokeDirection;
-
-inline constexpr model::FunctionCode kShift = 19, kCtrl = 21, kCopy = 10, kEnter = 16;
-inline constexpr model::FunctionCode kScrollLeft = 33, kScrollRight = 34, kGesture = 36, kKeys = 37, kOff = 38;
 
 class EngineTest : public testing::Test {
 protected:

@@ -114,7 +114,7 @@ TEST_F(GesturesTest, EachStrokeBeginsFromNothing) {
 }
 
 TEST_F(GesturesTest, FunctionsThatAGestureCannotDoAreNoted) {
-    for (const model::FunctionCode code : {0, 35, kGesture, kKeys, kOff}) {
+    for (const model::FunctionCode code : std::initializer_list<model::FunctionCode>{0, 35, kGesture, kKeys, kOff}) {
         settings.gestures[0].function = code;
         Apply();
         Press(Center);

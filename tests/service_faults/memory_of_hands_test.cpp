@@ -11,6 +11,7 @@
 #include "service/input/hook_thread.h"
 #include "service/input/performer.h"
 #include "tests/service_faults/refused_memory.h"
+#include "tests/support/function_codes.h"
 #include "tests/support/waiting.h"
 
 namespace kvn::test {
@@ -20,7 +21,6 @@ using model::ButtonSlot;
 using service::Order;
 using service::OrderKind;
 
-constexpr model::FunctionCode kCopy = 10, kShift = 19, kAlt = 20, kKeys = 37, kNothing = 38, kClose = 6, kTilt = 33;
 constexpr service::Ticket kLast = 9;
 
 class MemoryOfHandsTest : public testing::Test {
@@ -42,10 +42,10 @@ protected:
     }
     // Something of every kind; the last key shows that all of it was tried.
     void DoEverything() {
-        Take(OrderKind::Note, kNothing);
+        Take(OrderKind::Note, kOff);
         Take(OrderKind::Act, kCopy);
-        Take(OrderKind::Act, kClose);
-        Take(OrderKind::Scroll, kTilt);
+        Take(OrderKind::Act, kCloseWindow);
+        Take(OrderKind::Scroll, kScrollLeft);
         Take(OrderKind::Begin, kShift, 1);
         Take(OrderKind::Begin, kKeys, 2);
         Take(OrderKind::StrokeBegin, 0);
@@ -77,7 +77,7 @@ TEST_F(MemoryOfHandsTest, WorkerAndKeeperReleaseEverythingAndGoOn) {
             EXPECT_GE(GetAsyncKeyState(VK_LSHIFT), 0);
             EXPECT_GE(GetAsyncKeyState('V'), 0);
             const int before = done;
-            Take(OrderKind::Note, kNothing);
+            Take(OrderKind::Note, kOff);
             EXPECT_TRUE(ComesTrue([&] { return done > before; }));
         });
 }

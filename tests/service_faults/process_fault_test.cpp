@@ -50,7 +50,7 @@ protected:
         const HWND window = service::FindRunningService();
         DWORD_PTR answer = 0;
         return SendMessageTimeoutW(window, static_cast<UINT>(platform::ServiceMessage::Probe), 0, 0, SMTO_NORMAL,
-                                   kAnswerMilliseconds, &answer) != 0 &&
+                                   kPatienceMilliseconds, &answer) != 0 &&
                answer == 1;
     }
     static bool HasEnded(const UniqueKernelObject& process) {

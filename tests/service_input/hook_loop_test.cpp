@@ -9,8 +9,6 @@ namespace {
 using model::ButtonSlot;
 using service::EngineSettings;
 
-constexpr model::FunctionCode kCopy = 10, kShift = 19, kNothing = 38;
-
 // Gives the loop the reports that Windows would give a hook about the user's own mouse.
 class HookLoopTest : public PerformerTest {
 protected:
@@ -65,14 +63,14 @@ TEST_F(HookLoopTest, EveryButtonIsToldFromTheOthers) {
                            Row{ButtonSlot::Button5, WM_XBUTTONDOWN, WM_XBUTTONUP, XBUTTON2}}) {
         EXPECT_FALSE(Keeps(row.down, row.data));
         EXPECT_FALSE(Keeps(row.up, row.data));
-        Choose(row.control, kNothing);
+        Choose(row.control, kOff);
         EXPECT_TRUE(Keeps(row.down, row.data));
         EXPECT_TRUE(Keeps(row.up, row.data));
     }
 }
 
 TEST_F(HookLoopTest, WhatAProgramMadePasses) {
-    Choose(ButtonSlot::Center, kNothing);
+    Choose(ButtonSlot::Center, kOff);
     EXPECT_FALSE(Keeps(WM_MBUTTONDOWN, 0, LLMHF_INJECTED));
     EXPECT_FALSE(Keeps(WM_MBUTTONUP, 0, LLMHF_LOWER_IL_INJECTED));
     EXPECT_EQ(loop.pressCount, 0U);
@@ -110,7 +108,7 @@ TEST_F(HookLoopTest, AMoveWakesWhoSleepsAndDecidesNothing) {
 }
 
 TEST_F(HookLoopTest, HeldButtonsCanBeAskedForFromElsewhere) {
-    Choose(ButtonSlot::Button5, kNothing);
+    Choose(ButtonSlot::Button5, kOff);
     Keeps(WM_XBUTTONDOWN, XBUTTON2);
     EXPECT_EQ(loop.heldButtons, 1U << 4U);
     Keeps(WM_XBUTTONUP, XBUTTON2);
@@ -118,7 +116,7 @@ TEST_F(HookLoopTest, HeldButtonsCanBeAskedForFromElsewhere) {
 }
 
 TEST_F(HookLoopTest, NewSettingsHoldForTheNextPress) {
-    Choose(ButtonSlot::Center, kNothing);
+    Choose(ButtonSlot::Center, kOff);
     Choose(ButtonSlot::Center, kCopy);
     EXPECT_TRUE(Keeps(WM_MBUTTONDOWN));
     EXPECT_TRUE(Keeps(WM_MBUTTONUP));

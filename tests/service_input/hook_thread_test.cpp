@@ -9,12 +9,10 @@ namespace {
 
 using model::ButtonSlot;
 
-constexpr model::FunctionCode kNothing = 38;
-
 class HookThreadTest : public PerformerTest {
 protected:
     HookThreadTest() {
-        settings.functions[ButtonSlot::Center] = kNothing;
+        settings.functions[ButtonSlot::Center] = kOff;
         hook.Use(settings);
         EXPECT_TRUE(hook.Start());
     }

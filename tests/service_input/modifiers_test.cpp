@@ -5,9 +5,6 @@ namespace {
 
 using model::EtcKey;
 
-constexpr model::FunctionCode kCopy = 10, kTab = 18, kShift = 19, kAlt = 20, kCtrl = 21, kWindows = 25,
-                              kChosenKeys = 37;
-
 class ModifiersTest : public PerformerTest {};
 
 TEST_F(ModifiersTest, ShiftThatTheUserHoldsIsLiftedForAChordAndPutBack) {
@@ -19,7 +16,7 @@ TEST_F(ModifiersTest, ShiftThatTheUserHoldsIsLiftedForAChordAndPutBack) {
 
 TEST_F(ModifiersTest, AHeldChordPutsTheUsersShiftBackAtOnce) {
     UserHolds(VK_RSHIFT);
-    Begin(1, kChosenKeys, {{VK_LCONTROL, 'V', model::kNoKey}});
+    Begin(1, kKeys, {{VK_LCONTROL, 'V', model::kNoKey}});
     EXPECT_EQ(recorder.Await("-RShift +Ctrl +V +RShift"), "-RShift +Ctrl +V +RShift");
     End(1);
     EXPECT_EQ(recorder.Await("-RShift +Ctrl +V +RShift -V -Ctrl"), "-RShift +Ctrl +V +RShift -V -Ctrl");
@@ -39,7 +36,7 @@ TEST_F(ModifiersTest, EitherSideOfAModifierWillDoWhereNoneIsNamed) {
 
 TEST_F(ModifiersTest, ASideThatIsNamedIsPressedBesideTheOtherOne) {
     UserHolds(VK_RCONTROL);
-    Act(kChosenKeys, {{VK_LCONTROL, 'C', model::kNoKey}});
+    Act(kKeys, {{VK_LCONTROL, 'C', model::kNoKey}});
     EXPECT_EQ(recorder.Await("+Ctrl +C -C -Ctrl"), "+Ctrl +C -C -Ctrl");
 }
 

@@ -11,6 +11,7 @@
 #include "platform/unique_resource.h"
 #include "service/input/performer.h"
 #include "tests/service_input/recorder_window.h"
+#include "tests/support/function_codes.h"
 
 namespace kvn::test {
 

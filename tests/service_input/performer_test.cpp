@@ -15,24 +15,22 @@ namespace {
 using service::Order;
 using service::OrderKind;
 
-constexpr model::FunctionCode kLeftButton = 1, kButton4 = 3, kSwitchPrograms = 5, kMiddleButton = 9, kCopy = 10,
-                              kEnter = 16, kShift = 19, kDoubleClick = 30, kScrollLeft = 33, kChosenKeys = 37;
-
 TEST_F(PerformerTest, KeysGoDownInTheirOrderAndUpInTheOppositeOne) {
-    Begin(1, kChosenKeys, {{VK_LCONTROL, VK_LSHIFT, 'A'}});
-    EXPECT_EQ(recorder.Await("+Ctrl +Shift +A"), "+Ctrl +Shift +A");
+    // None of them repeats while it is held.
+    Begin(1, kKeys, {{VK_LCONTROL, VK_LSHIFT, VK_LMENU}});
+    EXPECT_EQ(recorder.Await("+Ctrl +Shift +Alt"), "+Ctrl +Shift +Alt");
     End(1);
-    EXPECT_EQ(recorder.Await("+Ctrl +Shift +A -A -Shift -Ctrl"), "+Ctrl +Shift +A -A -Shift -Ctrl");
+    EXPECT_EQ(recorder.Await("+Ctrl +Shift +Alt -Alt -Shift -Ctrl"), "+Ctrl +Shift +Alt -Alt -Shift -Ctrl");
     EXPECT_TRUE(ComesTrue([&] { return IsListEmpty(); }));
 }
 
 TEST_F(PerformerTest, UnknownKeysAreLeftOut) {
-    Act(kChosenKeys, {{1000, 'A', model::kNoKey}});
+    Act(kKeys, {{1000, 'A', model::kNoKey}});
     EXPECT_EQ(recorder.Await("+A -A"), "+A -A");
 }
 
 TEST_F(PerformerTest, WhatIsHeldIsInTheList) {
-    Begin(1, kMiddleButton);
+    Begin(1, kMiddleClick);
     Begin(2, kShift);
     EXPECT_EQ(recorder.Await("+Middle +Shift"), "+Middle +Shift");
     EXPECT_EQ(held.counts[VK_MBUTTON], 1);
@@ -44,8 +42,8 @@ TEST_F(PerformerTest, WhatIsHeldIsInTheList) {
 }
 
 TEST_F(PerformerTest, AButtonOfTwoControlsGoesUpWithTheLast) {
-    Begin(1, kLeftButton);
-    Begin(2, kLeftButton);
+    Begin(1, kLeftClick);
+    Begin(2, kLeftClick);
     AwaitDone(2);
     End(1);
     Act(kCopy);  // comes after the first end had its chance
@@ -61,7 +59,7 @@ TEST_F(PerformerTest, AButtonThatTheUserHoldsTooIsLeftToTheUser) {
     const auto take = [&](service::OrderKind kind, std::uint32_t passed) {
         service::Order order;
         order.kind = kind;
-        order.function = kLeftButton;
+        order.function = kLeftClick;
         order.ticket = 1;
         order.passedButtons = passed;
         Take(order);
@@ -81,8 +79,8 @@ TEST_F(PerformerTest, AButtonThatTheUserHoldsTooIsLeftToTheUser) {
 TEST_F(PerformerTest, AnEndOvertakesNoBeginningThatWasOrderedBefore) {
     std::string expected;
     for (service::Ticket ticket = 1; ticket < 40; ticket += 2) {
-        Begin(ticket, kLeftButton);
-        Begin(ticket + 1, kLeftButton);
+        Begin(ticket, kLeftClick);
+        Begin(ticket + 1, kLeftClick);
         End(ticket);
         End(ticket + 1);
         expected += expected.empty() ? "+Left -Left" : " +Left -Left";
@@ -104,7 +102,7 @@ TEST_F(PerformerTest, WhatIsReleasedFirstGoesUpBeforeTheNextGoesDown) {
         Begin(ticket, kShift);
         AwaitDone(ticket);
         End(ticket);
-        Begin(ticket + 1, kMiddleButton);
+        Begin(ticket + 1, kMiddleClick);
         AwaitDone(ticket + 1);
         End(ticket + 1);
         expected += (expected.empty() ? "" : " ") + std::string("+Shift -Shift +Middle -Middle");
@@ -157,7 +155,7 @@ TEST_F(PerformerTest, ADoubleClickIsTwoClicks) {
 }
 
 TEST_F(PerformerTest, AHeldFunctionThatActsIsPressedAndReleased) {
-    Act(kButton4);
+    Act(kBackButton);
     EXPECT_EQ(recorder.Await("+X1 -X1"), "+X1 -X1");
     EXPECT_TRUE(ComesTrue([&] { return IsListEmpty(); }));
 }
@@ -187,8 +185,8 @@ TEST_F(PerformerTest, EveryFunctionThatIsCarriedOutCounts) {
 
 TEST_F(PerformerTest, TheReportSaysWhatWasDone) {
     Act(kCopy);
-    Act(kChosenKeys, {{VK_LCONTROL, 'V', model::kNoKey}});
-    Begin(1, kLeftButton);
+    Act(kKeys, {{VK_LCONTROL, 'V', model::kNoKey}});
+    Begin(1, kLeftClick);
     End(1);
     AwaitDone(3);
     EXPECT_EQ(Done(), (std::vector<std::wstring>{L"Ctrl+C", L"Left Ctrl+V", L"left button"}));
@@ -224,7 +222,7 @@ TEST_F(PerformerTest, WithSwappedButtonsTheLeftOneIsThePhysicalRightOneUntilItsR
             return count;
         });
     SwapMouseButton(TRUE);
-    Begin(1, kLeftButton);
+    Begin(1, kLeftClick);
     AwaitDone(1);
     SwapMouseButton(FALSE);
     End(1);
@@ -235,7 +233,7 @@ TEST_F(PerformerTest, WithSwappedButtonsTheLeftOneIsThePhysicalRightOneUntilItsR
 
 TEST_F(PerformerTest, ItsEndReleasesWhatIsHeld) {
     Begin(1, kShift);
-    Begin(2, kLeftButton);
+    Begin(2, kLeftClick);
     EXPECT_EQ(recorder.Await("+Shift +Left"), "+Shift +Left");
     performer.reset();
     EXPECT_EQ(recorder.Await("+Shift +Left -Shift -Left"), "+Shift +Left -Shift -Left");

@@ -7,8 +7,6 @@ namespace {
 using service::Order;
 using service::OrderKind;
 
-constexpr model::FunctionCode kDelete = 22, kShift = 19, kScrollLeft = 33, kScrollRight = 34, kChosenKeys = 37;
-
 class RepeatsTest : public PerformerTest {
 protected:
     void BeginScrolling(model::FunctionCode function, std::int32_t speed) {
@@ -30,7 +28,7 @@ TEST_F(RepeatsTest, AHeldKeyGoesDownAgainAndUpOnce) {
 }
 
 TEST_F(RepeatsTest, OnlyTheLastKeyThatIsNoModifierRepeats) {
-    Begin(1, kChosenKeys, {{VK_LCONTROL, 'A', 'B'}});
+    Begin(1, kKeys, {{VK_LCONTROL, 'A', 'B'}});
     EXPECT_TRUE(ComesTrue([&] { return recorder.Count("+B") >= 3; }));
     End(1);
     EXPECT_TRUE(ComesTrue([&] { return recorder.Count("-Ctrl") == 1; }));
@@ -40,7 +38,7 @@ TEST_F(RepeatsTest, OnlyTheLastKeyThatIsNoModifierRepeats) {
 
 TEST_F(RepeatsTest, ModifiersAreMerelyHeld) {
     Begin(1, kShift);
-    Begin(2, kChosenKeys, {{VK_LCONTROL, VK_LMENU, model::kNoKey}});
+    Begin(2, kKeys, {{VK_LCONTROL, VK_LMENU, model::kNoKey}});
     Begin(3, kDelete);
     EXPECT_TRUE(ComesTrue([&] { return recorder.Count("+Delete") >= 3; }));
     EXPECT_EQ(recorder.Count("+Shift") + recorder.Count("+Ctrl") + recorder.Count("+Alt"), 3U);

@@ -9,27 +9,27 @@
 
 #include "tests/support/mouse_on_registry.h"
 #include "tests/support/sandboxed_user.h"
+#include "tests/support/waiting.h"
 #include "tests/support/written_profiles.h"
 
 namespace kvn::service {
 namespace {
 
-constexpr wchar_t kModelKey[] = L"Software\\KORVEN\\MouseUtility\\VID0abcPID00a1";
-constexpr DWORD kPatience = 5000;
+using kvn::test::kModelKey;
 
 void SetNumber(const wchar_t* key, DWORD number) {
     RegSetKeyValueW(HKEY_CURRENT_USER, key, L"BindKeyLeft", REG_DWORD, &number, sizeof number);
 }
 
 bool Reports(const KeyWatch& watch) {
-    return WaitForSingleObject(watch.Signal(), kPatience) == WAIT_OBJECT_0;
+    return WaitForSingleObject(watch.Signal(), test::kPatienceMilliseconds) == WAIT_OBJECT_0;
 }
 
 bool HasReported(const KeyWatch& watch) {
     return WaitForSingleObject(watch.Signal(), 0) == WAIT_OBJECT_0;
 }
 
-bool Reports(const FolderWatch& watch, DWORD patience = kPatience) {
+bool Reports(const FolderWatch& watch, DWORD patience = test::kPatienceMilliseconds) {
     const std::vector<HANDLE> signals = watch.Signals();
     if (signals.empty()) return false;
     return WaitForMultipleObjects(static_cast<DWORD>(signals.size()), signals.data(), FALSE, patience) != WAIT_TIMEOUT;

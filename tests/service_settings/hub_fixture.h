@@ -19,9 +19,10 @@
 
 namespace kvn::service {
 
+using kvn::test::kModelKey;
+
 class HubFixture : public testing::Test {
 protected:
-    static constexpr wchar_t kModelKey[] = L"Software\\KORVEN\\MouseUtility\\VID0abcPID00a1";
     static constexpr wchar_t kFileName[] = L"VID0abcPID00a1.xml";
     using Problem = std::pair<SettingsProblem, std::wstring>;
 

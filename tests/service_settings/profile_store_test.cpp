@@ -15,6 +15,7 @@
 namespace kvn::service {
 namespace {
 
+using kvn::test::kModelKey;
 using kvn::test::ProfileFileText;
 using kvn::test::ProfileText;
 using model::ButtonSlot;
@@ -22,7 +23,6 @@ using model::SettingField;
 
 constexpr std::uint32_t kVid = 0x0ABC;
 constexpr std::uint32_t kPid = 0x00A1;
-constexpr wchar_t kModelKey[] = L"Software\\KORVEN\\MouseUtility\\VID0abcPID00a1";
 
 class ProfileStoreTest : public testing::Test {
 protected:

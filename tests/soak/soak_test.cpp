@@ -12,6 +12,7 @@
 #include <iterator>
 
 #include "tests/support/access_violations.h"
+#include "tests/support/function_codes.h"
 #include "tests/support/gesture_fixture.h"
 #include "tests/support/key_dialog.h"
 #include "tests/support/lasting_cost.h"
@@ -36,8 +37,6 @@ constexpr std::size_t kLargestCost = std::size_t{24} * 1024;
 constexpr std::size_t kAllocatorSlack = std::size_t{512} * 1024;
 // How often a round makes one by the name of a language or a code page.
 constexpr std::size_t kLocalesOfARound = 7;
-constexpr int kGestureFunction = 36;
-constexpr int kArbitraryKey = 37;
 
 // The rounds after the warm-up; the environment may ask for more.
 int Rounds() {
@@ -151,17 +150,17 @@ private:
     void CountComboEntries() {
         comboEntries = 0;
         for (const int control : kSlotControls) {
-            comboEntries += static_cast<std::size_t>(SendMessageW(sheet->PaneControl(control), CB_GETCOUNT, 0, 0));
+            comboEntries += static_cast<std::size_t>(EntryCountOf(sheet->PaneControl(control)));
         }
     }
 
     void EditButtons(int round) const {
-        Choose(IDC_PANE_CENTER, kGestureFunction);
+        Choose(IDC_PANE_CENTER, kGesture);
         // Functions that every slot offers.
         for (const int control : {IDC_PANE_RIGHT, IDC_PANE_BUTTON5, IDC_PANE_TILT_LEFT, IDC_PANE_TILT_RIGHT}) {
             Choose(control, 3 + (round + control) % 20);
         }
-        Choose(IDC_PANE_BUTTON4, kArbitraryKey);
+        Choose(IDC_PANE_BUTTON4, kKeys);
         const HWND keys = AwaitKeyDialog();
         EnterKey(keys, IDC_KEYS_INPUT1, round % 2 == 0 ? L"A" : L"B");
         CloseKeyDialog(keys, IDC_KEYS_OK);

@@ -43,14 +43,18 @@ std::vector<int> DataOf(HWND combo) {
     return data;
 }
 
+int SelectedIndex(HWND combo) {
+    return Ask(combo, CB_GETCURSEL);
+}
+
 std::optional<int> SelectedData(HWND combo) {
-    const int index = Ask(combo, CB_GETCURSEL);
+    const int index = SelectedIndex(combo);
     if (index < 0) return std::nullopt;
     return Ask(combo, CB_GETITEMDATA, index);
 }
 
 std::wstring SelectedText(HWND combo) {
-    return EntryText(combo, Ask(combo, CB_GETCURSEL));
+    return EntryText(combo, SelectedIndex(combo));
 }
 
 int IndexOfData(HWND combo, int data) {

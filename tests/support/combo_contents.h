@@ -21,6 +21,8 @@ std::vector<ComboEntry> EntriesOf(HWND combo);
 std::vector<std::wstring> EntryTextsOf(HWND combo);
 std::vector<int> DataOf(HWND combo);
 std::optional<int> SelectedData(HWND combo);
+// -1 when nothing is selected.
+int SelectedIndex(HWND combo);
 // Empty when nothing is selected.
 std::wstring SelectedText(HWND combo);
 // -1 when there is none.

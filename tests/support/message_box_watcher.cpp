@@ -24,7 +24,7 @@ const std::array<IconRow, 4> kIcons{{{IDI_EXCLAMATION, MB_ICONEXCLAMATION},
                                      {IDI_HAND, MB_ICONERROR}}};
 
 bool IsMessageBox(HWND window) {
-    return ClassOf(window) == L"#32770" && GetDlgItem(window, kIconControl) != nullptr &&
+    return ClassOf(window) == kDialogClass && GetDlgItem(window, kIconControl) != nullptr &&
            GetDlgItem(window, kTextControl) != nullptr;
 }
 
@@ -59,10 +59,13 @@ HWND OpenMessageBox() {
     return FindTopLevelWindow([](HWND window) { return IsWindowVisible(window) && IsMessageBox(window); });
 }
 
+std::wstring TextOfMessageBox(HWND box) {
+    return TextOf(GetDlgItem(box, kTextControl));
+}
+
 MessageBoxSeen AnswerMessageBox(const std::string& expected, int button) {
     const HWND box = Await("the message box " + expected, OpenMessageBox);
-    MessageBoxSeen seen{TextOf(box), TextOf(GetDlgItem(box, kTextControl)), IconOf(box), ButtonsOf(box),
-                        GetWindow(box, GW_OWNER)};
+    MessageBoxSeen seen{TextOf(box), TextOfMessageBox(box), IconOf(box), ButtonsOf(box), GetWindow(box, GW_OWNER)};
     const HWND answer = GetDlgItem(box, button);
     if (answer == nullptr) throw std::runtime_error("the message box " + expected + " lacks the button to press");
     PostMessageW(answer, BM_CLICK, 0, 0);

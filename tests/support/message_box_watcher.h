@@ -20,6 +20,9 @@ struct MessageBoxSeen {
 // The open message box; null when there is none.
 HWND OpenMessageBox();
 
+// The text of a message box of any process.
+std::wstring TextOfMessageBox(HWND box);
+
 // Waits for a message box, presses one of its buttons and waits until it is gone. Returns the content of the box.
 // `expected` names the box in the failure of a test that waits too long.
 MessageBoxSeen AnswerMessageBox(const std::string& expected, int button);

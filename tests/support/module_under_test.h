@@ -15,6 +15,9 @@ namespace kvn::test {
 
 using resources::kServerClassId;
 
+// An interface that no object has.
+inline constexpr IID kUnknownInterface = {0x12345678, 0x1234, 0x1234, {1, 2, 3, 4, 5, 6, 7, 8}};
+
 struct ReleaseObject {
     void operator()(IUnknown* object) const { object->Release(); }
 };

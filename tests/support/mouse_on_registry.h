@@ -27,6 +27,9 @@ struct PublishedMouse {
     std::wstring Key() const { return std::wstring(kMouseKey) + L"\\" + Name(); }
 };
 
+// The key of a published mouse that has the values above.
+inline constexpr wchar_t kModelKey[] = L"Software\\KORVEN\\MouseUtility\\VID0abcPID00a1";
+
 void PublishMouse(const PublishedMouse& mouse);
 // Takes one of the published values away.
 void RemovePublished(const wchar_t* value);

@@ -189,10 +189,7 @@ void OpenedSheet::PressCancel() const {
 }
 
 HWND OpenedSheet::Focus() const {
-    GUITHREADINFO info{};
-    info.cbSize = sizeof info;
-    GetGUIThreadInfo(threadId, &info);
-    return info.hwndFocus;
+    return FocusOf(sheet);
 }
 
 }  // namespace kvn::test

@@ -9,7 +9,7 @@ namespace {
 
 HWND FindDialogWith(int control) {
     return FindTopLevelWindow([=](HWND window) {
-        return IsWindowVisible(window) && ClassOf(window) == L"#32770" && GetDlgItem(window, control) != nullptr;
+        return IsWindowVisible(window) && ClassOf(window) == kDialogClass && GetDlgItem(window, control) != nullptr;
     });
 }
 

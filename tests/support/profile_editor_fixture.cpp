@@ -91,7 +91,7 @@ std::vector<std::wstring> ProfileEditorTest::ComboProfiles() const {
 }
 
 int ProfileEditorTest::ComboSelection() const {
-    return static_cast<int>(SendMessageW(sheet->PageControl(IDC_PAGE_PROFILE), CB_GETCURSEL, 0, 0));
+    return SelectedIndex(sheet->PageControl(IDC_PAGE_PROFILE));
 }
 
 std::vector<std::string> ProfileEditorTest::SavedNames() const {

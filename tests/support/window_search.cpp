@@ -8,6 +8,7 @@ namespace {
 using Condition = std::function<bool(HWND)>;
 
 struct Search {
+    DWORD processId;
     const Condition& condition;
     HWND found;
 };
@@ -16,13 +17,13 @@ BOOL CALLBACK Examine(HWND window, LPARAM parameter) {
     Search& search = *reinterpret_cast<Search*>(parameter);
     DWORD process = 0;
     GetWindowThreadProcessId(window, &process);
-    if (process != GetCurrentProcessId() || !search.condition(window)) return TRUE;
+    if (process != search.processId || !search.condition(window)) return TRUE;
     search.found = window;
     return FALSE;
 }
 
 BOOL CALLBACK CollectDialog(HWND window, LPARAM parameter) {
-    if (IsWindowVisible(window) && ClassOf(window) == L"#32770") {
+    if (IsWindowVisible(window) && ClassOf(window) == kDialogClass) {
         reinterpret_cast<std::vector<HWND>*>(parameter)->push_back(window);
     }
     return TRUE;
@@ -39,7 +40,11 @@ std::wstring TextOf(HWND window) {
 }
 
 HWND FindTopLevelWindow(const Condition& condition) {
-    Search search{condition, nullptr};
+    return FindTopLevelWindowOf(GetCurrentProcessId(), condition);
+}
+
+HWND FindTopLevelWindowOf(DWORD processId, const Condition& condition) {
+    Search search{processId, condition, nullptr};
     EnumWindows(Examine, reinterpret_cast<LPARAM>(&search));
     return search.found;
 }
@@ -48,6 +53,12 @@ HWND FindChildWindow(HWND parent, const Condition& condition) {
     HWND child = GetWindow(parent, GW_CHILD);
     while (child != nullptr && !condition(child)) child = GetWindow(child, GW_HWNDNEXT);
     return child;
+}
+
+HWND FocusOf(HWND window) {
+    GUITHREADINFO info{};
+    info.cbSize = sizeof info;
+    return GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &info) ? info.hwndFocus : nullptr;
 }
 
 std::vector<HWND> OpenDialogsOf(DWORD threadId) {

@@ -104,7 +104,7 @@ private:
 
     static bool HasService() { return FindWindowW(nullptr, platform::kServiceName) != nullptr; }
     static void AwaitService(bool runs) {
-        for (int tries = 100; tries > 0 && HasService() != runs; --tries) Sleep(100);
+        for (int tries = 300; tries > 0 && HasService() != runs; --tries) Sleep(100);
     }
 
     std::wstring installer;
