@@ -11,6 +11,7 @@
 
 #include "bench/benches.h"
 #include "bench/heap_count.h"
+#include "bench/property_sheet.h"
 #include "bench/running_service.h"
 #include "bench/stopwatch.h"
 #include "gestures/gesture_mgr.h"
@@ -22,6 +23,7 @@
 #include "platform/service_messages.h"
 #include "platform/subclass.h"
 #include "resources/resource.h"
+#include "tests/support/owning_types.h"
 
 namespace kvn::bench {
 namespace {
@@ -189,18 +191,18 @@ void ShowRows(HWND list, const std::vector<RowTexts>& rows) {
 
 void BenchList(Report& report, HMODULE pageModule) {
     // Visible, like the tab of the gestures when the user sees the list change.
-    const HWND frame = CreateWindowExW(0, WC_DIALOG, L"Bench", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 900, 700,
-                                       nullptr, nullptr, nullptr, nullptr);
+    test::UniqueWindow frame(CreateWindowExW(0, WC_DIALOG, L"Bench", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 900, 700,
+                                             nullptr, nullptr, nullptr, nullptr));
     model::MouseSettings settings;
     settings.profiles = {ProfileOfGestures(L"First profile, number "), ProfileOfGestures(L"Second profile, number ")};
     const platform::MessageBoxes boxes(pageModule, IDS_CAPTION);
     NoOwner owner;
     gestures::GesturePane pane(settings, boxes, owner);
-    ShowWindow(pane.Create(pageModule, frame), SW_SHOW);
+    ShowWindow(pane.Create(pageModule, frame.Get()), SW_SHOW);
     pane.SetUp();
 
     const HWND plainPane =
-        CreateDialogParamW(pageModule, MAKEINTRESOURCEW(IDD_GESTURE_PANE), frame, platform::IgnoreMessage, 0);
+        CreateDialogParamW(pageModule, MAKEINTRESOURCEW(IDD_GESTURE_PANE), frame.Get(), platform::IgnoreMessage, 0);
     ShowWindow(plainPane, SW_SHOW);
     const HWND plainList = GetDlgItem(plainPane, IDC_GESTURES_LIST);
     platform::SelectFullRows(plainList);
@@ -215,14 +217,14 @@ void BenchList(Report& report, HMODULE pageModule) {
     const auto switchRows = [&] { return Measure([&] { ShowRows(plainList, texts[shown % 2]); }); };
     report.Compare("show a profile of 100 gestures", "the same rows in a plain list view", kListLimit, kRounds,
                    switchProfile, switchRows);
-    DestroyWindow(frame);
+    frame.Reset();  // before the pane, which handles its messages
 }
 
 }  // namespace
 
 void BenchGestures(Report& report) {
     BenchRecogniser(report);
-    const HMODULE pageModule = LoadLibraryW(L"KvnMouseUtil.dll");
+    const HMODULE pageModule = PageModule();
     if (pageModule == nullptr) return report.AddMissing("gestures, without the DLL");
     BenchTick(report, pageModule);
     BenchList(report, pageModule);

@@ -22,20 +22,22 @@ platform::UniqueKernelObject OpenSection() {
         CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, sizeof(std::int64_t), kSectionName));
 }
 
-void* MapTime(HANDLE section) {
-    return MapViewOfFile(section, FILE_MAP_ALL_ACCESS, 0, 0, sizeof(std::int64_t));
+using MappedTime = platform::Owned<void*, &UnmapViewOfFile>;
+
+MappedTime MapTime(HANDLE section) {
+    return MappedTime(MapViewOfFile(section, FILE_MAP_ALL_ACCESS, 0, 0, sizeof(std::int64_t)));
 }
 
 struct Notes {
     platform::UniqueKernelObject came = OpenEvent();
     platform::UniqueKernelObject section = OpenSection();
-    LARGE_INTEGER* time = static_cast<LARGE_INTEGER*>(MapTime(section.Get()));
+    MappedTime time = MapTime(section.Get());
 };
 
 LRESULT CALLBACK OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     static const Notes notes;
     if (message == WM_KEYDOWN || message == WM_KEYUP) {
-        QueryPerformanceCounter(notes.time);
+        QueryPerformanceCounter(static_cast<LARGE_INTEGER*>(notes.time.Get()));
         SetEvent(notes.came.Get());
     }
     if (message == WM_DESTROY) PostQuitMessage(0);
@@ -66,8 +68,7 @@ void RunKeyWindow() {
     while (GetMessageW(&message, nullptr, 0, 0) > 0) DispatchMessageW(&message);
 }
 
-KeyWindow::KeyWindow()
-    : came(OpenEvent()), section(OpenSection()), time(static_cast<const std::int64_t*>(MapTime(section.Get()))) {
+KeyWindow::KeyWindow() : came(OpenEvent()), section(OpenSection()), time(MapTime(section.Get())) {
     std::array<wchar_t, MAX_PATH> path{};
     GetModuleFileNameW(nullptr, path.data(), MAX_PATH);
     const std::wstring command = L'"' + std::wstring(path.data()) + L"\" --key-window";
@@ -79,12 +80,11 @@ KeyWindow::KeyWindow()
 KeyWindow::~KeyWindow() {
     PostMessageW(window, WM_CLOSE, 0, 0);
     if (process) WaitForSingleObject(process.Get(), kPatience);
-    UnmapViewOfFile(time);
 }
 
 std::optional<std::int64_t> KeyWindow::AwaitKey() const {
     if (WaitForSingleObject(came.Get(), kPatience) != WAIT_OBJECT_0) return std::nullopt;
-    return *time;
+    return *static_cast<const std::int64_t*>(time.Get());
 }
 
 }  // namespace kvn::bench

@@ -31,7 +31,7 @@ public:
 private:
     platform::UniqueKernelObject came;
     platform::UniqueKernelObject section;
-    const std::int64_t* time = nullptr;
+    platform::Owned<void*, &UnmapViewOfFile> time;
     platform::UniqueKernelObject process;
     HWND window = nullptr;
 };

@@ -6,7 +6,9 @@
 
 #include "bench/benches.h"
 #include "bench/stopwatch.h"
+#include "platform/com_pointer.h"
 #include "resources/server_class.h"
+#include "tests/support/owning_types.h"
 
 namespace kvn::bench {
 namespace {
@@ -20,15 +22,15 @@ constexpr double kSizeLimit = 25;
 // Loads the DLL, gets its class factory and unloads it, as COM does. False if that fails.
 bool LoadOnce(const wchar_t* dll) {
     using GetClassObject = HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**);
-    const HMODULE module = LoadLibraryW(dll);
-    if (module == nullptr) return false;
+    test::UniqueModule module(LoadLibraryW(dll));
+    if (!module) return false;
     const auto getClassObject =
-        reinterpret_cast<GetClassObject>(reinterpret_cast<void*>(GetProcAddress(module, "DllGetClassObject")));
-    IClassFactory* factory = nullptr;
+        reinterpret_cast<GetClassObject>(reinterpret_cast<void*>(GetProcAddress(module.Get(), "DllGetClassObject")));
+    platform::ComPointer<IClassFactory> factory;
     const HRESULT result =
-        getClassObject(resources::kServerClassId, IID_IClassFactory, reinterpret_cast<void**>(&factory));
-    if (SUCCEEDED(result)) factory->Release();
-    FreeLibrary(module);
+        getClassObject(resources::kServerClassId, IID_IClassFactory, reinterpret_cast<void**>(factory.Receive()));
+    factory.Reset();
+    module.Reset();
     return SUCCEEDED(result) && GetModuleHandleW(dll) == nullptr;
 }
 

@@ -52,7 +52,7 @@ int main(int count, char** words) {
         kvn::bench::RunKeyWindow();
         return 0;
     }
-    const auto* const group = std::ranges::find(kGroups, option, &NamedGroup::option);
+    const auto group = std::ranges::find(kGroups, option, &NamedGroup::option);
     if (group == kGroups.end() || options.size() > 1) {
         std::printf("kvn_bench [--service | --presses] [--quick]\nkvn_bench --where\n");
         return 2;

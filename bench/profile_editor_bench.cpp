@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "bench/benches.h"
+#include "bench/property_sheet.h"
 #include "bench/stopwatch.h"
 #include "platform/com_pointer.h"
 #include "platform/list_view.h"
@@ -32,8 +33,6 @@ constexpr std::array<platform::ListColumn, 2> kProgramColumns{
     {{IDS_COLUMN_FILE_NAME, 150}, {IDS_COLUMN_LOCATION, 230}}};
 constexpr std::array<const wchar_t*, 5> kFiles{L"notepad.exe", L"explorer.exe", L"regedit.exe", L"system32\\cmd.exe",
                                                L"system32\\winecfg.exe"};
-
-HMODULE pageModule = nullptr;
 
 // Takes the place of the page, and shows nothing.
 class NoDisplay : public profiles::IProfileDisplay {
@@ -102,10 +101,10 @@ public:
     explicit PlainDialog(const model::MouseSettings& shown) : profiles(shown.profiles) {}
     PlainDialog(const PlainDialog&) = delete;
     PlainDialog& operator=(const PlainDialog&) = delete;
-    ~PlainDialog() { ImageList_Destroy(icons); }
+    ~PlainDialog() = default;
 
     void Run(HWND owner) {
-        DialogBoxParamW(pageModule, MAKEINTRESOURCEW(IDD_EDIT_PROFILE), owner, Procedure,
+        DialogBoxParamW(PageModule(), MAKEINTRESOURCEW(IDD_EDIT_PROFILE), owner, Procedure,
                         reinterpret_cast<LPARAM>(this));
     }
 
@@ -125,10 +124,10 @@ private:
         const HWND profileList = GetDlgItem(dialog, IDC_PROFILES_LIST);
         programList = GetDlgItem(dialog, IDC_PROFILES_PROGRAMS);
         for (const HWND list : {profileList, programList}) platform::SelectFullRows(list);
-        platform::AddListColumns(profileList, pageModule, kProfileColumns);
-        platform::AddListColumns(programList, pageModule, kProgramColumns);
-        icons = ImageList_Create(kIconSize, kIconSize, ILC_COLORDDB, 5, 0);
-        ListView_SetImageList(programList, icons, LVSIL_SMALL);
+        platform::AddListColumns(profileList, PageModule(), kProfileColumns);
+        platform::AddListColumns(programList, PageModule(), kProgramColumns);
+        icons.Reset(ImageList_Create(kIconSize, kIconSize, ILC_COLORDDB, 5, 0));
+        ListView_SetImageList(programList, icons.Get(), LVSIL_SMALL);
         SetWindowLongPtrW(programList, GWL_STYLE, GetWindowLongPtrW(programList, GWL_STYLE) | LVS_SHAREIMAGELISTS);
         SendMessageW(profileList, WM_SETREDRAW, FALSE, 0);
         LVITEMW item{};
@@ -155,8 +154,8 @@ private:
             SHGetFileInfoW(program.path.c_str(), 0, &info, sizeof info, SHGFI_ICON | SHGFI_SMALLICON);
             item.mask = LVIF_TEXT | LVIF_IMAGE;
             item.iSubItem = 0;
-            item.iImage = ImageList_ReplaceIcon(icons, -1, info.hIcon);
-            DestroyIcon(info.hIcon);
+            const platform::Owned<HICON, &DestroyIcon> icon(info.hIcon);
+            item.iImage = ImageList_ReplaceIcon(icons.Get(), -1, icon.Get());
             item.pszText = const_cast<wchar_t*>(program.name.c_str());
             SendMessageW(programList, LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item));
             item.mask = LVIF_TEXT;
@@ -170,7 +169,7 @@ private:
 
     const model::ProfileSet profiles;
     HWND programList = nullptr;
-    HIMAGELIST icons = nullptr;
+    platform::Owned<HIMAGELIST, &ImageList_Destroy> icons;
 };
 
 void SelectProfiles(HWND dialog, std::size_t count) {
@@ -206,15 +205,14 @@ double MeasureSelecting(Owner& owner, const Opener& open, std::size_t count) {
 }  // namespace
 
 void BenchProfileEditor(Report& report) {
-    pageModule = LoadLibraryW(L"KvnMouseUtil.dll");
-    if (pageModule == nullptr) return report.AddMissing("the profile editor, without the DLL");
+    if (PageModule() == nullptr) return report.AddMissing("the profile editor, without the DLL");
     const platform::ComApartment apartment;
     Owner owner;
     NoDisplay display;
     model::MouseSettings settings = ManyProfiles();
-    const platform::MessageBoxes boxes(pageModule, IDS_CAPTION);
+    const platform::MessageBoxes boxes(PageModule(), IDS_CAPTION);
     const Opener ours = [&] {
-        profiles::ProfileEditorContext context{pageModule, owner.Window(), settings, boxes, display};
+        profiles::ProfileEditorContext context{PageModule(), owner.Window(), settings, boxes, display};
         profiles::RunProfileEditor(context);
     };
     const Opener theirs = [&] { PlainDialog(settings).Run(owner.Window()); };

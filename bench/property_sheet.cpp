@@ -5,8 +5,10 @@
 #include <chrono>
 #include <thread>
 
+#include "platform/com_pointer.h"
 #include "resources/resource.h"
 #include "resources/server_class.h"
+#include "tests/support/owning_types.h"
 
 namespace kvn::bench {
 namespace {
@@ -65,12 +67,11 @@ OpeningTimes RunSheet(PageMaker makePage, const SheetWork& work) {
     OpeningTimes times;
     if (work.before) work.before();
     const auto start = Clock::now();
-    const HWND sheet = ShowSheet(makePage);
+    const test::UniqueWindow sheet(ShowSheet(makePage));
     const HWND focus = GetFocus();
-    PostMessageW(focus == nullptr ? sheet : focus, WM_KEYDOWN, kFirstKey, 0);
-    RunUntilIdle(sheet, start, times);
-    if (work.whenOpen) work.whenOpen(sheet);
-    DestroyWindow(sheet);
+    PostMessageW(focus == nullptr ? sheet.Get() : focus, WM_KEYDOWN, kFirstKey, 0);
+    RunUntilIdle(sheet.Get(), start, times);
+    if (work.whenOpen) work.whenOpen(sheet.Get());
     return times;
 }
 
@@ -85,9 +86,8 @@ OpeningTimes OpenSheet(PageMaker makePage, const SheetWork& work) {
     OpeningTimes times;
     // The page's combo boxes post WM_QUIT when they are destroyed, so each sheet has its own thread.
     std::thread([&] {
-        CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+        const platform::ComApartment apartment;
         times = RunSheet(makePage, work);
-        CoUninitialize();
     }).join();
     return times;
 }
@@ -96,16 +96,16 @@ HPROPSHEETPAGE OurPage() {
     using GetClassObject = HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**);
     const auto getClassObject =
         reinterpret_cast<GetClassObject>(reinterpret_cast<void*>(GetProcAddress(PageModule(), "DllGetClassObject")));
-    IClassFactory* factory = nullptr;
-    IShellPropSheetExt* extension = nullptr;
-    HPROPSHEETPAGE page = nullptr;
-    if (FAILED(getClassObject(resources::kServerClassId, IID_IClassFactory, reinterpret_cast<void**>(&factory))))
+    platform::ComPointer<IClassFactory> factory;
+    platform::ComPointer<IShellPropSheetExt> extension;
+    if (FAILED(getClassObject(resources::kServerClassId, IID_IClassFactory,
+                              reinterpret_cast<void**>(factory.Receive()))) ||
+        FAILED(factory.Get()->CreateInstance(nullptr, IID_IShellPropSheetExt,
+                                             reinterpret_cast<void**>(extension.Receive())))) {
         return nullptr;
-    if (SUCCEEDED(factory->CreateInstance(nullptr, IID_IShellPropSheetExt, reinterpret_cast<void**>(&extension)))) {
-        extension->AddPages(TakePage, reinterpret_cast<LPARAM>(&page));
-        extension->Release();
     }
-    factory->Release();
+    HPROPSHEETPAGE page = nullptr;
+    extension.Get()->AddPages(TakePage, reinterpret_cast<LPARAM>(&page));
     return page;
 }
 
@@ -127,10 +127,6 @@ HWND ButtonPaneOf(HWND sheet) {
 
 MessageCount::MessageCount() : hook(SetWindowsHookExW(WH_CALLWNDPROC, CountMessage, nullptr, GetCurrentThreadId())) {
     messages = 0;
-}
-
-MessageCount::~MessageCount() {
-    UnhookWindowsHookEx(hook);
 }
 
 std::size_t MessageCount::Count() {

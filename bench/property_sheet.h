@@ -8,6 +8,8 @@
 #include <cstddef>
 #include <functional>
 
+#include "platform/unique_resource.h"
+
 namespace kvn::bench {
 
 // Milliseconds since the page was asked for.
@@ -40,17 +42,17 @@ void Apply(HWND sheet);
 HWND ButtonPaneOf(HWND sheet);
 
 // While it lives, counts the messages to windows of this thread.
-class MessageCount {
+class [[nodiscard]] MessageCount {
 public:
     MessageCount();
     MessageCount(const MessageCount&) = delete;
     MessageCount& operator=(const MessageCount&) = delete;
-    ~MessageCount();
+    ~MessageCount() = default;
 
     static std::size_t Count();
 
 private:
-    HHOOK hook;
+    platform::Owned<HHOOK, &UnhookWindowsHookEx> hook;
 };
 
 }  // namespace kvn::bench

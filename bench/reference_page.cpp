@@ -16,6 +16,7 @@
 #include "platform/service_messages.h"
 #include "platform/subclass.h"
 #include "platform/texts.h"
+#include "platform/unique_resource.h"
 #include "platform/window_program.h"
 #include "resources/resource.h"
 
@@ -57,10 +58,10 @@ HWND MakePanes(HWND page) {
 
 void ParseProfiles(HWND combo) {
     TiXmlDocument document;
-    FILE* const file = _wfopen(SampleProfileFile().c_str(), L"rb");
-    if (file == nullptr) return;
-    document.LoadFile(file, TIXML_ENCODING_LEGACY);
-    static_cast<void>(std::fclose(file));
+    platform::Owned<FILE*, &std::fclose> file(_wfopen(SampleProfileFile().c_str(), L"rb"));
+    if (!file) return;
+    document.LoadFile(file.Get(), TIXML_ENCODING_LEGACY);
+    file.Reset();
     SendMessageW(combo, WM_SETREDRAW, FALSE, 0);
     const TiXmlElement* const root = document.RootElement();
     const TiXmlElement* profile = root == nullptr ? nullptr : root->FirstChildElement("profile");

@@ -12,9 +12,8 @@ struct ServiceHook {
         service::EngineSettings settings;
         settings.controlCount = model::kButtonSlotCount;
         settings.functions[model::ButtonSlot::Button4] = ofButton4;
-        performer.Start();
         hook.Use(settings);
-        hook.Start();
+        if (performer.Start()) hook.Start();
     }
 
     service::HeldList held;

@@ -11,7 +11,7 @@
 
 namespace kvn::gestures {
 
-// Called during a tick; the notice lives as long as the call. The result is not used.
+// Called during a tick; the notice lives as long as the call. The result is not used: docs/kept-behaviour.md.
 using GestureCallback = std::int32_t (*)(const model::GestureNotice* notice);
 
 // Used on the thread of the page's windows only.

@@ -23,7 +23,7 @@ struct DeviceRecord {
     std::uint32_t mouseFlag = 0;
 
     bool HasTiltWheel() const { return hasTilt == 1; }
-    // Bit 0 of the flags: the model has no flying scroll.
+    // Bit 0 of the flags: the mouse has no flying scroll.
     bool LacksFlyingScroll() const { return (mouseFlag & 1U) != 0; }
 };
 

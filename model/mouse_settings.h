@@ -21,13 +21,13 @@ struct MouseSettings {
     bool setFileAsideBeforeSaving = false;
 
     SettingValues initialValues;  // for "Return to initial values"
-    // The assumed contents of the model's registry values: the selected profile as loaded, later as written.
+    // The assumed contents of the mouse's registry values: the selected profile as loaded, later as written.
     ProfileSettings registrySettings;
 
     ProfileSettings& Selected() { return profiles[selectedProfile].settings; }
     const ProfileSettings& Selected() const { return profiles[selectedProfile].settings; }
 
-    // Whether the slot is one of the model's buttons; the others offer fewer functions.
+    // Whether the slot is one of the mouse's buttons; the others offer fewer functions.
     bool IsOnMouse(ButtonSlot slot) const { return static_cast<int>(slot) < device.buttonCount; }
 };
 

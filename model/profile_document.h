@@ -1,4 +1,4 @@
-// The profile file's document: a model's profiles as XML (profile_writer.cpp), and back (profile_reader.cpp). Text goes
+// The profile file's document: a mouse's profiles as XML (profile_writer.cpp), and back (profile_reader.cpp). Text goes
 // through a code page (text_codec.h).
 #pragma once
 

@@ -66,6 +66,11 @@ bool ReadCurrentDeviceValue(RegistryValue value, void* buffer, DWORD bufferBytes
     return true;
 }
 
+std::optional<std::uint32_t> ReadCurrentDeviceNumber(RegistryValue value) {
+    std::uint32_t number = 0;
+    return ReadInto(value, number) ? std::optional(number) : std::nullopt;
+}
+
 bool WriteModelValue(std::uint32_t vid, std::uint32_t pid, RegistryValue value, const void* data, DWORD lengthInBytes) {
     if (lengthInBytes != 0) return !SetModelValue(vid, pid, value, data, lengthInBytes);
     if (RowOf(value).type == RegistryType::Dword) return !SetModelValue(vid, pid, value, data, sizeof(DWORD));

@@ -18,8 +18,11 @@ namespace kvn::model {
 // to ten times, 50 ms apart. True on failure: docs/kept-behaviour.md.
 [[nodiscard]] bool ReadCurrentDeviceValue(RegistryValue value, void* buffer, DWORD bufferBytes);
 
-// Writes one value of the model's key, which is created if it is missing. A length of 0 means the usual one: 4 bytes of
-// a REG_DWORD, the characters of a REG_SZ without its final zero. True on failure: docs/kept-behaviour.md.
+// One number of the attached mouse, read in the same way; nothing on failure.
+[[nodiscard]] std::optional<std::uint32_t> ReadCurrentDeviceNumber(RegistryValue value);
+
+// Writes one value of the mouse model's key, which is created if it is missing. A length of 0 means the usual one: 4
+// bytes of a REG_DWORD, the characters of a REG_SZ without its final zero. True on failure: docs/kept-behaviour.md.
 [[nodiscard]] bool WriteModelValue(std::uint32_t vid, std::uint32_t pid, RegistryValue value, const void* data,
                                    DWORD lengthInBytes);
 
@@ -29,7 +32,7 @@ namespace kvn::model {
 // A larger value counts as missing: no list that the page writes is that long.
 inline constexpr DWORD kMaxStoredBytes = DWORD{1024} * 1024;
 
-// The current values of the model's key, of any type; nothing for a value that is missing or cannot be read.
+// The current values of the mouse model's key, of any type; nothing for a value that is missing or cannot be read.
 [[nodiscard]] StoredBytes ReadModelValues(std::uint32_t vid, std::uint32_t pid);
 
 // The machine-wide function of the wheel button; nothing unless there is one of type REG_DWORD.

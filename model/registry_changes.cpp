@@ -11,7 +11,7 @@ namespace {
 
 constexpr wchar_t kFieldSeparator = L'\t';
 
-// An apply writes the numbers in two runs, with the arbitrary keys between them.
+// An apply writes the numbers in two runs, with the arbitrary keys between them: docs/kept-behaviour.md.
 constexpr std::array kNumbersBeforeKeys{SettingField::Left,     SettingField::Right,
                                         SettingField::Center,   SettingField::Button4,
                                         SettingField::Button5,  SettingField::HorizontalScrollSpeed,

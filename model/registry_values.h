@@ -10,7 +10,7 @@
 
 namespace kvn::model {
 
-// Below HKEY_CURRENT_USER: the attached mouse, which the service publishes, and the keys of the models.
+// Below HKEY_CURRENT_USER: the attached mouse, which the service publishes, and the keys of the mouse models.
 inline constexpr wchar_t kBaseKey[] = L"Software\\KORVEN\\MouseUtility";
 // Below HKEY_LOCAL_MACHINE: the machine-wide default of the wheel button, read only.
 inline constexpr wchar_t kDefaultBindKey[] = L"Software\\KORVEN\\MouseUtility\\DefaultBindKey";
@@ -100,8 +100,8 @@ std::wstring MouseModelName(std::uint32_t vid, std::uint32_t pid);
 // The ids as people look them up: "1234:5678".
 std::wstring MouseIdsText(std::uint32_t vid, std::uint32_t pid);
 
-// The key below HKEY_CURRENT_USER that holds a model's settings: kBaseKey, a backslash and the model's name; the base
-// key itself when either id is 0.
+// The key below HKEY_CURRENT_USER that holds a mouse model's settings: kBaseKey, a backslash and the mouse model's
+// name; the base key itself when either id is 0.
 std::wstring MouseModelKey(std::uint32_t vid, std::uint32_t pid);
 
 }  // namespace kvn::model

@@ -14,7 +14,7 @@ namespace kvn::model {
 // Creates the folder and those above it if they are missing.
 void MakeFolder(const std::wstring& folder);
 
-// The name of a model's profile file in that folder.
+// The name of a mouse model's profile file in that folder.
 [[nodiscard]] std::wstring ProfileFileName(std::uint32_t vid, std::uint32_t pid);
 
 // Loads the profiles of the mouse in settings.device, or creates a default profile and writes it at once. A file that

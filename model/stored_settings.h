@@ -1,5 +1,5 @@
-// The selected profile, read back from the values of a model's key. Other programs may have changed them; values that
-// make no sense are dropped.
+// The selected profile, read back from the values of a mouse model's key. Other programs may have changed them; values
+// that make no sense are dropped.
 #pragma once
 
 #include <cstdint>

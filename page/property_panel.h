@@ -13,7 +13,7 @@ public:
     virtual ~IPropertyPanel() = default;
 
     // Whether the page is added to the sheet at all. The shell's callback and its parameter are passed for a panel that
-    // adds further pages.
+    // adds further pages: docs/kept-behaviour.md.
     virtual bool CanAddPage(LPFNADDPROPSHEETPAGE addPage, LPARAM parameter) = 0;
 
     virtual void OnInitDialog(HINSTANCE module, HWND page) = 0;

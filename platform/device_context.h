@@ -5,7 +5,7 @@
 
 namespace kvn::platform {
 
-// The drawing context of a window's client area.
+// The drawing context of a window's client area; of the screen if the window is null.
 class [[nodiscard]] WindowDeviceContext {
 public:
     explicit WindowDeviceContext(HWND target) : window(target), context(GetDC(target)) {}

@@ -40,7 +40,7 @@ int lastClickedRow = 0;
 
 // Restores the host program's current folder at the end. The dialog that opens files changes it, and Windows would keep
 // the new folder in use for as long as the host runs.
-class KeptCurrentFolder {
+class [[nodiscard]] KeptCurrentFolder {
 public:
     KeptCurrentFolder() : folder(GetCurrentDirectoryW(0, nullptr), L'\0') {
         const DWORD length = GetCurrentDirectoryW(static_cast<DWORD>(folder.size()), folder.data());

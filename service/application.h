@@ -33,7 +33,7 @@ public:
     Application& operator=(const Application&) = delete;
 
     // If it returns true, the mouse is driven and the page can find the service.
-    bool Start(const CommandLine& commands);
+    [[nodiscard]] bool Start(const CommandLine& commands);
     // Carries out the options of this start or of another one.
     Answer CarryOut(const CommandLine& commands);
     // Runs until the service ends.

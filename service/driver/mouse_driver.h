@@ -43,7 +43,7 @@ public:
 
     // Watches the mice through this window, publishes one and takes its settings. `choice` is that of --mouse. False if
     // the mouse cannot be driven at all.
-    bool Start(HWND messageWindow, const std::optional<ChosenMouse>& choice);
+    [[nodiscard]] bool Start(HWND messageWindow, const std::optional<ChosenMouse>& choice);
 
     // Waits a moment for its settings to be in force.
     void Choose(const ChosenMouse& choice);
@@ -53,7 +53,7 @@ public:
     void Pause(bool pause);
     // An empty name means: by the program in front. Waits a moment for the profile to be in force; false if there is no
     // such profile.
-    bool Force(const std::wstring& profile);
+    [[nodiscard]] bool Force(const std::wstring& profile);
     // The session was switched away, so another one publishes its mouse; or it is back.
     void LeaveSession(bool isStillActive);
     void ReturnToSession();

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <span>
 
+#include "model/enum_array.h"
+
 namespace kvn::service {
 namespace {
 
@@ -38,12 +40,12 @@ std::int32_t SignOf(FunctionCode scroll) {
 }  // namespace
 
 Verdict Engine::OnMouse(const MouseEvent& event, Orders& orders) {
-    // In the order of MouseEventKind; moves pass.
-    static constexpr std::array<Handler, 5> kHandlers{&Engine::OnPress, &Engine::OnRelease, &Engine::OnTilt,
-                                                      &Engine::OnWheel, nullptr};
+    // Moves pass.
+    static constexpr model::EnumArray<MouseEventKind, Handler, 5> kHandlers{
+        {&Engine::OnPress, &Engine::OnRelease, &Engine::OnTilt, &Engine::OnWheel, nullptr}};
     if (event.isInjected) return Verdict::Pass;
     Expire(event.time);
-    const Handler handler = kHandlers[static_cast<std::size_t>(event.kind)];
+    const Handler handler = kHandlers[event.kind];
     return handler == nullptr ? Verdict::Pass : (this->*handler)(event, orders);
 }
 
@@ -79,9 +81,9 @@ Verdict Engine::OnRelease(const MouseEvent& event, Orders& orders) {
 }
 
 Verdict Engine::Decide(Press& press, const MouseEvent& event, Orders& orders) {
-    // In the order of FunctionKind; what is natural passes.
-    static constexpr std::array<Decision, 6> kDecisions{nullptr,        &Engine::Begin, &Engine::Act,
-                                                        &Engine::Begin, &Engine::Draw,  &Engine::Swallow};
+    // What is natural passes.
+    static constexpr model::EnumArray<FunctionKind, Decision, 6> kDecisions{
+        {nullptr, &Engine::Begin, &Engine::Act, &Engine::Begin, &Engine::Draw, &Engine::Swallow}};
     if (isPaused || isOverloaded) return Verdict::Pass;
     if (page.IsAsked(PhysicalOf(press.control))) return KeepFor(press, Cause::Asked, orders);
     const bool isGestureButton = press.function.kind == FunctionKind::Gesture;
@@ -89,7 +91,7 @@ Verdict Engine::Decide(Press& press, const MouseEvent& event, Orders& orders) {
         GiveStrokeUp(orders);
         return KeepFor(press, Cause::GivesUp, orders);
     }
-    const Decision decision = kDecisions[static_cast<std::size_t>(press.function.kind)];
+    const Decision decision = kDecisions[press.function.kind];
     return decision == nullptr ? Verdict::Pass : (this->*decision)(press, event, orders);
 }
 

@@ -3,13 +3,14 @@
 #include <algorithm>
 #include <array>
 
+#include "model/enum_array.h"
 #include "model/etc_key.h"
 
 namespace kvn::service {
 namespace {
 
-constexpr std::array<const wchar_t*, model::kButtonSlotCount> kButtonTexts{
-    L"left button", L"right button", L"middle button", L"button 4", L"button 5", L"tilt left", L"tilt right"};
+constexpr model::EnumArray<model::ButtonSlot, const wchar_t*, model::kButtonSlotCount> kButtonTexts{
+    {L"left button", L"right button", L"middle button", L"button 4", L"button 5", L"tilt left", L"tilt right"}};
 
 struct TextRow {
     Action action;
@@ -35,7 +36,7 @@ std::wstring TextOfScroll(bool isToTheLeft) {
 std::wstring TextOfInput(const Order& order, const FunctionRow& row) {
     if (row.action == Action::PressChosenKeys) return model::EtcKeyToText(order.keys);
     if (row.action == Action::PressKeys) return model::EtcKeyToText({row.keys});
-    if (row.action == Action::PressButton) return kButtonTexts[static_cast<std::size_t>(row.button)];
+    if (row.action == Action::PressButton) return kButtonTexts[row.button];
     const auto text = std::ranges::find(kTexts, row.action, &TextRow::action);
     return text == kTexts.end() ? kNothingDone : text->text;
 }

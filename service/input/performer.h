@@ -21,7 +21,7 @@ public:
     Performer(const Performer&) = delete;
     Performer& operator=(const Performer&) = delete;
 
-    bool Start();
+    [[nodiscard]] bool Start();
 
     // The rest is for the hook thread: it allocates no memory, takes no lock, and never waits. False while
     // there may be no room for the orders of one more event: then no press should be kept.

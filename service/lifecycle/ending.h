@@ -8,7 +8,7 @@
 namespace kvn::service {
 
 // If the end takes too long, it releases what is held and ends the process.
-class EndInTime {
+class [[nodiscard]] EndInTime {
 public:
     explicit EndInTime(HeldList& heldList);
     ~EndInTime();

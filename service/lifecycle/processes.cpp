@@ -30,7 +30,7 @@ StartedProcess StartProcess(const std::wstring& program, const std::wstring& quo
                         &started)) {
         return {};
     }
-    CloseHandle(started.hThread);
+    const platform::UniqueKernelObject thread(started.hThread);
     return {platform::UniqueKernelObject(started.hProcess), started.dwProcessId};
 }
 

@@ -5,7 +5,7 @@
 
 namespace kvn::service {
 
-class SessionLock {
+class [[nodiscard]] SessionLock {
 public:
     SessionLock();
 

@@ -59,12 +59,11 @@ Restart StartServiceAgain(const SharedState& shared, HANDLE endEvent, UniqueKern
 
 // Writes to Windows' application log.
 void ReportGivingUp() {
-    const HANDLE source = RegisterEventSourceW(nullptr, L"KvnMouseApl");
-    if (source == nullptr) return;
+    const platform::Owned<HANDLE, &DeregisterEventSource> source(RegisterEventSourceW(nullptr, L"KvnMouseApl"));
+    if (!source) return;
     const std::wstring text = Text(IDS_EVENT_GIVEN_UP);
     const wchar_t* const texts = text.c_str();
-    ReportEventW(source, EVENTLOG_ERROR_TYPE, 0, 1, nullptr, 1, 0, const_cast<const wchar_t**>(&texts), nullptr);
-    DeregisterEventSource(source);
+    ReportEventW(source.Get(), EVENTLOG_ERROR_TYPE, 0, 1, nullptr, 1, 0, const_cast<const wchar_t**>(&texts), nullptr);
 }
 
 }  // namespace

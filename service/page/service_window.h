@@ -20,7 +20,7 @@ public:
     ~ServiceWindow();
 
     // The window has no title yet, so the page cannot find it.
-    bool Create();
+    [[nodiscard]] bool Create();
     // Makes the window known to the page and to other starts, or hides it from them.
     void Announce();
     void Withdraw();

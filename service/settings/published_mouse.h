@@ -7,6 +7,6 @@ namespace kvn::service {
 
 // Deletes the six values first, then writes them, VID and PID last: a page that begins to read in between waits for
 // them. False if one could not be written.
-bool PublishMouse(const model::DeviceRecord& mouse);
+[[nodiscard]] bool PublishMouse(const model::DeviceRecord& mouse);
 
 }  // namespace kvn::service

@@ -28,7 +28,7 @@ public:
     SettingsHub(const SettingsHub&) = delete;
     SettingsHub& operator=(const SettingsHub&) = delete;
 
-    bool Start();
+    [[nodiscard]] bool Start();
 
     // From any other thread; none of these waits for the work.
     void UseMouse(const model::DeviceRecord& mouse);
@@ -36,7 +36,8 @@ public:
     void Reread();               // the page reports that the settings have changed
     bool HasReread() const;      // the settings that were stored at the last report are in force
     void ForceAutomatic();
-    bool Force(const std::wstring& profileName);  // false: there is no such profile, or none was read yet
+    // False: there is no such profile, or none was read yet.
+    [[nodiscard]] bool Force(const std::wstring& profileName);
 
     ProfileInForce InForce() const;
     std::vector<std::wstring> ProfileNames() const;  // in the order of the file

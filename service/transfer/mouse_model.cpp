@@ -4,25 +4,16 @@
 #include "model/settings_store.h"
 
 namespace kvn::service {
-namespace {
-
-// Waits up to half a second for a service that is just publishing.
-bool Read(model::RegistryValue value, std::uint32_t& number) {
-    return !model::ReadCurrentDeviceValue(value, &number, sizeof number);
-}
-
-}  // namespace
 
 std::optional<MouseModel> PublishedModel() {
-    MouseModel published;
-    if (!Read(model::RegistryValue::Vid, published.vid) || !Read(model::RegistryValue::Pid, published.pid)) {
-        return std::nullopt;
-    }
-    return published;
+    const auto vid = model::ReadCurrentDeviceNumber(model::RegistryValue::Vid);
+    const auto pid = vid ? model::ReadCurrentDeviceNumber(model::RegistryValue::Pid) : std::nullopt;
+    if (!pid) return std::nullopt;
+    return MouseModel{*vid, *pid};
 }
 
-std::wstring ProfileFilePath(const MouseModel& model) {
-    return model::SettingsFolder() + model::ProfileFileName(model.vid, model.pid);
+std::wstring ProfileFilePath(const MouseModel& mouse) {
+    return model::SettingsFolder() + model::ProfileFileName(mouse.vid, mouse.pid);
 }
 
 }  // namespace kvn::service

@@ -17,6 +17,6 @@ struct MouseModel {
 // The model that is published in the registry, which the page would show; nothing if there never was one.
 std::optional<MouseModel> PublishedModel();
 
-std::wstring ProfileFilePath(const MouseModel& model);
+std::wstring ProfileFilePath(const MouseModel& mouse);
 
 }  // namespace kvn::service

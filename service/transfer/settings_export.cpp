@@ -15,10 +15,10 @@
 namespace kvn::service {
 namespace {
 
-model::ProfileSet ExportableOf(model::ProfileSet profiles, const MouseModel& model) {
+model::ProfileSet ExportableOf(model::ProfileSet profiles, const MouseModel& mouse) {
     profiles = model::Exportable(std::move(profiles), model::InitialValuesOf(model::NewProfileRecord()));
-    profiles.front().vid = static_cast<std::uint16_t>(model.vid);
-    profiles.front().pid = static_cast<std::uint16_t>(model.pid);
+    profiles.front().vid = static_cast<std::uint16_t>(mouse.vid);
+    profiles.front().pid = static_cast<std::uint16_t>(mouse.pid);
     return profiles;
 }
 
@@ -32,19 +32,19 @@ Answer Export(const model::ProfileSet& profiles, const std::wstring& file) {
 }  // namespace
 
 Answer ExportSettings(const std::wstring& file) {
-    const auto model = PublishedModel();
-    if (!model) return Fault(IDS_FAULT_NO_MOUSE_KNOWN);
-    const std::wstring source = ProfileFilePath(*model);
+    const auto mouse = PublishedModel();
+    if (!mouse) return Fault(IDS_FAULT_NO_MOUSE_KNOWN);
+    const std::wstring source = ProfileFilePath(*mouse);
     model::FinishOrRemoveInterruptedSave(source);
     model::ProfileSet profiles;
-    if (model::LoadProfileFile(source, profiles) > 0) return Export(ExportableOf(std::move(profiles), *model), file);
+    if (model::LoadProfileFile(source, profiles) > 0) return Export(ExportableOf(std::move(profiles), *mouse), file);
     if (model::IsMissing(source)) return Fault(IDS_FAULT_NOTHING_TO_EXPORT);
     return Fault(IDS_FAULT_PROFILES_UNREADABLE, source);
 }
 
 std::wstring SuggestedExportName() {
-    const auto model = PublishedModel();
-    return (model ? model::MouseModelName(model->vid, model->pid) : std::wstring(L"Mouse")) + L"-settings.xml";
+    const auto mouse = PublishedModel();
+    return (mouse ? model::MouseModelName(mouse->vid, mouse->pid) : std::wstring(L"Mouse")) + L"-settings.xml";
 }
 
 }  // namespace kvn::service

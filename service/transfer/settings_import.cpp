@@ -28,7 +28,7 @@ namespace {
 using Result = SettingsReplacement::Result;
 
 // One import at a time in a session: the registry values of one would not match the file of the other.
-class ImportTurn {
+class [[nodiscard]] ImportTurn {
 public:
     ImportTurn() : mutex(CreateMutexW(nullptr, FALSE, L"Local\\KvnMouseAplImport")) {
         const DWORD waited = mutex ? WaitForSingleObject(mutex.Get(), kPatienceMilliseconds) : WAIT_FAILED;
@@ -48,8 +48,8 @@ private:
     bool isMine = false;
 };
 
-std::wstring NameOf(const MouseModel& model) {
-    return model::MouseIdsText(model.vid, model.pid);
+std::wstring NameOf(const MouseModel& mouse) {
+    return model::MouseIdsText(mouse.vid, mouse.pid);
 }
 
 // An exported file and a profile file are read alike, since an exported one is in ASCII, which every code page
@@ -60,8 +60,8 @@ std::variant<model::ProfileSet, model::ImportProblem> Parse(std::string bytes) {
     return model::ParseImport(std::move(bytes), model::NewProfileRecord(), {codec, arbitraryKey});
 }
 
-Answer Replace(const MouseModel& model, model::ProfileSet profiles) {
-    SettingsReplacement replacement(model);
+Answer Replace(const MouseModel& mouse, model::ProfileSet profiles) {
+    SettingsReplacement replacement(mouse);
     const Result result = replacement.Run(std::move(profiles));
     const std::wstring& kept = replacement.KeptFile();
     if (result == Result::NothingChanged) return Fault(IDS_FAULT_IMPORT_NOT_SAVED);

@@ -39,20 +39,20 @@ bool Exists(const std::wstring& path) {
 
 }  // namespace
 
-SettingsReplacement::SettingsReplacement(const MouseModel& replacedModel)
-    : model(replacedModel), path(ProfileFilePath(replacedModel)) {}
+SettingsReplacement::SettingsReplacement(const MouseModel& replacedMouse)
+    : mouse(replacedMouse), path(ProfileFilePath(replacedMouse)) {}
 
 SettingsReplacement::Result SettingsReplacement::Run(model::ProfileSet profiles) {
-    profiles.front().vid = static_cast<std::uint16_t>(model.vid);
-    profiles.front().pid = static_cast<std::uint16_t>(model.pid);
+    profiles.front().vid = static_cast<std::uint16_t>(mouse.vid);
+    profiles.front().pid = static_cast<std::uint16_t>(mouse.pid);
     const auto writes = model::AllValues(profiles[model::SelectedProfileOf(profiles)].settings);
-    const ModelValues values(model, writes);
+    const KeptValues values(mouse, writes);
     if (!values.IsComplete() || !KeepFile()) return Result::NothingChanged;
 
     bool isFileReplaced = false;
     const bool isDone = values.Remove() && (isFileReplaced = model::SaveProfileFile(path, profiles)) &&
                         std::ranges::all_of(writes, [this](const model::RegistryWrite& write) {
-                            return model::CarryOut(write, model.vid, model.pid);
+                            return model::CarryOut(write, mouse.vid, mouse.pid);
                         });
     if (isDone) return Result::Done;
     return Undo(values, isFileReplaced) ? Result::NothingChanged : Result::NotUndone;
@@ -82,7 +82,7 @@ bool SettingsReplacement::KeepFileAs(const std::wstring& kept) {
 }
 
 // Restores the file first, because it counts until the registry's values are back.
-bool SettingsReplacement::Undo(const ModelValues& values, bool isFileReplaced) {
+bool SettingsReplacement::Undo(const KeptValues& values, bool isFileReplaced) {
     const bool isFileBack = UndoFile(isFileReplaced);
     const bool areValuesBack = values.Restore();
     return isFileBack && areValuesBack;

@@ -9,7 +9,7 @@
 #include <string>
 
 #include "model/profile.h"
-#include "service/transfer/model_values.h"
+#include "service/transfer/kept_values.h"
 #include "service/transfer/mouse_model.h"
 
 namespace kvn::service {
@@ -18,9 +18,9 @@ class SettingsReplacement {
 public:
     enum class Result : std::uint8_t { Done, NothingChanged, NotUndone };
 
-    explicit SettingsReplacement(const MouseModel& replacedModel);
+    explicit SettingsReplacement(const MouseModel& replacedMouse);
 
-    // The set must not be empty; the profiles get the model's ids.
+    // The set must not be empty; the profiles get the mouse model's ids.
     [[nodiscard]] Result Run(model::ProfileSet profiles);
 
     // Where the earlier profile file is; empty if there was none.
@@ -29,10 +29,10 @@ public:
 private:
     bool KeepFile();
     bool KeepFileAs(const std::wstring& kept);
-    bool Undo(const ModelValues& values, bool isFileReplaced);
+    bool Undo(const KeptValues& values, bool isFileReplaced);
     bool UndoFile(bool isFileReplaced);
 
-    const MouseModel model;
+    const MouseModel mouse;
     const std::wstring path;
     std::wstring keptFile;
 };

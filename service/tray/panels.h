@@ -6,7 +6,7 @@
 namespace kvn::service {
 
 // The Mouse control panel, where the settings page is.
-bool OpenMouseControlPanel();
+[[nodiscard]] bool OpenMouseControlPanel();
 
 // The help page next to the program. Opening it may take a while, so another thread does it, and reports a failure.
 void OpenHelpPage(std::function<void()> onFailure);

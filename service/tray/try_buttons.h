@@ -29,7 +29,7 @@ public:
     TryButtons& operator=(const TryButtons&) = delete;
 
     // Opens the window, or brings the one that is open to the front. False if it cannot be created.
-    bool Open();
+    [[nodiscard]] bool Open();
 
 private:
     struct State;

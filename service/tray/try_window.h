@@ -35,7 +35,7 @@ public:
     ~TryWindow() { window.Reset(); }
 
     // Creates it hidden; it is shown when it comes to the front.
-    bool Create();
+    [[nodiscard]] bool Create();
     HWND Handle() const { return window.Get(); }
     bool IsOpen() const { return static_cast<bool>(window); }
 

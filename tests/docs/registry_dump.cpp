@@ -37,10 +37,9 @@ std::string Format(const char* format, Values... values) {
 }
 
 std::string NameOfType(DWORD type) {
-    for (const TypeRow& row : kTypes) {
-        if (static_cast<DWORD>(row.type) == type) return row.name;
-    }
-    throw StoryError("a value of type " + std::to_string(type));
+    const auto row = std::ranges::find(kTypes, static_cast<RegistryType>(type), &TypeRow::type);
+    if (row == kTypes.end()) throw StoryError("a value of type " + std::to_string(type));
+    return row->name;
 }
 
 // Nothing if the key has no such value.

@@ -141,7 +141,7 @@ void WholePageTest::ExpectWholeTour(const Saved& whole) {
     StartOver();
     EXPECT_TRUE(GoThroughThePage());
     EXPECT_EQ(State().file, whole.file);
-    EXPECT_TRUE(whole == State());
+    EXPECT_TRUE(State() == whole);
     page.Close();
 }
 

@@ -47,7 +47,7 @@ std::vector<BYTE> BytesOf(const std::wstring& text) {
 constexpr DWORD kRetryOfReadMilliseconds = 50;
 
 // Every test has an empty user's hive, and its waits take no time.
-class RegistryRecords : public testing::Test {
+class RegistryAccess : public testing::Test {
 protected:
     int Waits() const { return waits; }
 
@@ -69,9 +69,10 @@ private:
                                                [this](DWORD milliseconds) { Wait(milliseconds); }};
 };
 
-using ReadCurrentDeviceValueTest = RegistryRecords;
-using ReadCurrentDeviceTest = RegistryRecords;
-using WriteModelValueTest = RegistryRecords;
+using ReadCurrentDeviceValueTest = RegistryAccess;
+using ReadCurrentDeviceNumberTest = RegistryAccess;
+using ReadCurrentDeviceTest = RegistryAccess;
+using WriteModelValueTest = RegistryAccess;
 
 TEST_F(ReadCurrentDeviceValueTest, ReadsAValueAtOnce) {
     kvn::test::PublishMouse({});
@@ -166,6 +167,13 @@ TEST_F(ReadCurrentDeviceValueTest, TheTypeDoesNotMatter) {
         EXPECT_FALSE(ReadCurrentDeviceValue(RegistryValue::Vid, &number, sizeof number)) << type;
         EXPECT_EQ(number, 0x12345678U) << type;
     }
+}
+
+TEST_F(ReadCurrentDeviceNumberTest, IsThePublishedNumberOrNothing) {
+    kvn::test::PublishMouse({});
+    kvn::test::RemovePublished(L"PID");
+    EXPECT_EQ(ReadCurrentDeviceNumber(RegistryValue::Vid), kVid);
+    EXPECT_EQ(ReadCurrentDeviceNumber(RegistryValue::Pid), std::nullopt);
 }
 
 TEST_F(ReadCurrentDeviceTest, ReadsAllThatIsPublished) {

@@ -1,4 +1,4 @@
-// Loading a model, and the default profile if it has no file.
+// Loading the settings of a mouse, and the default profile if it has no file.
 #include <shlobj.h>
 
 #include <algorithm>
@@ -19,7 +19,7 @@ using kvn::test::ReplacedImport;
 using kvn::test::StoredNumber;
 using kvn::test::StoredValue;
 
-using LoadModelTest = SettingsStore;
+using LoadMouseSettingsTest = SettingsStore;
 
 std::map<std::wstring, StoredValue> DefaultNumbers() {
     return {{L"BindKeyLeft", StoredNumber(1)},       {L"BindKeyRight", StoredNumber(2)},
@@ -38,7 +38,7 @@ ProfileRecord DefaultProfileOfTheModel() {
     return record;
 }
 
-TEST_F(LoadModelTest, AModelWithoutAFileGetsADefaultProfileOnDisk) {
+TEST_F(LoadMouseSettingsTest, AModelWithoutAFileGetsADefaultProfileOnDisk) {
     settings.profiles.resize(3);
     settings.selectedProfile = 2;
     EXPECT_TRUE(LoadMouseSettings(settings));
@@ -54,12 +54,12 @@ TEST_F(LoadModelTest, AModelWithoutAFileGetsADefaultProfileOnDisk) {
     EXPECT_EQ(again.profiles, settings.profiles);
 }
 
-TEST_F(LoadModelTest, ANewProfilesNumbersAreWrittenToTheRegistryAndNothingElse) {
+TEST_F(LoadMouseSettingsTest, ANewProfilesNumbersAreWrittenToTheRegistryAndNothingElse) {
     EXPECT_TRUE(LoadMouseSettings(settings));
     EXPECT_EQ(StoredValues(), DefaultNumbers());
 }
 
-TEST_F(LoadModelTest, ANewProfilesNumbersAreWrittenInTheirOrder) {
+TEST_F(LoadMouseSettingsTest, ANewProfilesNumbersAreWrittenInTheirOrder) {
     std::vector<std::wstring> names;
     const auto genuine = test::Genuine<decltype(RegSetValueExW)>(L"advapi32", "RegSetValueExW");
     const ReplacedImport<"RegSetValueExW", LSTATUS(HKEY, LPCWSTR, DWORD, DWORD, const BYTE*, DWORD)> set(
@@ -71,21 +71,21 @@ TEST_F(LoadModelTest, ANewProfilesNumbersAreWrittenInTheirOrder) {
     EXPECT_EQ(names, test::NamesOf(AllNumbers(settings.Selected().values)));
 }
 
-TEST_F(LoadModelTest, ANewProfileTakesTheMachineWideFunctionForTheWheelButton) {
+TEST_F(LoadMouseSettingsTest, ANewProfileTakesTheMachineWideFunctionForTheWheelButton) {
     SetMachineWideCenter(36);
     EXPECT_TRUE(LoadMouseSettings(settings));
     EXPECT_EQ(settings.Selected()[SettingField::Center], 36);
     EXPECT_EQ(StoredValues().at(L"BindKeyCenter"), StoredNumber(36));
 }
 
-TEST_F(LoadModelTest, AMachineWideFunctionOutOfRangeIsReplacedByTheInitialValue) {
+TEST_F(LoadMouseSettingsTest, AMachineWideFunctionOutOfRangeIsReplacedByTheInitialValue) {
     SetMachineWideCenter(99);
     EXPECT_TRUE(LoadMouseSettings(settings));
     EXPECT_EQ(StoredValues().at(L"BindKeyCenter"), StoredNumber(13));
     EXPECT_EQ(settings.registrySettings[SettingField::Center], 13);
 }
 
-TEST_F(LoadModelTest, ANumberThatCouldNotBeWrittenIsWrittenByTheNextApply) {
+TEST_F(LoadMouseSettingsTest, ANumberThatCouldNotBeWrittenIsWrittenByTheNextApply) {
     {
         const test::LockedKey locked(HKEY_CURRENT_USER, kModelKey, test::kReadingAllowed);
         EXPECT_TRUE(LoadMouseSettings(settings));
@@ -95,7 +95,7 @@ TEST_F(LoadModelTest, ANumberThatCouldNotBeWrittenIsWrittenByTheNextApply) {
     EXPECT_EQ(StoredValues(), DefaultNumbers());
 }
 
-TEST_F(LoadModelTest, AnExistingFileIsLoadedAndLeftAloneLikeTheRegistry) {
+TEST_F(LoadMouseSettingsTest, AnExistingFileIsLoadedAndLeftAloneLikeTheRegistry) {
     const std::string bytes =
         "<data><select_profile>1</select_profile><profile><profname>a</profname></profile>"
         "<profile><profname>b</profname><lbutton>36</lbutton><scrolls>9</scrolls></profile></data>";
@@ -113,7 +113,7 @@ TEST_F(LoadModelTest, AnExistingFileIsLoadedAndLeftAloneLikeTheRegistry) {
     EXPECT_EQ(FilesInFolder(), std::vector<std::wstring>{kFileName});
 }
 
-TEST_F(LoadModelTest, TheAssumedContentsOfTheRegistryAreChecked) {
+TEST_F(LoadMouseSettingsTest, TheAssumedContentsOfTheRegistryAreChecked) {
     SetMachineWideCenter(99);
     WriteFile("<data><profile/></data>");
     EXPECT_TRUE(LoadMouseSettings(settings));
@@ -121,7 +121,7 @@ TEST_F(LoadModelTest, TheAssumedContentsOfTheRegistryAreChecked) {
     EXPECT_EQ(settings.registrySettings[SettingField::Center], -1);
 }
 
-TEST_F(LoadModelTest, ASelectionOutsideTheListSelectsTheFirst) {
+TEST_F(LoadMouseSettingsTest, ASelectionOutsideTheListSelectsTheFirst) {
     for (const std::int64_t stored : {std::int64_t{-1}, std::int64_t{2}, std::int64_t{3}, std::int64_t{-2147483648},
                                       std::int64_t{2147483647}, std::int64_t{4294967297}}) {
         WriteFile("<data><select_profile>" + std::to_string(stored) + "</select_profile><profile/><profile/></data>");
@@ -131,7 +131,7 @@ TEST_F(LoadModelTest, ASelectionOutsideTheListSelectsTheFirst) {
     }
 }
 
-TEST_F(LoadModelTest, ABrokenFileIsSetAsideBeforeTheDefaultTakesItsPlace) {
+TEST_F(LoadMouseSettingsTest, ABrokenFileIsSetAsideBeforeTheDefaultTakesItsPlace) {
     for (const std::wstring aside : {L"VID0abcPID00a1.broken-1.xml", L"VID0abcPID00a1.broken-2.xml"}) {
         const std::string bytes = "<data><profile>" + std::string(aside.begin(), aside.end());
         WriteFile(bytes);
@@ -144,13 +144,13 @@ TEST_F(LoadModelTest, ABrokenFileIsSetAsideBeforeTheDefaultTakesItsPlace) {
               (std::vector<std::wstring>{L"VID0abcPID00a1.broken-1.xml", L"VID0abcPID00a1.broken-2.xml", kFileName}));
 }
 
-TEST_F(LoadModelTest, AFileWithoutProfilesIsSetAsideToo) {
+TEST_F(LoadMouseSettingsTest, AFileWithoutProfilesIsSetAsideToo) {
     WriteFile("<data><vid>1</vid></data>");
     EXPECT_TRUE(LoadMouseSettings(settings));
     EXPECT_EQ(FilesInFolder(), (std::vector<std::wstring>{L"VID0abcPID00a1.broken-1.xml", kFileName}));
 }
 
-TEST_F(LoadModelTest, AFileInUseIsLeftAloneAndSoIsTheRegistry) {
+TEST_F(LoadMouseSettingsTest, AFileInUseIsLeftAloneAndSoIsTheRegistry) {
     const std::string bytes = "<data><profile><profname>mine</profname></profile></data>";
     WriteFile(bytes);
     const ReplacedImport<"Sleep", void(DWORD)> sleep(GetModuleHandleW(nullptr), [](DWORD) {});
@@ -235,7 +235,7 @@ TEST_F(LoadWithoutMemoryTest, ASaveThatWasCutOffIsFinishedLater) {
     ExpectKept("<data><profile><profname>mine</profname></profile></data>", std::wstring(kFileName) + L".saving");
 }
 
-TEST_F(LoadModelTest, LeftoversOfAnInterruptedSaveAreRemoved) {
+TEST_F(LoadMouseSettingsTest, LeftoversOfAnInterruptedSaveAreRemoved) {
     const std::string bytes = "<data><profile><profname>mine</profname></profile></data>";
     WriteFile(bytes);
     test::WriteBytes(Path() + L".saving", "<data><profile>");
@@ -245,7 +245,7 @@ TEST_F(LoadModelTest, LeftoversOfAnInterruptedSaveAreRemoved) {
     EXPECT_EQ(FilesInFolder(), std::vector<std::wstring>{kFileName});
 }
 
-TEST_F(LoadModelTest, ASaveThatLacksOnlyItsRenamingIsLoadedWhenTheFileIsGone) {
+TEST_F(LoadMouseSettingsTest, ASaveThatLacksOnlyItsRenamingIsLoadedWhenTheFileIsGone) {
     const std::string bytes = "<data><profile><profname>mine</profname></profile></data>";
     WriteFile(bytes);
     ASSERT_TRUE(MoveFileW(Path().c_str(), (Path() + L".saving").c_str()));
@@ -256,7 +256,7 @@ TEST_F(LoadModelTest, ASaveThatLacksOnlyItsRenamingIsLoadedWhenTheFileIsGone) {
     EXPECT_EQ(FilesInFolder(), std::vector<std::wstring>{kFileName});
 }
 
-TEST_F(LoadModelTest, HalfASaveWithoutTheFileIsReplacedByADefaultProfile) {
+TEST_F(LoadMouseSettingsTest, HalfASaveWithoutTheFileIsReplacedByADefaultProfile) {
     WriteFile("<data><profile><profname>mine</profname></profile>");
     ASSERT_TRUE(MoveFileW(Path().c_str(), (Path() + L".saving").c_str()));
     EXPECT_TRUE(LoadMouseSettings(settings));
@@ -264,7 +264,7 @@ TEST_F(LoadModelTest, HalfASaveWithoutTheFileIsReplacedByADefaultProfile) {
     EXPECT_EQ(FilesInFolder(), std::vector<std::wstring>{kFileName});
 }
 
-TEST_F(LoadModelTest, ASaveThatIsUnderWayIsLeftAlone) {
+TEST_F(LoadMouseSettingsTest, ASaveThatIsUnderWayIsLeftAlone) {
     WriteFile("<data><profile/></data>");
     test::WriteBytes(Path() + L".saving", "<data><profile>");
     {
@@ -274,14 +274,14 @@ TEST_F(LoadModelTest, ASaveThatIsUnderWayIsLeftAlone) {
     EXPECT_EQ(test::ReadBytes(Path() + L".saving"), "<data><profile>");
 }
 
-TEST_F(LoadModelTest, WithoutAFolderThereIsADefaultProfileAllTheSame) {
+TEST_F(LoadMouseSettingsTest, WithoutAFolderThereIsADefaultProfileAllTheSame) {
     test::WriteBytes(User().ApplicationData() + L"\\KORVEN", "a file where the folder should be");
     EXPECT_FALSE(LoadMouseSettings(settings));
     EXPECT_EQ(settings.profiles, ProfileSet{DefaultProfileOfTheModel()});
     EXPECT_EQ(StoredValues(), DefaultNumbers());
 }
 
-TEST_F(LoadModelTest, WithoutApplicationDataTheFolderIsItsOwnPartOnly) {
+TEST_F(LoadMouseSettingsTest, WithoutApplicationDataTheFolderIsItsOwnPartOnly) {
     const ReplacedImport<"SHGetSpecialFolderLocation", HRESULT(HWND, int, ITEMIDLIST**)> noFolder(
         GetModuleHandleW(nullptr), [](HWND, int, ITEMIDLIST**) { return E_FAIL; });
     const ReplacedImport<"SHCreateDirectory", int(HWND, PCWSTR)> noCreation(
@@ -295,7 +295,7 @@ TEST_F(LoadModelTest, WithoutApplicationDataTheFolderIsItsOwnPartOnly) {
     EXPECT_EQ(settings.profileFilePath, L"\\KORVEN\\Tarsel3\\VID0abcPID00a1.xml");
 }
 
-TEST_F(LoadModelTest, TheFileNameHasTheModelsIds) {
+TEST_F(LoadMouseSettingsTest, TheFileNameHasTheModelsIds) {
     settings.device.vid = 0x12345;
     settings.device.pid = 0;
     EXPECT_TRUE(LoadMouseSettings(settings));
@@ -304,7 +304,7 @@ TEST_F(LoadModelTest, TheFileNameHasTheModelsIds) {
     EXPECT_EQ(list[0].vid, 0x2345);
 }
 
-TEST_F(LoadModelTest, TakesTheVersionOfWindowsThatTheHostProgramSees) {
+TEST_F(LoadMouseSettingsTest, TakesTheVersionOfWindowsThatTheHostProgramSees) {
     OSVERSIONINFOW version{};
     version.dwOSVersionInfoSize = sizeof version;
     GetVersionExW(&version);

@@ -27,8 +27,8 @@ StoredValue Text(DWORD type, const std::wstring& text) {
     return value;
 }
 
-// A loaded model with all its registry values.
-class WriteModelTest : public SettingsStore {
+// The loaded settings of a mouse with all registry values.
+class LoadedSettings : public SettingsStore {
 protected:
     void SetUp() override { ASSERT_TRUE(LoadMouseSettings(settings)); }
 
@@ -78,8 +78,8 @@ protected:
     }
 };
 
-using WriteRegistryValuesTest = WriteModelTest;
-using SaveProfilesTest = WriteModelTest;
+using WriteRegistryValuesTest = LoadedSettings;
+using SaveProfilesTest = LoadedSettings;
 
 TEST_F(WriteRegistryValuesTest, WritesNothingWhenNothingChanged) {
     EXPECT_TRUE(WriteAndFail(L"", true).empty());

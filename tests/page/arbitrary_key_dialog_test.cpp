@@ -105,20 +105,20 @@ TEST_F(ArbitraryKeyDialogTest, ListsTheListedKeysInTheirOrder) {
         if (row.listed) expected.push_back({row.name, row.code});
     }
     EXPECT_EQ(expected.front(), (ComboEntry{L"Enter key", 0}));
-    for (const int number : {1, 2, 3}) EXPECT_TRUE(expected == EntriesOf(Input(number))) << number;
+    for (const int number : {1, 2, 3}) EXPECT_EQ(EntriesOf(Input(number)), expected) << number;
 }
 
 TEST_F(ArbitraryKeyDialogTest, ListsNoShiftKeyWhenTheyAreExcluded) {
     Open({-2, -2, -2}, ShiftKeys::Excluded);
     for (const int number : {1, 2, 3}) {
         for (const int shift : {16, 160, 161}) EXPECT_EQ(IndexOfData(Input(number), shift), -1) << number;
-        EXPECT_LE(0, IndexOfData(Input(number), 162));
+        EXPECT_GE(IndexOfData(Input(number), 162), 0);
     }
 }
 
 TEST_F(ArbitraryKeyDialogTest, ListsTheShiftKeysOtherwise) {
     Open();
-    for (const int shift : {16, 160, 161}) EXPECT_LE(0, IndexOfData(Input(1), shift));
+    for (const int shift : {16, 160, 161}) EXPECT_GE(IndexOfData(Input(1), shift), 0);
     EXPECT_EQ(PressInField(1, 'A'), L"A");
 }
 

@@ -57,7 +57,7 @@ TEST_F(ButtonPaneKeysTest, CancelledKeyDialogLeavesTheKeysAlone) {
     const HWND dialog = AwaitKeyDialog();
     wchar_t shown[64]{};
     GetDlgItemTextW(dialog, IDC_KEYS_INPUT1, shown, 64);
-    EXPECT_STREQ(L"Left Alt", shown);
+    EXPECT_STREQ(shown, L"Left Alt");
     EnterKey(dialog, IDC_KEYS_INPUT1, L"A");
     Finish(dialog, IDC_KEYS_CANCEL);
     EXPECT_EQ(SelectedText(sheet->PaneControl(IDC_PANE_BUTTON4)), L"Arbitrary key[Left Alt+F4]");

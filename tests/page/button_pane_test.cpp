@@ -57,7 +57,7 @@ TEST_F(ButtonPaneTest, TrackbarsHaveTheirRanges) {
 TEST_F(ButtonPaneTest, OffersInvalidAndOneToFiveRevolutions) {
     Open();
     const std::vector<ComboEntry> expected = {{L"Invalid", -2}, {L"1", 1}, {L"2", 2}, {L"3", 3}, {L"4", 4}, {L"5", 5}};
-    EXPECT_TRUE(expected == EntriesOf(sheet->PaneControl(IDC_PANE_REVOLUTION_COUNT)));
+    EXPECT_EQ(EntriesOf(sheet->PaneControl(IDC_PANE_REVOLUTION_COUNT)), expected);
 }
 
 TEST_F(ButtonPaneTest, CapabilitiesDecideWhatIsEnabled) {

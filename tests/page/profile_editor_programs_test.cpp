@@ -34,8 +34,8 @@ TEST_F(ProgramsOfAProfileTest, AreShownWhenItAloneIsSelected) {
     OpenEditor({ProfileText("Default"), ProfileWithPrograms("a", {{"Zoo", "C:\\z.exe"}, {"Ape", kMissingProgram}}),
                 ProfileWithPrograms("b", {{"Bee", "C:\\b.exe"}})});
     editor->SelectProfiles({1});
-    EXPECT_TRUE((std::vector<ProgramRow>{{L"Zoo", L"C:\\z.exe"}, {L"Ape", L"C:\\nowhere\\missing.exe"}}) ==
-                editor->Programs());
+    EXPECT_EQ(editor->Programs(),
+              (std::vector<ProgramRow>{{L"Zoo", L"C:\\z.exe"}, {L"Ape", L"C:\\nowhere\\missing.exe"}}));
     EXPECT_TRUE(editor->SelectedRows(IDC_PROFILES_PROGRAMS).empty());
     editor->SelectProfiles({1, 2});
     EXPECT_TRUE(editor->Programs().empty());
@@ -147,7 +147,7 @@ TEST_F(ProgramsOfAProfileTest, AreListedWithoutIconsWhenThereIsNoImageList) {
     ASSERT_TRUE(create.IsInPlace());
     ReopenEditor();
     editor->SelectProfiles({0});
-    EXPECT_TRUE((std::vector<ProgramRow>{{L"x", L"C:\\windows\\notepad.exe"}}) == editor->Programs());
+    EXPECT_EQ(editor->Programs(), (std::vector<ProgramRow>{{L"x", L"C:\\windows\\notepad.exe"}}));
     CloseEditor(IDOK);
 }
 

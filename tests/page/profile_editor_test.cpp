@@ -42,10 +42,9 @@ TEST_F(ProfileEditorOpeningTest, FocusIsOnTheProfiles) {
 
 TEST_F(ProfileEditorOpeningTest, ListsHaveTheirColumnsAndSelectFullRows) {
     OpenEditor({ProfileText("Default")});
-    EXPECT_TRUE((std::vector<ListColumn>{{L"Profile", 380, LVCFMT_LEFT}}) ==
-                ColumnsOf(editor->Control(IDC_PROFILES_LIST)));
-    EXPECT_TRUE((std::vector<ListColumn>{{L"File name", 150, LVCFMT_LEFT}, {L"Location", 230, LVCFMT_LEFT}}) ==
-                ColumnsOf(editor->Control(IDC_PROFILES_PROGRAMS)));
+    EXPECT_EQ(ColumnsOf(editor->Control(IDC_PROFILES_LIST)), (std::vector<ListColumn>{{L"Profile", 380, LVCFMT_LEFT}}));
+    EXPECT_EQ(ColumnsOf(editor->Control(IDC_PROFILES_PROGRAMS)),
+              (std::vector<ListColumn>{{L"File name", 150, LVCFMT_LEFT}, {L"Location", 230, LVCFMT_LEFT}}));
     for (const int list : {IDC_PROFILES_LIST, IDC_PROFILES_PROGRAMS}) {
         EXPECT_EQ(SendMessageW(editor->Control(list), LVM_GETEXTENDEDLISTVIEWSTYLE, 0, 0) & LVS_EX_FULLROWSELECT,
                   LVS_EX_FULLROWSELECT);

@@ -15,6 +15,7 @@ protected:
     static BOOL CALLBACK CollectPage(HPROPSHEETPAGE page, LPARAM test) {
         auto* const self = reinterpret_cast<ShellPropSheetExtTest*>(test);
         self->pages.push_back(page);
+        if (self->acceptsPages) self->accepted.emplace_back(page);
         return self->acceptsPages;
     }
 
@@ -26,12 +27,8 @@ protected:
 
     HRESULT AddPages() const { return extension->AddPages(CollectPage, reinterpret_cast<LPARAM>(this)); }
 
-    void TearDown() override {
-        if (!acceptsPages) return;
-        for (const HPROPSHEETPAGE page : pages) DestroyPropertySheetPage(page);
-    }
-
     std::vector<HPROPSHEETPAGE> pages;
+    std::vector<platform::Owned<HPROPSHEETPAGE, &DestroyPropertySheetPage>> accepted;
     BOOL acceptsPages = TRUE;
     ComPointer<IShellPropSheetExt> extension = MakeExtension();
 };

@@ -40,7 +40,7 @@ TEST_F(SlotChooserTest, AllSevenOfferTheSameOnAMouseWithSevenButtons) {
     const std::vector<ComboEntry> first = EntriesOf(sheet->PaneControl(IDC_PANE_LEFT));
     EXPECT_EQ(first.front(), (ComboEntry{L"Left click", 1}));
     EXPECT_EQ(first.back(), (ComboEntry{L"Off", 38}));
-    for (const int control : kSlotControls) EXPECT_TRUE(first == EntriesOf(sheet->PaneControl(control))) << control;
+    for (const int control : kSlotControls) EXPECT_EQ(EntriesOf(sheet->PaneControl(control)), first) << control;
 }
 
 TEST_F(SlotChooserTest, ArrowKeysChooseAndConfirm) {

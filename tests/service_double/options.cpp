@@ -1,5 +1,6 @@
 #include "tests/service_double/options.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cwchar>
@@ -103,10 +104,9 @@ constexpr std::array kOptionRows{
 };
 
 const OptionRow& FindRow(const std::wstring& name) {
-    for (const OptionRow& row : kOptionRows) {
-        if (row.name == name) return row;
-    }
-    throw OptionError(L"unknown option " + name);
+    const auto row = std::ranges::find(kOptionRows, name, &OptionRow::name);
+    if (row == kOptionRows.end()) throw OptionError(L"unknown option " + name);
+    return *row;
 }
 
 }  // namespace

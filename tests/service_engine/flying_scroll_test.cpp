@@ -296,8 +296,8 @@ TEST(FlyingCurveTest, ItEndsWhenFewerThanTwoASecondAreLeft) {
             before = *due;
             ++n;
         }
-        EXPECT_LE(before, FlightTime(rate));
-        EXPECT_GT(before + 500, FlightTime(rate));  // the next one would be due at most half a second later
+        EXPECT_GE(FlightTime(rate), before);
+        EXPECT_LT(FlightTime(rate), before + 500);  // the next one would be due at most half a second later
     }
     EXPECT_EQ(FlightTime(8), 1400U);
     EXPECT_EQ(FlightTime(64), 3500U);

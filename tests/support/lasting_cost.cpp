@@ -4,6 +4,7 @@
 
 #include <thread>
 
+#include "tests/support/owning_types.h"
 #include "tests/support/resource_use.h"
 
 namespace kvn::test {
@@ -26,8 +27,8 @@ HWND MakeWindow(HWND parent, const wchar_t* windowClass, DWORD style) {
                            GetModuleHandleW(nullptr), nullptr);
 }
 
-HWND MakeParent() {
-    return MakeWindow(nullptr, L"STATIC", WS_POPUP | WS_VISIBLE);
+UniqueWindow MakeParent() {
+    return UniqueWindow(MakeWindow(nullptr, L"STATIC", WS_POPUP | WS_VISIBLE));
 }
 
 void HandlePostedMessages() {
@@ -74,20 +75,18 @@ LastingCost CostOf(const std::function<void()>& deed) {
 
 void ShowTextField() {
     std::thread([] {
-        const HWND parent = MakeParent();
-        UseTextField(parent);
-        DestroyWindow(parent);
+        const UniqueWindow parent = MakeParent();
+        UseTextField(parent.Get());
     }).join();
 }
 
 void ShowUnheardChoosers(std::size_t choosers, std::size_t entries) {
     std::thread([=] {
-        const HWND parent = MakeParent();
+        const UniqueWindow parent = MakeParent();
         for (std::size_t i = 0; i < choosers; ++i) {
-            MakeUnheardChooser(parent, entries / choosers + (i < entries % choosers ? 1 : 0));
+            MakeUnheardChooser(parent.Get(), entries / choosers + (i < entries % choosers ? 1 : 0));
         }
-        UseTextField(parent);
-        DestroyWindow(parent);
+        UseTextField(parent.Get());
     }).join();
 }
 

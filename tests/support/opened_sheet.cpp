@@ -125,8 +125,8 @@ LRESULT CALLBACK OpenedSheet::RunnerProcedure(HWND window, UINT message, WPARAM 
 }
 
 void OpenedSheet::Start(std::function<void()> work) const {
-    auto* owned = new std::function<void()>(std::move(work));
-    PostMessageW(runner, kWorkMessage, 0, reinterpret_cast<LPARAM>(owned));
+    auto sent = std::make_unique<std::function<void()>>(std::move(work));
+    if (PostMessageW(runner, kWorkMessage, 0, reinterpret_cast<LPARAM>(sent.get()))) sent.release();
 }
 
 void OpenedSheet::Run(const std::function<void()>& work) const {

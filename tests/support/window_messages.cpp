@@ -1,8 +1,6 @@
 #include "tests/support/window_messages.h"
 
-#include "tests/support/narrow_text.h"
 #include "tests/support/waiting.h"
-#include "tests/support/window_search.h"
 
 namespace kvn::test {
 namespace {
@@ -15,11 +13,6 @@ platform::UniqueKernelObject ProcessOf(HWND window) {
 }
 
 }  // namespace
-
-std::string Describe(HWND window) {
-    return Narrow(ClassOf(window)) + " \"" + Narrow(TitleOf(window)) + "\" (" + std::to_string(GetDlgCtrlID(window)) +
-           ")";
-}
 
 LRESULT Send(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     DWORD_PTR answer = 0;

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "platform/unique_resource.h"
+#include "tests/support/window_names.h"
 
 namespace kvn::test {
 
@@ -16,9 +17,6 @@ class NoAnswer : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
-
-// Its class, title and id, for reports.
-std::string Describe(HWND window);
 
 LRESULT Send(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
 

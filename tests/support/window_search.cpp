@@ -31,24 +31,12 @@ BOOL CALLBACK CollectDialog(HWND window, LPARAM parameter) {
 
 }  // namespace
 
-std::wstring ClassOf(HWND window) {
-    wchar_t name[64]{};
-    GetClassNameW(window, name, 64);
-    return name;
-}
-
 std::wstring TextOf(HWND window) {
     const auto length = static_cast<std::size_t>(Send(window, WM_GETTEXTLENGTH));
     std::wstring text(length + 1, L'\0');
     const LRESULT copied = Send(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()));
     text.resize(static_cast<std::size_t>(copied));
     return text;
-}
-
-std::wstring TitleOf(HWND window) {
-    wchar_t title[256]{};
-    InternalGetWindowText(window, title, 256);
-    return title;
 }
 
 HWND FindTopLevelWindow(const Condition& condition) {

@@ -7,15 +7,14 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/window_names.h"
+
 namespace kvn::test {
 
 inline constexpr wchar_t kDialogClass[] = L"#32770";
 
-std::wstring ClassOf(HWND window);
 // The text that the window itself reports.
 std::wstring TextOf(HWND window);
-// A top-level window's title, without waiting for its thread.
-std::wstring TitleOf(HWND window);
 
 // The first top-level window of this process, or of another, that meets the condition, or null. The condition must not
 // throw.

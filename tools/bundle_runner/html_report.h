@@ -6,7 +6,7 @@
 
 #include "tools/bundle_runner/installer_trial.h"
 #include "tools/bundle_runner/machine_facts.h"
-#include "tools/bundle_runner/pictures.h"
+#include "tools/bundle_runner/page_pictures.h"
 #include "tools/bundle_runner/program_run.h"
 #include "tools/bundle_runner/test_output.h"
 

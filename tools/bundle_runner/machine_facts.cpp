@@ -5,6 +5,7 @@
 #include <array>
 #include <cstring>
 
+#include "platform/device_context.h"
 #include "platform/unique_resource.h"
 #include "tools/bundle_runner/report_text.h"
 
@@ -66,9 +67,8 @@ std::string Hexadecimal(unsigned number) {
 }
 
 std::string Screen() {
-    const HDC screen = GetDC(nullptr);
-    const int dotsPerInch = GetDeviceCaps(screen, LOGPIXELSX);
-    ReleaseDC(nullptr, screen);
+    const platform::WindowDeviceContext screen(nullptr);
+    const int dotsPerInch = GetDeviceCaps(screen.Get(), LOGPIXELSX);
     return std::to_string(GetSystemMetrics(SM_CXSCREEN)) + " x " + std::to_string(GetSystemMetrics(SM_CYSCREEN)) +
            ", " + std::to_string(dotsPerInch) + " dots per inch, " + std::to_string(GetSystemMetrics(SM_CMONITORS)) +
            " monitors";

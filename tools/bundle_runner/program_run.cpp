@@ -42,10 +42,10 @@ RunningProgram::RunningProgram(std::wstring commandLine, const std::wstring& fol
         return;
     }
     process.Reset(started.hProcess);
+    const platform::UniqueKernelObject thread(started.hThread);
     id = started.dwProcessId;
     if (job) AssignProcessToJobObject(job.Get(), process.Get());
-    ResumeThread(started.hThread);
-    CloseHandle(started.hThread);
+    ResumeThread(thread.Get());
 }
 
 RunningProgram::~RunningProgram() {

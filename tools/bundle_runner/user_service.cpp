@@ -49,8 +49,8 @@ UserService::~UserService() {
     const std::wstring folder = FolderOf(running);
     if (CreateProcessW(running.c_str(), nullptr, nullptr, nullptr, FALSE, 0, nullptr, folder.c_str(), &start,
                        &started)) {
-        CloseHandle(started.hThread);
-        CloseHandle(started.hProcess);
+        const platform::UniqueKernelObject thread(started.hThread);
+        const platform::UniqueKernelObject process(started.hProcess);
     }
 }
 

@@ -2,7 +2,9 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <cwchar>
+#include <iterator>
 
 #include "tools/control_panel/host_error.h"
 
@@ -61,10 +63,9 @@ constexpr OptionRow kOptions[] = {
 };
 
 const OptionRow& FindOption(const std::wstring& name) {
-    for (const OptionRow& row : kOptions) {
-        if (name == row.name) return row;
-    }
-    RefuseUsage(L"Unknown option \"" + name + L"\".");
+    const auto row = std::ranges::find(kOptions, name, &OptionRow::name);
+    if (row == std::end(kOptions)) RefuseUsage(L"Unknown option \"" + name + L"\".");
+    return *row;
 }
 
 }  // namespace

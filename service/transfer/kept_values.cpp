@@ -1,4 +1,4 @@
-#include "service/transfer/model_values.h"
+#include "service/transfer/kept_values.h"
 
 #include <algorithm>
 
@@ -16,8 +16,8 @@ bool IsGone(LSTATUS status) {
 
 }  // namespace
 
-ModelValues::ModelValues(const MouseModel& mouseModel, std::span<const model::RegistryWrite> writes)
-    : path(model::MouseModelKey(mouseModel.vid, mouseModel.pid)) {
+KeptValues::KeptValues(const MouseModel& mouse, std::span<const model::RegistryWrite> writes)
+    : path(model::MouseModelKey(mouse.vid, mouse.pid)) {
     UniqueRegistryKey key;
     const LSTATUS opened = RegOpenKeyExW(HKEY_CURRENT_USER, path.c_str(), 0, KEY_QUERY_VALUE, key.Receive());
     wasThere = opened == ERROR_SUCCESS;
@@ -27,7 +27,7 @@ ModelValues::ModelValues(const MouseModel& mouseModel, std::span<const model::Re
     }
 }
 
-bool ModelValues::Keep(HKEY key, const wchar_t* name) {
+bool KeptValues::Keep(HKEY key, const wchar_t* name) {
     Value& value = values.emplace_back();
     value.name = name;
     if (key == nullptr) return true;
@@ -41,7 +41,7 @@ bool ModelValues::Keep(HKEY key, const wchar_t* name) {
     return true;
 }
 
-bool ModelValues::Remove() const {
+bool KeptValues::Remove() const {
     if (!wasThere) return true;
     UniqueRegistryKey key;
     if (RegOpenKeyExW(HKEY_CURRENT_USER, path.c_str(), 0, KEY_SET_VALUE, key.Receive()) != ERROR_SUCCESS) return false;
@@ -49,7 +49,7 @@ bool ModelValues::Remove() const {
                                [&](const Value& value) { return IsGone(RegDeleteValueW(key.Get(), value.name)); });
 }
 
-bool ModelValues::Restore() const {
+bool KeptValues::Restore() const {
     if (!wasThere) return IsGone(RegDeleteKeyW(HKEY_CURRENT_USER, path.c_str()));
     UniqueRegistryKey key;
     if (RegOpenKeyExW(HKEY_CURRENT_USER, path.c_str(), 0, KEY_SET_VALUE, key.Receive()) != ERROR_SUCCESS) return false;
@@ -60,7 +60,7 @@ bool ModelValues::Restore() const {
     return isRestored;
 }
 
-bool ModelValues::PutBack(HKEY key, const Value& value) {
+bool KeptValues::PutBack(HKEY key, const Value& value) {
     if (!value.wasThere) return IsGone(RegDeleteValueW(key, value.name));
     return RegSetValueExW(key, value.name, 0, value.type, value.bytes.data(), static_cast<DWORD>(value.bytes.size())) ==
            ERROR_SUCCESS;

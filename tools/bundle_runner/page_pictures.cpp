@@ -1,4 +1,4 @@
-#include "tools/bundle_runner/pictures.h"
+#include "tools/bundle_runner/page_pictures.h"
 
 #include <windows.h>
 

@@ -12,9 +12,9 @@
 
 namespace kvn::service {
 
-class ModelValues {
+class KeptValues {
 public:
-    ModelValues(const MouseModel& mouseModel, std::span<const model::RegistryWrite> writes);
+    KeptValues(const MouseModel& mouse, std::span<const model::RegistryWrite> writes);
 
     // Whether all of them were read, so that they can be restored.
     bool IsComplete() const { return isComplete; }
