@@ -26,6 +26,7 @@ inline constexpr ButtonSlot kLeft = ButtonSlot::Left, kRight = ButtonSlot::Right
                             kBack = ButtonSlot::Button4, kForward = ButtonSlot::Button5,
                             kTiltLeft = ButtonSlot::TiltLeft, kTiltRight = ButtonSlot::TiltRight;
 
+using test::Function;
 using enum test::Function;
 
 struct Flying {

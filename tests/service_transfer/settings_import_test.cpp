@@ -1,4 +1,8 @@
 // The changes of an import, and what it leaves alone.
+#include <windows.h>
+
+#include <commctrl.h>
+
 #include <array>
 #include <string>
 #include <utility>
@@ -190,14 +194,24 @@ TEST_F(SettingsImportTest, AFileOfAnotherModelIsAskedAbout) {
     EXPECT_EQ(Loaded(ProfileFile()).front().pid, 0x00A1);
 }
 
+struct ControlRow {
+    int id;
+    const wchar_t* className;
+};
+using ControlsOfPage = std::array<ControlRow, 3>;
+
+constexpr ControlsOfPage kControlsOfPage{
+    {{IDC_PAGE_TAB, WC_TABCONTROLW}, {IDC_PAGE_EDIT_PROFILE, WC_BUTTONW}, {IDC_PAGE_PROFILE, WC_COMBOBOXW}}};
+
 // A window with the controls by which the page is recognised.
 class ShownPage {
 public:
-    ShownPage()
-        : window(CreateWindowExW(0, L"STATIC", nullptr, WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr)) {
-        for (const int control : {IDC_PAGE_TAB, IDC_PAGE_EDIT_PROFILE, IDC_PAGE_PROFILE}) {
-            CreateWindowExW(0, L"STATIC", nullptr, WS_CHILD, 0, 0, 0, 0, window.Get(),
-                            reinterpret_cast<HMENU>(static_cast<INT_PTR>(control)), nullptr, nullptr);
+    explicit ShownPage(const ControlsOfPage& controls = kControlsOfPage)
+        : window(CreateWindowExW(0, WC_STATICW, nullptr, WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr)) {
+        InitCommonControls();
+        for (const ControlRow& row : controls) {
+            CreateWindowExW(0, row.className, nullptr, WS_CHILD, 0, 0, 0, 0, window.Get(),
+                            reinterpret_cast<HMENU>(static_cast<INT_PTR>(row.id)), nullptr, nullptr);
         }
     }
 
@@ -217,6 +231,14 @@ TEST_F(SettingsImportTest, IsRefusedWhileAPageIsOpen) {
         EXPECT_EQ(WhatIsStored(), before);
     }
     EXPECT_EQ(Import(file).exitCode, kDone);
+}
+
+TEST_F(SettingsImportTest, AnotherProgramsDialogWithThePagesNumbersIsNoPage) {
+    HaveEarlierSettings();
+    ControlsOfPage controls = kControlsOfPage;
+    controls.front().className = WC_LISTVIEWW;
+    const ShownPage dialog(controls);
+    EXPECT_EQ(Import(WriteFile(NewSettings())).exitCode, kDone);
 }
 
 TEST_F(SettingsImportTest, NothingChangesWhenTheProfileFileCannotBeReplaced) {
