@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -14,6 +15,11 @@ std::string ReadFile(const std::string& path);
 std::string ReadProse(const std::string& path);
 // All sources of a folder, one after another.
 std::string ReadSources(const std::string& folder);
+
+// A text of ASCII characters.
+inline std::string Narrow(std::wstring_view ascii) {
+    return {ascii.begin(), ascii.end()};
+}
 
 // The cells of a row without the blanks and code marks around them.
 using Row = std::vector<std::string>;

@@ -24,10 +24,6 @@ using model::RegistryValue;
 
 using Values = std::vector<std::pair<std::string, std::string>>;  // name and type
 
-std::string Narrow(const std::wstring& ascii) {
-    return {ascii.begin(), ascii.end()};
-}
-
 std::string NameOf(RegistryValue value) {
     return Narrow(RowOf(value).name);
 }
@@ -50,11 +46,11 @@ Values Described(const std::vector<RegistryValue>& values) {
     return described;
 }
 
-std::string Document() {
+std::string RegistryDocument() {
     return ReadFile("docs/registry.md");
 }
 
-std::string Prose() {
+std::string RegistryProse() {
     return ReadProse("docs/registry.md");
 }
 
@@ -62,7 +58,7 @@ std::string Prose() {
 enum TableIndex { kPublished, kWritten, kReserved };
 
 Table TableOfValues(TableIndex index) {
-    return TableWith(Document(), "value", index);
+    return TableWith(RegistryDocument(), "value", index);
 }
 
 std::string RangeOf(model::SettingField field) {
@@ -142,21 +138,21 @@ TEST(RegistryDocumentTest, NamesTheNumbersOfANewModelInTheirOrder) {
     for (const model::RegistryWrite& write : model::AllNumbers({})) {
         sentence += (sentence.empty() ? "`" : ", `") + NameOf(write.value) + '`';
     }
-    EXPECT_NE(Prose().find(sentence + ", in this order"), std::string::npos) << sentence;
+    EXPECT_NE(RegistryProse().find(sentence + ", in this order"), std::string::npos) << sentence;
 }
 
 TEST(RegistryDocumentTest, NamesTheKeys) {
-    const Table keys = TableWith(Document(), "key");
+    const Table keys = TableWith(RegistryDocument(), "key");
     const std::string modelKey = Narrow(model::kBaseKey) + "\\VIDvvvvPIDpppp";
     EXPECT_EQ(keys.Column("key"),
               (std::vector<std::string>{Narrow(model::kBaseKey), modelKey, Narrow(model::kDefaultBindKey)}));
-    EXPECT_NE(Prose().find('`' + Narrow(model::MouseModelName(0x1234, 0x5678)) + '`'), std::string::npos);
-    EXPECT_NE(Prose().find('`' + Narrow(model::kDefaultCenterValue) + '`'), std::string::npos);
+    EXPECT_NE(RegistryProse().find('`' + Narrow(model::MouseModelName(0x1234, 0x5678)) + '`'), std::string::npos);
+    EXPECT_NE(RegistryProse().find('`' + Narrow(model::kDefaultCenterValue) + '`'), std::string::npos);
 }
 
 TEST(RegistryDocumentTest, ExplainsHowAListIsStored) {
     EXPECT_EQ(model::GesturesToMultiString({}).size() * 2, 2U);
-    EXPECT_NE(Prose().find("empty list is that one null: 2 bytes"), std::string::npos);
+    EXPECT_NE(RegistryProse().find("empty list is that one null: 2 bytes"), std::string::npos);
 }
 
 TEST(FunctionCodesDocumentTest, AreThoseOfTheCatalogue) {

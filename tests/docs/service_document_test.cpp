@@ -19,12 +19,8 @@ namespace {
 
 using service::FunctionKind;
 
-std::string Document() {
+std::string ServiceDocument() {
     return ReadFile("docs/service.md");
-}
-
-std::string Narrow(std::wstring_view ascii) {
-    return {ascii.begin(), ascii.end()};
 }
 
 // The first group of each match, in order.
@@ -61,7 +57,7 @@ std::vector<std::string> OptionsOfCode() {
 TEST(ServiceDocumentTest, ListsTheOptionsAsTheProgramDoes) {
     static const std::regex option("(--[^`,]+)");
     std::vector<std::string> documented;
-    for (const std::string& cell : TableWith(Document(), "option").Column("option")) {
+    for (const std::string& cell : TableWith(ServiceDocument(), "option").Column("option")) {
         for (const std::string& form : AllOf(cell, option)) documented.push_back(form);
     }
     EXPECT_EQ(documented, OptionsOfCode());
@@ -71,14 +67,14 @@ TEST(ServiceDocumentTest, ListsTheExitCodes) {
     const std::string codes = ReadFile("service/options/answer.h");
     std::vector<std::string> expected = AllOf(codes, std::regex("k(?:Done|Failed|WrongOptions|OtherModel) = (\\d)"));
     EXPECT_EQ(expected.size(), 4U);
-    EXPECT_EQ(TableWith(Document(), "exit code").Column("exit code"), expected);
+    EXPECT_EQ(TableWith(ServiceDocument(), "exit code").Column("exit code"), expected);
 }
 
 TEST(ServiceDocumentTest, ListsTheKeysOfTheStatus) {
     const std::vector<std::string> keys =
         AllOf(ReadFile("service/driver/status.cpp"), std::regex("Line\\(L\"(\\w+)\""));
     std::vector<std::string> documented;
-    for (const std::string& cell : TableWith(Document(), "key").Column("key")) {
+    for (const std::string& cell : TableWith(ServiceDocument(), "key").Column("key")) {
         for (const std::string& key : AllOf(cell, std::regex("(\\w+)"))) documented.push_back(key);
     }
     EXPECT_EQ(std::set(documented.begin(), documented.end()), std::set(keys.begin(), keys.end()));
@@ -92,7 +88,7 @@ TEST(ServiceDocumentTest, SaysWhyAProfileIsInForceAsTheStatusDoes) {
     std::vector<std::string> expected = AllOf(reasons, std::regex("\"(\\w+)\""));
     EXPECT_EQ(expected.size(), 3U);
     for (const std::string& reason : expected)
-        EXPECT_NE(Document().find('`' + reason + '`'), std::string::npos) << reason;
+        EXPECT_NE(ServiceDocument().find('`' + reason + '`'), std::string::npos) << reason;
 }
 
 TEST(ServiceDocumentTest, NamesTheControlsAsTheLogDoes) {
@@ -119,8 +115,8 @@ bool IsDocumented(const std::string& text, const std::vector<std::string>& docum
 }
 
 TEST(ServiceDocumentTest, ListsEveryMessageWordForWord) {
-    std::vector<std::string> documented = TableWith(Document(), "message").Column("message");
-    for (const Table& table : TablesWith(Document(), "answer")) {
+    std::vector<std::string> documented = TableWith(ServiceDocument(), "message").Column("message");
+    for (const Table& table : TablesWith(ServiceDocument(), "answer")) {
         const std::vector<std::string> answers = table.Column("answer");
         documented.insert(documented.end(), answers.begin(), answers.end());
     }
@@ -166,7 +162,7 @@ std::string WordFor(FunctionKind kind) {
 
 TEST(ServiceDocumentTest, SaysOfEveryFunctionWhenItActs) {
     std::map<std::string, int> undocumented = CodesOfNames();
-    for (const Row& row : TableWith(Document(), "functions").rows) {
+    for (const Row& row : TableWith(ServiceDocument(), "functions").rows) {
         for (const std::string& name : SplitAt(row[0], ", ")) {
             const auto found = undocumented.find(name);
             ASSERT_NE(found, undocumented.end()) << name << " is no function, or occurs twice";
@@ -199,7 +195,7 @@ TEST(ServiceDocumentTest, ListsEveryShortcutWithTheWindowsKey) {
         ASSERT_NE(function, nullptr) << name;
         if (function->keys[0] == 0x5B) expected[name] = ShortcutOf(*function);
     }
-    const auto documented = TableWith(Document(), "function").Columns("function", "shortcut");
+    const auto documented = TableWith(ServiceDocument(), "function").Columns("function", "shortcut");
     EXPECT_EQ((std::map<std::string, std::string>(documented.begin(), documented.end())), expected);
 }
 

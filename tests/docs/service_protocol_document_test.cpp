@@ -18,11 +18,11 @@
 namespace kvn::docs {
 namespace {
 
-std::string Document() {
+std::string ProtocolDocument() {
     return ReadFile("docs/service-protocol.md");
 }
 
-std::string Prose() {
+std::string ProtocolProse() {
     return ReadProse("docs/service-protocol.md");
 }
 
@@ -44,7 +44,7 @@ TEST(ServiceProtocolDocumentTest, NamesTheMessagesAsTheHeaderDoes) {
     ASSERT_EQ(expected.size(), static_cast<std::size_t>(std::count(body.begin(), body.end(), '=')));
 
     std::vector<Row> documented;
-    for (const Row& row : TableWith(Document(), "name").rows) {
+    for (const Row& row : TableWith(ProtocolDocument(), "name").rows) {
         documented.emplace_back(row.begin(), row.begin() + 4);
         EXPECT_EQ(row[4], "0") << "wParam of " << row[0];
         EXPECT_EQ(row[5], row[0] == "IsButtonHeld" ? "one button" : "0") << "lParam of " << row[0];
@@ -54,7 +54,7 @@ TEST(ServiceProtocolDocumentTest, NamesTheMessagesAsTheHeaderDoes) {
 }
 
 TEST(ServiceProtocolDocumentTest, NamesTheRefusal) {
-    const Table messages = TableWith(Document(), "name");
+    const Table messages = TableWith(ProtocolDocument(), "name");
     EXPECT_EQ(messages.rows.at(1).at(6).find(std::to_string(platform::kProbeRefused) + ":"), 0U);
 }
 
@@ -65,17 +65,17 @@ TEST(ServiceProtocolDocumentTest, NamesTheButtonsAsTheHeaderDoes) {
     for (std::sregex_iterator found(body.begin(), body.end(), enumerator), end; found != end; ++found) {
         expected.push_back({(*found)[1], (*found)[2]});
     }
-    EXPECT_EQ(TableWith(Document(), "button").rows, expected);
+    EXPECT_EQ(TableWith(ProtocolDocument(), "button").rows, expected);
 }
 
 TEST(ServiceProtocolDocumentTest, NamesTheTitleOfTheWindow) {
     const std::wstring title = platform::kServiceName;
-    EXPECT_NE(Prose().find("titled `" + std::string(title.begin(), title.end()) + '`'), std::string::npos);
+    EXPECT_NE(ProtocolProse().find("titled `" + std::string(title.begin(), title.end()) + '`'), std::string::npos);
 }
 
 class RecordDocumentTest : public testing::Test {
 protected:
-    static Table Offsets() { return TableWith(Document(), "offset"); }
+    static Table Offsets() { return TableWith(ProtocolDocument(), "offset"); }
 
     // The page's values from a record in which only the number at this offset is out of range.
     static model::SettingValues ValuesWithFaultAt(std::size_t offset) {
@@ -116,7 +116,7 @@ TEST_F(RecordDocumentTest, NamesTheRangeOfEveryField) {
 }
 
 TEST_F(RecordDocumentTest, NamesTheSizeAndTheEffectOfAShorterRecord) {
-    EXPECT_NE(Prose().find("`cbData` is " + std::to_string(kSize) + '.'), std::string::npos);
+    EXPECT_NE(ProtocolProse().find("`cbData` is " + std::to_string(kSize) + '.'), std::string::npos);
     EXPECT_TRUE(model::InitialValuesFromRecord(std::vector<std::byte>(kSize + 1)).has_value());
     EXPECT_FALSE(model::InitialValuesFromRecord(std::vector<std::byte>(kSize - 1)).has_value());
 }
@@ -133,7 +133,7 @@ TEST(ServiceProtocolDocumentTest, NamesTheTimesOfTheCode) {
     const std::string attempts = Constant("model/registry_access.cpp", "kReadAttempts");
     const std::string pause = Constant("model/registry_access.cpp", "kReadRetryMilliseconds");
     const std::string interval = Constant("gestures/gesture_edit_dialog.cpp", "kCaptureInterval");
-    const std::string document = Prose();
+    const std::string document = ProtocolProse();
     EXPECT_NE(document.find("up to " + attempts + " reads, " + pause + " ms apart"), std::string::npos)
         << attempts << ' ' << pause;
     EXPECT_NE(document.find("every " + interval + " ms while"), std::string::npos) << interval;
@@ -162,13 +162,13 @@ std::string LettersOf(const std::vector<model::ScreenPoint>& places) {
 }
 
 TEST(ServiceProtocolDocumentTest, RecognisesTheStrokesOfItsTableAsTheCodeDoes) {
-    const Table strokes = TableWith(Document(), "positions, one every 100 ms");
+    const Table strokes = TableWith(ProtocolDocument(), "positions, one every 100 ms");
     EXPECT_GE(strokes.rows.size(), 6U);
     for (const Row& row : strokes.rows) EXPECT_EQ(LettersOf(Places(row[0])), row[1]) << row[0];
 }
 
 TEST(ServiceProtocolDocumentTest, NamesTheValuesOfANewProfile) {
-    const auto documented = TableWith(Document(), "value").Columns("value", "in a new profile");
+    const auto documented = TableWith(ProtocolDocument(), "value").Columns("value", "in a new profile");
     const model::ProfileRecord record = model::DefaultProfileRecord();
     for (const model::SettingFieldRow& row : model::kSettingFields) {
         const std::wstring name = RowOf(row.registryValue).name;
