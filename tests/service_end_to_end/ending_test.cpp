@@ -44,6 +44,7 @@ protected:
         Pen pen(hands);
         pen.MoveTo({60, 90});
         hands.Press(kWheel);
+        WaitForTrail();
         pen.Draw("R");
         PostMessageW(recorder.Window(), kHangFor, kHangMilliseconds, 0);
         hands.Click(kBack);  // waits for the program in front

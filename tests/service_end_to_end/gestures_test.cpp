@@ -29,6 +29,7 @@ protected:
 
     void Draw(const std::string& letters) {
         BeginStroke();
+        WaitForTrail();
         pen.Draw(letters);
     }
 

@@ -8,6 +8,12 @@ namespace {
 
 constexpr char kTrailColour[] = "00ff00";
 
+DWORD TimeOfLastInput() {
+    LASTINPUTINFO last{};
+    last.cbSize = sizeof last;
+    return GetLastInputInfo(&last) ? last.dwTime : 0;
+}
+
 }  // namespace
 
 void Pen::MoveTo(POINT newPlace) {
@@ -27,9 +33,13 @@ void Pen::Draw(const std::string& letters) {
     }
 }
 
+// Wine asks the display for the cursor if it has had no move for 100 ms. A move that a slow program hands over after
+// that sets the cursor back for a moment, and the stroke gets a corner. So each move is awaited.
 void Pen::Step(int x, int y) {
+    const DWORD before = TimeOfLastInput();
     lastOnTrail = {place.x + x / 2, place.y + y / 2};
     MoveTo({place.x + x, place.y + y});
+    end_to_end::WaitFor("the move to arrive", [before] { return TimeOfLastInput() != before; });
     end_to_end::WaitFor("the trail", [this] { return IsTrailAt(lastOnTrail); });
 }
 

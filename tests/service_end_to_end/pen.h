@@ -15,7 +15,7 @@ public:
     explicit Pen(const Hands& userHands) : hands(userHands) {}
 
     void MoveTo(POINT place);
-    // Call it while the button is held. Draws each letter (U, R, D, L) with enough steps to be recognised, and waits at
+    // Call it when the trail is shown. Draws each letter (U, R, D, L) with enough steps to be recognised, and waits at
     // each step until the trail has reached it. A letter must not go back over an earlier one.
     void Draw(const std::string& letters);
     void WaitUntilTrailHasGone() const;

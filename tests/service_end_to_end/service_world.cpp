@@ -312,11 +312,11 @@ void ServiceTest::Expect(Recorder& recorder, const Lines& expected) {
     EXPECT_EQ(recorder.Arrived(expected.size()), expected);
 }
 
-void ServiceTest::ExpectAll(Recorder& recorder, const Lines& expected) {
+void ServiceTest::ExpectAll(Recorder& recorder, const Lines& expected) const {
     Lines arrived = recorder.Arrived(expected.size());
     const Lines more = recorder.ArrivedUntilNow();
     arrived.insert(arrived.end(), more.begin(), more.end());
-    EXPECT_EQ(arrived, expected);
+    EXPECT_EQ(arrived, expected) << "the service's log: " << testing::PrintToString(LogLines());
 }
 
 std::wstring ServiceTest::ProfileFile() {

@@ -85,7 +85,7 @@ protected:
     // Waits for the expected number of lines and compares.
     static void Expect(Recorder& recorder, const Lines& expected);
     // Compares with all lines that arrive.
-    static void ExpectAll(Recorder& recorder, const Lines& expected);
+    void ExpectAll(Recorder& recorder, const Lines& expected) const;
 
     // A copy of the recorder's program under this name, in the folder of the test.
     std::wstring CopyOfRecorder(const std::wstring& name) const;

@@ -151,6 +151,7 @@ TEST_F(TryingButtonsTest, GesturesAreNamedWhenTheyAreDrawn) {
     for (const char* const letters : {"R", "D"}) {
         pen.MoveTo({60, 90});
         hands.Press(kWheel);
+        WaitForTrail();
         pen.Draw(letters);
         hands.Release(kWheel);
         pen.WaitUntilTrailHasGone();
