@@ -8,7 +8,7 @@ namespace kvn::service {
 namespace {
 
 constexpr UINT kPatienceMilliseconds = 1'000;
-// By then Windows has stopped waiting for the hook, so a release that the hook still holds back is lost.
+// By then Windows no longer waits for the hook, so a release that the hook has not seen by now was missed.
 constexpr int kLooksAtRelease = 3;
 // The hook's last press may be this much earlier or later than the press; tick counts wrap around. In a flood of
 // presses the window may get its report minutes after the hook, which has seen many others since.

@@ -125,7 +125,8 @@ Lines Recorder::ArrivedUpTo(const std::string& line, std::chrono::milliseconds p
     return fresh;
 }
 
-// What another window was sent before may take the keyboard back once more: then the key comes to nothing.
+// Earlier messages to another window may move the focus back to it once more. Then the key is lost and is pressed
+// again.
 Lines Recorder::ArrivedUntilNow() {
     const auto earlier = std::ranges::count_if(All(), IsFence);
     std::optional<Lines> now;

@@ -75,7 +75,7 @@ TEST_F(SettingsHubReadingTest, FollowsAFileWhoseFolderGoesAndComesBack) {
     }
 }
 
-// Changes between which the machine stood still are several readings: they are made again.
+// If the machine pauses between the changes, the hub reads more than once; then the changes are made again.
 TEST_F(SettingsHubReadingTest, ReadsOnceAfterSeveralChanges) {
     using std::chrono::steady_clock;
     constexpr std::chrono::milliseconds kTogether{ReadingSchedule::kAfterLastChange};
