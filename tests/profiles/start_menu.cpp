@@ -28,8 +28,7 @@ void SetShellFolder(HKEY root, const wchar_t* name, const std::wstring& folder) 
 }
 
 // Wine cannot make links, and takes a tree with links for an endless one when it removes it, so programs of the host do
-// both. Their handles are not the programs' own, so the tests do not wait for them. On Windows the command shell does
-// the work.
+// both. They have no handles to wait for. On Windows the command shell does the work.
 constexpr wchar_t kWinesHost[] = L"Z:\\bin\\";
 
 // The target is relative to the link's folder, with slashes.
@@ -44,9 +43,12 @@ std::wstring RemovingFolder(const std::wstring& folder) {
 }
 
 void RunOnHost(const std::wstring& folder, const std::wstring& line) {
-    if (!StartProcess(line, 0, folder.c_str()).hasStarted) {
-        throw std::runtime_error("a program of the host cannot be run");
-    }
+    StartedProcess started = StartProcess(line, 0, folder.c_str());
+    if (!started.hasStarted) throw std::runtime_error("a program of the host cannot be run");
+    if (!RunsUnderWine()) return;
+    // Wine leaves the handles of its host's programs undefined. To close them could close any handle of this process.
+    started.process.Release();
+    started.thread.Release();
 }
 
 bool Exists(const std::wstring& path) {

@@ -11,7 +11,7 @@ namespace kvn::test {
 
 struct StartedProcess {
     bool hasStarted = false;
-    // Empty if it has not started, or for a program of Wine's host.
+    // Empty if it has not started; undefined for a program of Wine's host.
     platform::UniqueKernelObject process;
     platform::UniqueKernelObject thread;  // its first one
 };
