@@ -10,9 +10,10 @@
 namespace kvn::page {
 namespace {
 
-ULONG serverReferences = 0;
+// COM may ask on another thread than the page's.
+std::atomic<int> serverReferences = 0;
 
-// References to the loaded module. COM may ask on another thread than the page's.
+// References to the loaded module.
 std::atomic<int> heldByPages = 0;
 std::atomic<int> heldByNobody = 0;
 

@@ -3,7 +3,7 @@
 
 namespace kvn::page {
 
-// Count the references to the module's COM objects. The count needs no lock: all objects live in one apartment.
+// Count the references to the module's COM objects.
 void AddServerReference();
 void ReleaseServerReference();
 bool HasServerReferences();

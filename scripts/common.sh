@@ -89,6 +89,17 @@ kill_group() {
     wait "$1" 2>/dev/null || true
 }
 
+# Runs a Windows program that can be run again, with its arguments. Rarely a new process of Wine ends before its first
+# instruction, so the program is started up to three times.
+run_again_if_wine_fails() {
+    local attempt
+    for attempt in 1 2 3; do
+        wine "$@" >/dev/null 2>&1 && return
+        echo "Wine failed at attempt $attempt of: $*" >&2
+    done
+    return 1
+}
+
 # Makes the prefix of use_wine_prefix if it is new, and starts its Wine. $1 is its graphics: `null` needs no display at all,
 # `x11` draws on $DISPLAY and does not wait for a window manager.
 prepare_wine_prefix() {
@@ -103,16 +114,16 @@ prepare_wine_prefix() {
         # Wine's Tahoma has Windows' own metrics; without them dialogs look different.
         cp /usr/share/wine/fonts/{tahoma,tahomabd,marlett}.ttf "$WINEPREFIX/drive_c/windows/Fonts/"
         if [ "$1" = null ]; then
-            wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f >/dev/null
+            run_again_if_wine_fails reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f
         else
-            wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f >/dev/null
+            run_again_if_wine_fails reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f
         fi
         wineserver -w
         touch "$ready"
     fi
     wineserver -p >/dev/null 2>&1 || [ $? -eq 2 ]  # 2: it is running already
     # The first program starts Wine's services. They stay, and would keep this script's output open.
-    wine cmd /c ver >/dev/null 2>&1
+    run_again_if_wine_fails cmd /c ver
 }
 
 # Waits until a condition holds: $1 is the longest time in seconds, $2 the process to wait for, the rest the condition.

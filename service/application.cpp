@@ -62,7 +62,12 @@ MouseDriver::Outlets Application::DriverOutlets() {
 }
 
 TransferDialogs::Outlets Application::TransferOutlets() {
-    return {.onImported = [this] { posted.Post([this] { driver->Settings().Reread(); }); },
+    return {.onImported =
+                [this] {
+                    posted.Post([this] {
+                        if (driver != nullptr) driver->Settings().Reread();
+                    });
+                },
             .onDone =
                 [this](const std::wstring& text) { posted.Post([this, text] { tray.ShowBalloon(text, NIIF_INFO); }); }};
 }

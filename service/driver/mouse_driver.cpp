@@ -55,8 +55,8 @@ bool MouseDriver::Start(HWND messageWindow, const std::optional<ChosenMouse>& ch
     mice.Watch(window);
     isChosen = choice.has_value();
     Take(choice ? choice->mouse : mice.Current());
-    hook.Start();
     hook.Swapped(GetSystemMetrics(SM_SWAPBUTTON) != 0);
+    hook.Start();
     if (mouse) AwaitSettings();
     return true;
 }

@@ -217,6 +217,14 @@ void Engine::OnSessionLeft(Orders& orders) {
     heldButtons = 0;
 }
 
+void Engine::OnHeldBefore(ButtonSlot physicalButton) {
+    const auto button = static_cast<std::size_t>(physicalButton);
+    if (button >= presses.size()) return;
+    heldButtons |= BitOf(button);
+    presses[button] = PressOf(areButtonsSwapped ? OtherOf(physicalButton) : physicalButton);
+    presses[button].verdict = Verdict::Pass;
+}
+
 void Engine::OnReleaseMissed(ButtonSlot physicalButton, Orders& orders) {
     const auto button = static_cast<std::size_t>(physicalButton);
     if (button >= presses.size()) return;

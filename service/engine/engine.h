@@ -41,6 +41,8 @@ public:
     void OnSessionLeft(Orders& orders);
     // While no thread takes orders, as when the worker hangs, new presses are natural.
     void OnOverload(bool overloaded);
+    // A physical button is down since before the first event: its release passes.
+    void OnHeldBefore(model::ButtonSlot physicalButton);
     // The hook missed the release of a physical button: what it held ends, and its press is forgotten.
     void OnReleaseMissed(model::ButtonSlot physicalButton, Orders& orders);
     // The mouse's left and right button are swapped: Left is the physical right one.

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "platform/boundary.h"
+#include "service/input/key_sending.h"
 
 namespace kvn::service {
 namespace {
@@ -66,6 +67,7 @@ void HookLoop::Run() {
     threadId = GetCurrentThreadId();
     platform::Completes([&] { CarryOutCommands(); });
     Install();
+    NoteHeldButtons();
     SetEvent(ready.Get());
     while (!isEnding && GetMessageW(&message, nullptr, 0, 0) > 0) {
         platform::Completes([&] { Serve(message); });
@@ -105,6 +107,14 @@ void HookLoop::Install() {
     hookOwner.store(this, std::memory_order_release);
     hook.Reset(SetWindowsHookExW(WH_MOUSE_LL, OnMouseHook, GetModuleHandleW(nullptr), 0));
     isInstalled = static_cast<bool>(hook);
+}
+
+// The hook is installed before, so that no release is missed.
+void HookLoop::NoteHeldButtons() {
+    for (std::size_t slot = 0; slot < kButtonKeys.size(); ++slot) {
+        if (GetAsyncKeyState(kButtonKeys[slot]) < 0) engine.OnHeldBefore(static_cast<model::ButtonSlot>(slot));
+    }
+    Publish();
 }
 
 void HookLoop::UseNewestSettings() {

@@ -51,6 +51,7 @@ public:
 
 private:
     void Wake();
+    void NoteHeldButtons();
     void Serve(const MSG& message);
     void CarryOutCommands();
     void CarryOut(const Command& command);

@@ -65,14 +65,15 @@ public:
 
 private:
     static constexpr unsigned kFresh = 4;  // a flag beside the index of a slot
-    static constexpr int kTries = 500;
+    static constexpr DWORD kPatienceMilliseconds = 500;
 
     bool PutPatiently(const Command& command) {
-        for (int attempt = 0; attempt < kTries; ++attempt) {
-            if (commands.Put(command)) return true;
+        const DWORD start = GetTickCount();
+        while (!commands.Put(command)) {
+            if (GetTickCount() - start >= kPatienceMilliseconds) return false;
             Sleep(1);
         }
-        return false;
+        return true;
     }
 
     platform::CriticalSection lock;

@@ -109,7 +109,7 @@ std::optional<std::uint64_t> HubWorker::NextLook() {
 }
 
 DWORD HubWorker::WaitMilliseconds() {
-    if (orderedMouse || isProfileStale) return kPauseAfterFailure;
+    if (orderedMouse || (mouse && isProfileStale)) return kPauseAfterFailure;
     const std::optional<std::uint64_t> look = NextLook();
     const std::optional<std::uint64_t> reading = schedule.Due();
     if (!look && !reading) return INFINITE;

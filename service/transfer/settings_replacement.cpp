@@ -89,11 +89,13 @@ bool SettingsReplacement::Undo(const KeptValues& values, bool isFileReplaced) {
 }
 
 bool SettingsReplacement::UndoFile(bool isFileReplaced) {
-    if (isFileReplaced) {
-        if (keptFile.empty()) return DeleteFileW(path.c_str()) != FALSE;
-        return Move(keptFile, path, MOVEFILE_REPLACE_EXISTING);
+    if (keptFile.empty()) return !isFileReplaced || DeleteFileW(path.c_str()) != FALSE;
+    if (!isFileReplaced) {
+        DeleteFileW(keptFile.c_str());
+    } else if (!Move(keptFile, path, MOVEFILE_REPLACE_EXISTING)) {
+        return false;
     }
-    if (!keptFile.empty()) DeleteFileW(keptFile.c_str());
+    keptFile = path;
     return true;
 }
 

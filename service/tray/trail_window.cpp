@@ -48,7 +48,9 @@ bool TrailWindow::Create() {
     if (!window) return false;
     SetWindowLongPtrW(window.Get(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     trail.Clear();
-    return SetLayeredWindowAttributes(window.Get(), platform::kTrailGround, 0, LWA_COLORKEY) != FALSE;
+    // An opaque window would cover the screen.
+    if (!SetLayeredWindowAttributes(window.Get(), platform::kTrailGround, 0, LWA_COLORKEY)) window.Reset();
+    return static_cast<bool>(window);
 }
 
 void TrailWindow::Paint(HDC context) const {

@@ -16,6 +16,7 @@ namespace kvn::service {
 namespace {
 
 constexpr UINT kIconNumber = 1;
+constexpr std::size_t kMostWaiting = 8;
 
 HICON LoadSmallIcon(UINT id) {
     HICON loaded = nullptr;
@@ -71,6 +72,7 @@ void TrayIcon::Add() {
     Shell_NotifyIconW(NIM_ADD, &data);
     data.uVersion = NOTIFYICON_VERSION;
     Shell_NotifyIconW(NIM_SETVERSION, &data);
+    ShowWaitingBalloons();
 }
 
 void TrayIcon::Refresh() {
@@ -92,11 +94,19 @@ void TrayIcon::Remove() {
 
 void TrayIcon::ShowBalloon(const std::wstring& text, DWORD kind) {
     if (window == nullptr) return;
+    if (const Balloon balloon{text, kind}; !Shows(balloon) && waiting.size() < kMostWaiting) waiting.push_back(balloon);
+}
+
+bool TrayIcon::Shows(const Balloon& balloon) const {
     NOTIFYICONDATAW data = Data(NIF_INFO);
-    data.dwInfoFlags = kind;
+    data.dwInfoFlags = balloon.kind;
     Copy(Text(IDS_SERVICE_CAPTION), data.szInfoTitle);
-    Copy(text, data.szInfo);
-    Shell_NotifyIconW(NIM_MODIFY, &data);
+    Copy(balloon.text, data.szInfo);
+    return Shell_NotifyIconW(NIM_MODIFY, &data) != FALSE;
+}
+
+void TrayIcon::ShowWaitingBalloons() {
+    std::erase_if(waiting, [this](const Balloon& balloon) { return Shows(balloon); });
 }
 
 std::optional<LRESULT> TrayIcon::OnMessage(const Message& message) {

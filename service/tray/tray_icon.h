@@ -8,6 +8,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "platform/unique_resource.h"
 #include "service/page/message_handler.h"
@@ -35,14 +36,21 @@ public:
     void Refresh();
     void Remove();
 
-    // `kind` is NIIF_INFO, NIIF_WARNING or NIIF_ERROR.
+    // `kind` is NIIF_INFO, NIIF_WARNING or NIIF_ERROR. Without a taskbar, the balloon waits for it.
     void ShowBalloon(const std::wstring& text, DWORD kind);
 
     std::optional<LRESULT> OnMessage(const Message& message) override;
 
 private:
+    struct Balloon {
+        std::wstring text;
+        DWORD kind = NIIF_NONE;
+    };
+
     NOTIFYICONDATAW Data(UINT flags) const;
     void Add();
+    bool Shows(const Balloon& balloon) const;
+    void ShowWaitingBalloons();
     void OnIconEvent(UINT event);
     void OpenMenu();
 
@@ -51,6 +59,7 @@ private:
     UINT taskbarCreated;
     platform::Owned<HICON, &DestroyIcon> icon;
     platform::Owned<HICON, &DestroyIcon> pausedIcon;
+    std::vector<Balloon> waiting;
     bool isMenuOpen = false;
     bool isRightClick = false;  // the icon's last event
 };

@@ -34,6 +34,11 @@ struct TryButtons::State {
     platform::UniqueKernelObject ready{CreateEventW(nullptr, TRUE, FALSE, nullptr)};
     std::atomic<HWND> window = nullptr;  // while it is open
 
+    // A message to no window would go to the own thread.
+    bool Post(UINT message) const {
+        const HWND receiver = window;
+        return receiver != nullptr && PostMessageW(receiver, message, 0, 0) != FALSE;
+    }
     ShownPress Shown(const SeenPress& press) const {
         return {.control = ControlText(press.control),
                 .effect = EffectText(press),
@@ -50,7 +55,7 @@ TryButtons::TryButtons(PressFeed& feed, Outlets chosenOutlets) : presses(feed), 
 
 TryButtons::~TryButtons() {
     if (!IsOpen()) return;
-    PostMessageW(state->window, WM_CLOSE, 0, 0);
+    state->Post(WM_CLOSE);
     WaitForSingleObject(thread.Get(), kLongestFarewell);
 }
 
@@ -60,7 +65,7 @@ bool TryButtons::IsOpen() const {
 
 // A window that is just closing takes no more messages, but its thread ends soon.
 bool TryButtons::Open() {
-    if (IsOpen() && PostMessageW(state->window, kComeToFrontMessage, 0, 0)) return true;
+    if (IsOpen() && state->Post(kComeToFrontMessage)) return true;
     // Only one thread at a time may take presses from the feed.
     if (thread && WaitForSingleObject(thread.Get(), kLongestFarewell) != WAIT_OBJECT_0) return false;
     state = std::make_shared<State>(presses, outlets);
@@ -79,7 +84,8 @@ void TryButtons::Run(State& state) {
     platform::Completes([&] { window.ComeToFront(); });
     while (window.IsOpen()) {
         const HANDLE came = state.presses.Came();
-        MsgWaitForMultipleObjectsEx(1, &came, INFINITE, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
+        const DWORD count = came == nullptr ? 0 : 1;
+        MsgWaitForMultipleObjectsEx(count, &came, INFINITE, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
         platform::Completes([&] { ServeMessages(window); });
         platform::Completes([&] { state.ShowNewOnes(window); });
     }

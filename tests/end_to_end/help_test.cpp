@@ -1,8 +1,5 @@
 // "Help".
-#include <string_view>
-
 #include "resources/resource.h"
-#include "tests/end_to_end/help_opening.h"
 #include "tests/end_to_end/input.h"
 #include "tests/end_to_end/page_world.h"
 #include "tests/end_to_end/stored_state.h"
@@ -16,16 +13,11 @@ namespace {
 
 constexpr wchar_t kBrowserClass[] = L"KvnEndToEndBrowser";
 
-std::wstring Widen(const char* ascii) {
-    return {ascii, ascii + std::string_view(ascii).size()};
-}
-
 class HelpTest : public EndToEndTest {
 protected:
-    // This program, as the browser for .htm files: it records which file it has to open.
+    // The browser for .htm files: it records which file it has to open.
     std::wstring BrowserCommand() const {
-        return L'"' + ProgramFolder() + L"end_to_end_tests.exe\" " + Widen(kRecordOpening) + L" \"" + Record() +
-               L"\" \"%1\"";
+        return L'"' + ProgramFolder() + L"recording_browser.exe\" \"" + Record() + L"\" \"%1\"";
     }
     std::wstring Record() const { return Scratch() + L"opened"; }
 };

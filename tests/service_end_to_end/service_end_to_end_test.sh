@@ -25,7 +25,7 @@ open_windows
 plant_programs
 # Wine 10 confines the pointer to a window that covers the screen, as the page's trail does. That fails
 # while another program's window holds a mouse button: then Wine tries endlessly, and the page does not answer.
-wine reg add 'HKCU\Software\Wine\X11 Driver' /v GrabPointer /d N /f >/dev/null
+run_again_if_wine_fails reg add 'HKCU\Software\Wine\X11 Driver' /v GrabPointer /d N /f
 start_hands
 cd "$programs"
 env LC_ALL="${KVN_LOCALE:-$LC_ALL}" wine "$tests.exe" "$@"

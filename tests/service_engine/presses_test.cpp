@@ -292,6 +292,17 @@ TEST_F(PressesTest, HeldButtonsArePhysical) {
     EXPECT_EQ(engine.HeldButtons(), 0b10001U);
 }
 
+TEST_F(PressesTest, AButtonThatIsHeldBeforeTheFirstEventCountsAsHeldAndItsReleasePasses) {
+    Assign(Center, kShift);
+    engine.OnHeldBefore(Center);
+    EXPECT_EQ(engine.HeldButtons(), 0b00100U);
+    EXPECT_FALSE(Release(Center));
+    EXPECT_EQ(engine.HeldButtons(), 0U);
+    EXPECT_EQ(engine.PressCount(), 0U);
+    EXPECT_EQ(Done(), "");
+    EXPECT_TRUE(Press(Center));
+}
+
 TEST_F(PressesTest, KeptButtonsCountAsHeld) {
     Assign(Center, kOff);
     Press(Center);

@@ -68,5 +68,27 @@ TEST_F(HookThreadTest, AHookThatIsInstalledAgainSeesTheMouse) {
     EXPECT_TRUE(ComesTrue([&] { return hook.LastPress() != 0; }));
 }
 
+class HookThreadOfAHeldButtonTest : public PerformerTest {
+protected:
+    HookThreadOfAHeldButtonTest() {
+        service::InputBatch batch;
+        batch.ButtonDown(VK_MBUTTON);
+        batch.Send();
+    }
+    ~HookThreadOfAHeldButtonTest() override {
+        service::InputBatch batch;
+        batch.ButtonUp(VK_MBUTTON);
+        batch.Send();
+    }
+};
+
+TEST_F(HookThreadOfAHeldButtonTest, KnowsItFromTheStart) {
+    EXPECT_EQ(recorder.Await("+Middle"), "+Middle");
+    service::MouseActivity activity;
+    service::HookThread hook{*performer, activity};
+    ASSERT_TRUE(hook.Start());
+    EXPECT_EQ(hook.HeldButtons(), 0b00100U);
+}
+
 }  // namespace
 }  // namespace kvn::test

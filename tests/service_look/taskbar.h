@@ -22,10 +22,12 @@ public:
     Taskbar()
         : notify(GetModuleHandleW(nullptr), [this](DWORD what, NOTIFYICONDATAW* data) -> BOOL {
               requests.push_back({what, *data});
-              return TRUE;
+              return isThere ? TRUE : FALSE;
           }) {}
 
     bool IsInPlace() const { return notify.IsInPlace(); }
+
+    bool isThere = true;  // otherwise all requests fail
 
     const std::vector<Request>& Requests() const { return requests; }
     const NOTIFYICONDATAW& Last() const { return requests.back().data; }

@@ -99,6 +99,21 @@ TEST_F(TrayIconTest, BalloonIsOfTheServiceAndFits) {
     EXPECT_EQ(std::wstring(taskbar.Last().szInfo), std::wstring(254, L'x'));
 }
 
+TEST_F(TrayIconTest, BalloonsWithoutATaskbarWaitForIt) {
+    taskbar.isThere = false;
+    icon.ShowBalloon(L"First", NIIF_INFO);
+    icon.ShowBalloon(L"Second", NIIF_ERROR);
+    icon.Refresh();
+    taskbar.isThere = true;
+    const std::size_t before = taskbar.Balloons().size();
+    icon.OnMessage({window.Get(), RegisterWindowMessageW(L"TaskbarCreated"), 0, 0});
+    icon.OnMessage({window.Get(), RegisterWindowMessageW(L"TaskbarCreated"), 0, 0});
+    const auto shown = taskbar.Balloons();
+    EXPECT_EQ(std::vector<std::wstring>(shown.begin() + static_cast<std::ptrdiff_t>(before), shown.end()),
+              (std::vector<std::wstring>{L"First", L"Second"}));
+    EXPECT_EQ(taskbar.KindOfBalloon(), DWORD{NIIF_ERROR});
+}
+
 TEST_F(TrayIconTest, DoubleClickAndEnterOpenTheSettingsAndNothingElseDoes) {
     for (const UINT event :
          std::initializer_list<UINT>{WM_MOUSEMOVE, WM_LBUTTONDOWN, WM_LBUTTONUP, NIN_SELECT, WM_MBUTTONUP})

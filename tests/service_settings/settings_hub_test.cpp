@@ -24,6 +24,12 @@ TEST_F(SettingsHubTest, WithoutAMouseReportsNothing) {
     EXPECT_TRUE(Heard().empty());
 }
 
+TEST_F(SettingsHubTest, WithoutAMouseSleepsWhileNothingHappens) {
+    StartHub();
+    Hub().ForceAutomatic();
+    EXPECT_TRUE(ComesTrue([this] { return activity.isSomeoneAsleep.load(); }));
+}
+
 TEST_F(SettingsHubTest, ReportsTheProfileOfTheMouse) {
     WriteFile({ProfileText("Default"), ProfileText("Other")}, 1);
     SetNumber(L"BindKeyLeft", 10);

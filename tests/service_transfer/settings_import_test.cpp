@@ -270,14 +270,17 @@ TEST_F(SettingsImportTest, NothingChangesWhenTheProfileFileCannotBeReplaced) {
     EXPECT_EQ(WhatIsStored(), before);
 }
 
-// The writes that restore everything do not fail.
+// One write fails, so that those that restore everything succeed; or all from this one on.
 class FailingRegistry {
 public:
-    explicit FailingRegistry(int failingWrite)
+    explicit FailingRegistry(int failingWrite, bool failsFromThenOn = false)
         : writes(GetModuleHandleW(nullptr),
-                 [this, failingWrite](HKEY key, LPCWSTR name, DWORD reserved, DWORD type, const BYTE* data,
-                                      DWORD size) -> LSTATUS {
-                     if (++count == failingWrite) return ERROR_ACCESS_DENIED;
+                 [this, failingWrite, failsFromThenOn](HKEY key, LPCWSTR name, DWORD reserved, DWORD type,
+                                                       const BYTE* data, DWORD size) -> LSTATUS {
+                     ++count;
+                     if (count == failingWrite || (failsFromThenOn && count > failingWrite)) {
+                         return ERROR_ACCESS_DENIED;
+                     }
                      return GenuineSetValue()(key, name, reserved, type, data, size);
                  }) {}
 
@@ -297,6 +300,18 @@ TEST_F(SettingsImportTest, NothingChangesWhenAWriteToTheRegistryFails) {
         EXPECT_TRUE(Has(answer, L"Nothing has changed")) << testing::PrintToString(answer.text);
         ASSERT_EQ(WhatIsStored(), before) << failing;
     }
+}
+
+TEST_F(SettingsImportTest, NamesTheFileWithTheEarlierProfilesWhenTheRegistryCannotBeRestored) {
+    HaveEarlierSettings();
+    const std::string earlier = model::test::ReadBytes(ProfileFile());
+    const std::wstring file = WriteFile(NewSettings());
+    const FailingRegistry registry(1, true);
+    const auto answer = Import(file);
+    EXPECT_EQ(answer.exitCode, kFailed);
+    EXPECT_TRUE(Has(answer, L"The earlier profiles are kept. File: " + ProfileFile()))
+        << testing::PrintToString(answer.text);
+    EXPECT_EQ(model::test::ReadBytes(ProfileFile()), earlier);
 }
 
 TEST_F(SettingsImportTest, NothingIsLeftWhenTheFirstImportFails) {
