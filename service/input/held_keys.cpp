@@ -52,6 +52,19 @@ private:
     std::size_t count = 0;
 };
 
+// The modifiers of a chord that were left to the user, who has released them since.
+HeldChord MissingModifiers(const HeldChord& held) {
+    const auto isDown = [](const ChordKey& key) {
+        return IsDown(key.key) || (key.isEitherSide && IsDown(TwinOf(key.key)));
+    };
+    HeldChord missing;
+    for (const ChordKey& key : held.chord.Keys()) {
+        const bool wasLeftToUser = std::ranges::find(held.Keys(), key.key) == held.Keys().end();
+        if (IsModifier(key.key) && wasLeftToUser && !isDown(key)) missing.Add(key.key);
+    }
+    return missing;
+}
+
 HeldChord PartOf(const HeldChord& held, bool areModifiers) {
     HeldChord part{.chord = held.chord};
     for (const WORD key : held.Keys()) {
@@ -76,9 +89,12 @@ void HeldKeys::Repeat(const HeldChord& held) {
     const WORD key = held.chord.LastPlainKey();
     if (key == 0) return;
     const LiftedModifiers lifted(held.chord);
+    const HeldChord missing = MissingModifiers(held);
     InputBatch batch;
     lifted.AddLift(batch);
+    for (const WORD modifier : missing.Keys()) batch.KeyDown(modifier);
     batch.KeyDown(key);
+    for (const WORD modifier : missing.Keys()) batch.KeyUp(modifier);
     lifted.AddReturn(batch);
     batch.Send();
 }

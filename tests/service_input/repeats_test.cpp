@@ -1,4 +1,5 @@
 #include "tests/service_input/performer_fixture.h"
+#include "tests/support/real_input.h"
 #include "tests/support/waiting.h"
 
 namespace kvn::test {
@@ -34,6 +35,17 @@ TEST_F(RepeatsTest, OnlyTheLastKeyThatIsNoModifierRepeats) {
     EXPECT_TRUE(ComesTrue([&] { return recorder.Count("-Ctrl") == 1; }));
     EXPECT_EQ(recorder.Count("+Ctrl"), 1U);
     EXPECT_EQ(recorder.Count("+A"), 1U);
+}
+
+TEST_F(RepeatsTest, AModifierThatTheUserReleasesIsPressedForEachRepeat) {
+    UserHolds(VK_LCONTROL);
+    Begin(1, kKeys, {{VK_LCONTROL, 'A', model::kNoKey}});
+    EXPECT_TRUE(ComesTrue([&] { return recorder.Count("+A") >= 1; }));
+    LetGoOfKey(VK_LCONTROL);
+    EXPECT_TRUE(ComesTrue([&] { return recorder.Text().ends_with("+Ctrl +A -Ctrl +Ctrl +A -Ctrl"); }))
+        << recorder.Text();
+    End(1);
+    EXPECT_TRUE(ComesTrue([&] { return IsListEmpty(); }));
 }
 
 TEST_F(RepeatsTest, ModifiersAreMerelyHeld) {
