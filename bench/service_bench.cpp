@@ -28,7 +28,7 @@ using service::EngineSettings;
 
 // Decisions.
 
-constexpr int kDecisions = 160;  // a quarter of them orders, for which there is room
+constexpr int kDecisions = 160;  // for their orders there is room
 
 constexpr std::array<std::string_view, 7> kLocks{
     "EnterCriticalSection",     "TryEnterCriticalSection",   "AcquireSRWLockExclusive",  "AcquireSRWLockShared",
@@ -50,14 +50,25 @@ double CallsAmong(std::span<const std::string_view> names, const std::function<v
     return static_cast<double>(watch.CountOf(""));
 }
 
-// Makes presses and releases of a button with a function, notches and tilts.
+struct HookEvent {
+    WPARAM message;
+    DWORD data;  // the high word of MSLLHOOKSTRUCT::mouseData
+};
+
+// A press and a release of a button with a function, a flick that starts flying scroll, a push of a tilt with a
+// function, which stops it, and a press without a function.
+constexpr HookEvent kTurn{WM_MOUSEWHEEL, WHEEL_DELTA};
+constexpr std::array kEvents{
+    HookEvent{WM_XBUTTONDOWN, XBUTTON1},    HookEvent{WM_XBUTTONUP, XBUTTON1}, kTurn, kTurn, kTurn, kTurn, kTurn, kTurn,
+    HookEvent{WM_MOUSEHWHEEL, WHEEL_DELTA}, HookEvent{WM_RBUTTONDOWN, 0}};
+
 void Decide(service::HookLoop& loop, int decisions) {
-    constexpr std::array<WPARAM, 4> kEvents{WM_XBUTTONDOWN, WM_XBUTTONUP, WM_MOUSEWHEEL, WM_RBUTTONDOWN};
     MSLLHOOKSTRUCT details{};
-    details.mouseData = static_cast<DWORD>(XBUTTON1) << 16U;
     for (int decision = 0; decision < decisions; ++decision) {
+        const HookEvent& event = kEvents[static_cast<std::size_t>(decision) % kEvents.size()];
+        details.mouseData = event.data << 16U;
         ++details.time;
-        loop.Keeps(kEvents[static_cast<std::size_t>(decision) % kEvents.size()], details);
+        loop.Keeps(event.message, details);
     }
 }
 
@@ -65,7 +76,10 @@ void Decide(service::HookLoop& loop, int decisions) {
 struct Decider {
     Decider() {
         EngineSettings settings;
+        settings.controlCount = model::kButtonSlotCount;
         settings.functions[ButtonSlot::Button4] = kEscape;
+        settings.functions[ButtonSlot::TiltRight] = kEscape;
+        settings.flying.flicks = 1;
         loop.Send(settings);
         Decide(loop, 1);
     }

@@ -5,10 +5,8 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cstddef>
 #include <string>
 #include <utility>
-#include <vector>
 
 #include "service/lifecycle/processes.h"
 #include "service/lifecycle/shared_state.h"
@@ -17,6 +15,7 @@
 #include "tests/support/platform.h"
 #include "tests/support/process_use.h"
 #include "tests/support/started_process.h"
+#include "tests/support/timed_tries.h"
 #include "tests/support/waiting.h"
 #include "tests/support/window_search.h"
 
@@ -29,7 +28,6 @@ using test::Await;
 using Clock = std::chrono::steady_clock;
 
 constexpr std::chrono::seconds kEndTime{2};
-constexpr std::size_t kTries = 3;
 
 // A top-level window of the process, or null.
 HWND WindowOf(DWORD process) {
@@ -69,12 +67,10 @@ protected:
         return Clock::now() - begin;
     }
 
-    // A service that holds a key, with threads that hang, ends in time once it is asked to, and releases the key. A
-    // busy machine lengthens the time, but not in each of several tries.
+    // A service that holds a key, with threads that hang, ends in time once it is asked to, and releases the key.
     template <typename Ask>
     void ExpectEndInTime(bool hangsMainThread, const Ask& ask) {
-        std::vector<double> seconds;
-        do {
+        test::ExpectInTime([&](std::size_t /*earlier*/) {
             StartService();
             AwaitWatcherOtherThan(0);
             memory.State().held.counts[VK_F13] = 1;
@@ -82,14 +78,12 @@ protected:
             Suspend(hangsMainThread);
             const auto begin = Clock::now();
             ask();
-            ASSERT_TRUE(test::ComesTrue([this] { return RunningProcesses() == 0; }));
+            EXPECT_TRUE(test::ComesTrue([this] { return RunningProcesses() == 0; }));
             const auto taken = Clock::now() - begin;
             EXPECT_TRUE(IsEverythingReleased());
             EXPECT_EQ(Window(), nullptr);
-            if (taken <= allowed) return;
-            seconds.push_back(std::chrono::duration<double>(taken).count());
-        } while (seconds.size() < kTries);
-        ADD_FAILURE() << "seconds until the end: " << testing::PrintToString(seconds);
+            return test::TimedTry{taken, allowed};
+        });
     }
 
     // The private memory of a process, once it is the same before and after another program has run.

@@ -137,7 +137,7 @@ TEST_F(PageAndServiceTest, GesturesRestWhileTheEditorIsOpen) {
     const Sheet sheet = OpenSheet();
     const GestureEditor editor = AddGesture(sheet);
     recorder.ComeToFront();
-    static_cast<void>(recorder.Arrived(0));
+    recorder.Forget();
     pen.MoveTo({60, 90});
     hands.Press(kWheel);
     for (int x = 60; x <= 240; x += 60) {
@@ -145,7 +145,7 @@ TEST_F(PageAndServiceTest, GesturesRestWhileTheEditorIsOpen) {
         Sleep(120);  // the service looks ten times a second
     }
     hands.Release(kWheel);
-    EXPECT_EQ(recorder.Arrived(0), Lines());
+    EXPECT_EQ(recorder.ArrivedUntilNow(), Lines());
     Press(editor.Window(), IDCANCEL);
     editor.WaitUntilClosed();
     recorder.ComeToFront();
@@ -183,15 +183,22 @@ TEST_F(PageAndServiceTest, WithoutAnyMouseTheProbeIsRefusedAndEverythingIsNatura
     ExpectAll(recorder, {"real back down", "real back up"});
 }
 
+class SwappedButtons {
+public:
+    SwappedButtons() { SwapMouseButton(TRUE); }
+    ~SwappedButtons() { SwapMouseButton(FALSE); }
+    SwappedButtons(const SwappedButtons&) = delete;
+    SwappedButtons& operator=(const SwappedButtons&) = delete;
+};
+
 TEST_F(PageAndServiceTest, SwappedButtonsStayAsTheUserSeesThem) {
     StartService();
     Recorder& recorder = StartRecorder();
-    SwapMouseButton(TRUE);
+    const SwappedButtons swapped;
     Use({.functions = {{kBack, kLeftClick}, {kForward, kRightClick}}}, recorder);
     hands.Click(kBack);
     hands.Click(kForward);
     ExpectAll(recorder, {"sent left down", "sent left up", "sent right down", "sent right up"});
-    SwapMouseButton(FALSE);
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <chrono>
 #include <filesystem>
 
+#include "model/profile_file.h"
 #include "service/settings/reading_schedule.h"
 #include "tests/service_settings/hub_fixture.h"
 #include "tests/support/held_file.h"
@@ -16,6 +17,27 @@ namespace {
 using kvn::test::ComesTrue;
 using kvn::test::ProfileFileText;
 using kvn::test::ProfileText;
+
+model::ProfileRecord Named(const std::wstring& name) {
+    model::ProfileRecord record = model::DefaultProfileRecord();
+    record.name = name;
+    return record;
+}
+
+// Many profiles, the last of which has this name.
+model::ProfileSet LargeList(const std::wstring& lastName) {
+    model::ProfileSet list(200, Named(std::wstring(1'000, L'x')));
+    list.push_back(Named(lastName));
+    return list;
+}
+
+// Whether it can be opened as a rename over it does.
+bool CanBeReplaced(const std::wstring& path) {
+    constexpr DWORD kAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    const platform::UniqueFile file(
+        CreateFileW(path.c_str(), DELETE, kAll, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    return static_cast<bool>(file);
+}
 
 class SettingsHubReadingTest : public HubFixture {};
 
@@ -150,19 +172,29 @@ TEST_F(SettingsHubReadingTest, ReadsAFileThatWasHeldOnceItIsFree) {
     EXPECT_TRUE(LeftFunctionBecomes(5));
 }
 
+// A save gives up after a fifth of a second.
 TEST_F(SettingsHubReadingTest, NeverBlocksASave) {
-    std::string large = ProfileText("Default");
-    for (int profile = 0; profile < 100; ++profile)
-        large += ProfileText("P" + std::to_string(profile), {{"x", std::string(10'000, 'x')}});
+    MakeFolder();
     StartReadHub();
     for (int time = 1; time <= 30; ++time) {
-        WriteFile({large + ProfileText("Last" + std::to_string(time))});
+        ASSERT_TRUE(model::SaveProfileFile(FilePath(), LargeList(L"Last" + std::to_wstring(time)))) << time;
         Hub().Reread();
     }
     EXPECT_TRUE(ComesTrue([this] {
         const auto names = Hub().ProfileNames();
         return !names.empty() && names.back() == L"Last30";
     }));
+    EXPECT_TRUE(Problems().empty());
+}
+
+TEST_F(SettingsHubReadingTest, SharesTheFileThatItReadsWithASave) {
+    constexpr std::size_t kBytes = std::size_t{8} << 20U;
+    WriteBytes(ProfileFileText({ProfileText("Default")}) + "<!--" + std::string(kBytes, 'x') + "-->");
+    StartReadHub();
+    for (int time = 0; time < 3; ++time) {
+        Hub().Reread();
+        while (!Hub().HasReread()) ASSERT_TRUE(CanBeReplaced(FilePath())) << "error " << GetLastError();
+    }
     EXPECT_TRUE(Problems().empty());
 }
 

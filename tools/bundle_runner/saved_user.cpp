@@ -79,8 +79,17 @@ bool Copy(HKEY from, HKEY to) {
     return RegCopyTreeW(from, nullptr, to) == ERROR_SUCCESS;
 }
 
+// Null only if there is no such key: a tree that counts as missing is deleted afterwards.
+platform::UniqueRegistryKey OpenToSave(const Tree& tree) {
+    platform::UniqueRegistryKey key;
+    const LSTATUS opened = RegOpenKeyExW(tree.root, tree.path.c_str(), 0, KEY_READ, key.Receive());
+    if (opened == ERROR_SUCCESS || opened == ERROR_FILE_NOT_FOUND) return key;
+    throw std::runtime_error("The registry key " + ToUtf8(tree.path) + " cannot be read: error " +
+                             std::to_string(opened) + ".");
+}
+
 void SaveTree(const Tree& tree, const std::wstring& store) {
-    const auto source = OpenKey(tree.root, tree.path, KEY_READ);
+    const auto source = OpenToSave(tree);
     const auto target = MakeKey(HKEY_CURRENT_USER, store + L"\\Tree");
     WriteFlag(store, kWasThere, static_cast<bool>(source));
     if (source && !Copy(source.Get(), target.Get())) {
@@ -119,6 +128,7 @@ fs::path SavedFolder() {
 bool PutBackFolder() {
     std::error_code error;
     const bool isAway = fs::exists(SavedFolder(), error);
+    if (error) return false;
     // It is the user's own if it was never moved or is back already.
     if (ReadFlag(kStore, kHadFolder) && !isAway) return true;
     fs::remove_all(ProfileFolder(), error);
