@@ -75,8 +75,9 @@ Process ProcessGroup::Start(const std::wstring& program, const std::vector<std::
 }
 
 void ProcessGroup::KillAll() const {
-    TerminateJobObject(job.Get(), kKilled);
+    // Repeated, because a killed process may just be starting another one.
     WaitFor("killed processes to end", [this] {
+        TerminateJobObject(job.Get(), kKilled);
         JOBOBJECT_BASIC_ACCOUNTING_INFORMATION account{};
         return QueryInformationJobObject(job.Get(), JobObjectBasicAccountingInformation, &account, sizeof account,
                                          nullptr) &&
