@@ -145,6 +145,7 @@ TEST_F(PageAndServiceTest, GesturesRestWhileTheEditorIsOpen) {
         Sleep(120);  // the service looks ten times a second
     }
     hands.Release(kWheel);
+    WaitFor("the press in the log", [&] { return !LogLines().empty(); });
     EXPECT_EQ(recorder.ArrivedUntilNow(), Lines());
     Press(editor.Window(), IDCANCEL);
     editor.WaitUntilClosed();
