@@ -1,6 +1,7 @@
 #include "tests/service_end_to_end/pen.h"
 
 #include "tests/end_to_end/story_waiting.h"
+#include "tests/service_end_to_end/recorder_protocol.h"
 #include "tests/support/stroke_steps.h"
 
 namespace kvn::service_end_to_end {
@@ -12,6 +13,13 @@ DWORD TimeOfLastInput() {
     LASTINPUTINFO last{};
     last.cbSize = sizeof last;
     return GetLastInputInfo(&last) ? last.dwTime : 0;
+}
+
+// Whether the window below has seen the pointer there, if it is a recorder's. Of any other it is only known that some
+// input has come since then.
+bool HasSeen(HWND below, POINT place, DWORD inputBefore) {
+    const auto seen = static_cast<DWORD>(reinterpret_cast<ULONG_PTR>(GetPropW(below, kPointerProperty)));
+    return seen == 0 ? TimeOfLastInput() != inputBefore : seen == static_cast<DWORD>(MAKELONG(place.x, place.y));
 }
 
 }  // namespace
@@ -34,12 +42,14 @@ void Pen::Draw(const std::string& letters) {
 }
 
 // Wine asks the display for the cursor if it has had no move for 100 ms. A move that a slow program hands over after
-// that sets the cursor back for a moment, and the stroke gets a corner. So each move is awaited.
+// that, or the report that the pointer is now over the trail, sets the cursor back for a moment, and the stroke gets a
+// corner. So each move is awaited.
 void Pen::Step(int x, int y) {
     const DWORD before = TimeOfLastInput();
     lastOnTrail = {place.x + x / 2, place.y + y / 2};
     MoveTo({place.x + x, place.y + y});
-    end_to_end::WaitFor("the move to arrive", [before] { return TimeOfLastInput() != before; });
+    const HWND below = WindowFromPoint(place);
+    end_to_end::WaitFor("the move to arrive", [&] { return HasSeen(below, place, before); });
     end_to_end::WaitFor("the trail", [this] { return IsTrailAt(lastOnTrail); });
 }
 

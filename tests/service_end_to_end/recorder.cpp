@@ -188,12 +188,17 @@ void RecordActivation(bool isInFront) {
     WriteLine(isInFront ? "window front" : "window back");
 }
 
+void ShowPointer(HWND window, DWORD place) {
+    SetPropW(window, kPointerProperty, reinterpret_cast<HANDLE>(static_cast<ULONG_PTR>(place)));
+}
+
 LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (RecordInput(message, wParam, lParam)) return 0;
     if (message == WM_SYSCOMMAND) {
         RecordCommand(window, wParam);
         if (!obeysCommands) return 0;
     }
+    if (message == WM_MOUSEMOVE) ShowPointer(window, GetMessagePos());
     if (message == kHangFor) Sleep(static_cast<DWORD>(wParam));
     if (message == WM_ACTIVATE) RecordActivation(LOWORD(wParam) != WA_INACTIVE);
     if (message == WM_DESTROY && GetWindow(window, GW_OWNER) == nullptr) PostQuitMessage(0);
@@ -222,9 +227,11 @@ Options ReadOptions() {
 }
 
 HWND Open(const Options& options, const std::wstring& title, DWORD style, const RECT& place, HWND owner) {
-    return CreateWindowExW(0, options.windowClass.c_str(), title.c_str(), style, place.left, place.top,
-                           place.right - place.left, place.bottom - place.top, owner, nullptr,
-                           GetModuleHandleW(nullptr), nullptr);
+    const HWND window = CreateWindowExW(0, options.windowClass.c_str(), title.c_str(), style, place.left, place.top,
+                                        place.right - place.left, place.bottom - place.top, owner, nullptr,
+                                        GetModuleHandleW(nullptr), nullptr);
+    ShowPointer(window, kUnseenPointer);
+    return window;
 }
 
 void OpenWindows(const Options& options) {

@@ -9,4 +9,9 @@ inline constexpr wchar_t kRecorderClass[] = L"KvnRecorder";
 // Posted: the program does not answer for wParam milliseconds.
 inline constexpr UINT kHangFor = WM_APP + 1;
 
+// A property of the window: where it has last seen the pointer, with the horizontal coordinate in the low word. Before
+// the first time it is kUnseenPointer.
+inline constexpr wchar_t kPointerProperty[] = L"KvnRecorderPointer";
+inline constexpr DWORD kUnseenPointer = 0xFFFFFFFF;
+
 }  // namespace kvn::service_end_to_end
