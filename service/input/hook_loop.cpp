@@ -102,10 +102,11 @@ void HookLoop::Wake() {
     if (const DWORD thread = threadId; thread != 0) PostThreadMessageW(thread, kWakeMessage, 0, 0);
 }
 
+// The new hook comes before the old one goes, so that no event is missed in between. Only one sees each event: this
+// thread receives none during the change.
 void HookLoop::Install() {
-    hook.Reset();
     hookOwner.store(this, std::memory_order_release);
-    hook.Reset(SetWindowsHookExW(WH_MOUSE_LL, OnMouseHook, GetModuleHandleW(nullptr), 0));
+    hook = UniqueHook(SetWindowsHookExW(WH_MOUSE_LL, OnMouseHook, GetModuleHandleW(nullptr), 0));
     isInstalled = static_cast<bool>(hook);
 }
 

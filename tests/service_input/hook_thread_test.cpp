@@ -2,6 +2,7 @@
 
 #include "service/input/key_sending.h"
 #include "tests/service_input/performer_fixture.h"
+#include "tests/support/replaced_import.h"
 #include "tests/support/waiting.h"
 
 namespace kvn::test {
@@ -66,6 +67,26 @@ TEST_F(HookThreadTest, AHookThatIsInstalledAgainSeesTheMouse) {
     EXPECT_TRUE(hook.IsInstalled());
     ClickTheWheel();
     EXPECT_TRUE(ComesTrue([&] { return hook.LastPress() != 0; }));
+}
+
+TEST_F(HookThreadTest, ANewHookComesBeforeTheOldOneGoes) {
+    std::string steps;
+    const ReplacedImport<"SetWindowsHookExW", decltype(SetWindowsHookExW)> set(
+        GetModuleHandleW(nullptr),
+        [&steps, original = &SetWindowsHookExW](int kind, HOOKPROC procedure, HINSTANCE module, DWORD thread) {
+            steps += "set ";
+            return original(kind, procedure, module, thread);
+        });
+    const ReplacedImport<"UnhookWindowsHookEx", decltype(UnhookWindowsHookEx)> remove(
+        GetModuleHandleW(nullptr), [&steps, original = &UnhookWindowsHookEx](HHOOK removed) {
+            steps += "remove ";
+            return original(removed);
+        });
+    ASSERT_TRUE(set.IsInPlace() && remove.IsInPlace());
+    hook.Reinstall();
+    hook.GestureEditBegin();  // shows that the command before it is done
+    EXPECT_TRUE(ComesTrue([&] { return hook.IsGestureEdited(); }));
+    EXPECT_EQ(steps, "set remove ");
 }
 
 class HookThreadOfAHeldButtonTest : public PerformerTest {
