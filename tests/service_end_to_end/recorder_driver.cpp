@@ -78,8 +78,10 @@ POINT Recorder::Middle() const {
     return end_to_end::MiddleOf(end_to_end::ScreenRectangle(window));
 }
 
+// The pointer moves even if it is there already: while it rests, the service does not look which program is in front.
 void Recorder::ComeToFront() const {
     hands.BringToFront(window);
+    hands.MoveTo({Middle().x + 1, Middle().y});
     hands.MoveTo(Middle());
     WaitFor("the pointer over the recorder", [this] {
         POINT now{};
