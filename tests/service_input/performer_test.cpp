@@ -76,16 +76,22 @@ TEST_F(PerformerTest, AButtonThatTheUserHoldsTooIsLeftToTheUser) {
     EXPECT_TRUE(ComesTrue([&] { return IsListEmpty(); }));
 }
 
+// But for a worker that takes longer than a tenth of a second, as a busy machine may make it do once or twice.
 TEST_F(PerformerTest, AnEndDoesNotOvertakeAnEarlierBeginning) {
-    std::string expected;
-    for (service::Ticket ticket = 1; ticket < 40; ticket += 2) {
+    constexpr std::size_t kRounds = 20, kOvertaken = 2;
+    for (service::Ticket ticket = 1; ticket <= 2 * kRounds; ticket += 2) {
         Begin(ticket, kLeftClick);
         Begin(ticket + 1, kLeftClick);
         End(ticket);
         End(ticket + 1);
-        expected += expected.empty() ? "+Left -Left" : " +Left -Left";
     }
-    EXPECT_EQ(recorder.Await(expected), expected);
+    AwaitDone(2 * kRounds);
+    EXPECT_TRUE(ComesTrue([this] { return IsListEmpty(); }));
+    Act(kShift);
+    EXPECT_TRUE(ComesTrue([this] { return recorder.Count("-Shift") == 1; }));
+    EXPECT_GE(recorder.Count("+Left"), kRounds);
+    EXPECT_LE(recorder.Count("+Left"), kRounds + kOvertaken) << recorder.Text();
+    EXPECT_EQ(recorder.Count("-Left"), recorder.Count("+Left"));
 }
 
 TEST_F(PerformerTest, AnEndThatOvertakesItsBeginningMakesAPressAndARelease) {
