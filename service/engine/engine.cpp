@@ -221,7 +221,7 @@ void Engine::OnHeldBefore(ButtonSlot physicalButton) {
     const auto button = static_cast<std::size_t>(physicalButton);
     if (button >= presses.size()) return;
     heldButtons |= BitOf(button);
-    presses[button] = PressOf(areButtonsSwapped ? OtherOf(physicalButton) : physicalButton);
+    presses[button] = PressOf(ExchangedIfSwapped(physicalButton));
     presses[button].verdict = Verdict::Pass;
 }
 
@@ -344,8 +344,12 @@ void Engine::EndFlight(Orders& orders) {
     orders.Add(PlainOrder(OrderKind::FlyEnd, {}));
 }
 
+ButtonSlot Engine::ExchangedIfSwapped(ButtonSlot slot) const {
+    return areButtonsSwapped ? OtherOf(slot) : slot;
+}
+
 std::size_t Engine::PhysicalOf(ButtonSlot control) const {
-    return static_cast<std::size_t>(areButtonsSwapped ? OtherOf(control) : control);
+    return static_cast<std::size_t>(ExchangedIfSwapped(control));
 }
 
 Press Engine::PressOf(ButtonSlot control) const {

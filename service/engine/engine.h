@@ -109,6 +109,8 @@ private:
     void EndAll(Orders& orders);
     void EndFlight(Orders& orders);
 
+    // From a physical button to its control, and back: left and right may be swapped.
+    model::ButtonSlot ExchangedIfSwapped(model::ButtonSlot slot) const;
     std::size_t PhysicalOf(model::ButtonSlot control) const;
     Press PressOf(model::ButtonSlot control) const;
     std::uint32_t PassedButtonsBeside(const Press& press) const;

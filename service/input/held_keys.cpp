@@ -12,6 +12,10 @@ bool IsDown(WORD key) {
     return (GetAsyncKeyState(key) & 0x8000) != 0;
 }
 
+bool IsDown(const ChordKey& key) {
+    return IsDown(key.key) || (key.isEitherSide && IsDown(TwinOf(key.key)));
+}
+
 bool OpensMenu(WORD modifier) {
     return modifier == VK_LMENU || modifier == VK_RMENU || modifier == VK_LWIN || modifier == VK_RWIN;
 }
@@ -54,13 +58,10 @@ private:
 
 // The modifiers of a chord that were left to the user, who has released them since.
 HeldChord MissingModifiers(const HeldChord& held) {
-    const auto isDown = [](const ChordKey& key) {
-        return IsDown(key.key) || (key.isEitherSide && IsDown(TwinOf(key.key)));
-    };
     HeldChord missing;
     for (const ChordKey& key : held.chord.Keys()) {
         const bool wasLeftToUser = std::ranges::find(held.Keys(), key.key) == held.Keys().end();
-        if (IsModifier(key.key) && wasLeftToUser && !isDown(key)) missing.Add(key.key);
+        if (IsModifier(key.key) && wasLeftToUser && !IsDown(key)) missing.Add(key.key);
     }
     return missing;
 }

@@ -278,9 +278,8 @@ public:
                  [this, failingWrite, failsFromThenOn](HKEY key, LPCWSTR name, DWORD reserved, DWORD type,
                                                        const BYTE* data, DWORD size) -> LSTATUS {
                      ++count;
-                     if (count == failingWrite || (failsFromThenOn && count > failingWrite)) {
-                         return ERROR_ACCESS_DENIED;
-                     }
+                     const bool fails = failsFromThenOn ? count >= failingWrite : count == failingWrite;
+                     if (fails) return ERROR_ACCESS_DENIED;
                      return GenuineSetValue()(key, name, reserved, type, data, size);
                  }) {}
 
