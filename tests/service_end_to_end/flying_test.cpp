@@ -24,6 +24,8 @@ constexpr std::size_t kNotchesOfSlowest = 6, kNotchesOfFastest = 78;
 constexpr Flying kSlowest{.flicks = 1, .scrollSpeed = 1}, kFastest{.flicks = 1, .scrollSpeed = 10};
 // At the highest speed the first notch is due after 13 ms.
 constexpr auto kLongerThanTheFirstNotch = 400ms;
+// Flicks are forgotten after 400 ms; a busy machine delays the flight, too.
+constexpr auto kLongerThanFlicksCount = 5s;
 // Longer than the gap between the last two notches of a flight.
 constexpr auto kLongerThanAnyNotch = 900ms;
 
@@ -73,10 +75,16 @@ protected:
         hands.FlickDown(1);
         EXPECT_EQ(recorder->Arrived(kNotchesOfFlick), Turned(kNotchesOfFlick));
     }
-    // Earlier notches are discarded.
-    void StartFlight() {
-        hands.FlickDown(1);
-        EXPECT_FALSE(recorder->ArrivedUpTo(kDown).empty());
+    // Earlier notches are discarded. A display that stalls stretches the pauses, so that flicks do not count; they are made
+    // again then. Each try is complete in itself, since the service has forgotten the earlier flicks.
+    void StartFlight(int flicks = 1) {
+        constexpr int kTries = 5;
+        bool isFlying = false;
+        for (int tries = 0; tries < kTries && !isFlying; ++tries) {
+            hands.FlickDown(flicks);
+            isFlying = !recorder->ArrivedUpTo(kDown, kLongerThanFlicksCount).empty();
+        }
+        EXPECT_TRUE(isFlying);
     }
     // However late the notches come.
     void ExpectNotches(std::size_t least) { EXPECT_GE(recorder->Arrived(least).size(), least); }
@@ -147,8 +155,7 @@ TEST_F(FlyingTest, TheChosenNumberOfFlicksIsNeeded) {
         EXPECT_EQ(recorder->Arrived(static_cast<std::size_t>(kNotchesOfFlick * (flicks - 1))),
                   Turned(kNotchesOfFlick * (flicks - 1)));
         EXPECT_EQ(recorder->Arrived(1, 600ms), Lines());  // after that the flicks are forgotten
-        hands.FlickDown(flicks);
-        EXPECT_FALSE(recorder->ArrivedUpTo(kDown).empty());
+        StartFlight(flicks);
         hands.TurnWheelUp();
         static_cast<void>(NotchesUntilRest());
     }
