@@ -75,8 +75,8 @@ protected:
         hands.FlickDown(1);
         EXPECT_EQ(recorder->Arrived(kNotchesOfFlick), Turned(kNotchesOfFlick));
     }
-    // Earlier notches are discarded. A display that stalls stretches the pauses, so that flicks do not count; they are made
-    // again then. Each try is complete in itself, since the service has forgotten the earlier flicks.
+    // Earlier notches are discarded. A display that stalls stretches the pauses, so that flicks do not count; then they
+    // are made again. Each try is complete in itself, since the service has forgotten the earlier flicks.
     void StartFlight(int flicks = 1) {
         constexpr int kTries = 5;
         bool isFlying = false;
